@@ -1,0 +1,10 @@
+# Fails when a test source lies in tests/ that no CMakeLists.txt names.
+file(GLOB_RECURSE sources RELATIVE "${TESTS_DIR}" "${TESTS_DIR}/*/tst_*.cpp")
+foreach(source IN LISTS sources)
+  cmake_path(GET source PARENT_PATH folder)
+  cmake_path(GET source STEM name)
+  file(READ "${TESTS_DIR}/${folder}/CMakeLists.txt" lists)
+  if(NOT lists MATCHES "\\(${name}[ )\n]")
+    message(SEND_ERROR "tests/${source} is not registered in tests/${folder}/CMakeLists.txt")
+  endif()
+endforeach()

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QStringList>
+
+/// One command of the tool. `run` gets the arguments behind the command's name and gives the exit
+/// status. A new command is a file command_<name>.cpp, a declaration here, and a row in main.cpp.
+struct Command
+{
+    const char *name;
+    const char *summary;
+    int (*run)(const QStringList &arguments);
+};
+
+int runEval(const QStringList &arguments);

@@ -1,0 +1,52 @@
+#include <QCoreApplication>
+#include <cstring>
+
+#include "commands.h"
+#include "support.h"
+
+namespace {
+
+constexpr Command commands[] = {
+    {"eval", "evaluate an arithmetic expression", runEval},
+};
+
+void printHelp()
+{
+    tool::print(
+        QStringLiteral("Usage: receipt COMMAND [ARGUMENT...]\n\n"
+                       "Fills, renders and inspects receipts. Commands:"));
+    for (const Command &command : commands)
+        tool::print(QStringLiteral("  %1 %2")
+                        .arg(QLatin1String(command.name), -10)
+                        .arg(QLatin1String(command.summary)));
+    tool::print(
+        QStringLiteral("\n\"receipt COMMAND --help\" says more. Exit status: 0 success, 1 bad "
+                       "input, 2 wrong usage."));
+}
+
+}  // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments.isEmpty()) {
+        printHelp();
+        return tool::WrongUsage;
+    }
+    const QString name = arguments.constFirst();
+    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+        printHelp();
+        return tool::Success;
+    }
+    if (name == QLatin1String("--version")) {
+        tool::print(QStringLiteral("receipt " RECEIPT_VERSION));
+        return tool::Success;
+    }
+    for (const Command &command : commands) {
+        if (name == QLatin1String(command.name))
+            return command.run(arguments.mid(1));
+    }
+    tool::complain(QStringLiteral("there is no command \"%1\"; see \"receipt --help\"").arg(name));
+    return tool::WrongUsage;
+}
