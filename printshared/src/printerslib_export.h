@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QtGlobal>
-
 /// Marks the public surface of the library; everything else is hidden.
-/// The tests compile the same objects, so there is no import form.
-#define PRINTERSLIB_EXPORT Q_DECL_EXPORT
+/// The tests compile the same objects, so there is no import form. Needs no Qt, as `bbcpp` has none.
+#define PRINTERSLIB_EXPORT __attribute__((visibility("default")))
