@@ -1,0 +1,175 @@
+// Plays a receipt printer on a pseudo terminal until it is interrupted.
+#include <unistd.h>
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QRegularExpression>
+#include <csignal>
+#include <cstdio>
+#include <optional>
+
+#include "virtualprinter.h"
+
+namespace {
+
+constexpr int wrongUsage = 2;
+constexpr int pollMilliseconds = 200;
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void interrupt(int)
+{
+    interrupted = 1;
+}
+
+void print(FILE *stream, const QString &line)
+{
+    std::fputs(line.toLocal8Bit().append('\n').constData(), stream);
+    std::fflush(stream);
+}
+
+struct FaultRow
+{
+    const char *name;
+    VirtualFault fault;
+};
+
+constexpr FaultRow faults[] = {
+    {"silent", VirtualFault::Silent},   {"echo", VirtualFault::Echo},
+    {"garbage", VirtualFault::Garbage}, {"flood", VirtualFault::Flood},
+    {"slow", VirtualFault::Slow},       {"hangup-after", VirtualFault::HangUp},
+    {"partial", VirtualFault::Partial}, {"differing-ids", VirtualFault::DifferingIds},
+};
+
+bool readFault(const QString &text, VirtualPrinterOptions &options)
+{
+    const QString name = text.section(QLatin1Char('='), 0, 0);
+    const QString value = text.section(QLatin1Char('='), 1);
+    for (const FaultRow &row : faults) {
+        if (name != QLatin1String(row.name))
+            continue;
+        options.fault = row.fault;
+        const bool takesValue =
+            row.fault == VirtualFault::Slow || row.fault == VirtualFault::HangUp;
+        bool isNumber = false;
+        options.faultValue = value.toInt(&isNumber);
+        return takesValue ? isNumber && options.faultValue >= 0 : !text.contains(QLatin1Char('='));
+    }
+    return false;
+}
+
+bool readFlow(const QString &text, VirtualPrinterOptions &options)
+{
+    if (text == QLatin1String("none"))
+        options.flowControl = QSerialPort::NoFlowControl;
+    else if (text == QLatin1String("hardware"))
+        options.flowControl = QSerialPort::HardwareControl;
+    else if (text == QLatin1String("software"))
+        options.flowControl = QSerialPort::SoftwareControl;
+    else
+        return false;
+    return true;
+}
+
+bool readBaud(const QString &text, VirtualPrinterOptions &options)
+{
+    static const QRegularExpression known(
+        QStringLiteral("\\A(1200|2400|4800|9600|19200|38400|57600|115200)\\z"));
+    options.baudRate = text.toInt();
+    return known.match(text).hasMatch();
+}
+
+struct Arguments
+{
+    VirtualPrinterOptions printer;
+    QString link;
+};
+
+void describe(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Plays a receipt printer on a pseudo terminal: prints the port's path, then "
+                       "the dialogue in hexadecimal with the line settings in force.\nModels: ") +
+        virtualModelIds().join(QStringLiteral(", ")));
+    const auto option = [&parser](const char *name, const char *description, const char *value) {
+        parser.addOption(QCommandLineOption(QLatin1String(name), QLatin1String(description),
+                                            QLatin1String(value)));
+    };
+    option("model", "The model to play.", "id");
+    option("baud", "The baud rate that it is set to.", "rate");
+    option("flow", "Its flow control: none, hardware or software.", "kind");
+    option("fault",
+           "What is wrong with it: silent, echo, garbage, flood, slow=MS, hangup-after=BYTES, "
+           "partial or differing-ids.",
+           "kind");
+    option("link", "A symbolic link to make to the port.", "path");
+    parser.addHelpOption();
+}
+
+/// Nothing after a message on standard error.
+std::optional<Arguments> readArguments()
+{
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process(*QCoreApplication::instance());
+
+    Arguments arguments;
+    VirtualPrinterOptions &printer = arguments.printer;
+    printer.model = parser.value(QStringLiteral("model"));
+    arguments.link = parser.value(QStringLiteral("link"));
+    using Reader = bool (*)(const QString &, VirtualPrinterOptions &);
+    const std::pair<const char *, Reader> readers[] = {
+        {"baud", readBaud}, {"flow", readFlow}, {"fault", readFault}};
+    for (const auto &[name, read] : readers) {
+        const QString option = QLatin1String(name);
+        if (parser.isSet(option) && !read(parser.value(option), printer)) {
+            print(stderr, QStringLiteral("virtual-printer: --%1: \"%2\" is none of its values")
+                              .arg(option, parser.value(option)));
+            return std::nullopt;
+        }
+    }
+    if (!virtualModelIds().contains(printer.model) || !parser.positionalArguments().isEmpty()) {
+        print(stderr, QStringLiteral("virtual-printer: --model takes one of: ") +
+                          virtualModelIds().join(QStringLiteral(", ")));
+        return std::nullopt;
+    }
+    return arguments;
+}
+
+void play(VirtualPrinter &printer)
+{
+    struct sigaction action = {};
+    action.sa_handler = interrupt;
+    ::sigaction(SIGINT, &action, nullptr);
+    ::sigaction(SIGTERM, &action, nullptr);
+    printer.setObserver(
+        [](const VirtualExchange &exchange) { print(stdout, exchange.toString()); });
+    while (interrupted == 0)
+        printer.waitAndService(pollMilliseconds);
+}
+
+}  // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const std::optional<Arguments> arguments = readArguments();
+    if (!arguments)
+        return wrongUsage;
+    VirtualPrinter printer(arguments->printer);
+    if (!printer.isValid()) {
+        print(stderr, QStringLiteral("virtual-printer: there is no pseudo terminal to be had"));
+        return 1;
+    }
+    const QByteArray link = arguments->link.toLocal8Bit();
+    if (!link.isEmpty() &&
+        ::symlink(printer.portPath().toLocal8Bit().constData(), link.constData()) != 0) {
+        std::perror(("virtual-printer: " + link).constData());
+        return 1;
+    }
+    print(stdout, printer.portPath());
+    play(printer);
+    if (!link.isEmpty())
+        ::unlink(link.constData());
+    return 0;
+}
