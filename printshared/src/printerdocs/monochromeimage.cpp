@@ -1,5 +1,7 @@
 #include "printerdocs/monochromeimage.h"
 
+#include "printerdocs/mapkey_p.h"
+
 namespace {
 
 constexpr int bitsPerByte = 8;
@@ -7,10 +9,10 @@ constexpr qint64 noOffset = -1;
 // No receipt comes near it; it keeps a wild size in a file from taking the machine's memory.
 constexpr qint64 maximumBytes = qint64(1) << 28;
 
-constexpr QLatin1String widthKey("w");
-constexpr QLatin1String heightKey("h");
-constexpr QLatin1String dataKey("data");
-constexpr QLatin1String fileNameKey("fn");
+constexpr QLatin1String widthKey = mapKey("w");
+constexpr QLatin1String heightKey = mapKey("h");
+constexpr QLatin1String dataKey = mapKey("data");
+constexpr QLatin1String fileNameKey = mapKey("fn");
 
 qint64 alignedRowLength(int width, int alignmentBits)
 {
