@@ -85,7 +85,7 @@ void DocumentBlock::setMap(const QMap<QString, QVariant> &map)
 
 void DocumentBlock::readTextMap(const QMap<QString, QVariant> &map)
 {
-    // Intended: the remainder, which takes the number's sign; documents of older writers hold
+    // Intended: the remainder, which takes the number's sign; stored documents may hold
     // numbers above 3. See tst_documentblock_map, alignmentIsReadAsTheRemainderByFour.
     m_alignment = static_cast<ETextAlignment>(map.value(alignmentKey).toInt() % numberOfAlignments);
     const QVariantList text = map.value(textKey).toList();

@@ -1,0 +1,95 @@
+// The map form of a document: keys and kinds of value are what stored documents hold.
+#include "printerdocs/mapkey_p.h"
+#include "printerdocs/textprinterdocument.h"
+
+namespace {
+
+using Map = QMap<QString, QVariant>;
+using CharImages = QMultiMap<signed char, MonochromeImage>;
+
+constexpr QLatin1String blocksKey = mapKey("blocks");
+constexpr QLatin1String charImagesKey = mapKey("cis");
+constexpr QLatin1String charImagePrefix = mapKey("ci_");
+constexpr QLatin1String prevTicketActionKey = mapKey("pta");
+constexpr QLatin1String currentTicketActionKey = mapKey("cta");
+constexpr QLatin1String retractionTimeoutKey = mapKey("rtout");
+constexpr QLatin1String loopPolicyKey = mapKey("loop");
+constexpr QLatin1String doInitKey = mapKey("init");
+constexpr QLatin1String symbolsPerLineKey = mapKey("spl");
+
+// Intended: only wider lines are written, as readers take 32 for granted; see
+// tst_textprinterdocument_map, symbolsPerLineIsWrittenAbove32.
+constexpr int unwrittenSymbolsPerLine = 32;
+
+// Intended: one image per code; a multi-map walks equal keys from the newest to the oldest, so the
+// image added first wins. See tst_textprinterdocument_map, imageAddedFirstWins.
+Map mapOfImages(const CharImages &images)
+{
+    Map map;
+    for (auto image = images.cbegin(); image != images.cend(); ++image)
+        map.insert(charImagePrefix + QString::number(image.key()), image->toMap());
+    return map;
+}
+
+// Intended: the code is read as an unsigned number of any size, narrowed to the table's key, so
+// negative codes, which are written, are dropped. See tst_textprinterdocument_map,
+// codesAreReadUnsignedAndNarrowed.
+CharImages imagesOfMap(const Map &map)
+{
+    CharImages images;
+    for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
+        bool ok = false;
+        const uint code = entry.key().midRef(charImagePrefix.size()).toUInt(&ok);
+        if (ok)
+            images.insert(static_cast<signed char>(code), MonochromeImage(entry->toMap()));
+    }
+    return images;
+}
+
+template <typename Enum>
+QFlags<Enum> flagsOf(int value)
+{
+    return QFlags<Enum>(QFlag(value));
+}
+
+}  // namespace
+
+QMap<QString, QVariant> TextPrinterDocument::toMap() const
+{
+    QVariantList blocks;
+    blocks.reserve(m_blocks.size());
+    for (const DocumentBlock &block : m_blocks)
+        blocks.append(block.toMap());
+    Map map{{blocksKey, blocks},
+            {prevTicketActionKey, static_cast<int>(m_prevTicketAction)},
+            {currentTicketActionKey, static_cast<int>(m_currentTicketAction)},
+            {loopPolicyKey, static_cast<uint>(m_loopPolicy)}};
+    if (!m_charImages.isEmpty())
+        map.insert(charImagesKey, mapOfImages(m_charImages));
+    if (m_retractionTimeout > 0)
+        map.insert(retractionTimeoutKey, m_retractionTimeout);
+    if (m_doInit)
+        map.insert(doInitKey, true);
+    if (m_symbolsPerLine > unwrittenSymbolsPerLine)
+        map.insert(symbolsPerLineKey, m_symbolsPerLine);
+    return map;
+}
+
+void TextPrinterDocument::setMap(const QMap<QString, QVariant> &map)
+{
+    m_blocks.clear();
+    const QVariantList blocks = map.value(blocksKey).toList();
+    m_blocks.reserve(blocks.size());
+    for (const QVariant &block : blocks)
+        m_blocks.append(DocumentBlock(block.toMap()));
+    m_charImages = imagesOfMap(map.value(charImagesKey).toMap());
+    m_prevTicketAction = flagsOf<EPrinterTicketAction>(map.value(prevTicketActionKey).toInt());
+    m_currentTicketAction =
+        flagsOf<EPrinterTicketAction>(map.value(currentTicketActionKey).toInt());
+    m_retractionTimeout = map.value(retractionTimeoutKey).toInt();
+    m_loopPolicy = flagsOf<EPaperLoopFlag>(static_cast<int>(map.value(loopPolicyKey).toUInt()));
+    // Intended: false when missing, though a fresh document has true; the writer leaves false out.
+    // See tst_textprinterdocument_map, emptyMapIsNotTheDefaultDocument.
+    m_doInit = map.value(doInitKey).toBool();
+    m_symbolsPerLine = map.value(symbolsPerLineKey).toInt();
+}
