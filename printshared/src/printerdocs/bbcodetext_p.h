@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include "printerdocs/etextalignment.h"
+
+/// What BbCodeParser does with a piece of text before it joins the block.
+namespace bbcodetext {
+
+/// One kind of line end, and ASCII for the quotation marks and dashes that no receipt font has.
+QString normalized(QString text);
+
+/// The text as a whole number with at least this many digits; what is no number is 0. The sign
+/// isn't counted.
+QString zeroFilled(const QString &text, int digits);
+
+/// The text with blanks up to a width: in front, on both sides, or else behind.
+QString padded(const QString &text, int width, ETextAlignment align);
+
+/// The text without the line end that a tag's own line leaves in front of it.
+QString withoutLeadingLineEnd(const QString &text);
+
+/// Whether the two would be glued together without a blank.
+bool needsBlankBetween(const QString &before, const QString &after);
+
+}  // namespace bbcodetext
