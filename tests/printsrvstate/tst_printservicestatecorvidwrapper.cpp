@@ -220,7 +220,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("reason");
         QTest::newRow("no JSON") << "not json"
                                  << "illegal value";
-        QTest::newRow("cut off") << json("{'serviceState':1") << "unterminated object";
+        QTest::newRow("cut off") << json("{'deviceErrorMsg':'low'") << "unterminated object";
     }
 
     void badJsonResetsEverythingButTheTape()
