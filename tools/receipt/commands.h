@@ -11,4 +11,5 @@ struct Command
     int (*run)(const QStringList &arguments);
 };
 
+int runBbCode(const QStringList &arguments);
 int runEval(const QStringList &arguments);

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr Command commands[] = {
+    {"bbcode", "show what a BBCode text prints", runBbCode},
     {"eval", "evaluate an arithmetic expression", runEval},
 };
 
@@ -34,7 +35,7 @@ int main(int argc, char *argv[])
         printHelp();
         return tool::WrongUsage;
     }
-    const QString name = arguments.constFirst();
+    const QString &name = arguments.constFirst();
     if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
         printHelp();
         return tool::Success;

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QLoggingCategory>
+#include <QTextCodec>
 #include <QTextStream>
 #include <cstdio>
 
@@ -69,6 +70,29 @@ std::optional<QByteArray> readInput(const QString &fileName)
         return std::nullopt;
     }
     return bytes;
+}
+
+std::optional<QString> readText(const QString &fileName)
+{
+    const std::optional<QByteArray> bytes = readInput(fileName);
+    if (!bytes)
+        return std::nullopt;
+    const QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
+    QString text;
+    int lineNumber = 0;
+    for (int begin = 0; begin < bytes->size();) {
+        const int lineEnd = bytes->indexOf('\n', begin);
+        const int end = lineEnd < 0 ? bytes->size() : lineEnd + 1;
+        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+        ++lineNumber;
+        text += utf8->toUnicode(bytes->constData() + begin, end - begin, &state);
+        if (state.invalidChars != 0 || state.remainingChars != 0) {
+            complain(QStringLiteral("%1:%2: this line isn't UTF-8").arg(fileName).arg(lineNumber));
+            return std::nullopt;
+        }
+        begin = end;
+    }
+    return text.startsWith(QChar::ByteOrderMark) ? text.mid(1) : text;
 }
 
 QString placeOf(const QString &fileName, const QByteArray &text, int offset)

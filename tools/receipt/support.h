@@ -31,6 +31,10 @@ std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
 /// The bytes of a file, "-" being standard input. Complains and gives nothing on failure.
 std::optional<QByteArray> readInput(const QString &fileName);
 
+/// The text of a UTF-8 file, "-" being standard input. Complains, naming the first line that isn't
+/// UTF-8, and gives nothing on failure.
+std::optional<QString> readText(const QString &fileName);
+
 /// Line and column, both from 1, of a byte offset in a UTF-8 text, for messages.
 QString placeOf(const QString &fileName, const QByteArray &text, int offset);
 

@@ -131,6 +131,7 @@ public:
 
     /// Reads what begins with the "[" at `begin`, a tag or not.
     /// @return where to go on, behind `begin` and at most `end`
+    /// This and parseKeyValuePairs() are there for the const iterator of a text.
     template <class Iterator>
     Iterator parseElement(Iterator begin, Iterator end);
     /// Reads "key=value" pairs up to the closing bracket. A malformed pair clears the map.

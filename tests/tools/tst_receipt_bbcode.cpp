@@ -1,0 +1,209 @@
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+struct Outcome
+{
+    int status = -1;
+    QString output;
+    QString errors;
+};
+
+/// Runs the tool's command with these arguments and this standard input.
+Outcome runBbCode(const QStringList &arguments, const QByteArray &input = QByteArray())
+{
+    QProcess process;
+    process.start(RECEIPT_PROGRAM, QStringList("bbcode") + arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    Outcome outcome;
+    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
+        outcome.status = process.exitCode();
+    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
+    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    return outcome;
+}
+
+const QString coupon = PRINTERSLIB_EXAMPLES "/coupon.bbcode";
+const QString couponImages = PRINTERSLIB_EXAMPLES "/images";
+
+}  // namespace
+
+class TestReceiptBbCode : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void couponPrintsItsLines()
+    {
+        const QStringList lines{
+            "              Tea and Spice",
+            "              Loyalty coupon",
+            "------------------------------------------",
+            "                             For our guest",
+            "                    Valid until 31.12.2026",
+            "Black tea, cup               2        free",
+            "Cardamom, 50 g               1  half price",
+            "Card                                004711",
+            "__________________________________________",
+            "       Show this code at the till:",
+            QString(21, ' '),  // the blank line behind the barcode, centred as well
+            QString(21, ' '),  // and behind the QR code
+            "       Thank you - \"see you soon\"!",
+            "",
+        };
+        const Outcome outcome = runBbCode({coupon, "--images", couponImages});
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.output.split('\n'), lines);
+        QVERIFY2(outcome.errors.isEmpty(), qPrintable(outcome.errors));
+    }
+
+    void couponHoldsItsPictureAndCodes()
+    {
+        const Outcome outcome = runBbCode({coupon, "--images", couponImages, "--as", "json"});
+        QCOMPARE(outcome.status, 0);
+        const QJsonObject document = QJsonDocument::fromJson(outcome.output.toUtf8()).object();
+        QList<int> types;
+        const QJsonArray blocks = document.value("blocks").toArray();
+        for (const QJsonValue &block : blocks)
+            types.append(block.toObject().value("type").toInt(-1));
+        QCOMPARE(types, (QList<int>{1, 0, 0, 0, 0, 0, 0, 2, 0, 3, 0, 0}));
+
+        const QJsonObject image = blocks.at(0).toObject().value("img").toObject();
+        QCOMPARE(image.value("w").toInt(), 96);
+        QCOMPARE(image.value("h").toInt(), 64);
+        QCOMPARE(QByteArray::fromBase64(image.value("data").toString().toLatin1()).size(), 12 * 64);
+        QCOMPARE(image.value("fn").toString(),
+                 QFileInfo(couponImages + "/logo.png").absoluteFilePath());
+        const auto decoded = [&blocks](int index, const char *key) {
+            return QByteArray::fromBase64(
+                blocks.at(index).toObject().value(QLatin1String(key)).toString().toLatin1());
+        };
+        QCOMPARE(decoded(7, "bar"), QByteArray("4600000000017"));
+        QCOMPARE(blocks.at(7).toObject().value("bt").toInt(), 7);
+        QCOMPARE(decoded(9, "qr"), QByteArray("https://tea.example/coupon?card=004711"));
+    }
+
+    void jsonIsTheMapForm()
+    {
+        const Outcome outcome = runBbCode({"-", "--as", "json"}, "A");
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.output,
+                 QString("{\"blocks\":[{\"align\":0,\"fmt\":[\"AA==\"],\"fnt\":[\"AA==\"],"
+                         "\"ls\":[0],\"txt\":[\"A\"],\"type\":0}],\"cta\":5,\"loop\":0,"
+                         "\"pta\":4}\n"));
+        const Outcome pretty = runBbCode({"-", "--as", "json", "--pretty"}, "A");
+        QCOMPARE(pretty.status, 0);
+        QVERIFY(pretty.output.startsWith("{\n    \"blocks\": [\n"));
+        QCOMPARE(QJsonDocument::fromJson(pretty.output.toUtf8()),
+                 QJsonDocument::fromJson(outcome.output.toUtf8()));
+    }
+
+    void treeShowsTheTagsAsRead()
+    {
+        const Outcome outcome = runBbCode({"-", "--as", "tree"}, "[size=large]чай[/size]");
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.output, QString("#document\n"
+                                         "|-- [size]\n"
+                                         "|   |-- [size]\n"
+                                         "|   |   |-- { {size=large} }\n"
+                                         "|   |   |-- @\"чай\"\n"
+                                         "|   |   |-- [/size]\n"));
+    }
+
+    void widthIsThatOfTheReceipt()
+    {
+        for (const int width : {17, 32, 255}) {
+            const Outcome outcome =
+                runBbCode({"-", "--width", QString::number(width)}, "[hr /][right]x");
+            QCOMPARE(outcome.status, 0);
+            QCOMPARE(outcome.output, QString(width, '_') + "\n" + QString(width - 1, ' ') + "x\n");
+        }
+    }
+
+    void emptyTextPrintsNothing()
+    {
+        const Outcome outcome = runBbCode({"-"}, "");
+        QCOMPARE(outcome.status, 0);
+        QVERIFY(outcome.output.isEmpty());
+    }
+
+    void byteOrderMarkIsNoText()
+    {
+        QCOMPARE(runBbCode({"-"},
+                           "\xEF\xBB\xBF"
+                           "A")
+                     .output,
+                 QString("A\n"));
+    }
+
+    void warningsAreShownOnDemand()
+    {
+        const Outcome quiet = runBbCode({"-"}, "[foo]x");
+        QCOMPARE(quiet.status, 0);
+        QCOMPARE(quiet.output, QString("x\n"));
+        QVERIFY(quiet.errors.isEmpty());
+        const Outcome verbose = runBbCode({"-", "--verbose"}, "[foo]x");
+        QCOMPARE(verbose.output, QString("x\n"));
+        QVERIFY(verbose.errors.contains("foo"));
+    }
+
+    void badInputNamesTheFile()
+    {
+        const Outcome missing = runBbCode({"/nowhere/x.bbcode"});
+        QCOMPARE(missing.status, 1);
+        QVERIFY(missing.errors.contains("/nowhere/x.bbcode"));
+        QVERIFY(missing.output.isEmpty());
+
+        const QTemporaryDir directory;
+        QFile file(directory.filePath("latin.bbcode"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("fine\n\xE9t\xE9\n");
+        file.close();
+        const Outcome latin = runBbCode({file.fileName()});
+        QCOMPARE(latin.status, 1);
+        QVERIFY2(latin.errors.contains(file.fileName() + ":2:"), qPrintable(latin.errors));
+        QVERIFY(latin.output.isEmpty());
+        QCOMPARE(runBbCode({"-"}, "cut \xD1").status, 1);
+    }
+
+    void wrongUsageIsTold_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("word");
+        QTest::newRow("no file") << QStringList() << "arguments";
+        QTest::newRow("two files") << QStringList{"a", "b"} << "arguments";
+        QTest::newRow("unknown form") << QStringList{"-", "--as", "pdf"} << "pdf";
+        QTest::newRow("width too small") << QStringList{"-", "--width", "16"} << "16";
+        QTest::newRow("width too great") << QStringList{"-", "--width", "256"} << "256";
+        QTest::newRow("negative width") << QStringList{"-", "--width", "-5"} << "-5";
+        QTest::newRow("width is no number") << QStringList{"-", "--width", "wide"} << "wide";
+        QTest::newRow("unknown option") << QStringList{"-", "--colour"} << "colour";
+    }
+
+    void wrongUsageIsTold()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, word);
+        const Outcome outcome = runBbCode(arguments, "x");
+        QCOMPARE(outcome.status, 2);
+        QVERIFY(outcome.output.isEmpty());
+        QVERIFY2(outcome.errors.contains(word), qPrintable(outcome.errors));
+    }
+
+    void helpNamesTheOptions()
+    {
+        const Outcome outcome = runBbCode({"--help"});
+        QCOMPARE(outcome.status, 0);
+        for (const char *option : {"--as", "--width", "--images", "--pretty", "FILE"})
+            QVERIFY2(outcome.output.contains(option), option);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestReceiptBbCode)
+#include "tst_receipt_bbcode.moc"

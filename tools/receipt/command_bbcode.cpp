@@ -1,0 +1,122 @@
+#include <QJsonDocument>
+#include <memory>
+
+#include "bbcpp/bbdocument.h"
+#include "commands.h"
+#include "printerdocs/bbcodeparser.h"
+#include "support.h"
+
+namespace {
+
+// Below this the library takes the characters per line for a count of leading blanks.
+constexpr int leastWidth = 17;
+constexpr int greatestWidth = 255;
+
+struct Request
+{
+    QString text;
+    int width;
+    QString images;
+    bool pretty;
+};
+
+TextPrinterDocument parsedDocument(const Request &request)
+{
+    BbCodeParser parser;
+    parser.setSymbolsPerLine(static_cast<unsigned char>(request.width));
+    parser.setImagesPath(request.images);
+    parser.parseText(request.text);
+    return parser.document();
+}
+
+void printText(const Request &request)
+{
+    const QList<DocumentBlock> blocks = parsedDocument(request).blocks();
+    for (DocumentBlock block : blocks) {
+        const QStringList lines = block.toStringList(request.width);
+        for (const QString &line : lines)
+            tool::print(line);
+    }
+}
+
+void printJson(const Request &request)
+{
+    const auto form = request.pretty ? QJsonDocument::Indented : QJsonDocument::Compact;
+    const QJsonDocument json = QJsonDocument::fromVariant(parsedDocument(request).toMap());
+    tool::print(QString::fromUtf8(json.toJson(form)).trimmed());
+}
+
+void printTree(const Request &request)
+{
+    const auto document = std::make_shared<bbcpp::BBDocument>();
+    document->load(request.text.toStdString());
+    bbcpp::printDocument(*document);
+}
+
+struct Form
+{
+    const char *name;
+    void (*print)(const Request &request);
+};
+
+constexpr Form forms[] = {
+    {"text", printText},
+    {"json", printJson},
+    {"tree", printTree},
+};
+
+const Form *findForm(const QString &name)
+{
+    for (const Form &form : forms) {
+        if (name == QLatin1String(form.name))
+            return &form;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+int runBbCode(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Shows what a BBCode text prints."));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("BBCode text in UTF-8; - is standard input."));
+    const QCommandLineOption as(
+        QStringLiteral("as"),
+        QStringLiteral("text (default), json (the map form), or tree (the tags as read)."),
+        QStringLiteral("form"), QStringLiteral("text"));
+    const QCommandLineOption width(QStringLiteral("width"),
+                                   QStringLiteral("Characters per line, %1 to %2; default 42.")
+                                       .arg(leastWidth)
+                                       .arg(greatestWidth),
+                                   QStringLiteral("N"), QStringLiteral("42"));
+    const QCommandLineOption images(
+        QStringLiteral("images"),
+        QStringLiteral("Folder of the pictures; default: the current one."), QStringLiteral("DIR"));
+    const QCommandLineOption pretty(QStringLiteral("pretty"),
+                                    QStringLiteral("Indent the JSON text."));
+    parser.addOptions({as, width, images, pretty});
+    if (const auto status = tool::parse(parser, QStringLiteral("bbcode"), arguments, 1, 1))
+        return *status;
+
+    const Form *form = findForm(parser.value(as));
+    if (form == nullptr) {
+        tool::complain(QStringLiteral("--as: there is no form \"%1\"").arg(parser.value(as)));
+        return tool::WrongUsage;
+    }
+    bool isNumber = false;
+    const int characters = parser.value(width).toInt(&isNumber);
+    if (!isNumber || characters < leastWidth || characters > greatestWidth) {
+        tool::complain(QStringLiteral("--width: \"%1\" is no number from %2 to %3")
+                           .arg(parser.value(width))
+                           .arg(leastWidth)
+                           .arg(greatestWidth));
+        return tool::WrongUsage;
+    }
+    const std::optional<QString> text = tool::readText(parser.positionalArguments().constFirst());
+    if (!text)
+        return tool::BadInput;
+    form->print({*text, characters, parser.value(images), parser.isSet(pretty)});
+    return tool::Success;
+}
