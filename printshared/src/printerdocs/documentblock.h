@@ -11,6 +11,8 @@
 #include "printerdocs/monochromeimage.h"
 #include "printerslib_export.h"
 
+class SpecialCharacters;
+
 /// One piece of a printable document: some lines of text with a format byte (ECharFormat) and a
 /// font byte per character, or one image, one barcode or one QR code.
 ///
@@ -149,6 +151,26 @@ public:
     static DocumentBlock createSimpleBlock(const QString &text, ETextAlignment alignment,
                                            QByteArray font, QByteArray format, int lineSpacing,
                                            int spaces);
+
+    /// The lines as HTML, as rows of a table or as "<pre>" sections, separated by line breaks;
+    /// empty unless isText(). Text isn't escaped.
+    /// @param rightAlign whether the second cell of a justified line is aligned right (table only)
+    /// @param symbols    not read: every special symbol is the same picture, "tempimg" in the
+    /// folder
+    ///                   for temporary files, which the client provides
+    /// @param lineWidth  the width in characters to which a line with one tab is filled (not in a
+    ///                   table); above 16 Mi nothing is filled
+    QString toHtml(bool rightAlign, const SpecialCharacters &symbols, bool useTable,
+                   int lineWidth) const;
+    /// One line of the above, counted from 0; empty if there is no such line.
+    QString toHtml(int line, bool rightAlign, const SpecialCharacters &symbols, bool useTable,
+                   int lineWidth) const;
+    /// A run of text, with a table cell around it if useTable. @param font, format one byte per
+    /// character; short ones count as in format(). @param attributes, width those of the cell; an
+    /// empty width is left out. @param lineSpacing, symbols not read.
+    QString toHtml(const QString &text, QByteArray font, QByteArray format,
+                   const QString &attributes, int lineSpacing, const SpecialCharacters &symbols,
+                   bool useTable, QString width) const;
 
     /// The map form: "type", and what a valid block of this type holds. A block that isn't valid
     /// keeps its type alone.

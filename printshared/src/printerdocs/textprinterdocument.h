@@ -72,6 +72,10 @@ public:
     void toUpper();
     void toLower();
 
+    /// The document as an HTML page, one table or a sequence of "<pre>" sections. Blocks other than
+    /// text leave an empty line. See DocumentBlock::toHtml().
+    QString toHtml(bool useTable, const SpecialCharacters &symbols) const;
+
     /// The map form, of values that pass through JSON unchanged.
     QMap<QString, QVariant> toMap() const;
     /// Replaces the whole document by what the map says; a missing number is 0. Intended: these
