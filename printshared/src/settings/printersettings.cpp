@@ -1,0 +1,376 @@
+#include "settings/printersettings.h"
+
+#include <mutex>
+
+#include "settings/settingsitem_p.h"
+#include "settings/settingslock_p.h"
+
+namespace {
+
+// Guards the pointer to the serial settings and the printer's name for those operations that don't
+// take the settings mutex, because they are called with it held. Nothing is locked under it but the
+// serial settings themselves.
+std::mutex portMutex;
+
+using PortLock = std::lock_guard<std::mutex>;
+
+constexpr unsigned int greatestPrinterType = 2;
+
+// Both enumerations know 1 and 2; any other number in an item is 0.
+template <typename Enumeration>
+Enumeration knownOrZero(const QString &text)
+{
+    const int number = text.toInt();
+    return static_cast<Enumeration>(number == 1 || number == 2 ? number : 0);
+}
+
+}  // namespace
+
+const QString PrinterSettings::SECTION = QStringLiteral("PRINTER");
+const QString PrinterSettings::PRINTER_TYPE = QStringLiteral("printerType");
+const QString PrinterSettings::PRINTER_ID = QStringLiteral("printerName");
+const QString PrinterSettings::EMPTY_STRINGS_AT_END = QStringLiteral("emptyStringsAtEnd");
+const QString PrinterSettings::SPACES_BEFORE_STRING = QStringLiteral("spacesBeforeString");
+const QString PrinterSettings::PAPER_LOOP_FLAG = QStringLiteral("paperLoopFlag");
+const QString PrinterSettings::MOVE_CHECK_TO = QStringLiteral("moveCheckTo");
+const QString PrinterSettings::CHARACTER_MODE = QStringLiteral("characterMode");
+const QString PrinterSettings::ENABLE_PORT_LOGGING = QStringLiteral("enablePortLogging");
+const QString PrinterSettings::BASE_FISCAL_FONT = QStringLiteral("baseFiscFont");
+const QString PrinterSettings::DEFAULT_SYMBOLS_PER_LINE = QStringLiteral("defSymPerLine");
+
+const QString PrinterSettings::MAPPED_EMPTY_STRINGS_AT_END =
+    QStringLiteral("PRINT_EMPTY_STRINGS_AT_END");
+const QString PrinterSettings::MAPPED_SPACES_BEFORE_STRING =
+    QStringLiteral("PRINT_SPACES_BEFORE_STRING");
+const QString PrinterSettings::MAPPED_PAPER_LOOP_FLAG = QStringLiteral("PAPER_LOOP_FLAG");
+const QString PrinterSettings::MAPPED_MOVE_CHECK_TO = QStringLiteral("MOVE_TICKET_TO");
+const QString PrinterSettings::MAPPED_PRINTER_CHARACTER_MODE =
+    QStringLiteral("PRINTER_CHARACTER_MODE");
+
+QMutex PrinterSettings::_settingsMutex;
+unsigned int PrinterSettings::_printerType = 0;
+QString PrinterSettings::_printerId;
+int PrinterSettings::_emptyStringsAtEnd = 5;
+int PrinterSettings::_spacessBeforeString = 0;
+EPaperLoopFlag PrinterSettings::_paperLoopFlag = PaperLoopNone;
+signed char PrinterSettings::_moveCheckTo = 50;
+IPrintDeviceSettings::ECharactersMode PrinterSettings::_charactersMode = CharactersAsWritten;
+bool PrinterSettings::_enablePortLogging = false;
+int PrinterSettings::_baseFiscalFont = 1;
+int PrinterSettings::_defSymbolsPerLine = 0;
+QSharedPointer<hearth::RS232Settings> PrinterSettings::_port(new hearth::RS232Settings(QString()));
+
+/// One setting of the default section, in the order of the item list. Both functions run under the
+/// settings mutex.
+struct PrinterSettings::Field
+{
+    const QString &key;
+    QVariant (*read)();
+    void (*write)(const QString &value);
+};
+
+const PrinterSettings::Field PrinterSettings::fields[] = {
+    {PRINTER_TYPE, [] { return QVariant(int(_printerType)); },
+     [](const QString &value) { _printerType = value.toUInt(); }},
+    {PRINTER_ID, [] { return QVariant(_printerId); }, storePrinterId},
+    {EMPTY_STRINGS_AT_END, [] { return QVariant(_emptyStringsAtEnd); },
+     [](const QString &value) { _emptyStringsAtEnd = value.toInt(); }},
+    {SPACES_BEFORE_STRING, [] { return QVariant(_spacessBeforeString); },
+     [](const QString &value) { _spacessBeforeString = value.toInt(); }},
+    {PAPER_LOOP_FLAG, [] { return QVariant(int(_paperLoopFlag)); },
+     [](const QString &value) { _paperLoopFlag = knownOrZero<EPaperLoopFlag>(value); }},
+    {MOVE_CHECK_TO, [] { return QVariant(int(_moveCheckTo)); },
+     [](const QString &value) { _moveCheckTo = static_cast<signed char>(value.toInt()); }},
+    {CHARACTER_MODE, [] { return QVariant(int(_charactersMode)); },
+     [](const QString &value) { _charactersMode = knownOrZero<ECharactersMode>(value); }},
+    {ENABLE_PORT_LOGGING, [] { return QVariant(int(_enablePortLogging)); },
+     [](const QString &value) { _enablePortLogging = value.toInt() != 0; }},
+    {BASE_FISCAL_FONT, [] { return QVariant(_baseFiscalFont); },
+     [](const QString &value) { _baseFiscalFont = value.toInt(); }},
+    {DEFAULT_SYMBOLS_PER_LINE, [] { return QVariant(_defSymbolsPerLine); },
+     [](const QString &value) { _defSymbolsPerLine = value.toInt(); }},
+};
+
+PrinterSettings::PrinterSettings()
+{
+    PrinterSettings::port();
+}
+
+PrinterSettings::~PrinterSettings() = default;
+
+QSharedPointer<hearth::RS232Settings> PrinterSettings::port(const QString &name) const
+{
+    return portNamed(name);
+}
+
+QSharedPointer<hearth::RS232Settings> PrinterSettings::port() const
+{
+    QString name;
+    {
+        const PortLock lock(portMutex);
+        name = _printerId;
+    }
+    return port(name);
+}
+
+unsigned int PrinterSettings::printerType() const
+{
+    const SettingsLock lock(_settingsMutex);
+    return _printerType;
+}
+
+void PrinterSettings::setPrinterType(unsigned int type)
+{
+    const SettingsLock lock(_settingsMutex);
+    _printerType = type > greatestPrinterType ? 0 : type;
+}
+
+QString PrinterSettings::printerId() const
+{
+    const SettingsLock lock(_settingsMutex);
+    return _printerId;
+}
+
+void PrinterSettings::setPrinterId(const QString &name)
+{
+    const SettingsLock lock(_settingsMutex);
+    storePrinterId(name);
+    port();
+    portNamed(name);
+}
+
+bool PrinterSettings::portLoggingEnabled() const
+{
+    const SettingsLock lock(_settingsMutex);
+    return _enablePortLogging;
+}
+
+void PrinterSettings::setPortLoggingEnabled(bool enabled)
+{
+    const SettingsLock lock(_settingsMutex);
+    _enablePortLogging = enabled;
+}
+
+int PrinterSettings::emptyStringsAtEnd() const
+{
+    const SettingsLock lock(_settingsMutex);
+    return _emptyStringsAtEnd;
+}
+
+void PrinterSettings::setEmptyStringsAtEnd(int count)
+{
+    const SettingsLock lock(_settingsMutex);
+    _emptyStringsAtEnd = count;
+}
+
+int PrinterSettings::spacessBeforeString() const
+{
+    const SettingsLock lock(_settingsMutex);
+    return _spacessBeforeString;
+}
+
+void PrinterSettings::setSpacesBeforeString(int count)
+{
+    const SettingsLock lock(_settingsMutex);
+    _spacessBeforeString = count;
+}
+
+IPrintDeviceSettings::ECharactersMode PrinterSettings::charactersMode() const
+{
+    const SettingsLock lock(_settingsMutex);
+    return _charactersMode;
+}
+
+void PrinterSettings::setCharactersMode(const IPrintDeviceSettings::ECharactersMode &mode)
+{
+    const SettingsLock lock(_settingsMutex);
+    _charactersMode = mode;
+}
+
+bool PrinterSettings::paperLoopSupported() const
+{
+    return false;
+}
+
+bool PrinterSettings::paperLoopSupported(const QString &name) const
+{
+    Q_UNUSED(name)
+    return false;
+}
+
+EPaperLoopFlag PrinterSettings::paperLoopFlag() const
+{
+    if (!paperLoopSupported())
+        return PaperLoopNone;
+    const SettingsLock lock(_settingsMutex);
+    return _paperLoopFlag;
+}
+
+void PrinterSettings::setPaperLoopFlag(EPaperLoopFlag flag)
+{
+    const SettingsLock lock(_settingsMutex);
+    _paperLoopFlag = flag;
+}
+
+EPaperLoopFlag PrinterSettings::paperLoopFlag(const QString &name)
+{
+    if (!paperLoopSupported(name))
+        return PaperLoopNone;
+    const SettingsLock lock(_settingsMutex);
+    return _paperLoopFlag;
+}
+
+void PrinterSettings::setPaperLoopFlag(EPaperLoopFlag flag, const QString &name)
+{
+    const EPaperLoopFlag stored = paperLoopSupported(name) ? flag : PaperLoopNone;
+    const SettingsLock lock(_settingsMutex);
+    _paperLoopFlag = stored;
+}
+
+bool PrinterSettings::checkMoveSettingsSupported() const
+{
+    return false;
+}
+
+bool PrinterSettings::checkMoveSettingsSupported(const QString &name) const
+{
+    Q_UNUSED(name)
+    return false;
+}
+
+int PrinterSettings::baseFiscalFont()
+{
+    const SettingsLock lock(_settingsMutex);
+    return _baseFiscalFont;
+}
+
+void PrinterSettings::setBaseFiscalFont(const int &font)
+{
+    const SettingsLock lock(_settingsMutex);
+    _baseFiscalFont = font;
+}
+
+int PrinterSettings::getDefSymbolsPerLine()
+{
+    return defSymbolsPerLine();
+}
+
+void PrinterSettings::setDefSymbolsPerLine(const int &count)
+{
+    const SettingsLock lock(_settingsMutex);
+    _defSymbolsPerLine = count;
+}
+
+QList<QVariant> PrinterSettings::toList() const
+{
+    const SettingsLock lock(_settingsMutex);
+    QList<QVariant> list;
+    for (const Field &field : fields)
+        settingsitem::append(list, SECTION, field.key, field.read());
+    list.append(portNamed(_printerId)->toList());
+    return list;
+}
+
+void PrinterSettings::setList(const QList<QVariant> &list)
+{
+    const SettingsLock lock(_settingsMutex);
+    for (const QVariant &item : list)
+        setLocked(item.toMap());
+}
+
+bool PrinterSettings::setValue(const QMap<QString, QVariant> &item)
+{
+    const SettingsLock lock(_settingsMutex);
+    return setLocked(item);
+}
+
+int PrinterSettings::defSymbolsPerLine()
+{
+    const SettingsLock lock(_settingsMutex);
+    return _defSymbolsPerLine;
+}
+
+void PrinterSettings::setPortSettings(const QString &name, const hearth::RS232Settings &source)
+{
+    const QSharedPointer<hearth::RS232Settings> target = existingPort(name);
+    target->setText(source.text());
+    target->setPortSettings(source.portSettings());
+}
+
+QString PrinterSettings::printerNameToSection(const QString &name) const
+{
+    return name.toHtmlEscaped();
+}
+
+signed char PrinterSettings::moveCheckTo() const
+{
+    return moveCheckTo(printerId());
+}
+
+signed char PrinterSettings::moveCheckTo(const QString &name) const
+{
+    if (!checkMoveSettingsSupported(name))
+        return 0;
+    const SettingsLock lock(_settingsMutex);
+    return _moveCheckTo;
+}
+
+void PrinterSettings::setCheckMovingTo(signed char value)
+{
+    const SettingsLock lock(_settingsMutex);
+    _moveCheckTo = value;
+}
+
+void PrinterSettings::setCheckMovingTo(const QString &name, signed char value)
+{
+    if (!checkMoveSettingsSupported(name))
+        return;
+    const SettingsLock lock(_settingsMutex);
+    _moveCheckTo = value;
+}
+
+bool PrinterSettings::setLocked(const QMap<QString, QVariant> &item)
+{
+    if (!settingsitem::hasGroup(item))
+        return false;
+    const QString group = settingsitem::group(item);
+    if (group == SECTION)
+        return setFieldLocked(settingsitem::key(item), settingsitem::value(item).toString());
+    if (group == _printerId)
+        return portNamed(_printerId)->setValue(item);
+    return false;
+}
+
+bool PrinterSettings::setFieldLocked(const QString &key, const QString &value)
+{
+    for (const Field &field : fields) {
+        if (key == field.key) {
+            field.write(value);
+            return true;
+        }
+    }
+    return false;
+}
+
+void PrinterSettings::storePrinterId(const QString &name)
+{
+    const PortLock lock(portMutex);
+    _printerId = name;
+}
+
+/// The serial settings under whatever name they have; `name` is theirs if they have to be made.
+QSharedPointer<hearth::RS232Settings> PrinterSettings::existingPort(const QString &name)
+{
+    const PortLock lock(portMutex);
+    if (!_port)
+        _port.reset(new hearth::RS232Settings(name));
+    return _port;
+}
+
+QSharedPointer<hearth::RS232Settings> PrinterSettings::portNamed(const QString &name)
+{
+    QSharedPointer<hearth::RS232Settings> port = existingPort(name);
+    if (port->name() != name)
+        port->setName(name);
+    return port;
+}

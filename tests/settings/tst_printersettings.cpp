@@ -1,0 +1,588 @@
+#include <QThreadPool>
+#include <QtConcurrent>
+#include <QtTest>
+#include <atomic>
+
+#include "settings/printersettings.h"
+#include "settingsitems.h"
+#include "vtableslot.h"
+
+namespace {
+
+using Settings = PrinterSettings;
+
+// A printer of which everything is supported under the name "able".
+class AbleSettings : public PrinterSettings
+{
+public:
+    bool paperLoopSupported() const override { return paperLoopSupported(printerId()); }
+    bool paperLoopSupported(const QString &name) const override { return name == "able"; }
+    bool checkMoveSettingsSupported() const override
+    {
+        return checkMoveSettingsSupported(printerId());
+    }
+    bool checkMoveSettingsSupported(const QString &name) const override { return name == "able"; }
+    static void dropPort() { _port.reset(); }
+};
+
+void resetSettings()
+{
+    Settings settings;
+    settings.setPrinterType(0);
+    settings.setPrinterId(QString());
+    settings.setEmptyStringsAtEnd(5);
+    settings.setSpacesBeforeString(0);
+    settings.setPaperLoopFlag(PaperLoopNone);
+    settings.setCheckMovingTo(50);
+    settings.setCharactersMode(Settings::CharactersAsWritten);
+    settings.setPortLoggingEnabled(false);
+    settings.setBaseFiscalFont(1);
+    settings.setDefSymbolsPerLine(0);
+    settings.setPortSettings(QString(), hearth::RS232Settings(QString()));
+}
+
+int stored(const QString &key)
+{
+    return valueOf(Settings().toList(), key).toInt();
+}
+
+}  // namespace
+
+class TestPrinterSettings : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // Has to stay the first: it looks at the process as it starts.
+    void startValues()
+    {
+        Settings settings;
+        QCOMPARE(settings.printerType(), 0U);
+        QVERIFY(settings.printerId().isNull());
+        QCOMPARE(settings.emptyStringsAtEnd(), 5);
+        QCOMPARE(settings.spacessBeforeString(), 0);
+        QCOMPARE(stored("paperLoopFlag"), 0);
+        QCOMPARE(stored("moveCheckTo"), 50);
+        QCOMPARE(settings.charactersMode(), Settings::CharactersAsWritten);
+        QCOMPARE(settings.portLoggingEnabled(), false);
+        QCOMPARE(settings.baseFiscalFont(), 1);
+        QCOMPARE(settings.defSymbolsPerLine(), 0);
+        QVERIFY(settings.port());
+        QVERIFY(settings.port()->name().isEmpty());
+        QVERIFY(IPrintDeviceSettings::printDeviceSettings().isNull());
+    }
+
+    void init() { resetSettings(); }
+    void cleanup()
+    {
+        IPrintDeviceSettings::setPrintDeviceSettings({});
+        resetSettings();
+    }
+
+    void keyConstants()
+    {
+        QCOMPARE(Settings::SECTION, QString("PRINTER"));
+        QCOMPARE(Settings::PRINTER_TYPE, QString("printerType"));
+        QCOMPARE(Settings::PRINTER_ID, QString("printerName"));
+        QCOMPARE(Settings::EMPTY_STRINGS_AT_END, QString("emptyStringsAtEnd"));
+        QCOMPARE(Settings::SPACES_BEFORE_STRING, QString("spacesBeforeString"));
+        QCOMPARE(Settings::PAPER_LOOP_FLAG, QString("paperLoopFlag"));
+        QCOMPARE(Settings::MOVE_CHECK_TO, QString("moveCheckTo"));
+        QCOMPARE(Settings::CHARACTER_MODE, QString("characterMode"));
+        QCOMPARE(Settings::ENABLE_PORT_LOGGING, QString("enablePortLogging"));
+        QCOMPARE(Settings::BASE_FISCAL_FONT, QString("baseFiscFont"));
+        QCOMPARE(Settings::DEFAULT_SYMBOLS_PER_LINE, QString("defSymPerLine"));
+        QCOMPARE(Settings::MAPPED_EMPTY_STRINGS_AT_END, QString("PRINT_EMPTY_STRINGS_AT_END"));
+        QCOMPARE(Settings::MAPPED_SPACES_BEFORE_STRING, QString("PRINT_SPACES_BEFORE_STRING"));
+        QCOMPARE(Settings::MAPPED_PAPER_LOOP_FLAG, QString("PAPER_LOOP_FLAG"));
+        QCOMPARE(Settings::MAPPED_MOVE_CHECK_TO, QString("MOVE_TICKET_TO"));
+        QCOMPARE(Settings::MAPPED_PRINTER_CHARACTER_MODE, QString("PRINTER_CHARACTER_MODE"));
+    }
+
+    void enumerationsHaveTheirNumbers()
+    {
+        QCOMPARE(int(Settings::CharactersAsWritten), 0);
+        QCOMPARE(int(Settings::CharactersUpperCase), 1);
+        QCOMPARE(int(Settings::CharactersLowerCase), 2);
+        QCOMPARE(int(PaperLoopNone), 0);
+        QCOMPARE(int(PaperLoopFirst), 1);
+        QCOMPARE(int(PaperLoopSecond), 2);
+        QCOMPARE(sizeof(Settings::ECharactersMode), sizeof(int));
+        QCOMPARE(sizeof(EPaperLoopFlag), sizeof(int));
+    }
+
+    void operationsKeepTheirSlots()
+    {
+        using I = IPrintDeviceSettings;
+        using P = PrinterSettings;
+        using Name = const QString &;
+        using Port = QSharedPointer<hearth::RS232Settings>;
+        const QList<int> slots{
+            vtableSlot<Port (I::*)(Name) const>(&I::port),
+            vtableSlot<Port (I::*)() const>(&I::port),
+            vtableSlot(&I::printerType),
+            vtableSlot(&I::setPrinterType),
+            vtableSlot(&I::printerId),
+            vtableSlot(&I::setPrinterId),
+            vtableSlot(&I::portLoggingEnabled),
+            vtableSlot(&I::setPortLoggingEnabled),
+            vtableSlot(&I::emptyStringsAtEnd),
+            vtableSlot(&I::setEmptyStringsAtEnd),
+            vtableSlot(&I::spacessBeforeString),
+            vtableSlot(&I::setSpacesBeforeString),
+            vtableSlot(&I::charactersMode),
+            vtableSlot(&I::setCharactersMode),
+            vtableSlot<bool (P::*)() const>(&P::paperLoopSupported),
+            vtableSlot<bool (P::*)(Name) const>(&P::paperLoopSupported),
+            vtableSlot<EPaperLoopFlag (P::*)() const>(&P::paperLoopFlag),
+            vtableSlot<void (P::*)(EPaperLoopFlag)>(&P::setPaperLoopFlag),
+            vtableSlot<EPaperLoopFlag (P::*)(Name)>(&P::paperLoopFlag),
+            vtableSlot<void (P::*)(EPaperLoopFlag, Name)>(&P::setPaperLoopFlag),
+            vtableSlot<bool (P::*)() const>(&P::checkMoveSettingsSupported),
+            vtableSlot<bool (P::*)(Name) const>(&P::checkMoveSettingsSupported),
+            vtableSlot(&P::baseFiscalFont),
+            vtableSlot(&P::setBaseFiscalFont),
+            vtableSlot(&P::getDefSymbolsPerLine),
+            vtableSlot(&P::setDefSymbolsPerLine),
+            vtableSlot(&P::toList),
+            vtableSlot(&P::setList),
+            vtableSlot(&P::setValue),
+            vtableSlot(&P::defSymbolsPerLine),
+        };
+        for (int row = 0; row < slots.size(); ++row)
+            QCOMPARE(slots.at(row), row + 2);
+    }
+
+    void everyObjectIsAViewOnTheSameValues()
+    {
+        Settings writer;
+        writer.setPrinterType(2);
+        writer.setPrinterId("till");
+        writer.setEmptyStringsAtEnd(9);
+        writer.setSpacesBeforeString(3);
+        writer.setCharactersMode(Settings::CharactersLowerCase);
+        writer.setPortLoggingEnabled(true);
+        writer.setBaseFiscalFont(4);
+        writer.setDefSymbolsPerLine(42);
+
+        Settings reader;
+        QCOMPARE(reader.printerType(), 2U);
+        QCOMPARE(reader.printerId(), QString("till"));
+        QCOMPARE(reader.emptyStringsAtEnd(), 9);
+        QCOMPARE(reader.spacessBeforeString(), 3);
+        QCOMPARE(reader.charactersMode(), Settings::CharactersLowerCase);
+        QCOMPARE(reader.portLoggingEnabled(), true);
+        QCOMPARE(reader.baseFiscalFont(), 4);
+        QCOMPARE(reader.defSymbolsPerLine(), 42);
+    }
+
+    void typeAboveTwoIsNoneFromTheSetterAndKeptFromAnItem()
+    {
+        Settings settings;
+        settings.setPrinterType(2);
+        QCOMPARE(settings.printerType(), 2U);
+        settings.setPrinterType(3);
+        QCOMPARE(settings.printerType(), 0U);
+        QVERIFY(settings.setValue(item("PRINTER", "printerType", 3)));
+        QCOMPARE(settings.printerType(), 3U);
+    }
+
+    void unknownTypeAsksThisObjectForItsCharactersPerLine()
+    {
+        class Wide : public PrinterSettings
+        {
+        public:
+            int defSymbolsPerLine() override { return 77; }
+        };
+        Wide settings;
+        QCOMPARE(settings.getDefSymbolsPerLine(), 77);
+        QVERIFY(settings.setValue(item("PRINTER", "printerType", 3)));
+        QCOMPARE(settings.getDefSymbolsPerLine(), 77);
+        PrinterSettings plain;
+        plain.setDefSymbolsPerLine(33);
+        QCOMPARE(plain.getDefSymbolsPerLine(), 33);
+    }
+
+    void setPrinterIdNamesThePort()
+    {
+        Settings settings;
+        const auto port = settings.port();
+        settings.setPrinterId("till");
+        QCOMPARE(port->name(), QString("till"));
+        QCOMPARE(settings.port(), port);
+    }
+
+    void portOfAnotherNameIsTheSameObjectRenamed()
+    {
+        Settings settings;
+        settings.setPrinterId("till");
+        const auto port = settings.port("other");
+        QCOMPARE(port->name(), QString("other"));
+        QCOMPARE(settings.printerId(), QString("till"));
+        QCOMPARE(settings.port(), port);
+        QCOMPARE(port->name(), QString("till"));
+    }
+
+    void portIsMadeWhenThereIsNone()
+    {
+        Settings settings;
+        settings.setPrinterId("till");
+        AbleSettings::dropPort();
+        QCOMPARE(settings.port("x")->name(), QString("x"));
+        AbleSettings::dropPort();
+        QVERIFY(settings.setValue(item("till", "baudRate", 4800)));
+        QCOMPARE(settings.port()->portSettings().baudRate(), 4800);
+        AbleSettings::dropPort();
+        hearth::RS232Settings source("source");
+        source.setText("text");
+        settings.setPortSettings("fresh", source);
+        QCOMPARE(settings.port("fresh")->text(), QString("text"));
+        AbleSettings::dropPort();
+        QCOMPARE(keysOf(settings.toList()).size(), 17);
+    }
+
+    void constructionNamesThePort()
+    {
+        Settings settings;
+        settings.setPrinterId("till");
+        const auto port = settings.port("other");
+        const Settings another;
+        QCOMPARE(port->name(), QString("till"));
+    }
+
+    void setPortSettingsCopiesTextAndLineButNoName()
+    {
+        hearth::RS232Settings source("source");
+        source.setText("at the back");
+        hearth::Rs232PortSettings line;
+        line.setPortName("ttyS4");
+        line.setBaudRate(1200);
+        source.setPortSettings(line);
+
+        Settings settings;
+        settings.setPrinterId("till");
+        settings.setPortSettings("unused", source);
+        const auto port = settings.port();
+        QCOMPARE(port->name(), QString("till"));
+        QCOMPARE(port->text(), QString("at the back"));
+        QVERIFY(port->portSettings() == line);
+        settings.setPortSettings("unused", *port);
+        QVERIFY(port->portSettings() == line);
+    }
+
+    void sectionNameIsEscaped()
+    {
+        QCOMPARE(Settings().printerNameToSection("a<b>&\"c\""),
+                 QString("a&lt;b&gt;&amp;&quot;c&quot;"));
+    }
+
+    void unsupportedValuesReadAsZeroAndAreExported()
+    {
+        Settings settings;
+        settings.setPaperLoopFlag(PaperLoopSecond);
+        settings.setCheckMovingTo(-7);
+        QCOMPARE(settings.paperLoopSupported(), false);
+        QCOMPARE(settings.paperLoopSupported("able"), false);
+        QCOMPARE(settings.checkMoveSettingsSupported(), false);
+        QCOMPARE(settings.checkMoveSettingsSupported("able"), false);
+        QCOMPARE(settings.paperLoopFlag(), PaperLoopNone);
+        QCOMPARE(settings.paperLoopFlag("able"), PaperLoopNone);
+        QCOMPARE(int(settings.moveCheckTo()), 0);
+        QCOMPARE(int(settings.moveCheckTo("able")), 0);
+        QCOMPARE(stored("paperLoopFlag"), 2);
+        QCOMPARE(stored("moveCheckTo"), -7);
+    }
+
+    void supportedValuesReadBack()
+    {
+        AbleSettings settings;
+        settings.setPaperLoopFlag(PaperLoopSecond);
+        settings.setCheckMovingTo(-7);
+        QCOMPARE(settings.paperLoopFlag("able"), PaperLoopSecond);
+        QCOMPARE(int(settings.moveCheckTo("able")), -7);
+        QCOMPARE(settings.paperLoopFlag(), PaperLoopNone);
+        QCOMPARE(int(settings.moveCheckTo()), 0);
+        settings.setPrinterId("able");
+        QCOMPARE(settings.paperLoopFlag(), PaperLoopSecond);
+        QCOMPARE(int(settings.moveCheckTo()), -7);
+        QCOMPARE(settings.paperLoopFlag("weak"), PaperLoopNone);
+        QCOMPARE(int(settings.moveCheckTo("weak")), 0);
+    }
+
+    void namedSettersDifferWhenNotSupported()
+    {
+        AbleSettings settings;
+        settings.setPaperLoopFlag(PaperLoopSecond, "able");
+        settings.setCheckMovingTo("able", 20);
+        QCOMPARE(stored("paperLoopFlag"), 2);
+        QCOMPARE(stored("moveCheckTo"), 20);
+        settings.setPaperLoopFlag(PaperLoopFirst, "weak");
+        settings.setCheckMovingTo("weak", 30);
+        QCOMPARE(stored("paperLoopFlag"), 0);
+        QCOMPARE(stored("moveCheckTo"), 20);
+    }
+
+    void listHoldsTheSectionThenThePort()
+    {
+        Settings settings;
+        QVERIFY(settings.setValue(item("PRINTER", "printerType", 1)));
+        settings.setPrinterId("till");
+        settings.setCharactersMode(Settings::CharactersUpperCase);
+        settings.setPortLoggingEnabled(true);
+        settings.port("other");
+        const QList<QVariant> expected{
+            item("PRINTER", "printerType", 1),
+            item("PRINTER", "printerName", "till"),
+            item("PRINTER", "emptyStringsAtEnd", 5),
+            item("PRINTER", "spacesBeforeString", 0),
+            item("PRINTER", "paperLoopFlag", 0),
+            item("PRINTER", "moveCheckTo", 50),
+            item("PRINTER", "characterMode", 1),
+            item("PRINTER", "enablePortLogging", 1),
+            item("PRINTER", "baseFiscFont", 1),
+            item("PRINTER", "defSymPerLine", 0),
+            item("till", "portName", ""),
+            item("till", "baudRate", 9600),
+            item("till", "dataBits", 8),
+            item("till", "parity", 0),
+            item("till", "stopBits", 1),
+            item("till", "flowControl", 0),
+            item("till", "portText", ""),
+        };
+        const QList<QVariant> list = settings.toList();
+        QCOMPARE(list, expected);
+        for (int row = 0; row < 10; ++row)
+            QCOMPARE(list.at(row).toMap().value("value").userType(),
+                     row == 1 ? int(QMetaType::QString) : int(QMetaType::Int));
+        QCOMPARE(settings.port()->name(), QString("till"));
+    }
+
+    void listFillsTheSettings()
+    {
+        Settings settings;
+        settings.setPrinterType(2);
+        settings.setPrinterId("till");
+        settings.setEmptyStringsAtEnd(1);
+        settings.setPaperLoopFlag(PaperLoopFirst);
+        hearth::RS232Settings port("till");
+        port.setText("text");
+        settings.setPortSettings("till", port);
+        const QList<QVariant> list = settings.toList();
+        resetSettings();
+        QVERIFY(settings.toList() != list);
+        settings.setList(list);
+        QCOMPARE(settings.toList(), list);
+    }
+
+    void itemOfTheDefaultSection_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QVariant>("read");
+
+        QTest::newRow("type without a range test") << "printerType" << QVariant(9) << QVariant(9);
+        QTest::newRow("negative type is no number") << "printerType" << QVariant(-1) << QVariant(0);
+        QTest::newRow("name") << "printerName" << QVariant("Касса") << QVariant("Касса");
+        QTest::newRow("lines at the end") << "emptyStringsAtEnd" << QVariant("12") << QVariant(12);
+        QTest::newRow("no number is 0") << "emptyStringsAtEnd" << QVariant("many") << QVariant(0);
+        QTest::newRow("beyond int is 0")
+            << "emptyStringsAtEnd" << QVariant("4294967297") << QVariant(0);
+        QTest::newRow("whole double") << "emptyStringsAtEnd" << QVariant(7.0) << QVariant(7);
+        QTest::newRow("spaces") << "spacesBeforeString" << QVariant(-4) << QVariant(-4);
+        QTest::newRow("loop 1") << "paperLoopFlag" << QVariant(1) << QVariant(1);
+        QTest::newRow("loop 2") << "paperLoopFlag" << QVariant(2) << QVariant(2);
+        QTest::newRow("loop 3 is 0") << "paperLoopFlag" << QVariant(3) << QVariant(0);
+        QTest::newRow("loop 7 is 0") << "paperLoopFlag" << QVariant(7) << QVariant(0);
+        QTest::newRow("loop -1 is 0") << "paperLoopFlag" << QVariant(-1) << QVariant(0);
+        QTest::newRow("movement") << "moveCheckTo" << QVariant(-128) << QVariant(-128);
+        QTest::newRow("movement is cut to a byte")
+            << "moveCheckTo" << QVariant(200) << QVariant(-56);
+        QTest::newRow("movement is cut to a byte again")
+            << "moveCheckTo" << QVariant(257) << QVariant(1);
+        QTest::newRow("upper case") << "characterMode" << QVariant(1) << QVariant(1);
+        QTest::newRow("lower case") << "characterMode" << QVariant("2") << QVariant(2);
+        QTest::newRow("unknown case is 0") << "characterMode" << QVariant(3) << QVariant(0);
+        QTest::newRow("logging") << "enablePortLogging" << QVariant(5) << QVariant(1);
+        QTest::newRow("logging off") << "enablePortLogging" << QVariant(0) << QVariant(0);
+        QTest::newRow("a truth value is no number")
+            << "enablePortLogging" << QVariant(true) << QVariant(0);
+        QTest::newRow("font") << "baseFiscFont" << QVariant(3) << QVariant(3);
+        QTest::newRow("characters") << "defSymPerLine" << QVariant(-1) << QVariant(-1);
+    }
+
+    void itemOfTheDefaultSection()
+    {
+        QFETCH(QString, key);
+        QFETCH(QVariant, value);
+        QFETCH(QVariant, read);
+        for (const bool asList : {false, true}) {
+            resetSettings();
+            Settings settings;
+            settings.setPaperLoopFlag(PaperLoopFirst);
+            settings.setCharactersMode(Settings::CharactersUpperCase);
+            const auto one = item("PRINTER", key, value);
+            if (asList)
+                settings.setList({one});
+            else
+                QVERIFY(settings.setValue(one));
+            QCOMPARE(valueOf(settings.toList(), key), read);
+        }
+    }
+
+    void nameFromAnItemDoesNotReachThePort()
+    {
+        Settings settings;
+        settings.setPrinterId("old");
+        const auto port = settings.port();
+        QVERIFY(settings.setValue(item("PRINTER", "printerName", "new")));
+        QCOMPARE(port->name(), QString("old"));
+        QCOMPARE(settings.printerId(), QString("new"));
+        QVERIFY(settings.setValue(item("new", "baudRate", 1200)));
+        QCOMPARE(port->name(), QString("new"));
+    }
+
+    void itemsThatAreNotTaken_data()
+    {
+        QTest::addColumn<QMap<QString, QVariant>>("refused");
+
+        QTest::newRow("empty") << QMap<QString, QVariant>();
+        QTest::newRow("no group") << QMap<QString, QVariant>{{"key", "emptyStringsAtEnd"},
+                                                             {"value", 1}};
+        QTest::newRow("unknown key") << item("PRINTER", "EmptyStringsAtEnd", 1);
+        QTest::newRow("no key") << QMap<QString, QVariant>{{"group", "PRINTER"}, {"value", 1}};
+        QTest::newRow("section in lower case") << item("printer", "emptyStringsAtEnd", 1);
+        QTest::newRow("other printer") << item("other", "baudRate", 1200);
+        QTest::newRow("empty group while a name is set") << item("", "baudRate", 1200);
+        QTest::newRow("setting in the printer's group") << item("till", "emptyStringsAtEnd", 1);
+        QTest::newRow("bad value of the port") << item("till", "parity", 77);
+    }
+
+    void itemsThatAreNotTaken()
+    {
+        using Item = QMap<QString, QVariant>;
+        QFETCH(Item, refused);
+        Settings settings;
+        settings.setPrinterId("till");
+        const QList<QVariant> before = settings.toList();
+        QVERIFY(!settings.setValue(refused));
+        QCOMPARE(settings.toList(), before);
+        settings.setList({refused, QVariant(), QVariant(5), QVariant("text")});
+        QCOMPARE(settings.toList(), before);
+    }
+
+    void emptyGroupIsThePrintersWhileItHasNoName()
+    {
+        Settings settings;
+        QVERIFY(settings.setValue(item("", "baudRate", 1200)));
+        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
+    }
+
+    void nameHasToPrecedeItsGroupInAList()
+    {
+        Settings settings;
+        settings.setList({item("till", "baudRate", 1200), item("PRINTER", "printerName", "till")});
+        QCOMPARE(settings.port()->portSettings().baudRate(), 9600);
+        settings.setList({item("PRINTER", "printerName", "bar"), item("bar", "baudRate", 1200),
+                          item("till", "baudRate", 4800)});
+        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
+    }
+
+    void printerNamedAsTheSectionKeepsTheSection()
+    {
+        Settings settings;
+        settings.setPrinterId("PRINTER");
+        QVERIFY(!settings.setValue(item("PRINTER", "baudRate", 1200)));
+        QVERIFY(settings.setValue(item("PRINTER", "emptyStringsAtEnd", 2)));
+        QCOMPARE(settings.port()->portSettings().baudRate(), 9600);
+    }
+
+    void settingsObjectOfTheProcess()
+    {
+        const QSharedPointer<IPrintDeviceSettings> settings(new PrinterSettings);
+        IPrintDeviceSettings::setPrintDeviceSettings(settings);
+        QCOMPARE(IPrintDeviceSettings::printDeviceSettings(), settings);
+        IPrintDeviceSettings::setPrintDeviceSettings({});
+        QVERIFY(IPrintDeviceSettings::printDeviceSettings().isNull());
+    }
+
+    void replacedObjectMayAskForTheSettingsWhileItDies()
+    {
+        class Asking : public PrinterSettings
+        {
+        public:
+            explicit Asking(bool &died) : m_died(died) {}
+            ~Asking() override { m_died = IPrintDeviceSettings::printDeviceSettings().isNull(); }
+
+        private:
+            bool &m_died;
+        };
+        bool died = false;
+        IPrintDeviceSettings::setPrintDeviceSettings(
+            QSharedPointer<IPrintDeviceSettings>(new Asking(died)));
+        IPrintDeviceSettings::setPrintDeviceSettings({});
+        QVERIFY(died);
+    }
+
+    // Says little by itself; under ThreadSanitizer it proves that every access is guarded.
+    void anyThreadMayUseAnything()
+    {
+        constexpr int threads = 4;
+        constexpr int rounds = 200;
+        std::atomic<int> wrong{0};
+        QThreadPool pool;
+        pool.setMaxThreadCount(threads);
+        QList<QFuture<void>> running;
+        for (int thread = 0; thread < threads; ++thread)
+            running.append(QtConcurrent::run(&pool, [thread, &wrong] {
+                for (int round = 0; round < rounds; ++round)
+                    useEverything(QString("printer %1").arg(thread), round, wrong);
+            }));
+        for (QFuture<void> &future : running)
+            future.waitForFinished();
+        QCOMPARE(wrong.load(), 0);
+    }
+
+private:
+    static void useEverything(const QString &name, int round, std::atomic<int> &wrong)
+    {
+        AbleSettings settings;
+        settings.setPrinterType(unsigned(round) % 3);
+        settings.setPrinterId(name);
+        settings.setEmptyStringsAtEnd(round);
+        settings.setSpacesBeforeString(round);
+        settings.setPaperLoopFlag(PaperLoopFirst);
+        settings.setPaperLoopFlag(PaperLoopSecond, "able");
+        settings.setCheckMovingTo(1);
+        settings.setCheckMovingTo("able", 2);
+        settings.setCharactersMode(Settings::CharactersUpperCase);
+        settings.setPortLoggingEnabled(round % 2 != 0);
+        settings.setBaseFiscalFont(round);
+        settings.setDefSymbolsPerLine(round);
+        hearth::RS232Settings source(name);
+        source.setText(name);
+        settings.setPortSettings(name, source);
+        settings.setList(settings.toList());
+        settings.setValue(item("PRINTER", "printerName", name));
+        settings.setValue(item(name, "baudRate", 1200));
+        IPrintDeviceSettings::setPrintDeviceSettings(
+            QSharedPointer<IPrintDeviceSettings>(new PrinterSettings));
+        const auto installed = IPrintDeviceSettings::printDeviceSettings();
+
+        const bool sane =
+            settings.printerType() <= 2 && settings.printerId().startsWith("printer ") &&
+            settings.port() && settings.port(name)->text().startsWith("printer ") && installed &&
+            settings.emptyStringsAtEnd() < 1000 && settings.spacessBeforeString() < 1000 &&
+            settings.paperLoopFlag("able") != PaperLoopNone &&
+            settings.paperLoopFlag() == PaperLoopNone && settings.moveCheckTo("able") != 0 &&
+            settings.moveCheckTo() == 0 && settings.baseFiscalFont() < 1000 &&
+            settings.defSymbolsPerLine() < 1000 &&
+            settings.charactersMode() == Settings::CharactersUpperCase &&
+            installed->printerId().startsWith("printer ");
+        settings.portLoggingEnabled();
+        if (!sane)
+            ++wrong;
+    }
+};
+
+QTEST_APPLESS_MAIN(TestPrinterSettings)
+#include "tst_printersettings.moc"
