@@ -116,6 +116,22 @@ private Q_SLOTS:
                                          "|   |   |-- [/size]\n"));
     }
 
+    void htmlIsATable()
+    {
+        const Outcome outcome = runBbCode({"-", "--as", "html"}, "[center][b]A[/b][/center]");
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.output,
+                 QString("<html><head>\n"
+                         "<meta http-equiv=\"Content-Type\" content=\"text/html; "
+                         "charset=UTF-8\">\n"
+                         "</head><body>\n"
+                         "<p><table width=\"100%\"cellspacing=0 cellpadding=0>\n"
+                         "<tr><td colspan=\"2\" align = \"center\"> <font size = 1><b>A</b>"
+                         "</font> </td></tr>\n"
+                         "</table></p>\n"
+                         "</body></html>\n"));
+    }
+
     void widthIsThatOfTheReceipt()
     {
         for (const int width : {17, 32, 255}) {

@@ -4,6 +4,7 @@
 #include "bbcpp/bbdocument.h"
 #include "commands.h"
 #include "printerdocs/bbcodeparser.h"
+#include "printerdocs/specialcharacters.h"
 #include "support.h"
 
 namespace {
@@ -39,6 +40,11 @@ void printText(const Request &request)
     }
 }
 
+void printHtml(const Request &request)
+{
+    tool::print(parsedDocument(request).toHtml(true, SpecialCharacters()));
+}
+
 void printJson(const Request &request)
 {
     const auto form = request.pretty ? QJsonDocument::Indented : QJsonDocument::Compact;
@@ -61,6 +67,7 @@ struct Form
 
 constexpr Form forms[] = {
     {"text", printText},
+    {"html", printHtml},
     {"json", printJson},
     {"tree", printTree},
 };
@@ -84,7 +91,7 @@ int runBbCode(const QStringList &arguments)
                                  QStringLiteral("BBCode text in UTF-8; - is standard input."));
     const QCommandLineOption as(
         QStringLiteral("as"),
-        QStringLiteral("text (default), json (the map form), or tree (the tags as read)."),
+        QStringLiteral("text (default), html, json (the map form), or tree (the tags as read)."),
         QStringLiteral("form"), QStringLiteral("text"));
     const QCommandLineOption width(QStringLiteral("width"),
                                    QStringLiteral("Characters per line, %1 to %2; default 42.")
