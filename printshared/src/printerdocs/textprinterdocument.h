@@ -84,6 +84,44 @@ public:
     /// but the first added of several images of one code, and images of negative codes.
     void setMap(const QMap<QString, QVariant> &map);
 
+    /// @name Document files
+    /// A document in a file `path` is a set of four: `path` and `path`.bak hold the map form as
+    /// compact JSON, and beside each stands what the program sha1sum says of it, in `path`.sha1 and
+    /// `path`.bak.sha1. A power cut at any moment of a save leaves the old or the new document to
+    /// load, provided that both copies were good when the save began. Nothing repairs a broken copy
+    /// but the next save that runs to its end, or "receipt document repair".
+    ///
+    /// `path` is to be absolute: sha1sum runs in the file's own folder and gets the path as it is
+    /// given here, so a relative one with a folder in it names another file there, and one that
+    /// begins with "-" is an option to it. It must not hold a backslash, a line feed or a carriage
+    /// return either, as sha1sum then writes its line in another form. All of these are saved with
+    /// true, and not found good by the load. See tst_textprinterdocument_file,
+    /// pathsThatTheChecksumProgramTakesOtherwiseDontLoad.
+    ///
+    /// All calls block, and nothing is locked: the caller keeps two savers of one path apart.
+    /// @{
+
+    /// Writes both copies, and forces them to the disk one after the other with "sync". A save
+    /// takes as long as the machine's disks need, and up to 60 seconds per copy where sha1sum
+    /// hangs. Gives false for an empty path, having touched nothing, and if a copy couldn't be
+    /// opened; that is logged, and the other copy is written all the same.
+    /// Intended: true doesn't mean that the document can be loaded. A full disk or a missing
+    /// sha1sum shows at the load only, so a caller that must know loads the file into a second
+    /// document. See tst_textprinterdocument_file, saveOnAFullDiskIsTrueAndLoadsNothing.
+    bool saveToFile(const QString &path) const;
+
+    /// Loads the first copy whose checksum is right, `path` before its backup. Gives false, with
+    /// the document unchanged, for an empty path and if no copy is right; and false, with the
+    /// document as setMap() of an empty map leaves it, if that copy isn't JSON.
+    /// Intended: a copy with the right checksum that isn't JSON doesn't lead to the other one, and
+    /// nothing is repaired or logged. See tst_textprinterdocument_file,
+    /// checkedPrimaryThatIsNoJsonEmptiesTheDocument.
+    bool loadFromFile(const QString &path);
+
+    /// Removes whichever of the four files there are, and waits until that is on the disk.
+    void removeFile(const QString &path) const;
+    /// @}
+
     /// Compares all fields; of several images of one code the order counts.
     bool operator==(const TextPrinterDocument &other) const;
     bool operator!=(const TextPrinterDocument &other) const;
