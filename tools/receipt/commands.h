@@ -13,3 +13,4 @@ struct Command
 
 int runBbCode(const QStringList &arguments);
 int runEval(const QStringList &arguments);
+int runSymbols(const QStringList &arguments);

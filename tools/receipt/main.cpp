@@ -9,6 +9,7 @@ namespace {
 constexpr Command commands[] = {
     {"bbcode", "show what a BBCode text prints", runBbCode},
     {"eval", "evaluate an arithmetic expression", runEval},
+    {"symbols", "draw and check a file of special symbols", runSymbols},
 };
 
 void printHelp()
