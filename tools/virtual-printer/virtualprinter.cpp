@@ -17,6 +17,7 @@ constexpr int threadPollMilliseconds = 20;
 constexpr int floodPollMilliseconds = 1;
 constexpr int garbageAtMost = 24;
 constexpr int floodBlock = 512;
+constexpr int mostTakenAtOnce = 65536;
 // The dialogue of a whole search is a few hundred exchanges; a flood must not fill the memory.
 constexpr int exchangesKept = 10000;
 
@@ -181,16 +182,26 @@ void VirtualPrinter::record(VirtualExchange exchange, bool fromPrinter, const QB
         m_observer(exchange);
 }
 
-void VirtualPrinter::service()
+/// In one piece what has come in by now, however it was cut on its way.
+QByteArray VirtualPrinter::readAll()
 {
-    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    QByteArray bytes;
     char buffer[4096];
-    while (m_master >= 0 && waitForInput(m_master, 0)) {
+    while (m_master >= 0 && bytes.size() < mostTakenAtOnce && waitForInput(m_master, 0)) {
         const ssize_t count = ::read(m_master, buffer, sizeof buffer);
         if (count <= 0)
             break;
-        take(QByteArray(buffer, static_cast<int>(count)));
+        bytes.append(buffer, static_cast<int>(count));
     }
+    return bytes;
+}
+
+void VirtualPrinter::service()
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    const QByteArray bytes = readAll();
+    if (!bytes.isEmpty())
+        take(bytes);
     if (m_master >= 0 && m_options.fault == VirtualFault::Flood && m_receivedCount > 0)
         send(randomBytes(floodBlock));
 }
@@ -222,7 +233,8 @@ void VirtualPrinter::take(const QByteArray &bytes)
         return;
     }
     m_pending += bytes;
-    answerPending();
+    // In one piece, so that the client finds either all of it or nothing.
+    send(answerPending());
 }
 
 bool VirtualPrinter::handledByFault(const QByteArray &bytes)
@@ -247,8 +259,9 @@ bool VirtualPrinter::handledByFault(const QByteArray &bytes)
 }
 
 // Requests may come in pieces; bytes that begin no request are dropped, as a printer prints them.
-void VirtualPrinter::answerPending()
+QByteArray VirtualPrinter::answerPending()
 {
+    QByteArray answers;
     while (!m_pending.isEmpty()) {
         bool incomplete = false;
         VirtualReply *found = nullptr;
@@ -259,24 +272,25 @@ void VirtualPrinter::answerPending()
                 incomplete = incomplete || reply.request.startsWith(m_pending);
         }
         if (found == nullptr && incomplete)
-            return;
+            break;
         m_pending.remove(0, found == nullptr ? 1 : found->request.size());
         if (found != nullptr)
-            answer(*found);
+            answers += answerTo(*found);
     }
+    return answers;
 }
 
-void VirtualPrinter::answer(VirtualReply &reply)
+QByteArray VirtualPrinter::answerTo(VirtualReply &reply)
 {
     if (reply.answers.isEmpty())
-        return;
+        return {};
     QByteArray bytes = reply.answers.constFirst();
     reply.answers.move(0, reply.answers.size() - 1);
     const VirtualExchange line = lineNow();
     if (m_options.fault == VirtualFault::Partial) {
         if (m_answeredLine.baudRate == line.baudRate &&
             m_answeredLine.flowControl == line.flowControl)
-            return;
+            return {};
         m_answeredLine = line;
     }
     if (m_options.fault == VirtualFault::Slow)
@@ -286,7 +300,7 @@ void VirtualPrinter::answer(VirtualReply &reply)
         bytes[last] = static_cast<char>(bytes.at(last) + (m_answerCount % 2));
     }
     ++m_answerCount;
-    send(bytes);
+    return bytes;
 }
 
 void VirtualPrinter::send(const QByteArray &bytes)

@@ -91,9 +91,10 @@ private:
     void openTerminal();
     void closeTerminal();
     VirtualExchange lineNow() const;
+    QByteArray readAll();
     void take(const QByteArray &bytes);
-    void answerPending();
-    void answer(VirtualReply &reply);
+    QByteArray answerPending();
+    QByteArray answerTo(VirtualReply &reply);
     void send(const QByteArray &bytes);
     void record(VirtualExchange exchange, bool fromPrinter, const QByteArray &bytes);
     bool lineMatches(const VirtualExchange &line) const;
