@@ -40,8 +40,10 @@ inline QByteArray contentOf(const QString &fileName)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// Makes the file anew: some file systems go to the disk when a file is truncated and written.
 inline bool writeFile(const QString &fileName, const QByteArray &content)
 {
+    QFile::remove(fileName);
     QFile file(fileName);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }

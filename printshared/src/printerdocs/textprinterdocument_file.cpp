@@ -45,6 +45,9 @@ void writeChecksumOf(const QString &copy)
     program.start(QStringLiteral("sha1sum"), QStringList(copy));
     program.waitForStarted(programTimeoutMs);
     program.waitForFinished(programTimeoutMs);
+    // One that hangs is ended here, silently; QProcess would complain of it in the log.
+    program.kill();
+    program.waitForFinished(programTimeoutMs);
 }
 
 bool writeCopy(const QString &copy, const QByteArray &json)
