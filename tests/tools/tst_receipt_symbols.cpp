@@ -28,7 +28,7 @@ Result run(const QStringList &arguments, const QByteArray &input = QByteArray())
 
 }  // namespace
 
-class TestSymbolsCommand : public QObject
+class TestReceiptSymbols : public QObject
 {
     Q_OBJECT
 
@@ -229,5 +229,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSymbolsCommand)
-#include "tst_symbols_command.moc"
+QTEST_GUILESS_MAIN(TestReceiptSymbols)
+#include "tst_receipt_symbols.moc"
