@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "printerdocs/printerdocument.h"
+
+/// The values of one document as texts for its tags. What is needed of all attribute names together
+/// is worked out once per document, at the first expression. The document must outlive this object.
+class DocumentValues
+{
+public:
+    explicit DocumentValues(const PrinterDocument &document);
+
+    /// The text of an attribute, or else of an expression over the attributes; null for an empty
+    /// name, an empty text for a name that is neither.
+    QString text(const QString &name, const QString &format);
+
+private:
+    std::optional<double> evaluate(const QString &expression);
+    QString withValuesInserted(const QString &expression);
+    int firstKeyIn(const QString &text, int keyLength, int fromRank) const;
+    void collectKeys();
+
+    const PrinterDocument &m_document;
+    bool m_keysCollected = false;
+    QStringList m_keys;          ///< in the map's order
+    QStringList m_longestFirst;  ///< a key's place here is its rank
+    QHash<QString, int> m_rankOf;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include "printerdocs/echarformat.h"
+#include "printerdocs/etextalignment.h"
+
+/// One line on its way from markup to text. The steps are called in the order in which they are
+/// declared; each is linear in the length of the line.
+class LineMarkup
+{
+public:
+    /// @param format byte that every character has to begin with
+    LineMarkup(const QString &line, unsigned char format);
+
+    /// Takes the alignment tags out; the line's alignment is that of the first kind that hits.
+    ETextAlignment takeAlignment();
+    /// Takes the tags out that have no effect any more.
+    void takeObsolete();
+    /// Turns the tags that format a whole line into an open tag in front and a close tag behind.
+    void wrapWholeLine();
+    /// Takes the spacing tag out. @return its number, or `otherwise` if there is none
+    int takeSpacing(int otherwise);
+    /// Takes the group brackets and the empty tag out.
+    void takeBrackets();
+    /// Replaces the numeric tags by the characters of these codes.
+    void placeCodes();
+    /// Applies the open and close tags, also to `format`, which lasts beyond the line.
+    void applyFormats(unsigned char &format);
+    /// Applies the font tags, also to `font`, which lasts beyond the line.
+    void applyFonts(unsigned char &font);
+    /// Brings the format bytes closer to the text where several hits of one tag left too many.
+    void trimFormats();
+    void addMargin(int blanks);
+
+    const QString &text() const { return m_text; }
+    const QByteArray &formats() const { return m_formats; }
+    const QByteArray &fonts() const { return m_fonts; }
+
+private:
+    bool replaceTag(QLatin1String tag, QLatin1String replacement);
+    void wrapLine(QLatin1String letters);
+    void applyFormatRange(QLatin1String letters, ECharFormat flag, unsigned char &format);
+
+    QString m_text;
+    unsigned char m_firstFormat;
+    /// Up to placeCodes() all bytes of a line are alike, and only their number is kept: it differs
+    /// from the text's length once several hits of one tag have pushed the two out of step.
+    int m_byteCount;
+    QByteArray m_formats;
+    QByteArray m_fonts;
+};

@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <cmath>
+
+#include "printerdocs/substitutiontext_p.h"
+
+namespace {
+
+// From "<" to ">" at least this far, or the tag is not an attribute's.
+constexpr int shortestAttributeTag = 5;
+constexpr double countsAsZero = 1e-12;
+
+int indexOf(const QChar *text, QChar wanted, int from, int size)
+{
+    const QChar *const found = std::find(text + from, text + size, wanted);
+    return found == text + size ? -1 : static_cast<int>(found - text);
+}
+
+}  // namespace
+
+AttributeTag AttributeTag::find(const QChar *text, int from, int size)
+{
+    while (from < size) {
+        const int begin = indexOf(text, QLatin1Char('<'), from, size);
+        if (begin < 0)
+            break;
+        const int end = indexOf(text, QLatin1Char('>'), begin, size);
+        if (end < 0)
+            break;
+        if (end - begin >= shortestAttributeTag)
+            return {begin, end};
+        from = end + 1;
+    }
+    return {};
+}
+
+bool vanishesWithItsGroup(const QString &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (isNumber)
+        return !(std::abs(number) > countsAsZero);
+    return value.isEmpty();
+}
+
+SubstitutionText::SubstitutionText(const QString &line)
+{
+    m_buffer.append(line.constData(), line.size());
+    for (int i = line.size() - 1; i >= 0; --i) {
+        const QChar c = m_buffer[i];
+        if (c == QLatin1Char('[') || c == QLatin1Char(']'))
+            pushBracket(m_buffer.size() - i, c == QLatin1Char('['));
+    }
+}
+
+bool SubstitutionText::takeTag(QString &inner)
+{
+    const QChar *const text = m_buffer.constData();
+    const AttributeTag tag = AttributeTag::find(text, m_rightBegin, m_buffer.size());
+    if (tag.begin < 0)
+        return false;
+    inner = QString(text + tag.begin + 1, tag.end - tag.begin - 1);
+    keep(tag.begin - m_rightBegin);
+    drop(tag.end + 1 - tag.begin);
+    return true;
+}
+
+void SubstitutionText::insert(const QString &value)
+{
+    makeRoom(value.size());
+    m_rightBegin -= value.size();
+    std::copy(value.cbegin(), value.cend(), m_buffer.data() + m_rightBegin);
+    for (int i = value.size() - 1; i >= 0; --i) {
+        const QChar c = value.at(i);
+        if (c == QLatin1Char('[') || c == QLatin1Char(']'))
+            pushBracket(rightSize() - i, c == QLatin1Char('['));
+    }
+}
+
+void SubstitutionText::dropGroup()
+{
+    if (m_openLeft.isEmpty() || m_right.isEmpty() || m_right.last().unmatchedClose < 0)
+        return;
+    const int position = m_leftSize;
+    const Bracket close = m_right[m_right.last().unmatchedClose];
+    drop(rightSize() - close.fromEnd + 1);
+    m_leftSize = m_openLeft.last();
+    m_openLeft.removeLast();
+    keep(std::min(position - m_leftSize, rightSize()));
+}
+
+QString SubstitutionText::toString() const
+{
+    QString text;
+    text.reserve(m_leftSize + rightSize());
+    text.append(m_buffer.constData(), m_leftSize);
+    text.append(m_buffer.constData() + m_rightBegin, rightSize());
+    return text;
+}
+
+/// Takes characters over from the unscanned part to the scanned one.
+void SubstitutionText::keep(int count)
+{
+    const int end = rightSize() - count;
+    while (!m_right.isEmpty() && m_right.last().fromEnd > end) {
+        const Bracket bracket = m_right.last();
+        m_right.removeLast();
+        if (bracket.isOpen)
+            m_openLeft.append(m_leftSize + rightSize() - bracket.fromEnd);
+        else if (!m_openLeft.isEmpty())
+            m_openLeft.removeLast();
+    }
+    QChar *const text = m_buffer.data();
+    std::copy(text + m_rightBegin, text + m_rightBegin + count, text + m_leftSize);
+    m_leftSize += count;
+    m_rightBegin += count;
+}
+
+/// Takes characters off the front of the unscanned part.
+void SubstitutionText::drop(int count)
+{
+    m_rightBegin += count;
+    while (!m_right.isEmpty() && m_right.last().fromEnd > rightSize())
+        m_right.removeLast();
+}
+
+/// Widens the gap to at least this many characters; the buffer at least doubles, so growth is
+/// cheap.
+void SubstitutionText::makeRoom(int count)
+{
+    if (m_rightBegin - m_leftSize >= count)
+        return;
+    const int right = rightSize();
+    m_buffer.resize(std::max(2 * m_buffer.size(), m_leftSize + right + count));
+    QChar *const text = m_buffer.data();
+    std::copy_backward(text + m_rightBegin, text + m_rightBegin + right, text + m_buffer.size());
+    m_rightBegin = m_buffer.size() - right;
+}
+
+void SubstitutionText::pushBracket(int fromEnd, bool isOpen)
+{
+    // A "]" is itself unmatched as seen from its place. A "[" is closed by the first unmatched "]"
+    // behind it, so what is unmatched from it on is what is unmatched behind that one.
+    int unmatched = m_right.size();
+    if (isOpen) {
+        const int partner = m_right.isEmpty() ? -1 : m_right.last().unmatchedClose;
+        unmatched = partner > 0 ? m_right[partner - 1].unmatchedClose : -1;
+    }
+    m_right.append({fromEnd, isOpen, unmatched});
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <QVarLengthArray>
+
+/// The position of an attribute tag in a text: "<" to the next ">", at least four characters
+/// between.
+struct AttributeTag
+{
+    int begin = -1;  ///< of the "<"; -1: there is no such tag from the given position on
+    int end = -1;    ///< of the ">"
+
+    /// The first tag from `from` on; shorter ones are passed over, they belong to the line markup.
+    static AttributeTag find(const QChar *text, int from, int size);
+};
+
+/// Whether a value makes the group around its tag vanish: it is empty, or a number of at most
+/// 1e-12.
+bool vanishesWithItsGroup(const QString &value);
+
+/// One template line while its attribute tags are being replaced.
+///
+/// The text is a gap buffer: what lies left of the gap has been scanned, what lies right of it has
+/// not. A tag is cut at the gap and its value goes in front of the unscanned part, so that the
+/// value is scanned in its turn. Unmatched brackets are known on both sides at any moment, so that
+/// each step costs no more than the characters it moves, however long the line is.
+class SubstitutionText
+{
+public:
+    explicit SubstitutionText(const QString &line);
+
+    /// Moves the scan to the next tag and cuts it out.
+    /// @return whether there was one; `inner` then holds what stood between the angle brackets
+    bool takeTag(QString &inner);
+
+    /// Puts a value in front of the unscanned part.
+    void insert(const QString &value);
+
+    /// Removes the innermost "[" to "]" around the scan position, if both exist. The scan goes on
+    /// at the same index of the shortened text, so tags that slide to its left stay unexpanded.
+    void dropGroup();
+
+    /// The whole text.
+    QString toString() const;
+
+private:
+    struct Bracket
+    {
+        int fromEnd;  ///< distance from the end of the buffer, which is stable
+        bool isOpen;
+        int unmatchedClose;  ///< index here of the first unmatched "]" from this bracket on; -1:
+                             ///< none
+    };
+
+    int rightSize() const { return m_buffer.size() - m_rightBegin; }
+    void keep(int count);
+    void drop(int count);
+    void makeRoom(int count);
+    void pushBracket(int fromEnd, bool isOpen);
+
+    QVarLengthArray<QChar, 256> m_buffer;
+    int m_leftSize = 0;
+    int m_rightBegin = 0;
+    QVarLengthArray<int, 16> m_openLeft;   ///< indices of the unmatched "[" of the scanned part
+    QVarLengthArray<Bracket, 16> m_right;  ///< brackets of the unscanned part, the nearest last
+};
