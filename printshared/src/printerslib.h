@@ -1,0 +1,24 @@
+#pragma once
+
+#include "hearth/appversion.h"
+#include "printerslib_export.h"
+
+/// Makes the library known to the system: loading the library constructs the one object of this
+/// class, which registers the library's version and translations. Clients need no call of theirs.
+class PRINTERSLIB_EXPORT PrintersLib
+{
+public:
+    /// Registers the version, unless that has been done, and the translations. For the library
+    /// itself.
+    PrintersLib();
+    ~PrintersLib();
+    Q_DISABLE_COPY(PrintersLib)
+
+    /// The version as it was registered: "5.0.28" and the moment of the build in ISO date form. Any
+    /// thread may call it once the library is loaded; before that (from a static constructor) the
+    /// version is invalid.
+    static hearth::AppVersion version();
+
+private:
+    static hearth::AppVersion _version;
+};
