@@ -112,18 +112,12 @@ int runBbCode(const QStringList &arguments)
         tool::complain(QStringLiteral("--as: there is no form \"%1\"").arg(parser.value(as)));
         return tool::WrongUsage;
     }
-    bool isNumber = false;
-    const int characters = parser.value(width).toInt(&isNumber);
-    if (!isNumber || characters < leastWidth || characters > greatestWidth) {
-        tool::complain(QStringLiteral("--width: \"%1\" is no number from %2 to %3")
-                           .arg(parser.value(width))
-                           .arg(leastWidth)
-                           .arg(greatestWidth));
+    const std::optional<int> characters = tool::numberOf(parser, width, leastWidth, greatestWidth);
+    if (!characters)
         return tool::WrongUsage;
-    }
     const std::optional<QString> text = tool::readText(parser.positionalArguments().constFirst());
     if (!text)
         return tool::BadInput;
-    form->print({*text, characters, parser.value(images), parser.isSet(pretty)});
+    form->print({*text, *characters, parser.value(images), parser.isSet(pretty)});
     return tool::Success;
 }

@@ -1,8 +1,58 @@
+#include <QLocale>
+#include <algorithm>
+
 #include "commands.h"
+#include "printerdocs/expressionevaluator.h"
 #include "support.h"
+
+namespace {
+
+/// Number of characters that begin in the first bytes of a UTF-8 text.
+int charactersIn(const QByteArray &text, int bytes)
+{
+    const QByteArray part = text.left(bytes);
+    return static_cast<int>(std::count_if(part.cbegin(), part.cend(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    }));
+}
+
+/// The expression on one line, so that a caret can stand below it.
+QString onOneLine(QString expression)
+{
+    const auto isSpace = [](QChar c) { return c.isSpace(); };
+    std::replace_if(expression.begin(), expression.end(), isSpace, QLatin1Char(' '));
+    return expression;
+}
+
+void complainAbout(const QString &expression, const QByteArray &bytes, int error)
+{
+    const int position = qMax(1, charactersIn(bytes, error));
+    tool::complain(QStringLiteral("wrong at character %1 of the expression\n  %2\n  %3")
+                       .arg(QString::number(position), onOneLine(expression),
+                            QStringLiteral("^").rightJustified(position)));
+}
+
+}  // namespace
 
 int runEval(const QStringList &arguments)
 {
-    Q_UNUSED(arguments)
-    return tool::WrongUsage;
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Evaluates an arithmetic expression as a template's tags do. One that "
+                       "begins with \"-\" stands behind \"--\"."));
+    parser.addPositionalArgument(
+        QStringLiteral("EXPRESSION"),
+        QStringLiteral("Numbers, + - * / % ^, brackets, and functions such as abs, floor, sqrt."));
+    if (const auto status = tool::parse(parser, QStringLiteral("eval"), arguments, 1, 1))
+        return *status;
+    const QString expression = parser.positionalArguments().constFirst();
+    const QByteArray bytes = expression.toUtf8();
+    int error = 0;
+    const double value = te_interp(bytes.constData(), &error);
+    if (error != 0) {
+        complainAbout(expression, bytes, error);
+        return tool::BadInput;
+    }
+    tool::print(QString::number(value, 'g', QLocale::FloatingPointShortest));
+    return tool::Success;
 }

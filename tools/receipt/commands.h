@@ -13,4 +13,7 @@ struct Command
 
 int runBbCode(const QStringList &arguments);
 int runEval(const QStringList &arguments);
+int runFill(const QStringList &arguments);
+int runRender(const QStringList &arguments);
+int runSplit(const QStringList &arguments);
 int runSymbols(const QStringList &arguments);

@@ -9,6 +9,9 @@ namespace {
 constexpr Command commands[] = {
     {"bbcode", "show what a BBCode text prints", runBbCode},
     {"eval", "evaluate an arithmetic expression", runEval},
+    {"fill", "fill a template's lines from a document", runFill},
+    {"render", "print a receipt from a template and a document", runRender},
+    {"split", "show the fiscal sections of a template", runSplit},
     {"symbols", "draw and check a file of special symbols", runSymbols},
 };
 
@@ -47,7 +50,7 @@ int main(int argc, char *argv[])
     }
     for (const Command &command : commands) {
         if (name == QLatin1String(command.name))
-            return command.run(arguments.mid(1));
+            return tool::finished(command.run(arguments.mid(1)));
     }
     tool::complain(QStringLiteral("there is no command \"%1\"; see \"receipt --help\"").arg(name));
     return tool::WrongUsage;

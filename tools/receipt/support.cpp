@@ -2,9 +2,21 @@
 
 #include <QFile>
 #include <QLoggingCategory>
+#include <QSaveFile>
 #include <QTextCodec>
-#include <QTextStream>
+#include <cerrno>
 #include <cstdio>
+
+namespace {
+
+// Standard error wherever that leads, where Qt may prefer the journal to a file or a pipe.
+void writeLogLine(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    const QByteArray line = qFormatLogMessage(type, context, message).toLocal8Bit() + '\n';
+    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
+}
+
+}  // namespace
 
 namespace tool {
 
@@ -19,6 +31,42 @@ void complain(const QString &message)
 {
     const QByteArray bytes = QStringLiteral("receipt: %1\n").arg(message).toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+}
+
+int finished(int status)
+{
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    complain(QStringLiteral("standard output: %1").arg(qt_error_string(errno)));
+    return BadInput;
+}
+
+bool writeText(const QString &fileName, const QString &text)
+{
+    if (fileName.isEmpty()) {
+        print(text);
+        return true;
+    }
+    QSaveFile file(fileName);
+    const QByteArray bytes = text.toUtf8() + '\n';
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return true;
+    complain(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    return false;
+}
+
+std::optional<int> numberOf(const QCommandLineParser &parser, const QCommandLineOption &option,
+                            int minimum, int maximum)
+{
+    const QString name = option.names().constFirst();
+    const QString text = parser.value(option);
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (isNumber && number >= minimum && number <= maximum)
+        return number;
+    complain(QStringLiteral("--%1: \"%2\" is no number from %3 to %4")
+                 .arg(name, text, QString::number(minimum), QString::number(maximum)));
+    return std::nullopt;
 }
 
 std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
@@ -72,27 +120,68 @@ std::optional<QByteArray> readInput(const QString &fileName)
     return bytes;
 }
 
+namespace {
+
+/// Decodes piece by piece and watches for bytes that don't belong to the encoding.
+class StrictDecoder
+{
+public:
+    explicit StrictDecoder(const QTextCodec &codec)
+        : m_codec(codec), m_canBeReplacement(codec.canEncode(QChar(QChar::ReplacementCharacter)))
+    {}
+
+    /// @return false if something in the bytes doesn't belong to the encoding
+    bool add(const char *bytes, int count)
+    {
+        const QString piece = m_codec.toUnicode(bytes, count, &m_state);
+        m_text += piece;
+        return m_state.invalidChars == 0 &&
+               (m_canBeReplacement || !piece.contains(QChar(QChar::ReplacementCharacter)));
+    }
+    bool isComplete() const { return m_state.remainingChars == 0; }
+    const QString &text() const { return m_text; }
+
+private:
+    const QTextCodec &m_codec;
+    const bool m_canBeReplacement;
+    QTextCodec::ConverterState m_state;
+    QString m_text;
+};
+
+/// The line, from 1, of the first bytes that don't belong to the encoding.
+int firstBadLine(const QByteArray &bytes, const QTextCodec &codec)
+{
+    StrictDecoder decoder(codec);
+    int good = 0;
+    for (const char &byte : bytes) {
+        good = decoder.text().size();
+        if (!decoder.add(&byte, 1))
+            break;
+    }
+    return decoder.text().leftRef(good).count(QLatin1Char('\n')) + 1;
+}
+
+}  // namespace
+
 std::optional<QString> readText(const QString &fileName)
+{
+    return readText(fileName, *QTextCodec::codecForName("UTF-8"));
+}
+
+std::optional<QString> readText(const QString &fileName, const QTextCodec &codec)
 {
     const std::optional<QByteArray> bytes = readInput(fileName);
     if (!bytes)
         return std::nullopt;
-    const QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
-    QString text;
-    int lineNumber = 0;
-    for (int begin = 0; begin < bytes->size();) {
-        const int lineEnd = bytes->indexOf('\n', begin);
-        const int end = lineEnd < 0 ? bytes->size() : lineEnd + 1;
-        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-        ++lineNumber;
-        text += utf8->toUnicode(bytes->constData() + begin, end - begin, &state);
-        if (state.invalidChars != 0 || state.remainingChars != 0) {
-            complain(QStringLiteral("%1:%2: this line isn't UTF-8").arg(fileName).arg(lineNumber));
-            return std::nullopt;
-        }
-        begin = end;
+    StrictDecoder decoder(codec);
+    if (!decoder.add(bytes->constData(), bytes->size()) || !decoder.isComplete()) {
+        complain(QStringLiteral("%1:%2: this line isn't %3")
+                     .arg(fileName)
+                     .arg(firstBadLine(*bytes, codec))
+                     .arg(QString::fromLatin1(codec.name())));
+        return std::nullopt;
     }
-    return text.startsWith(QChar::ByteOrderMark) ? text.mid(1) : text;
+    return decoder.text();
 }
 
 QString placeOf(const QString &fileName, const QByteArray &text, int offset)
@@ -111,7 +200,9 @@ QCommandLineOption verboseOption()
 
 void setVerbose(bool verbose)
 {
-    if (!verbose)
+    if (verbose)
+        qInstallMessageHandler(writeLogLine);
+    else
         QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
 }
 

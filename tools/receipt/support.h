@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <optional>
 
+class QTextCodec;
+
 /// What all commands share: exit statuses, messages, reading of files and of standard input.
 namespace tool {
 
@@ -19,6 +21,17 @@ enum ExitStatus : int {
 void print(const QString &line);
 /// Writes "receipt: " and the message to standard error.
 void complain(const QString &message);
+
+/// The exit status of a command that is done: its own, unless standard output took not all of it.
+int finished(int status);
+
+/// Writes a text and a line end to a file, whole or not at all; an empty name is standard output.
+/// Complains and gives false on failure.
+bool writeText(const QString &fileName, const QString &text);
+
+/// The whole number that an option has. Complains and gives nothing outside the range.
+std::optional<int> numberOf(const QCommandLineParser &parser, const QCommandLineOption &option,
+                            int minimum, int maximum);
 
 /// Parses a command's own arguments. `-h`/`--help` prints the help; both that and a wrong option
 /// end the command with the status given here. Nothing: go on with the parsed values.
@@ -34,6 +47,9 @@ std::optional<QByteArray> readInput(const QString &fileName);
 /// The text of a UTF-8 file, "-" being standard input. Complains, naming the first line that isn't
 /// UTF-8, and gives nothing on failure.
 std::optional<QString> readText(const QString &fileName);
+
+/// The same for another encoding.
+std::optional<QString> readText(const QString &fileName, const QTextCodec &codec);
 
 /// Line and column, both from 1, of a byte offset in a UTF-8 text, for messages.
 QString placeOf(const QString &fileName, const QByteArray &text, int offset);

@@ -1,0 +1,210 @@
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSharedPointer>
+
+#include "commands.h"
+#include "documentfile.h"
+#include "printerdocs/printerdocumentformatter.h"
+#include "settings/printersettings.h"
+#include "support.h"
+#include "templatefile.h"
+
+namespace {
+
+constexpr int mostCharacters = 1000;
+
+/// What is rendered: a template with a document, or a text without attributes.
+struct Source
+{
+    PrinterDocumentFormatter *formatter;
+    std::optional<PrinterDocument> document;
+    QString plainText;
+    int width;
+    bool pretty;
+};
+
+QString asText(const Source &source)
+{
+    const QStringList lines =
+        source.document
+            ? source.formatter->toPlainText(*source.document, source.width)
+            : source.formatter->plainTextToFormattedPlainText(source.plainText, source.width);
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString asHtml(const Source &source)
+{
+    return source.document ? source.formatter->toHtmlDocument(*source.document, true)
+                           : source.formatter->plainTextToHtmlDocument(source.plainText, true);
+}
+
+QString asHtmlFragment(const Source &source)
+{
+    return source.document ? source.formatter->toHtml(*source.document, true)
+                           : source.formatter->plainTextToHtml(source.plainText, true);
+}
+
+QString asJson(const Source &source)
+{
+    const TextPrinterDocument document =
+        source.document ? source.formatter->toTextPrinterDocument(*source.document)
+                        : source.formatter->plainTextToTextPrinterDocument(source.plainText);
+    const auto form = source.pretty ? QJsonDocument::Indented : QJsonDocument::Compact;
+    return QString::fromUtf8(QJsonDocument::fromVariant(document.toMap()).toJson(form)).trimmed();
+}
+
+struct Form
+{
+    const char *name;
+    QString (*render)(const Source &source);
+};
+
+constexpr Form forms[] = {
+    {"text", asText},
+    {"html", asHtml},
+    {"html-fragment", asHtmlFragment},
+    {"json", asJson},
+};
+
+struct Case
+{
+    const char *name;
+    IPrintDeviceSettings::ECharactersMode mode;
+};
+
+constexpr Case cases[] = {
+    {"as-is", IPrintDeviceSettings::CharactersAsWritten},
+    {"upper", IPrintDeviceSettings::CharactersUpperCase},
+    {"lower", IPrintDeviceSettings::CharactersLowerCase},
+};
+
+/// The row that an option names. Complains and gives null if there is none.
+template <typename Row, std::size_t count>
+const Row *chosenRow(const Row (&rows)[count], const QCommandLineParser &parser,
+                     const QCommandLineOption &option)
+{
+    QStringList names;
+    for (const Row &row : rows) {
+        if (parser.value(option) == QLatin1String(row.name))
+            return &row;
+        names.append(QLatin1String(row.name));
+    }
+    tool::complain(QStringLiteral("--%1: \"%2\" is none of %3")
+                       .arg(option.names().constFirst(), parser.value(option),
+                            names.join(QStringLiteral(", "))));
+    return nullptr;
+}
+
+struct Options
+{
+    const QCommandLineOption as{
+        QStringLiteral("as"),
+        QStringLiteral("text (default), html, html-fragment, or json (the map form)."),
+        QStringLiteral("FORM"), QStringLiteral("text")};
+    const QCommandLineOption width{QStringLiteral("width"),
+                                   QStringLiteral("Characters per line of text; default 42."),
+                                   QStringLiteral("N"), QStringLiteral("42")};
+    const QCommandLineOption margin{QStringLiteral("margin"),
+                                    QStringLiteral("Blanks in front of each line; default 0."),
+                                    QStringLiteral("N"), QStringLiteral("0")};
+    const QCommandLineOption symbols{
+        QStringLiteral("symbols"),
+        QStringLiteral("Folder of the special symbol files; default: that of the template."),
+        QStringLiteral("DIR")};
+    const QCommandLineOption letterCase{QStringLiteral("case"),
+                                        QStringLiteral("as-is (default), upper or lower."),
+                                        QStringLiteral("CASE"), QStringLiteral("as-is")};
+    const QCommandLineOption output{
+        QStringLiteral("output"),
+        QStringLiteral("File to write, whole or not at all; default: standard output."),
+        QStringLiteral("FILE")};
+    const QCommandLineOption pretty{QStringLiteral("pretty"),
+                                    QStringLiteral("Indent the JSON text.")};
+    const QCommandLineOption plain{
+        QStringLiteral("plain"),
+        QStringLiteral("Render a text that has no attributes; there is no document then.")};
+};
+
+std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &options,
+                                    const QStringList &arguments)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Renders a receipt from a template and a document."));
+    parser.addOptions({options.as, options.width, options.margin, options.symbols,
+                       options.letterCase, options.output, options.pretty, options.plain,
+                       tool::codecOption()});
+    tool::addTemplateAndDocument(parser);
+    if (const auto status = tool::parse(parser, QStringLiteral("render"), arguments, 1, 2))
+        return status;
+    const bool plain = parser.isSet(options.plain);
+    if (parser.positionalArguments().size() == (plain ? 1 : 2))
+        return std::nullopt;
+    tool::complain(plain ? QStringLiteral("--plain: one file is expected")
+                         : QStringLiteral("a template and a document are expected"));
+    return tool::WrongUsage;
+}
+
+/// The folder of the special symbol files. Complains and gives nothing if there is no such folder.
+std::optional<QString> symbolFolder(const QCommandLineParser &parser, const Options &options)
+{
+    if (!parser.isSet(options.symbols))
+        return QFileInfo(parser.positionalArguments().constFirst()).path();
+    const QString folder = parser.value(options.symbols);
+    if (QFileInfo(folder).isDir())
+        return folder;
+    tool::complain(QStringLiteral("--symbols: \"%1\" is no folder").arg(folder));
+    return std::nullopt;
+}
+
+/// Reads the files. Complains and gives false on failure.
+bool readSource(const QStringList &files, const QTextCodec &codec, Source &source)
+{
+    if (files.size() == 1) {
+        const auto lines = tool::readLines(files.at(0), codec);
+        if (lines)
+            source.plainText = lines->join(QLatin1Char('\n'));
+        return lines.has_value();
+    }
+    const auto text = tool::readTemplate(files.at(0), codec);
+    source.document = tool::readDocument(files.at(1));
+    if (!text || !source.document)
+        return false;
+    source.formatter->setTemplate(*text);
+    return true;
+}
+
+void setCase(IPrintDeviceSettings::ECharactersMode mode)
+{
+    const auto settings = QSharedPointer<PrinterSettings>::create();
+    settings->setCharactersMode(mode);
+    IPrintDeviceSettings::setPrintDeviceSettings(settings);
+}
+
+}  // namespace
+
+int runRender(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    const Options options;
+    if (const auto status = parseCommandLine(parser, options, arguments))
+        return *status;
+    const auto codec = tool::codecOf(parser);
+    const Form *form = chosenRow(forms, parser, options.as);
+    const Case *letterCase = chosenRow(cases, parser, options.letterCase);
+    const auto width = tool::numberOf(parser, options.width, 1, mostCharacters);
+    const auto margin = tool::numberOf(parser, options.margin, 0, mostCharacters);
+    const auto symbols = symbolFolder(parser, options);
+    const QStringList files = parser.positionalArguments();
+    if (!codec || form == nullptr || letterCase == nullptr || !width || !margin || !symbols ||
+        !tool::readsInputOnce(files))
+        return tool::WrongUsage;
+
+    tool::useSymbolFolder(*symbols);
+    setCase(letterCase->mode);
+    PrinterDocumentFormatter formatter(*margin, nullptr);
+    Source source{&formatter, std::nullopt, QString(), *width, parser.isSet(options.pretty)};
+    if (!readSource(files, **codec, source))
+        return tool::BadInput;
+    return tool::writeText(parser.value(options.output), form->render(source)) ? tool::Success
+                                                                               : tool::BadInput;
+}

@@ -1,0 +1,78 @@
+#include "templatefile.h"
+
+#include <QTextCodec>
+#include <QTextStream>
+
+#include "settings/checktemplatessettings.h"
+#include "support.h"
+
+namespace tool {
+
+QCommandLineOption codecOption()
+{
+    return QCommandLineOption(
+        QStringLiteral("codec"),
+        QStringLiteral("Encoding of the template, such as cp866 or windows-1251; default UTF-8."),
+        QStringLiteral("NAME"), QStringLiteral("UTF-8"));
+}
+
+std::optional<const QTextCodec *> codecOf(const QCommandLineParser &parser)
+{
+    const QString name = parser.value(codecOption().names().constFirst());
+    const QTextCodec *codec = QTextCodec::codecForName(name.toUtf8());
+    if (codec == nullptr) {
+        complain(QStringLiteral("--codec: there is no encoding \"%1\"").arg(name));
+        return std::nullopt;
+    }
+    return codec;
+}
+
+void addTemplateAndDocument(QCommandLineParser &parser)
+{
+    parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
+                                 QStringLiteral("The template; - is standard input."));
+    parser.addPositionalArgument(
+        QStringLiteral("DATA.json"),
+        QStringLiteral("The document: \"attributes\", \"entries\", \"isCopy\"; - is standard "
+                       "input. Write amounts as text, such as \"100.00\": JSON doesn't tell "
+                       "100.00 from 100."));
+}
+
+bool readsInputOnce(const QStringList &fileNames)
+{
+    if (fileNames.count(QStringLiteral("-")) < 2)
+        return true;
+    complain(QStringLiteral("standard input can be only one of the files"));
+    return false;
+}
+
+void useSymbolFolder(const QString &folder)
+{
+    CheckTemplatesSettings().setCheckTemplatesPath(folder);
+}
+
+std::optional<QStringList> readLines(const QString &fileName, const QTextCodec &codec)
+{
+    std::optional<QString> text = readText(fileName, codec);
+    if (!text)
+        return std::nullopt;
+    QStringList lines;
+    QTextStream stream(&*text, QIODevice::ReadOnly);
+    while (!stream.atEnd())
+        lines.append(stream.readLine());
+    return lines;
+}
+
+std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &codec)
+{
+    const std::optional<QStringList> lines = readLines(fileName, codec);
+    if (!lines)
+        return std::nullopt;
+    if (lines->isEmpty()) {
+        complain(QStringLiteral("%1: the template is empty").arg(fileName));
+        return std::nullopt;
+    }
+    return lines->join(QLatin1Char('\n'));
+}
+
+}  // namespace tool

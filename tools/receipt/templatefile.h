@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+class QTextCodec;
+
+namespace tool {
+
+/// The option that names the encoding of a template.
+QCommandLineOption codecOption();
+/// What that option says. Complains and gives nothing if there is no such encoding.
+std::optional<const QTextCodec *> codecOf(const QCommandLineParser &parser);
+
+/// Adds the arguments TEMPLATE and DATA.json.
+void addTemplateAndDocument(QCommandLineParser &parser);
+/// Complains and gives false if more than one of these files is standard input.
+bool readsInputOnce(const QStringList &fileNames);
+
+/// Sets the folder of special symbol files for the formatters made from now on. Without it they
+/// would look for the templates of the machine's point-of-sale system, and make its folders.
+void useSymbolFolder(const QString &folder);
+
+/// The lines of a text file, "-" being standard input, as the library reads templates: without
+/// line ends, and an end of the last line makes no further one. Complains about bytes that don't
+/// belong to the encoding, naming the line, and then gives nothing.
+std::optional<QStringList> readLines(const QString &fileName, const QTextCodec &codec);
+
+/// As readLines(), for a file that must have at least one line.
+std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &codec);
+
+}  // namespace tool
