@@ -554,6 +554,8 @@ private Q_SLOTS:
         QTest::newRow("empty lines stay")
             << QStringList{"", "a", "", ""} << QStringList{"", "a", "", ""}
             << QStringList{"", "a", "", ""};
+        QTest::newRow("a line feed in a line parts it, with no tag too")
+            << QStringList{"a\nb", "c"} << QStringList{"a", "b", "c"} << QStringList{"a", "b", "c"};
         QTest::newRow("line tags are another matter")
             << QStringList{"<X>a", "b"} << QStringList{"<X>a", "b"} << QStringList{"<X>a", "b"};
     }
@@ -626,6 +628,8 @@ private Q_SLOTS:
         QTest::newRow("a blank beside the attribute keeps the line")
             << " <ABCD>" << QStringList{" "};
         QTest::newRow("attribute") << "Sum <SUMM>" << QStringList{"Sum 1250"};
+        QTest::newRow("value with a line feed is two lines")
+            << "a<BOTH>b" << QStringList{"aone", "twob"};
         QTest::newRow("group of zero vanishes with its line")
             << "[off <ZERO>]\nb" << QStringList{"b"};
         QTest::newRow("fiscal markers are unknown attributes")
@@ -691,8 +695,12 @@ private Q_SLOTS:
         QFETCH(QStringList, prepared);
         m_formatter->setTemplate(text);
         const QStringList before = m_formatter->getTemplate();
-        const PrinterDocument sale = document(
-            {{"SUMM", 1250}, {"ZERO", 0}, {"OPEN", "<X:>"}, {"CLOSE", "</I>"}, {"LINE", "<X>"}});
+        const PrinterDocument sale = document({{"SUMM", 1250},
+                                               {"ZERO", 0},
+                                               {"BOTH", "one\ntwo"},
+                                               {"OPEN", "<X:>"},
+                                               {"CLOSE", "</I>"},
+                                               {"LINE", "<X>"}});
         QCOMPARE(m_formatter->prepareDocument(sale), prepared);
         QCOMPARE(m_formatter->getTemplate(), before);
         QCOMPARE(m_formatter->prepareDocument(sale), prepared);
