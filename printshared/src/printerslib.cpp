@@ -5,12 +5,13 @@
 #include <QString>
 
 #include "hearth/appversionmanager.h"
+#include "printerdocs/mapkey_p.h"
 
 namespace {
 
 // Not literals of QString: the register may keep the texts beyond the unloading of this library.
-constexpr QLatin1String libraryName("printerslib");
-constexpr QLatin1String libraryVersion("5.0.28");
+constexpr QLatin1String libraryName = mapKey("printerslib");
+constexpr QLatin1String libraryVersion = mapKey("5.0.28");
 
 /// The compiler gives the date with the English name of the month and a one-digit day behind two
 /// blanks.
@@ -36,9 +37,6 @@ PrintersLib::PrintersLib()
     }
     hearth::AppVersionManager::addLocalisation(libraryName);
 }
-
-// Declared, so that the destructor is among the library's symbols.
-PrintersLib::~PrintersLib() = default;
 
 hearth::AppVersion PrintersLib::version()
 {

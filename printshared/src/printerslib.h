@@ -11,7 +11,7 @@ public:
     /// Registers the version, unless that has been done, and the translations. For the library
     /// itself.
     PrintersLib();
-    ~PrintersLib();
+    ~PrintersLib() = default;
     Q_DISABLE_COPY(PrintersLib)
 
     /// The version as it was registered: "5.0.28" and the moment of the build in ISO date form. Any

@@ -12,8 +12,10 @@ struct Command
 };
 
 int runBbCode(const QStringList &arguments);
+int runDocument(const QStringList &arguments);
 int runEval(const QStringList &arguments);
 int runFill(const QStringList &arguments);
 int runRender(const QStringList &arguments);
 int runSplit(const QStringList &arguments);
+int runState(const QStringList &arguments);
 int runSymbols(const QStringList &arguments);

@@ -8,10 +8,12 @@ namespace {
 
 constexpr Command commands[] = {
     {"bbcode", "show what a BBCode text prints", runBbCode},
+    {"document", "save, show, check and repair document files", runDocument},
     {"eval", "evaluate an arithmetic expression", runEval},
     {"fill", "fill a template's lines from a document", runFill},
     {"render", "print a receipt from a template and a document", runRender},
     {"split", "show the fiscal sections of a template", runSplit},
+    {"state", "explain a state record of the print service", runState},
     {"symbols", "draw and check a file of special symbols", runSymbols},
 };
 

@@ -1,0 +1,213 @@
+#include <QJsonDocument>
+#include <QProcess>
+#include <QtTest>
+#include <memory>
+
+#include "documentfiles.h"
+
+using namespace documentfiles;
+
+namespace {
+
+struct Outcome
+{
+    int status = -1;
+    QString output;
+    QString errors;
+};
+
+Outcome runDocument(const QStringList &arguments, const QString &folder = QString())
+{
+    QProcess process;
+    if (!folder.isEmpty())
+        process.setWorkingDirectory(folder);
+    process.start(RECEIPT_PROGRAM, QStringList("document") + arguments);
+    process.closeWriteChannel();
+    Outcome outcome;
+    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
+        outcome.status = process.exitCode();
+    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
+    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    return outcome;
+}
+
+const TextPrinterDocument oldDocument = documentOf("OLD 1.00");
+const TextPrinterDocument newDocument = documentOf("NEW 2.50");
+
+}  // namespace
+
+class TestReceiptDocument : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<Programs> m_programs;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+
+    /// The four lines that "check" prints.
+    QString findings(const QStringList &faults) const
+    {
+        QString text;
+        for (int file = 0; file < suffixes.size(); ++file)
+            text += m_path + suffixes.at(file) + ": " + faults.at(file) + "\n";
+        return text;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_programs = std::make_unique<Programs>();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath("receipt.json");
+        QVERIFY(newDocument.saveToFile(m_path));
+    }
+
+    void cleanup()
+    {
+        m_programs.reset();
+        m_folder.reset();
+    }
+
+    void showPrintsTheDocumentInThreeForms()
+    {
+        QCOMPARE(runDocument({"show", m_path}).output, QString("NEW 2.50\n"));
+        QCOMPARE(runDocument({"show", m_path, "--as", "json"}).output.toUtf8(),
+                 contentOf(m_path) + "\n");
+        const Outcome html = runDocument({"show", "--as", "html", m_path});
+        QCOMPARE(html.status, 0);
+        QVERIFY(html.output.contains("<html"));
+        QVERIFY(html.output.contains("2.50"));
+        QCOMPARE(runDocument({"show", "--as", "pdf", m_path}).status, 2);
+    }
+
+    void relativePathsAreMadeAbsolute()
+    {
+        QVERIFY(QDir(m_folder->path()).mkdir("sub"));
+        QCOMPARE(runDocument({"show", "../receipt.json"}, m_folder->filePath("sub")).output,
+                 QString("NEW 2.50\n"));
+    }
+
+    void showOfNothingGoodFails()
+    {
+        const Outcome outcome = runDocument({"show", m_folder->filePath("missing")});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.errors.contains("missing: no copy can be loaded"));
+    }
+
+    void checkFindsFourGoodFiles()
+    {
+        const Outcome outcome = runDocument({"check", m_path});
+        QCOMPARE(outcome.output, findings({"good", "good", "good", "good"}));
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(outcome.status, 0);
+    }
+
+    void checkSaysWhatIsWrong_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("faults");
+        const QString good = "good";
+        const QString mismatch = "bad, is the checksum of something else";
+        QTest::newRow("other document in the primary")
+            << "" << QByteArray("{}") << QStringList{good, mismatch, good, good};
+        QTest::newRow("list in the backup")
+            << ".bak" << QByteArray("[]")
+            << QStringList{good, good, "bad, holds no document", mismatch};
+        QTest::newRow("empty checksum")
+            << ".sha1" << QByteArray("") << QStringList{good, "bad, holds no checksum", good, good};
+        QTest::newRow("escaped checksum")
+            << ".bak.sha1" << QByteArray("\\0123456789012345678901234567890123456789  x")
+            << QStringList{good, good, good, "bad, holds no checksum"};
+        QTest::newRow("no primary")
+            << "" << QByteArray() << QStringList{"bad, is missing", good, good, good};
+        QTest::newRow("no checksum")
+            << ".sha1" << QByteArray() << QStringList{good, "bad, is missing", good, good};
+    }
+
+    void checkSaysWhatIsWrong()
+    {
+        QFETCH(const QString, suffix);
+        QFETCH(const QByteArray, content);
+        QFETCH(const QStringList, faults);
+        QVERIFY(content.isNull() ? QFile::remove(m_path + suffix)
+                                 : writeFile(m_path + suffix, content));
+        const Outcome outcome = runDocument({"check", m_path});
+        QCOMPARE(outcome.output, findings(faults));
+        QCOMPARE(outcome.status, 1);
+    }
+
+    void checkTellsCopiesThatDiffer()
+    {
+        const Folder newFolder = readFolder(m_path);
+        QVERIFY(oldDocument.saveToFile(m_path));
+        QVERIFY(writeFile(m_path, newFolder[""]));
+        QVERIFY(writeFile(m_path + ".sha1", newFolder[".sha1"]));
+        const Outcome outcome = runDocument({"check", m_path});
+        QVERIFY(
+            outcome.output.endsWith("The copies differ: a save was cut short. The first is "
+                                    "newer.\n"));
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(runDocument({"repair", m_path}).status, 0);
+        QCOMPARE(readFolder(m_path), newFolder);
+    }
+
+    void repairRewritesBothCopiesFromTheGoodOne_data()
+    {
+        QTest::addColumn<QStringList>("damaged");
+        QTest::newRow("primary") << QStringList{""};
+        QTest::newRow("primary's checksum") << QStringList{".sha1"};
+        QTest::newRow("all of the primary") << QStringList{"", ".sha1"};
+        QTest::newRow("backup") << QStringList{".bak"};
+        QTest::newRow("all of the backup") << QStringList{".bak", ".bak.sha1"};
+        QTest::newRow("nothing") << QStringList{};
+    }
+
+    void repairRewritesBothCopiesFromTheGoodOne()
+    {
+        QFETCH(const QStringList, damaged);
+        const Folder good = readFolder(m_path);
+        for (const QString &suffix : damaged)
+            QVERIFY(writeFile(m_path + suffix, "damaged"));
+        QCOMPARE(runDocument({"repair", m_path}).status, 0);
+        QCOMPARE(readFolder(m_path), good);
+    }
+
+    void repairOfNothingGoodTouchesNothing()
+    {
+        QVERIFY(writeFile(m_path + ".sha1", "damaged"));
+        QVERIFY(writeFile(m_path + ".bak", "damaged"));
+        const Folder damaged = readFolder(m_path);
+        const Outcome outcome = runDocument({"repair", m_path});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.errors.contains("neither copy is good"));
+        QCOMPARE(readFolder(m_path), damaged);
+    }
+
+    void removeTakesAllFour()
+    {
+        QCOMPARE(runDocument({"remove", m_path}).status, 0);
+        QVERIFY(QDir(m_folder->path()).isEmpty());
+        QCOMPARE(runDocument({"remove", m_path}).status, 0);
+    }
+
+    void removeTellsWhatItCannotRemove()
+    {
+        QVERIFY(QDir(m_folder->path()).mkpath("kept/inside"));
+        const Outcome outcome = runDocument({"remove", m_folder->filePath("kept")});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.errors.contains("kept: can't be removed"));
+    }
+
+    void wrongUsageIsTold()
+    {
+        QCOMPARE(runDocument({}).status, 2);
+        QCOMPARE(runDocument({"print", m_path}).status, 2);
+        QCOMPARE(runDocument({"show"}).status, 2);
+        QCOMPARE(runDocument({"--help"}).status, 0);
+        QVERIFY(runDocument({"--help"}).output.contains("repair"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestReceiptDocument)
+#include "tst_receipt_document.moc"

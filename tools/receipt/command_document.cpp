@@ -1,0 +1,201 @@
+#include <QFileInfo>
+#include <QJsonDocument>
+
+#include "commands.h"
+#include "documentcopy.h"
+#include "printerdocs/specialcharacters.h"
+#include "printerdocs/textprinterdocument.h"
+#include "support.h"
+
+namespace {
+
+constexpr int defaultWidth = 80;
+
+// The library's checksum program looks in the file's own folder; only an absolute path is the same
+// file there.
+QString absolutePath(const QString &fileName)
+{
+    return QFileInfo(fileName).absoluteFilePath();
+}
+
+QString backupOf(const QString &path)
+{
+    return path + QLatin1String(".bak");
+}
+
+void describeDocumentFile(QCommandLineParser &parser, const QString &description)
+{
+    parser.setApplicationDescription(description);
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document file."));
+}
+
+void printText(const TextPrinterDocument &document)
+{
+    const int width = document.symbolsPerLine() > 0 ? document.symbolsPerLine() : defaultWidth;
+    const QList<DocumentBlock> blocks = document.blocks();
+    for (DocumentBlock block : blocks) {
+        const QStringList lines = block.toStringList(width);
+        for (const QString &line : lines)
+            tool::print(line);
+    }
+}
+
+void printHtml(const TextPrinterDocument &document)
+{
+    tool::print(document.toHtml(true, SpecialCharacters()));
+}
+
+void printJson(const TextPrinterDocument &document)
+{
+    const QJsonDocument json = QJsonDocument::fromVariant(document.toMap());
+    tool::print(QString::fromUtf8(json.toJson(QJsonDocument::Compact)));
+}
+
+struct Form
+{
+    const char *name;
+    void (*print)(const TextPrinterDocument &document);
+};
+
+constexpr Form forms[] = {
+    {"text", printText},
+    {"html", printHtml},
+    {"json", printJson},
+};
+
+int showDocument(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describeDocumentFile(parser, QStringLiteral("Shows the document that a load gives."));
+    const QCommandLineOption as(QStringLiteral("as"),
+                                QStringLiteral("text (default), html, or json (the map form)."),
+                                QStringLiteral("form"), QStringLiteral("text"));
+    parser.addOption(as);
+    if (const auto status = tool::parse(parser, QStringLiteral("document show"), arguments, 1, 1))
+        return *status;
+    const QString fileName = parser.positionalArguments().constFirst();
+    for (const Form &form : forms) {
+        if (parser.value(as) != QLatin1String(form.name))
+            continue;
+        TextPrinterDocument document;
+        if (!document.loadFromFile(absolutePath(fileName))) {
+            tool::complain(QStringLiteral("%1: no copy can be loaded; \"receipt document check\" "
+                                          "says why")
+                               .arg(fileName));
+            return tool::BadInput;
+        }
+        form.print(document);
+        return tool::Success;
+    }
+    tool::complain(QStringLiteral("--as: there is no form \"%1\"").arg(parser.value(as)));
+    return tool::WrongUsage;
+}
+
+void printFinding(const QString &fileName, const QString &fault)
+{
+    tool::print(fault.isEmpty() ? QStringLiteral("%1: good").arg(fileName)
+                                : QStringLiteral("%1: bad, %2").arg(fileName, fault));
+}
+
+int checkDocument(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describeDocumentFile(
+        parser, QStringLiteral("Says which of the document's four files are good, and why not."));
+    if (const auto status = tool::parse(parser, QStringLiteral("document check"), arguments, 1, 1))
+        return *status;
+    const QString path = absolutePath(parser.positionalArguments().constFirst());
+    const DocumentCopy primary = readDocumentCopy(path);
+    const DocumentCopy backup = readDocumentCopy(backupOf(path));
+    for (const DocumentCopy &copy : {primary, backup}) {
+        printFinding(copy.fileName, copy.contentFault);
+        printFinding(copy.checksumFileName, copy.checksumFault);
+    }
+    if (!primary.isGood() || !backup.isGood())
+        return tool::BadInput;
+    if (primary.content != backup.content)
+        tool::print(QStringLiteral("The copies differ: a save was cut short. The first is newer."));
+    return tool::Success;
+}
+
+int repairDocument(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describeDocumentFile(parser, QStringLiteral("Rewrites both copies from the one that is good."));
+    if (const auto status = tool::parse(parser, QStringLiteral("document repair"), arguments, 1, 1))
+        return *status;
+    const QString fileName = parser.positionalArguments().constFirst();
+    const QString path = absolutePath(fileName);
+    const DocumentCopy primary = readDocumentCopy(path);
+    const DocumentCopy backup = readDocumentCopy(backupOf(path));
+    if (!primary.isGood() && !backup.isGood()) {
+        tool::complain(QStringLiteral("%1: neither copy is good; \"receipt document check\" says "
+                                      "why")
+                           .arg(fileName));
+        return tool::BadInput;
+    }
+    // The copy that is not the source goes first, so that a good one is on the disk at any moment.
+    const DocumentCopy &source = primary.isGood() ? primary : backup;
+    const DocumentCopy &other = primary.isGood() ? backup : primary;
+    const bool rewritten = rewriteDocumentCopy(other.fileName, source.content) &&
+                           rewriteDocumentCopy(source.fileName, source.content);
+    return rewritten ? tool::Success : tool::BadInput;
+}
+
+int removeDocument(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describeDocumentFile(parser, QStringLiteral("Removes the document's four files."));
+    if (const auto status = tool::parse(parser, QStringLiteral("document remove"), arguments, 1, 1))
+        return *status;
+    const QString path = absolutePath(parser.positionalArguments().constFirst());
+    TextPrinterDocument().removeFile(path);
+    bool removed = true;
+    for (const char *suffix : {"", ".sha1", ".bak", ".bak.sha1"}) {
+        const QString fileName = path + QLatin1String(suffix);
+        if (QFileInfo::exists(fileName)) {
+            tool::complain(QStringLiteral("%1: can't be removed").arg(fileName));
+            removed = false;
+        }
+    }
+    return removed ? tool::Success : tool::BadInput;
+}
+
+constexpr Command actions[] = {
+    {"show", "show the document", showDocument},
+    {"check", "say which of the four files are good, and why not", checkDocument},
+    {"repair", "rewrite both copies from the good one", repairDocument},
+    {"remove", "remove the four files", removeDocument},
+};
+
+void printActions()
+{
+    tool::print(
+        QStringLiteral("Usage: receipt document ACTION [ARGUMENT...]\n\n"
+                       "Works on document files: a document in two copies, FILE and FILE.bak, with "
+                       "a\nchecksum file beside each. Actions:"));
+    for (const Command &action : actions)
+        tool::print(QStringLiteral("  %1 %2")
+                        .arg(QLatin1String(action.name), -8)
+                        .arg(QLatin1String(action.summary)));
+    tool::print(QStringLiteral("\n\"receipt document ACTION --help\" says more."));
+}
+
+}  // namespace
+
+int runDocument(const QStringList &arguments)
+{
+    const QString name = arguments.value(0);
+    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+        printActions();
+        return tool::Success;
+    }
+    for (const Command &action : actions) {
+        if (name == QLatin1String(action.name))
+            return action.run(arguments.mid(1));
+    }
+    tool::complain(QStringLiteral("document: there is no action \"%1\"; see \"receipt document "
+                                  "--help\"")
+                       .arg(name));
+    return tool::WrongUsage;
+}
