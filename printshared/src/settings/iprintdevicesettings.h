@@ -9,6 +9,9 @@ namespace hearth {
 class RS232Settings;
 }  // namespace hearth
 
+class ISystemPrinterSettings;
+class ITextPrinterSettings;
+
 /// How the rest of the system reads the settings of the printer in use, whatever kind of printer
 /// that is. PrinterSettings implements it.
 ///
@@ -61,6 +64,12 @@ public:
     static QSharedPointer<IPrintDeviceSettings> printDeviceSettings();
     /// Installs the settings object of the process; null removes it.
     static void setPrintDeviceSettings(const QSharedPointer<IPrintDeviceSettings> &settings);
+    /// The settings object of the process as that of a system printer; null when there is none, or
+    /// it is of another kind.
+    static QSharedPointer<ISystemPrinterSettings> systemPrinterSettings();
+    /// The settings object of the process as that of a text printer; null when there is none, or it
+    /// is of another kind.
+    static QSharedPointer<ITextPrinterSettings> textPrinterSettings();
 
 protected:
     static QSharedPointer<IPrintDeviceSettings> _printDeviceSettings;

@@ -4,6 +4,8 @@
 
 #include "settings/settingsitem_p.h"
 #include "settings/settingslock_p.h"
+#include "settings/systemprintersettings.h"
+#include "settings/textprintersettings.h"
 
 namespace {
 
@@ -14,7 +16,8 @@ std::mutex portMutex;
 
 using PortLock = std::lock_guard<std::mutex>;
 
-constexpr unsigned int greatestPrinterType = 2;
+constexpr unsigned int textPrinterType = 1;
+constexpr unsigned int systemPrinterType = 2;
 
 // Both enumerations know 1 and 2; any other number in an item is 0.
 template <typename Enumeration>
@@ -122,7 +125,7 @@ unsigned int PrinterSettings::printerType() const
 void PrinterSettings::setPrinterType(unsigned int type)
 {
     const SettingsLock lock(_settingsMutex);
-    _printerType = type > greatestPrinterType ? 0 : type;
+    _printerType = type > systemPrinterType ? 0 : type;
 }
 
 QString PrinterSettings::printerId() const
@@ -252,7 +255,14 @@ void PrinterSettings::setBaseFiscalFont(const int &font)
 
 int PrinterSettings::getDefSymbolsPerLine()
 {
-    return defSymbolsPerLine();
+    switch (printerType()) {
+        case textPrinterType:
+            return TextPrinterSettings().defSymbolsPerLine();
+        case systemPrinterType:
+            return SystemPrinterSettings().defSymbolsPerLine();
+        default:
+            return defSymbolsPerLine();
+    }
 }
 
 void PrinterSettings::setDefSymbolsPerLine(const int &count)
