@@ -1,0 +1,645 @@
+#include <QSerialPortInfo>
+#include <QSignalSpy>
+#include <QThreadPool>
+#include <QtTest>
+#include <atomic>
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include "logcatcher.h"
+#include "printdevicefinder/finderlink_p.h"
+#include "printdevicefinder/findertasks_p.h"
+#include "printdevicefinder/printdevicefinder.h"
+#include "printerbench.h"
+
+namespace {
+
+constexpr int searchMilliseconds = 60000;
+
+hearth::Rs232PortSettings lineOf(const QString &portName, int baudRate)
+{
+    hearth::Rs232PortSettings settings;
+    settings.setPortName(portName);
+    settings.setBaudRate(baudRate);
+    return settings;
+}
+
+PrintDeviceInfo record(const QString &portName, const QString &id = "CUSTOM_VKP_80",
+                       int baudRate = 115200, unsigned type = 1)
+{
+    PrintDeviceInfo info;
+    info.setDeviceType(type);
+    info.setDeviceId(id);
+    info.setSettings(lineOf(portName, baudRate));
+    return info;
+}
+
+/// A finder with all its signals written down in the order in which they come.
+class ObservedFinder
+{
+public:
+    ObservedFinder() : finder(new PrintDeviceFinder(nullptr))
+    {
+        QObject::connect(finder.get(), &PrintDeviceFinder::deviceFinded,
+                         [this](const PrintDeviceInfo &info) {
+                             found.append(info);
+                             signalNames.append("deviceFinded " + info.deviceId());
+                         });
+        QObject::connect(finder.get(), &PrintDeviceFinder::noDevices,
+                         [this](const QString &err) { signalNames.append("noDevices " + err); });
+        QObject::connect(finder.get(), &PrintDeviceFinder::finished,
+                         [this] { signalNames.append("finished"); });
+        QObject::connect(finder.get(), &PrintDeviceFinder::needCancel,
+                         [this] { signalNames.append("needCancel"); });
+    }
+
+    /// Runs the event loop until this many "finished" have come, and then until the tasks are over
+    /// and nothing is left to happen.
+    bool waitForFinished(int count = 1)
+    {
+        const bool came = QTest::qWaitFor(
+            [this, count] { return signalNames.count("finished") >= count; }, searchMilliseconds);
+        settle();
+        return came;
+    }
+
+    static void settle()
+    {
+        QThreadPool::globalInstance()->waitForDone();
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    }
+
+    QStringList signalNames;
+    QList<PrintDeviceInfo> found;
+    // The last one, as it signals when it dies.
+    std::unique_ptr<PrintDeviceFinder> finder;
+};
+
+}  // namespace
+
+class TestPrintDeviceFinder : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    }
+
+    void cleanup() { ObservedFinder::settle(); }
+
+    void cleanupTestCase() { qInstallMessageHandler(nullptr); }
+
+    void constructorWidensTheThreadPool()
+    {
+        QThreadPool &pool = *QThreadPool::globalInstance();
+        pool.setMaxThreadCount(3);
+        const LogCatcher log;
+        {
+            const PrintDeviceFinder finder(nullptr);
+            QCOMPARE(pool.maxThreadCount(), 100);
+        }
+        QCOMPARE(pool.maxThreadCount(), 100);
+        QCOMPARE(log.lines("printers debug "),
+                 (QStringList{"printers debug 0 3", "printers debug 0 100"}));
+    }
+
+    void signalsAndSlotsStandInTheirOrder()
+    {
+        const QMetaObject &meta = PrintDeviceFinder::staticMetaObject;
+        QStringList methods;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+            methods.append(meta.method(i).name());
+        QCOMPARE(methods, (QStringList{"deviceFinded", "noDevices", "finished", "needCancel",
+                                       "cancel", "start", "start", "test", "watcherFinished"}));
+    }
+
+    void emptyInputHasNoFinished()
+    {
+        ObservedFinder observed;
+        observed.finder->start(QStringList());
+        QList<PrintDeviceInfo> none;
+        observed.finder->test(none);
+        ObservedFinder::settle();
+        QCOMPARE(observed.signalNames, (QStringList{"noDevices There are no available ports",
+                                                    "noDevices There are no available configs"}));
+    }
+
+    void startWithoutNamesTakesThePortsOfTheMachine()
+    {
+        const PrinterBench bench;
+        ObservedFinder observed;
+        const bool hasPorts = !QSerialPortInfo::availablePorts().isEmpty();
+        observed.finder->start();
+        if (!hasPorts)
+            QCOMPARE(observed.signalNames, QStringList("noDevices There are no available ports"));
+        else
+            QVERIFY(observed.waitForFinished());
+    }
+
+    void finishedComesBeforeTheDevice()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80", 19200));
+        ObservedFinder observed;
+        const LogCatcher log;
+        observed.finder->start({printer->portPath()});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"needCancel", "finished", "deviceFinded CUSTOM_VKP_80"}));
+        QVERIFY(observed.found.constFirst() == record(printer->portPath(), "CUSTOM_VKP_80", 19200));
+        QCOMPARE(log.lines("printers warning "),
+                 (QStringList{"printers warning STOPPED " + printer->portName(),
+                              "printers warning CANCEL 1", "printers warning CANCELED 1"}));
+    }
+
+    void everyModelIsFoundAndConfirmed_data()
+    {
+        QTest::addColumn<QString>("model");
+        for (const QString &model : virtualModelIds())
+            QTest::newRow(qPrintable(model)) << model;
+    }
+
+    void everyModelIsFoundAndConfirmed()
+    {
+        QFETCH(QString, model);
+        PrinterBench bench;
+        VirtualPrinterOptions options;
+        options.model = model;
+        const auto printer = bench.add(options);
+        ObservedFinder search;
+        search.finder->start({printer->portPath()});
+        QVERIFY(search.waitForFinished());
+        QCOMPARE(search.found.size(), 1);
+        QCOMPARE(search.found.constFirst().deviceId(), model);
+
+        ObservedFinder confirmation;
+        confirmation.finder->test(search.found);
+        QVERIFY(confirmation.waitForFinished());
+        if (model == "CITIZEN_CPP_8001")
+            QCOMPARE(confirmation.signalNames,
+                     (QStringList{"noDevices There no devices finded", "finished"}));
+        else
+            QVERIFY(confirmation.found == search.found);
+    }
+
+    void sameNameTwiceIsOneTask()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(faultyPrinter(VirtualFault::Silent));
+        ObservedFinder observed;
+        const LogCatcher log;
+        observed.finder->start({printer->portPath(), printer->portPath()});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(log.lines("printers warning STOPPED").size(), 1);
+        QCOMPARE(linesOf(*printer), silentsearch::wholeSearch());
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished"}));
+        QCOMPARE(log.lines("printers warning There"),
+                 QStringList("printers warning There no devices found"));
+    }
+
+    void portsThatCannotBeOpenedAreNothingFound()
+    {
+        ObservedFinder observed;
+        const LogCatcher log;
+        observed.finder->start({"no-such-port-1", "no-such-port-2"});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished"}));
+        QCOMPARE(log.lines("printers warning "),
+                 QStringList("printers warning There no devices found"));
+    }
+
+    void onePortThatCannotBeOpenedDoesNotEndTheSearch()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CITIZEN_PPU_231", 1200));
+        ObservedFinder observed;
+        observed.finder->start({"no-such-port", printer->portPath()});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames.filter("deviceFinded"),
+                 QStringList("deviceFinded CITIZEN_PPU_231"));
+        QCOMPARE(observed.signalNames.filter("noDevices"), QStringList());
+    }
+
+    void answerWithoutAModelIsNothingFound()
+    {
+        PrinterBench bench;
+        VirtualModel model{"nameless", 115200, QSerialPort::NoFlowControl, {}};
+        model.replies = {{QByteArray::fromHex("1D4901"), {QByteArray::fromHex("3D")}}};
+        const auto printer = bench.add(model);
+        ObservedFinder observed;
+        observed.finder->start({printer->portPath()});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished"}));
+    }
+
+    void firstOfTwoPrintersEndsTheSearch()
+    {
+        PrinterBench bench;
+        const auto first = bench.add(printerOf("CUSTOM_VKP_80"));
+        const auto second = bench.add(printerOf("CITIZEN_PPU_700"));
+        // The second one answers when the search is over.
+        std::atomic<bool> over{false};
+        const QString secondPort = second->portName();
+        bench.beforeWait = [&over, secondPort](QSerialPort &port, int, int) {
+            while (port.portName() == secondPort && !over)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        };
+        ObservedFinder observed;
+        QObject::connect(observed.finder.get(), &PrintDeviceFinder::deviceFinded,
+                         [&over] { over = true; });
+        const LogCatcher log;
+        observed.finder->start({first->portPath(), second->portPath()});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames, (QStringList{"needCancel", "needCancel", "finished",
+                                                    "deviceFinded CUSTOM_VKP_80"}));
+        QCOMPARE(log.lines("printers warning STOP " + secondPort).size(), 2);
+        QCOMPARE(log.lines("printers warning STOPPED " + secondPort).size(), 1);
+    }
+
+    void secondStartLeavesTheFirstTaskRunning()
+    {
+        PrinterBench bench;
+        std::atomic<bool> hold{true};
+        bench.beforeWait = [&hold](QSerialPort &, int, int) {
+            while (hold)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        };
+        const auto printer = bench.add(faultyPrinter(VirtualFault::Silent));
+        ObservedFinder observed;
+        observed.finder->start({printer->portPath()});
+        observed.finder->start({printer->portPath()});
+        hold = false;
+        QVERIFY(observed.waitForFinished(2));
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished",
+                              "noDevices There no devices finded", "finished"}));
+    }
+
+    void finderCanBeUsedAgain()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80"));
+        const auto silent = bench.add(faultyPrinter(VirtualFault::Silent));
+        ObservedFinder observed;
+        observed.finder->start({silent->portPath()});
+        QVERIFY(observed.waitForFinished(1));
+        observed.finder->start({printer->portPath()});
+        QVERIFY(observed.waitForFinished(2));
+        observed.finder->cancel();
+        observed.finder->start({printer->portPath()});
+        QVERIFY(observed.waitForFinished(4));
+        QCOMPARE(observed.found.size(), 2);
+    }
+
+    void searchMayBeStartedFromFinished()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80"));
+        ObservedFinder observed;
+        bool again = true;
+        QObject::connect(observed.finder.get(), &PrintDeviceFinder::finished, [&] {
+            if (again) {
+                again = false;
+                observed.finder->start({printer->portPath()});
+            }
+        });
+        observed.finder->start({printer->portPath()});
+        QVERIFY(observed.waitForFinished(2));
+        QCOMPARE(observed.found.size(), 2);
+    }
+
+    // Tests of records
+
+    void unusableRecordsTouchNoPort_data()
+    {
+        QTest::addColumn<unsigned>("type");
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<bool>("withPort");
+        QTest::newRow("no type") << 0U << "CUSTOM_VKP_80" << true;
+        QTest::newRow("other type") << 2U << "CUSTOM_VKP_80" << true;
+        QTest::newRow("no id") << 1U << "" << true;
+        QTest::newRow("no port") << 1U << "CUSTOM_VKP_80" << false;
+    }
+
+    void unusableRecordsTouchNoPort()
+    {
+        QFETCH(unsigned, type);
+        QFETCH(QString, id);
+        QFETCH(bool, withPort);
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80"));
+        ObservedFinder observed;
+        QList<PrintDeviceInfo> records{
+            record(withPort ? printer->portPath() : QString(), id, 115200, type)};
+        observed.finder->test(records);
+        QVERIFY(observed.waitForFinished());
+        printer->service();
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished"}));
+        QCOMPARE(linesOf(*printer), QStringList());
+    }
+
+    void resultsWithoutADeviceNameTheirPort()
+    {
+        const auto link = QSharedPointer<FinderLink>::create(nullptr);
+        PrintDeviceInfo onlyPort;
+        hearth::Rs232PortSettings settings;
+        settings.setPortName("no-such-port");
+        onlyPort.setSettings(settings);
+        QVERIFY(findertasks::searchPort(link, 0, "no-such-port") == onlyPort);
+        QVERIFY(findertasks::testDevice(link, 0, record("no-such-port")) == onlyPort);
+        QVERIFY(findertasks::testDevice(link, 0, record("no-such-port", "")) == onlyPort);
+    }
+
+    void confirmedRecordEndsTheTest()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80", 9600));
+        const auto other = bench.add(faultyPrinter(VirtualFault::Silent));
+        ObservedFinder observed;
+        QList<PrintDeviceInfo> records{record("no-such-port"),
+                                       record(printer->portPath(), "CUSTOM_VKP_80", 9600)};
+        observed.finder->test(records);
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames.last(), QString("deviceFinded CUSTOM_VKP_80"));
+        QVERIFY(observed.found.constFirst() == records.at(1));
+        QCOMPARE(records.size(), 2);
+
+        QList<PrintDeviceInfo> wrongLine{record(printer->portPath(), "CUSTOM_VKP_80", 19200),
+                                         record(other->portPath())};
+        ObservedFinder second;
+        second.finder->test(wrongLine);
+        QVERIFY(second.waitForFinished());
+        QCOMPARE(second.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished"}));
+    }
+
+    void recordsOnOnePortAllRun()
+    {
+        PrinterBench bench;
+        const auto silent = bench.add(faultyPrinter(VirtualFault::Silent));
+        ObservedFinder observed;
+        QList<PrintDeviceInfo> records{record(silent->portPath()),
+                                       record(silent->portPath(), "CUSTOM_VKP_80", 9600)};
+        observed.finder->test(records);
+        QVERIFY(observed.waitForFinished(2));
+        QCOMPARE(observed.signalNames.count("noDevices There no devices finded"), 2);
+    }
+
+    // Cancelling
+
+    void cancelOfAnIdleFinder()
+    {
+        ObservedFinder observed;
+        const LogCatcher log;
+        observed.finder->cancel();
+        QCOMPARE(observed.signalNames, (QStringList{"needCancel", "finished"}));
+        QCOMPARE(log.lines(),
+                 (QStringList{"printers warning CANCEL 0", "printers warning CANCELED 0"}));
+    }
+
+    void cancelSignalsOnceMoreForEachTask()
+    {
+        PrinterBench bench;
+        std::atomic<int> waiting{0};
+        std::atomic<bool> hold{true};
+        bench.beforeWait = [&](QSerialPort &, int, int) {
+            ++waiting;
+            while (hold)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        };
+        QStringList ports;
+        for (int i = 0; i < 3; ++i)
+            ports.append(bench.add(faultyPrinter(VirtualFault::Silent))->portPath());
+        ObservedFinder observed;
+        const LogCatcher log;
+        observed.finder->start(ports);
+        QTRY_COMPARE(waiting.load(), 3);
+        observed.finder->cancel();
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"needCancel", "needCancel", "needCancel", "needCancel", "finished"}));
+        hold = false;
+        ObservedFinder::settle();
+        QCOMPARE(observed.signalNames.size(), 5);
+        QCOMPARE(log.lines("printers warning STOP ").size(), 3 * 4);
+        QCOMPARE(log.lines("printers warning STOPPED ").size(), 3);
+    }
+
+    void cancelBetweenStartAndConnectionIsNotMissed()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80"));
+        PrintDeviceFinder finder(nullptr);
+        const auto link = QSharedPointer<FinderLink>::create(&finder);
+        const int atStart = link->cancelCount();
+        link->countCancel();
+        const LogCatcher log;
+        QVERIFY(!findertasks::searchPort(link, atStart, printer->portPath()).isValid());
+        // scanAV268 has no look at a stop.
+        QCOMPARE(linesOf(*printer), silentsearch::scanAV268());
+        QCOMPARE(log.lines("printers warning "),
+                 (QStringList{"printers warning STOP " + printer->portName(),
+                              "printers warning STOPPED " + printer->portName()}));
+        QVERIFY(!findertasks::testDevice(link, atStart, record(printer->portPath())).isValid());
+        QCOMPARE(linesOf(*printer), silentsearch::scanAV268());
+        QVERIFY(findertasks::testDevice(link, link->cancelCount(), record(printer->portPath()))
+                    .isValid());
+    }
+
+    void taskOfADeadFinderStopsAtItsFirstLook()
+    {
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80"));
+        const auto link = QSharedPointer<FinderLink>::create(nullptr);
+        QVERIFY(!findertasks::searchPort(link, 0, printer->portPath()).isValid());
+        QVERIFY(!findertasks::testDevice(link, 0, record(printer->portPath())).isValid());
+        QCOMPARE(linesOf(*printer), silentsearch::scanAV268());
+    }
+
+    void cancelledTestSendsNothingMore_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("cancelAtWait");
+        QTest::addColumn<QByteArray>("sent");
+        const auto row = [](const char *name, const char *model, int wait, const char *sent) {
+            QTest::newRow(name) << QString(model) << wait << QByteArray::fromHex(sent);
+        };
+        row("first pass", "CUSTOM_VKP_80", 1, "1D4901");
+        row("second pass", "CUSTOM_VKP_80", 2, "1D49011D4901");
+        row("Swecoin step 1", "SWECOIN_TM_20XX", 1, "1B0507");
+        row("Swecoin step 2", "SWECOIN_TM_20XX", 2, "1B05071B0501");
+        row("Swecoin step 3", "SWECOIN_TM_20XX", 3, "1B05071B05011B0611");
+        row("simple, status", "CITIZEN_PPU_231", 1, "1B76");
+        row("simple, second status", "CITIZEN_PPU_231", 2, "1B761B76");
+    }
+
+    void cancelledTestSendsNothingMore()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, cancelAtWait);
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf(model, 19200));
+        std::atomic<bool> reached{false};
+        std::atomic<bool> hold{true};
+        bench.beforeWait = [&, cancelAtWait](QSerialPort &, int, int count) {
+            if (count != cancelAtWait)
+                return;
+            reached = true;
+            while (hold)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        };
+        ObservedFinder observed;
+        QList<PrintDeviceInfo> records{record(printer->portPath(), model, 19200)};
+        observed.finder->test(records);
+        QTRY_VERIFY(reached.load());
+        observed.finder->cancel();
+        hold = false;
+        ObservedFinder::settle();
+        observed.finder->cancel();
+        printer->service();
+        QTEST(printer->received(), "sent");
+        QVERIFY(observed.found.isEmpty());
+    }
+
+    void cancelledAtRandomMoments_data()
+    {
+        QTest::addColumn<bool>("isTest");
+        QTest::addColumn<bool>("destroyed");
+        QTest::newRow("tests") << true << false;
+        QTest::newRow("searches") << false << false;
+        QTest::newRow("tests whose finder dies") << true << true;
+        QTest::newRow("searches whose finder dies") << false << true;
+    }
+
+    void cancelledAtRandomMoments()
+    {
+        QFETCH(bool, isTest);
+        QFETCH(bool, destroyed);
+        constexpr int rounds = 150;
+        PrinterBench bench;
+        QStringList ports;
+        QList<PrintDeviceInfo> records;
+        for (const char *const model : {"CUSTOM_VKP_80", "SWECOIN_TM_20XX", "CITIZEN_PPU_231"}) {
+            const auto printer = bench.add(faultyPrinter(VirtualFault::Garbage));
+            ports.append(printer->portPath());
+            records.append(record(printer->portPath(), model, 19200));
+        }
+        bench.beforeWait = [](QSerialPort &, int, int) {
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        };
+        std::mt19937 random(4711);
+        std::uniform_int_distribution<int> moment(0, 1500);
+        auto finder = std::make_unique<PrintDeviceFinder>(nullptr);
+        for (int round = 0; round < rounds; ++round) {
+            if (isTest)
+                finder->test(records);
+            else
+                finder->start(ports);
+            std::this_thread::sleep_for(std::chrono::microseconds(moment(random)));
+            if (destroyed)
+                finder = std::make_unique<PrintDeviceFinder>(nullptr);
+            else
+                finder->cancel();
+            QCoreApplication::processEvents();
+        }
+        finder.reset();
+        ObservedFinder::settle();
+        QCOMPARE(QThreadPool::globalInstance()->activeThreadCount(), 0);
+    }
+
+    void destructionDuringASearchCancels()
+    {
+        PrinterBench bench;
+        std::atomic<int> waiting{0};
+        std::atomic<bool> hold{true};
+        bench.beforeWait = [&](QSerialPort &, int, int) {
+            ++waiting;
+            while (hold)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        };
+        const auto printer = bench.add(faultyPrinter(VirtualFault::Silent));
+        ObservedFinder observed;
+        observed.finder->start({printer->portPath()});
+        QTRY_COMPARE(waiting.load(), 1);
+        observed.finder.reset();
+        QCOMPARE(observed.signalNames, (QStringList{"needCancel", "needCancel", "finished"}));
+        hold = false;
+        QVERIFY(QThreadPool::globalInstance()->waitForDone(searchMilliseconds));
+        QCOMPARE(linesOf(*printer),
+                 silentsearch::scan1D491().mid(0, 2) + silentsearch::scanAV268());
+    }
+
+    // Many ports, faulty devices
+
+    void sixtyFourPortsAreSearchedAtOnce()
+    {
+        PrinterBench bench;
+        std::atomic<int> begun{0};
+        constexpr int portCount = 64;
+        bench.beforeWait = [&begun](QSerialPort &port, int, int) {
+            // Each task gets to its first wait before any goes on.
+            if (!port.property("begun").toBool()) {
+                port.setProperty("begun", true);
+                ++begun;
+                while (begun < portCount)
+                    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        };
+        QStringList ports;
+        for (int i = 0; i < portCount - 1; ++i)
+            ports.append(bench.add(faultyPrinter(VirtualFault::Silent))->portPath());
+        ports.append(bench.add(printerOf("CITIZEN_CTS_2000"))->portPath());
+        ObservedFinder observed;
+        observed.finder->start(ports);
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames.last(), QString("deviceFinded CITIZEN_CTS_2000"));
+        QCOMPARE(observed.found.constFirst().settings().portName(), ports.last());
+    }
+
+    void faultyDevicesBesideAPrinter_data()
+    {
+        QTest::addColumn<int>("fault");
+        QTest::addColumn<int>("value");
+        QTest::newRow("silent") << int(VirtualFault::Silent) << 0;
+        QTest::newRow("echo") << int(VirtualFault::Echo) << 0;
+        QTest::newRow("partial") << int(VirtualFault::Partial) << 0;
+        QTest::newRow("differing ids") << int(VirtualFault::DifferingIds) << 0;
+        QTest::newRow("gone at once") << int(VirtualFault::HangUp) << 1;
+        QTest::newRow("gone in mid-dialogue") << int(VirtualFault::HangUp) << 5;
+    }
+
+    void faultyDevicesBesideAPrinter()
+    {
+        QFETCH(int, fault);
+        QFETCH(int, value);
+        PrinterBench bench;
+        const auto faulty = bench.add(faultyPrinter(VirtualFault(fault), value));
+        const auto printer = bench.add(printerOf("CITIZEN_PPU_231", 1200));
+        ObservedFinder observed;
+        observed.finder->start({faulty->portPath(), printer->portPath()});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.found.size(), 1);
+        QCOMPARE(observed.found.constFirst().deviceId(), QString("CITIZEN_PPU_231"));
+    }
+
+    void endlessGarbageEndsTheSearch()
+    {
+        PrinterBench bench;
+        QStringList ports;
+        for (const auto fault : {VirtualFault::Garbage, VirtualFault::Flood})
+            ports.append(bench.add(faultyPrinter(fault, 0, 3))->portPath());
+        ObservedFinder observed;
+        observed.finder->start(ports);
+        QVERIFY(observed.waitForFinished());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPrintDeviceFinder)
+#include "tst_printdevicefinder.moc"
