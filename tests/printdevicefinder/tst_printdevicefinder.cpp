@@ -244,11 +244,15 @@ private Q_SLOTS:
         PrinterBench bench;
         const auto first = bench.add(printerOf("CUSTOM_VKP_80"));
         const auto second = bench.add(printerOf("CITIZEN_PPU_700"));
-        // The second one answers when the search is over.
+        // The first one answers when the second one is asked; that one, when the search is over.
+        std::atomic<bool> asked{false};
         std::atomic<bool> over{false};
         const QString secondPort = second->portName();
-        bench.beforeWait = [&over, secondPort](QSerialPort &port, int, int) {
-            while (port.portName() == secondPort && !over)
+        bench.beforeWait = [&, secondPort](QSerialPort &port, int, int) {
+            const bool isSecond = port.portName() == secondPort;
+            if (isSecond)
+                asked = true;
+            while (isSecond ? !over : !asked)
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
         };
         ObservedFinder observed;
@@ -439,7 +443,7 @@ private Q_SLOTS:
         PrintDeviceFinder finder(nullptr);
         const auto link = QSharedPointer<FinderLink>::create(&finder);
         const int atStart = link->cancelCount();
-        link->countCancel();
+        link->cancel([] {});
         const LogCatcher log;
         QVERIFY(!findertasks::searchPort(link, atStart, printer->portPath()).isValid());
         // scanAV268 has no look at a stop.

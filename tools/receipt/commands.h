@@ -15,6 +15,7 @@ int runBbCode(const QStringList &arguments);
 int runDocument(const QStringList &arguments);
 int runEval(const QStringList &arguments);
 int runFill(const QStringList &arguments);
+int runFind(const QStringList &arguments);
 int runRender(const QStringList &arguments);
 int runSplit(const QStringList &arguments);
 int runState(const QStringList &arguments);

@@ -11,6 +11,7 @@ constexpr Command commands[] = {
     {"document", "save, show, check and repair document files", runDocument},
     {"eval", "evaluate an arithmetic expression", runEval},
     {"fill", "fill a template's lines from a document", runFill},
+    {"find", "find receipt printers on serial ports", runFind},
     {"render", "print a receipt from a template and a document", runRender},
     {"split", "show the fiscal sections of a template", runSplit},
     {"state", "explain a state record of the print service", runState},

@@ -4,44 +4,38 @@
 
 int FinderLink::cancelCount() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
     return m_cancelCount;
 }
 
-void FinderLink::countCancel()
+void FinderLink::cancel(const std::function<void()> &signalCancel)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
     ++m_cancelCount;
+    signalCancel();
 }
 
 void FinderLink::dropFinder()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
     m_finder = nullptr;
 }
 
 QMetaObject::Connection FinderLink::onCancel(int cancelCountAtStart,
                                              const std::function<void()> &functor)
 {
-    bool missed = false;
-    QMetaObject::Connection connection;
-    {
-        // The cancel is counted before it is signalled: who finds the count unchanged here is
-        // connected before the signal goes out.
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        missed = m_finder == nullptr || m_cancelCount != cancelCountAtStart;
-        if (m_finder != nullptr)
-            connection = QObject::connect(m_finder, &PrintDeviceFinder::needCancel, m_finder,
-                                          functor, Qt::DirectConnection);
-    }
-    if (missed)
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    if (m_finder == nullptr || m_cancelCount != cancelCountAtStart) {
         functor();
-    return connection;
+        return {};
+    }
+    return QObject::connect(m_finder, &PrintDeviceFinder::needCancel, m_finder, functor,
+                            Qt::DirectConnection);
 }
 
 void FinderLink::disconnect(const QMetaObject::Connection &connection)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
     if (m_finder != nullptr)
         QObject::disconnect(connection);
 }

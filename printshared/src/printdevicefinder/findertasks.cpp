@@ -1,7 +1,6 @@
 #include "printdevicefinder/findertasks_p.h"
 
 #include <QSerialPort>
-#include <mutex>
 
 #include "printdevicefinder/cancellableport_p.h"
 #include "printdevicefinder/printershelper.h"
@@ -10,31 +9,6 @@
 namespace {
 
 constexpr unsigned int serialTextPrinter = 1;
-
-/// The way from a cancel to the helper on a task's stack. A cancel may be under way on its thread
-/// while the task ends, so the helper is taken off the line before it goes.
-class StopSwitch
-{
-public:
-    explicit StopSwitch(PrintersHelper *helper) : m_helper(helper) {}
-
-    void stop()
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_helper != nullptr)
-            m_helper->requestStop();
-    }
-
-    void detach()
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_helper = nullptr;
-    }
-
-private:
-    std::mutex m_mutex;
-    PrintersHelper *m_helper;
-};
 
 PrintDeviceInfo nothingOn(const QString &portName)
 {
@@ -75,15 +49,14 @@ PrintDeviceInfo findertasks::searchPort(const QSharedPointer<FinderLink> &link, 
         return nothingOn(portName);
 
     PrintersHelper helper(port);
-    const auto stopSwitch = QSharedPointer<StopSwitch>::create(&helper);
-    const QMetaObject::Connection connection = link->onCancel(cancelCount, [port, stopSwitch] {
+    PrintersHelper *const stopped = &helper;
+    const QMetaObject::Connection connection = link->onCancel(cancelCount, [port, stopped] {
         qCWarning(SEARCH_PRINTERS).nospace().noquote() << "STOP " << port->portName();
-        stopSwitch->stop();
+        stopped->requestStop();
     });
     PrintDeviceInfo result = scanned(helper, QString(), hearth::Rs232PortSettings(), portName);
     port->close();
     link->disconnect(connection);
-    stopSwitch->detach();
     qCWarning(SEARCH_PRINTERS).nospace().noquote() << "STOPPED " << port->portName();
     return result;
 }

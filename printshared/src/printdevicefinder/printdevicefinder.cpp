@@ -45,10 +45,9 @@ void PrintDeviceFinder::cancel()
             disconnect(watcher.data(), &QFutureWatcherBase::finished, this,
                        &PrintDeviceFinder::watcherFinished);
     }
-    m_link->countCancel();
-    Q_EMIT needCancel();
+    m_link->cancel([this] { Q_EMIT needCancel(); });
     for (const auto &watcher : watchers) {
-        Q_EMIT needCancel();
+        m_link->cancel([this] { Q_EMIT needCancel(); });
         if (watcher.isNull())
             continue;
         watcher->cancel();

@@ -61,7 +61,7 @@ Q_SIGNALS:
     void noDevices(QString err);
     /// The search is over.
     void finished();
-    /// Internal: reaches every running task.
+    /// Internal: reaches every running task. A slot must not wait for the tasks.
     void needCancel();
 
 private:
