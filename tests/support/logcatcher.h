@@ -27,7 +27,8 @@ public:
     QStringList lines() const
     {
         const std::lock_guard<std::mutex> lock(mutex());
-        return m_lines;
+        // A copy that shares nothing with the list that other threads append to.
+        return QStringList(QList<QString>(m_lines.cbegin(), m_lines.cend()));
     }
 
     /// Those that start with a text.

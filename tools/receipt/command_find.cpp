@@ -13,6 +13,7 @@
 #include "commands.h"
 #include "devicejson.h"
 #include "printdevicefinder/printdevicefinder.h"
+#include "printers/printerinfo.h"
 #include "searchprogress.h"
 #include "support.h"
 #include "virtualprinter.h"
@@ -92,14 +93,31 @@ Outcome run(bool verbose, Begin begin)
     return outcome;
 }
 
+/// The model's name in the catalogue; empty if it has none.
+QString modelName(const QString &id)
+{
+    const QList<PrinterInfo> models = PrinterInfo::fromResources();
+    for (const PrinterInfo &model : models) {
+        if (model.id() == id)
+            return model.name();
+    }
+    return {};
+}
+
 void printTable(const QList<PrintDeviceInfo> &devices)
 {
-    const auto row = [](const QString &port, const QString &model, const QString &line) {
-        tool::print(QStringLiteral("%1  %2  %3").arg(port, -16).arg(model, -24).arg(line));
+    const auto row = [](const QString &port, const QString &model, const QString &name,
+                        const QString &line) {
+        tool::print(QStringLiteral("%1  %2  %3  %4")
+                        .arg(port, -12)
+                        .arg(model, -16)
+                        .arg(name, -30)
+                        .arg(line));
     };
-    row(QStringLiteral("PORT"), QStringLiteral("MODEL"), QStringLiteral("LINE"));
+    row(QStringLiteral("PORT"), QStringLiteral("MODEL"), QStringLiteral("NAME"),
+        QStringLiteral("LINE"));
     for (const PrintDeviceInfo &device : devices)
-        row(device.settings().portName(), device.deviceId(),
+        row(device.settings().portName(), device.deviceId(), modelName(device.deviceId()),
             devicejson::lineText(device.settings()));
 }
 

@@ -350,13 +350,15 @@ void VirtualPrinter::hangUp()
 QVector<VirtualExchange> VirtualPrinter::dialogue() const
 {
     const std::lock_guard<std::recursive_mutex> lock(m_mutex);
-    return m_dialogue;
+    // A copy that shares nothing with the list that the printer's thread appends to.
+    return QVector<VirtualExchange>(m_dialogue.cbegin(), m_dialogue.cend());
 }
 
 QByteArray VirtualPrinter::received() const
 {
     QByteArray bytes;
-    for (const VirtualExchange &exchange : dialogue()) {
+    const QVector<VirtualExchange> exchanges = dialogue();
+    for (const VirtualExchange &exchange : exchanges) {
         if (!exchange.fromPrinter)
             bytes += exchange.bytes;
     }
