@@ -1,0 +1,154 @@
+// The library's dynamic symbols, by class, against the list of what clients may call.
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QStandardPaths>
+#include <QtTest>
+
+namespace {
+
+/// Lines of a file without comments and blanks.
+QSet<QString> listedNames()
+{
+    QSet<QString> names;
+    QFile file(EXPORTED_NAMES);
+    if (!file.open(QIODevice::ReadOnly))
+        return names;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
+    for (const QString &line : lines) {
+        const QString name = line.section('#', 0, 0).trimmed();
+        if (!name.isEmpty())
+            names.insert(name);
+    }
+    return names;
+}
+
+/// "QMap<int, A::B>::x(C::D)" without what stands in angle and round brackets: "QMap::x".
+QString withoutArguments(const QString &symbol)
+{
+    QString result;
+    int depth = 0;
+    for (const QChar character : symbol) {
+        if (character == '(' && depth == 0)
+            break;
+        depth += character == '<' ? 1 : 0;
+        if (depth == 0)
+            result.append(character);
+        depth -= character == '>' ? 1 : 0;
+    }
+    return result;
+}
+
+/// The class that a demangled symbol belongs to, or the name of a free function or object.
+QString ownerOf(QString symbol)
+{
+    static const QRegularExpression prefix(
+        "^(vtable|VTT|typeinfo|typeinfo name|guard variable|construction vtable|"
+        "(non-)?virtual thunk|covariant return thunk) (for|to) ");
+    symbol.remove(prefix);
+    symbol.remove("[abi:cxx11]");
+    // The name of an operator must hold neither brackets nor blanks from here on.
+    symbol.replace("operator<<", "operator_shift_left").replace("operator<", "operator_less");
+    symbol.replace("operator>>", "operator_shift_right").replace("operator>", "operator_greater");
+    symbol.replace("operator ", "operator_");
+    const QString name = withoutArguments(symbol).section(' ', -1);
+    const QStringList parts = name.split("::");
+    if (parts.size() == 1)
+        return name;
+    // A namespace's member keeps the namespace's name.
+    const bool inNamespace = parts.first() == parts.first().toLower();
+    return inNamespace ? parts.mid(0, 2).join("::") : parts.first();
+}
+
+/// Inline things of other libraries that the compiler repeats here, weak or unique, and the marks
+/// of linker and sanitizers.
+bool isForeign(const QString &symbol, const QString &kind)
+{
+    static const QRegularExpression inlined(
+        "^(typeinfo (name )?for |vtable for |guard variable for )?"
+        "(.* )?(std::|__gnu_cxx::|Q[A-Z]|Qt[A-Z]\\w*::|qt_|qRegister|hearth::|corvid::)");
+    static const QRegularExpression marks(
+        "^(_edata|_end|__bss_start|_init|_fini|__asan|__odr_asan|__ubsan|__tsan|__sanitizer)");
+    const bool repeated = kind == "W" || kind == "V" || kind == "u";
+    return (repeated && inlined.match(symbol).hasMatch()) || marks.match(symbol).hasMatch();
+}
+
+QStringList sorted(const QSet<QString> &names)
+{
+    QStringList list(names.begin(), names.end());
+    list.sort();
+    return list;
+}
+
+}  // namespace
+
+class TestExportedNames : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ownersAreToldFromSymbols_data()
+    {
+        QTest::addColumn<QString>("symbol");
+        QTest::addColumn<QString>("owner");
+        QTest::newRow("member") << "DocumentBlock::setMap(QMap<QString, QVariant> const&)"
+                                << "DocumentBlock";
+        QTest::newRow("operator") << "FontInfo::operator==(FontInfo const&) const"
+                                  << "FontInfo";
+        QTest::newRow("conversion") << "TxtPrinterError::operator bool() const"
+                                    << "TxtPrinterError";
+        QTest::newRow("static member") << "PrinterSettings::_settingsMutex"
+                                       << "PrinterSettings";
+        QTest::newRow("result that has a tag")
+            << "bbcpp::getRawString[abi:cxx11](bbcpp::BBNode const&)"
+            << "bbcpp::getRawString";
+        QTest::newRow("table of virtual operations") << "vtable for BbCodeParser"
+                                                     << "BbCodeParser";
+        QTest::newRow("thunk") << "non-virtual thunk to TextPrinterSettings::toList() const"
+                               << "TextPrinterSettings";
+        QTest::newRow("in a namespace") << "bbcpp::BBNode::addChild(std::shared_ptr<bbcpp::BBNode>)"
+                                        << "bbcpp::BBNode";
+        QTest::newRow("function in a namespace") << "bbcpp::printDocument(bbcpp::BBDocument const&)"
+                                                 << "bbcpp::printDocument";
+        QTest::newRow("C function") << "te_interp"
+                                    << "te_interp";
+        QTest::newRow("free operator") << "operator<<(QDebug, PrintDeviceInfo const&)"
+                                       << "operator_shift_left";
+    }
+
+    void ownersAreToldFromSymbols()
+    {
+        QFETCH(QString, symbol);
+        QTEST(ownerOf(symbol), "owner");
+    }
+
+    void libraryExportsWhatTheListHoldsAndNothingElse()
+    {
+        const QString program = QStandardPaths::findExecutable("nm");
+        if (program.isEmpty())
+            QSKIP("nm of the binutils is not installed");
+        QProcess nm;
+        nm.start(program, {"-D", "--defined-only", "-C", PRINTERSLIB_LIBRARY});
+        QVERIFY(nm.waitForFinished(60000));
+        QCOMPARE(nm.exitCode(), 0);
+
+        QSet<QString> exported;
+        const QStringList lines = QString::fromUtf8(nm.readAllStandardOutput()).split('\n');
+        for (const QString &line : lines) {
+            const QString kind = line.mid(17, 1);
+            const QString symbol = line.mid(19);
+            if (!symbol.isEmpty() && kind != "A" && !isForeign(symbol, kind))
+                exported.insert(ownerOf(symbol));
+        }
+        const QSet<QString> listed = listedNames();
+        QVERIFY(!listed.isEmpty());
+        const QStringList extra = sorted(exported - listed);
+        const QStringList missing = sorted(listed - exported);
+        QVERIFY2(extra.isEmpty(), qPrintable("exported, but not listed: " + extra.join(", ")));
+        QVERIFY2(missing.isEmpty(), qPrintable("listed, but not exported: " + missing.join(", ")));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestExportedNames)
+#include "tst_exportednames.moc"
