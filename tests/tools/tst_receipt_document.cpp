@@ -68,6 +68,50 @@ private Q_SLOTS:
         m_folder.reset();
     }
 
+    void saveKeepsTheReceiptThatATemplateGives()
+    {
+        QVERIFY(writeFile(m_folder->filePath("t.cpt"), "Total <#SUM>\n"));
+        QVERIFY(writeFile(m_folder->filePath("d.json"),
+                          QByteArray("{'attributes':{'SUM':'12.50'}}").replace('\'', '"')));
+        const Outcome outcome =
+            runDocument({"save", "saved", "--from", "t.cpt", "d.json"}, m_folder->path());
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(outcome.status, 0);
+        const QString saved = m_folder->filePath("saved");
+        QCOMPARE(readFolder(saved).size(), 4);
+        QCOMPARE(runDocument({"check", saved}).status, 0);
+        const QString shown = runDocument({"show", saved}).output;
+        QVERIFY2(shown.startsWith("Total "), qPrintable(shown));
+    }
+
+    void saveTellsWhatGoesWrong()
+    {
+        const QString cafe = PRINTERSLIB_EXAMPLES "/cafe.cpt";
+        const QString data = PRINTERSLIB_EXAMPLES "/cafe.json";
+        QCOMPARE(runDocument({"save", m_path, data}).status, 2);
+        QCOMPARE(runDocument({"save", m_path, "--from", "-", "-"}).status, 2);
+        QCOMPARE(runDocument({"save", m_path, "--from", "/nonexistent.cpt", data}).status, 1);
+        QCOMPARE(runDocument({"save", m_path, "--from", cafe, "/nonexistent.json"}).status, 1);
+        QCOMPARE(readFolder(m_path).size(), 4);
+        QCOMPARE(contentOf(m_path), readFolder(m_path).value(".bak"));
+        for (const QString name : {"back\\slash", "line\nfeed", "carriage\rreturn"}) {
+            const Outcome outcome =
+                runDocument({"save", m_folder->filePath(name), "--from", cafe, data});
+            QCOMPARE(outcome.status, 2);
+            QVERIFY(!QFile::exists(m_folder->filePath(name)));
+        }
+    }
+
+    void saveThatCannotBeLoadedFails()
+    {
+        m_programs->add("sha1sum", "exit 1");
+        const Outcome outcome =
+            runDocument({"save", m_path, "--from", PRINTERSLIB_EXAMPLES "/cafe.cpt",
+                         PRINTERSLIB_EXAMPLES "/cafe.json"});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.errors.contains("could not be saved"));
+    }
+
     void showPrintsTheDocumentInThreeForms()
     {
         QCOMPARE(runDocument({"show", m_path}).output, QString("NEW 2.50\n"));

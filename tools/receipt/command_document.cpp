@@ -3,9 +3,12 @@
 
 #include "commands.h"
 #include "documentcopy.h"
+#include "documentfile.h"
+#include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/specialcharacters.h"
 #include "printerdocs/textprinterdocument.h"
 #include "support.h"
+#include "templatefile.h"
 
 namespace {
 
@@ -27,6 +30,74 @@ void describeDocumentFile(QCommandLineParser &parser, const QString &description
 {
     parser.setApplicationDescription(description);
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document file."));
+}
+
+/// Whether a save of this path can be loaded: sha1sum escapes some names, and writes another line
+/// then than the load looks for.
+bool isSavable(const QString &path)
+{
+    for (const char character : {'\\', '\n', '\r'}) {
+        if (path.contains(QLatin1Char(character))) {
+            tool::complain(QStringLiteral("%1: a document can't be saved under a name or in a "
+                                          "folder with a backslash or a line break")
+                               .arg(path));
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Saves, and loads what was saved; the save alone doesn't notice a full disk.
+bool saveAndLoad(const TextPrinterDocument &document, const QString &path)
+{
+    TextPrinterDocument loaded;
+    const bool written = document.saveToFile(path);
+    const bool good = written && readDocumentCopy(path).isGood() &&
+                      readDocumentCopy(backupOf(path)).isGood() && loaded.loadFromFile(path) &&
+                      loaded.toMap() == document.toMap();
+    if (!good)
+        tool::complain(QStringLiteral("%1: the document could not be saved; \"receipt document "
+                                      "check\" says what is there")
+                           .arg(path));
+    return good;
+}
+
+int saveDocument(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describeDocumentFile(parser,
+                         QStringLiteral("Saves the receipt that a template and a document give."));
+    parser.addPositionalArgument(QStringLiteral("DATA.json"),
+                                 QStringLiteral("The receipt's document; - is standard input."));
+    const QCommandLineOption from(QStringLiteral("from"), QStringLiteral("The template."),
+                                  QStringLiteral("TEMPLATE"));
+    const QCommandLineOption symbols(QStringLiteral("symbols"),
+                                     QStringLiteral("Folder of the special symbol files; default: "
+                                                    "that of the template."),
+                                     QStringLiteral("DIR"));
+    parser.addOptions({from, symbols, tool::codecOption()});
+    if (const auto status = tool::parse(parser, QStringLiteral("document save"), arguments, 2, 2))
+        return *status;
+    const QString path = absolutePath(parser.positionalArguments().at(0));
+    const QString data = parser.positionalArguments().at(1);
+    const QString templateFile = parser.value(from);
+    const auto codec = tool::codecOf(parser);
+    if (templateFile.isEmpty())
+        tool::complain(QStringLiteral("document save: --from is missing"));
+    if (templateFile.isEmpty() || !codec || !isSavable(path) ||
+        !tool::readsInputOnce({templateFile, data}))
+        return tool::WrongUsage;
+
+    tool::useSymbolFolder(parser.isSet(symbols) ? parser.value(symbols)
+                                                : QFileInfo(templateFile).absolutePath());
+    const auto text = tool::readTemplate(templateFile, **codec);
+    const auto receipt = tool::readDocument(data);
+    if (!text || !receipt)
+        return tool::BadInput;
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate(*text);
+    return saveAndLoad(formatter.toTextPrinterDocument(*receipt), path) ? tool::Success
+                                                                        : tool::BadInput;
 }
 
 void printText(const TextPrinterDocument &document)
@@ -162,6 +233,7 @@ int removeDocument(const QStringList &arguments)
 }
 
 constexpr Command actions[] = {
+    {"save", "save a receipt made from a template", saveDocument},
     {"show", "show the document", showDocument},
     {"check", "say which of the four files are good, and why not", checkDocument},
     {"repair", "rewrite both copies from the good one", repairDocument},
