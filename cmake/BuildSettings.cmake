@@ -15,7 +15,7 @@ add_library(printerslib_strict_text INTERFACE)
 target_compile_definitions(printerslib_strict_text INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING)
 
-set(CMAKE_CXX_FLAGS_SANITIZE "-O1 -g -fno-omit-frame-pointer")
+set(CMAKE_CXX_FLAGS_SANITIZE "-O1 -g1 -fno-omit-frame-pointer")
 if(PRINTERSLIB_SANITIZE)
   add_compile_options(-fsanitize=${PRINTERSLIB_SANITIZE})
   add_link_options(-fsanitize=${PRINTERSLIB_SANITIZE})
