@@ -267,6 +267,8 @@ private Q_SLOTS:
             << QStringList{"Итог<EntRies>!"} << "a\tb" << QStringList{"Итогa", "b!"};
         QTest::newRow("equals signs of the template stay")
             << QStringList{"p=q", "k=<ENTRIES>=k"} << "a=1" << QStringList{"p=q", "k=a<S>1=k"};
+        QTest::newRow("letter that is two in upper case in front")
+            << QStringList{"ß<entries>z"} << "e\tf" << QStringList{"ße", "fz"};
         QTest::newRow("no entries") << QStringList{"x<ENTRIES>y"} << "" << QStringList{"xy"};
         QTest::newRow("no entries, null")
             << QStringList{"x<ENTRIES>y"} << QString() << QStringList{"xy"};

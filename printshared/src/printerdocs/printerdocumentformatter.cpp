@@ -3,8 +3,10 @@
 #include <QDebug>
 #include <QFile>
 #include <QTextStream>
+#include <algorithm>
 
 #include "log/loghelper.h"
+#include "printerdocs/printerdocumentformatter_p.h"
 #include "settings/checktemplatessettings.h"
 
 // The stages of a template's way to a receipt lie in files of their own: _fiscal, _attributes,
@@ -58,4 +60,11 @@ QString PrinterDocumentFormatter::specCharsPath() const
 void PrinterDocumentFormatter::setSpecCharsPath(const QString &path)
 {
     m_specCharsPath = path;
+}
+
+QString upperCased(const QString &line)
+{
+    QString upper = line;
+    std::transform(line.cbegin(), line.cend(), upper.begin(), [](QChar c) { return c.toUpper(); });
+    return upper;
 }

@@ -1,4 +1,5 @@
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/printerdocumentformatter_p.h"
 
 const QList<QPair<CheckBlockType, QString>> PrinterDocumentFormatter::PARTS = {
     {FiscalHeader, QStringLiteral("<FISCAL_HEADER>")},
@@ -35,9 +36,7 @@ Division divideAt(const QString &marker, const QStringList &lines)
     Division division;
     for (const QString &line : lines) {
         QStringList &current = division.seen ? division.after : division.before;
-        // Intended: the index in the upper-cased copy cuts the line as it stands, also where upper
-        // case is longer (a sharp s); clients count on cuts at the same places as ever.
-        const int index = line.toUpper().indexOf(marker);
+        const int index = upperCased(line).indexOf(marker);
         if (index < 0) {
             current.append(line);
             continue;

@@ -81,26 +81,19 @@ QStringList entryLines(const PrinterDocument &document)
 bool unpackEndlessly(const QStringList &entries)
 {
     return std::any_of(entries.cbegin() + 1, entries.cend(),
-                       [](const QString &entry) { return entry.toUpper().contains(entriesTag); });
+                       [](const QString &entry) { return upperCased(entry).contains(entriesTag); });
 }
 
 /// A line that is searched for <ENTRIES> from front to back: what was put in last, and the rest.
 class EntriesScan
 {
 public:
-    explicit EntriesScan(const QString &line) : m_text(line), m_upper(line.toUpper()) {}
+    explicit EntriesScan(const QString &line) : m_text(line), m_upper(upperCased(line)) {}
 
     /// Moves behind the next tag. @return whether there is one; `before` is the text in front of it
     bool next(QString &before)
     {
-        if (m_upper.size() != m_text.size()) {
-            // Intended: an index in the upper-cased copy cuts the line as it stands, also where
-            // upper case is longer (a sharp s); the copy is that of the rest of the line.
-            m_text.remove(0, m_from);
-            m_upper = m_text.toUpper();
-            m_from = 0;
-        }
-        const QString seam = (m_carried + m_text.mid(m_from, entriesTag.size() - 1)).toUpper();
+        const QString seam = upperCased(m_carried + m_text.mid(m_from, entriesTag.size() - 1));
         const int inSeam = m_carried.isEmpty() ? -1 : seam.indexOf(entriesTag);
         const int hit = inSeam < 0 ? m_upper.indexOf(entriesTag, m_from) : -1;
         if (inSeam < 0 && hit < 0)
@@ -115,8 +108,8 @@ public:
     QString rest() const { return m_carried + m_text.mid(m_from); }
 
 private:
-    QString m_text;
-    QString m_upper;
+    const QString m_text;
+    const QString m_upper;
     QString m_carried;
     int m_from = 0;
 };
@@ -182,7 +175,7 @@ void PrinterDocumentFormatter::addCopyInfo(QStringList &lines,
     if (!document.isCopy())
         return;
     const auto number = std::find_if(lines.cbegin(), lines.cend(), [](const QString &line) {
-        return line.toUpper().contains(docNoTag);
+        return upperCased(line).contains(docNoTag);
     });
     if (number != lines.cend())
         lines.insert(static_cast<int>(number - lines.cbegin()) + 1, tr("<C>CHECK_COPY"));
