@@ -1,32 +1,16 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "receiptprogram.h"
+
 namespace {
 
-struct Outcome
+ReceiptRun runBbCode(const QStringList &arguments, const QByteArray &input = QByteArray())
 {
-    int status = -1;
-    QString output;
-    QString errors;
-};
-
-/// Runs the tool's command with these arguments and this standard input.
-Outcome runBbCode(const QStringList &arguments, const QByteArray &input = QByteArray())
-{
-    QProcess process;
-    process.start(RECEIPT_PROGRAM, QStringList("bbcode") + arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    Outcome outcome;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        outcome.status = process.exitCode();
-    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
+    return runReceipt(QStringList("bbcode") + arguments, input);
 }
 
 const QString coupon = PRINTERSLIB_EXAMPLES "/coupon.bbcode";
@@ -57,7 +41,7 @@ private Q_SLOTS:
             "       Thank you - \"see you soon\"!",
             "",
         };
-        const Outcome outcome = runBbCode({coupon, "--images", couponImages});
+        const ReceiptRun outcome = runBbCode({coupon, "--images", couponImages});
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.output.split('\n'), lines);
         QVERIFY2(outcome.errors.isEmpty(), qPrintable(outcome.errors));
@@ -65,7 +49,7 @@ private Q_SLOTS:
 
     void couponHoldsItsPictureAndCodes()
     {
-        const Outcome outcome = runBbCode({coupon, "--images", couponImages, "--as", "json"});
+        const ReceiptRun outcome = runBbCode({coupon, "--images", couponImages, "--as", "json"});
         QCOMPARE(outcome.status, 0);
         const QJsonObject document = QJsonDocument::fromJson(outcome.output.toUtf8()).object();
         QList<int> types;
@@ -91,13 +75,13 @@ private Q_SLOTS:
 
     void jsonIsTheMapForm()
     {
-        const Outcome outcome = runBbCode({"-", "--as", "json"}, "A");
+        const ReceiptRun outcome = runBbCode({"-", "--as", "json"}, "A");
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.output,
                  QString("{\"blocks\":[{\"align\":0,\"fmt\":[\"AA==\"],\"fnt\":[\"AA==\"],"
                          "\"ls\":[0],\"txt\":[\"A\"],\"type\":0}],\"cta\":5,\"loop\":0,"
                          "\"pta\":4}\n"));
-        const Outcome pretty = runBbCode({"-", "--as", "json", "--pretty"}, "A");
+        const ReceiptRun pretty = runBbCode({"-", "--as", "json", "--pretty"}, "A");
         QCOMPARE(pretty.status, 0);
         QVERIFY(pretty.output.startsWith("{\n    \"blocks\": [\n"));
         QCOMPARE(QJsonDocument::fromJson(pretty.output.toUtf8()),
@@ -106,7 +90,7 @@ private Q_SLOTS:
 
     void treeShowsTheTagsAsRead()
     {
-        const Outcome outcome = runBbCode({"-", "--as", "tree"}, "[size=large]чай[/size]");
+        const ReceiptRun outcome = runBbCode({"-", "--as", "tree"}, "[size=large]чай[/size]");
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.output, QString("#document\n"
                                          "|-- [size]\n"
@@ -118,7 +102,7 @@ private Q_SLOTS:
 
     void htmlIsATable()
     {
-        const Outcome outcome = runBbCode({"-", "--as", "html"}, "[center][b]A[/b][/center]");
+        const ReceiptRun outcome = runBbCode({"-", "--as", "html"}, "[center][b]A[/b][/center]");
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.output,
                  QString("<html><head>\n"
@@ -135,7 +119,7 @@ private Q_SLOTS:
     void widthIsThatOfTheReceipt()
     {
         for (const int width : {17, 32, 255}) {
-            const Outcome outcome =
+            const ReceiptRun outcome =
                 runBbCode({"-", "--width", QString::number(width)}, "[hr /][right]x");
             QCOMPARE(outcome.status, 0);
             QCOMPARE(outcome.output, QString(width, '_') + "\n" + QString(width - 1, ' ') + "x\n");
@@ -144,7 +128,7 @@ private Q_SLOTS:
 
     void emptyTextPrintsNothing()
     {
-        const Outcome outcome = runBbCode({"-"}, "");
+        const ReceiptRun outcome = runBbCode({"-"}, "");
         QCOMPARE(outcome.status, 0);
         QVERIFY(outcome.output.isEmpty());
     }
@@ -160,18 +144,18 @@ private Q_SLOTS:
 
     void warningsAreShownOnDemand()
     {
-        const Outcome quiet = runBbCode({"-"}, "[foo]x");
+        const ReceiptRun quiet = runBbCode({"-"}, "[foo]x");
         QCOMPARE(quiet.status, 0);
         QCOMPARE(quiet.output, QString("x\n"));
         QVERIFY(quiet.errors.isEmpty());
-        const Outcome verbose = runBbCode({"-", "--verbose"}, "[foo]x");
+        const ReceiptRun verbose = runBbCode({"-", "--verbose"}, "[foo]x");
         QCOMPARE(verbose.output, QString("x\n"));
         QVERIFY(verbose.errors.contains("foo"));
     }
 
     void badInputNamesTheFile()
     {
-        const Outcome missing = runBbCode({"/nowhere/x.bbcode"});
+        const ReceiptRun missing = runBbCode({"/nowhere/x.bbcode"});
         QCOMPARE(missing.status, 1);
         QVERIFY(missing.errors.contains("/nowhere/x.bbcode"));
         QVERIFY(missing.output.isEmpty());
@@ -181,7 +165,7 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("fine\n\xE9t\xE9\n");
         file.close();
-        const Outcome latin = runBbCode({file.fileName()});
+        const ReceiptRun latin = runBbCode({file.fileName()});
         QCOMPARE(latin.status, 1);
         QVERIFY2(latin.errors.contains(file.fileName() + ":2:"), qPrintable(latin.errors));
         QVERIFY(latin.output.isEmpty());
@@ -206,7 +190,7 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, word);
-        const Outcome outcome = runBbCode(arguments, "x");
+        const ReceiptRun outcome = runBbCode(arguments, "x");
         QCOMPARE(outcome.status, 2);
         QVERIFY(outcome.output.isEmpty());
         QVERIFY2(outcome.errors.contains(word), qPrintable(outcome.errors));
@@ -214,7 +198,7 @@ private Q_SLOTS:
 
     void helpNamesTheOptions()
     {
-        const Outcome outcome = runBbCode({"--help"});
+        const ReceiptRun outcome = runBbCode({"--help"});
         QCOMPARE(outcome.status, 0);
         for (const char *option : {"--as", "--width", "--images", "--pretty", "FILE"})
             QVERIFY2(outcome.output.contains(option), option);

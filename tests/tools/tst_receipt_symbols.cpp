@@ -1,29 +1,15 @@
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include "printerdocs/specialcharacters.h"
+#include "receiptprogram.h"
 
 namespace {
 
-struct Result
+ReceiptRun run(const QStringList &arguments, const QByteArray &input = QByteArray())
 {
-    int status;
-    QString output;
-    QString errors;
-};
-
-Result run(const QStringList &arguments, const QByteArray &input = QByteArray())
-{
-    QProcess process;
-    process.start(RECEIPT_PROGRAM, QStringList("symbols") + arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-        return {-1, QString(), process.errorString()};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    return runReceipt(QStringList("symbols") + arguments, input);
 }
 
 }  // namespace
@@ -35,16 +21,17 @@ class TestReceiptSymbols : public QObject
 private Q_SLOTS:
     void symbolsAreDrawnWithCodeAndSize()
     {
-        const Result result = run({"-"},
-                                  "<SpecialSymbolImages>\n"
-                                  "<Font Width=\"3\" Height=\"2\">\n"
-                                  "<Symbol Code=\"3\"><Line>101</Line><Line>010</Line></Symbol>\n"
-                                  "<Symbol Code=\"8\"><Line>000</Line><Line>111</Line></Symbol>\n"
-                                  "</Font>\n"
-                                  "<Font Width=\"9\" Height=\"1\">\n"
-                                  "<Symbol Code=\"3\"><Line>100000001</Line></Symbol>\n"
-                                  "</Font>\n"
-                                  "</SpecialSymbolImages>\n");
+        const ReceiptRun result =
+            run({"-"},
+                "<SpecialSymbolImages>\n"
+                "<Font Width=\"3\" Height=\"2\">\n"
+                "<Symbol Code=\"3\"><Line>101</Line><Line>010</Line></Symbol>\n"
+                "<Symbol Code=\"8\"><Line>000</Line><Line>111</Line></Symbol>\n"
+                "</Font>\n"
+                "<Font Width=\"9\" Height=\"1\">\n"
+                "<Symbol Code=\"3\"><Line>100000001</Line></Symbol>\n"
+                "</Font>\n"
+                "</SpecialSymbolImages>\n");
         QCOMPARE(result.errors, QString());
         QCOMPARE(result.output,
                  QString("code 3, 9 x 1\n#.......#\n\n"
@@ -57,7 +44,7 @@ private Q_SLOTS:
     void exampleFileIsGood()
     {
         const QString name = PRINTERSLIB_EXAMPLES "/symbols/shop.ssi";
-        const Result result = run({name});
+        const ReceiptRun result = run({name});
         QCOMPARE(result.errors, QString());
         QCOMPARE(result.status, 0);
         SpecialCharacters symbols;
@@ -133,7 +120,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, font);
         QFETCH(QString, message);
-        const Result result =
+        const ReceiptRun result =
             run({"-"}, "<SpecialSymbolImages>\n" + font + "\n</SpecialSymbolImages>\n");
         QCOMPARE(result.errors, "receipt: -" + message + "\n");
         QCOMPARE(result.status, 1);
@@ -141,12 +128,12 @@ private Q_SLOTS:
 
     void allFaultsAreReported()
     {
-        const Result result = run({"-"},
-                                  "<SpecialSymbolImages>\n"
-                                  "<Font Width=\"2\" Height=\"1\">\n"
-                                  "<Symbol Code=\"1\"><Line>11</Line></Symbol>\n"
-                                  "<Symbol Code=\"2\"><Line>1</Line><Line>111</Line></Symbol>\n"
-                                  "</Font></SpecialSymbolImages>\n");
+        const ReceiptRun result = run({"-"},
+                                      "<SpecialSymbolImages>\n"
+                                      "<Font Width=\"2\" Height=\"1\">\n"
+                                      "<Symbol Code=\"1\"><Line>11</Line></Symbol>\n"
+                                      "<Symbol Code=\"2\"><Line>1</Line><Line>111</Line></Symbol>\n"
+                                      "</Font></SpecialSymbolImages>\n");
         QCOMPARE(result.errors, QString("receipt: -:4:18: the line has 1 characters instead of 2\n"
                                         "receipt: -:4:32: the line has 3 characters instead of 2\n"
                                         "receipt: -:4:1: the symbol has 2 lines instead of 1\n"));
@@ -156,7 +143,7 @@ private Q_SLOTS:
 
     void otherRootIsReported()
     {
-        const Result result = run({"-"}, "<?xml version=\"1.0\"?>\n<Images><Font/></Images>\n");
+        const ReceiptRun result = run({"-"}, "<?xml version=\"1.0\"?>\n<Images><Font/></Images>\n");
         QCOMPARE(result.errors, QString("receipt: -:2:1: the root element is \"Images\", not "
                                         "\"SpecialSymbolImages\"\n"));
         QCOMPARE(result.status, 1);
@@ -191,7 +178,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, content);
         QFETCH(QString, place);
-        const Result result = run({"-"}, content);
+        const ReceiptRun result = run({"-"}, content);
         QVERIFY2(result.errors.startsWith("receipt: " + place), qPrintable(result.errors));
         QCOMPARE(result.errors.count('\n'), 1);
         QCOMPARE(result.status, 1);
@@ -199,11 +186,11 @@ private Q_SLOTS:
 
     void skippedElementsAreNotedOnly()
     {
-        const Result result = run({"-"},
-                                  "<SpecialSymbolImages>\n<font/>\n"
-                                  "<Font Width=\"1\" Height=\"1\">\n"
-                                  " <Symbol Code=\"1\"><Line>1</Line></Symbol></Font>\n"
-                                  "</SpecialSymbolImages>\n");
+        const ReceiptRun result = run({"-"},
+                                      "<SpecialSymbolImages>\n<font/>\n"
+                                      "<Font Width=\"1\" Height=\"1\">\n"
+                                      " <Symbol Code=\"1\"><Line>1</Line></Symbol></Font>\n"
+                                      "</SpecialSymbolImages>\n");
         QCOMPARE(result.errors, QString("receipt: -:2:1: note: \"font\" is skipped\n"));
         QCOMPARE(result.status, 0);
     }
@@ -212,7 +199,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString name = folder.filePath("missing.ssi");
-        const Result result = run({name});
+        const ReceiptRun result = run({name});
         QVERIFY(result.errors.startsWith("receipt: " + name + ": "));
         QCOMPARE(result.output, QString());
         QCOMPARE(result.status, 1);
@@ -223,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(run({}).status, 2);
         QCOMPARE(run({"a", "b"}).status, 2);
         QCOMPARE(run({"--unknown"}).status, 2);
-        const Result help = run({"--help"});
+        const ReceiptRun help = run({"--help"});
         QCOMPARE(help.status, 0);
         QVERIFY(help.output.startsWith("Usage: receipt symbols "));
     }
