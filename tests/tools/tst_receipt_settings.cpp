@@ -1,0 +1,176 @@
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "settingsitems.h"
+
+namespace {
+
+struct Outcome
+{
+    int status = -1;
+    QString output;
+    QString errors;
+};
+
+Outcome runSettings(const QStringList &arguments, const QByteArray &input = QByteArray())
+{
+    QProcess process;
+    process.start(RECEIPT_PROGRAM, QStringList("settings") + arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    Outcome outcome;
+    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
+        outcome.status = process.exitCode();
+    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
+    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    return outcome;
+}
+
+QByteArray jsonOf(const QList<QVariant> &items)
+{
+    return QJsonDocument(QJsonArray::fromVariantList(items)).toJson();
+}
+
+// A text printer of that name, and one more item.
+QByteArray textPrinter(const QString &name, const QMap<QString, QVariant> &more)
+{
+    return jsonOf({item("PRINTER", "printerType", 1), item("PRINTER", "printerName", name), more});
+}
+
+}  // namespace
+
+class TestReceiptSettings : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showPrintsAllSettingsOfTheList()
+    {
+        const Outcome outcome = runSettings(
+            {"show", "-"}, textPrinter("GENERAL_EPSON_PROTOCOL",
+                                       item("GENERAL_EPSON_PROTOCOL", "codec", "koi8-r")));
+        QCOMPARE(outcome.status, 0);
+        QVERIFY2(outcome.errors.isEmpty(), qPrintable(outcome.errors));
+        const QStringList lines = outcome.output.split('\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 10 + 7 + 3 + 2);
+        QCOMPARE(lines.at(0), QString("PRINTER\tprinterType\t1"));
+        QVERIFY(lines.contains("GENERAL_EPSON_PROTOCOL\tcodec\tkoi8-r"));
+        QVERIFY(lines.contains("CHECK_TEMPLATES\tdefaultCheckTemplate\tdefault.cpt"));
+    }
+
+    void exportedListIsTaken_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("items");
+
+        QTest::newRow("codec") << QStringList{"--printer", "GENERAL_EPSON_PROTOCOL"} << 22;
+        QTest::newRow("images") << QStringList{"--printer", "CUSTOM_VKP_80"} << 22;
+        QTest::newRow("neither") << QStringList{"--printer", "AV_268"} << 21;
+        QTest::newRow("unknown model") << QStringList{"--printer", "Касса"} << 21;
+        QTest::newRow("no name") << QStringList{} << 21;
+        QTest::newRow("system printer") << QStringList{"--type", "2", "--printer", "laser"} << 32;
+        QTest::newRow("no printer") << QStringList{"--type", "0"} << 19;
+    }
+
+    void exportedListIsTaken()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(int, items);
+        QTemporaryDir folder;
+        const QString file = folder.filePath("list.json");
+        const Outcome exported = runSettings(QStringList{"export", file} + options);
+        QCOMPARE(exported.status, 0);
+        const Outcome imported = runSettings({"import", file});
+        QVERIFY2(imported.errors.isEmpty(), qPrintable(imported.errors));
+        QCOMPARE(imported.status, 0);
+        QCOMPARE(imported.output, QString("%1 items taken\n").arg(items));
+    }
+
+    void itemThatIsNotTakenIsNamed_data()
+    {
+        QTest::addColumn<QMap<QString, QVariant>>("refused");
+        QTest::addColumn<QString>("words");
+
+        QTest::newRow("unknown key") << item("PRINTER", "colour", 1)
+                                     << "group \"PRINTER\", key \"colour\": not taken: unknown";
+        QTest::newRow("other printer") << item("TSP-TUP", "codec", "x")
+                                       << "group \"TSP-TUP\", key \"codec\": not taken: unknown";
+        QTest::newRow("bad speed")
+            << item("AV_268", "baudRate", -1)
+            << "group \"AV_268\", key \"baudRate\": not taken: the value \"-1\" became \"9600\"";
+        QTest::newRow("codec of a model without")
+            << item("AV_268", "codec", "x")
+            << "group \"AV_268\", key \"codec\": not taken: this printer has no such setting";
+        QTest::newRow("code page of a model without images")
+            << item("AV_268", "cpage", 17)
+            << "group \"AV_268\", key \"cpage\": not taken: the value \"17\" became \"0\"";
+    }
+
+    void itemThatIsNotTakenIsNamed()
+    {
+        using Item = QMap<QString, QVariant>;
+        QFETCH(Item, refused);
+        QFETCH(QString, words);
+        for (const char *action : {"import", "show"}) {
+            const Outcome outcome = runSettings({action, "-"}, textPrinter("AV_268", refused));
+            QCOMPARE(outcome.status, 1);
+            QVERIFY2(outcome.errors.startsWith("receipt: -: " + words), qPrintable(outcome.errors));
+            QCOMPARE(outcome.errors.count('\n'), 1);
+        }
+    }
+
+    void laterItemOfTheSameKeyHolds()
+    {
+        const Outcome outcome = runSettings(
+            {"import", "-"}, jsonOf({item("PRINTER", "emptyStringsAtEnd", 1),
+                                     item("PRINTER", "emptyStringsAtEnd", 2),
+                                     item("CHECK_TEMPLATES", "checkTemplatesPath", "/a")}));
+        QVERIFY2(outcome.errors.isEmpty(), qPrintable(outcome.errors));
+        QCOMPARE(outcome.output, QString("3 items taken\n"));
+    }
+
+    void badFilesAreNamed_data()
+    {
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QString>("words");
+
+        QTest::newRow("no JSON") << QByteArray("[\n  1 2]") << "receipt: -:2:";
+        QTest::newRow("no array") << QByteArray("{}") << "receipt: -: an item list is a JSON array";
+        QTest::newRow("no object") << QByteArray("[5]") << "receipt: -: item 1 has no \"group\"";
+        QTest::newRow("no value") << QByteArray(R"([{"group":"PRINTER","key":"printerType"}])")
+                                  << "receipt: -: item 1 has no \"value\"";
+    }
+
+    void badFilesAreNamed()
+    {
+        QFETCH(QByteArray, input);
+        QFETCH(QString, words);
+        const Outcome outcome = runSettings({"import", "-"}, input);
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.output.isEmpty());
+        QVERIFY2(outcome.errors.startsWith(words), qPrintable(outcome.errors));
+    }
+
+    void missingFileIsBadInput()
+    {
+        const Outcome outcome = runSettings({"import", "/nonexistent/list.json"});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.errors.contains("/nonexistent/list.json"));
+    }
+
+    void wrongUsage()
+    {
+        QCOMPARE(runSettings({}).status, 2);
+        QCOMPARE(runSettings({"import"}).status, 2);
+        QCOMPARE(runSettings({"forget", "-"}).status, 2);
+        QCOMPARE(runSettings({"export", "-", "--type", "3"}).status, 2);
+        QCOMPARE(runSettings({"--help"}).status, 0);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestReceiptSettings)
+#include "tst_receipt_settings.moc"

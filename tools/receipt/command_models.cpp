@@ -1,0 +1,144 @@
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+
+#include "commands.h"
+#include "printers/printerinfo.h"
+#include "settings/textprintersettings.h"
+#include "support.h"
+
+namespace {
+
+QString cell(const QString &text, int width)
+{
+    return text.leftJustified(width);
+}
+
+/// Characters per line of each font on one paper, as the library works them out.
+QStringList charactersPerLine(const PrinterInfo &model, int paper)
+{
+    TextPrinterSettings settings;
+    settings.setPrinterId(model.id());
+    settings.setPaperTypeId(paper);
+    settings.setDefSymbolsPerLine(0);
+    QStringList numbers;
+    for (int font = 1; font <= model.fontTypes().size(); ++font) {
+        settings.setBaseFiscalFont(font);
+        numbers.append(QString::number(settings.defSymbolsPerLine()));
+    }
+    return numbers;
+}
+
+/// One line for each paper of each model.
+void printTable(const QList<PrinterInfo> &models)
+{
+    int idWidth = 2;
+    int nameWidth = 4;
+    for (const PrinterInfo &model : models) {
+        idWidth = std::max(idWidth, model.id().size());
+        nameWidth = std::max(nameWidth, model.name().size());
+    }
+    constexpr int paperWidth = 7;
+    const auto printRow = [=](const QString &id, const QString &name, const QString &paper,
+                              const QString &characters) {
+        tool::print(QStringLiteral("%1  %2  %3  %4")
+                        .arg(cell(id, idWidth), cell(name, nameWidth), cell(paper, paperWidth),
+                             characters));
+    };
+    printRow(QStringLiteral("ID"), QStringLiteral("Name"), QStringLiteral("Paper"),
+             QStringLiteral("Characters per line, by font"));
+    for (const PrinterInfo &model : models) {
+        const QMap<int, PaperInfo> papers = model.paperTypes();
+        for (auto paper = papers.constBegin(); paper != papers.constEnd(); ++paper)
+            printRow(model.id(), model.name(), paper->caption(),
+                     charactersPerLine(model, paper.key()).join(QLatin1Char(' ')));
+    }
+}
+
+QString fontText(const FontInfo &font)
+{
+    QString text = QStringLiteral("font %1: %2 x %3 dots, %4 x %5 mm")
+                       .arg(font.idAsString())
+                       .arg(font.width())
+                       .arg(font.height())
+                       .arg(font.mwidth())
+                       .arg(font.mheight());
+    if (!font.customSymbols())
+        return text;
+    return text + QStringLiteral(", own symbols of %1 x %2")
+                      .arg(font.customWidth())
+                      .arg(font.customHeight());
+}
+
+void printModel(const PrinterInfo &model)
+{
+    const QMap<QString, QVariant> fields = model.toMap();
+    for (auto field = fields.constBegin(); field != fields.constEnd(); ++field) {
+        if (field->userType() != QMetaType::QVariantMap)
+            tool::print(QStringLiteral("%1: %2").arg(field.key(), field->toString()));
+    }
+    const QMap<int, PaperInfo> papers = model.paperTypes();
+    for (auto paper = papers.constBegin(); paper != papers.constEnd(); ++paper)
+        tool::print(QStringLiteral("paper %1: %2, %3 mm, %4 dots; characters per line: %5")
+                        .arg(paper.key())
+                        .arg(paper->caption())
+                        .arg(paper->width())
+                        .arg(paper->pointsToLine())
+                        .arg(charactersPerLine(model, paper.key()).join(QLatin1Char(' '))));
+    const QList<FontInfo> fonts = model.fontTypes();
+    for (const FontInfo &font : fonts)
+        tool::print(fontText(font));
+}
+
+void printJson(const QJsonDocument &json)
+{
+    tool::print(QString::fromUtf8(json.toJson()).trimmed());
+}
+
+int showModel(const QList<PrinterInfo> &models, const QString &id, bool asJson)
+{
+    const auto model = std::find_if(models.begin(), models.end(),
+                                    [&id](const PrinterInfo &info) { return info.id() == id; });
+    if (model == models.end()) {
+        tool::complain(QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(id));
+        return tool::BadInput;
+    }
+    if (asJson)
+        printJson(QJsonDocument(QJsonObject::fromVariantMap(model->toMap())));
+    else
+        printModel(*model);
+    return tool::Success;
+}
+
+int showModels(const QList<PrinterInfo> &models, bool asJson)
+{
+    if (!asJson) {
+        printTable(models);
+        return tool::Success;
+    }
+    QJsonArray array;
+    for (const PrinterInfo &model : models)
+        array.append(QJsonObject::fromVariantMap(model.toMap()));
+    printJson(QJsonDocument(array));
+    return tool::Success;
+}
+
+}  // namespace
+
+int runModels(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Lists the known text printers, or tells everything about one."));
+    parser.addPositionalArgument(QStringLiteral("ID"), QStringLiteral("Identifier of one model."),
+                                 QStringLiteral("[ID]"));
+    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Write JSON."));
+    parser.addOption(json);
+    if (const auto status = tool::parse(parser, QStringLiteral("models"), arguments, 0, 1))
+        return *status;
+    const QList<PrinterInfo> models = PrinterInfo::fromResources();
+    const QStringList ids = parser.positionalArguments();
+    return tool::finished(ids.isEmpty() ? showModels(models, parser.isSet(json))
+                                        : showModel(models, ids.constFirst(), parser.isSet(json)));
+}
