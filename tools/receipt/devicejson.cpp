@@ -81,7 +81,7 @@ public:
 private:
     QJsonValue value(const char *key, QJsonValue::Type type)
     {
-        const QJsonValue found = m_object.value(QLatin1String(key));
+        QJsonValue found = m_object.value(QLatin1String(key));
         if (found.type() != type)
             fail(key);
         return found;
