@@ -68,6 +68,30 @@ private Q_SLOTS:
         QCOMPARE(document, QJsonDocument::fromJson(pretty.output.toUtf8()));
     }
 
+    void readmeShowsWhatTheToolPrints_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::newRow("text") << QStringList{"--width", "30"};
+        QTest::newRow("html-fragment") << QStringList{"--as", "html-fragment"};
+    }
+    void readmeShowsWhatTheToolPrints()
+    {
+        QFETCH(QStringList, options);
+        const QString files[] = {example("kiosk.cpt"), example("kiosk.json")};
+        QFile readme(example("../README.md"));
+        QVERIFY(readme.open(QIODevice::ReadOnly));
+        const QString shown = QString::fromUtf8(readme.readAll());
+        for (const QString &name : files) {
+            QFile file(name);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QVERIFY2(shown.contains('\n' + QString::fromUtf8(file.readAll()) + "```\n"),
+                     qPrintable(name));
+        }
+        const ReceiptRun run = runReceipt(QStringList{"render", files[0], files[1]} + options);
+        QCOMPARE(run.status, 0);
+        QVERIFY2(shown.contains('\n' + run.output + "```\n"), qPrintable(run.output));
+    }
+
     void groceryReceipt()
     {
         const ReceiptRun run =
