@@ -46,7 +46,7 @@ double SystemPrinterSettings::_rightMargin = 0.0;
 double SystemPrinterSettings::_topMargin = 0.0;
 double SystemPrinterSettings::_bottomMargin = 0.0;
 ISystemPrinterSettings::Orientation SystemPrinterSettings::_orientation = Portrait;
-QPrinter::PrinterMode SystemPrinterSettings::_printerMode = QPrinter::PrinterResolution;
+int SystemPrinterSettings::_printerMode = QPrinter::PrinterResolution;
 bool SystemPrinterSettings::_fullJustifyAlign = true;
 
 /// One setting, in the order of the item list. Both functions run under the settings mutex.
@@ -80,10 +80,8 @@ const SystemPrinterSettings::Field SystemPrinterSettings::fields[] = {
      [](const QVariant &value) { _bottomMargin = value.toDouble(); }},
     {ORIENTATION, [] { return QVariant(int(_orientation)); },
      [](const QVariant &value) { _orientation = static_cast<Orientation>(value.toInt()); }},
-    {PRINTER_MODE, [] { return QVariant(int(_printerMode)); },
-     [](const QVariant &value) {
-         _printerMode = static_cast<QPrinter::PrinterMode>(value.toInt());
-     }},
+    {PRINTER_MODE, [] { return QVariant(_printerMode); },
+     [](const QVariant &value) { _printerMode = value.toInt(); }},
     {FULL_JUSTIFY_ALIGN, [] { return QVariant(int(_fullJustifyAlign)); },
      [](const QVariant &value) { _fullJustifyAlign = value.toInt() != 0; }},
 };
@@ -286,7 +284,7 @@ QPrinter::PrinterMode SystemPrinterSettings::printerMode(const QString &name) co
 {
     Q_UNUSED(name)
     const SettingsLock lock(_settingsMutex);
-    return _printerMode;
+    return static_cast<QPrinter::PrinterMode>(_printerMode);
 }
 
 void SystemPrinterSettings::setPrinterMode(const QString &name, QPrinter::PrinterMode mode)

@@ -109,7 +109,9 @@ private:
     static double _topMargin;
     static double _bottomMargin;
     static Orientation _orientation;
-    static QPrinter::PrinterMode _printerMode;
+    /// A QPrinter::PrinterMode. An int, because items may bring numbers that no mode has, and such
+    /// a number must not lie in an object of the enumeration.
+    static int _printerMode;
     static bool _fullJustifyAlign;
 
     static bool setOwnValueLocked(const QMap<QString, QVariant> &item);
