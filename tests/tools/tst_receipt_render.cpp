@@ -375,6 +375,45 @@ private Q_SLOTS:
         QCOMPARE(nowhere.status, 1);
     }
 
+    void widthComesFromTheModel_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("width");
+        QTest::newRow("first paper and font") << QStringList{"--model", "CUSTOM_VKP_80"} << 51;
+        QTest::newRow("font") << QStringList{"--model", "CUSTOM_VKP_80", "--font", "3"} << 28;
+        QTest::newRow("paper") << QStringList{"--model", "CUSTOM_VKP_80", "--paper", "1"} << 40;
+        QTest::newRow("both") << QStringList{"--model", "EPSON_EU_4XX", "--paper",
+                                             "3",       "--font",       "2"}
+                              << 36;
+    }
+    void widthComesFromTheModel()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(int, width);
+        QCOMPARE(rendered("<R>x", options), QString(width - 1, ' ') + "x\n");
+    }
+
+    void modelOptionsAreChecked_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("unknown model") << QStringList{"--model", "NO_SUCH"} << "NO_SUCH";
+        QTest::newRow("no such paper")
+            << QStringList{"--model", "AV_268", "--paper", "1"} << "paper";
+        QTest::newRow("no such font") << QStringList{"--model", "AV_268", "--font", "4"} << "font";
+        QTest::newRow("paper without a model") << QStringList{"--paper", "0"} << "--model";
+        QTest::newRow("width and model")
+            << QStringList{"--model", "AV_268", "--width", "40"} << "exclude";
+    }
+    void modelOptionsAreChecked()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QString, message);
+        const ReceiptRun run = runReceipt(QStringList{"render", "--plain", "-"} + options, "x");
+        QCOMPARE(run.status, 2);
+        QVERIFY2(run.errors.contains(message), qPrintable(run.errors));
+    }
+
     void renderingMakesNoFoldersOnTheMachine()
     {
         const WorkFolder folder;

@@ -4,8 +4,7 @@
 #include <algorithm>
 
 #include "commands.h"
-#include "printers/printerinfo.h"
-#include "settings/textprintersettings.h"
+#include "printermodel.h"
 #include "support.h"
 
 namespace {
@@ -15,19 +14,13 @@ QString cell(const QString &text, int width)
     return text.leftJustified(width);
 }
 
-/// Characters per line of each font on one paper, as the library works them out.
-QStringList charactersPerLine(const PrinterInfo &model, int paper)
+/// Characters per line of each font on one paper.
+QString charactersPerLine(const PrinterInfo &model, int paper)
 {
-    TextPrinterSettings settings;
-    settings.setPrinterId(model.id());
-    settings.setPaperTypeId(paper);
-    settings.setDefSymbolsPerLine(0);
     QStringList numbers;
-    for (int font = 1; font <= model.fontTypes().size(); ++font) {
-        settings.setBaseFiscalFont(font);
-        numbers.append(QString::number(settings.defSymbolsPerLine()));
-    }
-    return numbers;
+    for (int font = 0; font < model.fontTypes().size(); ++font)
+        numbers.append(QString::number(tool::charactersPerLine(model, paper, font)));
+    return numbers.join(QLatin1Char(' '));
 }
 
 /// One line for each paper of each model.
@@ -52,7 +45,7 @@ void printTable(const QList<PrinterInfo> &models)
         const QMap<int, PaperInfo> papers = model.paperTypes();
         for (auto paper = papers.constBegin(); paper != papers.constEnd(); ++paper)
             printRow(model.id(), model.name(), paper->caption(),
-                     charactersPerLine(model, paper.key()).join(QLatin1Char(' ')));
+                     charactersPerLine(model, paper.key()));
     }
 }
 
@@ -85,7 +78,7 @@ void printModel(const PrinterInfo &model)
                         .arg(paper->caption())
                         .arg(paper->width())
                         .arg(paper->pointsToLine())
-                        .arg(charactersPerLine(model, paper.key()).join(QLatin1Char(' '))));
+                        .arg(charactersPerLine(model, paper.key())));
     const QList<FontInfo> fonts = model.fontTypes();
     for (const FontInfo &font : fonts)
         tool::print(fontText(font));
@@ -96,14 +89,11 @@ void printJson(const QJsonDocument &json)
     tool::print(QString::fromUtf8(json.toJson()).trimmed());
 }
 
-int showModel(const QList<PrinterInfo> &models, const QString &id, bool asJson)
+int showModel(const QString &id, bool asJson)
 {
-    const auto model = std::find_if(models.begin(), models.end(),
-                                    [&id](const PrinterInfo &info) { return info.id() == id; });
-    if (model == models.end()) {
-        tool::complain(QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(id));
+    const auto model = tool::findModel(id);
+    if (!model)
         return tool::BadInput;
-    }
     if (asJson)
         printJson(QJsonDocument(QJsonObject::fromVariantMap(model->toMap())));
     else
@@ -111,8 +101,9 @@ int showModel(const QList<PrinterInfo> &models, const QString &id, bool asJson)
     return tool::Success;
 }
 
-int showModels(const QList<PrinterInfo> &models, bool asJson)
+int showModels(bool asJson)
 {
+    const QList<PrinterInfo> models = PrinterInfo::fromResources();
     if (!asJson) {
         printTable(models);
         return tool::Success;
@@ -137,8 +128,7 @@ int runModels(const QStringList &arguments)
     parser.addOption(json);
     if (const auto status = tool::parse(parser, QStringLiteral("models"), arguments, 0, 1))
         return *status;
-    const QList<PrinterInfo> models = PrinterInfo::fromResources();
     const QStringList ids = parser.positionalArguments();
-    return tool::finished(ids.isEmpty() ? showModels(models, parser.isSet(json))
-                                        : showModel(models, ids.constFirst(), parser.isSet(json)));
+    return tool::finished(ids.isEmpty() ? showModels(parser.isSet(json))
+                                        : showModel(ids.constFirst(), parser.isSet(json)));
 }

@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "documentfile.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printermodel.h"
 #include "settings/printersettings.h"
 #include "support.h"
 #include "templatefile.h"
@@ -104,6 +105,16 @@ struct Options
     const QCommandLineOption width{QStringLiteral("width"),
                                    QStringLiteral("Characters per line of text; default 42."),
                                    QStringLiteral("N"), QStringLiteral("42")};
+    const QCommandLineOption model{
+        QStringLiteral("model"),
+        QStringLiteral("Take the width from this model of the catalogue; see \"receipt models\"."),
+        QStringLiteral("ID")};
+    const QCommandLineOption paper{QStringLiteral("paper"),
+                                   QStringLiteral("The model's paper type; default 0."),
+                                   QStringLiteral("N"), QStringLiteral("0")};
+    const QCommandLineOption font{QStringLiteral("font"),
+                                  QStringLiteral("The model's font; default 0."),
+                                  QStringLiteral("N"), QStringLiteral("0")};
     const QCommandLineOption margin{QStringLiteral("margin"),
                                     QStringLiteral("Blanks in front of each line; default 0."),
                                     QStringLiteral("N"), QStringLiteral("0")};
@@ -130,9 +141,9 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
 {
     parser.setApplicationDescription(
         QStringLiteral("Renders a receipt from a template and a document."));
-    parser.addOptions({options.as, options.width, options.margin, options.symbols,
-                       options.letterCase, options.output, options.pretty, options.plain,
-                       tool::codecOption()});
+    parser.addOptions({options.as, options.width, options.model, options.paper, options.font,
+                       options.margin, options.symbols, options.letterCase, options.output,
+                       options.pretty, options.plain, tool::codecOption()});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("render"), arguments, 1, 2))
         return status;
@@ -154,6 +165,32 @@ std::optional<QString> symbolFolder(const QCommandLineParser &parser, const Opti
         return folder;
     tool::complain(QStringLiteral("--symbols: \"%1\" is no folder").arg(folder));
     return std::nullopt;
+}
+
+/// Characters per line, given or those of a model. Complains and gives nothing for what a model
+/// doesn't have, and for options that contradict each other.
+std::optional<int> lineWidth(const QCommandLineParser &parser, const Options &options)
+{
+    const bool choosesDetails = parser.isSet(options.paper) || parser.isSet(options.font);
+    if (!parser.isSet(options.model)) {
+        if (!choosesDetails)
+            return tool::numberOf(parser, options.width, 1, mostCharacters);
+        tool::complain(QStringLiteral("--paper and --font need --model"));
+        return std::nullopt;
+    }
+    if (parser.isSet(options.width)) {
+        tool::complain(QStringLiteral("--width and --model exclude each other"));
+        return std::nullopt;
+    }
+    const auto model = tool::findModel(parser.value(options.model));
+    if (!model)
+        return std::nullopt;
+    const int lastPaper = model->paperTypes().lastKey();
+    const auto paper = tool::numberOf(parser, options.paper, 0, lastPaper);
+    const auto font = tool::numberOf(parser, options.font, 0, model->fontTypes().size() - 1);
+    if (!paper || !font)
+        return std::nullopt;
+    return tool::charactersPerLine(*model, *paper, *font);
 }
 
 /// Reads the files. Complains and gives false on failure.
@@ -191,7 +228,7 @@ int runRender(const QStringList &arguments)
     const auto codec = tool::codecOf(parser);
     const Form *form = chosenRow(forms, parser, options.as);
     const Case *letterCase = chosenRow(cases, parser, options.letterCase);
-    const auto width = tool::numberOf(parser, options.width, 1, mostCharacters);
+    const auto width = lineWidth(parser, options);
     const auto margin = tool::numberOf(parser, options.margin, 0, mostCharacters);
     const auto symbols = symbolFolder(parser, options);
     const QStringList files = parser.positionalArguments();
