@@ -346,6 +346,62 @@ private Q_SLOTS:
                  "<div align=\"left\">" + html + "</div>");
     }
 
+    /// The format bytes move along with the font bytes.
+    void widenedTabMovesTheFormats()
+    {
+        // "a" bold, then two zero bytes, the tab's own byte (underlined) and "b" in italics.
+        const Block block = lineOf("a\tb", QByteArray("\x01\x01\x01"), QByteArray("\x01\x08\x02"));
+        QCOMPARE(block.toHtml(0, false, noSymbols, false, 5),
+                 QString("<div align=\"left\"><font size = 2><b>a</b></font>"
+                         "<font size = 1>  </font>"
+                         "<font size = 2><u> </u></font>"
+                         "<font size = 2><i></i>b</font></div>"));
+    }
+
+    void tabIsWidenedWhateverTheAlignment_data()
+    {
+        QTest::addColumn<int>("alignment");
+        QTest::addColumn<QString>("div");
+        QTest::newRow("left") << int(AlignLeft) << "left";
+        QTest::newRow("right") << int(AlignRight) << "right";
+        QTest::newRow("center") << int(AlignCenter) << "center";
+        QTest::newRow("justify") << int(AlignJustify) << "left";
+    }
+
+    void tabIsWidenedWhateverTheAlignment()
+    {
+        QFETCH(int, alignment);
+        QFETCH(QString, div);
+        const Block block = lineOf("a\tb", "", "", ETextAlignment(alignment));
+        QCOMPARE(block.toHtml(0, false, noSymbols, false, 5),
+                 "<div align=\"" + div + "\"><font size = 1>a   b</font></div>");
+    }
+
+    void shortBytesAreExtendedInThePlainLayout()
+    {
+        const QByteArray formats("\x00\x01", 2);
+        const Block block = lineOf("abc", QByteArray("\x01"), formats);
+        QCOMPARE(block.toHtml(0, false, noSymbols, false, 0),
+                 QString("<div align=\"left\"><font size = 2>a</font>"
+                         "<font size = 2><b>bc</b></font></div>"));
+    }
+
+    void symbolInTheSecondCell()
+    {
+        const Block block = lineOf(QString("ab\tc") + QChar(3), "", "", AlignJustify);
+        QCOMPARE(block.toHtml(0, true, noSymbols, true, 0),
+                 "<tr><td align = \"left\" width=\"50%\"> <font size = 1>ab</font> </td>"
+                 "<td align = \"right\" width=\"50%\"> <font size = 1>c</font>" +
+                     symbolTag + " </td></tr>");
+    }
+
+    void symbolBehindAWidenedTab()
+    {
+        const Block block = lineOf(QString("a\t") + QChar(1), "", "");
+        QCOMPARE(block.toHtml(0, false, noSymbols, false, 5),
+                 "<div align=\"left\"><font size = 1>a   </font>" + symbolTag + "</div>");
+    }
+
     void tagsOfARunStandInTheirOrder_data()
     {
         QTest::addColumn<int>("format");

@@ -523,6 +523,40 @@ private Q_SLOTS:
         te_free(tree);
     }
 
+    void nullTextCountsAsEmpty()
+    {
+        int error = 0;
+        QVERIFY(std::isnan(te_interp(nullptr, &error)));
+        QCOMPARE(error, 1);
+    }
+
+    void nullAddressIsAParseError()
+    {
+        const te_variable variable{"a", nullptr, TE_VARIABLE, nullptr};
+        int error = 0;
+        QVERIFY(te_compile("a", &variable, 1, &error) == nullptr);
+        QCOMPARE(error, 1);
+    }
+
+    void freedArgumentsAreForgotten()
+    {
+        double a = 1;
+        const te_variable variable{"a", &a, TE_VARIABLE, nullptr};
+        te_expr *const tree = te_compile("a+a", &variable, 1, nullptr);
+        te_free_parameters(tree);
+        te_free(tree);
+    }
+
+    void lonePointIsAnErrorTokenThatReadsNothing()
+    {
+        te_state state{};
+        state.start = ".";
+        state.next = state.start;
+        next_token(&state);
+        QCOMPARE(state.type, int(TE_TOKEN_ERROR));
+        QCOMPARE(state.next, state.start);
+    }
+
     void nullTreeIsHarmless()
     {
         QVERIFY(std::isnan(te_eval(nullptr)));

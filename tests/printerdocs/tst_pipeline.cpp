@@ -269,6 +269,8 @@ private Q_SLOTS:
             << QStringList{"p=q", "k=<ENTRIES>=k"} << "a=1" << QStringList{"p=q", "k=a<S>1=k"};
         QTest::newRow("letter that is two in upper case in front")
             << QStringList{"ß<entries>z"} << "e\tf" << QStringList{"ße", "fz"};
+        QTest::newRow("such a letter in the last entry, and a tag behind it")
+            << QStringList{"<ENTRIES>-<ENTRIES>ABC"} << "a\tß" << QStringList{"a", "ß-a", "ßABC"};
         QTest::newRow("no entries") << QStringList{"x<ENTRIES>y"} << "" << QStringList{"xy"};
         QTest::newRow("no entries, null")
             << QStringList{"x<ENTRIES>y"} << QString() << QStringList{"xy"};
@@ -311,6 +313,63 @@ private Q_SLOTS:
         QFETCH(QStringList, unpacked);
         m_formatter->unpackEntries(lines, document({}, entries));
         QCOMPARE(lines, unpacked);
+    }
+
+    void entryHoldingTheTagIsUnpackedOnce()
+    {
+        QStringList lines{"x<ENTRIES>y"};
+        m_formatter->unpackEntries(lines, document({}, "a\t<entries>\tb"));
+        QCOMPARE(lines, (QStringList{"xa", "<entries>", "by"}));
+    }
+
+    void manyEntriesTagsOnALineBeforeAnotherScript()
+    {
+        QStringList lines{QString("<ENTRIES>").repeated(50000) + "ß"};
+        m_formatter->unpackEntries(lines, document({}, "a\tb"));
+        QCOMPARE(lines.size(), 50001);
+        QCOMPARE(lines.first(), QString("a"));
+        QCOMPARE(lines.at(1), QString("ba"));
+        QCOMPARE(lines.last(), QString("bß"));
+    }
+
+    void listThatIsEmptyStaysEmptyWhenPartsAreRemoved()
+    {
+        for (const bool remove : {false, true}) {
+            QStringList lines;
+            m_formatter->removeXParts(lines, remove);
+            QVERIFY(lines.isEmpty());
+        }
+    }
+
+    void wildWidthsAndMarginsDoNoHarm()
+    {
+        const int wild = std::numeric_limits<int>::max();
+        const QStringList lines = m_formatter->plainTextToFormattedPlainText("", wild);
+        QCOMPARE(lines.size(), 1);
+        QVERIFY(lines.first().trimmed().isEmpty());
+        QCOMPARE(m_formatter->plainTextToFormattedPlainText("", -1), QStringList{QString()});
+        const PrinterDocumentFormatter wideFormatter(wild, nullptr);
+        const QStringList shifted = wideFormatter.plainTextToFormattedPlainText("x", 10);
+        QCOMPARE(shifted.size(), 1);
+        QCOMPARE(shifted.first().trimmed(), QString("x"));
+        DocumentBlock justified = DocumentBlock::emptyBlock(1, AlignJustify, 0);
+        QCOMPARE(justified.toStringList(wild), QStringList{QString()});
+    }
+
+    void suffixInTheFolderCountsForTheFile()
+    {
+        QTemporaryDir folder;
+        const QString symbols = folder.filePath("x.ssi");
+        QVERIFY(QDir().mkpath(symbols));
+        QFile file(symbols + "/sym");
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(
+            "<SpecialSymbolImages><Font Width=\"4\" Height=\"1\"><Symbol Code=\"3\">"
+            "<Line>1010</Line></Symbol></Font></SpecialSymbolImages>");
+        file.close();
+        m_formatter->setSpecCharsPath(symbols);
+        m_formatter->setTemplate("<SPECSYMBOLS=sym>\nx");
+        QCOMPARE(m_formatter->toTextPrinterDocument(PrinterDocument()).charImages().size(), 1);
     }
 
     void entriesPrintAtBothEdges()

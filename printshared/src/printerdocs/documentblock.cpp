@@ -14,12 +14,13 @@ constexpr int mostEmptyLines = 1 << 24;
 constexpr QChar blank = QLatin1Char(' ');
 constexpr QChar tab = QLatin1Char('\t');
 
-QString withTabs(const QString &line, int tabWidth)
+// Every tab of the line replaced by one blank and as many more.
+QString withTabs(const QString &line, int moreBlanks)
 {
     if (!line.contains(tab))
         return line;
     QString result = line;
-    return result.replace(tab, QString(tabWidth, blank));
+    return result.replace(tab, QString(moreBlanks, blank) + blank);
 }
 
 // The line with its padding; missing is the number of characters that it lacks to the width.
@@ -31,7 +32,7 @@ QString paddedLine(const QString &line, ETextAlignment alignment, int missing)
         case AlignCenter:
             return QString(missing / 2, blank) + line;
         case AlignJustify:
-            return withTabs(line, missing + 1);
+            return withTabs(line, missing);
         case AlignLeft:
             break;
     }
@@ -55,7 +56,8 @@ int paddedPlaces(const QString &line, ETextAlignment alignment)
 
 bool fitsWhenPadded(const QString &line, ETextAlignment alignment, int missing)
 {
-    return line.size() + qint64(missing) * paddedPlaces(line, alignment) <= longestPaddedLine;
+    const int places = paddedPlaces(line, alignment);
+    return places == 0 || line.size() + qint64(missing) * places <= longestPaddedLine;
 }
 
 QByteArray extended(QByteArray bytes, int length)
@@ -289,7 +291,7 @@ QStringList DocumentBlock::toStringList(int width)
         if (missing > 0 && fitsWhenPadded(line, m_alignment, missing))
             result.append(paddedLine(line, m_alignment, missing));
         else
-            result.append(withTabs(line, 1));
+            result.append(withTabs(line, 0));
     }
     return result;
 }

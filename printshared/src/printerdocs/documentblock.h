@@ -97,8 +97,8 @@ public:
     bool isValid() const;
 
     /// Whether this passes isText() and all its lines are blank. Intended: false for every other
-    /// block, also for one without any content; the template engine tells blank lines from
-    /// pictures with it.
+    /// block, also for one without any content: clients skip blank text with it and must not skip
+    /// a picture. Test: emptyMeansAllLinesBlank.
     bool isEmpty() const;
 
     /// Characters in all lines of a text block, tabs and special symbols included; 0 for any other.
@@ -126,7 +126,8 @@ public:
     QStringList toStringList(int width);
 
     /// Unicode case change of the text. Intended: whatever the type, so it spoils the payload of a
-    /// barcode or QR code; callers keep such blocks out.
+    /// barcode or QR code; a receipt printed in one case has always had such codes, and clients
+    /// compare its blocks. Test: textInFrontOfACodeKeepsItsCaseAndThePayloadIsFolded.
     void toUpper();
     void toLower();
 

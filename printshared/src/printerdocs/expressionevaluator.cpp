@@ -95,8 +95,8 @@ public:
 
     Parser(const char *text, const te_variable *variables, int count) : m_state()
     {
-        m_state.start = text;
-        m_state.next = text;
+        m_state.start = text ? text : "";
+        m_state.next = m_state.start;
         m_state.lookup = variables;
         m_state.lookup_len = count;
         next_token(&m_state);
@@ -418,8 +418,10 @@ void te_free_parameters(te_expr *n)
 {
     if (!n)
         return;
-    for (int i = 0; i < arityOf(n->type); ++i)
+    for (int i = 0; i < arityOf(n->type); ++i) {
         te_free(parameterOf(n, i));
+        n->parameters[i] = nullptr;
+    }
 }
 
 void te_free(te_expr *n)

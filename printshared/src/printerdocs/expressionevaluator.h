@@ -76,7 +76,7 @@ typedef struct te_expr
 typedef struct te_variable
 {
     const char *name;     ///< zero-terminated, of lower-case letters, digits and "_"
-    const void *address;  ///< of a double, or of a function
+    const void *address;  ///< of a double, or of a function; a null one is a parse error
     int type;             ///< TE_VARIABLE, or a function or closure kind, perhaps with TE_FLAG_PURE
     void *context;        ///< first argument of a closure
 } te_variable;
@@ -97,7 +97,7 @@ typedef struct te_state
     int lookup_len;
 } te_state;
 
-/// Parses and evaluates an expression without variables.
+/// Parses and evaluates an expression without variables. A null text counts as an empty one.
 /// @param error 0 on success; else the number of characters up to the next unread one when parsing
 ///              stopped, at least 1. May be null.
 /// @return the value; NaN on a parse error. Division by zero and domain errors are no parse errors.
@@ -118,7 +118,7 @@ PRINTERSLIB_EXPORT void te_print(const te_expr *n);
 /// Frees a tree. Null is allowed.
 PRINTERSLIB_EXPORT void te_free(te_expr *n);
 
-/// Frees the arguments of a node, not the node itself. Null is allowed.
+/// Frees the arguments of a node and forgets them; the node itself stays. Null is allowed.
 PRINTERSLIB_EXPORT void te_free_parameters(te_expr *n);
 
 /// Reads the next token.

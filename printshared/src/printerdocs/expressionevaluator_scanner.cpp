@@ -74,6 +74,14 @@ double readNumber(const char *text, const char **end)
     return readByStrtod(text, end);
 }
 
+/// A point without digits is no number: an error that reads nothing.
+void readNumberToken(te_state *s)
+{
+    const char *const begin = s->next;
+    s->value = readNumber(begin, &s->next);
+    s->type = s->next == begin ? TE_TOKEN_ERROR : TE_TOKEN_NUMBER;
+}
+
 const te_variable *findVariable(const te_state *s, const char *name, int length)
 {
     for (int i = 0; i < s->lookup_len; ++i) {
@@ -87,6 +95,10 @@ const te_variable *findVariable(const te_state *s, const char *name, int length)
 
 void takeVariable(te_state *s, const te_variable &variable)
 {
+    if (!variable.address) {
+        s->type = TE_TOKEN_ERROR;
+        return;
+    }
     if (kindOf(variable.type) == TE_VARIABLE) {
         s->type = TE_TOKEN_VARIABLE;
         s->bound = static_cast<const double *>(variable.address);
@@ -162,8 +174,7 @@ void next_token(te_state *s)
         if (*s->next == '\0') {
             s->type = TE_TOKEN_END;
         } else if (isDigit(*s->next) || *s->next == '.') {
-            s->value = readNumber(s->next, &s->next);
-            s->type = TE_TOKEN_NUMBER;
+            readNumberToken(s);
         } else if (isLower(*s->next)) {
             readName(s);
         } else {

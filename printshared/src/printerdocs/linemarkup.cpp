@@ -1,6 +1,7 @@
 #include <QVector>
 #include <algorithm>
 
+#include "printerdocs/linelimits_p.h"
 #include "printerdocs/linemarkup_p.h"
 
 namespace {
@@ -71,8 +72,10 @@ public:
     void keepUpTo(int end)
     {
         const int count = end - m_read;
-        std::copy(m_characters + m_read, m_characters + end, m_characters + m_written);
-        std::copy(m_data + m_read, m_data + end, m_data + m_written);
+        if (m_written != m_read) {
+            std::copy(m_characters + m_read, m_characters + end, m_characters + m_written);
+            std::copy(m_data + m_read, m_data + end, m_data + m_written);
+        }
         m_read = end;
         m_written += count;
     }
@@ -89,6 +92,8 @@ public:
     void finish()
     {
         keepUpTo(size());
+        if (m_written == m_read)
+            return;
         char *const end = std::copy(m_data + m_read, m_data + m_bytes.size(), m_data + m_written);
         m_bytes.truncate(static_cast<int>(end - m_data));
         m_text.truncate(m_written);
@@ -228,7 +233,7 @@ void LineMarkup::applyFormats(unsigned char &format)
 /// Intended: a tag directly behind one of its own pair that was just taken out is passed over and
 /// stays as text, and so do later ones of its kind until one of the pair is honoured again; only a
 /// close tag right behind an open tag is honoured. Templates in the field print like that.
-/// Test: tagBehindItsOwnPairStaysAsText.
+/// Test: rangeTagRightBehindItsOwnPair.
 void LineMarkup::applyFormatRange(QLatin1String letters, ECharFormat flag, unsigned char &format)
 {
     const QString open = openTag(letters);
@@ -313,7 +318,8 @@ void LineMarkup::addMargin(int blanks)
 {
     if (blanks < 1)
         return;
-    m_text.prepend(QString(blanks, QLatin1Char(' ')));
-    m_formats.prepend(QByteArray(blanks, '\0'));
-    m_fonts.prepend(QByteArray(blanks, '\0'));
+    const int count = qMin(blanks, longestPaddedLine);
+    m_text.prepend(QString(count, QLatin1Char(' ')));
+    m_formats.prepend(QByteArray(count, '\0'));
+    m_fonts.prepend(QByteArray(count, '\0'));
 }

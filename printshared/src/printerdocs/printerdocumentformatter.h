@@ -37,7 +37,8 @@ public:
 
     /// A formatter without a template; the folder of special symbol files is the template folder of
     /// CheckTemplatesSettings.
-    /// @param leftMargin blanks put in front of every non-empty formatted line; below 1: none
+    /// @param leftMargin blanks put in front of every non-empty formatted line; below 1: none, more
+    ///                   than 16 Mi count as 16 Mi
     /// @param parent     owns the formatter in the way of QObject; may be null
     PrinterDocumentFormatter(int leftMargin, QObject *parent);
     ~PrinterDocumentFormatter() override;
@@ -135,7 +136,10 @@ public:
     /// @param font        in and out: current font number, 0 to 3
     /// @param alignment   in: that of an empty line; out: that of this line, if it has text
     /// @param lineSpacing spacing of a line that has no spacing tag
-    /// @return an invalid block for a line of nothing but tags
+    /// @return an invalid block for a line of nothing but tags; such a line changes `format` and
+    ///         `font` all the same. Intended: several hits of one tag on a line, such as two
+    ///         brackets, leave more bytes than characters; clients compare these arrays.
+    ///         Test: repeatedTagsLeaveSurplusBytes.
     DocumentBlock formatPrintStr(const QString &line, unsigned char &format, unsigned char &font,
                                  ETextAlignment &alignment, int lineSpacing) const;
     /// @}
@@ -149,6 +153,10 @@ public:
     /// Puts the translated copy mark behind the first line with <DOCNO> if the document is a copy.
     void addCopyInfo(QStringList &lines, const PrinterDocument &document) const;
     /// Replaces each <ENTRIES> by the document's entries, one line each.
+    /// Intended: the first line put in isn't looked at again, so entries of one line are put in
+    /// place of the first tag of a line only; and entries that hold the tag themselves, which
+    /// would never come to an end, are unpacked once. Tests: entriesAreUnpacked,
+    /// entryHoldingTheTagIsUnpackedOnce.
     void unpackEntries(QStringList &lines, const PrinterDocument &document) const;
     /// Loads the special symbols named by the last <SPECSYMBOLS=...> line, and removes all such
     /// lines. The set stays loaded until another is. A missing file is passed over in silence.
@@ -167,7 +175,8 @@ public:
     /// Attribute substitution alone, on every line of the template.
     QStringList toFormattedText(const PrinterDocument &document) const;
     /// The receipt as lines of text.
-    /// @param width characters per line
+    /// @param width characters per line. A longer line is not cut; a blank one is as many blanks,
+    ///              an empty text below 1; more than 16 Mi count as 16 Mi.
     QStringList toPlainText(const PrinterDocument &document, int width) const;
     /// The receipt as an HTML fragment. @param rightAlign handed on to DocumentBlock::toHtml()
     QString toHtml(const PrinterDocument &document, bool rightAlign) const;

@@ -1,4 +1,5 @@
 #include "printerdocs/documentvalues_p.h"
+#include "printerdocs/linelimits_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/printerdocumentformatter_p.h"
 #include "settings/iprintdevicesettings.h"
@@ -8,7 +9,7 @@ namespace {
 const QLatin1String qrTag("<QR>");
 
 // Intended: the first has no blank in front of "cellspacing"; clients compare the texts.
-// Test: headLinesOfTheHtmlFormsDiffer.
+// Test: htmlFrames.
 const QLatin1String fragmentHead("<p><table width=\"100%\"cellspacing=0 cellpadding=0>");
 const QLatin1String plainFragmentHead("<p><table width=\"100%\" cellspacing=0 cellpadding=0>");
 const QLatin1String fragmentTail("</table></p>");
@@ -74,7 +75,7 @@ QStringList textOfLines(const PrinterDocumentFormatter &formatter, const QString
     result.reserve(lines.size());
     for (const QString &line : lines) {
         if (line.isEmpty())
-            result.append(QString(width, QLatin1Char(' ')));
+            result.append(QString(qMin(width, longestPaddedLine), QLatin1Char(' ')));
         else
             result += lineFormatter.block(line).toStringList(width);
     }
@@ -124,8 +125,8 @@ DocumentBlock qrBlock(const QString &payload)
 }
 
 /// The block of a line with a QR code. Text in front of the code is added to the list at once.
-/// Intended: that text keeps its case, and the code's stored text is folded. Test:
-/// caseFoldingSparesTheTextBeforeAQrCode.
+/// Intended: that text keeps its case, and the code's stored text is folded; clients compare
+/// blocks. Test: textInFrontOfACodeKeepsItsCaseAndThePayloadIsFolded.
 DocumentBlock splitAtQrTag(const QString &line, int tag, LineFormatter &formatter,
                            BlockList &blocks)
 {
