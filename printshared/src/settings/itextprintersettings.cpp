@@ -1,6 +1,27 @@
 #include "settings/itextprintersettings.h"
 
+#include <mutex>
+
 #include "settings/iprintdevicesettings.h"
+
+namespace {
+
+/// The compiled-in models by their identifiers. Each settings object asks for them, and shares this
+/// one map until it is given another. A catalogue that can't be read is asked for again.
+QMap<QString, PrinterInfo> modelsById()
+{
+    static std::mutex mutex;
+    static QMap<QString, PrinterInfo> models;
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (models.isEmpty()) {
+        const QList<PrinterInfo> catalogue = PrinterInfo::fromResources();
+        for (const PrinterInfo &info : catalogue)
+            models.insert(info.id(), info);
+    }
+    return models;
+}
+
+}  // namespace
 
 ITextPrinterSettings::ITextPrinterSettings()
 {
@@ -26,10 +47,7 @@ PrinterInfo ITextPrinterSettings::printerInfo(const QString &name) const
 
 void ITextPrinterSettings::loadAvailablePrinters()
 {
-    _availablePrinters.clear();
-    const QList<PrinterInfo> catalogue = PrinterInfo::fromResources();
-    for (const PrinterInfo &info : catalogue)
-        _availablePrinters.insert(info.id(), info);
+    _availablePrinters = modelsById();
 }
 
 QSharedPointer<ITextPrinterSettings> IPrintDeviceSettings::textPrinterSettings()
