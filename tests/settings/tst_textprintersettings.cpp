@@ -250,6 +250,14 @@ private Q_SLOTS:
         QCOMPARE(Settings().availablePrinters().size(), 16);
         settings.loadAvailablePrinters();
         QCOMPARE(settings.printerInfo(able).id(), able);
+        QCOMPARE(settings.printerInfo("own").id(), QString("own"));
+        QCOMPARE(settings.availablePrinters().size(), 17);
+        own.setId(able);
+        own.setName("replaced by the catalogue");
+        settings.setAvailablePrinters({{able, own}});
+        settings.loadAvailablePrinters();
+        QVERIFY(settings.printerInfo(able).name() != own.name());
+        QCOMPARE(Settings().availablePrinters().size(), 16);
     }
 
     void charactersPerLine_data()

@@ -34,11 +34,13 @@ private:
     locale_t m_locale;
 };
 
+// At file scope, so that it outlives the static objects of clients.
+const CLocale cLocale;
+
 double readByStrtod(const char *text, const char **end)
 {
-    static const CLocale locale;
     char *stop = nullptr;
-    const double value = strtod_l(text, &stop, locale.get());
+    const double value = strtod_l(text, &stop, cLocale.get());
     *end = stop;
     return value;
 }

@@ -394,13 +394,15 @@ QList<PrinterInfo> PrinterInfo::fromFile(const QString &path)
     return fromJson(file.readAll());
 }
 
+// At file scope, so that they outlive the static objects of clients.
+static std::mutex catalogueMutex;
+static QList<PrinterInfo> catalogue;
+
 QList<PrinterInfo> PrinterInfo::fromResources()
 {
     // Every object of the text printer's settings asks twice. The resource can't change; a failure
     // isn't kept, so that it is logged each time.
-    static std::mutex mutex;
-    static QList<PrinterInfo> catalogue;
-    const std::lock_guard<std::mutex> lock(mutex);
+    const std::lock_guard<std::mutex> lock(catalogueMutex);
     if (catalogue.isEmpty())
         catalogue = fromFile(RC_INFO_FILENAME);
     return catalogue;

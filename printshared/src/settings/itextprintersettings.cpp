@@ -6,18 +6,24 @@
 
 namespace {
 
+// At file scope, so that they outlive the static objects of clients.
+std::mutex modelsMutex;
+QMap<QString, PrinterInfo> models;
+
+void insertModels(QMap<QString, PrinterInfo> &map)
+{
+    const QList<PrinterInfo> catalogue = PrinterInfo::fromResources();
+    for (const PrinterInfo &info : catalogue)
+        map.insert(info.id(), info);
+}
+
 /// The compiled-in models by their identifiers. Each settings object asks for them, and shares this
 /// one map until it is given another. A catalogue that can't be read is asked for again.
-QMap<QString, PrinterInfo> modelsById()
+QMap<QString, PrinterInfo> sharedModels()
 {
-    static std::mutex mutex;
-    static QMap<QString, PrinterInfo> models;
-    const std::lock_guard<std::mutex> lock(mutex);
-    if (models.isEmpty()) {
-        const QList<PrinterInfo> catalogue = PrinterInfo::fromResources();
-        for (const PrinterInfo &info : catalogue)
-            models.insert(info.id(), info);
-    }
+    const std::lock_guard<std::mutex> lock(modelsMutex);
+    if (models.isEmpty())
+        insertModels(models);
     return models;
 }
 
@@ -47,7 +53,10 @@ PrinterInfo ITextPrinterSettings::printerInfo(const QString &name) const
 
 void ITextPrinterSettings::loadAvailablePrinters()
 {
-    _availablePrinters = modelsById();
+    if (_availablePrinters.isEmpty())
+        _availablePrinters = sharedModels();
+    else
+        insertModels(_availablePrinters);
 }
 
 QSharedPointer<ITextPrinterSettings> IPrintDeviceSettings::textPrinterSettings()

@@ -40,7 +40,8 @@ public:
     virtual void setCodec(const QString &codec) = 0;
     virtual void setCodec(const QString &name, const QString &codec) = 0;
 
-    /// Fills the known models from the compiled-in catalogue.
+    /// Puts the models of the compiled-in catalogue into the map; a model of the same identifier is
+    /// replaced, others stay.
     virtual void loadAvailablePrinters();
 
 protected:
