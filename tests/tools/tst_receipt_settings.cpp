@@ -123,6 +123,102 @@ private Q_SLOTS:
         }
     }
 
+    void itemThatIsKeptByItsMeaningIsTaken_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QMap<QString, QVariant>>("taken");
+        QTest::addColumn<QString>("shown");
+
+        const QString text = "CUSTOM_VKP_80";
+        QTest::newRow("number as a text")
+            << 2 << item(text, "leftMargin", "12.50") << text + "\tleftMargin\t12.5";
+        QTest::newRow("whole number as a text")
+            << 1 << item("PRINTER", "emptyStringsAtEnd", "07") << "PRINTER\temptyStringsAtEnd\t7";
+        QTest::newRow("switch as a number")
+            << 2 << item(text, "autoPageHeight", 1) << text + "\tautoPageHeight\ttrue";
+        QTest::newRow("switch as a text")
+            << 2 << item(text, "autoPageHeight", "false") << text + "\tautoPageHeight\tfalse";
+        QTest::newRow("justification by any number")
+            << 2 << item(text, "fullJustifyAlignment", 5) << text + "\tfullJustifyAlignment\t1";
+        QTest::newRow("justification as a truth value")
+            << 2 << item(text, "fullJustifyAlignment", true) << text + "\tfullJustifyAlignment\t1";
+        QTest::newRow("port logging by any number")
+            << 1 << item("PRINTER", "enablePortLogging", 5) << "PRINTER\tenablePortLogging\t1";
+        QTest::newRow("images by any number")
+            << 1 << item(text, "printAsImage", 5) << text + "\tprintAsImage\t1";
+        QTest::newRow("unknown paper loop")
+            << 1 << item("PRINTER", "paperLoopFlag", 7) << "PRINTER\tpaperLoopFlag\t0";
+        QTest::newRow("unknown case of letters")
+            << 1 << item("PRINTER", "characterMode", 3) << "PRINTER\tcharacterMode\t0";
+        // 300 - 256; both are kept in eight bits.
+        QTest::newRow("movement of more than eight bits")
+            << 1 << item("PRINTER", "moveCheckTo", 300) << "PRINTER\tmoveCheckTo\t44";
+        QTest::newRow("code page of more than eight bits")
+            << 1 << item(text, "cpage", 300) << text + "\tcpage\t44";
+        QTest::newRow("font that the list leaves out")
+            << 1 << item(text, "defaultFont", "Serif,9") << text + "\tprintAsImage\t0";
+        QTest::newRow("unknown quality")
+            << 2 << item(text, "printerMode", 9) << text + "\tprinterMode\t9";
+    }
+
+    void itemThatIsKeptByItsMeaningIsTaken()
+    {
+        using Item = QMap<QString, QVariant>;
+        QFETCH(int, type);
+        QFETCH(Item, taken);
+        QFETCH(QString, shown);
+        const QByteArray list = jsonOf({item("PRINTER", "printerType", type),
+                                        item("PRINTER", "printerName", "CUSTOM_VKP_80"), taken});
+        const Outcome imported = runSettings({"import", "-"}, list);
+        QCOMPARE(imported.errors, QString());
+        QCOMPARE(imported.status, 0);
+        const Outcome outcome = runSettings({"show", "-"}, list);
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(outcome.status, 0);
+        QVERIFY2(outcome.output.split('\n').contains(shown), qPrintable(outcome.output));
+    }
+
+    void valueThatIsLostIsNamed_data()
+    {
+        QTest::addColumn<QMap<QString, QVariant>>("lost");
+        QTest::addColumn<QString>("words");
+
+        const QString name = "CUSTOM_VKP_80";
+        // These are read as texts of whole numbers.
+        QTest::newRow("truth value for port logging")
+            << item("PRINTER", "enablePortLogging", true) << "the value \"true\" became \"0\"";
+        QTest::newRow("truth value for images")
+            << item(name, "printAsImage", true) << "the value \"true\" became \"0\"";
+        QTest::newRow("fraction") << item("PRINTER", "emptyStringsAtEnd", 2.5)
+                                  << "the value \"2.5\" became \"0\"";
+        QTest::newRow("word") << item("PRINTER", "emptyStringsAtEnd", "two")
+                              << "the value \"two\" became \"0\"";
+        QTest::newRow("negative code page")
+            << item(name, "cpage", -1) << "the value \"-1\" became \"0\"";
+        QTest::newRow("paper loop in words")
+            << item("PRINTER", "paperLoopFlag", "long") << "the value \"long\" became \"0\"";
+    }
+
+    void valueThatIsLostIsNamed()
+    {
+        using Item = QMap<QString, QVariant>;
+        QFETCH(Item, lost);
+        QFETCH(QString, words);
+        const Outcome outcome = runSettings({"import", "-"}, textPrinter("CUSTOM_VKP_80", lost));
+        QCOMPARE(outcome.status, 1);
+        QVERIFY2(outcome.errors.endsWith("not taken: " + words + "\n"), qPrintable(outcome.errors));
+        QCOMPARE(outcome.errors.count('\n'), 1);
+    }
+
+    void fontOfAModelWithoutImagesIsNotTaken()
+    {
+        const Outcome outcome =
+            runSettings({"import", "-"}, textPrinter("AV_268", item("AV_268", "defaultFont", "x")));
+        QCOMPARE(outcome.status, 1);
+        QVERIFY2(outcome.errors.endsWith("not taken: this printer has no such setting\n"),
+                 qPrintable(outcome.errors));
+    }
+
     void laterItemOfTheSameKeyHolds()
     {
         const Outcome outcome = runSettings(

@@ -2,6 +2,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSharedPointer>
+#include <algorithm>
+#include <initializer_list>
 
 #include "commands.h"
 #include "settings/checktemplatessettings.h"
@@ -88,48 +90,99 @@ std::optional<QList<Item>> readItems(const QString &fileName)
     return items;
 }
 
-/// Why an item isn't what the settings hold in the end, or nothing. The settings count some items
-/// as taken that they don't keep, so the outcome is looked at as well.
-QString fault(const Item &item, const QList<QVariant> &outcome)
+bool isKey(const Item &item, std::initializer_list<QString> keys)
 {
-    for (const QVariant &element : outcome) {
-        const Item held = element.toMap();
-        if (!isSame(held, item))
+    return std::find(keys.begin(), keys.end(), text(item, "key")) != keys.end();
+}
+
+/// Whether a value means yes; any number but 0 does.
+bool truth(const QVariant &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    return isNumber ? number != 0.0 : value.toBool();
+}
+
+/// The number that the settings keep for an item's whole number: some have fewer bits, and some
+/// know a few numbers only.
+int keptNumber(const Item &item, int number)
+{
+    if (isKey(item, {PrinterSettings::PAPER_LOOP_FLAG, PrinterSettings::CHARACTER_MODE}))
+        return number == 1 || number == 2 ? number : 0;
+    if (isKey(item, {PrinterSettings::MOVE_CHECK_TO}))
+        return static_cast<signed char>(number);
+    if (isKey(item, {TextPrinterSettings::CODEPAGE}))
+        return static_cast<unsigned char>(number);
+    return number;
+}
+
+/// Whether a held value is what the settings keep for the item, told by its meaning: "12.50" is
+/// kept as 12.5, and a switch that is set to 5 is on.
+bool isKept(const Item &item, const QVariant &held)
+{
+    const QVariant value = item.value(QStringLiteral("value"));
+    if (held.userType() == QMetaType::QString)
+        return held.toString() == value.toString();
+    if (held.userType() == QMetaType::Bool ||
+        isKey(item, {PrinterSettings::ENABLE_PORT_LOGGING, TextPrinterSettings::PRINT_AS_IMAGE,
+                     SystemPrinterSettings::FULL_JUSTIFY_ALIGN}))
+        return truth(held) == truth(value);
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (isNumber && held.toDouble() == number)
+        return true;
+    const int whole = value.toString().toInt(&isNumber);
+    return isNumber && held.toInt() == keptNumber(item, whole);
+}
+
+/// All that the settings hold. A text printer's list has no font while documents are not sent as
+/// images, although the font is kept.
+QList<QVariant> holdings(const PrinterSettings &settings)
+{
+    QList<QVariant> items = everything(settings);
+    const auto *const textSettings = dynamic_cast<const TextPrinterSettings *>(&settings);
+    if (textSettings != nullptr && textSettings->imageAvailable())
+        items.append(Item{{QStringLiteral("group"), settings.printerId()},
+                          {QStringLiteral("key"), TextPrinterSettings::DEFAULT_FONT},
+                          {QStringLiteral("value"), textSettings->defaultFont()}});
+    return items;
+}
+
+/// Why an item isn't what the settings hold now, or nothing. The settings count some items as taken
+/// that they don't keep, so what they hold is looked at as well.
+QString fault(const Item &item, const QList<QVariant> &held)
+{
+    for (const QVariant &element : held) {
+        const Item candidate = element.toMap();
+        if (!isSame(candidate, item))
             continue;
-        if (text(held, "value") == text(item, "value"))
+        if (isKept(item, candidate.value(QStringLiteral("value"))))
             return QString();
         return QStringLiteral("the value \"%1\" became \"%2\"")
-            .arg(text(item, "value"), text(held, "value"));
+            .arg(text(item, "value"), text(candidate, "value"));
     }
     return QStringLiteral("this printer has no such setting");
+}
+
+/// Gives an item to the settings. Why it was not taken, or nothing.
+QString give(const Item &item, PrinterSettings &settings)
+{
+    if (!settings.setValue(item) && !CheckTemplatesSettings().setValue(item))
+        return QStringLiteral("unknown group, unknown key or bad value");
+    return fault(item, holdings(settings));
 }
 
 /// Gives the items to the settings, and complains about each that was not taken.
 bool importItems(const QString &fileName, const QList<Item> &items, PrinterSettings &settings)
 {
     bool good = true;
-    const auto complainOf = [&](const Item &item, const QString &reason) {
+    for (const Item &item : items) {
+        const QString reason = give(item, settings);
+        if (reason.isEmpty())
+            continue;
         tool::complain(QStringLiteral("%1: group \"%2\", key \"%3\": not taken: %4")
                            .arg(fileName, text(item, "group"), text(item, "key"), reason));
         good = false;
-    };
-    QList<Item> taken;
-    for (const Item &item : items) {
-        if (!settings.setValue(item) && !CheckTemplatesSettings().setValue(item)) {
-            complainOf(item, QStringLiteral("unknown group, unknown key or bad value"));
-            continue;
-        }
-        for (int row = taken.size() - 1; row >= 0; --row) {
-            if (isSame(taken.at(row), item))
-                taken.removeAt(row);
-        }
-        taken.append(item);
-    }
-    const QList<QVariant> outcome = everything(settings);
-    for (const Item &item : qAsConst(taken)) {
-        const QString reason = fault(item, outcome);
-        if (!reason.isEmpty())
-            complainOf(item, reason);
     }
     return good;
 }
