@@ -111,6 +111,37 @@ private Q_SLOTS:
         QVERIFY(outcome.errors.contains("could not be saved"));
     }
 
+    void fileWithoutANameIsWrongUsageAndTouchesNothing_data()
+    {
+        QTest::addColumn<QStringList>("action");
+        QTest::newRow("save") << QStringList{"save", PRINTERSLIB_EXAMPLES "/cafe.json", "--from",
+                                             PRINTERSLIB_EXAMPLES "/cafe.cpt"};
+        for (const char *action : {"show", "check", "repair", "remove"})
+            QTest::newRow(action) << QStringList(action);
+    }
+
+    void fileWithoutANameIsWrongUsageAndTouchesNothing()
+    {
+        QFETCH(const QStringList, action);
+        // The files beside a document whose name is empty: a good backup, and two checksums.
+        const Folder saved = readFolder(m_path);
+        const QString hidden = m_folder->path() + "/";
+        for (const char *suffix : {".sha1", ".bak", ".bak.sha1"})
+            QVERIFY(writeFile(hidden + suffix, saved.value(suffix)));
+        for (const QString &name : {QString(""), QString("./"), hidden}) {
+            const QStringList arguments = QStringList{action.first(), name} + action.mid(1);
+            const Outcome outcome = runDocument(arguments, m_folder->path());
+            QCOMPARE(outcome.status, 2);
+            QCOMPARE(outcome.output, QString());
+            QCOMPARE(outcome.errors,
+                     "receipt: document " + action.first() + ": FILE names no file\n");
+        }
+        for (const char *suffix : {".sha1", ".bak", ".bak.sha1"})
+            QCOMPARE(contentOf(hidden + suffix), saved.value(suffix));
+        QCOMPARE(readFolder(m_path), saved);
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden).size(), 7);
+    }
+
     void showPrintsTheDocumentInThreeForms()
     {
         QCOMPARE(runDocument({"show", m_path}).output, QString("NEW 2.50\n"));

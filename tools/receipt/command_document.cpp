@@ -32,6 +32,18 @@ void describeDocumentFile(QCommandLineParser &parser, const QString &description
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document file."));
 }
 
+/// Parses an action's own arguments. The files beside a document without a name would be those of
+/// nobody's, so such a FILE is wrong usage.
+std::optional<int> parseAction(QCommandLineParser &parser, const QString &usage,
+                               const QStringList &arguments, int count)
+{
+    const auto status = tool::parse(parser, usage, arguments, count, count);
+    if (status || !QFileInfo(parser.positionalArguments().constFirst()).fileName().isEmpty())
+        return status;
+    tool::complain(QStringLiteral("%1: FILE names no file").arg(usage));
+    return tool::WrongUsage;
+}
+
 /// Whether a save of this path can be loaded: sha1sum escapes some names, and writes another line
 /// then than the load looks for.
 bool isSavable(const QString &path)
@@ -76,7 +88,7 @@ int saveDocument(const QStringList &arguments)
                                                     "that of the template."),
                                      QStringLiteral("DIR"));
     parser.addOptions({from, symbols, tool::codecOption()});
-    if (const auto status = tool::parse(parser, QStringLiteral("document save"), arguments, 2, 2))
+    if (const auto status = parseAction(parser, QStringLiteral("document save"), arguments, 2))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().at(0));
     const QString data = parser.positionalArguments().at(1);
@@ -142,7 +154,7 @@ int showDocument(const QStringList &arguments)
                                 QStringLiteral("text (default), html, or json (the map form)."),
                                 QStringLiteral("form"), QStringLiteral("text"));
     parser.addOption(as);
-    if (const auto status = tool::parse(parser, QStringLiteral("document show"), arguments, 1, 1))
+    if (const auto status = parseAction(parser, QStringLiteral("document show"), arguments, 1))
         return *status;
     const QString fileName = parser.positionalArguments().constFirst();
     for (const Form &form : forms) {
@@ -173,7 +185,7 @@ int checkDocument(const QStringList &arguments)
     QCommandLineParser parser;
     describeDocumentFile(
         parser, QStringLiteral("Says which of the document's four files are good, and why not."));
-    if (const auto status = tool::parse(parser, QStringLiteral("document check"), arguments, 1, 1))
+    if (const auto status = parseAction(parser, QStringLiteral("document check"), arguments, 1))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().constFirst());
     const DocumentCopy primary = readDocumentCopy(path);
@@ -193,7 +205,7 @@ int repairDocument(const QStringList &arguments)
 {
     QCommandLineParser parser;
     describeDocumentFile(parser, QStringLiteral("Rewrites both copies from the one that is good."));
-    if (const auto status = tool::parse(parser, QStringLiteral("document repair"), arguments, 1, 1))
+    if (const auto status = parseAction(parser, QStringLiteral("document repair"), arguments, 1))
         return *status;
     const QString fileName = parser.positionalArguments().constFirst();
     const QString path = absolutePath(fileName);
@@ -217,7 +229,7 @@ int removeDocument(const QStringList &arguments)
 {
     QCommandLineParser parser;
     describeDocumentFile(parser, QStringLiteral("Removes the document's four files."));
-    if (const auto status = tool::parse(parser, QStringLiteral("document remove"), arguments, 1, 1))
+    if (const auto status = parseAction(parser, QStringLiteral("document remove"), arguments, 1))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().constFirst());
     TextPrinterDocument().removeFile(path);
