@@ -57,11 +57,12 @@ private Q_SLOTS:
         const Outcome outcome = runModels({"AV_268"});
         QCOMPARE(outcome.status, 0);
         const QStringList lines = outcome.output.split('\n');
-        for (const char *line :
-             {"id: AV_268", "name: AV-268", "inversion: true", "italic: false", "resolution: 203",
-              "interface: COM", "paper 0: 60 mm, 48 mm, 384 dots; characters per line: 48 48 24 24",
-              "font 0: 8 x 16 dots, 1 x 1 mm, own symbols of 8 x 16",
-              "font 3: 16 x 32 dots, 2 x 2 mm"})
+        for (const char *line : {"id: AV_268", "name: AV-268", "inversion: true", "italic: false",
+                                 "resolution: 203", "interface: COM",
+                                 "paper 0: 60 mm, 48 mm wide, endless (height -1), 384 dots; "
+                                 "characters per line: 48 48 24 24",
+                                 "font 0: 8 x 16 dots, 1 x 1 mm, monospace, own symbols of 8 x 16",
+                                 "font 3: 16 x 32 dots, 2 x 2 mm, monospace"})
             QVERIFY2(lines.contains(line), line);
     }
 
@@ -78,6 +79,29 @@ private Q_SLOTS:
         QCOMPARE(model.value("name").toString(), QString("Star TSP 600/700/800, TUP 900"));
         QCOMPARE(model.value("paperTypes").toObject().value("0").toObject().value("width").toInt(),
                  72);
+    }
+
+    void jsonHoldsTheCharactersPerLine()
+    {
+        // Dots of the paper over those of each font, rounded down.
+        const Outcome one = runModels({"CUSTOM_VKP_80", "--json"});
+        QCOMPARE(one.status, 0);
+        const QJsonObject papers =
+            QJsonDocument::fromJson(one.output.toUtf8()).object().value("paperTypes").toObject();
+        QCOMPARE(papers.value("0").toObject().value("charactersPerLine").toArray(),
+                 (QJsonArray{51, 36, 36, 28}));
+        QCOMPARE(papers.value("1").toObject().value("charactersPerLine").toArray(),
+                 (QJsonArray{40, 28, 28, 22}));
+
+        const QJsonArray models =
+            QJsonDocument::fromJson(runModels({"--json"}).output.toUtf8()).array();
+        for (const QJsonValue model : models) {
+            const int fonts = model.toObject().value("fontTypes").toObject().size();
+            const QJsonObject all = model.toObject().value("paperTypes").toObject();
+            QVERIFY(!all.isEmpty());
+            for (const QJsonValue paper : all)
+                QCOMPARE(paper.toObject().value("charactersPerLine").toArray().size(), fonts);
+        }
     }
 
     void unknownModelIsBadInput()

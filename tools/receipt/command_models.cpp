@@ -15,12 +15,17 @@ QString cell(const QString &text, int width)
 }
 
 /// Characters per line of each font on one paper.
+QVariantList charactersByFont(const PrinterInfo &model, int paper)
+{
+    QVariantList numbers;
+    for (int font = 0; font < model.fontTypes().size(); ++font)
+        numbers.append(tool::charactersPerLine(model, paper, font));
+    return numbers;
+}
+
 QString charactersPerLine(const PrinterInfo &model, int paper)
 {
-    QStringList numbers;
-    for (int font = 0; font < model.fontTypes().size(); ++font)
-        numbers.append(QString::number(tool::charactersPerLine(model, paper, font)));
-    return numbers.join(QLatin1Char(' '));
+    return QVariant(charactersByFont(model, paper)).toStringList().join(QLatin1Char(' '));
 }
 
 /// One line for each paper of each model.
@@ -51,17 +56,26 @@ void printTable(const QList<PrinterInfo> &models)
 
 QString fontText(const FontInfo &font)
 {
-    QString text = QStringLiteral("font %1: %2 x %3 dots, %4 x %5 mm")
-                       .arg(font.idAsString())
-                       .arg(font.width())
-                       .arg(font.height())
-                       .arg(font.mwidth())
-                       .arg(font.mheight());
+    QString text =
+        QStringLiteral("font %1: %2 x %3 dots, %4 x %5 mm, %6")
+            .arg(font.idAsString())
+            .arg(font.width())
+            .arg(font.height())
+            .arg(font.mwidth())
+            .arg(font.mheight())
+            .arg(font.monospace() ? QStringLiteral("monospace") : QStringLiteral("not monospace"));
     if (!font.customSymbols())
         return text;
     return text + QStringLiteral(", own symbols of %1 x %2")
                       .arg(font.customWidth())
                       .arg(font.customHeight());
+}
+
+/// The catalogue's height of a paper that has no end is -1.
+QString heightText(const PaperInfo &paper)
+{
+    return paper.height() < 0 ? QStringLiteral("endless (height %1)").arg(paper.height())
+                              : QStringLiteral("%1 mm high").arg(paper.height());
 }
 
 void printModel(const PrinterInfo &model)
@@ -73,10 +87,11 @@ void printModel(const PrinterInfo &model)
     }
     const QMap<int, PaperInfo> papers = model.paperTypes();
     for (auto paper = papers.constBegin(); paper != papers.constEnd(); ++paper)
-        tool::print(QStringLiteral("paper %1: %2, %3 mm, %4 dots; characters per line: %5")
+        tool::print(QStringLiteral("paper %1: %2, %3 mm wide, %4, %5 dots; characters per line: %6")
                         .arg(paper.key())
                         .arg(paper->caption())
                         .arg(paper->width())
+                        .arg(heightText(*paper))
                         .arg(paper->pointsToLine())
                         .arg(charactersPerLine(model, paper.key())));
     const QList<FontInfo> fonts = model.fontTypes();
@@ -89,13 +104,29 @@ void printJson(const QJsonDocument &json)
     tool::print(QString::fromUtf8(json.toJson()).trimmed());
 }
 
+/// The model's map form, with the characters per line of each paper.
+QJsonObject jsonOf(const PrinterInfo &model)
+{
+    const QString papersKey = QStringLiteral("paperTypes");
+    QMap<QString, QVariant> fields = model.toMap();
+    QMap<QString, QVariant> papers = fields.value(papersKey).toMap();
+    for (auto paper = papers.begin(); paper != papers.end(); ++paper) {
+        QMap<QString, QVariant> map = paper->toMap();
+        map.insert(QStringLiteral("charactersPerLine"),
+                   charactersByFont(model, paper.key().toInt()));
+        *paper = map;
+    }
+    fields.insert(papersKey, papers);
+    return QJsonObject::fromVariantMap(fields);
+}
+
 int showModel(const QString &id, bool asJson)
 {
     const auto model = tool::findModel(id);
     if (!model)
         return tool::BadInput;
     if (asJson)
-        printJson(QJsonDocument(QJsonObject::fromVariantMap(model->toMap())));
+        printJson(QJsonDocument(jsonOf(*model)));
     else
         printModel(*model);
     return tool::Success;
@@ -110,7 +141,7 @@ int showModels(bool asJson)
     }
     QJsonArray array;
     for (const PrinterInfo &model : models)
-        array.append(QJsonObject::fromVariantMap(model.toMap()));
+        array.append(jsonOf(model));
     printJson(QJsonDocument(array));
     return tool::Success;
 }
