@@ -300,6 +300,109 @@ private Q_SLOTS:
         QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
     }
 
+    void fileThatIsShorterThanItsSizeEndsTheLoading_data()
+    {
+        QTest::addColumn<QString>("source");
+        // The kernel says of both that they have 4096 bytes; lo has neither an alias nor a speed.
+        QTest::newRow("no bytes") << "/sys/class/net/lo/ifalias";
+        QTest::newRow("read error") << "/sys/class/net/lo/speed";
+    }
+
+    void fileThatIsShorterThanItsSizeEndsTheLoading()
+    {
+        QFETCH(QString, source);
+        QFile kernelFile(source);
+        if (!kernelFile.open(QIODevice::ReadOnly) || kernelFile.size() == 0 ||
+            !kernelFile.readAll().isEmpty())
+            QSKIP("this kernel has no such file");
+        const QString name = m_folder.filePath("linked.ssi");
+        QFile::remove(name);
+        QVERIFY(QFile::link(source, name));
+        SpecialCharacters table = tableOf(1, filled(8, 8));
+        Log log;
+        QCOMPARE(table.load(name), true);
+        QVERIFY(table.isEmpty());
+        QCOMPARE(log.m_lines.size(), 1);
+        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+        const int endedEarly = QXmlStreamReader::PrematureEndOfDocumentError;
+        QVERIFY(log.m_lines.first().text.startsWith(QString::number(endedEarly) + " \""));
+    }
+
+    void fileThatEndsInsideASymbolFails_data()
+    {
+        QTest::addColumn<QByteArray>("last");
+        QTest::newRow("in the digits of a line") << QByteArray("<Line>1111</Line><Line>11");
+        QTest::newRow("behind the last digit") << QByteArray("<Line>1111</Line><Line>1111");
+        QTest::newRow("in the tag of a line") << QByteArray("<Line>1111</Line><Li");
+        QTest::newRow("between the lines") << QByteArray("<Line>1111</Line>");
+        QTest::newRow("in the digits of an early line") << QByteArray("<Line>1111");
+    }
+
+    void fileThatEndsInsideASymbolFails()
+    {
+        QFETCH(QByteArray, last);
+        const QString name = write("<SpecialSymbolImages><Font Width=\"4\" Height=\"2\">" +
+                                   symbol(1, 4, 2) + "<Symbol Code=\"2\">" + last);
+        SpecialCharacters table;
+        Log log;
+        QCOMPARE(table.load(name), false);
+        QVERIFY(table == tableOf(1, filled(4, 2)));
+        QCOMPARE(log.m_lines.size(), 1);
+        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+        const int endedEarly = QXmlStreamReader::PrematureEndOfDocumentError;
+        QVERIFY(log.m_lines.first().text.startsWith(QString::number(endedEarly) + " \""));
+    }
+
+    // The text of a line is complete as soon as its end tag begins.
+    void fileThatEndsBehindTheLastLineOfASymbolKeepsIt()
+    {
+        SpecialCharacters table;
+        for (const char *endTag : {"</Line>", "</Line", "</"}) {
+            const QString name = write(
+                "<SpecialSymbolImages><Font Width=\"4\" Height=\"2\">"
+                "<Symbol Code=\"1\"><Line>1111</Line><Line>1111" +
+                QByteArray(endTag));
+            Log log;
+            QCOMPARE(table.load(name), true);
+            QVERIFY(table == tableOf(1, filled(4, 2)));
+            QCOMPARE(log.m_lines.size(), 1);
+        }
+    }
+
+    void wrongSymbolKeepsLaterFontsFromBeingRead()
+    {
+        QXmlStreamReader reader(
+            file(font(4, 1, symbol(1, 4, 1) + symbol(2, 3, 1)) + font(8, 1, symbol(3, 8, 1))));
+        QVERIFY(reader.readNextStartElement());
+        SpecialCharacters table;
+        QCOMPARE(table.parseImages(&reader), false);
+        QVERIFY(table == tableOf(1, filled(4, 1)));
+    }
+
+    void stepsReadTheirElements()
+    {
+        SpecialCharacters table;
+        QXmlStreamReader images(file(font(4, 1, symbol(1, 4, 1))));
+        QVERIFY(images.readNextStartElement());
+        QCOMPARE(table.parseImages(&images), true);
+        QVERIFY(table == tableOf(1, filled(4, 1)));
+        QVERIFY(images.isEndElement() && images.name() == QString("SpecialSymbolImages"));
+
+        table.clear();
+        QXmlStreamReader fonts(font(4, 1, symbol(2, 4, 1) + "<Note/>"));
+        QVERIFY(fonts.readNextStartElement());
+        QCOMPARE(table.parseFonts(&fonts), true);
+        QVERIFY(table == tableOf(2, filled(4, 1)));
+        QVERIFY(fonts.isEndElement() && fonts.name() == QString("Font"));
+
+        table.clear();
+        QXmlStreamReader symbols(symbol(3, 4, 2));
+        QVERIFY(symbols.readNextStartElement());
+        QCOMPARE(table.parseSymbols(&symbols, 4, 2), true);
+        QVERIFY(table == tableOf(3, filled(4, 2)));
+        QVERIFY(symbols.isEndElement() && symbols.name() == QString("Symbol"));
+    }
+
     void elementInsideALineIsAnError()
     {
         SpecialCharacters table;
@@ -350,6 +453,15 @@ private Q_SLOTS:
         QCOMPARE(table.createImage(3, {"101", "010"}, 3, 2), true);
         QVERIFY(table == tableOf(3, MonochromeImage(3, 2, "\xa0\x40")));
         QVERIFY(table.value(3).fileName().isNull());
+    }
+
+    void linesBeyondTheHeightAreConvertedToo()
+    {
+        SpecialCharacters table;
+        QCOMPARE(table.createImage(3, {"101", "010"}, 3, 1), true);
+        QVERIFY(table == tableOf(3, MonochromeImage(3, 1, "\xa0\x40")));
+        QCOMPARE(table.createImage(3, {"101", "1"}, 3, 1), false);
+        QCOMPARE(table.size(), 1);
     }
 
     void imageOfWrongLinesIsRefused()
@@ -484,6 +596,16 @@ private Q_SLOTS:
         const QImage picture = table.getPngImage(1, 8, 2);
         QCOMPARE(picture.pixel(7, 0) & 0xffffffU, 0U);
         QCOMPARE(picture.pixel(0, 0), 0xffffffffU);
+    }
+
+    // QImage::pixel() makes every pixel of such a picture opaque, so the memory is looked at.
+    void blackIsZero()
+    {
+        SpecialCharacters table = tableOf(1, MonochromeImage(8, 2, QByteArray("\x01\x00", 2)));
+        const QImage picture = table.getPngImage(1, 8, 2);
+        const auto *row = reinterpret_cast<const QRgb *>(picture.constScanLine(0));
+        QCOMPARE(row[0], 0U);
+        QCOMPARE(row[1], 0xffffffffU);
     }
 
     void onlyRowStaysWhite()

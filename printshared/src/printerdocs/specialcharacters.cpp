@@ -30,11 +30,18 @@ int numberAttribute(const QXmlStreamReader &reader, const QString &name)
     return reader.attributes().value(name).toInt();
 }
 
+// After a document that ended early the reader's own atEnd() asks the file, which never ends when
+// it yields fewer bytes than its size says.
+bool isOver(const QXmlStreamReader &reader)
+{
+    return reader.atEnd() || reader.hasError();
+}
+
 // Like QXmlStreamReader::readNextStartElement(), which reads on behind the end of a complete
 // document and reports that as its premature end.
 bool nextStartElement(QXmlStreamReader &reader)
 {
-    while (!reader.atEnd()) {
+    while (!isOver(reader)) {
         reader.readNext();
         if (reader.isStartElement())
             return true;
@@ -66,12 +73,12 @@ bool SpecialCharacters::load(const QString &fileName)
         return false;
     }
     QXmlStreamReader reader(&file);
-    bool complete = reader.atEnd();
+    bool complete = isOver(reader);
     while (!complete) {
         if (nextStartElement(reader) &&
             (reader.name() != QLatin1String("SpecialSymbolImages") || !parseImages(&reader)))
             break;
-        complete = reader.atEnd();
+        complete = isOver(reader);
     }
     if (reader.hasError())
         qCritical() << static_cast<int>(reader.error()) << reader.errorString()

@@ -41,7 +41,8 @@ public:
     QString fileName() const;
 
     /// The largest drawing of the code that fits a cell of this size in pixels; without one a blank
-    /// image of the cell's size, made by MonochromeImage::createEmpty().
+    /// image of the cell's size, made by MonochromeImage::createEmpty(). Drawings that aren't valid
+    /// are passed over.
     MonochromeImage getImage(int code, int width, int height);
 
     /// The drawing of getImage() as a picture in memory, black on white. Intended, as viewers
