@@ -11,6 +11,11 @@ namespace {
 
 using Settings = PrinterSettings;
 
+constexpr const char *sectionKeys[] = {
+    "printerType", "printerName",   "emptyStringsAtEnd", "spacesBeforeString", "paperLoopFlag",
+    "moveCheckTo", "characterMode", "enablePortLogging", "baseFiscFont",       "defSymPerLine",
+};
+
 // A printer of which everything is supported under the name "able".
 class AbleSettings : public PrinterSettings
 {
@@ -23,6 +28,25 @@ public:
     }
     bool checkMoveSettingsSupported(const QString &name) const override { return name == "able"; }
     static void dropPort() { _port.reset(); }
+    static QSharedPointer<hearth::RS232Settings> portAsItStands() { return _port; }
+};
+
+// Notes which forms of port() are asked for.
+class WatchedPort : public PrinterSettings
+{
+public:
+    using PrinterSettings::port;
+    QSharedPointer<hearth::RS232Settings> port() const override
+    {
+        m_calls.append("port()");
+        return PrinterSettings::port();
+    }
+    QSharedPointer<hearth::RS232Settings> port(const QString &name) const override
+    {
+        m_calls.append("port(" + name + ")");
+        return PrinterSettings::port(name);
+    }
+    mutable QStringList m_calls;
 };
 
 void resetSettings()
@@ -210,6 +234,38 @@ private Q_SLOTS:
         settings.setPrinterId("till");
         QCOMPARE(port->name(), QString("till"));
         QCOMPARE(settings.port(), port);
+    }
+
+    void setPrinterIdAsksTheVirtualPort()
+    {
+        WatchedPort settings;
+        settings.setPrinterId("till");
+        QCOMPARE(settings.m_calls, QStringList({"port()", "port(till)"}));
+        QCOMPARE(settings.port()->name(), QString("till"));
+        QCOMPARE(settings.m_calls.mid(2), QStringList({"port()", "port(till)"}));
+    }
+
+    void setPortSettingsNamesThePortThatItMakes()
+    {
+        Settings settings;
+        settings.setPrinterId("till");
+        AbleSettings::dropPort();
+        hearth::RS232Settings source("source");
+        source.setText("text");
+        settings.setPortSettings("fresh", source);
+        QVERIFY(AbleSettings::portAsItStands());
+        QCOMPARE(AbleSettings::portAsItStands()->name(), QString("fresh"));
+        QCOMPARE(AbleSettings::portAsItStands()->text(), QString("text"));
+    }
+
+    void settersStoreUnknownNumbers()
+    {
+        Settings settings;
+        settings.setCharactersMode(Settings::ECharactersMode(7));
+        settings.setPaperLoopFlag(EPaperLoopFlag(7));
+        QCOMPARE(int(settings.charactersMode()), 7);
+        QCOMPARE(stored("characterMode"), 7);
+        QCOMPARE(stored("paperLoopFlag"), 7);
     }
 
     void portOfAnotherNameIsTheSameObjectRenamed()
@@ -429,6 +485,27 @@ private Q_SLOTS:
         }
     }
 
+    void itemWithoutValueIsEmptyOrZero_data()
+    {
+        QTest::addColumn<QString>("key");
+        for (const char *key : sectionKeys)
+            QTest::newRow(key) << key;
+    }
+
+    void itemWithoutValueIsEmptyOrZero()
+    {
+        QFETCH(QString, key);
+        Settings settings;
+        for (const char *other : sectionKeys)
+            QVERIFY(settings.setValue(item("PRINTER", other, 1)));
+        QVERIFY(settings.setValue({{"group", "PRINTER"}, {"key", key}}));
+        const QList<QVariant> list = settings.toList();
+        for (const QVariant &one : list.mid(0, 10))
+            QCOMPARE(one.toMap().value("value").toString(), keyOf(one) != key      ? "1"
+                                                            : key == "printerName" ? ""
+                                                                                   : "0");
+    }
+
     void nameFromAnItemDoesNotReachThePort()
     {
         Settings settings;
@@ -521,6 +598,32 @@ private Q_SLOTS:
             QSharedPointer<IPrintDeviceSettings>(new Asking(died)));
         IPrintDeviceSettings::setPrintDeviceSettings({});
         QVERIFY(died);
+    }
+
+    void portRenamedByAnotherThreadStillTakesAndGivesThePrintersItems()
+    {
+        constexpr int rounds = 20000;
+        Settings settings;
+        settings.setPrinterId("till");
+        std::atomic<bool> stop{false};
+        QThreadPool pool;
+        QFuture<void> renaming = QtConcurrent::run(&pool, [&stop] {
+            const Settings other;
+            while (!stop)
+                other.port("other");
+        });
+        int refused = 0;
+        int wrongGroups = 0;
+        for (int round = 0; round < rounds; ++round) {
+            if (!settings.setValue(item("till", "baudRate", 1200)))
+                ++refused;
+            if (groupOf(settings.toList().constLast()) != "till")
+                ++wrongGroups;
+        }
+        stop = true;
+        renaming.waitForFinished();
+        QCOMPARE(refused, 0);
+        QCOMPARE(wrongGroups, 0);
     }
 
     // Says little by itself; under ThreadSanitizer it proves that every access is guarded.

@@ -9,9 +9,10 @@
 
 namespace {
 
-// Guards the pointer to the serial settings and the printer's name for those operations that don't
-// take the settings mutex, because they are called with it held. Nothing is locked under it but the
-// serial settings themselves.
+// Guards the serial settings, the pointer to them and the printer's name for those operations that
+// don't take the settings mutex, because they are called with it held. It is kept from the naming
+// of the serial settings until they have been used under that name. Nothing is locked under it but
+// the serial settings themselves, which call nothing.
 std::mutex portMutex;
 
 using PortLock = std::lock_guard<std::mutex>;
@@ -103,7 +104,8 @@ PrinterSettings::~PrinterSettings() = default;
 
 QSharedPointer<hearth::RS232Settings> PrinterSettings::port(const QString &name) const
 {
-    return portNamed(name);
+    const PortLock lock(portMutex);
+    return portNamedLocked(name);
 }
 
 QSharedPointer<hearth::RS232Settings> PrinterSettings::port() const
@@ -139,7 +141,8 @@ void PrinterSettings::setPrinterId(const QString &name)
     const SettingsLock lock(_settingsMutex);
     storePrinterId(name);
     port();
-    portNamed(name);
+    const PortLock portLock(portMutex);
+    portNamedLocked(name);
 }
 
 bool PrinterSettings::portLoggingEnabled() const
@@ -277,7 +280,8 @@ QList<QVariant> PrinterSettings::toList() const
     QList<QVariant> list;
     for (const Field &field : fields)
         settingsitem::append(list, SECTION, field.key, field.read());
-    list.append(portNamed(_printerId)->toList());
+    const PortLock portLock(portMutex);
+    list.append(portNamedLocked(_printerId)->toList());
     return list;
 }
 
@@ -302,7 +306,8 @@ int PrinterSettings::defSymbolsPerLine()
 
 void PrinterSettings::setPortSettings(const QString &name, const hearth::RS232Settings &source)
 {
-    const QSharedPointer<hearth::RS232Settings> target = existingPort(name);
+    const PortLock lock(portMutex);
+    const QSharedPointer<hearth::RS232Settings> target = existingPortLocked(name);
     target->setText(source.text());
     target->setPortSettings(source.portSettings());
 }
@@ -346,9 +351,10 @@ bool PrinterSettings::setLocked(const QMap<QString, QVariant> &item)
     const QString group = settingsitem::group(item);
     if (group == SECTION)
         return setFieldLocked(settingsitem::key(item), settingsitem::value(item).toString());
-    if (group == _printerId)
-        return portNamed(_printerId)->setValue(item);
-    return false;
+    if (group != _printerId)
+        return false;
+    const PortLock lock(portMutex);
+    return portNamedLocked(_printerId)->setValue(item);
 }
 
 bool PrinterSettings::setFieldLocked(const QString &key, const QString &value)
@@ -369,17 +375,16 @@ void PrinterSettings::storePrinterId(const QString &name)
 }
 
 /// The serial settings under whatever name they have; `name` is theirs if they have to be made.
-QSharedPointer<hearth::RS232Settings> PrinterSettings::existingPort(const QString &name)
+QSharedPointer<hearth::RS232Settings> PrinterSettings::existingPortLocked(const QString &name)
 {
-    const PortLock lock(portMutex);
     if (!_port)
         _port.reset(new hearth::RS232Settings(name));
     return _port;
 }
 
-QSharedPointer<hearth::RS232Settings> PrinterSettings::portNamed(const QString &name)
+QSharedPointer<hearth::RS232Settings> PrinterSettings::portNamedLocked(const QString &name)
 {
-    QSharedPointer<hearth::RS232Settings> port = existingPort(name);
+    QSharedPointer<hearth::RS232Settings> port = existingPortLocked(name);
     if (port->name() != name)
         port->setName(name);
     return port;

@@ -23,7 +23,9 @@
 /// what the derived classes add. There is one stored value for each setting, not one per printer.
 ///
 /// Any thread may use any operation. One mutex, which isn't recursive, guards the values: a derived
-/// class that holds it must call nothing here but the two forms of port().
+/// class that holds it must call nothing here but what takes no lock of that kind: the two forms of
+/// port(), setPortSettings() and printerNameToSection(). The serial settings keep the printer's
+/// name while an item list is read or written, whatever name another thread asks port() for.
 class PRINTERSLIB_EXPORT PrinterSettings : public IPrintDeviceSettings
 {
 public:
@@ -146,6 +148,6 @@ private:
     static bool setLocked(const QMap<QString, QVariant> &item);
     static bool setFieldLocked(const QString &key, const QString &value);
     static void storePrinterId(const QString &name);
-    static QSharedPointer<hearth::RS232Settings> existingPort(const QString &name);
-    static QSharedPointer<hearth::RS232Settings> portNamed(const QString &name);
+    static QSharedPointer<hearth::RS232Settings> existingPortLocked(const QString &name);
+    static QSharedPointer<hearth::RS232Settings> portNamedLocked(const QString &name);
 };
