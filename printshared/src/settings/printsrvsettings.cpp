@@ -28,7 +28,7 @@ QString PrintSrvSettings::kpkGenConfig() const
     return QStringLiteral("%1/kpk.gen").arg(serviceDataPath());
 }
 
-QString PrintSrvSettings::pngOutputFile(int number) const
+QString PrintSrvSettings::pngOutputFile(int number)
 {
     return QStringLiteral("%1/png/doc_%2.png").arg(workDir(), QString::number(number));
 }
