@@ -66,6 +66,7 @@ private Q_SLOTS:
         qputenv("TARN_CONF", QFile::encodeName(other.filePath("etc/tarn.conf")));
         QCOMPARE(Settings().checkTemplatesPath(), other.filePath("templates"));
         QVERIFY(QFileInfo(other.filePath("printsrv")).isDir());
+        QVERIFY(QFileInfo(other.filePath("png")).isDir());
         QVERIFY(!QFileInfo::exists(other.filePath("templates")));
         qputenv("TARN_CONF", before);
     }

@@ -9,7 +9,8 @@ namespace hearth {
 /// Stand-in for the system's access to an INI configuration file in UTF-8.
 ///
 /// The file is looked at anew by every operation, so that a change shows at once; Qt keeps what it
-/// parsed as long as the file's time and size stay. Any thread may use its own object. The virtual
+/// parsed as long as the file's time and size stay, so a change of the same size within the file
+/// system's resolution of time doesn't show. Any thread may use its own object. The virtual
 /// operations stand in the order that the system's own library gives them.
 class Q_DECL_EXPORT FileConfigHelper
 {

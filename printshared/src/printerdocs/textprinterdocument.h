@@ -79,9 +79,10 @@ public:
     /// The map form, of values that pass through JSON unchanged.
     QMap<QString, QVariant> toMap() const;
     /// Replaces the whole document by what the map says; a missing number is 0. Intended: these
-    /// don't come back as they were, and stored documents rely on it: a symbolsPerLine() of 1 to 32
-    /// (read as 0), doInit() where the map has none (false, though a fresh document has true), all
-    /// but the first added of several images of one code, and images of negative codes.
+    /// don't come back as they were, and stored documents rely on it: a symbolsPerLine() of 32 or
+    /// less and a retractionTimeout() below 0 (both read as 0), doInit() where the map has none
+    /// (false, though a fresh document has true), what a block that isn't valid holds (its type
+    /// stays), all but the first added of several images of one code, and images of negative codes.
     void setMap(const QMap<QString, QVariant> &map);
 
     /// @name Document files

@@ -29,6 +29,8 @@ public:
 
     /// Folder of the templates. While none is set it is "templates" in the work folder, worked out
     /// at each call from the configuration file, which also creates the print service's folders.
+    /// A folder that can't be created is logged while the values are locked, so a message handler
+    /// must not call this class.
     QString checkTemplatesPath() const;
     /// Sets the folder; an empty path means the default again.
     void setCheckTemplatesPath(const QString &path);
