@@ -530,6 +530,30 @@ private Q_SLOTS:
         QCOMPARE(error, 1);
     }
 
+    void nullNameNeverMatches()
+    {
+        double a = 1;
+        const te_variable variable{nullptr, &a, TE_VARIABLE, nullptr};
+        int error = 0;
+        QVERIFY(te_compile("a", &variable, 1, &error) == nullptr);
+        QCOMPARE(error, 1);
+    }
+
+    void nestingCountsBracketsAndFunctionsWithArguments()
+    {
+        const auto nested = [](const char *piece, int times, const char *inner) {
+            const QByteArray closing(QByteArray(piece).count('(') * times, ')');
+            int error = 0;
+            te_interp((QByteArray(piece).repeated(times) + inner + closing).constData(), &error);
+            return error;
+        };
+        QCOMPARE(nested("(", te_max_nesting, "pi"), 0);
+        QVERIFY(nested("(", te_max_nesting + 1, "1") != 0);
+        QCOMPARE(nested("abs(", te_max_nesting / 2, "1"), 0);
+        QVERIFY(nested("abs(", te_max_nesting / 2 + 1, "1") != 0);
+        QCOMPARE(nested("abs ", te_max_nesting, "e"), 0);
+    }
+
     void nullAddressIsAParseError()
     {
         const te_variable variable{"a", nullptr, TE_VARIABLE, nullptr};

@@ -71,6 +71,9 @@ private Q_SLOTS:
             << QVariant("123456789012,45") << QVariant(123456789012.45);
         QTest::newRow("exponent") << QVariant("1e3") << QVariant(1000.0);
         QTest::newRow("empty text stays") << QVariant("") << QVariant("");
+        QTest::newRow("null text stays") << QVariant(QString()) << QVariant(QString());
+        QTest::newRow("infinity is a number") << QVariant("inf") << QVariant(qInf());
+        QTest::newRow("what overflows stays text") << QVariant("1e999") << QVariant("1e999");
         QTest::newRow("words stay") << QVariant("Чай, чёрный") << QVariant("Чай, чёрный");
         QTest::newRow("non-ASCII digits stay text") << QVariant("٣") << QVariant("٣");
         QTest::newRow("double keeps its type") << QVariant(2.0) << QVariant(2.0);
@@ -126,6 +129,9 @@ private Q_SLOTS:
         QCOMPARE(first.attributeValue("A"), QVariant(1));
         const PrinterDocument moved = std::move(second);
         QCOMPARE(moved.attributeValue("A"), QVariant(2));
+        PrinterDocument assigned;
+        assigned = std::move(first);
+        QCOMPARE(assigned.attributeValue("A"), QVariant(1));
     }
 };
 

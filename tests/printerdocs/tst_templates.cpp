@@ -93,8 +93,45 @@ private Q_SLOTS:
     {
         PrinterDocumentFormatter formatter(0, nullptr);
         formatter.setTemplate("old");
-        QVERIFY(!formatter.loadTemplate(fileWith(QByteArray()), "UTF-8"));
+        static int lines;
+        lines = 0;
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &) { ++lines; });
+        const bool loaded = formatter.loadTemplate(fileWith(QByteArray()), "UTF-8");
+        qInstallMessageHandler(previous);
+        QVERIFY(!loaded);
         QVERIFY(!formatter.isValid());
+        QCOMPARE(lines, 0);
+    }
+
+    void fileThatGivesLessThanItsSizeComesToAnEnd()
+    {
+        const QString file = "/sys/kernel/mm/transparent_hugepage/enabled";
+        if (!QFile::exists(file))
+            QSKIP("no file of the kernel's own here");
+        PrinterDocumentFormatter formatter(0, nullptr);
+        QVERIFY(formatter.loadTemplate(file, "UTF-8"));
+        QCOMPARE(formatter.getTemplate().size(), 1);
+    }
+
+    void unknownCodecReadsInTheLocalesEncoding()
+    {
+        PrinterDocumentFormatter formatter(0, nullptr);
+        QVERIFY(formatter.loadTemplate(fileWith("abc"), "no-such-codec"));
+        QCOMPARE(formatter.getTemplate(), QStringList{"abc"});
+        QVERIFY(formatter.loadTemplate(fileWith("abc"), nullptr));
+        QCOMPARE(formatter.getTemplate(), QStringList{"abc"});
+    }
+
+    void missingFileIsLoggedInTheDefaultCategory()
+    {
+        static QString category;
+        const QtMessageHandler previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context,
+                                      const QString &) { category = context.category; });
+        PrinterDocumentFormatter(0, nullptr).loadTemplate("/no such/file.cpt", "UTF-8");
+        qInstallMessageHandler(previous);
+        QCOMPARE(category, QString("default"));
     }
 
     void missingFileIsLoggedAndKeepsTheTemplate()
@@ -208,6 +245,9 @@ private Q_SLOTS:
         QTest::newRow("two sections on one line")
             << "a <fiscal_qr> b <FISCAL_BODY> c" << QStringList{"0:a", "5", "0:b", "2", "0:c"}
             << true;
+        QTest::newRow("twice on one line")
+            << "a <FISCAL_BODY> b <FISCAL_BODY> c" << QStringList{"0:a", "2", "0:b <FISCAL_BODY> c"}
+            << true;
         QTest::newRow("markers only beside blanks") << " <FISCAL_QR> " << QStringList{"5"} << true;
         QTest::newRow("one empty line") << "" << QStringList{"0:"} << false;
     }
@@ -224,6 +264,7 @@ private Q_SLOTS:
             formatter.splitByFiscalParts(actuallyFound, PrinterDocumentFormatter::PARTS);
         QCOMPARE(describe(actual), parts);
         QCOMPARE(actuallyFound, found);
+        QCOMPARE(formatter.getTemplate(), text.split("\n"));
         for (const auto &part : actual)
             QCOMPARE(part.second.isNull(), part.first != Unsplit);
     }

@@ -2,7 +2,10 @@
 
 #include <QDebug>
 #include <QLoggingCategory>
+#include <QPair>
+#include <QVector>
 #include <algorithm>
+#include <limits>
 
 #include "log/loghelper.h"
 #include "printerdocs/expressionevaluator.h"
@@ -75,39 +78,94 @@ std::optional<double> DocumentValues::evaluate(const QString &expression)
 
 /// Each key, the longest first, is replaced by its value wherever it stands, also inside values put
 /// in before. Only keys that occur are touched, since a receipt has thousands of them.
-QString DocumentValues::withValuesInserted(const QString &expression)
+QString DocumentValues::withValuesInserted(const QString &expression) const
 {
     QString text = expression;
-    int rank = 0;
-    while (rank < m_longestFirst.size()) {
-        const int length = m_longestFirst.at(rank).size();
-        const int found = firstKeyIn(text, length, rank);
-        if (found >= 0) {
-            const QString &key = m_longestFirst.at(found);
-            text.replace(key, m_document.attributeValue(key).toString());
-            rank = found + 1;
-            continue;
-        }
-        const auto nextLength =
-            std::partition_point(m_longestFirst.cbegin() + rank, m_longestFirst.cend(),
-                                 [length](const QString &key) { return key.size() >= length; });
-        rank = static_cast<int>(nextLength - m_longestFirst.cbegin());
+    auto key = m_longestFirst.cbegin();
+    while (key != m_longestFirst.cend()) {
+        const int length = key->size();
+        text = withValuesOfLength(text, length, static_cast<int>(key - m_longestFirst.cbegin()));
+        key = std::partition_point(key, m_longestFirst.cend(),
+                                   [length](const QString &k) { return k.size() >= length; });
     }
     return text;
 }
 
-/// The lowest rank, from `fromRank` on, of the keys of this length that occur in the text; or -1.
-int DocumentValues::firstKeyIn(const QString &text, int keyLength, int fromRank) const
+QString DocumentValues::withValuesOfLength(const QString &text, int keyLength, int firstRank) const
 {
+    QString result = text;
     if (keyLength == 0)
-        return fromRank;
-    int lowest = -1;
-    for (int i = 0; i + keyLength <= text.size(); ++i) {
-        const int rank = m_rankOf.value(QString::fromRawData(text.constData() + i, keyLength), -1);
-        if (rank >= fromRank && (lowest < 0 || rank < lowest))
-            lowest = rank;
+        return result.replace(QString(), valueOfRank(firstRank));
+    return insertAtOnce(result, keyLength) ? result : insertOneByOne(text, keyLength, firstRank);
+}
+
+/// Replaces all keys of one length in one pass. That is only right if they don't overlap and if no
+/// value completes another such key; otherwise the order of the keys matters, and the result is
+/// false.
+bool DocumentValues::insertAtOnce(QString &text, int keyLength) const
+{
+    QString result;
+    int copied = 0;
+    QVector<QPair<int, int>> inserted;  // from and to, in the result
+    for (int place = 0; place + keyLength <= text.size(); ++place) {
+        const int rank = rankAt(text, place, keyLength);
+        if (rank < 0)
+            continue;
+        if (place < copied)
+            return false;
+        result.append(text.constData() + copied, place - copied);
+        const QString value = valueOfRank(rank);
+        inserted.append({result.size(), result.size() + value.size()});
+        result += value;
+        copied = place + keyLength;
     }
-    return lowest;
+    result.append(text.constData() + copied, text.size() - copied);
+    for (const auto &piece : qAsConst(inserted)) {
+        if (holdsKey(result, piece.first - keyLength + 1, piece.second + keyLength - 1, keyLength))
+            return false;
+    }
+    text = result;
+    return true;
+}
+
+/// The same, one key after the other in the order of their ranks.
+QString DocumentValues::insertOneByOne(QString text, int keyLength, int firstRank) const
+{
+    int rank = firstRank;
+    while (true) {
+        int lowest = -1;
+        for (int place = 0; place + keyLength <= text.size(); ++place) {
+            const int found = rankAt(text, place, keyLength);
+            if (found >= rank && (lowest < 0 || found < lowest))
+                lowest = found;
+        }
+        if (lowest < 0)
+            return text;
+        text.replace(m_longestFirst.at(lowest), valueOfRank(lowest));
+        rank = lowest + 1;
+    }
+}
+
+/// The rank of the key of this length that stands at the place; -1: none.
+int DocumentValues::rankAt(const QString &text, int place, int keyLength) const
+{
+    if (!m_beginsKey.testBit(text.at(place).unicode()))
+        return -1;
+    return m_rankOf.value(QString::fromRawData(text.constData() + place, keyLength), -1);
+}
+
+bool DocumentValues::holdsKey(const QString &text, int begin, int end, int keyLength) const
+{
+    for (int place = qMax(begin, 0); place + keyLength <= qMin(end, text.size()); ++place) {
+        if (rankAt(text, place, keyLength) >= 0)
+            return true;
+    }
+    return false;
+}
+
+QString DocumentValues::valueOfRank(int rank) const
+{
+    return m_document.attributeValue(m_longestFirst.at(rank)).toString();
 }
 
 void DocumentValues::collectKeys()
@@ -119,7 +177,12 @@ void DocumentValues::collectKeys()
     m_longestFirst = m_keys;
     std::stable_sort(m_longestFirst.begin(), m_longestFirst.end(),
                      [](const QString &a, const QString &b) { return a.size() > b.size(); });
+    m_beginsKey.resize(std::numeric_limits<ushort>::max() + 1);
     m_rankOf.reserve(m_longestFirst.size());
-    for (int rank = 0; rank < m_longestFirst.size(); ++rank)
-        m_rankOf.insert(m_longestFirst.at(rank), rank);
+    for (int rank = 0; rank < m_longestFirst.size(); ++rank) {
+        const QString &key = m_longestFirst.at(rank);
+        m_rankOf.insert(key, rank);
+        if (!key.isEmpty())
+            m_beginsKey.setBit(key.at(0).unicode());
+    }
 }

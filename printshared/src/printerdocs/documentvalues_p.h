@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBitArray>
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -20,8 +21,13 @@ public:
 
 private:
     std::optional<double> evaluate(const QString &expression);
-    QString withValuesInserted(const QString &expression);
-    int firstKeyIn(const QString &text, int keyLength, int fromRank) const;
+    QString withValuesInserted(const QString &expression) const;
+    QString withValuesOfLength(const QString &text, int keyLength, int firstRank) const;
+    bool insertAtOnce(QString &text, int keyLength) const;
+    QString insertOneByOne(QString text, int keyLength, int firstRank) const;
+    int rankAt(const QString &text, int place, int keyLength) const;
+    bool holdsKey(const QString &text, int begin, int end, int keyLength) const;
+    QString valueOfRank(int rank) const;
     void collectKeys();
 
     const PrinterDocument &m_document;
@@ -29,4 +35,5 @@ private:
     QStringList m_keys;          ///< in the map's order
     QStringList m_longestFirst;  ///< a key's place here is its rank
     QHash<QString, int> m_rankOf;
+    QBitArray m_beginsKey;  ///< for each character whether a key begins with it
 };

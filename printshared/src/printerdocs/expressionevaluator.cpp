@@ -164,7 +164,7 @@ private:
     Node base()
     {
         if (isCall(m_state.type))
-            return nested(&Parser::callOfFunction);
+            return arityOf(m_state.type) == 0 ? callOfFunction() : nested(&Parser::callOfFunction);
         switch (m_state.type) {
             case TE_TOKEN_NUMBER: {
                 const Node node = Builder::constant(m_state.value);

@@ -12,8 +12,9 @@
 /// abs acos asin atan atan2 ceil cos cosh e exp fac floor ln log log10 ncr npr pi pow sin sinh sqrt
 /// tan tanh. `log` is the logarithm to base 10. Names are lower case.
 ///
-/// Brackets, arguments and functions without brackets may be nested te_max_nesting deep; beyond it
-/// there is a parse error, so that no text can exhaust the stack.
+/// Nesting goes te_max_nesting deep, where each pair of brackets counts one and each function with
+/// arguments one ("abs(1)" is two deep, "pow(1,2)" one); beyond it there is a parse error, so that
+/// no text can exhaust a stack of 512 KiB.
 
 #ifdef __cplusplus
 extern "C" {
@@ -75,7 +76,7 @@ typedef struct te_expr
 /// A name that the caller gives to te_compile().
 typedef struct te_variable
 {
-    const char *name;     ///< zero-terminated, of lower-case letters, digits and "_"
+    const char *name;     ///< zero-terminated: a lower-case letter, then such letters, digits, "_"
     const void *address;  ///< of a double, or of a function; a null one is a parse error
     int type;             ///< TE_VARIABLE, or a function or closure kind, perhaps with TE_FLAG_PURE
     void *context;        ///< first argument of a closure
@@ -121,7 +122,8 @@ PRINTERSLIB_EXPORT void te_free(te_expr *n);
 /// Frees the arguments of a node and forgets them; the node itself stays. Null is allowed.
 PRINTERSLIB_EXPORT void te_free_parameters(te_expr *n);
 
-/// Reads the next token.
+/// Reads the next token. At the end of the text it is TE_TOKEN_END again and again; a point without
+/// digits is an error that reads nothing.
 PRINTERSLIB_EXPORT void next_token(te_state *s);
 
 #ifdef __cplusplus

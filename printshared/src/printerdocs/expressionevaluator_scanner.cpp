@@ -88,7 +88,8 @@ const te_variable *findVariable(const te_state *s, const char *name, int length)
 {
     for (int i = 0; i < s->lookup_len; ++i) {
         const te_variable &variable = s->lookup[i];
-        if (std::strncmp(variable.name, name, static_cast<std::size_t>(length)) == 0 &&
+        if (variable.name &&
+            std::strncmp(variable.name, name, static_cast<std::size_t>(length)) == 0 &&
             variable.name[length] == '\0')
             return &variable;
     }

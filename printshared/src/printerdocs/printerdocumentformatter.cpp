@@ -41,8 +41,10 @@ bool PrinterDocumentFormatter::loadTemplate(const QString &fileName, const char 
     m_templateLines.clear();
     QTextStream stream(&file);
     stream.setCodec(codec);
-    while (!stream.atEnd())
-        m_templateLines.append(stream.readLine());
+    // Not until atEnd(): that never comes for a file that gives fewer bytes than its size says.
+    QString line;
+    while (stream.readLineInto(&line))
+        m_templateLines.append(line);
     file.close();
     return isValid();
 }

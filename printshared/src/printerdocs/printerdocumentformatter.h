@@ -25,7 +25,8 @@
 ///
 /// Intended: a value that holds an attribute tag is expanded in its turn, with no limit. A value
 /// that expands to its own tag therefore never comes to an end; it is for the client not to hand in
-/// such a document. Test: valueHoldingATagIsExpanded.
+/// such a document, nor one whose values name other attributes over and over, in tags or in
+/// expressions: a chain of doublings grows without bound. Test: valueHoldingATagIsExpanded.
 class PRINTERSLIB_EXPORT PrinterDocumentFormatter : public QObject
 {
     Q_OBJECT
@@ -51,7 +52,8 @@ public:
     /// The template's lines, without line ends.
     QStringList getTemplate() const;
     /// Reads the template from a file.
-    /// @param codec name of the file's encoding as QTextCodec knows it, such as "UTF-8" or "cp866"
+    /// @param codec name of the file's encoding as QTextCodec knows it, such as "UTF-8" or "cp866";
+    ///              with an unknown or null name the file is read in the locale's encoding
     /// @return isValid(). A file that can't be opened gives a warning in the log and false, and the
     ///         old template stays; an empty file gives false and an empty template.
     bool loadTemplate(const QString &fileName, const char *codec);
@@ -102,8 +104,8 @@ public:
     int scanL(const QString &text, int from) const;
     /// Index of the "]" that encloses the given place, looking to the right from it; -1: none.
     int scanR(const QString &text, int from) const;
-    /// Removes the innermost group around `position`, where `value` begins, if the value is empty
-    /// or a number of at most 1e-12.
+    /// Removes the innermost group around `position`, where `value` begins, if the value is empty,
+    /// a number of at most 1e-12 in size, or "nan".
     void removeGroupIfZero(int position, QString &text, const QString &value) const;
 
     /// Decimal digits, padded with zeros to the format's length from its first "0" on, or to its
@@ -112,8 +114,10 @@ public:
     /// Number with as many decimals as the format has characters behind its "."; empty: "0.00". A
     /// format without "." rounds to a whole number; an "E" behind the "." gives six significant
     /// digits, nothing behind it six decimals.
-    /// Intended: the whole part passes through 32 bits and prints as 0 if it doesn't fit; a number
-    /// between -1 and 0 loses its sign. Test: wholePartPassesThrough32Bits.
+    /// Intended: where decimals are counted out, the whole part passes through 32 bits: it prints
+    /// as 0 if it doesn't fit, and a number between -1 and 0 loses its sign; whole numbers, "0."
+    /// and "0.E" keep theirs. More than nine decimals are not counted out. What isn't finite prints
+    /// as 0. Test: wholePartPassesThrough32Bits.
     QString floatToString(const QString &format, double value) const;
     /// Qt date and time format in which "m" means month and "n" minute; empty: "dd.MM.yy hh:mm".
     QString dtToString(const QString &format, const QDateTime &value) const;

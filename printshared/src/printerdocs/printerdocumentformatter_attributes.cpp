@@ -23,8 +23,12 @@ double summandOf(const QVariant &value)
         case QVariant::Int:
         case QVariant::LongLong:
         case QVariant::Double:
-        case QVariant::String:
-            return value.toDouble();  // 0 for a text that isn't a number
+            return value.toDouble();
+        case QVariant::String: {
+            bool isNumber = false;
+            const double number = value.toString().toDouble(&isNumber);
+            return isNumber ? number : 0;
+        }
         default:
             return 0;
     }
@@ -116,7 +120,7 @@ void PrinterDocumentFormatter::removeGroupIfZero(int position, QString &text,
 {
     if (!vanishesWithItsGroup(value))
         return;
-    const int left = scanL(text, position - 1);
+    const int left = scanL(text, qMax(position, 0) - 1);
     const int right = scanR(text, position);
     if (left >= 0 && right >= 0)
         text.remove(left, right + 1 - left);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "printerdocs/substitutiontext_p.h"
 
@@ -130,7 +131,10 @@ void SubstitutionText::makeRoom(int count)
     if (m_rightBegin - m_leftSize >= count)
         return;
     const int right = rightSize();
-    m_buffer.resize(std::max(2 * m_buffer.size(), m_leftSize + right + count));
+    const int doubled = m_buffer.size() > std::numeric_limits<int>::max() / 2
+                            ? std::numeric_limits<int>::max()
+                            : 2 * m_buffer.size();
+    m_buffer.resize(std::max(doubled, m_leftSize + right + count));
     QChar *const text = m_buffer.data();
     std::copy_backward(text + m_rightBegin, text + m_rightBegin + right, text + m_buffer.size());
     m_rightBegin = m_buffer.size() - right;

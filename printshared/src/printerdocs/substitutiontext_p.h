@@ -14,8 +14,8 @@ struct AttributeTag
     static AttributeTag find(const QChar *text, int from, int size);
 };
 
-/// Whether a value makes the group around its tag vanish: it is empty, or a number of at most
-/// 1e-12.
+/// Whether a value makes the group around its tag vanish: it is empty, a number of at most 1e-12 in
+/// size, or "nan".
 bool vanishesWithItsGroup(const QString &value);
 
 /// One template line while its attribute tags are being replaced.
