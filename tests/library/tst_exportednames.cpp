@@ -40,8 +40,9 @@ QString withoutArguments(const QString &symbol)
     return result;
 }
 
-/// The class that a demangled symbol belongs to, or the name of a free function or object.
-QString ownerOf(QString symbol)
+/// The qualified name that a demangled symbol is about, without the result in front of it and the
+/// arguments behind it: "void A::f<int>(B const&)" is about "A::f".
+QString qualifiedName(QString symbol)
 {
     static const QRegularExpression prefix(
         "^(vtable|VTT|typeinfo|typeinfo name|guard variable|construction vtable|"
@@ -51,8 +52,14 @@ QString ownerOf(QString symbol)
     // The name of an operator must hold neither brackets nor blanks from here on.
     symbol.replace("operator<<", "operator_shift_left").replace("operator<", "operator_less");
     symbol.replace("operator>>", "operator_shift_right").replace("operator>", "operator_greater");
-    symbol.replace("operator ", "operator_");
-    const QString name = withoutArguments(symbol).section(' ', -1);
+    symbol.replace("operator()", "operator_call").replace("operator ", "operator_");
+    return withoutArguments(symbol).section(' ', -1);
+}
+
+/// The class that a demangled symbol belongs to, or the name of a free function or object.
+QString ownerOf(const QString &symbol)
+{
+    const QString name = qualifiedName(symbol);
     const QStringList parts = name.split("::");
     if (parts.size() == 1)
         return name;
@@ -62,16 +69,16 @@ QString ownerOf(QString symbol)
 }
 
 /// Inline things of other libraries that the compiler repeats here, weak or unique, and the marks
-/// of linker and sanitizers.
+/// of linker and sanitizers. What they take and give says nothing about whose they are.
 bool isForeign(const QString &symbol, const QString &kind)
 {
     static const QRegularExpression inlined(
-        "^(typeinfo (name )?for |vtable for |guard variable for )?"
-        "(.* )?(std::|__gnu_cxx::|Q[A-Z]|Qt[A-Z]\\w*::|qt_|qRegister|hearth::|corvid::)");
+        "^(std::|__gnu_cxx::|Q[A-Z]|Qt[A-Z]\\w*::|qt_|qRegister|hearth::|corvid::)");
     static const QRegularExpression marks(
         "^(_edata|_end|__bss_start|_init|_fini|__asan|__odr_asan|__ubsan|__tsan|__sanitizer)");
     const bool repeated = kind == "W" || kind == "V" || kind == "u";
-    return (repeated && inlined.match(symbol).hasMatch()) || marks.match(symbol).hasMatch();
+    return (repeated && inlined.match(qualifiedName(symbol)).hasMatch()) ||
+           marks.match(symbol).hasMatch();
 }
 
 QStringList sorted(const QSet<QString> &names)
@@ -121,6 +128,52 @@ private Q_SLOTS:
     {
         QFETCH(QString, symbol);
         QTEST(ownerOf(symbol), "owner");
+    }
+
+    void foreignSymbolsAreToldByTheirName_data()
+    {
+        QTest::addColumn<QString>("symbol");
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<bool>("foreign");
+        QTest::newRow("member of a template") << "QList<QVariant>::detach_helper(int)"
+                                              << "W" << true;
+        QTest::newRow("result and template arguments")
+            << "void std::vector<int, std::allocator<int> >::f<Foo const&>(Foo const&)"
+            << "W" << true;
+        QTest::newRow("type information") << "typeinfo name for std::_Mutex_base<(A)2>"
+                                          << "V" << true;
+        QTest::newRow("guard of a static") << "guard variable for QtPrivate::f<Foo>(int)::id"
+                                           << "u" << true;
+        QTest::newRow("registration of our type")
+            << "int qRegisterNormalizedMetaType<Foo>(QByteArray const&, Foo*)"
+            << "W" << true;
+        QTest::newRow("not repeated") << "QList<Foo>::append(Foo const&)"
+                                      << "T" << false;
+        QTest::newRow("mark of the linker") << "_edata"
+                                            << "D" << true;
+        QTest::newRow("our function that takes theirs") << "hiddenHelper(int, QString const&)"
+                                                        << "W" << false;
+        QTest::newRow("our function that takes theirs first") << "hiddenHelper(QString const&)"
+                                                              << "W" << false;
+        QTest::newRow("our template that takes and gives theirs")
+            << "QList<QString> ours::f<std::string>(int, std::string const&)"
+            << "W" << false;
+        QTest::newRow("our thunk") << "non-virtual thunk to Foo::f(int, QString const&)"
+                                   << "W" << false;
+        QTest::newRow("our function's static")
+            << "guard variable for Foo::f(int, QString const&)::id"
+            << "u" << false;
+        QTest::newRow("our operator") << "operator<<(int, QDebug)"
+                                      << "W" << false;
+        QTest::newRow("call of our object") << "Foo::operator()(int, QString const&) const"
+                                            << "W" << false;
+    }
+
+    void foreignSymbolsAreToldByTheirName()
+    {
+        QFETCH(QString, symbol);
+        QFETCH(QString, kind);
+        QTEST(isForeign(symbol, kind), "foreign");
     }
 
     void libraryExportsWhatTheListHoldsAndNothingElse()
