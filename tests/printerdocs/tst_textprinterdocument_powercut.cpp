@@ -129,6 +129,17 @@ public:
         start(QCoreApplication::applicationFilePath(), {"--save", path});
     }
 
+    /// Waits until the process has written a line; false if it ends before.
+    bool waitForLine(const QByteArray &line)
+    {
+        while (!m_written.contains(line + "\n")) {
+            if (!waitForReadyRead(-1))
+                return false;
+            m_written += readAllStandardOutput();
+        }
+        return true;
+    }
+
     /// Ends the whole group and waits until all of it is gone.
     void cutPower()
     {
@@ -141,6 +152,9 @@ public:
 
 protected:
     void setupChildProcess() override { ::setpgid(0, 0); }
+
+private:
+    QByteArray m_written;
 };
 
 /// Runs in the process that is killed.
@@ -274,20 +288,45 @@ private Q_SLOTS:
         QVERIFY(oldDocument.saveToFile(m_path));
         const Folder old = readFolder(m_path);
         QRandomGenerator random(20260301);
-        int olds = 0;
+        QMap<int, int> counts;
+        // The length of a save changes with the load of the machine, so it is measured between the
+        // kills as well.
         constexpr int rounds = 300;
+        constexpr int roundsPerMeasurement = 50;
+        double length = 0.0;
         for (int round = 0; round < rounds; ++round) {
+            if (round % roundsPerMeasurement == 0)
+                length = microsecondsOfASave();
+            QVERIFY(length > 0.0);
             QVERIFY(writeFolder(m_path, old));
             Saver saver(m_path);
-            QVERIFY(saver.waitForReadyRead(-1));
-            QThread::usleep(random.bounded(12000U));
+            QVERIFY(saver.waitForLine("ready"));
+            QThread::usleep(static_cast<unsigned long>(random.bounded(1.2 * length)));
             saver.cutPower();
             const Outcome outcome = outcomeOfLoad(m_path);
             QVERIFY2(outcome == LoadedOld || outcome == LoadedNew,
                      qPrintable(QString("round %1: outcome %2").arg(round).arg(outcome)));
-            olds += outcome == LoadedOld ? 1 : 0;
+            ++counts[outcome];
         }
-        qInfo("%d kills left the old document, %d the new one", olds, rounds - olds);
+        qInfo("%d kills left the old document, %d the new one", counts[LoadedOld],
+              counts[LoadedNew]);
+        QVERIFY(counts[LoadedOld] > 0);
+        QVERIFY(counts[LoadedNew] > 0);
+    }
+
+private:
+    /// From the moment when a saver is ready until it has saved.
+    double microsecondsOfASave() const
+    {
+        Saver saver(m_path);
+        if (!saver.waitForLine("ready"))
+            return 0.0;
+        QElapsedTimer timer;
+        timer.start();
+        const bool saved = saver.waitForLine("saved");
+        const double length = double(timer.nsecsElapsed()) / 1000.0;
+        saver.cutPower();
+        return saved ? length : 0.0;
     }
 };
 
