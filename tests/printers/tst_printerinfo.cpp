@@ -1,6 +1,7 @@
 #include <QJsonDocument>
 #include <QtTest>
 
+#include "logcatcher.h"
 #include "printers/printerinfo.h"
 
 namespace {
@@ -458,15 +459,30 @@ private Q_SLOTS:
             QJsonParseError error;
             QJsonDocument::fromJson(text, &error);
             QVERIFY(error.error != QJsonParseError::NoError);
-            QTest::ignoreMessage(QtCriticalMsg, qPrintable(error.errorString()));
+            const LogCatcher log;
             QVERIFY(PrinterInfo::fromJson(text).isEmpty());
+            QCOMPARE(log.lines(), QStringList("default critical " + error.errorString()));
         }
     }
 
     void missingFileIsLogged()
     {
-        QTest::ignoreMessage(QtCriticalMsg, "No such file or directory");
+        const LogCatcher log;
         QVERIFY(PrinterInfo::fromFile("/nonexistent/printers.info").isEmpty());
+        QCOMPARE(log.lines(), QStringList("default critical No such file or directory"));
+    }
+
+    void fileThatIsNoJsonIsLoggedOnce()
+    {
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        file.write("[1, 2");
+        file.close();
+        QJsonParseError error;
+        QJsonDocument::fromJson("[1, 2", &error);
+        const LogCatcher log;
+        QVERIFY(PrinterInfo::fromFile(file.fileName()).isEmpty());
+        QCOMPARE(log.lines(), QStringList("default critical " + error.errorString()));
     }
 
     void fileIsRead()

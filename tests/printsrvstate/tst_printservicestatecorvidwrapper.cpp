@@ -1,6 +1,7 @@
 #include <QJsonDocument>
 #include <QtTest>
 
+#include "logcatcher.h"
 #include "printsrvstate/printservicestatecorvidwrapper.h"
 
 using corvid::ClientState;
@@ -235,8 +236,9 @@ private Q_SLOTS:
             QVERIFY(wrapper.isValid());
 
             const QString line = "JSON PARSING ERROR: " + reason.errorString() + "\t" + text;
-            QTest::ignoreMessage(QtWarningMsg, line.toUtf8().constData());
+            const LogCatcher log;
             QCOMPARE(wrapper.setClientState(Record(0, noon, text)), false);
+            QCOMPARE(log.lines(), QStringList("default warning " + line));
 
             PrintServiceState reset;
             reset.setTapeAvailable(tape);
@@ -247,8 +249,9 @@ private Q_SLOTS:
 
     void constructedFromABadRecordIsDefault()
     {
-        QTest::ignoreMessage(QtWarningMsg, "JSON PARSING ERROR: illegal value\t");
+        const LogCatcher log;
         QVERIFY(Wrapper(ClientState()) == Wrapper());
+        QCOMPARE(log.lines(), QStringList("default warning JSON PARSING ERROR: illegal value\t"));
     }
 
     void missingFieldsOfARecordAreReset()
