@@ -15,8 +15,8 @@ public:
     Q_DISABLE_COPY(PrintersLib)
 
     /// The version as it was registered: "5.0.28" and the moment of the build in ISO date form. Any
-    /// thread may call it once the library is loaded; before that (from a static constructor) the
-    /// version is invalid.
+    /// thread may call it once the library is loaded. Code that runs before the library's static
+    /// construction has finished, as static construction of another library may, must not call it.
     static hearth::AppVersion version();
 
 private:

@@ -270,6 +270,40 @@ private Q_SLOTS:
         QCOMPARE(settings.toList(), list);
     }
 
+    void nameBehindItsItemsLosesOnlyThePortsItems()
+    {
+        Settings settings;
+        settings.setPrinterId("inkjet");
+        QVERIFY(settings.setValue(item("inkjet", "baudRate", 1200)));
+        settings.setList({item("laser", "pageWidth", 12.5), item("laser", "baudRate", 2400),
+                          item("inkjet", "pageHeight", 7.5),
+                          item("PRINTER", "printerName", "laser")});
+        QCOMPARE(settings.printerId(), QString("laser"));
+        QCOMPARE(settings.pageWidgth("laser"), 12.5);
+        QCOMPARE(settings.pageHeight("laser"), 0.0);
+        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
+    }
+
+    void portItemThatThePortRefusesIsNotTaken()
+    {
+        Settings settings;
+        settings.setPrinterId("laser");
+        QVERIFY(settings.setValue(item("laser", "baudRate", 1200)));
+        QVERIFY(!settings.setValue(item("laser", "baudRate", -1)));
+        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
+    }
+
+    void unknownModeIsGivenAsItsNumber()
+    {
+        Settings settings;
+        settings.setPrinterId("laser");
+        QVERIFY(settings.setValue(item("laser", "printerMode", 9)));
+        QCOMPARE(int(settings.printerMode("laser")), 9);
+        QCOMPARE(valueOf(ownItems(), "printerMode"), QVariant(9));
+        settings.setPrinterMode("laser", QPrinter::HighResolution);
+        QCOMPARE(settings.printerMode("laser"), QPrinter::HighResolution);
+    }
+
     void unitsConvertByNumber_data()
     {
         QTest::addColumn<int>("stored");

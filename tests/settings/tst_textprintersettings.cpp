@@ -440,6 +440,80 @@ private Q_SLOTS:
         QCOMPARE(settings.paperTypeId(), 0);
     }
 
+    void portItemOfAListSwitchesImagesOffWithoutImages()
+    {
+        // The list is walked twice, and the second walk doesn't know what the port took.
+        Settings settings;
+        settings.setPrintAsImage(true, able);
+        settings.setDefaultFont("Arial,10");
+        settings.setPrinterId(narrow);
+        QVERIFY(settings.setValue(item(narrow, "baudRate", 1200)));
+        QCOMPARE(settings.defaultFont(), QString("Arial,10"));
+        QCOMPARE(settings.printAsImage(able), true);
+        settings.setList({item(narrow, "baudRate", 2400)});
+        QCOMPARE(settings.port()->portSettings().baudRate(), 2400);
+        QCOMPARE(settings.defaultFont(), QString(""));
+        QCOMPARE(settings.printAsImage(able), false);
+    }
+
+    void portItemOfAListLeavesImagesOfAPrinterThatHasThem()
+    {
+        Settings settings;
+        settings.setPrinterId(able);
+        settings.setPrintAsImage(true);
+        settings.setDefaultFont("Arial,10");
+        settings.setList({item(able, "baudRate", 2400)});
+        QCOMPARE(settings.port()->portSettings().baudRate(), 2400);
+        QCOMPARE(settings.defaultFont(), QString("Arial,10"));
+        QCOMPARE(settings.printAsImage(), true);
+    }
+
+    void portItemThatThePortRefusesCountsAsTaken_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("keepsImages");
+        QTest::newRow("without images") << narrow << false;
+        QTest::newRow("with images") << able << true;
+    }
+
+    void portItemThatThePortRefusesCountsAsTaken()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, keepsImages);
+        Settings settings;
+        settings.setPrintAsImage(true, able);
+        settings.setDefaultFont("Arial,10");
+        settings.setPrinterId(name);
+        QVERIFY(settings.setValue(item(name, "baudRate", 1200)));
+        QVERIFY(settings.setValue(item(name, "baudRate", -1)));
+        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
+        QCOMPARE(settings.defaultFont(), QString(keepsImages ? "Arial,10" : ""));
+        QCOMPARE(settings.printAsImage(able), keepsImages);
+    }
+
+    void nameBehindItsItemsLosesOnlyThePortsItems()
+    {
+        Settings settings;
+        settings.setPrinterId(narrow);
+        QVERIFY(settings.setValue(item(narrow, "baudRate", 1200)));
+        settings.setList({item(able, "paperTypeId", 2), item(able, "baudRate", 2400),
+                          item("PRINTER", "printerName", able)});
+        QCOMPARE(settings.printerId(), able);
+        QCOMPARE(settings.paperTypeId(), 2);
+        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
+    }
+
+    void itemsOfTheFormerNameReachOnlyThePort()
+    {
+        Settings settings;
+        settings.setPrinterId(narrow);
+        settings.setList({item(narrow, "paperTypeId", 2), item(narrow, "baudRate", 2400),
+                          item("PRINTER", "printerName", able)});
+        QCOMPARE(settings.paperTypeId(), 0);
+        QCOMPARE(settings.port()->portSettings().baudRate(), 2400);
+        QCOMPARE(settings.port()->name(), able);
+    }
+
     // Says little by itself; under ThreadSanitizer it proves that every access is guarded.
     void anyThreadMayUseAnything()
     {

@@ -43,6 +43,8 @@ public:
     /// The items of PrinterSettings and then all of this class, in the group of the printer's name.
     /// The font is exported as it was set, so empty while none is.
     QList<QVariant> toList() const override;
+    /// Takes a list of items: first all that PrinterSettings takes, in the list's order, and then,
+    /// under the name that the printer has by that time, the items of this class.
     void setList(const QList<QVariant> &list) override;
     /// Takes one item. Numbers are stored with no range test.
     /// @return whether the item was taken
@@ -73,6 +75,9 @@ public:
     Orientation orientation(const QString &name) const override;
     void setOrientation(const QString &name,
                         ISystemPrinterSettings::Orientation orientation) override;
+    /// Print quality.
+    /// Intended: an item may have stored a number that no mode has. It comes back as that number,
+    /// so a client compares with the modes it knows; test `unknownModeIsGivenAsItsNumber`.
     QPrinter::PrinterMode printerMode(const QString &name) const override;
     void setPrinterMode(const QString &name, QPrinter::PrinterMode mode) override;
     bool fullJustifyAlign(const QString &name) const override;

@@ -38,12 +38,20 @@ public:
     /// documents are sent as images if the printer can print any, the font if they are, and the
     /// code page, all in the group of the printer's name.
     QList<QVariant> toList() const override;
+    /// Takes a list of items: first all that PrinterSettings takes, in the list's order, and then,
+    /// under the name that the printer has by that time, the printer's own items. So those may
+    /// stand in front of the item with the printer's name, while the serial port's must not.
+    /// Intended: on a printer that prints no images the serial port's items of the list, which are
+    /// taken, also clear the font and switch printing as images off, unlike those given to
+    /// setValue(); the order of two walks is what clients rely on; test
+    /// `portItemOfAListSwitchesImagesOffWithoutImages`.
     void setList(const QList<QVariant> &list) override;
     /// Takes one item.
-    /// Intended: on a printer that prints no images every key of the printer's group but the
-    /// serial port's, the paper type's and the codec's clears the font and switches printing as
-    /// images off, and counts as taken, also the code page that toList() exports; test
-    /// `anyOtherKeySwitchesImagesOffWithoutImages`.
+    /// Intended: on a printer that prints no images every key of the printer's group but the paper
+    /// type's, the codec's and those of the serial port's items that the port takes clears the font
+    /// and switches printing as images off, and counts as taken: also the code page that toList()
+    /// exports, and a value that the port refuses; tests
+    /// `anyOtherKeySwitchesImagesOffWithoutImages`, `portItemThatThePortRefusesCountsAsTaken`.
     /// @return whether the item was taken; true for any key of the printer's group
     bool setValue(const QMap<QString, QVariant> &item) override;
 
