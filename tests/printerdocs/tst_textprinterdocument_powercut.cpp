@@ -291,8 +291,8 @@ private Q_SLOTS:
         QMap<int, int> counts;
         // The length of a save changes with the load of the machine, so it is measured between the
         // kills as well.
-        constexpr int rounds = 300;
-        constexpr int roundsPerMeasurement = 50;
+        constexpr int rounds = 120;
+        constexpr int roundsPerMeasurement = 20;
         double length = 0.0;
         for (int round = 0; round < rounds; ++round) {
             if (round % roundsPerMeasurement == 0)
