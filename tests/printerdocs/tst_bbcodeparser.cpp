@@ -1,6 +1,9 @@
 #include <QImage>
+#include <QImageReader>
+#include <QImageWriter>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <algorithm>
 
 #include "printerdocs/bbcodeparser.h"
 
@@ -175,6 +178,7 @@ private Q_SLOTS:
         row("empty text", "", {});
         row("one run", "abc", {"T0L \"abc\" 000 000"});
         row("non-ASCII text counts characters", "чай", {"T0L \"чай\" 000 000"});
+        row("character outside the BMP counts as two", "😀", {"T0L \"😀\" 00 00"});
         row("lines", "a\n\nbc", {"T0L \"a||bc\" 0||00 0||00"});
         row("line end behind", "a\n", {"T0L \"a|\" 0| 0|"});
         row("bad tag is text", "[b!]x", {plain("[b!]x")});
@@ -207,6 +211,14 @@ private Q_SLOTS:
         row("last alignment counts", "[center]x[right]y[/right]", {plain("x y", "T0R")});
         row("closing alone cuts the block", "x[/center]y", {plain("x"), plain("y")});
         row("closing goes to left", "[right][center]x[/center]y", {plain("x", "T0C"), plain("y")});
+        row("column keeps the alignment", "[right]x[column]y[/column]z",
+            {plain("x", "T0R"), plain("y", "T0R"), plain("z", "T0R")});
+        row("barcode keeps the alignment", "[right]x[barcode]1[/barcode]y",
+            {plain("x", "T0R"), "B7R \"MQ==\" 0 0", "T0R \"\"  ", plain("y", "T0R")});
+        row("QR code keeps the alignment", "[center]x[qrcode]1[/qrcode]y",
+            {plain("x", "T0C"), "Q0C \"MQ==\" 0 0", "T0C \"\"  ", plain("y", "T0C")});
+        row("picture keeps the alignment", "[right]x[img]y[/img]z",
+            {plain("x", "T0R"), plain("y", "T0R"), plain("z", "T0R")});
         row("line end behind an aligned block", "[center]x[/center]\ny",
             {plain("x", "T0C"), plain("y")});
 
@@ -350,6 +362,11 @@ private Q_SLOTS:
                                          << "x";
         QTest::newRow("line end counts in a field") << "x[field width=4]a\nb[/field]"
                                                     << "x a|b ";
+        QTest::newRow("keys are read in their order") << "[field width=5 WIDTH=3]x"
+                                                      << "x    ";
+        QTest::newRow("keys are read in their order, not in that of the text")
+            << "[field WIDTH=3 width=5]x"
+            << "x    ";
         QTest::newRow("quotation marks count once") << "[field width=4]«a»[/field]"
                                                     << "\"a\" ";
     }
@@ -364,6 +381,12 @@ private Q_SLOTS:
             QCOMPARE(described(blocks.first()), QString("T0L \"7\" 0 1"));
         else
             QCOMPARE(described(blocks.first()), plain(line));
+    }
+
+    void characterOutsideTheBmpCountsAsTwoInAField()
+    {
+        QCOMPARE(described(parsed("[field width=4]😀[/field]")),
+                 QStringList("T0L \"😀  \" 0000 0000"));
     }
 
     void everyPieceOfAFieldIsPadded()
@@ -388,6 +411,8 @@ private Q_SLOTS:
         row("width of its own", "[column]a\n[/column]", {"a| "});
         row("wide line stays", "[column width=2]abc\nd[/column]", {"abc|d "});
         row("empty line is kept", "[column width=2]a\n\nb[/column]", {"a |  |b "});
+        row("carriage returns end lines before the padding", "[column width=3]a\rb\r\nc\r[/column]",
+            {"a  |b  |c  |   "});
         row("width above 8 bits", "[column width=300]a[/column]", {"a" + QString(43, ' ')});
         row("zerofill goes nowhere", "[column width=3 zerofill=3]7[/column]", {"7  "});
         row("block on both sides", "x[column]y[/column]z", {"x", "y", "z"});
@@ -409,6 +434,72 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(QStringList, blocks);
         QCOMPARE(described(parsed(text)), blocks);
+    }
+
+    // 65793 lines of 255 blanks are one character less than the 16 Mi that padding may add.
+    void paddingOfOneTextIsLimited()
+    {
+        const QString lines = QString(65792, '\n');
+        const QString column = "[column width=255]%1[/column]";
+        BbCodeParser parser;
+        parser.parseText(column.arg(lines) + "[field width=2]a[/field]");
+        QCOMPARE(parser.blocks().size(), 2);
+        QCOMPARE(parser.blocks().first().text().size(), 65793);
+        for (const QString &line : parser.blocks().first().text())
+            QCOMPARE(line.size(), 255);
+        QCOMPARE(described(parser.blocks().last()), plain("a "));
+
+        parser.parseText(column.arg(lines) + "[field width=3]a[/field][field zerofill=2]5[/field]" +
+                         "[field width=2]c[/field][field zerofill=2]07[/field]" +
+                         "[column width=2]d\ne[/column]");
+        QCOMPARE(described(parser.blocks().mid(1)), QStringList({plain("a 05 c 7"), plain("d|e")}));
+
+        // The first line end goes, as it isn't padded.
+        parser.parseText(column.arg(lines + "\n"));
+        QCOMPARE(parser.blocks().first().text().size(), 65793);
+        for (const QString &line : parser.blocks().first().text())
+            QVERIFY(line.isEmpty());
+
+        // The next text has a limit of its own.
+        parser.parseText("[field width=255]x");
+        QCOMPARE(described(parser.blocks()), QStringList(plain("x" + QString(254, ' '))));
+    }
+
+    void columnOfMillionsOfLineEndsIsNotPadded()
+    {
+        const QList<DocumentBlock> blocks =
+            parsed("[column width=255]" + QString(5000000, '\n') + "[/column]x");
+        QCOMPARE(blocks.size(), 2);
+        const QStringList lines = blocks.first().text();
+        QCOMPARE(lines.size(), 5000000);
+        QVERIFY(std::all_of(lines.begin(), lines.end(),
+                            [](const QString &line) { return line.isEmpty(); }));
+        QCOMPARE(described(blocks.last()), plain("x"));
+    }
+
+    // 66052 fields of 254 blanks are within 16 Mi characters, the next isn't.
+    void paddingOfManyFieldsIsLimited_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QChar>("padding");
+        QTest::addColumn<int>("blanksBetween");
+        // Padded fields end in blanks; the others are parted from the next piece.
+        QTest::newRow("blanks") << "[field width=255]7[/field]" << QChar(' ') << 33947;
+        QTest::newRow("zeros") << "[field zerofill=255]7[/field]" << QChar('0') << 99999;
+    }
+
+    void paddingOfManyFieldsIsLimited()
+    {
+        QFETCH(QString, field);
+        QFETCH(QChar, padding);
+        QFETCH(int, blanksBetween);
+        const QList<DocumentBlock> blocks = parsed(field.repeated(100000));
+        QCOMPARE(blocks.size(), 1);
+        const QString text = blocks.first().text().first();
+        QCOMPARE(text.size(), 100000 + 66052 * 254 + blanksBetween);
+        QCOMPARE(text.count('7'), 100000);
+        QCOMPARE(text.count(padding), 66052 * 254 + (padding == QChar(' ') ? blanksBetween : 0));
+        QVERIFY(text.endsWith("7 7 7"));
     }
 
     void linesAreDrawn_data()
@@ -494,6 +585,22 @@ private Q_SLOTS:
         QCOMPARE(parser.blocks().last().text(), QStringList("  "));
     }
 
+    void narrowReceiptIndentsThePictureToo()
+    {
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.pbm"), "P1\n1 1\n1\n");
+        BbCodeParser parser;
+        parser.setImagesPath(directory.path());
+        parser.setSymbolsPerLine(3);
+        parser.parseText("x[img]y[/img][img][/img][img name=logo]alt[/img]");
+        QCOMPARE(described(parser.blocks()),
+                 (QStringList{"T0L \"   x\" 0000 0000", "T0L \"   y\" 0000 0000",
+                              "T0L \"   \" 000 000", "I0C \"   alt\" 000000 000000"}));
+        parser.setSymbolsPerLine(16);
+        parser.parseText("[img]y[/img]");
+        QCOMPARE(parser.blocks().first().text(), QStringList(QString(16, ' ') + "y"));
+    }
+
     void codesBecomeBlocks_data()
     {
         QTest::addColumn<QString>("text");
@@ -532,6 +639,8 @@ private Q_SLOTS:
             {"B7C \"1 2\" 000 000", "B7L \"Mw==\" 0 0", blankLine});
         row("padded by a field", "[barcode][field zerofill=3]7[/field][/barcode]",
             {"B7L \"MDA3\" 000 000", blankLine});
+        row("line in a barcode", "[barcode][hr /]1[/barcode]",
+            {plain(QString(32, '_'), "T0C"), "B7L \"MQ==\" 0 0", blankLine});
         row("column in a barcode", "[barcode]1[column]2[/column][/barcode]",
             {"B7L \"1\" 0 0", "B7L \"2\" 0 0"});
     }
@@ -687,6 +796,7 @@ private Q_SLOTS:
         row("in a barcode", "[barcode][img][/img]", {"B7L \"\"  "});
         row("name outside an image", "[b name=absent]x[/b]", {"T0L \"x\" 0 1"});
         row("closed twice", "[img][/img][/img]", {blankLine});
+        row("opened twice", "[img]x[img]", {plain("x")});
     }
 
     void missingPictureLeavesAnEmptyBlock()
@@ -718,6 +828,16 @@ private Q_SLOTS:
         QCOMPARE(block.img().image().toHex(' '), QByteArray("8c 40 00 00 00 40 00 00"));
         QCOMPARE(block.img().fileName(), directory.filePath("logo.pbm"));
         QCOMPARE(described(parser.blocks().at(2)), plain("y", "T0R"));
+    }
+
+    void openingAgainForgetsThePicture()
+    {
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.pbm"), "P1\n1 1\n1\n");
+        BbCodeParser parser;
+        parser.setImagesPath(directory.path());
+        parser.parseText("[img name=logo][img][/img]");
+        QCOMPARE(described(parser.blocks()), QStringList(blankLine));
     }
 
     void pictureInABarcodeHasNoBarcodeType()
@@ -755,6 +875,11 @@ private Q_SLOTS:
         row("one-bit BMP", "logo.bmp", striped(17, 30, QImage::Format_Mono));
         row("PBM", "logo.pbm", striped(40, 8, QImage::Format_Mono));
         row("XBM", "logo.xbm", striped(21, 8, QImage::Format_MonoLSB));
+        row("XPM", "logo.xpm", striped(21, 8));
+        if (QImageWriter::supportedImageFormats().contains("jpg")) {
+            row("JPEG", "logo.jpg", striped(50, 20));
+            row("tall JPEG", "logo.jpg", striped(50, 400), QSize(384, 3072));
+        }
         row("one pixel", "logo.png", striped(1, 1));
         row("32 pixels wide", "logo.png", striped(32, 3));
         row("384 high", "logo.png", striped(20, 384));
@@ -779,6 +904,45 @@ private Q_SLOTS:
         QCOMPARE(QSize(image.width(), image.height()), size);
         QCOMPARE(image.image().size(), (size.width() + 31) / 32 * 4 * size.height());
         QCOMPARE(image, expectedImage(path));
+    }
+
+    void gifIsConverted()
+    {
+        if (!QImageReader::supportedImageFormats().contains("gif"))
+            QSKIP("this Qt reads no GIF");
+        const QTemporaryDir directory;
+        // 2 by 1 of the colours black and white: a black pixel and a white one.
+        writeFile(directory.filePath("logo.gif"),
+                  QByteArray::fromHex("474946383961 0200 0100 80 00 00 000000 ffffff"
+                                      "2c 0000 0000 0200 0100 00 02 02 440a 00 3b"));
+        const MonochromeImage image = loaded(directory.path(), "logo");
+        QCOMPARE(QSize(image.width(), image.height()), QSize(2, 1));
+        QCOMPARE(image.image().toHex(' '), QByteArray("80 00 00 00"));
+    }
+
+    void colourMissingInTheTableIsNotBlack_data()
+    {
+        QTest::addColumn<QByteArray>("colour");
+        QTest::addColumn<QByteArray>("row");
+        QTest::newRow("black alone") << QByteArray("00000000") << QByteArray("50 00 00 00");
+        QTest::newRow("white alone") << QByteArray("ffffff00") << QByteArray("00 00 00 00");
+    }
+
+    void colourMissingInTheTableIsNotBlack()
+    {
+        QFETCH(QByteArray, colour);
+        QFETCH(QByteArray, row);
+        const QTemporaryDir directory;
+        // A one-bit BMP of 4 by 1 whose table has one entry; its pixels are 1, 0, 1, 0.
+        const QByteArray fileHeader = "424d 3e000000 0000 0000 3a000000";
+        const QByteArray header =
+            "28000000 04000000 01000000 0100 0100 00000000 04000000"
+            "00000000 00000000 01000000 01000000";
+        writeFile(directory.filePath("logo.bmp"),
+                  QByteArray::fromHex(fileHeader + header + colour + "a0000000"));
+        const MonochromeImage image = loaded(directory.path(), "logo");
+        QCOMPARE(QSize(image.width(), image.height()), QSize(4, 1));
+        QCOMPARE(image.image().toHex(' '), row);
     }
 
     void tallPictureIsScaledToTheWidthOfThePaper()

@@ -38,6 +38,10 @@ private Q_SLOTS:
             "       Show this code at the till:",
             QString(21, ' '),  // the blank line behind the barcode, centred as well
             QString(21, ' '),  // and behind the QR code
+            "         Monday - Friday   8 - 20",
+            "         Saturday          9 - 18",
+            "         Sunday           10 - 16",
+            "         Closed on holidays      ",  // padded, so that the table is centred as one
             "       Thank you - \"see you soon\"!",
             "",
         };
@@ -56,7 +60,7 @@ private Q_SLOTS:
         const QJsonArray blocks = document.value("blocks").toArray();
         for (const QJsonValue &block : blocks)
             types.append(block.toObject().value("type").toInt(-1));
-        QCOMPARE(types, (QList<int>{1, 0, 0, 0, 0, 0, 0, 2, 0, 3, 0, 0}));
+        QCOMPARE(types, (QList<int>{1, 0, 0, 0, 0, 0, 0, 2, 0, 3, 0, 0, 0}));
 
         const QJsonObject image = blocks.at(0).toObject().value("img").toObject();
         QCOMPARE(image.value("w").toInt(), 96);
@@ -126,6 +130,14 @@ private Q_SLOTS:
         }
     }
 
+    void narrowReceiptIndentsItsLines()
+    {
+        const QString text = "[hr /]x";
+        QCOMPARE(runBbCode({"-", "--width", "1"}, text.toUtf8()).output, QString(" _\n x\n"));
+        QCOMPARE(runBbCode({"-", "--width", "16"}, text.toUtf8()).output,
+                 QString(16, ' ') + QString(16, '_') + "\n" + QString(16, ' ') + "x\n");
+    }
+
     void emptyTextPrintsNothing()
     {
         const ReceiptRun outcome = runBbCode({"-"}, "");
@@ -179,7 +191,7 @@ private Q_SLOTS:
         QTest::newRow("no file") << QStringList() << "arguments";
         QTest::newRow("two files") << QStringList{"a", "b"} << "arguments";
         QTest::newRow("unknown form") << QStringList{"-", "--as", "pdf"} << "pdf";
-        QTest::newRow("width too small") << QStringList{"-", "--width", "16"} << "16";
+        QTest::newRow("width 0") << QStringList{"-", "--width", "0"} << "0";
         QTest::newRow("width too great") << QStringList{"-", "--width", "256"} << "256";
         QTest::newRow("negative width") << QStringList{"-", "--width", "-5"} << "-5";
         QTest::newRow("width is no number") << QStringList{"-", "--width", "wide"} << "wide";
@@ -202,6 +214,8 @@ private Q_SLOTS:
         QCOMPARE(outcome.status, 0);
         for (const char *option : {"--as", "--width", "--images", "--pretty", "FILE"})
             QVERIFY2(outcome.output.contains(option), option);
+        QVERIFY(outcome.output.contains("1 to 255"));
+        QVERIFY(outcome.output.simplified().contains("1 to 16 act as leading blanks"));
     }
 };
 

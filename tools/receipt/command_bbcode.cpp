@@ -9,8 +9,7 @@
 
 namespace {
 
-// Below this the library takes the characters per line for a count of leading blanks.
-constexpr int leastWidth = 17;
+constexpr int leastWidth = 1;
 constexpr int greatestWidth = 255;
 
 struct Request
@@ -94,7 +93,8 @@ int runBbCode(const QStringList &arguments)
         QStringLiteral("text (default), html, json (the map form), or tree (the tags as read)."),
         QStringLiteral("form"), QStringLiteral("text"));
     const QCommandLineOption width(QStringLiteral("width"),
-                                   QStringLiteral("Characters per line, %1 to %2; default 42.")
+                                   QStringLiteral("Characters per line, %1 to %2; default 42. "
+                                                  "1 to 16 act as leading blanks of each line too.")
                                        .arg(leastWidth)
                                        .arg(greatestWidth),
                                    QStringLiteral("N"), QStringLiteral("42"));

@@ -166,7 +166,8 @@ PRINTERSLIB_EXPORT std::string nodeTypeToString(BBNode::NodeType type);
 /// "|   " once per level, then "|-- ".
 PRINTERSLIB_EXPORT std::string getIndentString(unsigned int indent);
 /// Writes the nodes below a node to standard output, one line each, parameters on a line of their
-/// own.
+/// own. Every line is indented by its depth, so the output of tags that are all left open grows
+/// with the square of their count.
 PRINTERSLIB_EXPORT void printChildren(const BBNode &node, unsigned int indent);
 /// Writes "#document" and the document's nodes to standard output.
 PRINTERSLIB_EXPORT void printDocument(const BBDocument &document);

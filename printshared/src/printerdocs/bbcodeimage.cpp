@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QImageReader>
 #include <algorithm>
+#include <utility>
 
 namespace bbcodeimage {
 
@@ -54,12 +55,18 @@ bool isBlack(QRgb colour)
     return (colour & RGB_MASK) == 0;
 }
 
+/// A colour that the picture's table lacks counts as not black.
+bool isBlack(const QImage &picture, int colourIndex)
+{
+    return colourIndex < picture.colorCount() && isBlack(picture.color(colourIndex));
+}
+
 /// A one-bit row: its bits are taken as they are, inverted, or dropped, as the two colours are
 /// black or not.
 void packBits(const QImage &picture, int y, char *row, int rowBytes)
 {
-    const uchar whereSet = isBlack(picture.color(1)) ? 0xFF : 0x00;
-    const uchar whereClear = isBlack(picture.color(0)) ? 0xFF : 0x00;
+    const uchar whereSet = isBlack(picture, 1) ? 0xFF : 0x00;
+    const uchar whereClear = isBlack(picture, 0) ? 0xFF : 0x00;
     const uchar *bits = picture.constScanLine(y);
     for (int i = 0; i < rowBytes; ++i)
         row[i] = static_cast<char>((bits[i] & whereSet) | (~bits[i] & whereClear));
@@ -90,7 +97,7 @@ MonochromeImage packed(QImage picture)
         return image;
     const bool oneBit = picture.format() == QImage::Format_Mono;
     if (!oneBit)
-        picture = picture.convertToFormat(QImage::Format_ARGB32);
+        picture = std::move(picture).convertToFormat(QImage::Format_ARGB32);
     if (picture.isNull())
         return image;
     const int rowBytes = bytes.size() / picture.height();
@@ -115,10 +122,12 @@ std::optional<MonochromeImage> load(const QString &directory, const QString &nam
     QImage picture = readPicture(fileName);
     if (picture.isNull())
         return std::nullopt;
-    picture = scaledForPaper(picture.convertToFormat(QImage::Format_Mono));
+    // Each step lets go of the picture before it: a great one takes a gigabyte in full colours.
+    picture = std::move(picture).convertToFormat(QImage::Format_Mono);
+    picture = scaledForPaper(picture);
     if (picture.isNull())
         return std::nullopt;
-    MonochromeImage image = packed(picture);
+    MonochromeImage image = packed(std::move(picture));
     image.setFileName(fileName);
     return image;
 }

@@ -8,6 +8,7 @@
 #include "printerdocs/bbcodeimage_p.h"
 #include "printerdocs/bbcodetext_p.h"
 #include "printerdocs/echarformat.h"
+#include "printerdocs/linelimits_p.h"
 
 struct BbCodeParser::Tag
 {
@@ -80,6 +81,7 @@ BbCodeParser::~BbCodeParser() = default;
 void BbCodeParser::parseText(QString text)
 {
     m_blocks.clear();
+    m_padding = 0;
     const auto document = std::make_shared<bbcpp::BBDocument>();
     document->load(text.toStdString());
     parseChildren(*document);
@@ -196,32 +198,49 @@ void BbCodeParser::processParams(bbcpp::BBElementPtr element)
 
 void BbCodeParser::addText(const QString &content)
 {
-    QString text = laidOut(bbcodetext::normalized(content));
+    const QString text = laidOut(bbcodetext::normalized(content));
+    const int sizeBefore = m_text.size();
     if (m_text.isEmpty())
-        text = bbcodetext::withoutLeadingLineEnd(text);
+        m_text = bbcodetext::withoutLeadingLineEnd(text);
     else if (bbcodetext::needsBlankBetween(m_text, text))
-        text.prepend(QLatin1Char(' '));
-    m_text += text;
-    m_fonts.append(text.size(), static_cast<char>(m_font));
-    m_formats.append(text.size(), static_cast<char>(m_format));
+        m_text += QLatin1Char(' ') + text;
+    else
+        m_text += text;
+    const int added = m_text.size() - sizeBefore;
+    m_fonts.append(added, static_cast<char>(m_font));
+    m_formats.append(added, static_cast<char>(m_format));
 }
 
 /// Pads what stands in a field or in a column, or in both.
-QString BbCodeParser::laidOut(const QString &text) const
+QString BbCodeParser::laidOut(const QString &text)
+{
+    QString result = m_field ? laidOutInField(text) : text;
+    if (m_column && countPadding(bbcodetext::blanksToPadLines(result, m_column->width)))
+        return bbcodetext::paddedLines(result, m_column->width, m_column->align);
+    return result;
+}
+
+QString BbCodeParser::laidOutInField(const QString &text)
 {
     QString result = text;
-    if (m_field) {
-        if (m_field->zerofill != 0)
-            result = bbcodetext::zeroFilled(result, m_field->zerofill);
-        result = bbcodetext::padded(result, m_field->width, m_field->align);
+    if (m_field->zerofill != 0) {
+        result = bbcodetext::zeroFilled(text, 1);
+        const QString filled = bbcodetext::zeroFilled(text, m_field->zerofill);
+        if (countPadding(filled.size() - result.size()))
+            result = filled;
     }
-    if (m_column) {
-        QStringList lines = result.split(QLatin1Char('\n'));
-        for (QString &line : lines)
-            line = bbcodetext::padded(line, m_column->width, m_column->align);
-        result = lines.join(QLatin1Char('\n'));
-    }
+    if (countPadding(bbcodetext::blanksToPad(result, m_field->width)))
+        return bbcodetext::padded(result, m_field->width, m_field->align);
     return result;
+}
+
+/// Whether the text being parsed may have so many more characters of padding; if so, they count.
+bool BbCodeParser::countPadding(qint64 characters)
+{
+    if (characters > mostPaddingOfText - m_padding)
+        return false;
+    m_padding += characters;
+    return true;
 }
 
 /// A text block of the gathered text, which is then gone.

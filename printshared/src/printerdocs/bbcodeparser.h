@@ -26,17 +26,27 @@
 /// | `b`, `i`, `u`                     | bold, italic, underlined                                |
 /// | `size=`small, normal, middle, large | font 0, 1, 2, 3; the closing tag goes back to 0       |
 /// | `hr`, `hr=dashed`, `hr=dotted`    | a line over the receipt's width, drawn when closed      |
-/// | `img name=`                       | the picture whose file name begins so                   |
+/// | `img name=`                       | the first picture whose file name begins so             |
 /// | `column width= align=`            | pads every line to a width                              |
 /// | `field width= align= zerofill=`   | pads a value; leading zeros                             |
 /// | `barcode`, `qrcode`               | the text between the tags as a code                     |
 ///
 /// Nothing fails: a bad tag is text, an unknown tag or key logs a warning and does nothing else,
-/// and a missing picture leaves an empty block. The text isn't wrapped.
+/// and a missing or unreadable picture leaves an empty block. The text isn't wrapped.
 ///
-/// A parser may be used again. Intended: everything but the list of blocks and the alignment
-/// survives from one text to the next, so that a tag left open goes on; clients that print a text
-/// in pieces rely on it (test whatIsLeftOpenGoesOn). A parser belongs to one thread.
+/// The picture is searched in the folder imagesPath(). Its name is read in lower case, and small
+/// and capital letters of the file's name count as the same; `*` and `?` in it are wildcards. Of
+/// the files whose names begin so the first by name is taken, and no other is tried if that one
+/// can't be read. A picture higher than 384 dots is scaled to a width of 384. One of more than 128
+/// Mi pixels, as stored or as scaled, counts as unreadable.
+///
+/// Blanks and zeros that columns and fields add are limited to 16 Mi characters in all of one text.
+/// A piece of text between two tags whose padding would go beyond is left without it.
+///
+/// A parser may be used again. Intended: what a tag left open has switched on (format, font, kind
+/// of code, field, column, line, picture) goes on in the next text; clients that print a text in
+/// pieces rely on it (test whatIsLeftOpenGoesOn). The blocks, the alignment and the gathered text
+/// don't survive. A parser belongs to one thread.
 class PRINTERSLIB_EXPORT BbCodeParser : public QObject
 {
     Q_OBJECT
@@ -50,7 +60,8 @@ public:
 
     /// The blocks of the last text.
     QList<DocumentBlock> blocks() const;
-    /// A document of these blocks: cut after printing, and without initialising the printer.
+    /// A document of these blocks: current ticket action 5, previous ticket action 4, loop policy
+    /// 0, and without initialising the printer. What the actions' bits mean is the drivers' matter.
     TextPrinterDocument document() const;
 
     /// Characters per line of the receipt, 32 at first: the length of the line that `hr` draws.
@@ -91,7 +102,9 @@ private:
     void loadImage(const QString &name);
 
     void addText(const QString &content);
-    QString laidOut(const QString &text) const;
+    QString laidOut(const QString &text);
+    QString laidOutInField(const QString &text);
+    bool countPadding(qint64 characters);
     DocumentBlock takeText();
     DocumentBlock linesInPresentStyle(const QStringList &lines) const;
     void flush();
@@ -143,4 +156,5 @@ private:
     DocumentBlock::EBarcodeType m_barcodeType = DocumentBlock::BarcodeNone;
     QList<DocumentBlock> m_blocks;
     QString m_imagesPath;
+    qint64 m_padding = 0;
 };

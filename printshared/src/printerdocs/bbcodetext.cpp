@@ -1,8 +1,52 @@
 #include "printerdocs/bbcodetext_p.h"
 
+#include <QLatin1Char>
 #include <QLatin1String>
+#include <QStringView>
 
 namespace bbcodetext {
+
+namespace {
+
+constexpr QLatin1Char lineEnd('\n');
+
+int missingIn(QStringView line, int width)
+{
+    return width - static_cast<int>(line.size());
+}
+
+void appendBlanks(QString *target, int count)
+{
+    target->resize(target->size() + count, QLatin1Char(' '));
+}
+
+void appendPadded(QString *target, QStringView line, int width, ETextAlignment align)
+{
+    const int missing = qMax(0, missingIn(line, width));
+    int before = 0;
+    if (align == AlignRight)
+        before = missing;
+    else if (align == AlignCenter)
+        before = missing / 2;
+    appendBlanks(target, before);
+    target->append(line.data(), static_cast<int>(line.size()));
+    appendBlanks(target, missing - before);
+}
+
+/// Every line in order, an empty one and the one behind the last line end too.
+template <class Visit>
+void forEachLine(QStringView text, Visit visit)
+{
+    qsizetype end = text.indexOf(lineEnd);
+    while (end >= 0) {
+        visit(text.left(end));
+        text = text.mid(end + 1);
+        end = text.indexOf(lineEnd);
+    }
+    visit(text);
+}
+
+}  // namespace
 
 QString normalized(QString text)
 {
@@ -30,26 +74,45 @@ QString zeroFilled(const QString &text, int digits)
     return sign + number.rightJustified(digits, QLatin1Char('0'));
 }
 
+qint64 blanksToPad(const QString &text, int width)
+{
+    return qMax(0, width - text.size());
+}
+
 QString padded(const QString &text, int width, ETextAlignment align)
 {
-    const int missing = width - text.size();
-    if (missing <= 0)
-        return text;
-    int before = 0;
-    if (align == AlignRight)
-        before = missing;
-    else if (align == AlignCenter)
-        before = missing / 2;
-    const QLatin1Char blank(' ');
-    return QString(before, blank) + text + QString(missing - before, blank);
+    QString result;
+    appendPadded(&result, QStringView(text), width, align);
+    return result;
+}
+
+qint64 blanksToPadLines(const QString &text, int width)
+{
+    qint64 blanks = 0;
+    forEachLine(text, [&](QStringView line) { blanks += qMax(0, missingIn(line, width)); });
+    return blanks;
+}
+
+QString paddedLines(const QString &text, int width, ETextAlignment align)
+{
+    QString result;
+    result.reserve(static_cast<int>(text.size() + blanksToPadLines(text, width)));
+    bool isFirst = true;
+    forEachLine(text, [&](QStringView line) {
+        if (!isFirst)
+            result += lineEnd;
+        isFirst = false;
+        appendPadded(&result, line, width, align);
+    });
+    return result;
 }
 
 QString withoutLeadingLineEnd(const QString &text)
 {
     for (const char *start : {"\n", " \n", "\t\n", "  \n"}) {
-        const QLatin1String lineEnd(start);
-        if (text.startsWith(lineEnd))
-            return text.mid(lineEnd.size());
+        const QLatin1String dropped(start);
+        if (text.startsWith(dropped))
+            return text.mid(dropped.size());
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
 
 #include "printerdocs/etextalignment.h"
 
@@ -16,6 +17,13 @@ QString zeroFilled(const QString &text, int digits);
 
 /// The text with blanks up to a width: in front, on both sides, or else behind.
 QString padded(const QString &text, int width, ETextAlignment align);
+/// How many blanks that adds.
+qint64 blanksToPad(const QString &text, int width);
+
+/// The text with each of its lines padded so.
+QString paddedLines(const QString &text, int width, ETextAlignment align);
+/// How many blanks that adds.
+qint64 blanksToPadLines(const QString &text, int width);
 
 /// The text without the line end that a tag's own line leaves in front of it.
 QString withoutLeadingLineEnd(const QString &text);
