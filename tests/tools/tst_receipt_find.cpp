@@ -41,12 +41,12 @@ VirtualPrinterOptions printerOnFirstLine(const QString &model)
     return options;
 }
 
-QJsonObject deviceJson(const QString &port, const QString &id)
+QJsonObject deviceJson(const QString &port, const QString &id, int baudRate = 115200)
 {
     return {{"deviceType", 1},
             {"deviceId", id},
             {"settings", QJsonObject{{"portName", port},
-                                     {"baudRate", 115200},
+                                     {"baudRate", baudRate},
                                      {"dataBits", 8},
                                      {"parity", "none"},
                                      {"stopBits", 1},
@@ -96,6 +96,35 @@ private Q_SLOTS:
         const Run gone = confirm(QJsonDocument(record).toJson(), {"--json"});
         QCOMPARE(gone.exitCode, 1);
         QCOMPARE(QJsonDocument::fromJson(gone.output.toUtf8()).array(), QJsonArray());
+    }
+
+    void progressOfAConfirmationNamesTheDialogueOfTheModel_data()
+    {
+        QTest::addColumn<int>("baudRate");
+        QTest::addColumn<QString>("progress");
+        const QString onTheGivenLine = ": line setting 1 of 1, %1, 19200 baud";
+        QTest::newRow("CITIZEN_PPU_700") << 19200 << onTheGivenLine.arg("Custom, Citizen, Epson");
+        QTest::newRow("SWECOIN_TM_20XX") << 19200 << onTheGivenLine.arg("Swecoin");
+        QTest::newRow("CITIZEN_PPU_231") << 19200 << onTheGivenLine.arg("Citizen PPU-231");
+        QTest::newRow("TSP-TUP") << 38400 << ": line setting 1 of 24, Star, 38400 baud";
+        QTest::newRow("AV_268") << 115200 << ": AV-268, 115200 baud";
+    }
+
+    void progressOfAConfirmationNamesTheDialogueOfTheModel()
+    {
+        QFETCH(int, baudRate);
+        QFETCH(QString, progress);
+        const QString model = QTest::currentDataTag();
+        VirtualPrinterOptions options = printerOnFirstLine(model);
+        options.baudRate = baudRate;
+        if (model == "AV_268")
+            options.flowControl = QSerialPort::SoftwareControl;
+        VirtualPrinter printer(options);
+        printer.start();
+        const QJsonArray record{deviceJson(printer.portPath(), model, 19200)};
+        const Run run = confirm(QJsonDocument(record).toJson(), {});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.errors, printer.portName() + progress + "\n");
     }
 
     void virtualPrinterIsFound()

@@ -60,10 +60,11 @@ struct Outcome
 };
 
 /// Runs a search or a test, whichever begin() starts, to its end.
+/// @param confirmed the records of a test; empty for a search
 template <typename Begin>
-Outcome run(bool verbose, Begin begin)
+Outcome run(bool verbose, const QList<PrintDeviceInfo> &confirmed, Begin begin)
 {
-    SearchProgress progress(verbose);
+    SearchProgress progress(verbose, confirmed);
     const Interrupt interrupt;
     PrintDeviceFinder finder;
     QEventLoop loop;
@@ -162,13 +163,14 @@ int confirm(const QString &fileName, bool asJson, bool verbose)
     std::optional<QList<PrintDeviceInfo>> records = devicejson::read(fileName, *text);
     if (!records)
         return tool::BadInput;
-    return report(run(verbose, [&records](PrintDeviceFinder &finder) { finder.test(*records); }),
-                  asJson);
+    return report(
+        run(verbose, *records, [&records](PrintDeviceFinder &finder) { finder.test(*records); }),
+        asJson);
 }
 
 int search(const QStringList &ports, bool asJson, bool verbose)
 {
-    return report(run(verbose,
+    return report(run(verbose, {},
                       [&ports](PrintDeviceFinder &finder) {
                           if (ports.isEmpty())
                               finder.start();
