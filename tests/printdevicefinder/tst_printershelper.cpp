@@ -2,6 +2,7 @@
 #include <random>
 
 #include "logcatcher.h"
+#include "markingtranslator.h"
 #include "printdevicefinder/printershelper.h"
 #include "printerbench.h"
 #include "printers/textprintermodels.h"
@@ -148,6 +149,16 @@ private Q_SLOTS:
         checkMatrix(entries, {38400, 19200, 9600, 4800}, 2);
     }
 
+    void searchWalksSixtyThreeLineSettings()
+    {
+        Setup setup(faultyPrinter(VirtualFault::Silent));
+        QVector<hearth::Rs232PortSettings> entries;
+        setup.bench.beforeWait = [&](QSerialPort &, int, int) { entries.append(setup.settings); };
+        QVERIFY(!setup.helper.scanSwecoin(setup.id, setup.settings));
+        QCOMPARE(entries.size(), 63);
+        checkMatrix(entries, {115200, 57600, 38400, 19200, 9600, 4800, 1200}, 3);
+    }
+
     void settingsArePutOnThePort()
     {
         // A closed port takes what a pseudo terminal would refuse.
@@ -178,6 +189,92 @@ private Q_SLOTS:
         setup.port->close();
         QVERIFY(!setup.helper.portIsValid());
         QVERIFY(!setup.helper.waitForReadyRead(1000));
+    }
+
+    void waitLetsEventsRun()
+    {
+        PrintersHelper helper(QSharedPointer<QSerialPort>(), nullptr);
+        QObject receiver;
+        bool came = false;
+        QMetaObject::invokeMethod(
+            &receiver, [&came] { came = true; }, Qt::QueuedConnection);
+        QVERIFY(!helper.waitForReadyRead(0));
+        QVERIFY(came);
+    }
+
+    void eachTurnOfAWalkLetsEventsRun()
+    {
+        // On a closed port the walk ends in front of its first wait.
+        Setup setup(faultyPrinter(VirtualFault::Silent));
+        setup.port->close();
+        QObject receiver;
+        bool came = false;
+        QMetaObject::invokeMethod(
+            &receiver, [&came] { came = true; }, Qt::QueuedConnection);
+        QVERIFY(!setup.helper.scanSwecoin(setup.id, setup.settings));
+        QVERIFY(came);
+    }
+
+    void stopByAnEventEndsTheWalkInThatTurn()
+    {
+        Setup setup(faultyPrinter(VirtualFault::Silent));
+        QObject receiver;
+        QMetaObject::invokeMethod(
+            &receiver, [&setup] { setup.helper.requestStop(); }, Qt::QueuedConnection);
+        QVERIFY(!setup.helper.scan1D491(setup.id, setup.settings));
+        QCOMPARE(linesOf(*setup.printer), QStringList());
+    }
+
+    void confirmationByAnEventLeavesTheWalkItsEntries()
+    {
+        Setup setup(faultyPrinter(VirtualFault::Silent));
+        QObject receiver;
+        const auto confirm = [&setup] {
+            QString id = "CUSTOM_VKP_80";
+            hearth::Rs232PortSettings settings = settingsOf(9600);
+            setup.helper.scan(id, settings);
+        };
+        QMetaObject::invokeMethod(&receiver, confirm, Qt::QueuedConnection);
+        QVERIFY(!setup.helper.scan1D491(setup.id, setup.settings));
+        QCOMPARE(linesOf(*setup.printer),
+                 (QStringList{"9600 none < 1D 49 01", "9600 none < 1D 49 31"}) +
+                     silentsearch::scan1D491());
+    }
+
+    void textsAreTranslatedInTheContextOfTheHelper()
+    {
+        MarkingTranslator translator;
+        QVERIFY(QCoreApplication::installTranslator(&translator));
+        QCOMPARE(PrintersHelper(QSharedPointer<QSerialPort>(), nullptr).objectName(),
+                 QString("printersHelper[PrintersHelper: Unknown]"));
+        const LogCatcher log;
+        QString id;
+        hearth::Rs232PortSettings settings;
+        PrintersHelper(QSharedPointer<QSerialPort>(), nullptr).scan(id, settings);
+        const QSharedPointer<QSerialPort> closed(new QSerialPort("no-such-port"));
+        PrintersHelper(closed, nullptr).scan(id, settings);
+        Setup setup(printerAnswering("1B76:0102,-", 19200, QSerialPort::NoFlowControl));
+        for (int i = 0; i < 2; ++i) {
+            setup.id = "CITIZEN_PPU_231";
+            setup.settings = settingsOf(19200);
+            setup.helper.scan(setup.id, setup.settings);
+        }
+        QCoreApplication::removeTranslator(&translator);
+        const QString port = setup.printer->portName();
+        const QStringList start{
+            "printers debug PrintersHelper: Start search on " + port + " for printers",
+            "printers debug " + port + " 19200 1 from 1"};
+        const QString stop = "printers debug PrintersHelper: Stop search on " + port +
+                             " for printers CITIZEN_PPU_231";
+        QCOMPARE(
+            log.lines(),
+            (QStringList{"default critical PrintersHelper: There are no port objects",
+                         "printers debug PrintersHelper: Start search on no-such-port for printers",
+                         "default critical PrintersHelper: Open port error (no-such-port)"}) +
+                start +
+                QStringList(
+                    {"printers debug PrintersHelper: incorrect data 01 02 00 00 00", stop}) +
+                start + QStringList({"printers debug PrintersHelper: timeout", stop}));
     }
 
     // The whole scan
@@ -404,6 +501,86 @@ private Q_SLOTS:
         QCOMPARE(linesOf(*setup.printer), silentsearch::scanSimple());
     }
 
+    void simpleIsNotConfirmedAbove19200()
+    {
+        Setup setup(printerOf("CITIZEN_PPU_231", 38400));
+        setup.id = "CITIZEN_PPU_231";
+        setup.settings = settingsOf(38400);
+        QVERIFY(!setup.helper.scan(setup.id, setup.settings));
+        setup.printer->service();
+        QCOMPARE(linesOf(*setup.printer), QStringList());
+    }
+
+    void staleBytesInFrontOfTheFirstRequest_data()
+    {
+        QTest::addColumn<QByteArray>("stale");
+        QTest::addColumn<bool>("found");
+        const auto row = [](const char *model, const char *stale, bool found) {
+            QTest::newRow(model) << QByteArray::fromHex(stale) << found;
+        };
+        row("CUSTOM_VKP_80", "42", true);
+        row("SWECOIN_TM_20XX", "01", true);
+        row("TSP-TUP", "1100", true);
+        row("AV_268", "00", true);
+        // This probe clears nothing: the stale byte is its first answer, and the second one is two
+        // bytes long.
+        row("CITIZEN_PPU_231", "00", false);
+    }
+
+    void staleBytesInFrontOfTheFirstRequest()
+    {
+        QFETCH(QByteArray, stale);
+        const QString id = QTest::currentDataTag();
+        std::optional<VirtualModel> model = virtualModel(id);
+        QVERIFY(model.has_value());
+        const QByteArray trigger = QByteArray::fromHex("7E");
+        model->replies.append(VirtualReply{trigger, QList<QByteArray>{stale}});
+        Setup setup(*model);
+        setup.id = id;
+        setup.settings = settingsOf(model->baudRate, model->flowControl);
+        setup.helper.setPortSettings(setup.settings);
+        setup.port->write(trigger);
+        QVERIFY(setup.helper.waitForReadyRead(0));
+        QCOMPARE(setup.port->bytesAvailable(), qint64(stale.size()));
+        QTEST(setup.helper.scan(setup.id, setup.settings), "found");
+    }
+
+    void bytesBehindAnAnswerAnswerTheNextRequest_data()
+    {
+        QTest::addColumn<QString>("replies");
+        QTest::newRow("AV_268") << "1B76:000000,-,- 01020304:-";
+        QTest::newRow("CITIZEN_PPU_231") << "1B76:0000,- 010203:-";
+    }
+
+    // Neither of these probes clears between its exchanges.
+    void bytesBehindAnAnswerAnswerTheNextRequest()
+    {
+        QFETCH(QString, replies);
+        const QString id = QTest::currentDataTag();
+        const VirtualModel model = *virtualModel(id);
+        Setup setup(printerAnswering(replies, model.baudRate, model.flowControl));
+        // The bytes of an answer come one by one, as they do on a slow line.
+        setup.port->setReadBufferSize(1);
+        setup.id = id;
+        setup.settings = settingsOf(model.baudRate, model.flowControl);
+        QVERIFY(setup.helper.scan(setup.id, setup.settings));
+        QCOMPARE(setup.id, id);
+    }
+
+    void av268IsFoundThoughThePortWentInTheSilentWait()
+    {
+        // A wait without input is what the probe hopes for, whatever the reason.
+        Setup setup(printerOf("AV_268", 115200, QSerialPort::SoftwareControl));
+        setup.bench.beforeWait = [](QSerialPort &port, int, int count) {
+            if (count == 4)
+                port.close();
+        };
+        const LogCatcher log;
+        QVERIFY(setup.helper.scanAV268(setup.id, setup.settings));
+        QCOMPARE(setup.id, QString("AV_268"));
+        QCOMPARE(log.lines().filter("device not open"), QStringList());
+    }
+
     void av268HasItsOwnLineSetting()
     {
         Setup setup(printerOf("AV_268", 115200, QSerialPort::SoftwareControl));
@@ -441,6 +618,19 @@ private Q_SLOTS:
                  (QStringList{"< 1B 1E 60 02 1B 06 01", "> 1B 06 01"}));
         QVERIFY(!setup.helper.scanSimple(setup.id, setup.settings));
         checkStarListIsWalkedBySimple(*setup.printer);
+    }
+
+    void listIsBackAfterALineThatEchoesEverything()
+    {
+        // The echo begins with the Star mode, so it is just a wrong status.
+        Setup setup(faultyPrinter(VirtualFault::Echo));
+        QVERIFY(!setup.helper.scanStar(setup.id, setup.settings));
+        QCOMPARE(linesOf(*setup.printer).filter("<"), silentsearch::scanStar());
+        setup.helper.requestStop();
+        const LogCatcher log;
+        QVERIFY(!setup.helper.scanSwecoin(setup.id, setup.settings));
+        QCOMPARE(log.lines(),
+                 QStringList("printers debug " + setup.printer->portName() + " 115200 1 from 63"));
     }
 
     void starListStaysAfterAPortThatWent_data()
@@ -654,6 +844,18 @@ private Q_SLOTS:
         QCOMPARE(log.lines(port + " write: "),
                  (QStringList{port + " write: 1B 05 07", port + " write: 1B 05 01"}));
         QCOMPARE(log.lines(port + " read: "), QStringList(port + " read: FF 0C"));
+    }
+
+    void swecoinFirmwareOfOneByteIsLoggedAsRead()
+    {
+        Setup setup(printerAnswering("1B0507:FE", 115200, QSerialPort::NoFlowControl));
+        setup.id = "SWECOIN_TM_20XX";
+        setup.settings = settingsOf(115200);
+        const LogCatcher log;
+        QVERIFY(!setup.helper.scan(setup.id, setup.settings));
+        const QString port = "printers debug " + setup.printer->portName();
+        QCOMPARE(log.lines(port + " read: "), QStringList(port + " read: FE"));
+        QCOMPARE(log.lines("printers debug FIRMWARE"), QStringList());
     }
 
     void starStatusIsLoggedAsAWarning()
@@ -951,6 +1153,14 @@ private:
             true);
         row("Star with three bytes behind the filler", "1B0601:0100 05:00 04:00 535441:AABBCC",
             {"> 01 00", "< 05", "> 00", "< 04", "> 00", "< 53 54 41", "> AA BB CC"}, false);
+        row("Star with a second byte behind ENQ, which answers no EOT", "1B0601:0100 05:AABB",
+            {"> 01 00", "< 05", "> AA BB", "< 04"}, false);
+        row("Star with a status of 17 bytes, the last of which answers no ENQ",
+            "1B0601:0102030405060708090A0B0C0D0E0F1011",
+            {"> 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10 11", "< 05"}, false);
+        row("Star with three bytes too many behind EOT, which answer no filler",
+            "1B0601:0100 05:00 04:00AABBCC",
+            {"> 01 00", "< 05", "> 00", "< 04", "> 00 AA BB CC", "< 53 54 41", "< 1B 64 32"}, true);
         row("Star with one status byte", "1B0601:01", {"> 01"}, false);
         row("Star with a wrong status bit", "1B0601:1100", {"> 11 00"}, false);
         row("Star without the status bit", "1B0601:0001", {"> 00 01"}, false);

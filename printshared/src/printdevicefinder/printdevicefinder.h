@@ -35,7 +35,8 @@ public:
 public Q_SLOTS:
     /// Stops everything and emits finished(), even if nothing runs. Doesn't wait: a task goes on
     /// to the end of its dialogue on one line setting, up to 5.6 seconds, and its result is
-    /// dropped.
+    /// dropped. A search then still asks for an AV-268, which has no look at a stop, for up to 4
+    /// seconds more; so a port can be busy for up to 9.6 seconds after a cancel.
     void cancel();
     /// Searches all ports that QSerialPortInfo knows.
     void start();
@@ -46,6 +47,9 @@ public Q_SLOTS:
     void start(QStringList portNames);
     /// Re-checks records, all at once; the first confirmed one ends the test. A record without
     /// the type of a serial printer, an identifier and a port name is taken for not confirmed.
+    /// The settings of a record are the one line that is tried, with the exceptions that
+    /// PrintersHelper::scan() names, and the device that comes back may be another model of the
+    /// record's family.
     /// Intended: no records means noDevices() without finished() (test emptyInputHasNoFinished).
     void test(QList<PrintDeviceInfo> &devs);
 

@@ -131,7 +131,8 @@ void PrintersHelper::requestStop()
     m_stopRequested.store(true, std::memory_order_relaxed);
 }
 
-EntryOutcome PrintersHelper::walk(const QVector<hearth::Rs232PortSettings> &entries,
+// The entries come by value: a scan that an event starts in here replaces the helper's list.
+EntryOutcome PrintersHelper::walk(QVector<hearth::Rs232PortSettings> entries,
                                   hearth::Rs232PortSettings &settings,
                                   const std::function<EntryOutcome()> &dialogue,
                                   int fastestBaudRate)

@@ -31,6 +31,11 @@ public:
     /// With an empty id this is a search: all probes in their order, each over all its line
     /// settings, near three minutes on a silent port. With an id it is the confirmation of that one
     /// model on the given settings, and later searches of this helper walk that one entry only.
+    /// Not all models keep to that: a TSP-TUP is looked for on its own 24 line settings and an
+    /// AV-268 on its own one, whatever is given, and to a Citizen PPU-231 nothing is sent above
+    /// 19200 baud, so that it isn't confirmed there. Custom, Citizen and Epson printers that share
+    /// a probe are told apart by their answer, and the id that comes back may be another model of
+    /// them (test confirmationMayGiveAnotherModelOfTheFamily).
     /// @param id       on success the identifier of the model, one of TextPrinterModels
     /// @param settings on success those on which the printer answered; otherwise unspecified
     /// @return whether a printer answered as one of ours does. Intended: true with an untouched id
@@ -67,14 +72,15 @@ public:
     bool scanSimple(QString &id, hearth::Rs232PortSettings &settings);
     /// @}
 
-    /// Ends the scan at its next line setting; the dialogue under way runs to its end. There is
-    /// no way back. Thread-safe.
+    /// Ends the scan at its next line setting; the dialogue under way runs to its end, up to 5.6
+    /// seconds. In a search scanAV268() still runs behind it, unless it has run already: up to 4
+    /// seconds more. There is no way back. Thread-safe.
     void requestStop();
 
 private:
     bool search(QString &id, hearth::Rs232PortSettings &settings);
     bool confirm(QString &id, hearth::Rs232PortSettings &settings);
-    EntryOutcome walk(const QVector<hearth::Rs232PortSettings> &entries,
+    EntryOutcome walk(QVector<hearth::Rs232PortSettings> entries,
                       hearth::Rs232PortSettings &settings,
                       const std::function<EntryOutcome()> &dialogue, int fastestBaudRate = 0);
 

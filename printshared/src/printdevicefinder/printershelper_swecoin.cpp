@@ -18,9 +18,11 @@ bool firmwareAnswered(PrinterDialogue &line)
     constexpr int versionSize = 2;
     line.clear();
     line.sendLogged(swecoinFirmware);
-    if (line.receive(answerMilliseconds, version, versionSize) != versionSize)
+    const int count = line.receive(answerMilliseconds, version, versionSize);
+    if (count > 0)
+        line.logRead(QByteArray(version, count));
+    if (count != versionSize)
         return false;
-    line.logRead(QByteArray(version, versionSize));
     qCDebug(SEARCH_PRINTERS).noquote()
         << QStringLiteral("FIRMWARE: %1.%2")
                .arg(static_cast<int>(static_cast<signed char>(version[0])))
