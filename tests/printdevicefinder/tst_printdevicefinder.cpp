@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "logcatcher.h"
+#include "markingtranslator.h"
 #include "printdevicefinder/finderlink_p.h"
 #include "printdevicefinder/findertasks_p.h"
 #include "printdevicefinder/printdevicefinder.h"
@@ -241,19 +242,18 @@ private Q_SLOTS:
 
     void firstOfTwoPrintersEndsTheSearch()
     {
-        PrinterBench bench;
-        const auto first = bench.add(printerOf("CUSTOM_VKP_80"));
-        const auto second = bench.add(printerOf("CITIZEN_PPU_700"));
         // The first one answers when the second one is asked; that one, when the search is over.
         std::atomic<bool> asked{false};
         std::atomic<bool> over{false};
+        PrinterBench bench;
+        const auto first = bench.add(printerOf("CUSTOM_VKP_80"));
+        const auto second = bench.add(printerOf("CITIZEN_PPU_700"));
         const QString secondPort = second->portName();
         bench.beforeWait = [&, secondPort](QSerialPort &port, int, int) {
             const bool isSecond = port.portName() == secondPort;
             if (isSecond)
                 asked = true;
-            while (isSecond ? !over : !asked)
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            bench.holdWhile([&] { return isSecond ? !over : !asked; });
         };
         ObservedFinder observed;
         QObject::connect(observed.finder.get(), &PrintDeviceFinder::deviceFinded,
@@ -269,11 +269,10 @@ private Q_SLOTS:
 
     void secondStartLeavesTheFirstTaskRunning()
     {
-        PrinterBench bench;
         std::atomic<bool> hold{true};
-        bench.beforeWait = [&hold](QSerialPort &, int, int) {
-            while (hold)
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        PrinterBench bench;
+        bench.beforeWait = [&](QSerialPort &, int, int) {
+            bench.holdWhile([&hold] { return hold.load(); });
         };
         const auto printer = bench.add(faultyPrinter(VirtualFault::Silent));
         ObservedFinder observed;
@@ -368,6 +367,7 @@ private Q_SLOTS:
         const auto printer = bench.add(printerOf("CUSTOM_VKP_80", 9600));
         const auto other = bench.add(faultyPrinter(VirtualFault::Silent));
         ObservedFinder observed;
+        const LogCatcher log;
         QList<PrintDeviceInfo> records{record("no-such-port"),
                                        record(printer->portPath(), "CUSTOM_VKP_80", 9600)};
         observed.finder->test(records);
@@ -375,6 +375,7 @@ private Q_SLOTS:
         QCOMPARE(observed.signalNames.last(), QString("deviceFinded CUSTOM_VKP_80"));
         QVERIFY(observed.found.constFirst() == records.at(1));
         QCOMPARE(records.size(), 2);
+        QCOMPARE(log.lines("printers warning STOP"), QStringList());
 
         QList<PrintDeviceInfo> wrongLine{record(printer->portPath(), "CUSTOM_VKP_80", 19200),
                                          record(other->portPath())};
@@ -397,7 +398,79 @@ private Q_SLOTS:
         QCOMPARE(observed.signalNames.count("noDevices There no devices finded"), 2);
     }
 
+    void resultsCountOnlyFromWatchers()
+    {
+        ObservedFinder observed;
+        QVERIFY(QMetaObject::invokeMethod(observed.finder.get(), "watcherFinished"));
+        QObject stranger;
+        QVERIFY(connect(&stranger, SIGNAL(objectNameChanged(QString)), observed.finder.get(),
+                        SLOT(watcherFinished())));
+        stranger.setObjectName("stranger");
+        QCOMPARE(observed.signalNames, QStringList());
+    }
+
+    void signalsComeWithWarningsSwitchedOff()
+    {
+        QLoggingCategory::setFilterRules("printers.warning=false");
+        ObservedFinder observed;
+        const LogCatcher log;
+        observed.finder->start({"no-such-port"});
+        const bool came = observed.waitForFinished();
+        QLoggingCategory::setFilterRules(QString());
+        QVERIFY(came);
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished"}));
+        QCOMPARE(log.lines("printers warning"), QStringList());
+    }
+
+    void textsAreTranslatedInTheContextOfTheFinder()
+    {
+        MarkingTranslator translator;
+        QVERIFY(QCoreApplication::installTranslator(&translator));
+        ObservedFinder observed;
+        const LogCatcher log;
+        QList<PrintDeviceInfo> none;
+        observed.finder->start(QStringList());
+        observed.finder->test(none);
+        observed.finder->start({"no-such-port"});
+        const bool came = observed.waitForFinished();
+        QCoreApplication::removeTranslator(&translator);
+        QVERIFY(came);
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices PrintDeviceFinder: There are no available ports",
+                              "noDevices PrintDeviceFinder: There are no available configs",
+                              "noDevices PrintDeviceFinder: There no devices finded", "finished"}));
+        QCOMPARE(log.lines("printers warning"),
+                 QStringList("printers warning PrintDeviceFinder: There no devices found"));
+    }
+
     // Cancelling
+
+    void cancelDropsTasksThatThePoolHasNotBegun()
+    {
+        std::atomic<int> waiting{0};
+        std::atomic<bool> hold{true};
+        PrinterBench bench;
+        bench.beforeWait = [&](QSerialPort &, int, int) {
+            ++waiting;
+            bench.holdWhile([&hold] { return hold.load(); });
+        };
+        const auto one = bench.add(faultyPrinter(VirtualFault::Silent));
+        const auto other = bench.add(faultyPrinter(VirtualFault::Silent));
+        ObservedFinder observed;
+        // The constructor has widened the pool; the next one will do so again.
+        QThreadPool::globalInstance()->setMaxThreadCount(1);
+        const LogCatcher log;
+        observed.finder->start({one->portPath(), other->portPath()});
+        QTRY_COMPARE(waiting.load(), 1);
+        observed.finder->cancel();
+        hold = false;
+        ObservedFinder::settle();
+        QCOMPARE(log.lines("printers warning STOPPED ").size(), 1);
+        one->service();
+        other->service();
+        QVERIFY(one->dialogue().isEmpty() != other->dialogue().isEmpty());
+    }
 
     void cancelOfAnIdleFinder()
     {
@@ -411,13 +484,12 @@ private Q_SLOTS:
 
     void cancelSignalsOnceMoreForEachTask()
     {
-        PrinterBench bench;
         std::atomic<int> waiting{0};
         std::atomic<bool> hold{true};
+        PrinterBench bench;
         bench.beforeWait = [&](QSerialPort &, int, int) {
             ++waiting;
-            while (hold)
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            bench.holdWhile([&hold] { return hold.load(); });
         };
         QStringList ports;
         for (int i = 0; i < 3; ++i)
@@ -488,18 +560,18 @@ private Q_SLOTS:
     {
         QFETCH(QString, model);
         QFETCH(int, cancelAtWait);
-        PrinterBench bench;
-        const auto printer = bench.add(printerOf(model, 19200));
         std::atomic<bool> reached{false};
         std::atomic<bool> hold{true};
+        PrinterBench bench;
+        const auto printer = bench.add(printerOf(model, 19200));
         bench.beforeWait = [&, cancelAtWait](QSerialPort &, int, int count) {
             if (count != cancelAtWait)
                 return;
             reached = true;
-            while (hold)
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            bench.holdWhile([&hold] { return hold.load(); });
         };
         ObservedFinder observed;
+        const LogCatcher log;
         QList<PrintDeviceInfo> records{record(printer->portPath(), model, 19200)};
         observed.finder->test(records);
         QTRY_VERIFY(reached.load());
@@ -510,6 +582,7 @@ private Q_SLOTS:
         printer->service();
         QTEST(printer->received(), "sent");
         QVERIFY(observed.found.isEmpty());
+        QCOMPARE(log.lines("printers warning STOP"), QStringList());
     }
 
     void cancelledAtRandomMoments_data()
@@ -560,13 +633,12 @@ private Q_SLOTS:
 
     void destructionDuringASearchCancels()
     {
-        PrinterBench bench;
         std::atomic<int> waiting{0};
         std::atomic<bool> hold{true};
+        PrinterBench bench;
         bench.beforeWait = [&](QSerialPort &, int, int) {
             ++waiting;
-            while (hold)
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            bench.holdWhile([&hold] { return hold.load(); });
         };
         const auto printer = bench.add(faultyPrinter(VirtualFault::Silent));
         ObservedFinder observed;
@@ -584,16 +656,15 @@ private Q_SLOTS:
 
     void sixtyFourPortsAreSearchedAtOnce()
     {
-        PrinterBench bench;
         std::atomic<int> begun{0};
         constexpr int portCount = 64;
-        bench.beforeWait = [&begun](QSerialPort &port, int, int) {
+        PrinterBench bench;
+        bench.beforeWait = [&](QSerialPort &port, int, int) {
             // Each task gets to its first wait before any goes on.
             if (!port.property("begun").toBool()) {
                 port.setProperty("begun", true);
                 ++begun;
-                while (begun < portCount)
-                    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                bench.holdWhile([&begun] { return begun < portCount; });
             }
         };
         QStringList ports;

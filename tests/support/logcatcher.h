@@ -18,6 +18,7 @@ public:
     ~LogCatcher()
     {
         qInstallMessageHandler(m_previous);
+        const std::lock_guard<std::mutex> lock(mutex());
         current() = nullptr;
     }
 

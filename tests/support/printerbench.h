@@ -2,10 +2,14 @@
 
 #include <QSerialPort>
 #include <QStringList>
+#include <QThreadPool>
+#include <atomic>
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <thread>
 
 #include "printdevicefinder/printershelper_p.h"
 #include "virtualprinter.h"
@@ -23,8 +27,12 @@ public:
         discovery::waitForInput = wait;
     }
 
+    /// Waits for the tasks, which look at the bench. They may still run if a check has failed;
+    /// their holds end here, and what beforeWait looks at has to be declared in front of the bench.
     ~PrinterBench()
     {
+        m_isClosing = true;
+        QThreadPool::globalInstance()->waitForDone();
         discovery::waitForInput = m_realWait;
         current() = nullptr;
     }
@@ -48,6 +56,14 @@ public:
                                         const VirtualPrinterOptions &options = {})
     {
         return add(std::make_shared<VirtualPrinter>(model, options));
+    }
+
+    /// Holds the thread that waits, for as long as the condition is true and the bench exists.
+    template <typename Condition>
+    void holdWhile(Condition condition) const
+    {
+        while (!m_isClosing && condition())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 
     /// Called before each wait, on the thread that waits, with the port, the milliseconds asked
@@ -86,6 +102,7 @@ private:
     std::mutex m_mutex;
     std::map<QString, std::shared_ptr<VirtualPrinter>> m_printers;
     int m_waits = 0;
+    std::atomic<bool> m_isClosing{false};
 };
 
 /// A printer without faults.

@@ -342,8 +342,7 @@ void VirtualPrinter::stop()
 
 void VirtualPrinter::hangUp()
 {
-    if (m_thread.get_id() != std::this_thread::get_id())
-        stop();
+    stop();
     closeTerminal();
 }
 

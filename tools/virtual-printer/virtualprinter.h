@@ -51,7 +51,8 @@ struct VirtualExchange
 /// apart, since a pseudo terminal has none.
 ///
 /// Either the owner calls service() whenever the printer has to look at its line, or start() lets a
-/// thread do it. All operations may be called from any thread.
+/// thread do it. start(), stop() and hangUp() are called from one thread, the one that destroys the
+/// printer; the others may be called from any thread.
 class VirtualPrinter
 {
 public:
