@@ -56,6 +56,8 @@ QString lineWithValues(const QString &line, DocumentValues &values)
 QString PrinterDocumentFormatter::processDocAttributes(const QString &line,
                                                        const PrinterDocument &document) const
 {
+    if (!line.contains(QLatin1Char('<')))
+        return line;
     DocumentValues values(document);
     return lineWithValues(line, values);
 }
