@@ -1,0 +1,200 @@
+#include "watch.h"
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QHash>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <csignal>
+#include <cstdio>
+
+#include "support.h"
+
+namespace {
+
+// An editor's save is several changes; they are over long before this.
+constexpr int settleMilliseconds = 100;
+// How often to look for a file that is gone, should its folder not tell of its return.
+constexpr int missingMilliseconds = 500;
+
+void say(const QString &message)
+{
+    const QByteArray line = message.toUtf8() + '\n';
+    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
+}
+
+/// Makes Ctrl+C and termination leave the event loop instead of killing the program, for as long as
+/// the object lives.
+class QuitOnSignals
+{
+public:
+    QuitOnSignals()
+    {
+        sigemptyset(&m_signals);
+        sigaddset(&m_signals, SIGINT);
+        sigaddset(&m_signals, SIGTERM);
+        sigprocmask(SIG_BLOCK, &m_signals, &m_previous);
+        m_descriptor = signalfd(-1, &m_signals, SFD_CLOEXEC | SFD_NONBLOCK);
+        if (m_descriptor < 0)
+            return;
+        m_notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, &m_owner);
+        QObject::connect(m_notifier, &QSocketNotifier::activated, &m_owner, [this] {
+            signalfd_siginfo taken{};
+            if (::read(m_descriptor, &taken, sizeof taken) > 0)
+                QCoreApplication::quit();
+        });
+    }
+    ~QuitOnSignals()
+    {
+        delete m_notifier;
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+        sigprocmask(SIG_SETMASK, &m_previous, nullptr);
+    }
+    QuitOnSignals(const QuitOnSignals &) = delete;
+    QuitOnSignals &operator=(const QuitOnSignals &) = delete;
+
+private:
+    QObject m_owner;
+    QSocketNotifier *m_notifier = nullptr;
+    sigset_t m_signals{};
+    sigset_t m_previous{};
+    int m_descriptor = -1;
+};
+
+class Watch
+{
+public:
+    Watch(const QStringList &fileNames, const std::function<int()> &run)
+        : m_fileNames(fileNames), m_run(run)
+    {
+        m_settled.setSingleShot(true);
+        QObject::connect(&m_watcher, &QFileSystemWatcher::fileChanged, &m_settled,
+                         [this](const QString &) { await(true); });
+        QObject::connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_settled,
+                         [this](const QString &) { await(false); });
+        QObject::connect(&m_settled, &QTimer::timeout, &m_settled, [this] { look(); });
+    }
+
+    int exec()
+    {
+        // What changes during the first run is a change, too.
+        watchAll();
+        m_stamps = stamps();
+        m_status = m_run();
+        say(QStringLiteral("Watching %1; Ctrl+C ends.")
+                .arg(m_fileNames.join(QStringLiteral(", "))));
+        look();
+        QCoreApplication::exec();
+        return m_status;
+    }
+
+private:
+    void await(bool changed)
+    {
+        m_changed = m_changed || changed;
+        m_settled.start(settleMilliseconds);
+    }
+
+    /// The watcher drops a file that was removed or renamed, so all are handed to it each time.
+    void watchAll()
+    {
+        QStringList paths;
+        for (const QString &name : m_fileNames) {
+            const QFileInfo file(name);
+            if (file.exists())
+                paths.append(file.absoluteFilePath());
+            if (QFileInfo::exists(file.absolutePath()))
+                paths.append(file.absolutePath());
+        }
+        const QStringList watched = m_watcher.files() + m_watcher.directories();
+        for (const QString &path : watched)
+            paths.removeAll(path);
+        paths.removeDuplicates();
+        if (!paths.isEmpty())
+            m_watcher.addPaths(paths);
+    }
+
+    /// What tells one state of the files from another when only their folder has changed.
+    QStringList stamps() const
+    {
+        QStringList result;
+        for (const QString &name : m_fileNames) {
+            const QFileInfo file(name);
+            result.append(QStringLiteral("%1 %2 %3")
+                              .arg(file.size())
+                              .arg(file.lastModified().toMSecsSinceEpoch())
+                              .arg(file.metadataChangeTime().toMSecsSinceEpoch()));
+        }
+        return result;
+    }
+
+    QStringList missingFiles() const
+    {
+        QStringList result;
+        for (const QString &name : m_fileNames) {
+            if (!QFileInfo::exists(name))
+                result.append(name);
+        }
+        return result;
+    }
+
+    void look()
+    {
+        const QStringList missing = missingFiles();
+        if (!missing.isEmpty()) {
+            if (missing != m_missing)
+                say(QStringLiteral("Waiting for %1.").arg(missing.join(QStringLiteral(", "))));
+            m_missing = missing;
+            m_settled.start(missingMilliseconds);
+            return;
+        }
+        m_missing.clear();
+        watchAll();
+        const QStringList now = stamps();
+        if (!m_changed && now == m_stamps)
+            return;
+        m_changed = false;
+        m_stamps = now;
+        m_status = m_run();
+        // A change during the run may have come too early for a watch that was set up anew.
+        m_settled.start(settleMilliseconds);
+    }
+
+    const QStringList m_fileNames;
+    const std::function<int()> m_run;
+    QFileSystemWatcher m_watcher;
+    QTimer m_settled;
+    QStringList m_stamps;
+    QStringList m_missing;
+    bool m_changed = false;
+    int m_status = tool::Success;
+};
+
+}  // namespace
+
+namespace tool {
+
+QCommandLineOption watchOption()
+{
+    return QCommandLineOption(
+        QStringLiteral("watch"),
+        QStringLiteral("Do it again whenever one of the files changes; Ctrl+C ends."));
+}
+
+int runAndWatch(const QStringList &fileNames, const std::function<int()> &run)
+{
+    if (fileNames.contains(QStringLiteral("-"))) {
+        complain(QStringLiteral("--watch: standard input can't be watched"));
+        return WrongUsage;
+    }
+    const QuitOnSignals quitter;
+    return Watch(fileNames, run).exec();
+}
+
+}  // namespace tool
