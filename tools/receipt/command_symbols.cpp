@@ -164,7 +164,7 @@ private:
     {
         const qint64 end = m_reader.columnNumber();
         const QString line = m_lines.value(static_cast<int>(m_reader.lineNumber()) - 1);
-        const int start = line.left(static_cast<int>(end)).lastIndexOf(QLatin1Char('<'));
+        const int start = line.leftRef(static_cast<int>(end)).lastIndexOf(QLatin1Char('<'));
         return place(start >= 0 ? start : end);
     }
 

@@ -35,7 +35,7 @@ private:
 };
 
 // At file scope, so that it outlives the static objects of clients.
-const CLocale cLocale;
+const CLocale cLocale;  // clazy:exclude=non-pod-global-static
 
 double readByStrtod(const char *text, const char **end)
 {

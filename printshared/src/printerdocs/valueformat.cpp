@@ -22,7 +22,7 @@ QString withFixedDecimals(const QString &wholeFormat, int decimals, double value
     // Intended: the whole part passes through 32 bits. One that doesn't fit prints as 0, and the
     // "-0" of a number between -1 and 0 loses its sign; printed receipts are compared with the
     // fiscal memory's, which has it so. Tests: wholePartPassesThrough32Bits.
-    const int whole = text.left(point).toInt();
+    const int whole = text.leftRef(point).toInt();
     const QString fraction = point < 0 ? QString() : text.mid(point + 1);
     return valueformat::ofInteger(wholeFormat, whole) + QLatin1Char('.') + fraction;
 }

@@ -396,7 +396,7 @@ QList<PrinterInfo> PrinterInfo::fromFile(const QString &path)
 
 // At file scope, so that they outlive the static objects of clients.
 static std::mutex catalogueMutex;
-static QList<PrinterInfo> catalogue;
+static QList<PrinterInfo> catalogue;  // clazy:exclude=non-pod-global-static
 
 QList<PrinterInfo> PrinterInfo::fromResources()
 {
