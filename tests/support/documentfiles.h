@@ -27,7 +27,7 @@ inline TextPrinterDocument documentOf(const QString &text)
     block.setText({text});
     block.setFormat(QList<QByteArray>{QByteArray(text.size(), '\0')});
     block.setFont(QList<QByteArray>{QByteArray(text.size(), '\1')});
-    block.setLineSpacing({0});
+    block.setLineSpacing(0);
     TextPrinterDocument document;
     document.appendBlock(block);
     document.setSymbolsPerLine(48);

@@ -1,0 +1,109 @@
+// A picture file on its way into a block: any bytes, or a picture written by Qt in any format.
+#include <QBuffer>
+#include <QFile>
+#include <QImageReader>
+#include <QImageWriter>
+
+#include "documentlaws.h"
+#include "fuzzing.h"
+#include "printerdocs/bbcodeparser.h"
+
+using fuzzing::equal;
+
+namespace {
+
+// Of pictures beyond it only the limit counts, which a test holds; to read them takes seconds.
+constexpr qint64 mostPixels = 1 << 18;
+
+QImage takePicture(FuzzedDataProvider &input)
+{
+    const auto format = static_cast<QImage::Format>(
+        input.ConsumeIntegralInRange<int>(QImage::Format_Mono, QImage::NImageFormats - 1));
+    QImage picture(input.ConsumeIntegralInRange<int>(1, 100),
+                   input.ConsumeIntegralInRange<int>(1, 500), format);
+    const int colours = picture.pixelFormat().colorModel() == QPixelFormat::Indexed
+                            ? input.ConsumeIntegralInRange<int>(0, 1 << picture.depth())
+                            : 0;
+    QVector<QRgb> table;
+    for (int i = 0; i < colours; ++i)
+        table.append(input.ConsumeIntegral<quint32>());
+    picture.setColorTable(table);
+    // What the input leaves over is repeated over the picture.
+    const std::string bytes = input.ConsumeRemainingBytesAsString() + '\0';
+    for (int y = 0, at = 0; y < picture.height(); ++y) {
+        uchar *const row = picture.scanLine(y);
+        for (int i = 0; i < picture.bytesPerLine(); ++i, ++at)
+            row[i] = static_cast<uchar>(bytes[size_t(at) % bytes.size()]);
+    }
+    return picture;
+}
+
+QByteArray takeFile(FuzzedDataProvider &input)
+{
+    const char *const kinds[] = {"png", "bmp", "ppm", "xpm", "jpg"};
+    const bool isAnything = input.ConsumeBool();
+    const int kind = input.ConsumeIntegralInRange<int>(0, 4);
+    if (isAnything)
+        return QByteArray::fromStdString(input.ConsumeRemainingBytesAsString());
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter(&buffer, kinds[kind]).write(takePicture(input));
+    return buffer.data();
+}
+
+/// The picture pixel by pixel.
+MonochromeImage expectedImage(QImage picture)
+{
+    picture = picture.convertToFormat(QImage::Format_Mono);
+    if (picture.height() > 384)
+        picture = picture.scaledToWidth(384, Qt::SmoothTransformation);
+    MonochromeImage image = MonochromeImage::createEmpty(picture.width(), picture.height(), 32);
+    const bool isIndexed = picture.colorCount() > 0 || picture.depth() == 1;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (isIndexed && picture.pixelIndex(x, y) >= picture.colorCount())
+                continue;
+            const QRgb colour = picture.pixel(x, y);
+            image.setPixel(x, y, (colour & RGB_MASK) == 0, 32);
+        }
+    }
+    return image;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    FuzzedDataProvider input(data, size);
+    const QString path = fuzzing::scratchFolder() + QStringLiteral("/picture");
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return -1;
+    file.write(takeFile(input));
+    file.close();
+    QImageReader reader(path);
+    if (qint64(reader.size().width()) * reader.size().height() > mostPixels)
+        return -1;
+    const QImage picture = reader.read();
+    // One that grows beyond the limit when it is scaled counts as unreadable.
+    const qint64 rows = picture.isNull() ? 0 : qint64(picture.height()) * 384 / picture.width();
+    if (picture.height() > 384 && rows * 384 > 16 * mostPixels)
+        return -1;
+
+    BbCodeParser parser;
+    parser.setImagesPath(fuzzing::scratchFolder());
+    parser.parseText("[img name=picture][/img]");
+    equal("one block", parser.blocks().size(), 1);
+    MonochromeImage expected;
+    if (!picture.isNull()) {
+        expected = expectedImage(picture);
+        expected.setFileName(path);
+    }
+    const MonochromeImage image = parser.blocks().first().img();
+    equal("the size of the picture", QSize(image.width(), image.height()),
+          QSize(expected.width(), expected.height()));
+    equal("the pixels of the picture", image.image().toHex(), expected.image().toHex());
+    equal("the name of the picture", image.fileName(), expected.fileName());
+    documentlaws::check(parser.document());
+    return 0;
+}

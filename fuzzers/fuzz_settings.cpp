@@ -1,0 +1,138 @@
+// Item lists for all settings classes, from a known state on.
+#include <QGuiApplication>
+#include <limits>
+
+#include "fuzzing.h"
+#include "printers/textprintermodels.h"
+#include "settings/checktemplatessettings.h"
+#include "settings/systemprintersettings.h"
+#include "settings/textprintersettings.h"
+
+using fuzzing::bytesOf;
+using fuzzing::equal;
+
+namespace {
+
+/// The platform without a display: fonts need an application.
+void startApplication()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int count = 1;
+    static char name[] = "fuzz_settings";
+    static char *arguments[] = {name, nullptr};
+    // Never destroyed: the order of the end of static objects isn't ours.
+    static auto *const application = new QGuiApplication(count, arguments);
+    Q_UNUSED(application)
+}
+
+QStringList keysOf(const QVariantList &list)
+{
+    QStringList keys;
+    for (const QVariant &item : list)
+        keys.append(item.toMap().value("key").toString());
+    return keys;
+}
+
+/// The process's settings as they were before the first input.
+void reset()
+{
+    static const QVariantList text = TextPrinterSettings().toList();
+    static const QVariantList system = SystemPrinterSettings().toList();
+    TextPrinterSettings settings;
+    settings.setList(system);
+    settings.setList(text);
+    SystemPrinterSettings().setList(system);
+    settings.setCodec("cp866");
+    settings.setDefaultFont(QString());
+    settings.setPrintAsImage(false);
+    settings.setCodePage(0);
+    CheckTemplatesSettings().setCheckTemplatesPath(fuzzing::scratchFolder());
+    CheckTemplatesSettings().setDefaultCheckTemplate("default.cpt");
+}
+
+QVariantMap takeItem(FuzzedDataProvider &input)
+{
+    static const QStringList keys = keysOf(TextPrinterSettings().toList()) +
+                                    keysOf(SystemPrinterSettings().toList()) +
+                                    keysOf(CheckTemplatesSettings().toList()) +
+                                    QStringList{"codec", "printAsImage", "defaultFont"};
+    static const QStringList groups{PrinterSettings::SECTION,
+                                    CheckTemplatesSettings::SECTION,
+                                    QString(),
+                                    TextPrinterModels::MODEL_GENERAL_EPSON,
+                                    TextPrinterModels::MODEL_CUSTOM_VKP_80,
+                                    "any"};
+    const auto take = [&input](const QStringList &usual) {
+        const int index = input.ConsumeIntegralInRange<int>(0, usual.size());
+        return index < usual.size() ? QVariant(usual.at(index)) : fuzzing::takeValue(input);
+    };
+    QVariantMap item;
+    if (input.ConsumeIntegralInRange<int>(0, 15) > 0)
+        item.insert("group", take(groups));
+    if (input.ConsumeIntegralInRange<int>(0, 15) > 0)
+        item.insert("key", take(keys));
+    if (input.ConsumeIntegralInRange<int>(0, 15) > 0)
+        item.insert("value", input.ConsumeBool() ? fuzzing::takeValue(input) : take(groups));
+    return item;
+}
+
+/// An exported list leads back to the settings that it was exported from.
+template <class Settings>
+void exportLeadsBack()
+{
+    Settings settings;
+    const QVariantList list = settings.toList();
+    settings.setList(list);
+    equal("an exported list leads back", bytesOf(settings.toList()), bytesOf(list));
+    for (const QVariant &item : list)
+        settings.setValue(item.toMap());
+    equal("so do its items one by one", bytesOf(settings.toList()), bytesOf(list));
+}
+
+void everythingCanBeRead()
+{
+    TextPrinterSettings text;
+    text.getDefSymbolsPerLine();
+    text.moveCheckTo();
+    text.paperLoopFlag();
+    text.paper();
+    text.port();
+    SystemPrinterSettings system;
+    system.getDefSymbolsPerLine();
+    system.defaultFont(QString());
+    system.pageLayoutUnit(QString());
+    system.pageLayoutOrientation(QString());
+    CheckTemplatesSettings().checkTemplatesPath();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    startApplication();
+    FuzzedDataProvider input(data, size);
+    reset();
+    QVariantList list;
+    while (input.remaining_bytes() > 0)
+        list.append(input.ConsumeIntegralInRange<int>(0, 31) > 0 ? QVariant(takeItem(input))
+                                                                 : fuzzing::takeValue(input));
+    const int from = list.size() / 2;
+    TextPrinterSettings().setList(list);
+    SystemPrinterSettings().setList(list);
+    CheckTemplatesSettings().setList(list);
+    for (const QVariant &item : list.mid(from)) {
+        TextPrinterSettings().setValue(item.toMap());
+        SystemPrinterSettings().setValue(item.toMap());
+        CheckTemplatesSettings().setValue(item.toMap());
+    }
+    everythingCanBeRead();
+    // Item lists hold the type as a signed number: a greater one, which is no type, comes back as
+    // 0.
+    if (PrinterSettings().printerType() > unsigned(std::numeric_limits<int>::max()))
+        PrinterSettings().setPrinterType(0);
+    exportLeadsBack<PrinterSettings>();
+    exportLeadsBack<TextPrinterSettings>();
+    exportLeadsBack<SystemPrinterSettings>();
+    exportLeadsBack<CheckTemplatesSettings>();
+    return 0;
+}
