@@ -26,7 +26,8 @@ private Q_SLOTS:
         QFETCH(QString, option);
         const ReceiptRun run = runReceipt({option});
         QCOMPARE(run.status, 0);
-        for (const char *command : {"\n  eval ", "\n  fill ", "\n  render ", "\n  split "})
+        for (const char *command :
+             {"\n  eval ", "\n  fill ", "\n  lint ", "\n  render ", "\n  split "})
             QVERIFY2(run.output.contains(command), command);
         QCOMPARE(run.errors, QString());
     }
@@ -55,6 +56,8 @@ private Q_SLOTS:
                               << "Usage: receipt eval [options] EXPRESSION\n";
         QTest::newRow("fill") << "fill"
                               << "Usage: receipt fill [options] TEMPLATE DATA.json\n";
+        QTest::newRow("lint") << "lint"
+                              << "Usage: receipt lint [options] TEMPLATE...\n";
         QTest::newRow("render") << "render"
                                 << "Usage: receipt render [options] TEMPLATE DATA.json\n";
         QTest::newRow("split") << "split"
@@ -84,6 +87,9 @@ private Q_SLOTS:
             << QStringList{"fill", "a.cpt"} << count.arg("fill");
         QTest::newRow("fill with three files")
             << QStringList{"fill", "a", "b", "c"} << count.arg("fill");
+        QTest::newRow("lint without a template")
+            << QStringList{"lint"}
+            << "receipt: lint: a template is expected; see \"receipt lint --help\"\n";
         QTest::newRow("split without a template") << QStringList{"split"} << count.arg("split");
         QTest::newRow("render without files") << QStringList{"render"} << count.arg("render");
         QTest::newRow("render without a document")

@@ -16,6 +16,7 @@ int runDocument(const QStringList &arguments);
 int runEval(const QStringList &arguments);
 int runFill(const QStringList &arguments);
 int runFind(const QStringList &arguments);
+int runLint(const QStringList &arguments);
 int runModels(const QStringList &arguments);
 int runRender(const QStringList &arguments);
 int runSettings(const QStringList &arguments);

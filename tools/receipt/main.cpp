@@ -12,6 +12,7 @@ constexpr Command commands[] = {
     {"eval", "evaluate an arithmetic expression", runEval},
     {"fill", "fill a template's lines from a document", runFill},
     {"find", "find receipt printers on serial ports", runFind},
+    {"lint", "say what is wrong in templates", runLint},
     {"models", "list the known printers and what they can do", runModels},
     {"render", "print a receipt from a template and a document", runRender},
     {"settings", "show, check and make lists of settings", runSettings},

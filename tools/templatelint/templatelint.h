@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+#include <optional>
+
+#include "printerdocs/printerdocument.h"
+
+class QTextCodec;
+
+/// A checker of receipt templates. The library reports no mistake in a template, it prints what is
+/// left of it; this says beforehand what the author won't like.
+namespace templatelint {
+
+enum class Severity {
+    Error,    ///< something doesn't print, or prints wrong, with this document or with any
+    Warning,  ///< something prints in a way that hardly anybody wants
+    Note,     ///< worth knowing; depends on how the template is used
+};
+
+/// "error", "warning" or "note".
+QString nameOf(Severity severity);
+
+/// The form in which a template is rendered.
+enum class Form { Document, Text, Html };
+
+/// What a line has to fit into, in units of its own: dots, or characters.
+struct Paper
+{
+    int width = 0;
+    QVector<QSize> cells;  ///< cell of a character by font, as wide as the units say
+    QString name;          ///< for messages
+    bool hasDots = false;  ///< the units are dots
+};
+
+/// How a template is used. What isn't known here isn't checked.
+struct Options
+{
+    std::optional<PrinterDocument> document;
+    Form form = Form::Document;
+    bool splitsFiscalParts = false;  ///< the client cuts the template at its fiscal markers first
+    QString symbolFolder = QStringLiteral(".");
+    std::optional<Paper> paper;
+    const QTextCodec *codePage = nullptr;  ///< the printer's character set
+};
+
+struct Rule
+{
+    const char *name;
+    Severity severity;
+    const char *summary;
+    const char *why;
+    const char *wrong;      ///< a template on which the rule speaks
+    const char *right;      ///< the same without the mistake
+    const char *document;   ///< JSON text of the document for both, empty if none is needed
+    const char *arguments;  ///< further options of the command for both
+};
+
+/// All rules, in the order in which people meet them.
+const QVector<Rule> &rules();
+/// Null if there is no such rule.
+const Rule *findRule(const QString &name);
+/// The nearest of these names, if any is near.
+std::optional<QString> nearestName(const QString &name, const QStringList &names);
+
+struct Finding
+{
+    int line;    ///< from 1
+    int column;  ///< from 1, in UTF-16 units as editors count
+    const Rule *rule;
+    QString message;
+};
+
+/// All findings, by line, column and rule.
+QVector<Finding> lint(const QStringList &lines, const Options &options);
+
+}  // namespace templatelint
