@@ -9,6 +9,7 @@ struct Command
     const char *name;
     const char *summary;
     int (*run)(const QStringList &arguments);
+    bool draws = false;  ///< whether it needs the fonts of a graphical application
 };
 
 int runBbCode(const QStringList &arguments);
@@ -18,6 +19,7 @@ int runFill(const QStringList &arguments);
 int runFind(const QStringList &arguments);
 int runLint(const QStringList &arguments);
 int runModels(const QStringList &arguments);
+int runPreview(const QStringList &arguments);
 int runRender(const QStringList &arguments);
 int runSettings(const QStringList &arguments);
 int runSplit(const QStringList &arguments);

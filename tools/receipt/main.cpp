@@ -1,5 +1,6 @@
-#include <QCoreApplication>
-#include <cstring>
+#include <QGuiApplication>
+#include <QLoggingCategory>
+#include <memory>
 
 #include "commands.h"
 #include "support.h"
@@ -14,6 +15,7 @@ constexpr Command commands[] = {
     {"find", "find receipt printers on serial ports", runFind},
     {"lint", "say what is wrong in templates", runLint},
     {"models", "list the known printers and what they can do", runModels},
+    {"preview", "draw a receipt as a printer model prints it", runPreview, true},
     {"render", "print a receipt from a template and a document", runRender},
     {"settings", "show, check and make lists of settings", runSettings},
     {"split", "show the fiscal sections of a template", runSplit},
@@ -35,11 +37,35 @@ void printHelp()
                        "input, 2 wrong usage."));
 }
 
+const Command *findCommand(const QString &name)
+{
+    for (const Command &command : commands) {
+        if (name == QLatin1String(command.name))
+            return &command;
+    }
+    return nullptr;
+}
+
+/// A command that draws gets an application with fonts, and works without a display; the others
+/// don't pay for it.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
+{
+    const Command *command = argc > 1 ? findCommand(QString::fromLocal8Bit(argv[1])) : nullptr;
+    if (command == nullptr || !command->draws)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What Qt finds missing for a desktop is nothing to the user of a command.
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
+    auto application = std::make_unique<QGuiApplication>(argc, argv);
+    QLoggingCategory::setFilterRules(QString());
+    return application;
+}
+
 }  // namespace
 
 int main(int argc, char *argv[])
 {
-    const QCoreApplication application(argc, argv);
+    const auto application = makeApplication(argc, argv);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments.isEmpty()) {
         printHelp();
@@ -54,10 +80,8 @@ int main(int argc, char *argv[])
         tool::print(QStringLiteral("receipt " RECEIPT_VERSION));
         return tool::Success;
     }
-    for (const Command &command : commands) {
-        if (name == QLatin1String(command.name))
-            return tool::finished(command.run(arguments.mid(1)));
-    }
+    if (const Command *command = findCommand(name))
+        return tool::finished(command->run(arguments.mid(1)));
     tool::complain(QStringLiteral("there is no command \"%1\"; see \"receipt --help\"").arg(name));
     return tool::WrongUsage;
 }

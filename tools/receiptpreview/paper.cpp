@@ -1,0 +1,66 @@
+#include "paper.h"
+
+#include <QRegularExpression>
+#include <QtMath>
+
+namespace receiptpreview {
+
+namespace {
+
+constexpr int usualDotsPerInch = 203;
+constexpr double millimetresPerInch = 25.4;
+// A record without a sensible font or line still gives a picture.
+constexpr int leastCell = 1;
+constexpr int usualCellWidth = 12;
+constexpr int usualCellHeight = 24;
+constexpr int leastLine = 16;
+constexpr int mostDots = 10000;
+
+double millimetresOf(const PaperInfo &paper)
+{
+    static const QRegularExpression number(QStringLiteral("\\d+(\\.\\d+)?"));
+    const QRegularExpressionMatch match = number.match(paper.caption());
+    return match.hasMatch() ? match.captured().toDouble() : paper.width();
+}
+
+FontInfo usable(FontInfo font)
+{
+    if (font.width() < leastCell)
+        font.setWidth(usualCellWidth);
+    if (font.height() < leastCell)
+        font.setHeight(usualCellHeight);
+    return font;
+}
+
+}  // namespace
+
+Paper::Paper(const PrinterInfo &model, int paperId, int baseFont)
+    : m_model(model),
+      m_info(model.paperType(paperId)),
+      m_baseFont(usable(FontInfo())),
+      m_dotsPerInch(model.resolution() > 0 ? model.resolution() : usualDotsPerInch)
+{
+    const QList<FontInfo> fonts = model.fontTypes();
+    for (const FontInfo &font : fonts)
+        m_fonts.append(usable(font));
+    if (!m_fonts.isEmpty())
+        m_baseFont = m_fonts.constFirst();
+    for (const FontInfo &font : qAsConst(m_fonts)) {
+        if (font.id() == baseFont)
+            m_baseFont = font;
+    }
+    const int paperDots = qRound(millimetresOf(m_info) / millimetresPerInch * m_dotsPerInch);
+    m_printableWidth = qBound(leastLine, m_info.pointsToLine(), mostDots);
+    m_width = qBound(m_printableWidth, paperDots, 2 * mostDots);
+}
+
+const FontInfo &Paper::font(unsigned char number) const
+{
+    for (const FontInfo &font : m_fonts) {
+        if (number != 0 && font.id() == number)
+            return font;
+    }
+    return m_baseFont;
+}
+
+}  // namespace receiptpreview

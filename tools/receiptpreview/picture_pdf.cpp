@@ -1,0 +1,134 @@
+#include <QBuffer>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QRegularExpression>
+
+#include "painting.h"
+#include "picture.h"
+
+namespace receiptpreview {
+
+namespace {
+
+constexpr double millimetresPerInch = 25.4;
+
+class PdfCanvas : public Canvas
+{
+public:
+    PdfCanvas(QPainter &painter, const Typeface &typeface)
+        : m_painter(painter), m_typeface(typeface)
+    {}
+
+    /// Where the next page begins.
+    void setTop(int top) { m_top = top; }
+
+    void fill(const QRect &dots, Ink ink) override
+    {
+        m_painter.fillRect(dots.translated(0, -m_top), QColor(QRgb(colourOf(ink))));
+    }
+
+    void glyph(const QRect &dots, char16_t code, quint8 effects) override
+    {
+        QGlyphRun run;
+        run.setRawFont(m_typeface.font(effects));
+        run.setGlyphIndexes({m_typeface.glyph(code, effects)});
+        run.setPositions({QPointF(0, 0)});
+        const QTransform outer = m_painter.transform();
+        const QTransform place = QTransform::fromTranslate(dots.left(), dots.top() - m_top);
+        m_painter.setTransform(m_typeface.toCell(effects, dots.size()) * place * outer);
+        m_painter.drawGlyphRun(QPointF(0, 0), run);
+        m_painter.setTransform(outer);
+    }
+
+private:
+    QPainter &m_painter;
+    const Typeface &m_typeface;
+    int m_top = 0;
+};
+
+/// Where pages end: before a row that would be beyond the height, unless a row is higher than that.
+std::vector<int> pageEnds(const Layout &layout, int pageHeight)
+{
+    std::vector<int> ends;
+    int top = 0;
+    for (const Row &row : layout.rows()) {
+        if (row.bottom() - top > pageHeight && row.top > top) {
+            top = row.top;
+            ends.push_back(top);
+        }
+        while (row.bottom() - top > pageHeight) {
+            top += pageHeight;
+            ends.push_back(top);
+        }
+    }
+    ends.push_back(layout.size().height());
+    return ends;
+}
+
+QPageSize pageOf(const Layout &layout, int height, int scale)
+{
+    const double millimetres = millimetresPerInch * scale / layout.paper().dotsPerInch();
+    return QPageSize(QSizeF(layout.size().width() * millimetres, height * millimetres),
+                     QPageSize::Millimeter, QStringLiteral("Receipt"), QPageSize::ExactMatch);
+}
+
+/// The moment of writing would make each run's file another one.
+void removeTime(QByteArray &pdf)
+{
+    const QByteArray key = "/CreationDate (D:";
+    const int start = pdf.indexOf(key);
+    const int end = pdf.indexOf(')', start);
+    for (int i = start + key.size(); start >= 0 && i < end; ++i) {
+        if (pdf.at(i) >= '0' && pdf.at(i) <= '9')
+            pdf[i] = '0';
+    }
+}
+
+bool paintPages(const Layout &layout, const Typeface &typeface, int scale, QPdfWriter &writer,
+                const Progress &progress)
+{
+    const int dotsPerInch = layout.paper().dotsPerInch();
+    const int pageHeight = qRound(tallestPageMillimetres / millimetresPerInch * dotsPerInch);
+    const std::vector<int> ends = pageEnds(layout, pageHeight);
+    writer.setResolution(dotsPerInch);
+    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+    writer.setPageSize(pageOf(layout, ends.front(), scale));
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return false;
+    painter.scale(scale, scale);
+    PdfCanvas canvas(painter, typeface);
+    int top = 0;
+    for (const int end : ends) {
+        if (top > 0) {
+            writer.setPageSize(pageOf(layout, end - top, scale));
+            writer.newPage();
+        }
+        canvas.setTop(top);
+        paint(layout, top, end, canvas);
+        top = end;
+        progress(end, layout.size().height());
+    }
+    return painter.end();
+}
+
+}  // namespace
+
+bool writePdf(const Layout &layout, const Typeface &typeface, int scale, QIODevice &device,
+              const Progress &progress, QString *error)
+{
+    QByteArray pdf;
+    QBuffer buffer(&pdf);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setCreator(QStringLiteral("receipt preview"));
+    const bool painted = paintPages(layout, typeface, scale, writer, progress);
+    removeTime(pdf);
+    if (painted && device.write(pdf) == pdf.size())
+        return true;
+    *error = painted ? device.errorString() : QStringLiteral("the PDF can't be made");
+    return false;
+}
+
+}  // namespace receiptpreview

@@ -1,0 +1,73 @@
+#include "typeface.h"
+
+#include <QFile>
+
+namespace receiptpreview {
+
+namespace {
+
+// The outlines are taken at this size and scaled to the cell, so the size itself doesn't matter.
+constexpr qreal outlineSize = 1000;
+constexpr qreal slant = -0.2;  // of italic letters
+
+bool loadFont(QRawFont &font, const QString &path, QString *error)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+        font.loadFromData(file.readAll(), outlineSize, QFont::PreferNoHinting);
+    if (font.isValid())
+        return true;
+    *error = QStringLiteral("%1: %2; the file belongs to the Debian package fonts-dejavu-core")
+                 .arg(path, file.isOpen() ? QStringLiteral("this is no font") : file.errorString());
+    return false;
+}
+
+}  // namespace
+
+QString Typeface::defaultFolder()
+{
+    return QStringLiteral(RECEIPTPREVIEW_FONTS);
+}
+
+bool Typeface::load(const QString &folder, QString *error)
+{
+    return loadFont(m_regular, folder + QStringLiteral("/DejaVuSansMono.ttf"), error) &&
+           loadFont(m_bold, folder + QStringLiteral("/DejaVuSansMono-Bold.ttf"), error);
+}
+
+QPainterPath Typeface::outline(char16_t code, quint8 effects, const QSizeF &cell) const
+{
+    if (code == u' ')
+        return QPainterPath();
+    return toCell(effects, cell).map(font(effects).pathForGlyph(glyph(code, effects)));
+}
+
+const QRawFont &Typeface::font(quint8 effects) const
+{
+    return (effects & Cell::Bold) != 0 ? m_bold : m_regular;
+}
+
+quint32 Typeface::glyph(char16_t code, quint8 effects) const
+{
+    quint32 index = 0;
+    int count = 1;
+    const QChar character(code);
+    font(effects).glyphIndexesForChars(&character, 1, &index, &count);
+    return index;
+}
+
+QTransform Typeface::toCell(quint8 effects, const QSizeF &cell) const
+{
+    const QRawFont &face = font(effects);
+    const QPointF advance = face.advancesForGlyphIndexes({glyph(u'0', effects)}).value(0);
+    const qreal ascent = face.ascent();
+    const qreal xScale = cell.width() / advance.x();
+    const qreal yScale = cell.height() / (ascent + face.descent());
+    QTransform transform = QTransform::fromScale(xScale, yScale);
+    transform.translate(0, ascent);
+    if ((effects & Cell::Italic) != 0)
+        transform.shear(slant, 0);
+    return transform;
+}
+
+}  // namespace receiptpreview

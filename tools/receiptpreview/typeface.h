@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QChar>
+#include <QHash>
+#include <QPainterPath>
+#include <QRawFont>
+#include <QSize>
+#include <QString>
+#include <QTransform>
+
+#include "layout.h"
+
+namespace receiptpreview {
+
+/// The letters of pictures: DejaVu Sans Mono, regular and bold, read from its files, so that no
+/// setting of the machine chooses another. Needs a QGuiApplication while it lives.
+class Typeface
+{
+public:
+    /// The folder of Debian's package fonts-dejavu-core.
+    static QString defaultFolder();
+
+    /// Reads the files. On failure gives false with a message that names the file and the package.
+    bool load(const QString &folder, QString *error);
+
+    /// The outline of a character in a cell of this size, with the cell's upper left corner at the
+    /// origin. Empty for a blank.
+    QPainterPath outline(char16_t code, quint8 effects, const QSizeF &cell) const;
+
+    const QRawFont &font(quint8 effects) const;
+    quint32 glyph(char16_t code, quint8 effects) const;
+    /// From the font's own units, with the origin on the base line, to a cell.
+    QTransform toCell(quint8 effects, const QSizeF &cell) const;
+
+private:
+    QRawFont m_regular;
+    QRawFont m_bold;
+};
+
+}  // namespace receiptpreview
