@@ -45,12 +45,12 @@ const void *address(Function *function)
     return reinterpret_cast<const void *>(function);
 }
 
-/// Runs a function on a thread with little stack, as clients may have.
+/// Runs a function on a thread with much less stack than clients' threads have.
 template <class Function>
 void runOnSmallStack(Function function)
 {
     std::unique_ptr<QThread> thread(QThread::create(function));
-    thread->setStackSize(1024 * 1024);
+    thread->setStackSize(256 * 1024);
     thread->start();
     QVERIFY(thread->wait());
 }
@@ -552,6 +552,46 @@ private Q_SLOTS:
         QCOMPARE(nested("abs(", te_max_nesting / 2, "1"), 0);
         QVERIFY(nested("abs(", te_max_nesting / 2 + 1, "1") != 0);
         QCOMPARE(nested("abs ", te_max_nesting, "e"), 0);
+    }
+
+    void nestingTakesNoStack_data()
+    {
+        QTest::addColumn<QByteArray>("open");
+        QTest::addColumn<QByteArray>("close");
+        QTest::addColumn<int>("times");
+
+        QTest::newRow("brackets") << QByteArray("(") << QByteArray(")") << int(te_max_nesting);
+        QTest::newRow("signs in brackets")
+            << QByteArray("1*-(") << QByteArray(")") << int(te_max_nesting);
+        QTest::newRow("functions") << QByteArray("abs ") << QByteArray() << int(te_max_nesting);
+        QTest::newRow("functions with brackets")
+            << QByteArray("-abs(") << QByteArray(")") << te_max_nesting / 2;
+        QTest::newRow("first arguments")
+            << QByteArray("pow(") << QByteArray(",1)") << int(te_max_nesting);
+        QTest::newRow("last arguments")
+            << QByteArray("1+2*3^atan2(0,") << QByteArray(")") << int(te_max_nesting);
+        QTest::newRow("lists") << QByteArray("(1,2,") << QByteArray(")") << int(te_max_nesting);
+    }
+
+    void nestingTakesNoStack()
+    {
+        QFETCH(QByteArray, open);
+        QFETCH(QByteArray, close);
+        QFETCH(int, times);
+        const auto text = [&](int depth, const char *inner) {
+            return open.repeated(depth) + inner + close.repeated(depth);
+        };
+        double a = 0;
+        runOnSmallStack([&] {
+            int error = -1;
+            const double value = te_interp(text(times, "0").constData(), &error);
+            QCOMPARE(error, 0);
+            const Tree tree = compiled(text(times, "a"), {{"a", &a, TE_VARIABLE, nullptr}});
+            QVERIFY(tree != nullptr);
+            QVERIFY(same(te_eval(tree.get()), value));
+            te_interp(text(times + 1, "0").constData(), &error);
+            QVERIFY(error > times);
+        });
     }
 
     void nullAddressIsAParseError()

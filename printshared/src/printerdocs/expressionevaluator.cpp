@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 #include <new>
 #include <vector>
 
@@ -71,6 +72,12 @@ struct TreeBuilder
             node->parameters[arityOf(type)] = context;
         return node;
     }
+    static Node pair(const void *function, Node a, Node b)
+    {
+        const Node arguments[] = {a, b};
+        return call(TE_FUNCTION2 | TE_FLAG_PURE, function, nullptr, arguments);
+    }
+    static void release(Node node) { te_free(node); }
 };
 
 /// Evaluates an expression while it is read: the same value without a tree.
@@ -84,9 +91,50 @@ struct ValueBuilder
     {
         return expression::call(type, function, context, arguments);
     }
+    static Node pair(const void *function, Node a, Node b) { return callAs(function, a, b); }
+    static void release(Node) {}
 };
 
-/// Recursive descent, one operation for each rule; the three levels of binary operators share one.
+/// A stack of plain values: some lie where the stack itself lies, more of them on the heap.
+template <typename Value, std::size_t usualSize>
+class PlainStack
+{
+public:
+    PlainStack() : m_values(m_usual) {}
+    PlainStack(const PlainStack &) = delete;
+    PlainStack &operator=(const PlainStack &) = delete;
+
+    bool isEmpty() const { return m_size == 0; }
+    Value &top() { return m_values[m_size - 1]; }
+    void push(const Value &value)
+    {
+        if (m_size == m_capacity)
+            grow();
+        m_values[m_size++] = value;
+    }
+    void pop(std::size_t count = 1) { m_size -= count; }
+    /// The uppermost so many values, the lowest of them first.
+    const Value *uppermost(std::size_t count) const { return m_values + m_size - count; }
+
+private:
+    void grow()
+    {
+        auto more = std::make_unique<Value[]>(2 * m_capacity);
+        std::copy(m_values, m_values + m_size, more.get());
+        m_more = std::move(more);
+        m_values = m_more.get();
+        m_capacity *= 2;
+    }
+
+    Value m_usual[usualSize];  // of which nothing is read before it is written
+    Value *m_values;
+    std::size_t m_size = 0;
+    std::size_t m_capacity = usualSize;
+    std::unique_ptr<Value[]> m_more;
+};
+
+/// Reads an expression by the precedence of its operators. What waits for an operand waits on a
+/// stack on the heap, so that no nesting takes up the thread's own.
 template <typename Builder>
 class Parser
 {
@@ -101,15 +149,27 @@ public:
         m_state.lookup_len = count;
         next_token(&m_state);
     }
-
-    Node list()
+    ~Parser()
     {
-        Node node = binary(sumLevel);
-        while (m_state.type == TE_TOKEN_SEPARATOR) {
-            next_token(&m_state);
-            node = pair(addressOf(comma), node, binary(sumLevel));
+        for (; !m_operands.isEmpty(); m_operands.pop())
+            Builder::release(m_operands.top());
+    }
+    Parser(const Parser &) = delete;
+    Parser &operator=(const Parser &) = delete;
+
+    /// The whole text; a default node if it can't be read.
+    Node read()
+    {
+        while (readOperand() && readBehindOperand()) {
         }
-        return node;
+        if (m_state.type != TE_TOKEN_END)
+            return Node();
+        applyBinary(listLevel);
+        if (!m_waiting.isEmpty()) {
+            m_state.type = TE_TOKEN_ERROR;
+            return Node();
+        }
+        return takeOperand();
     }
 
     /// 0 if the whole text was read.
@@ -121,144 +181,211 @@ public:
     }
 
 private:
-    enum Level { sumLevel, productLevel, powerLevel };
+    enum Level : unsigned char { listLevel, sumLevel, productLevel, powerLevel };
 
-    static Node pair(const void *function, Node a, Node b)
+    enum Role : unsigned char {
+        BinaryOperator,  ///< has its left operand
+        PrefixCall,      ///< a sign, or a function without brackets of its own
+        ArgumentList,    ///< a function and the bracket behind it
+        Bracket
+    };
+
+    struct Waiting
     {
-        const Node arguments[] = {a, b};
-        return Builder::call(TE_FUNCTION2 | TE_FLAG_PURE, function, nullptr, arguments);
-    }
+        const void *function;
+        void *context;
+        Role role;
+        unsigned char type;
+        unsigned char number;  ///< of an operator its level, of a prefix the nesting that it
+                               ///< counts, of a list the arguments in front of the present one
+    };
 
-    static int levelOf(const void *function)
+    static constexpr std::size_t usualOperands = 8;
+    static constexpr std::size_t usualWaiting = 8;
+
+    static Level levelOf(const void *function)
     {
         if (function == addressOf(add) || function == addressOf(sub))
             return sumLevel;
         return function == addressOf(power) ? powerLevel : productLevel;
     }
 
-    Node binary(int lowestLevel)
+    bool failed()
     {
-        Node node = signedBase();
-        while (m_state.type == TE_TOKEN_INFIX && levelOf(m_state.function) >= lowestLevel) {
-            const void *const function = m_state.function;
-            next_token(&m_state);
-            node = pair(function, node, binary(levelOf(function) + 1));
-        }
+        m_state.type = TE_TOKEN_ERROR;
+        return false;
+    }
+
+    bool isSign() const
+    {
+        return m_state.type == TE_TOKEN_INFIX && levelOf(m_state.function) == sumLevel;
+    }
+
+    Node takeOperand()
+    {
+        const Node node = m_operands.top();
+        m_operands.pop();
         return node;
     }
 
-    Node signedBase()
+    /// Signs, functions and brackets up to a number, a variable or a function without arguments.
+    /// @return whether there was an operand; else the token is an error
+    bool readOperand()
+    {
+        readSigns();
+        while (arityOf(m_state.type) > 0 || m_state.type == TE_TOKEN_OPEN) {
+            if (!openNesting())
+                return false;
+            readSigns();
+        }
+        if (isCall(m_state.type))
+            return readCallWithoutArguments();
+        if (m_state.type == TE_TOKEN_NUMBER)
+            m_operands.push(Builder::constant(m_state.value));
+        else if (m_state.type == TE_TOKEN_VARIABLE)
+            m_operands.push(Builder::variable(m_state.bound));
+        else
+            return failed();
+        next_token(&m_state);
+        applyPrefixes();
+        return true;
+    }
+
+    void readSigns()
     {
         bool isNegative = false;
-        while (m_state.type == TE_TOKEN_INFIX && levelOf(m_state.function) == sumLevel) {
-            if (m_state.function == addressOf(sub))
-                isNegative = !isNegative;
-            next_token(&m_state);
-        }
-        const Node node = base();
-        return isNegative
-                   ? Builder::call(TE_FUNCTION1 | TE_FLAG_PURE, addressOf(negate), nullptr, &node)
-                   : node;
+        for (; isSign(); next_token(&m_state))
+            isNegative = isNegative != (m_state.function == addressOf(sub));
+        if (isNegative)
+            m_waiting.push(
+                {addressOf(negate), nullptr, PrefixCall, TE_FUNCTION1 | TE_FLAG_PURE, 0});
     }
 
-    Node base()
+    Waiting waitingToken(Role role) const
     {
-        if (isCall(m_state.type))
-            return arityOf(m_state.type) == 0 ? callOfFunction() : nested(&Parser::callOfFunction);
-        switch (m_state.type) {
-            case TE_TOKEN_NUMBER: {
-                const Node node = Builder::constant(m_state.value);
-                next_token(&m_state);
-                return node;
-            }
-            case TE_TOKEN_VARIABLE: {
-                const Node node = Builder::variable(m_state.bound);
-                next_token(&m_state);
-                return node;
-            }
-            case TE_TOKEN_OPEN:
-                return nested(&Parser::bracketed);
-            default:
-                return failed();
-        }
+        return {m_state.function, m_state.context, role, static_cast<unsigned char>(m_state.type),
+                0};
     }
 
-    Node nested(Node (Parser::*rule)())
+    /// A bracket, or a function with arguments and its bracket, if it needs one.
+    bool openNesting()
     {
         if (m_nesting == te_max_nesting)
             return failed();
+        Waiting waiting = waitingToken(Bracket);
+        if (isCall(m_state.type)) {
+            const bool isPrefix = arityOf(m_state.type) == 1;
+            waiting.role = isPrefix ? PrefixCall : ArgumentList;
+            waiting.number = isPrefix ? 1 : 0;
+            next_token(&m_state);
+            if (waiting.role == ArgumentList && m_state.type != TE_TOKEN_OPEN)
+                return failed();
+        }
+        if (waiting.role != PrefixCall)
+            next_token(&m_state);
         ++m_nesting;
-        const Node node = (this->*rule)();
+        m_waiting.push(waiting);
+        return true;
+    }
+
+    bool readCallWithoutArguments()
+    {
+        const Waiting waiting = waitingToken(PrefixCall);
+        next_token(&m_state);
+        if (m_state.type == TE_TOKEN_OPEN) {
+            next_token(&m_state);
+            if (m_state.type != TE_TOKEN_CLOSE)
+                return failed();
+            next_token(&m_state);
+        }
+        apply(waiting);
+        applyPrefixes();
+        return true;
+    }
+
+    /// Closing brackets, and an operator or a comma behind them.
+    /// @return whether there is one, so that another operand has to follow
+    bool readBehindOperand()
+    {
+        while (m_state.type == TE_TOKEN_CLOSE) {
+            if (!closeNesting())
+                return false;
+        }
+        if (m_state.type == TE_TOKEN_INFIX)
+            return waitForRightSide(m_state.function, levelOf(m_state.function));
+        if (m_state.type != TE_TOKEN_SEPARATOR)
+            return false;
+        applyBinary(sumLevel);
+        if (m_waiting.isEmpty() || m_waiting.top().role != ArgumentList)
+            return waitForRightSide(addressOf(comma), listLevel);
+        Waiting &list = m_waiting.top();
+        if (++list.number == arityOf(list.type))
+            return failed();
+        next_token(&m_state);
+        return true;
+    }
+
+    bool waitForRightSide(const void *function, Level level)
+    {
+        applyBinary(level);
+        m_waiting.push({function, nullptr, BinaryOperator, TE_FUNCTION2 | TE_FLAG_PURE, level});
+        next_token(&m_state);
+        return true;
+    }
+
+    bool closeNesting()
+    {
+        applyBinary(listLevel);
+        if (m_waiting.isEmpty())
+            return failed();
+        const Waiting waiting = m_waiting.top();
+        if (waiting.role == ArgumentList && waiting.number != arityOf(waiting.type) - 1)
+            return failed();
+        m_waiting.pop();
         --m_nesting;
-        return node;
-    }
-
-    Node failed()
-    {
-        m_state.type = TE_TOKEN_ERROR;
-        return Builder::constant(notANumber);
-    }
-
-    Node bracketed()
-    {
         next_token(&m_state);
-        const Node node = list();
-        expectClose();
-        return node;
+        if (waiting.role == ArgumentList)
+            apply(waiting);
+        applyPrefixes();
+        return true;
     }
 
-    void expectClose()
+    /// The operators of this level and of those that bind tighter have both their sides.
+    void applyBinary(Level level)
     {
-        if (m_state.type == TE_TOKEN_CLOSE)
-            next_token(&m_state);
-        else
-            m_state.type = TE_TOKEN_ERROR;
+        while (!m_waiting.isEmpty() && m_waiting.top().role == BinaryOperator &&
+               m_waiting.top().number >= level) {
+            const Node right = takeOperand();
+            Node &left = m_operands.top();
+            left = Builder::pair(m_waiting.top().function, left, right);
+            m_waiting.pop();
+        }
     }
 
-    Node callOfFunction()
+    void applyPrefixes()
     {
-        const int type = m_state.type;
-        const void *const function = m_state.function;
-        void *const context = m_state.context;
-        Node arguments[mostArguments] = {};
-        next_token(&m_state);
-        switch (arityOf(type)) {
-            case 0:
-                if (m_state.type == TE_TOKEN_OPEN) {
-                    next_token(&m_state);
-                    expectClose();
-                }
-                break;
-            case 1:
-                arguments[0] = signedBase();
-                break;
-            default:
-                readArguments(arityOf(type), arguments);
+        while (!m_waiting.isEmpty() && m_waiting.top().role == PrefixCall) {
+            const Waiting waiting = m_waiting.top();
+            m_waiting.pop();
+            m_nesting -= waiting.number;
+            apply(waiting);
         }
-        return Builder::call(type, function, context, arguments);
     }
 
-    void readArguments(int arity, Node *arguments)
+    /// Replaces the arguments by the call.
+    void apply(const Waiting &waiting)
     {
-        if (m_state.type != TE_TOKEN_OPEN) {
-            m_state.type = TE_TOKEN_ERROR;
-            return;
-        }
-        int last = 0;
-        for (;; ++last) {
-            next_token(&m_state);
-            arguments[last] = binary(sumLevel);
-            if (m_state.type != TE_TOKEN_SEPARATOR || last == arity - 1)
-                break;
-        }
-        if (last == arity - 1)
-            expectClose();
-        else
-            m_state.type = TE_TOKEN_ERROR;
+        const auto count = static_cast<std::size_t>(arityOf(waiting.type));
+        const Node node = Builder::call(waiting.type, waiting.function, waiting.context,
+                                        m_operands.uppermost(count));
+        m_operands.pop(count);
+        m_operands.push(node);
     }
 
     te_state m_state;
     int m_nesting = 0;
+    PlainStack<Node, usualOperands> m_operands;
+    PlainStack<Waiting, usualWaiting> m_waiting;
 };
 
 /// A node and its depth in the tree.
@@ -387,7 +514,7 @@ double evaluate(const te_expr *node, int depth)
 double te_interp(const char *expression, int *error)
 {
     Parser<ValueBuilder> parser(expression, nullptr, 0);
-    const double value = parser.list();
+    const double value = parser.read();
     const int place = parser.error();
     if (error)
         *error = place;
@@ -397,14 +524,9 @@ double te_interp(const char *expression, int *error)
 te_expr *te_compile(const char *expression, const te_variable *variables, int var_count, int *error)
 {
     Parser<TreeBuilder> parser(expression, variables, var_count);
-    te_expr *const root = parser.list();
-    const int place = parser.error();
+    te_expr *const root = parser.read();
     if (error)
-        *error = place;
-    if (place != 0) {
-        te_free(root);
-        return nullptr;
-    }
+        *error = parser.error();
     optimize(root);
     return root;
 }

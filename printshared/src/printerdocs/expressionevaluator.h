@@ -13,8 +13,8 @@
 /// tan tanh. `log` is the logarithm to base 10. Names are lower case.
 ///
 /// Nesting goes te_max_nesting deep, where each pair of brackets counts one and each function with
-/// arguments one ("abs(1)" is two deep, "pow(1,2)" one); beyond it there is a parse error, so that
-/// no text can exhaust a stack of 512 KiB.
+/// arguments one ("abs(1)" is two deep, "pow(1,2)" one); beyond it there is a parse error. No
+/// nesting takes up the thread's stack.
 
 #ifdef __cplusplus
 extern "C" {

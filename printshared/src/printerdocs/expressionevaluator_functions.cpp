@@ -101,12 +101,6 @@ const Builtin builtins[] = {
     {"tan", unary(std::tan), 1},      {"tanh", unary(std::tanh), 1},
 };
 
-template <typename... Arguments>
-double callAs(const void *function, Arguments... arguments)
-{
-    return reinterpret_cast<double (*)(Arguments...)>(const_cast<void *>(function))(arguments...);
-}
-
 /// Calls with as many of the arguments as the arity says, behind what goes in front of them.
 template <typename... Front>
 double callWith(int arity, const void *function, const double *a, Front... front)

@@ -34,6 +34,13 @@ inline int arityOf(int type)
     return isCall(type) ? type & arityMask : 0;
 }
 
+/// Calls a function of so many arguments, as which its address has to have been taken.
+template <typename... Arguments>
+double callAs(const void *function, Arguments... arguments)
+{
+    return reinterpret_cast<double (*)(Arguments...)>(const_cast<void *>(function))(arguments...);
+}
+
 /// Calls the function of such a type.
 double call(int type, const void *function, void *context, const double *arguments);
 
