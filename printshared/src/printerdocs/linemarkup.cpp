@@ -6,36 +6,168 @@
 
 namespace {
 
+// Kinds of tags, a bit each.
+enum TagKind : quint32 {
+    TabTag = 1U << 0U,
+    CenterTag = 1U << 1U,
+    RightTag = 1U << 2U,
+    ObsoleteTag = 1U << 3U,
+    SpacingTag = 1U << 4U,
+    Brackets = 1U << 5U,
+    EmptyTag = 1U << 6U,
+    CodeTag = 1U << 7U,
+    FontTag = 1U << 8U,
+    // The formats' kinds are these, shifted by the format's flag.
+    WholeLineTag = 1U << 9U,
+    RangeTag = 1U << 15U,
+    EveryTag = ~0U,
+};
+
+constexpr quint32 wholeLineKind(ECharFormat flag)
+{
+    return WholeLineTag * static_cast<quint32>(flag);
+}
+
+constexpr quint32 rangeKind(ECharFormat flag)
+{
+    return RangeTag * static_cast<quint32>(flag);
+}
+
 struct FormatTag
 {
-    QLatin1String letters;
+    QLatin1String wholeLine;
+    QLatin1String open;
+    QLatin1String close;
     ECharFormat flag;
 };
 
-// The orders differ and decide about tags that stand next to each other.
-const FormatTag wholeLineOrder[] = {
-    {QLatin1String("Z"), CharMarkZ},         {QLatin1String("B"), CharBold},
-    {QLatin1String("H2"), CharDoubleHeight}, {QLatin1String("W2"), CharDoubleWidth},
-    {QLatin1String("N"), CharItalic},        {QLatin1String("U"), CharUnderline},
-};
-const FormatTag rangeOrder[] = {
-    {QLatin1String("B"), CharBold},          {QLatin1String("Z"), CharMarkZ},
-    {QLatin1String("U"), CharUnderline},     {QLatin1String("N"), CharItalic},
-    {QLatin1String("H2"), CharDoubleHeight}, {QLatin1String("W2"), CharDoubleWidth},
-};
+constexpr FormatTag bold{QLatin1String("<B>"), QLatin1String("<B:>"), QLatin1String("<:B>"),
+                         CharBold};
+constexpr FormatTag marked{QLatin1String("<Z>"), QLatin1String("<Z:>"), QLatin1String("<:Z>"),
+                           CharMarkZ};
+constexpr FormatTag italic{QLatin1String("<N>"), QLatin1String("<N:>"), QLatin1String("<:N>"),
+                           CharItalic};
+constexpr FormatTag underlined{QLatin1String("<U>"), QLatin1String("<U:>"), QLatin1String("<:U>"),
+                               CharUnderline};
+constexpr FormatTag tall{QLatin1String("<H2>"), QLatin1String("<H2:>"), QLatin1String("<:H2>"),
+                         CharDoubleHeight};
+constexpr FormatTag wide{QLatin1String("<W2>"), QLatin1String("<W2:>"), QLatin1String("<:W2>"),
+                         CharDoubleWidth};
 
-constexpr int lineSpacings = 8;
+// The orders differ and decide about tags that stand next to each other.
+constexpr FormatTag wholeLineOrder[] = {marked, bold, tall, wide, italic, underlined};
+constexpr FormatTag rangeOrder[] = {bold, marked, underlined, italic, tall, wide};
+
+constexpr QLatin1String tabTag("<S>");
+constexpr QLatin1String centerTag("<C>");
+constexpr QLatin1String rightTag("<R>");
+constexpr QLatin1String obsoleteTag("<L1>");
+constexpr QLatin1String emptyTag("<:>");
+constexpr QLatin1String spacingTags[] = {
+    QLatin1String("<LS0>"), QLatin1String("<LS1>"), QLatin1String("<LS2>"), QLatin1String("<LS3>"),
+    QLatin1String("<LS4>"), QLatin1String("<LS5>"), QLatin1String("<LS6>"), QLatin1String("<LS7>")};
+
 constexpr int lowByte = 0xFF;
 constexpr int fontCount = 4;
 
-QString openTag(QLatin1String letters)
+bool startsWith(const QChar *text, const QChar *end, QLatin1String tag)
 {
-    return QLatin1Char('<') + letters + QLatin1String(":>");
+    return end - text >= tag.size() &&
+           std::equal(tag.begin(), tag.end(), text,
+                      [](char a, QChar b) { return QLatin1Char(a) == b; });
 }
 
-QString closeTag(QLatin1String letters)
+/// A tag that stands at some place, and where it ends.
+struct FoundTag
 {
-    return QLatin1String("<:") + letters + QLatin1Char('>');
+    quint32 kind = 0;  ///< 0: none
+    const QChar *end = nullptr;
+};
+
+FoundTag formatTagAt(const QChar *text, const QChar *end)
+{
+    for (const FormatTag &tag : rangeOrder) {
+        if (startsWith(text, end, tag.wholeLine))
+            return {wholeLineKind(tag.flag), text + tag.wholeLine.size()};
+        if (startsWith(text, end, tag.open))
+            return {rangeKind(tag.flag), text + tag.open.size()};
+        if (startsWith(text, end, tag.close))
+            return {rangeKind(tag.flag), text + tag.close.size()};
+    }
+    return {};
+}
+
+/// A tag with a number: nothing but digits, so that no step before can change it.
+FoundTag numberTagAt(const QChar *text, const QChar *end)
+{
+    const bool isFont = text[1] == QLatin1Char('F');
+    const bool isCode = text[1] == QLatin1Char('#') || text[1].isDigit();
+    if (!isFont && !isCode)
+        return {};
+    const QChar *const stop = std::find_if_not(text + 2, end, [](QChar c) { return c.isDigit(); });
+    if (stop == end || *stop != QLatin1Char('>'))
+        return {};
+    // A code can be that of "<" or of ">" and so make tags for the steps behind it.
+    constexpr quint32 allRanges = RangeTag * 0x3FU;
+    return {isFont ? quint32(FontTag) : CodeTag | allRanges | FontTag, stop + 1};
+}
+
+FoundTag tagAt(const QChar *text, const QChar *end)
+{
+    constexpr int shortest = 3;
+    if (end - text < shortest)
+        return {};
+    constexpr struct
+    {
+        QLatin1String text;
+        TagKind kind;
+    } plainTags[] = {{tabTag, TabTag},
+                     {centerTag, CenterTag},
+                     {rightTag, RightTag},
+                     {emptyTag, EmptyTag},
+                     {obsoleteTag, ObsoleteTag}};
+    for (const auto &tag : plainTags) {
+        if (startsWith(text, end, tag.text))
+            return {tag.kind, text + tag.text.size()};
+    }
+    for (const QLatin1String tag : spacingTags) {
+        if (text[1] == QLatin1Char('L') && startsWith(text, end, tag))
+            return {SpacingTag, text + tag.size()};
+    }
+    const FoundTag format = formatTagAt(text, end);
+    return format.kind != 0 ? format : numberTagAt(text, end);
+}
+
+/// The kinds of tags in a line. Steps take tags out, and what is left can come together to another
+/// tag; that can't happen as long as every "<" and every ">" is part of a whole tag. Otherwise all
+/// kinds are given.
+quint32 tagsOf(const QString &line)
+{
+    quint32 tags = 0;
+    const QChar *c = line.constData();
+    const QChar *const end = c + line.size();
+    while (c != end) {
+        switch (c->unicode()) {
+            case '<': {
+                const FoundTag tag = tagAt(c, end);
+                if (tag.kind == 0)
+                    return EveryTag;
+                tags |= tag.kind;
+                c = tag.end;
+                continue;
+            }
+            case '>':
+                return EveryTag;
+            case '[':
+            case ']':
+                tags |= Brackets;
+                break;
+            default:
+                break;
+        }
+        ++c;
+    }
+    return tags;
 }
 
 /// Rewrites a text and its bytes from front to back in place: what is kept moves to the left over
@@ -61,10 +193,9 @@ public:
         const QChar *const found = std::find(characters + std::min(from, size()), end, wanted);
         return found == end ? -1 : static_cast<int>(found - characters);
     }
-    bool startsWith(const QString &tag) const
+    bool startsWith(QLatin1String tag) const
     {
-        return size() - m_read >= tag.size() &&
-               std::equal(tag.cbegin(), tag.cend(), m_characters + m_read);
+        return ::startsWith(m_characters + m_read, m_characters + size(), tag);
     }
     QString textOf(int begin, int end) const { return QString(m_characters + begin, end - begin); }
     QChar at(int index) const { return m_characters[index]; }
@@ -134,7 +265,7 @@ unsigned char fontOfTag(int number)
 }  // namespace
 
 LineMarkup::LineMarkup(const QString &line, unsigned char format)
-    : m_text(line), m_firstFormat(format), m_byteCount(line.size())
+    : m_text(line), m_tags(tagsOf(line)), m_firstFormat(format), m_byteCount(line.size())
 {}
 
 /// At each hit the bytes are removed at the hit's index in the unchanged text, as far as there are
@@ -144,65 +275,90 @@ bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String replacement)
     int hit = m_text.indexOf(tag);
     if (hit < 0)
         return false;
-    for (; hit >= 0; hit = m_text.indexOf(tag, hit + 1))
-        m_byteCount -= qBound(0, m_byteCount - hit, tag.size() - replacement.size());
-    m_text.replace(tag, replacement);
+    QChar *const text = m_text.data();
+    const QChar *const end = text + m_text.size();
+    const QChar *read = text + hit;
+    QChar *written = text + hit;
+    while (read != end) {
+        const int place = static_cast<int>(read - text);
+        m_byteCount -= qBound(0, m_byteCount - place, tag.size() - replacement.size());
+        written = std::transform(replacement.begin(), replacement.end(), written,
+                                 [](char c) { return QLatin1Char(c); });
+        const QChar *const rest = read + tag.size();
+        read = std::find(rest, end, QChar(tag.front()));
+        while (read != end && !startsWith(read, end, tag))
+            read = std::find(read + 1, end, QChar(tag.front()));
+        written = std::copy(rest, read, written);
+    }
+    m_text.truncate(static_cast<int>(written - text));
     return true;
 }
 
 ETextAlignment LineMarkup::takeAlignment()
 {
-    if (replaceTag(QLatin1String("<S>"), QLatin1String("\t")))
+    if (mayHold(TabTag) && replaceTag(tabTag, QLatin1String("\t")))
         return AlignJustify;
-    if (replaceTag(QLatin1String("<C>"), QLatin1String()))
+    if (mayHold(CenterTag) && replaceTag(centerTag, QLatin1String()))
         return AlignCenter;
-    if (replaceTag(QLatin1String("<R>"), QLatin1String()))
+    if (mayHold(RightTag) && replaceTag(rightTag, QLatin1String()))
         return AlignRight;
     return AlignLeft;
 }
 
 void LineMarkup::takeObsolete()
 {
-    replaceTag(QLatin1String("<L1>"), QLatin1String());
+    if (mayHold(ObsoleteTag))
+        replaceTag(obsoleteTag, QLatin1String());
 }
 
 void LineMarkup::wrapWholeLine()
 {
     for (const FormatTag &tag : wholeLineOrder) {
-        const QByteArray name = QByteArray(1, '<') + tag.letters.data() + '>';
-        if (replaceTag(QLatin1String(name), QLatin1String()))
-            wrapLine(tag.letters);
+        if (!mayHold(wholeLineKind(tag.flag)) || !replaceTag(tag.wholeLine, QLatin1String()))
+            continue;
+        wrapLine(tag.open, tag.close);
+        m_tags |= rangeKind(tag.flag);
     }
 }
 
-void LineMarkup::wrapLine(QLatin1String letters)
+void LineMarkup::wrapLine(QLatin1String open, QLatin1String close)
 {
     if (m_text.isEmpty() || m_byteCount != m_text.size())
         return;
-    m_text = openTag(letters) + m_text + closeTag(letters);
+    m_text.reserve(open.size() + m_text.size() + close.size());
+    m_text.prepend(open);
+    m_text.append(close);
     m_byteCount = m_text.size();
 }
 
 int LineMarkup::takeSpacing(int otherwise)
 {
-    for (int spacing = 0; spacing < lineSpacings; ++spacing) {
-        const QByteArray tag = "<LS" + QByteArray::number(spacing) + '>';
-        if (replaceTag(QLatin1String(tag), QLatin1String()))
+    if (!mayHold(SpacingTag))
+        return otherwise;
+    int spacing = 0;
+    for (const QLatin1String tag : spacingTags) {
+        if (replaceTag(tag, QLatin1String()))
             return spacing;
+        ++spacing;
     }
     return otherwise;
 }
 
 void LineMarkup::takeBrackets()
 {
-    replaceTag(QLatin1String("["), QLatin1String());
-    replaceTag(QLatin1String("]"), QLatin1String());
-    replaceTag(QLatin1String("<:>"), QLatin1String());
+    if (mayHold(Brackets)) {
+        replaceTag(QLatin1String("["), QLatin1String());
+        replaceTag(QLatin1String("]"), QLatin1String());
+    }
+    if (mayHold(EmptyTag))
+        replaceTag(emptyTag, QLatin1String());
 }
 
 void LineMarkup::placeCodes()
 {
     m_formats = QByteArray(m_byteCount, static_cast<char>(m_firstFormat));
+    if (!mayHold(CodeTag))
+        return;
     Rewriter line(m_text, m_formats);
     int end = -1;
     for (int tag = line.find(QLatin1Char('<'), 0); tag >= 0;
@@ -226,18 +382,19 @@ void LineMarkup::placeCodes()
 
 void LineMarkup::applyFormats(unsigned char &format)
 {
-    for (const FormatTag &tag : rangeOrder)
-        applyFormatRange(tag.letters, tag.flag, format);
+    for (const FormatTag &tag : rangeOrder) {
+        if (mayHold(rangeKind(tag.flag)))
+            applyFormatRange(tag.open, tag.close, tag.flag, format);
+    }
 }
 
 /// Intended: a tag directly behind one of its own pair that was just taken out is passed over and
 /// stays as text, and so do later ones of its kind until one of the pair is honoured again; only a
 /// close tag right behind an open tag is honoured. Templates in the field print like that.
 /// Test: rangeTagRightBehindItsOwnPair.
-void LineMarkup::applyFormatRange(QLatin1String letters, ECharFormat flag, unsigned char &format)
+void LineMarkup::applyFormatRange(QLatin1String open, QLatin1String close, ECharFormat flag,
+                                  unsigned char &format)
 {
-    const QString open = openTag(letters);
-    const QString close = closeTag(letters);
     if (!m_text.contains(open) && !m_text.contains(close))
         return;
     Rewriter line(m_text, m_formats);
@@ -276,6 +433,12 @@ void LineMarkup::applyFormatRange(QLatin1String letters, ECharFormat flag, unsig
 void LineMarkup::applyFonts(unsigned char &font)
 {
     QByteArray fonts(m_formats.size(), static_cast<char>(font));
+    if (!mayHold(FontTag)) {
+        m_fonts = fonts;
+        if (!fonts.isEmpty())
+            font = static_cast<unsigned char>(fonts.back());
+        return;
+    }
     Rewriter line(m_text, m_formats);
     QVector<Switch> switches;
     int end = -1;

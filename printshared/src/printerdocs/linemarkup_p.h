@@ -39,11 +39,15 @@ public:
     const QByteArray &fonts() const { return m_fonts; }
 
 private:
+    /// Whether a tag of these kinds may stand in the text: a step without its tags has no work.
+    bool mayHold(quint32 kinds) const { return (m_tags & kinds) != 0; }
     bool replaceTag(QLatin1String tag, QLatin1String replacement);
-    void wrapLine(QLatin1String letters);
-    void applyFormatRange(QLatin1String letters, ECharFormat flag, unsigned char &format);
+    void wrapLine(QLatin1String open, QLatin1String close);
+    void applyFormatRange(QLatin1String open, QLatin1String close, ECharFormat flag,
+                          unsigned char &format);
 
     QString m_text;
+    quint32 m_tags;  ///< kinds of tags that may stand in the text
     unsigned char m_firstFormat;
     /// Up to placeCodes() all bytes of a line are alike, and only their number is kept: it differs
     /// from the text's length once several hits of one tag have pushed the two out of step.
