@@ -12,6 +12,7 @@
 #include "support.h"
 #include "templatefile.h"
 #include "templatelint.h"
+#include "watch.h"
 
 namespace {
 
@@ -312,7 +313,7 @@ int runLint(const QStringList &arguments)
     parser.setApplicationDescription(description());
     parser.addOptions({options.data, options.as, options.model, options.paper, options.width,
                        options.codePage, options.symbols, options.fiscal, options.json,
-                       options.strict, options.explain, tool::codecOption()});
+                       options.strict, options.explain, tool::codecOption(), tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));
@@ -325,5 +326,15 @@ int runLint(const QStringList &arguments)
         return tool::WrongUsage;
     }
     const auto task = taskOf(parser, options);
-    return task ? run(*task) : tool::WrongUsage;
+    if (!task)
+        return tool::WrongUsage;
+    if (!parser.isSet(tool::watchOption().names().constFirst()))
+        return run(*task);
+    const QStringList files =
+        task->data.isEmpty() ? task->templates : task->templates + QStringList(task->data);
+    return tool::runAndWatch(files, [&task] {
+        const int status = run(*task);
+        std::fflush(stdout);
+        return status;
+    });
 }

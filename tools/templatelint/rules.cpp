@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "checks.h"
 #include "templatelint.h"
 
 namespace templatelint {
@@ -16,35 +17,37 @@ const QVector<Rule> table = {
      "an expression it makes the whole expression print nothing, or the value of a shorter name is "
      "put in for a part of it. Names are case-sensitive. Needs --data; the document should have "
      "every attribute that a sale can have.",
-     "<C><SHPO>", "<C><SHOP>", R"({"attributes": {"SHOP": "Harbour Kiosk"}})", noArguments},
+     "<C><SHPO>", "<C><SHOP>", R"({"attributes": {"SHOP": "Harbour Kiosk"}})", noArguments,
+     checkUnknownAttributes},
     {"bad-expression", Severity::Error, "an expression that can't be evaluated",
      "An expression with a mistake prints nothing. The column is the place where its reading "
      "stopped. Without --data only mistakes are reported that no value can mend.",
      "Total<S><QTY*(PRICE+TAX,0.00>", "Total<S><QTY*(PRICE+TAX),0.00>",
-     R"({"attributes": {"QTY": 2, "PRICE": 1.85, "TAX": 0.15}})", noArguments},
+     R"({"attributes": {"QTY": 2, "PRICE": 1.85, "TAX": 0.15}})", noArguments, checkExpressions},
     {"cut-expression", Severity::Error, "an expression that its own last comma cuts",
      "What stands behind the last comma of a tag is the format, also if that comma belongs to a "
      "function or was meant as a decimal comma. An expression with a comma needs a format behind "
      "it, and a decimal point is a point.",
-     "Ways to choose: <ncr(5,2)>", "Ways to choose: <ncr(5,2),0>", noDocument, noArguments},
+     "Ways to choose: <ncr(5,2)>", "Ways to choose: <ncr(5,2),0>", noDocument, noArguments,
+     checkCutExpressions},
     {"short-tag", Severity::Warning, "a tag too short to be an attribute",
      "A tag with fewer than four characters between its brackets is never filled and prints as it "
      "stands. A longer name helps, a format, or blanks in an expression.",
-     "Sum <A+B>", "Sum <A + B>", noDocument, noArguments},
+     "Sum <A+B>", "Sum <A + B>", noDocument, noArguments, checkShortTags},
     {"markup-spelling", Severity::Warning, "misspelt or wrongly-cased markup",
      "Tags are written in capitals and without blanks. What isn't spelt exactly so prints as it "
      "stands, or, from four characters on, counts as an attribute and prints nothing.",
-     "<b>Total", "<B>Total", noDocument, noArguments},
+     "<b>Total", "<B>Total", noDocument, noArguments, checkMarkupSpelling},
     {"unterminated-tag", Severity::Warning, "a \"<\" without its \">\"",
      "Without a \">\" behind it on the line, a tag prints as it stands. If another tag follows, "
      "both are read as one, which prints nothing or as it stands. A \"<\" in front of a blank is "
      "taken for text, as long as no tag follows.",
-     "Total<S><SUM", "Total<S><TOTAL>", noDocument, noArguments},
+     "Total<S><SUM", "Total<S><TOTAL>", noDocument, noArguments, checkUnterminatedTags},
     {"unmatched-bracket", Severity::Warning, "a bracket without its partner on the line",
      "A group lies between \"[\" and \"]\" on one line. A bracket without its partner, one that "
      "stands inside a tag and a pair the wrong way round make no group: the text stays when the "
      "value is empty, and the brackets are not printed. Write <#91> and <93> to print brackets.",
-     "[Discount <DISCOUNT>", "[Discount <DISCOUNT>]", noDocument, noArguments},
+     "[Discount <DISCOUNT>", "[Discount <DISCOUNT>]", noDocument, noArguments, checkBrackets},
     {"hidden-tag", Severity::Warning, "a tag that isn't filled when the group in front of it goes",
      "When an empty or zero value removes its group, the search for tags goes on as many "
      "characters "
@@ -52,89 +55,92 @@ const QVector<Rule> table = {
      "over and prints as it stands. Begin the group with the value, put text between the two, or "
      "put the tag on another line.",
      "[Discount <DISCOUNT>]<TOTAL>", "[Discount <DISCOUNT>]\nTotal <TOTAL>", noDocument,
-     noArguments},
+     noArguments, checkHiddenTags},
     {"align-with-tab", Severity::Warning, "<C> or <R> on a line with <S>",
      "A line has one alignment, and <S> wins: <C> and <R> on such a line print as they stand.",
-     "<C>Total<S><TOTAL>", "Total<S><TOTAL>", noDocument, noArguments},
+     "<C>Total<S><TOTAL>", "Total<S><TOTAL>", noDocument, noArguments, checkAlignmentWithTab},
     {"second-alignment", Severity::Warning, "<R> on a line with <C>",
      "A line has one alignment, and <C> wins over <R>, which prints as it stands.",
-     "<C><R>Thank you!", "<C>Thank you!", noDocument, noArguments},
+     "<C><R>Thank you!", "<C>Thank you!", noDocument, noArguments, checkSecondAlignment},
     {"repeated-line-spacing", Severity::Warning, "a second line spacing on a line",
      "A line has one spacing: the smallest number on it, from <LS0> to <LS7>. Tags with other "
      "numbers print as they stand.",
-     "<LS2>Total<LS5>", "<LS2>Total", noDocument, noArguments},
+     "<LS2>Total<LS5>", "<LS2>Total", noDocument, noArguments, checkLineSpacing},
     {"open-format", Severity::Warning, "a format that is switched on and never off",
      "\"<B:>\" and its like hold over line ends until their closing tag; without one all the rest "
      "of the receipt is printed so. Only a whole-line tag of the same kind ends it as well.",
-     "<B:>Total <TOTAL>", "<B:>Total<:B> <TOTAL>", noDocument, noArguments},
+     "<B:>Total <TOTAL>", "<B:>Total<:B> <TOTAL>", noDocument, noArguments, checkOpenFormats},
     {"tag-behind-pair", Severity::Warning, "a format tag directly behind one of its own pair",
      "After an opening or closing tag the place right behind it isn't looked at again for a tag of "
      "the same pair: it prints as it stands, and so do later ones of its kind until one of the "
      "pair "
      "counts again. Only a closing tag right behind its opening tag counts. Whole-line tags open "
      "in front of the line and close behind it.",
-     "<B:>bold<:B><B:>and more<:B>", "<B:>bold and more<:B>", noDocument, noArguments},
+     "<B:>bold<:B><B:>and more<:B>", "<B:>bold and more<:B>", noDocument, noArguments,
+     checkTagsBehindTheirPair},
     {"open-removal", Severity::Error, "\"<X:>\" without \"<:X>\", or the other way round",
      "What stands between \"<X:>\" and the next \"<:X>\" is removed. If one of the two is missing, "
      "nothing is removed, and the tag prints as it stands. The tags don't nest.",
-     "<X:>for tests only", "<X:>for tests only<:X>", noDocument, noArguments},
+     "<X:>for tests only", "<X:>for tests only<:X>", noDocument, noArguments, checkRemovals},
     {"entries-in-text", Severity::Warning, "\"<ENTRIES>\" inside other text",
      "The entries become lines of their own: what stands in front of \"<ENTRIES>\" goes to the "
      "first of them only, what stands behind it to the last only, and a group around it falls "
      "apart.",
-     "<B>Paid: <ENTRIES>", "<B>Paid:\n<ENTRIES>", noDocument, noArguments},
+     "<B>Paid: <ENTRIES>", "<B>Paid:\n<ENTRIES>", noDocument, noArguments, checkEntries},
     {"no-copy-mark", Severity::Warning, "a copy that doesn't say so",
      "The line that marks a copy goes behind the first line with \"<DOCNO>\", spelt exactly so: a "
      "tag with a format doesn't count. Without it a copy looks like the original. Needs --data "
      "with "
      "a document that is a copy.",
      "Receipt <DOCNO,000000>", "Receipt <DOCNO>",
-     R"({"attributes": {"DOCNO": 1207}, "isCopy": true})", noArguments},
+     R"({"attributes": {"DOCNO": 1207}, "isCopy": true})", noArguments, checkCopyMark},
     {"repeated-symbol-file", Severity::Warning, "a second \"<SPECSYMBOLS=\" line",
      "One file of special symbols is loaded: that of the lowest line. The others are passed over.",
      "<SPECSYMBOLS=shop>\n<SPECSYMBOLS=shop>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument,
-     noArguments},
+     noArguments, checkRepeatedSymbolFiles},
     {"missing-symbol-file", Severity::Error, "a file of special symbols that doesn't exist",
      "The library passes over a missing file in silence, and the symbols print as blanks. The file "
      "is looked up in the folder of --symbols, or else in that of the template; \".ssi\" is added "
      "to its name.",
-     "<SPECSYMBOLS=shpo>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument, noArguments},
+     "<SPECSYMBOLS=shpo>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument, noArguments,
+     checkMissingSymbolFile},
     {"damaged-symbol-file", Severity::Error, "a file of special symbols that can't be read",
      "The library reads such a file up to its first mistake, and the symbols behind that print as "
      "blanks. \"receipt symbols FILE\" shows what is wrong in a file.",
-     "<SPECSYMBOLS=damaged>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument, noArguments},
+     "<SPECSYMBOLS=damaged>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument, noArguments,
+     checkDamagedSymbolFile},
     {"fiscal-marker", Severity::Note, "a fiscal marker in a template that isn't split",
      "A client cuts the template at its fiscal markers before anything else. In a template that is "
      "printed as a whole they are attributes that no document has, and print nothing. With "
      "--fiscal "
      "the template is split, and each piece is checked by itself.",
-     "<FISCAL_BODY>\nThank you!", "Thank you!", noDocument, noArguments},
+     "<FISCAL_BODY>\nThank you!", "Thank you!", noDocument, noArguments, checkFiscalMarkers},
     {"qr-in-text", Severity::Warning, "\"<QR>\" in a receipt that is rendered as text or HTML",
      "Only documents for printers have QR codes. In text and HTML the tag and its data print as "
      "they stand. Needs --as text or --as html.",
-     "<QR>https://example.org", "https://example.org", noDocument, "--as text"},
+     "<QR>https://example.org", "https://example.org", noDocument, "--as text", checkQrInText},
     {"wide-line", Severity::Warning, "a line that is wider than the paper once it is filled",
      "No line is cut: the printer wraps it, and columns fall apart. Double width counts twice, and "
      "so do the blanks of every further <S> on a line. Needs --data, and --width or --model. The "
      "finding stands at the beginning of the template's line that the printed line comes from.",
      "<W2><SHOP><S>Table <TABLE>", "<W2><SHOP>\n<R>Table <TABLE>",
-     R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 30"},
+     R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 30", checkLineWidth},
     {"undrawn-symbol", Severity::Warning, "a special symbol without a drawing",
      "The characters 1 to 7 are special symbols, drawn by the file that \"<SPECSYMBOLS=\" names. "
      "Without a drawing, or, with --model, without one that fits the model's characters, a blank "
      "is printed.",
-     "Total <#1>", "<SPECSYMBOLS=shop>\nTotal <#1>", noDocument, noArguments},
+     "Total <#1>", "<SPECSYMBOLS=shop>\nTotal <#1>", noDocument, noArguments, checkSymbolDrawings},
     {"unprintable-character", Severity::Warning, "a character that the printer doesn't have",
      "A printer has the characters of one code page, and prints something else for all others. "
      "Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless "
      "--code-page says otherwise. What stands in a value is reported where its tag stands.",
-     "Total 5 €", "Total 5 EUR", noDocument, "--model CUSTOM_VKP_80"},
+     "Total 5 €", "Total 5 EUR", noDocument, "--model CUSTOM_VKP_80", checkCharacters},
     {"endless-value", Severity::Error, "a value whose tags never come to an end",
      "A value that holds a tag is filled in its turn. One that leads back to its own tag, or that "
      "doubles on and on, never ends, and the program that prints it hangs. Such a template isn't "
      "checked any further with this document. Needs --data.",
      "Dear <GUEST>", "Dear <NAME>", R"({"attributes": {"GUEST": "<GUEST>", "NAME": "Maya"}})",
-     noArguments},
+     noArguments, checkEndlessValues},
 };
 
 }  // namespace

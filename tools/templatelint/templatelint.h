@@ -46,6 +46,9 @@ struct Options
     const QTextCodec *codePage = nullptr;  ///< the printer's character set
 };
 
+class Analysis;
+class Report;
+
 struct Rule
 {
     const char *name;
@@ -56,6 +59,7 @@ struct Rule
     const char *right;      ///< the same without the mistake
     const char *document;   ///< JSON text of the document for both, empty if none is needed
     const char *arguments;  ///< further options of the command for both
+    void (*check)(const Analysis &analysis, Report &report);
 };
 
 /// All rules, in the order in which people meet them.

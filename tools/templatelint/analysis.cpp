@@ -1,0 +1,173 @@
+#include "analysis.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QXmlStreamReader>
+#include <algorithm>
+
+#include "fiscalsplit.h"
+
+namespace templatelint {
+
+namespace {
+
+bool contain(const QVector<Range> &ranges, int offset)
+{
+    const auto next =
+        std::upper_bound(ranges.cbegin(), ranges.cend(), offset,
+                         [](int value, const Range &range) { return value < range.first; });
+    return next != ranges.cbegin() && std::prev(next)->last >= offset;
+}
+
+void sort(QVector<Range> &ranges)
+{
+    std::sort(ranges.begin(), ranges.end(),
+              [](const Range &a, const Range &b) { return a.first < b.first; });
+    // What lies inside an earlier range would hide it from the search.
+    int last = -1;
+    for (Range &range : ranges)
+        range.last = last = std::max(last, range.last);
+}
+
+/// What is wrong in a file of symbols, empty if nothing is.
+QString damageOf(const QString &path, SpecialCharacters &drawings)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    const bool isRead = drawings.load(path);
+    QXmlStreamReader reader(&file);
+    while (!reader.atEnd())
+        reader.readNext();
+    if (reader.hasError())
+        return QStringLiteral("%1:%2: %3")
+            .arg(reader.lineNumber())
+            .arg(reader.columnNumber() + 1)
+            .arg(reader.errorString());
+    return isRead ? QString() : QStringLiteral("a symbol or the root element is wrong");
+}
+
+/// Takes the lines out that name files of symbols; the lowest counts.
+SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
+{
+    SymbolFile result;
+    QVector<Text> others;
+    others.reserve(lines.size());
+    for (const Text &line : qAsConst(lines)) {
+        if (!isSymbolsLine(line.characters)) {
+            others.append(line);
+            continue;
+        }
+        result.offsets.append(line.origins.at(line.characters.indexOf(symbolsTag)));
+        result.path = folder + QLatin1Char('/') + symbolsFile(line.characters);
+    }
+    lines = others;
+    if (result.offsets.isEmpty())
+        return result;
+    if (!result.path.contains(QLatin1String(".ssi")) &&
+        !result.path.contains(QLatin1String(".SSI")))
+        result.path += QLatin1String(".ssi");
+    result.exists = QFileInfo::exists(result.path);
+    if (result.exists)
+        result.damage = damageOf(result.path, result.drawings);
+    return result;
+}
+
+QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge)
+{
+    QVector<TagFault> faults;
+    for (const TemplateLine &line : piece.lines) {
+        for (const AttributeTag &tag : line.tags) {
+            const TagVerdict verdict = judge.verdictOf(tag);
+            if (verdict.fault != TagVerdict::None && piece.isPrinted(line.offsetOf(tag)))
+                faults.append({line.offsetOf(tag) + verdict.index, verdict});
+        }
+    }
+    return faults;
+}
+
+}  // namespace
+
+bool Piece::isPrinted(int offset) const
+{
+    return !contain(blank.removed, offset);
+}
+
+bool Piece::isText(int offset) const
+{
+    return isPrinted(offset) && !contain(blank.payloads, offset);
+}
+
+Analysis::Analysis(const QStringList &lines, const Options &options)
+    : m_options(options), m_source(lines)
+{
+    if (options.document)
+        m_values = std::make_unique<Values>(*options.document);
+    const QVector<Text> texts = m_source.lines();
+    const QVector<QVector<Text>> pieces =
+        options.splitsFiscalParts ? fiscalPieces(texts) : QVector<QVector<Text>>{texts};
+    TagJudge judge(m_values.get());
+    for (const QVector<Text> &piece : pieces)
+        m_pieces.append(pieceOf(piece, judge));
+}
+
+Piece Analysis::pieceOf(const QVector<Text> &lines, TagJudge &judge) const
+{
+    QVector<Text> texts = lines;
+    Piece piece;
+    piece.symbols = takeSymbolFile(texts, m_options.symbolFolder);
+    for (const Text &line : qAsConst(texts))
+        piece.lines.append({line, attributeTags(line.characters)});
+    const auto noValue = [](const QString &) {
+        return std::optional<QString>(QString(QChar(QChar::ObjectReplacementCharacter)));
+    };
+    piece.blank = travel(texts, noValue, nullptr, m_options.form);
+    sort(piece.blank.removed);
+    sort(piece.blank.payloads);
+    piece.tagFaults = tagFaultsOf(piece, judge);
+    if (m_values == nullptr)
+        return piece;
+    const QString entries = m_options.document->entries();
+    piece.filled = travel(
+        texts, [this](const QString &inner) { return m_values->ofTag(inner); }, &entries,
+        m_options.form);
+    return piece;
+}
+
+bool Analysis::showsItsShape(const TemplateLine &line) const
+{
+    if (m_values == nullptr || !m_values->holdMarkup())
+        return true;
+    const auto holdsMarkup = [](const QString &text) {
+        return std::any_of(text.cbegin(), text.cend(),
+                           [](QChar c) { return QLatin1String("<>[]").contains(c); });
+    };
+    return std::none_of(line.tags.cbegin(), line.tags.cend(), [&](const AttributeTag &tag) {
+        return isEntriesTag(tag.inner)
+                   ? holdsMarkup(m_options.document->entries())
+                   : holdsMarkup(m_values->ofTag(tag.inner).value_or(QString()));
+    });
+}
+
+QVector<const Road *> Analysis::decisiveRoads(const Piece &piece) const
+{
+    QVector<const Road *> roads;
+    if (m_values == nullptr || !m_values->holdMarkup())
+        roads.append(&piece.blank);
+    if (piece.filled && piece.filled->endless == Text::nowhere)
+        roads.append(&*piece.filled);
+    return roads;
+}
+
+void Report::add(int offset, const QString &message)
+{
+    const Place place = m_source.place(offset);
+    m_findings.append({place.line, place.column, &m_rule, message});
+}
+
+void Report::addToLine(int offset, const QString &message)
+{
+    m_findings.append({m_source.place(offset).line, 1, &m_rule, message});
+}
+
+}  // namespace templatelint

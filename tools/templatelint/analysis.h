@@ -1,0 +1,104 @@
+#pragma once
+
+#include <QVector>
+#include <memory>
+#include <optional>
+
+#include "attributes.h"
+#include "printerdocs/specialcharacters.h"
+#include "road.h"
+#include "tags.h"
+#include "templatelint.h"
+#include "text.h"
+#include "values.h"
+
+namespace templatelint {
+
+/// A mistake in an attribute tag, at its place in the template.
+struct TagFault
+{
+    int offset;
+    TagVerdict verdict;
+};
+
+/// A line of the template with its attribute tags.
+struct TemplateLine
+{
+    Text text;
+    QVector<AttributeTag> tags;
+
+    /// Offset of a tag in the template.
+    int offsetOf(const AttributeTag &tag) const { return text.origins.at(tag.begin); }
+};
+
+/// What the special symbols of a piece are drawn with.
+struct SymbolFile
+{
+    QVector<int> offsets;  ///< of the tags that name one
+    QString path;          ///< of the file that counts
+    bool exists = false;
+    QString damage;  ///< what is wrong in it; empty if nothing is
+    SpecialCharacters drawings;
+
+    bool isUsable() const { return offsets.isEmpty() || (exists && damage.isEmpty()); }
+};
+
+/// A template, or what a fiscal split leaves of it: it is printed by itself.
+struct Piece
+{
+    QVector<TemplateLine> lines;  ///< without those that name files of symbols
+    QVector<TagFault> tagFaults;
+    SymbolFile symbols;
+    Road blank;                  ///< with a character of no meaning for every value
+    std::optional<Road> filled;  ///< with the document's values
+
+    /// Whether something at this place can be seen on paper.
+    bool isPrinted(int offset) const;
+    /// Whether it is read as text, and not as the data of a QR code.
+    bool isText(int offset) const;
+};
+
+/// All that the rules look at, worked out once.
+class Analysis
+{
+public:
+    Analysis(const QStringList &lines, const Options &options);
+
+    const Source &source() const { return m_source; }
+    const Options &options() const { return m_options; }
+    const QVector<Piece> &pieces() const { return m_pieces; }
+    /// Null without a document.
+    Values *values() const { return m_values.get(); }
+    /// Whether the values of a line are mere text, so that its tags and groups are those that the
+    /// template shows.
+    bool showsItsShape(const TemplateLine &line) const;
+    /// The roads on which a finding counts that values with tags in them could undo.
+    QVector<const Road *> decisiveRoads(const Piece &piece) const;
+
+private:
+    Piece pieceOf(const QVector<Text> &lines, TagJudge &judge) const;
+
+    const Options m_options;
+    const Source m_source;
+    std::unique_ptr<Values> m_values;
+    QVector<Piece> m_pieces;
+};
+
+/// Takes the findings of one rule.
+class Report
+{
+public:
+    Report(const Rule &rule, const Source &source, QVector<Finding> &findings)
+        : m_rule(rule), m_source(source), m_findings(findings)
+    {}
+    void add(int offset, const QString &message);
+    /// At the beginning of the line.
+    void addToLine(int offset, const QString &message);
+
+private:
+    const Rule &m_rule;
+    const Source &m_source;
+    QVector<Finding> &m_findings;
+};
+
+}  // namespace templatelint

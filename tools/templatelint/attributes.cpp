@@ -1,0 +1,184 @@
+#include "attributes.h"
+
+#include <algorithm>
+
+#include "expression.h"
+#include "templatelint.h"
+
+namespace templatelint {
+
+namespace {
+
+// To look for the nearest name takes the product of all lengths; nobody reads more hints than this.
+constexpr int mostHints = 1000;
+constexpr int longestQuotation = 60;
+
+bool consistsOf(const QString &text, const QString &characters)
+{
+    return std::all_of(text.cbegin(), text.cend(),
+                       [&characters](QChar c) { return characters.contains(c); });
+}
+
+bool holdsAnyOf(const QString &text, const QString &characters)
+{
+    return std::any_of(text.cbegin(), text.cend(),
+                       [&characters](QChar c) { return characters.contains(c); });
+}
+
+/// Whether what stands behind a comma is how numbers are formatted. Other digits than 0 and no
+/// point, as in "PRICE*1,2", are rather decimals.
+bool isNumberFormat(const QString &format)
+{
+    return consistsOf(format, QStringLiteral("0#.E")) ||
+           (format.contains(QLatin1Char('.')) &&
+            consistsOf(format, QStringLiteral("0123456789#.E")));
+}
+
+TagVerdict cutExpression(const AttributeTag &tag)
+{
+    return {TagVerdict::CutExpression, tag.name.size() + 1,
+            QStringLiteral("the last comma cuts the expression: \"%1\" is calculated, and \"%2\" "
+                           "is its format")
+                .arg(clipped(tag.name), clipped(tag.format))};
+}
+
+TagVerdict expressionFault(const QString &name, const QString &text, const ExpressionFault &fault,
+                           int index)
+{
+    const QString what =
+        fault.isAtEnd ? QStringLiteral("the expression \"%1\" ends too early").arg(clipped(name))
+                      : QStringLiteral("the expression \"%1\" can't be read from \"%2\" on")
+                            .arg(clipped(name), clipped(fault.token));
+    const QString filled =
+        text == name ? QString()
+                     : QStringLiteral("; with its values it is \"%1\"").arg(clipped(text));
+    return {TagVerdict::BadExpression, index + 1, what + filled};
+}
+
+bool hasOperator(const QString &name)
+{
+    return holdsAnyOf(name, QStringLiteral("+-*/%^(),"));
+}
+
+}  // namespace
+
+QString clipped(const QString &text)
+{
+    return text.size() <= longestQuotation ? text
+                                           : text.left(longestQuotation) + QStringLiteral("...");
+}
+
+TagVerdict TagJudge::verdictOf(const AttributeTag &tag)
+{
+    const auto known = m_verdicts.constFind(tag.inner);
+    return known != m_verdicts.constEnd() ? *known : *m_verdicts.insert(tag.inner, judged(tag));
+}
+
+TagVerdict TagJudge::judged(const AttributeTag &tag)
+{
+    if (isEntriesTag(tag.inner) || isFiscalMarker(tag.inner) ||
+        tag.inner.contains(QLatin1Char('<')) || (m_values != nullptr && m_values->has(tag.name)))
+        return {};
+    if (tag.inner.startsWith(QLatin1String(symbolsTag.data() + 1)))
+        return {
+            TagVerdict::Misspelt, 0,
+            QStringLiteral("\"<%1>\" counts only on a line of its own").arg(clipped(tag.inner))};
+    if (const auto meant = intendedMarkup(tag.inner))
+        return {TagVerdict::Misspelt, 0,
+                QStringLiteral("\"<%1>\" counts as an attribute; did you mean \"<%2>\"?")
+                    .arg(clipped(tag.inner), *meant)};
+    if (tag.name.trimmed().isEmpty())
+        return {TagVerdict::BadExpression, 1,
+                QStringLiteral("\"<%1>\" has no name").arg(clipped(tag.inner))};
+    return m_values == nullptr ? judgedByShape(tag) : judgedByValues(tag);
+}
+
+/// Without values only what no value can mend, or hardly.
+TagVerdict TagJudge::judgedByShape(const AttributeTag &tag) const
+{
+    const bool hasFormat = tag.name.size() < tag.inner.size();
+    const NumberedExpression name = withNumbers(tag.name);
+    const ExpressionFault fault = faultOf(name.text);
+    if (hasFormat && hasOperator(tag.name) && !faultOf(withNumbers(tag.inner).text).exists &&
+        (fault.exists || (!isNumberFormat(tag.format) && !withNumbers(tag.format).hasWords)))
+        return cutExpression(tag);
+    const bool isBeyondMending =
+        !name.hasWords || holdsAnyOf(tag.name, QStringLiteral("*^")) ||
+        tag.name.count(QLatin1Char('(')) != tag.name.count(QLatin1Char(')'));
+    if (!fault.exists || !isBeyondMending)
+        return {};
+    return expressionFault(tag.name, tag.name, fault,
+                           fault.isAtEnd ? tag.name.size() : name.origins.at(fault.begin));
+}
+
+TagVerdict TagJudge::judgedByValues(const AttributeTag &tag)
+{
+    const auto value = m_values->ofTag(tag.inner);
+    if (!value)
+        return {};
+    const bool hasFormat = tag.name.size() < tag.inner.size();
+    if (hasFormat && (value->isEmpty() || !isNumberFormat(tag.format)) &&
+        m_values->evaluates(tag.inner))
+        return cutExpression(tag);
+    const TagVerdict unknown = unknownWord(tag.name, !value->isEmpty());
+    if (unknown.fault != TagVerdict::None || !value->isEmpty())
+        return unknown;
+    return badExpression(tag.name);
+}
+
+/// The first word of an expression that is neither an attribute nor a function.
+TagVerdict TagJudge::unknownWord(const QString &name, bool hasValue)
+{
+    const bool isNameAlone = !hasOperator(name);
+    if (isNameAlone && !hasValue && withNumbers(name).hasWords)
+        return {TagVerdict::UnknownAttribute, 0,
+                QStringLiteral("the document has no attribute \"%1\"%2")
+                    .arg(clipped(name), hintFor(name))};
+    const Inserted inserted = m_values->insertedInto(name);
+    for (int begin = 0; begin < name.size(); ++begin) {
+        if (!isWordBegin(name, begin))
+            continue;
+        const int end = wordEnd(name, begin);
+        const QString word = name.mid(begin, end - begin);
+        const auto keys = inserted.keyBegin.mid(begin, end - begin);
+        const auto key = std::find_if(keys.cbegin(), keys.cend(), [](int k) { return k >= 0; });
+        const bool isWhole = key == keys.cbegin() && inserted.keyEnd.at(begin) >= end;
+        const bool isCall = end < name.size() && name.at(end) == QLatin1Char('(');
+        if (key == keys.cend() && (isFunction(word) || (isCall && word == word.toLower())))
+            continue;
+        if (!isWhole) {
+            const QString part = key == keys.cend()
+                                     ? hintFor(word)
+                                     : QStringLiteral("; the value of \"%1\" is put into it")
+                                           .arg(name.mid(*key, inserted.keyEnd.at(*key) - *key));
+            return {
+                TagVerdict::UnknownAttribute, isNameAlone ? 0 : begin + 1,
+                QStringLiteral("the document has no attribute \"%1\"").arg(clipped(word)) + part};
+        }
+        begin = end;
+    }
+    return {};
+}
+
+TagVerdict TagJudge::badExpression(const QString &name) const
+{
+    const Inserted inserted = m_values->insertedInto(name);
+    const ExpressionFault fault = faultOf(inserted.text);
+    const int index = !fault.exists || fault.isAtEnd
+                          ? name.size()
+                          : Text::offsetOf(inserted.origins.value(fault.begin, name.size()));
+    return expressionFault(name, inserted.text, fault, index);
+}
+
+QString TagJudge::hintFor(const QString &name)
+{
+    if (++m_hints > mostHints)
+        return QString();
+    const QString latin = withLatinLetters(name);
+    if (latin != name && m_values->has(latin))
+        return QStringLiteral("; did you mean \"%1\", in Latin letters?").arg(latin);
+    const auto nearest = nearestName(name, m_values->names());
+    return nearest ? QStringLiteral("; did you mean \"%1\"?").arg(*nearest) : QString();
+}
+
+}  // namespace templatelint

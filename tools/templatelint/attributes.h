@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include "tags.h"
+#include "values.h"
+
+namespace templatelint {
+
+/// What is wrong with an attribute tag.
+struct TagVerdict
+{
+    enum Fault { None, UnknownAttribute, BadExpression, CutExpression, Misspelt };
+    Fault fault = None;
+    int index = 0;  ///< of the mistake, counted from the "<"
+    QString message;
+};
+
+/// Tells what is wrong with attribute tags, of each tag once.
+class TagJudge
+{
+public:
+    /// @param values null without a document
+    explicit TagJudge(Values *values) : m_values(values) {}
+    TagVerdict verdictOf(const AttributeTag &tag);
+
+private:
+    TagVerdict judged(const AttributeTag &tag);
+    TagVerdict judgedByShape(const AttributeTag &tag) const;
+    TagVerdict judgedByValues(const AttributeTag &tag);
+    TagVerdict unknownWord(const QString &name, bool hasValue);
+    TagVerdict badExpression(const QString &name) const;
+    QString hintFor(const QString &name);
+
+    Values *const m_values;
+    QHash<QString, TagVerdict> m_verdicts;
+    int m_hints = 0;
+};
+
+/// A text for a message, cut if it is long.
+QString clipped(const QString &text);
+
+}  // namespace templatelint

@@ -1,0 +1,35 @@
+#pragma once
+
+namespace templatelint {
+
+class Analysis;
+class Report;
+
+// One check for each row of the table of rules; each looks at the whole template.
+void checkUnknownAttributes(const Analysis &analysis, Report &report);
+void checkExpressions(const Analysis &analysis, Report &report);
+void checkCutExpressions(const Analysis &analysis, Report &report);
+void checkShortTags(const Analysis &analysis, Report &report);
+void checkMarkupSpelling(const Analysis &analysis, Report &report);
+void checkUnterminatedTags(const Analysis &analysis, Report &report);
+void checkBrackets(const Analysis &analysis, Report &report);
+void checkHiddenTags(const Analysis &analysis, Report &report);
+void checkAlignmentWithTab(const Analysis &analysis, Report &report);
+void checkSecondAlignment(const Analysis &analysis, Report &report);
+void checkLineSpacing(const Analysis &analysis, Report &report);
+void checkOpenFormats(const Analysis &analysis, Report &report);
+void checkTagsBehindTheirPair(const Analysis &analysis, Report &report);
+void checkRemovals(const Analysis &analysis, Report &report);
+void checkEntries(const Analysis &analysis, Report &report);
+void checkCopyMark(const Analysis &analysis, Report &report);
+void checkRepeatedSymbolFiles(const Analysis &analysis, Report &report);
+void checkMissingSymbolFile(const Analysis &analysis, Report &report);
+void checkDamagedSymbolFile(const Analysis &analysis, Report &report);
+void checkFiscalMarkers(const Analysis &analysis, Report &report);
+void checkQrInText(const Analysis &analysis, Report &report);
+void checkLineWidth(const Analysis &analysis, Report &report);
+void checkSymbolDrawings(const Analysis &analysis, Report &report);
+void checkCharacters(const Analysis &analysis, Report &report);
+void checkEndlessValues(const Analysis &analysis, Report &report);
+
+}  // namespace templatelint

@@ -1,0 +1,293 @@
+#include <QHash>
+#include <QTextCodec>
+#include <algorithm>
+
+#include "analysis.h"
+#include "checks.h"
+#include "printerdocs/echarformat.h"
+
+// Rules about what the template needs beside it: files, the document, the paper.
+
+namespace templatelint {
+
+namespace {
+
+constexpr int firstSymbol = 1;
+constexpr int lastSymbol = 7;
+
+/// The lines of a piece as texts.
+QString templateOf(const Piece &piece)
+{
+    QStringList lines;
+    for (const TemplateLine &line : piece.lines)
+        lines.append(line.text.characters);
+    return lines.join(QLatin1Char('\n'));
+}
+
+bool marksCopies(const Piece &piece, const Options &options)
+{
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate(templateOf(piece));
+    PrinterDocument original = *options.document;
+    original.setIsCopy(false);
+    return formatter.prepareDocument(*options.document) != formatter.prepareDocument(original);
+}
+
+/// Offset of the first tag of the document's number that has a format.
+int formattedNumber(const Analysis &analysis)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines) {
+            for (const AttributeTag &tag : line.tags) {
+                if (tag.name == QLatin1String("DOCNO") && tag.inner != tag.name)
+                    return line.offsetOf(tag);
+            }
+        }
+    }
+    return Text::nowhere;
+}
+
+/// What the printed characters of a line take up on a paper.
+class LineWidth
+{
+public:
+    LineWidth(const Printed &line, const Paper &paper, Form form)
+        : m_line(line), m_paper(paper), m_form(form)
+    {}
+
+    int total() const
+    {
+        long long width = 0;
+        for (int i = 0; i < m_line.text.size(); ++i)
+            width += widthAt(i);
+        const int tabs = m_line.text.characters.count(QLatin1Char('\t'));
+        // Each further <S> gets as many blanks as the first, which fills the line.
+        if (m_line.hasTab && tabs > 1 && width < m_paper.width)
+            width = m_paper.width + (tabs - 1) * (m_paper.width - width);
+        return static_cast<int>(std::min<long long>(width, std::numeric_limits<int>::max()));
+    }
+
+private:
+    int widthAt(int index) const
+    {
+        const int font =
+            static_cast<unsigned char>(m_line.fonts.size() > index ? m_line.fonts.at(index) : '\0');
+        const int cell = m_paper.cells.isEmpty()
+                             ? 1
+                             : m_paper.cells.at(std::min(font, m_paper.cells.size() - 1)).width();
+        const bool isDouble = m_form == Form::Document && m_line.formats.size() > index &&
+                              (m_line.formats.at(index) & CharDoubleWidth) != 0;
+        return isDouble ? 2 * cell : cell;
+    }
+
+    const Printed &m_line;
+    const Paper &m_paper;
+    const Form m_form;
+};
+
+QString widthMessage(const Printed &line, int width, const Paper &paper)
+{
+    const QString text = clipped(line.text.characters).replace(QLatin1Char('\t'), QLatin1Char(' '));
+    return paper.hasDots
+               ? QStringLiteral("the line \"%1\" takes %2 dots, and %3 has %4")
+                     .arg(text, QString::number(width), paper.name, QString::number(paper.width))
+               : QStringLiteral("the line \"%1\" takes %2 characters of %3")
+                     .arg(text, QString::number(width), QString::number(paper.width));
+}
+
+bool isRaw(const Printed &line, int index)
+{
+    return line.formats.size() > index && (line.formats.at(index) & CharRawCode) != 0;
+}
+
+bool isSymbol(const Printed &line, int index)
+{
+    const ushort code = line.text.characters.at(index).unicode();
+    return code >= firstSymbol && code <= lastSymbol && !isRaw(line, index);
+}
+
+bool fits(const MonochromeImage &image, const QSize &cell)
+{
+    return image.isValid() && image.width() <= cell.width() && image.height() <= cell.height();
+}
+
+/// What is wrong with a symbol's drawing; empty if nothing is.
+QString symbolFault(const Printed &line, int index, const SpecialCharacters &drawings,
+                    const std::optional<Paper> &paper)
+{
+    const int code = line.text.characters.at(index).unicode();
+    const QList<MonochromeImage> images = drawings.values(static_cast<signed char>(code));
+    if (images.isEmpty())
+        return QStringLiteral("the symbol %1 has no drawing").arg(code);
+    if (!paper || paper->cells.isEmpty())
+        return QString();
+    const int font = line.fonts.size() > index ? line.fonts.at(index) : 0;
+    const QSize cell = paper->cells.at(qBound(0, font, paper->cells.size() - 1));
+    if (std::any_of(images.cbegin(), images.cend(),
+                    [&cell](const MonochromeImage &image) { return fits(image, cell); }))
+        return QString();
+    return QStringLiteral(
+               "the symbol %1 has no drawing that fits the %2 x %3 dots of a character "
+               "of %4")
+        .arg(QString::number(code), QString::number(cell.width()), QString::number(cell.height()),
+             paper->name);
+}
+
+void checkSymbols(const Piece &piece, const Road &road, const std::optional<Paper> &paper,
+                  Report &report)
+{
+    for (const Printed &line : road.lines) {
+        for (int i = 0; i < line.text.size(); ++i) {
+            const int offset = Text::offsetOf(line.text.origins.at(i));
+            if (!isSymbol(line, i) || offset == Text::nowhere)
+                continue;
+            const QString fault = symbolFault(line, i, piece.symbols.drawings, paper);
+            if (!fault.isEmpty())
+                report.add(offset, fault);
+        }
+    }
+}
+
+/// Tells which characters a code page has.
+class CodePage
+{
+public:
+    explicit CodePage(const QTextCodec &codec) : m_codec(codec) {}
+
+    bool has(const QString &character)
+    {
+        const auto known = m_known.constFind(character);
+        return known != m_known.constEnd()
+                   ? *known
+                   : *m_known.insert(character, m_codec.canEncode(character));
+    }
+    QString name() const { return QString::fromLatin1(m_codec.name()); }
+
+private:
+    const QTextCodec &m_codec;
+    QHash<QString, bool> m_known;
+};
+
+void checkCharacters(const Road &road, bool hasValues, CodePage &codePage, Report &report)
+{
+    for (const Printed &line : road.lines) {
+        QString seen;
+        for (int i = 0; i < line.text.size(); ++i) {
+            const QString &text = line.text.characters;
+            const int length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+            const QString character = text.mid(i, length);
+            const int origin = line.text.origins.at(i);
+            const bool isOwn = Text::isTemplate(origin) || (hasValues && origin != Text::nowhere);
+            if (text.at(i) > QLatin1Char('~') && isOwn && !isRaw(line, i) &&
+                !codePage.has(character) && !seen.contains(character)) {
+                seen += character;
+                report.add(Text::offsetOf(origin),
+                           QStringLiteral("\"%1\" is not in the printer's character set, %2")
+                               .arg(character, codePage.name()));
+            }
+            i += length - 1;
+        }
+    }
+}
+
+}  // namespace
+
+void checkCopyMark(const Analysis &analysis, Report &report)
+{
+    const Options &options = analysis.options();
+    if (!options.document || !options.document->isCopy())
+        return;
+    for (const Piece &piece : analysis.pieces()) {
+        if (piece.filled->endless != Text::nowhere || marksCopies(piece, options))
+            return;
+    }
+    const int formatted = formattedNumber(analysis);
+    if (formatted == Text::nowhere)
+        report.add(0, QStringLiteral("the copy prints without a mark: there is no \"<DOCNO>\""));
+    else
+        report.add(formatted, QStringLiteral("the copy prints without a mark: \"<DOCNO>\" doesn't "
+                                             "count with a format"));
+}
+
+void checkRepeatedSymbolFiles(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (int i = 1; i < piece.symbols.offsets.size(); ++i)
+            report.add(piece.symbols.offsets.at(i),
+                       QStringLiteral("a file of special symbols is named on line %1 already; the "
+                                      "lowest line counts")
+                           .arg(analysis.source().place(piece.symbols.offsets.at(0)).line));
+    }
+}
+
+void checkMissingSymbolFile(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        if (!piece.symbols.offsets.isEmpty() && !piece.symbols.exists)
+            report.add(piece.symbols.offsets.constLast(),
+                       QStringLiteral("there is no file \"%1\"").arg(piece.symbols.path));
+    }
+}
+
+void checkDamagedSymbolFile(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        if (!piece.symbols.damage.isEmpty())
+            report.add(piece.symbols.offsets.constLast(),
+                       QStringLiteral("the file \"%1\" is damaged: %2; see \"receipt symbols\"")
+                           .arg(piece.symbols.path, piece.symbols.damage));
+    }
+}
+
+void checkLineWidth(const Analysis &analysis, Report &report)
+{
+    const Options &options = analysis.options();
+    if (!options.paper || options.form == Form::Html)
+        return;
+    for (const Piece &piece : analysis.pieces()) {
+        if (!piece.filled)
+            continue;
+        for (const Printed &line : piece.filled->lines) {
+            const int width = LineWidth(line, *options.paper, options.form).total();
+            if (width > options.paper->width && line.text.firstOffset() != Text::nowhere)
+                report.addToLine(line.text.firstOffset(),
+                                 widthMessage(line, width, *options.paper));
+        }
+    }
+}
+
+void checkSymbolDrawings(const Analysis &analysis, Report &report)
+{
+    const std::optional<Paper> &paper = analysis.options().paper;
+    for (const Piece &piece : analysis.pieces()) {
+        if (!piece.symbols.isUsable())
+            continue;
+        checkSymbols(piece, piece.blank, paper, report);
+        if (piece.filled)
+            checkSymbols(piece, *piece.filled, paper, report);
+    }
+}
+
+void checkCharacters(const Analysis &analysis, Report &report)
+{
+    if (analysis.options().codePage == nullptr)
+        return;
+    CodePage codePage(*analysis.options().codePage);
+    for (const Piece &piece : analysis.pieces()) {
+        checkCharacters(piece.blank, false, codePage, report);
+        if (piece.filled)
+            checkCharacters(*piece.filled, true, codePage, report);
+    }
+}
+
+void checkEndlessValues(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        if (piece.filled && piece.filled->endless != Text::nowhere)
+            report.addToLine(piece.filled->endless,
+                             QStringLiteral("a value on this line holds tags that never come to an "
+                                            "end: printing it would hang"));
+    }
+}
+
+}  // namespace templatelint

@@ -1,0 +1,318 @@
+#include <algorithm>
+
+#include "analysis.h"
+#include "checks.h"
+#include "printerdocs/printerdocumentformatter.h"
+
+// Rules about tags and groups that get in each other's way.
+
+namespace templatelint {
+
+namespace {
+
+/// The tags that stay as text, on whatever roads there are.
+template <typename Visitor>
+void forEachLeftover(const QVector<const Road *> &roads, Visitor visit)
+{
+    for (const Road *road : roads) {
+        const QVector<Leftover> leftovers = leftoversOf(*road);
+        std::for_each(leftovers.cbegin(), leftovers.cend(), visit);
+    }
+}
+
+QVector<const Road *> allRoads(const Piece &piece)
+{
+    QVector<const Road *> roads{&piece.blank};
+    if (piece.filled)
+        roads.append(&*piece.filled);
+    return roads;
+}
+
+bool isAlignment(const QString &inner)
+{
+    return inner == QLatin1String("C") || inner == QLatin1String("R");
+}
+
+/// The brackets of a line outside of its tags, and those inside.
+class BracketCheck
+{
+public:
+    BracketCheck(const Piece &piece, const TemplateLine &line, Report &report)
+        : m_piece(piece), m_line(line), m_report(report)
+    {}
+
+    void run()
+    {
+        int from = 0;
+        for (const AttributeTag &tag : m_line.tags) {
+            // Of a tag without its end only what the next one leaves is a tag.
+            const int begin = tag.begin + 1 + tag.inner.lastIndexOf(QLatin1Char('<'));
+            match(from, begin);
+            reportInside(begin, tag.end);
+            from = tag.end;
+        }
+        match(from, m_line.text.size());
+        for (const int open : qAsConst(m_opens))
+            add(open, QStringLiteral("\"[\" has no \"]\" on the line"));
+    }
+
+private:
+    void match(int from, int end)
+    {
+        for (int i = from; i < end; ++i) {
+            const QChar c = m_line.text.characters.at(i);
+            if (c == QLatin1Char('['))
+                m_opens.append(i);
+            else if (c == QLatin1Char(']') && !m_opens.isEmpty())
+                m_opens.removeLast();
+            else if (c == QLatin1Char(']'))
+                add(i, QStringLiteral("\"]\" has no \"[\" in front of it on the line"));
+        }
+    }
+    void reportInside(int begin, int end)
+    {
+        for (int i = begin; i < end; ++i) {
+            const QChar c = m_line.text.characters.at(i);
+            if (c == QLatin1Char('[') || c == QLatin1Char(']'))
+                add(i, QStringLiteral("\"%1\" stands inside the tag \"%2\"")
+                           .arg(c)
+                           .arg(clipped(m_line.text.characters.mid(begin, end - begin))));
+        }
+    }
+    void add(int index, const QString &message)
+    {
+        const int offset = m_line.text.origins.at(index);
+        if (m_piece.isText(offset))
+            m_report.add(offset, message);
+    }
+
+    const Piece &m_piece;
+    const TemplateLine &m_line;
+    Report &m_report;
+    QVector<int> m_opens;
+};
+
+/// Which tags of a line a removed group can hide, whatever the values are.
+class HiddenTagCheck
+{
+public:
+    HiddenTagCheck(const Piece &piece, const TemplateLine &line, Report &report)
+        : m_piece(piece), m_line(line), m_report(report)
+    {}
+
+    void run()
+    {
+        auto tag = m_line.tags.cbegin();
+        for (int i = 0; i < m_line.text.size(); ++i) {
+            if (tag != m_line.tags.cend() && tag->begin == i) {
+                takeTag(*tag);
+                i = tag->end - 1;
+                ++tag;
+                continue;
+            }
+            const QChar c = m_line.text.characters.at(i);
+            ++m_length;
+            if (c == QLatin1Char('['))
+                m_groups.append({m_length - 1, 0, false});
+            else if (c == QLatin1Char(']') && !m_groups.isEmpty())
+                closeGroup(i + 1);
+        }
+    }
+
+private:
+    struct Group
+    {
+        int begin;   ///< how many characters stand in front of it at least
+        int passed;  ///< how many characters behind it are passed over when it goes
+        bool canGo;
+    };
+
+    void takeTag(const AttributeTag &tag)
+    {
+        if (tag.begin < m_passedUntil && m_piece.isText(m_line.offsetOf(tag)))
+            m_report.add(
+                m_line.offsetOf(tag),
+                QStringLiteral("\"%1\" isn't filled when the group in front of it goes: "
+                               "from the group's end to the tag there have to be %2 "
+                               "characters")
+                    .arg(clipped(m_line.text.characters.mid(tag.begin, tag.end - tag.begin)))
+                    .arg(m_passed));
+        if (!m_groups.isEmpty()) {
+            Group &group = m_groups.last();
+            group.passed = m_length - group.begin;
+            group.canGo = true;
+        }
+        // The value has a character at least, or its group would be gone.
+        ++m_length;
+    }
+    void closeGroup(int end)
+    {
+        const Group group = m_groups.takeLast();
+        if (!group.canGo)
+            return;
+        m_length = group.begin;
+        if (end + group.passed <= m_passedUntil)
+            return;
+        m_passedUntil = end + group.passed;
+        m_passed = group.passed;
+    }
+
+    const Piece &m_piece;
+    const TemplateLine &m_line;
+    Report &m_report;
+    QVector<Group> m_groups;
+    int m_length = 0;  ///< of what is printed so far, at least
+    int m_passedUntil = 0;
+    int m_passed = 0;
+};
+
+}  // namespace
+
+void checkBrackets(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines) {
+            if (analysis.showsItsShape(line))
+                BracketCheck(piece, line, report).run();
+        }
+    }
+}
+
+void checkHiddenTags(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines) {
+            if (analysis.showsItsShape(line))
+                HiddenTagCheck(piece, line, report).run();
+        }
+        if (!piece.filled)
+            continue;
+        for (const int offset : piece.filled->hidden) {
+            if (piece.isText(offset))
+                report.add(offset, QStringLiteral("the tag isn't filled with this document, as the "
+                                                  "group in front of it goes"));
+        }
+    }
+}
+
+void checkAlignmentWithTab(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        forEachLeftover(allRoads(piece), [&report](const Leftover &tag) {
+            if (isAlignment(tag.inner) && tag.hasTab)
+                report.add(tag.offset,
+                           QStringLiteral("\"<%1>\" prints as it stands on a line with \"<S>\"")
+                               .arg(tag.inner));
+        });
+    }
+}
+
+void checkSecondAlignment(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        forEachLeftover(allRoads(piece), [&report](const Leftover &tag) {
+            if (isAlignment(tag.inner) && !tag.hasTab)
+                report.add(tag.offset,
+                           QStringLiteral("\"<%1>\" prints as it stands on a line with \"<C>\"")
+                               .arg(tag.inner));
+        });
+    }
+}
+
+void checkLineSpacing(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        forEachLeftover(allRoads(piece), [&report](const Leftover &tag) {
+            if (tag.inner.startsWith(QLatin1String("LS")) && isMarkup(tag.inner))
+                report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: the line has "
+                                                      "a smaller spacing")
+                                           .arg(tag.inner));
+        });
+    }
+}
+
+void checkOpenFormats(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        const QVector<const Road *> roads = analysis.decisiveRoads(piece);
+        for (const Road *road : roads) {
+            for (const int offset : road->openFormats)
+                report.add(offset, QStringLiteral("the format is switched on here and never off"));
+        }
+    }
+}
+
+void checkTagsBehindTheirPair(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        forEachLeftover(analysis.decisiveRoads(piece), [&report](const Leftover &tag) {
+            if (isFormatSwitch(tag.inner))
+                report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: a tag of the "
+                                                      "same pair stands directly in front")
+                                           .arg(tag.inner));
+        });
+    }
+}
+
+void checkRemovals(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        forEachLeftover(analysis.decisiveRoads(piece), [&report](const Leftover &tag) {
+            if (tag.inner == QLatin1String("X:"))
+                report.add(tag.offset, QStringLiteral("\"<X:>\" prints as it stands: there is no "
+                                                      "\"<:X>\" behind it"));
+            else if (tag.inner == QLatin1String(":X"))
+                report.add(tag.offset, QStringLiteral("\"<:X>\" prints as it stands: there is no "
+                                                      "\"<X:>\" in front of it"));
+        });
+    }
+}
+
+void checkEntries(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines) {
+            const QString &text = line.text.characters;
+            int begin = text.indexOf(entriesTag, 0, Qt::CaseInsensitive);
+            if (begin < 0 || QStringRef(&text).trimmed().size() == entriesTag.size())
+                continue;
+            for (; begin >= 0; begin = text.indexOf(entriesTag, begin + 1, Qt::CaseInsensitive)) {
+                if (piece.isPrinted(line.text.origins.at(begin)))
+                    report.add(line.text.origins.at(begin),
+                               QStringLiteral("\"%1\" stands inside other text, which goes to the "
+                                              "first and to the last entry only")
+                                   .arg(text.mid(begin, entriesTag.size())));
+            }
+        }
+    }
+}
+
+void checkFiscalMarkers(const Analysis &analysis, Report &report)
+{
+    if (analysis.options().splitsFiscalParts)
+        return;
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines) {
+            for (const AttributeTag &tag : line.tags) {
+                if (isFiscalMarker(tag.inner) && piece.isPrinted(line.offsetOf(tag)))
+                    report.add(line.offsetOf(tag),
+                               QStringLiteral("\"<%1>\" prints nothing unless the client cuts the "
+                                              "template here (--fiscal)")
+                                   .arg(tag.inner));
+            }
+        }
+    }
+}
+
+void checkQrInText(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        forEachLeftover({&piece.blank}, [&](const Leftover &tag) {
+            if (tag.inner == QLatin1String("QR"))
+                report.add(tag.offset, QStringLiteral("\"<QR>\" and its data print as they stand "
+                                                      "in text and HTML"));
+        });
+    }
+}
+
+}  // namespace templatelint

@@ -1,0 +1,165 @@
+#include <QRegularExpression>
+
+#include "analysis.h"
+#include "checks.h"
+#include "expression.h"
+
+// Rules about tags that aren't spelt as the library reads them.
+
+namespace templatelint {
+
+namespace {
+
+void reportTags(const Analysis &analysis, TagVerdict::Fault fault, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TagFault &found : piece.tagFaults) {
+            if (found.verdict.fault == fault)
+                report.add(found.offset, found.verdict.message);
+        }
+    }
+}
+
+bool readsLikeAnAttribute(const QString &inner)
+{
+    if (isWordBegin(inner, 0)) {
+        const int end = wordEnd(inner, 0);
+        if (end == inner.size() || inner.at(end) == QLatin1Char(','))
+            return true;
+    }
+    return isCalculation(inner);
+}
+
+bool isAttribute(const Analysis &analysis, const QString &inner)
+{
+    return analysis.values() != nullptr &&
+           analysis.values()->has(inner.left(inner.lastIndexOf(QLatin1Char(','))));
+}
+
+bool isTooShort(const Analysis &analysis, const QString &inner)
+{
+    return !inner.isEmpty() && !isAttributeTag(inner.size() + 2) && !isMarkup(inner) &&
+           (isAttribute(analysis, inner) ||
+            (!intendedMarkup(inner) && readsLikeAnAttribute(inner)));
+}
+
+void reportShort(const BadCode &code, Report &report)
+{
+    report.add(code.offset, QStringLiteral("\"<%1>\" is read as the code of a character: an "
+                                           "attribute or expression has at least four characters")
+                                .arg(code.inner));
+}
+
+void reportSpelling(const Analysis &analysis, const Leftover &tag, Report &report)
+{
+    if (tag.inner == QLatin1String("I") || tag.inner == QLatin1String("/I")) {
+        report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: an image lies between "
+                                              "\"<I>\" and \"</I>\" on one line")
+                                   .arg(tag.inner));
+        return;
+    }
+    if (isAttributeTag(tag.inner.size() + 2) || isAttribute(analysis, tag.inner))
+        return;
+    if (const auto meant = intendedMarkup(tag.inner))
+        report.add(tag.offset,
+                   QStringLiteral("\"<%1>\" prints as it stands; did you mean \"<%2>\"?")
+                       .arg(tag.inner, *meant));
+}
+
+bool canBeginATag(const QString &line, int place)
+{
+    if (place >= line.size())
+        return false;
+    const QChar c = line.at(place);
+    return c.isLetterOrNumber() || QLatin1String(":#/_(.").contains(c);
+}
+
+void checkUnterminated(const Piece &piece, const Text &line, Report &report)
+{
+    const QString &text = line.characters;
+    int begin = text.indexOf(QLatin1Char('<'));
+    while (begin >= 0) {
+        const int end = text.indexOf(QLatin1Char('>'), begin);
+        const int next = text.indexOf(QLatin1Char('<'), begin + 1);
+        const int offset = line.origins.at(begin);
+        const bool looksLikeATag = canBeginATag(text, begin + 1) && piece.isText(offset);
+        if (end < 0) {
+            if (looksLikeATag) {
+                report.add(offset, QStringLiteral("\"<\" has no \">\" behind it on the line"));
+                return;
+            }
+            begin = next;
+            continue;
+        }
+        if (next >= 0 && next < end) {
+            const bool isFilled = isAttributeTag(end + 1 - begin) && piece.isPrinted(offset);
+            if (isFilled || looksLikeATag)
+                report.add(offset,
+                           QStringLiteral("\"<\" has no \">\" before the next \"<\": \"%1\" is "
+                                          "read as one tag")
+                               .arg(clipped(text.mid(begin, end + 1 - begin))));
+        }
+        begin = text.indexOf(QLatin1Char('<'), end);
+    }
+}
+
+}  // namespace
+
+void checkUnknownAttributes(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::UnknownAttribute, report);
+}
+
+void checkExpressions(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::BadExpression, report);
+}
+
+void checkCutExpressions(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::CutExpression, report);
+}
+
+void checkShortTags(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const BadCode &code : piece.blank.badCodes) {
+            if (isTooShort(analysis, code.inner))
+                reportShort(code, report);
+        }
+        const QVector<Leftover> leftovers = leftoversOf(piece.blank);
+        for (const Leftover &tag : leftovers) {
+            if (isTooShort(analysis, tag.inner))
+                report.add(tag.offset,
+                           QStringLiteral("\"<%1>\" prints as it stands: an attribute or "
+                                          "expression has at least four characters")
+                               .arg(tag.inner));
+        }
+    }
+}
+
+void checkMarkupSpelling(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::Misspelt, report);
+    for (const Piece &piece : analysis.pieces()) {
+        for (const BadCode &code : piece.blank.badCodes) {
+            if (!isTooShort(analysis, code.inner))
+                report.add(code.offset, QStringLiteral("\"<%1>\" is no number: the character of "
+                                                       "code 0 is printed")
+                                            .arg(clipped(code.inner)));
+        }
+        const QVector<Leftover> leftovers = leftoversOf(piece.blank);
+        for (const Leftover &tag : leftovers)
+            reportSpelling(analysis, tag, report);
+    }
+}
+
+void checkUnterminatedTags(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines)
+            checkUnterminated(piece, line.text, report);
+    }
+}
+
+}  // namespace templatelint

@@ -1,0 +1,217 @@
+#include "road.h"
+
+#include <algorithm>
+
+#include "tags.h"
+
+namespace templatelint {
+
+namespace {
+
+const QLatin1String removalBegin("<X:>");
+const QLatin1String removalEnd("<:X>");
+const QLatin1String imageBegin("<I>");
+const QLatin1String imageEnd("</I>");
+const QLatin1String emptyLine("<X>");
+const QLatin1String qrTag("<QR>");
+
+bool holdEntriesTag(const QStringList &entries)
+{
+    return std::any_of(entries.cbegin() + 1, entries.cend(), [](const QString &entry) {
+        return entry.contains(entriesTag, Qt::CaseInsensitive);
+    });
+}
+
+void unpackEntries(const Text &line, const QStringList &entries, QVector<Text> &result)
+{
+    const bool once = entries.size() == 1 || holdEntriesTag(entries);
+    Text current;
+    int from = 0;
+    while (true) {
+        const int hit = line.characters.indexOf(entriesTag, from, Qt::CaseInsensitive);
+        if (hit < 0)
+            break;
+        const int origin = Text::standIn(Text::offsetOf(line.origins.at(hit)));
+        current.append(line, from, hit - from);
+        for (int i = 0; i < entries.size(); ++i) {
+            if (i > 0) {
+                result.append(current);
+                current = Text();
+            }
+            current.append(entries.at(i), origin);
+        }
+        from = hit + entriesTag.size();
+        if (once)
+            break;
+    }
+    current.append(line, from);
+    result.append(current);
+}
+
+QVector<Text> withEntries(const QVector<Text> &lines, const QString &text)
+{
+    QString entries = text;
+    entries.replace(QLatin1Char('='), QLatin1String("<S>"));
+    const QStringList list = entries.split(QLatin1Char('\t'));
+    QVector<Text> result;
+    result.reserve(lines.size());
+    for (const Text &line : lines)
+        unpackEntries(line, list, result);
+    return result;
+}
+
+/// The template's range that characters come from, if any do.
+void addRange(const Text &text, int from, int end, QVector<Range> &ranges)
+{
+    Range range{Text::nowhere, Text::nowhere};
+    for (int i = from; i < end; ++i) {
+        const int origin = text.origins.at(i);
+        if (!Text::isTemplate(origin))
+            continue;
+        if (range.first == Text::nowhere)
+            range.first = origin;
+        range.last = origin;
+    }
+    if (range.first != Text::nowhere)
+        ranges.append(range);
+}
+
+/// Removes what stands from one tag through the next of the other kind.
+bool removeSpans(Text &text, QLatin1String open, QLatin1String close, QVector<Range> &removed)
+{
+    int begin = text.characters.indexOf(open);
+    Text kept;
+    int read = 0;
+    while (begin >= 0) {
+        const int end = text.characters.indexOf(close, begin);
+        if (end < 0)
+            break;
+        kept.append(text, read, begin - read);
+        read = end + close.size();
+        addRange(text, begin, read, removed);
+        begin = text.characters.indexOf(open, read);
+    }
+    if (read == 0)
+        return false;
+    kept.append(text, read);
+    text = kept;
+    return true;
+}
+
+bool hasRemovals(const Text &line)
+{
+    return line.characters.contains(removalBegin) || line.characters.contains(removalEnd) ||
+           line.characters.contains(QLatin1Char('\n'));
+}
+
+/// The parts to remove may go over line ends, and values may hold line ends.
+void removeParts(QVector<Text> &lines, QVector<Range> &removed)
+{
+    if (std::none_of(lines.cbegin(), lines.cend(), hasRemovals))
+        return;
+    Text joined;
+    for (int i = 0; i < lines.size(); ++i) {
+        if (i > 0)
+            joined.append(QLatin1Char('\n'), Text::nowhere);
+        joined.append(lines.at(i));
+    }
+    removeSpans(joined, removalBegin, removalEnd, removed);
+    lines.clear();
+    int from = 0;
+    for (int end = 0; end >= 0; from = end + 1) {
+        end = joined.characters.indexOf(QLatin1Char('\n'), from);
+        lines.append(joined.mid(from, end < 0 ? -1 : end - from));
+        if (end < 0)
+            break;
+    }
+}
+
+/// The lines with their values, without those that come out empty.
+QVector<Text> filledLines(const QVector<Text> &lines, const ValueOf &valueOf, Road &road)
+{
+    QVector<Text> result;
+    result.reserve(lines.size());
+    for (const Text &line : lines) {
+        if (isSymbolsLine(line.characters))
+            continue;
+        if (!line.characters.contains(QLatin1Char('<'))) {
+            result.append(line);
+            continue;
+        }
+        const Filled filled = fill(line, valueOf);
+        if (filled.isEndless) {
+            road.endless = line.firstOffset();
+            return {};
+        }
+        road.hidden += filled.hidden;
+        if (!filled.text.isEmpty())
+            result.append(filled.text);
+    }
+    return result;
+}
+
+/// What images and the tag for a blank line leave of a line; false: nothing, not even a blank line.
+bool reduceLine(Text &line, QVector<Range> &removed)
+{
+    if (removeSpans(line, imageBegin, imageEnd, removed) && line.isEmpty())
+        return false;
+    if (line.characters.contains(emptyLine)) {
+        addRange(line, 0, line.size(), removed);
+        line = Text();
+    }
+    return true;
+}
+
+void takePayload(Text &line, QVector<Range> &payloads)
+{
+    const int qr = line.characters.indexOf(qrTag);
+    if (qr < 0)
+        return;
+    addRange(line, qr, line.size(), payloads);
+    line = line.characters.leftRef(qr).trimmed().isEmpty() ? Text() : line.mid(0, qr);
+}
+
+}  // namespace
+
+Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form)
+{
+    Road road;
+    QVector<Text> filled =
+        filledLines(entries != nullptr ? withEntries(lines, *entries) : lines, valueOf, road);
+    removeParts(filled, road.removed);
+    Markup markup;
+    for (Text &line : filled) {
+        if (!reduceLine(line, road.removed))
+            continue;
+        road.prepared.append(line);
+        if (form == Form::Document)
+            takePayload(line, road.payloads);
+        if (!line.isEmpty())
+            road.lines.append(markup.print(line));
+    }
+    road.openFormats = markup.openFormats();
+    road.badCodes = markup.badCodes();
+    return road;
+}
+
+QVector<Leftover> leftoversOf(const Road &road)
+{
+    QVector<Leftover> leftovers;
+    for (const Printed &line : road.lines) {
+        const QString &text = line.text.characters;
+        int begin = -1;
+        for (int i = 0; i < text.size(); ++i) {
+            if (text.at(i) == QLatin1Char('<'))
+                begin = i;
+            if (text.at(i) != QLatin1Char('>') || begin < 0)
+                continue;
+            if (line.text.isOnePiece(begin, i + 1))
+                leftovers.append(
+                    {line.text.origins.at(begin), text.mid(begin + 1, i - begin - 1), line.hasTab});
+            begin = -1;
+        }
+    }
+    return leftovers;
+}
+
+}  // namespace templatelint

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QVector>
+
+#include "markup.h"
+#include "substitution.h"
+#include "templatelint.h"
+#include "text.h"
+
+namespace templatelint {
+
+/// From one place of the template through another.
+struct Range
+{
+    int first;
+    int last;
+};
+
+/// What becomes of a piece of a template on its road to the paper.
+struct Road
+{
+    QVector<Text> prepared;   ///< the lines that the markup gets
+    QVector<Printed> lines;   ///< what it makes of those that aren't empty
+    QVector<Range> removed;   ///< parts of the template that never print
+    QVector<Range> payloads;  ///< data of QR codes
+    QVector<int> hidden;      ///< offsets of tags that a removed group made stay
+    QVector<int> openFormats;
+    QVector<BadCode> badCodes;
+    int endless = Text::nowhere;  ///< offset of the line whose values never came to an end; the
+                                  ///< rest is missing then
+};
+
+/// @param entries the document's entries as one text, or null to keep the tags for them
+Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form);
+
+/// A tag of the template that stays as text on the paper.
+struct Leftover
+{
+    int offset;
+    QString inner;
+    bool hasTab;  ///< on a line with <S>
+};
+QVector<Leftover> leftoversOf(const Road &road);
+
+}  // namespace templatelint

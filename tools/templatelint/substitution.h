@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QVector>
+#include <functional>
+#include <optional>
+
+#include "text.h"
+
+namespace templatelint {
+
+/// What a tag becomes; nothing if the value was too much to work out.
+using ValueOf = std::function<std::optional<QString>(const QString &inner)>;
+
+struct Filled
+{
+    Text text;
+    QVector<int> hidden;     ///< offsets of attribute tags that a removed group made stay
+    bool isEndless = false;  ///< the values never came to an end, and `text` is useless
+};
+
+/// Whether a value takes the group around its tag along.
+bool isZeroOrEmpty(const QString &value);
+
+/// One line with its values filled in, as PrinterDocumentFormatter::processDocAttributes() does it.
+Filled fill(const Text &line, const ValueOf &valueOf);
+
+}  // namespace templatelint

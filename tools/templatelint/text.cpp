@@ -1,0 +1,99 @@
+#include "text.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace templatelint {
+
+void Text::append(QChar character, int origin)
+{
+    characters.append(character);
+    origins.append(origin);
+}
+
+void Text::append(const QString &text, int origin)
+{
+    characters.append(text);
+    origins.insert(origins.size(), text.size(), origin);
+}
+
+void Text::append(const Text &text, int from, int count)
+{
+    const int length = count < 0 ? text.size() - from : count;
+    characters.append(text.characters.constData() + from, length);
+    const int size = origins.size();
+    origins.resize(size + length);
+    std::copy_n(text.origins.constBegin() + from, length, origins.begin() + size);
+}
+
+Text Text::mid(int from, int count) const
+{
+    return {characters.mid(from, count), origins.mid(from, count)};
+}
+
+Text Text::trimmed() const
+{
+    const QStringRef inner = QStringRef(&characters).trimmed();
+    return inner.isEmpty() ? Text() : mid(inner.position(), inner.size());
+}
+
+void Text::truncate(int size)
+{
+    characters.truncate(size);
+    origins.resize(characters.size());
+}
+
+bool Text::isOnePiece(int from, int end) const
+{
+    const int first = origins.at(from);
+    if (!isTemplate(first))
+        return false;
+    for (int i = from; i < end; ++i) {
+        if (origins.at(i) != first + i - from)
+            return false;
+    }
+    return true;
+}
+
+int Text::firstOffset() const
+{
+    const auto origin =
+        std::find_if(origins.cbegin(), origins.cend(), [](int value) { return value != nowhere; });
+    return origin == origins.cend() ? nowhere : offsetOf(*origin);
+}
+
+Source::Source(const QStringList &lines) : m_lines(lines)
+{
+    int begin = 0;
+    m_begins.reserve(lines.size());
+    for (const QString &line : lines) {
+        m_begins.append(begin);
+        begin += line.size() + 1;
+    }
+}
+
+QVector<Text> Source::lines() const
+{
+    QVector<Text> texts;
+    texts.reserve(m_lines.size());
+    for (int i = 0; i < m_lines.size(); ++i) {
+        Text text{m_lines.at(i), QVector<int>(m_lines.at(i).size())};
+        std::iota(text.origins.begin(), text.origins.end(), m_begins.at(i));
+        texts.append(text);
+    }
+    return texts;
+}
+
+Place Source::place(int offset) const
+{
+    const auto next = std::upper_bound(m_begins.cbegin(), m_begins.cend(), offset);
+    const int line = std::max(0, static_cast<int>(next - m_begins.cbegin()) - 1);
+    return {line + 1, offset - m_begins.value(line) + 1};
+}
+
+int Source::lineBegin(int offset) const
+{
+    return m_begins.value(place(offset).line - 1);
+}
+
+}  // namespace templatelint

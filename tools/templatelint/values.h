@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+#include <optional>
+
+#include "printerdocs/printerdocument.h"
+#include "printerdocs/printerdocumentformatter.h"
+
+namespace templatelint {
+
+/// An expression with the document's values put in, as far as it got.
+struct Inserted
+{
+    QString text;
+    QVector<int>
+        origins;  ///< for each character its index in the expression, of a value's standIn()
+    QVector<int> keyBegin;  ///< for each character of the expression the begin of the attribute's
+                            ///< name that it belongs to; -1: none
+    QVector<int> keyEnd;
+    bool isEndless = false;
+};
+
+/// A document's values as the library prints them, each worked out once.
+class Values
+{
+public:
+    explicit Values(const PrinterDocument &document);
+
+    const PrinterDocument &document() const { return m_document; }
+    QStringList names() const { return m_longestFirst; }
+    bool has(const QString &name) const { return m_document.hasAttribute(name); }
+    /// The text of a tag; nothing if it would be too long to be worked out.
+    std::optional<QString> ofTag(const QString &inner);
+    /// Whether an expression over the attributes can be evaluated.
+    bool evaluates(const QString &expression);
+    /// Whether a value holds a character that tags and groups are made of.
+    bool holdMarkup() const { return m_holdMarkup; }
+    /// The values put in one by one, the longest name first.
+    Inserted insertedInto(const QString &expression) const;
+
+private:
+    std::optional<QString> textOf(const QString &name, const QString &format);
+    void insertValue(const QString &name, int longest, Inserted &result) const;
+
+    const PrinterDocument m_document;
+    const PrinterDocumentFormatter m_formatter;
+    QStringList m_longestFirst;
+    QHash<QString, std::optional<QString>> m_texts;
+    bool m_holdMarkup = false;
+    bool m_nameOthers = false;  ///< a value holds the name of another attribute
+};
+
+}  // namespace templatelint
