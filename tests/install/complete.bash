@@ -1,0 +1,46 @@
+# complete.bash PREFIX: what the installed completion of receipt(1) offers.
+prefix=$1
+source "$prefix/share/bash-completion/completions/receipt"
+cd "$prefix/share/printerslib/examples" || exit 1
+failures=0
+
+# complete WORD...: the offers for the last word, sorted, in one line.
+complete_words() {
+  COMP_WORDS=("$prefix/bin/receipt" "$@")
+  COMP_CWORD=$#
+  _receipt
+  printf '%s\n' "${COMPREPLY[@]}" | sort | paste -sd ' '
+}
+
+# offers EXPECTED WORD...
+offers() {
+  local expected=$1 actual
+  shift
+  actual=$(complete_words "$@")
+  [ "$actual" = "$expected" ] && return
+  printf 'receipt %s: "%s" instead of "%s"\n' "$*" "$actual" "$expected" >&2
+  failures=$((failures + 1))
+}
+
+# offers_all WORD...: the offers for an empty last word are these of standard input, and no others.
+offers_all() {
+  offers "$(sort | paste -sd ' ')" "$@"
+}
+
+"$prefix/bin/receipt" --help |
+  sed -n 's/^  \([a-z][a-z0-9-]*\)  *[^ ].*/\1/p; $a --help\n--version' | offers_all ''
+"$prefix/bin/receipt" models --json | sed -n 's/^ \{8\}"id": "\(.*\)",*$/\1/p' | offers_all models ''
+offers 'render' ren
+offers '' nosuchcommand ''
+offers '--margin --model' render --m
+offers 'CUSTOM_TG_2480_H CUSTOM_TG_2480_SE CUSTOM_VKP_80' render --model CUSTOM
+offers 'html html-fragment json text' render --as ''
+offers 'html html-fragment' render --as h
+offers 'as-is lower upper' render --case ''
+offers 'kiosk.cpt kiosk.json' render kiosk
+offers 'images' bbcode --images im
+offers 'check remove repair save show' document ''
+offers '--codec' document save --c
+offers 'export import show' settings ''
+offers '--printer' settings export --p
+exit $((failures > 0))
