@@ -1,0 +1,222 @@
+// A minimal print service: reads its settings, finds the printer, fills a receipt, keeps it in a
+// document file, prints it, and tells the system how that went.
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QJsonDocument>
+#include <QLoggingCategory>
+#include <QProcess>
+#include <QSerialPort>
+#include <QTextCodec>
+#include <QTextStream>
+#include <optional>
+
+#include "printdevicefinder/printdevicefinder.h"
+#include "printerdocs/printerdocumentformatter.h"
+#include "printsrvstate/printservicestatecorvidwrapper.h"
+#include "settings/textprintersettings.h"
+
+namespace {
+
+constexpr int startMilliseconds = 10000;
+constexpr int printMilliseconds = 10000;
+
+void say(const QString &line)
+{
+    QTextStream(stdout) << line << '\n';
+}
+
+/// The settings are the process's own from here on: the library reads them too.
+bool loadSettings(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QVariantList items = QJsonDocument::fromJson(file.readAll()).toVariant().toList();
+    const auto settings = QSharedPointer<TextPrinterSettings>::create();
+    settings->setList(items);
+    IPrintDeviceSettings::setPrintDeviceSettings(settings);
+    return !items.isEmpty();
+}
+
+/// Runs one search, which begin() starts, to its end. The device comes behind finished(), and a
+/// search over nothing ends with noDevices() alone.
+template <typename Begin>
+std::optional<PrintDeviceInfo> search(Begin begin)
+{
+    PrintDeviceFinder finder;
+    QEventLoop loop;
+    std::optional<PrintDeviceInfo> found;
+    QObject::connect(&finder, &PrintDeviceFinder::deviceFinded, &loop,
+                     [&found](const PrintDeviceInfo &device) { found = device; });
+    QObject::connect(&finder, &PrintDeviceFinder::finished, &loop, &QEventLoop::quit,
+                     Qt::QueuedConnection);
+    QObject::connect(&finder, &PrintDeviceFinder::noDevices, &loop, &QEventLoop::quit,
+                     Qt::QueuedConnection);
+    begin(finder);
+    loop.exec();
+    return found;
+}
+
+/// The printer of the settings, if it answers on its port. A search of all ports, which takes near
+/// three minutes where nobody answers, would be finder.start().
+std::optional<PrintDeviceInfo> confirmPrinter(const TextPrinterSettings &settings)
+{
+    PrintDeviceInfo record;
+    record.setDeviceType(1);
+    record.setDeviceId(settings.printerId());
+    record.setSettings(settings.port()->portSettings());
+    QList<PrintDeviceInfo> records{record};
+    return search([&records](PrintDeviceFinder &finder) { finder.test(records); });
+}
+
+/// Starts a program that plays the printer, and finds it. Its dialogue goes to printer.log.
+std::optional<PrintDeviceInfo> startVirtualPrinter(QProcess &printer, const QString &program,
+                                                   const QString &model, const QDir &folder)
+{
+    const QString port = folder.filePath("printer");
+    QFile::remove(port);
+    printer.setStandardOutputFile(folder.filePath("printer.log"));
+    printer.start(program, {"--model", model, "--link", port});
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!QFile::exists(port)) {
+        if (printer.state() == QProcess::NotRunning || waiting.hasExpired(startMilliseconds))
+            return std::nullopt;
+        printer.waitForFinished(10);
+    }
+    return search([&port](PrintDeviceFinder &finder) { finder.start({port}); });
+}
+
+PrinterDocument sale()
+{
+    PrinterDocument document;
+    document.setAttributes({{"SHOP", "Harbour Kiosk"},
+                            {"DOCNO", 1207},
+                            {"SALE_DT", QDateTime(QDate(2026, 5, 9), QTime(14, 30))},
+                            {"NAME1", "Newspaper"},
+                            {"QTY1", 1},
+                            {"PRICE1", 1.85},
+                            {"NAME2", "Tea to go"},
+                            {"QTY2", 2},
+                            {"PRICE2", 2.40},
+                            {"DISCOUNT", 0}});
+    return document;
+}
+
+/// The receipt, laid out for the printer; invalid without a template.
+std::optional<TextPrinterDocument> makeReceipt(const QString &templateFile,
+                                               TextPrinterSettings &settings)
+{
+    PrinterDocumentFormatter formatter(settings.spacessBeforeString(), nullptr);
+    if (!formatter.loadTemplate(templateFile, "UTF-8"))
+        return std::nullopt;
+    TextPrinterDocument receipt = formatter.toTextPrinterDocument(sale());
+    receipt.setSymbolsPerLine(settings.defSymbolsPerLine());
+    return receipt;
+}
+
+/// True only when the document is on the disk and can be read back.
+bool keep(const TextPrinterDocument &receipt, const QString &fileName)
+{
+    TextPrinterDocument kept;
+    return receipt.saveToFile(fileName) && kept.loadFromFile(fileName) && kept == receipt;
+}
+
+/// What a driver makes of a document; this one knows text, line ends and the cut.
+QByteArray printerBytes(const TextPrinterDocument &receipt, const TextPrinterSettings &settings)
+{
+    const QByteArray cut = QByteArray::fromHex("1D564200");  // GS V 66 0
+    const QTextCodec *codec = QTextCodec::codecForName(settings.codec().toLatin1());
+    if (codec == nullptr)
+        codec = QTextCodec::codecForLocale();
+    QByteArray bytes;
+    const QList<DocumentBlock> blocks = receipt.blocks();
+    for (DocumentBlock block : blocks) {
+        const QStringList lines = block.toStringList(receipt.symbolsPerLine());
+        for (const QString &line : lines)
+            bytes += codec->fromUnicode(line) + '\n';
+    }
+    return bytes + QByteArray(settings.emptyStringsAtEnd(), '\n') + cut;
+}
+
+/// Sends the bytes and asks who the printer is, as it answers when all before is done.
+/// @return what went wrong; empty: nothing
+QString print(const QByteArray &bytes, const hearth::Rs232PortSettings &line)
+{
+    const QByteArray identify = QByteArray::fromHex("1D4901");  // GS I 1
+    QSerialPort port(line.portName());
+    if (!port.open(QIODevice::ReadWrite) || !port.setBaudRate(line.baudRate()) ||
+        !port.setFlowControl(line.flowControl()) || !port.setParity(line.parity()) ||
+        !port.setDataBits(line.dataBits()) || !port.setStopBits(line.stopBits()))
+        return port.errorString();
+    port.write(bytes + identify);
+    if (!port.waitForBytesWritten(printMilliseconds) || !port.waitForReadyRead(printMilliseconds))
+        return port.errorString();
+    return QString();
+}
+
+/// The record that goes to the message bus, on which this example has nothing but a file.
+bool publish(const QString &trouble, const QString &fileName)
+{
+    PrintServiceState state;
+    state.setServiceState(PrintServiceState::ServiceWorkableFirst);
+    state.setDeviceState(trouble.isEmpty() ? PrintServiceState::DeviceNormalFirst
+                                           : PrintServiceState::DeviceCritical);
+    state.setDeviceErorMsg(trouble);
+    const corvid::ClientState record = PrintServiceStateCorvidWrapper(state).toClientState();
+    say(QStringLiteral("state on the bus: %1").arg(record.state()));
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly) && file.write(record.state().toUtf8()) > 0;
+}
+
+/// Finds the printer and prints. @return what went wrong; empty: nothing
+QString printReceipt(const TextPrinterDocument &receipt, const TextPrinterSettings &settings,
+                     const QString &virtualPrinter, const QDir &folder)
+{
+    QProcess player;
+    std::optional<PrintDeviceInfo> device = confirmPrinter(settings);
+    if (!device)
+        device = startVirtualPrinter(player, virtualPrinter, settings.printerId(), folder);
+    QString trouble = QStringLiteral("there is no printer");
+    if (device) {
+        say(QStringLiteral("printer: %1 on %2")
+                .arg(device->deviceId(), device->settings().portName()));
+        settings.port()->setPortSettings(device->settings());
+        trouble = print(printerBytes(receipt, settings), device->settings());
+    }
+    player.terminate();
+    player.waitForFinished();
+    return trouble;
+}
+
+}  // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 4 || arguments.size() > 5) {
+        say("Usage: print-service SETTINGS.json TEMPLATE FOLDER [VIRTUAL-PRINTER]");
+        return 2;
+    }
+    QLoggingCategory::setFilterRules("default.warning=false\nprinters=false");
+    const QDir folder(QDir(arguments.at(3)).absolutePath());
+    if (!loadSettings(arguments.at(1))) {
+        say(QStringLiteral("%1 holds no settings").arg(arguments.at(1)));
+        return 1;
+    }
+    TextPrinterSettings settings;
+    const std::optional<TextPrinterDocument> receipt = makeReceipt(arguments.at(2), settings);
+    if (!receipt || !keep(*receipt, folder.filePath("receipt-1207"))) {
+        say("the receipt couldn't be made and kept");
+        return 1;
+    }
+    const QString trouble =
+        printReceipt(*receipt, settings, arguments.value(4, "virtual-printer"), folder);
+    const bool published = publish(trouble, folder.filePath("state.json"));
+    return trouble.isEmpty() && published ? 0 : 1;
+}
