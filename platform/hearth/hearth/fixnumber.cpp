@@ -14,6 +14,7 @@ __extension__ using Wide = unsigned __int128;
 constexpr int mostDigits = 38;  // of any power of ten in 128 bits
 constexpr quint64 largest = std::numeric_limits<qint64>::max();
 constexpr unsigned ten = 10;
+constexpr int usualLength = 24;  // of a number's text
 
 /// The shortest decimal that reads back as the same double: digits times a power of ten.
 struct Decimal
@@ -45,28 +46,34 @@ Decimal shortestDecimal(double magnitude)
     return decimal;
 }
 
-Wide powerOfTen(int exponent)
+template <typename Number>
+Number powerOfTen(int exponent)
 {
-    Wide power = 1;
+    Number power = 1;
     for (int i = 0; i < exponent; ++i)
         power *= ten;
     return power;
 }
 
 /// number / divisor, rounded half up.
-Wide divided(Wide number, Wide divisor)
+template <typename Number>
+Number divided(Number number, Number divisor)
 {
-    const Wide rest = number % divisor;
-    return number / divisor + (2 * rest >= divisor ? 1 : 0);
+    const Number rest = number % divisor;
+    return number / divisor + (rest >= divisor - rest ? 1 : 0);
 }
 
 quint64 scaled(const Decimal &decimal, quint32 multiplier)
 {
+    constexpr int exactPowers = std::numeric_limits<quint64>::digits10;
     Wide number = static_cast<Wide>(decimal.digits) * multiplier;
     if (decimal.exponent < -mostDigits)
         return 0;
+    // 64 bits hold nearly all amounts, and divide much faster.
+    if (decimal.exponent < 0 && decimal.exponent >= -exactPowers && number <= largest)
+        return divided(static_cast<quint64>(number), powerOfTen<quint64>(-decimal.exponent));
     if (decimal.exponent < 0)
-        number = divided(number, powerOfTen(-decimal.exponent));
+        number = divided(number, powerOfTen<Wide>(-decimal.exponent));
     for (int i = 0; i < decimal.exponent && number <= largest; ++i)
         number *= ten;
     return number > largest ? largest : static_cast<quint64>(number);
@@ -79,6 +86,17 @@ int decimalsOf(quint32 multiplier)
     for (; multiplier != 0 && multiplier % ten == 0; multiplier /= ten)
         ++decimals;
     return decimals;
+}
+
+/// Appends a number of at least so many digits.
+void appendDigits(QString &text, quint64 number, int fewest)
+{
+    std::array<char, std::numeric_limits<quint64>::digits10 + 1> digits{};
+    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    const int count = static_cast<int>(end - digits.begin());
+    for (int i = count; i < fewest; ++i)
+        text += QLatin1Char('0');
+    text += QLatin1String(digits.data(), count);
 }
 
 }  // namespace
@@ -101,21 +119,24 @@ qint64 FixNumber::value() const
 QString FixNumber::toString(QChar decimalSeparator, QChar groupSeparator) const
 {
     const int decimals = decimalsOf(m_multiplier);
-    const auto unit = static_cast<quint64>(powerOfTen(decimals));
+    const auto unit = powerOfTen<quint64>(decimals);
     const auto magnitude =
-        static_cast<quint64>(divided(static_cast<quint64>(std::abs(m_value)), m_multiplier / unit));
-    QString text = QString::number(magnitude / unit);
+        divided(static_cast<quint64>(std::abs(m_value)), static_cast<quint64>(m_multiplier / unit));
+    QString text;
+    text.reserve(usualLength);
+    if (m_value < 0 && magnitude != 0)
+        text += QLatin1Char('-');
+    const int firstDigit = text.size();
+    appendDigits(text, magnitude / unit, 1);
     if (!groupSeparator.isNull()) {
         constexpr int groupSize = 3;
-        for (int place = text.size() - groupSize; place > 0; place -= groupSize)
+        for (int place = text.size() - groupSize; place > firstDigit; place -= groupSize)
             text.insert(place, groupSeparator);
     }
     if (decimals > 0) {
-        const QString fraction = QString::number(magnitude % unit);
-        text += decimalSeparator + fraction.rightJustified(decimals, QLatin1Char('0'));
+        text += decimalSeparator;
+        appendDigits(text, magnitude % unit, decimals);
     }
-    if (m_value < 0 && magnitude != 0)
-        text.prepend(QLatin1Char('-'));
     return text;
 }
 

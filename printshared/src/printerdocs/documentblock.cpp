@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "printerdocs/echarformat.h"
-#include "printerdocs/linelimits_p.h"
+#include "printerdocs/linepadding_p.h"
 
 namespace {
 
@@ -12,53 +12,6 @@ constexpr int maximumSpacesBefore = 16;
 // Keeps a wild count from taking the machine's memory.
 constexpr int mostEmptyLines = 1 << 24;
 constexpr QChar blank = QLatin1Char(' ');
-constexpr QChar tab = QLatin1Char('\t');
-
-// Every tab of the line replaced by one blank and as many more.
-QString withTabs(const QString &line, int moreBlanks)
-{
-    if (!line.contains(tab))
-        return line;
-    QString result = line;
-    return result.replace(tab, QString(moreBlanks, blank) + blank);
-}
-
-// The line with its padding; missing is the number of characters that it lacks to the width.
-QString paddedLine(const QString &line, ETextAlignment alignment, int missing)
-{
-    switch (alignment) {
-        case AlignRight:
-            return QString(missing, blank) + line;
-        case AlignCenter:
-            return QString(missing / 2, blank) + line;
-        case AlignJustify:
-            return withTabs(line, missing);
-        case AlignLeft:
-            break;
-    }
-    return line;
-}
-
-// How many times a line takes the padding.
-int paddedPlaces(const QString &line, ETextAlignment alignment)
-{
-    switch (alignment) {
-        case AlignRight:
-        case AlignCenter:
-            return 1;
-        case AlignJustify:
-            return line.count(tab);
-        case AlignLeft:
-            break;
-    }
-    return 0;
-}
-
-bool fitsWhenPadded(const QString &line, ETextAlignment alignment, int missing)
-{
-    const int places = paddedPlaces(line, alignment);
-    return places == 0 || line.size() + qint64(missing) * places <= longestPaddedLine;
-}
 
 QByteArray extended(QByteArray bytes, int length)
 {
@@ -286,13 +239,8 @@ QStringList DocumentBlock::toStringList(int width)
     if (!isText())
         return result;
     result.reserve(m_text.size());
-    for (const QString &line : qAsConst(m_text)) {
-        const int missing = width - qMin(width, line.size());
-        if (missing > 0 && fitsWhenPadded(line, m_alignment, missing))
-            result.append(paddedLine(line, m_alignment, missing));
-        else
-            result.append(withTabs(line, 0));
-    }
+    for (const QString &line : qAsConst(m_text))
+        result.append(paddedLine(line, m_alignment, width));
     return result;
 }
 

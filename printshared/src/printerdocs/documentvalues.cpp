@@ -9,6 +9,7 @@
 
 #include "log/loghelper.h"
 #include "printerdocs/expressionevaluator.h"
+#include "printerdocs/numbertext_p.h"
 #include "printerdocs/valueformat_p.h"
 
 namespace {
@@ -21,7 +22,7 @@ bool warningsAreOn()
     return category && category->isWarningEnabled();
 }
 
-QString textOf(const QVariant &value, const QString &format)
+QString textOf(const QVariant &value, QStringView format)
 {
     switch (static_cast<int>(value.type())) {
         case QVariant::Int:
@@ -44,19 +45,33 @@ QString textOf(const QVariant &value, const QString &format)
 
 }  // namespace
 
-DocumentValues::DocumentValues(const PrinterDocument &document) : m_document(document) {}
-
-QString DocumentValues::text(const QString &name, const QString &format)
+DocumentValues::DocumentValues(const PrinterDocument &document)
+    : m_document(document), m_attributes(document.attributes())
 {
+    constexpr int usualName = 64;
+    m_name.reserve(usualName);
+}
+
+QString DocumentValues::text(QStringView name, QStringView format)
+{
+    m_name.resize(0);
+    m_name.append(name.data(), static_cast<int>(name.size()));
     if (warningsAreOn())
-        qWarning().noquote() << name;
-    if (name.isEmpty())
-        return QString();
-    if (!m_document.hasAttribute(name)) {
-        if (const std::optional<double> value = evaluate(name))
-            return valueformat::ofReal(format, *value);
+        qWarning().noquote() << m_name;
+    return m_name.isEmpty() ? QString() : textOfTag(format);
+}
+
+QString DocumentValues::textOfTag(QStringView format)
+{
+    const auto attribute = m_attributes.constFind(m_name);
+    if (attribute == m_attributes.constEnd()) {
+        const std::optional<double> value = evaluate(m_name);
+        return value ? valueformat::ofReal(format, *value) : QString();
     }
-    return textOf(m_document.attributeValue(name), format);
+    if (attribute->type() != QVariant::String)
+        return textOf(*attribute, format);
+    const QString text = attribute->toString();
+    return beginsLikeAWord(text) ? text : textOf(numberOrText(*attribute), format);
 }
 
 std::optional<double> DocumentValues::evaluate(const QString &expression)

@@ -2,8 +2,11 @@
 
 #include <QBitArray>
 #include <QHash>
+#include <QMap>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
+#include <QVariant>
 #include <optional>
 
 #include "printerdocs/printerdocument.h"
@@ -17,9 +20,10 @@ public:
 
     /// The text of an attribute, or else of an expression over the attributes; null for an empty
     /// name, an empty text for a name that is neither.
-    QString text(const QString &name, const QString &format);
+    QString text(QStringView name, QStringView format);
 
 private:
+    QString textOfTag(QStringView format);
     std::optional<double> evaluate(const QString &expression);
     QString withValuesInserted(const QString &expression) const;
     QString withValuesOfLength(const QString &text, int keyLength, int firstRank) const;
@@ -31,6 +35,8 @@ private:
     void collectKeys();
 
     const PrinterDocument &m_document;
+    const QMap<QString, QVariant> m_attributes;
+    QString m_name;  ///< of the tag at hand; keeps its memory from tag to tag
     bool m_keysCollected = false;
     QStringList m_keys;          ///< in the map's order
     QStringList m_longestFirst;  ///< a key's place here is its rank

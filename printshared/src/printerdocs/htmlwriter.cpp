@@ -10,6 +10,7 @@
 namespace {
 
 constexpr QChar tab = QLatin1Char('\t');
+constexpr QLatin1String lineBreak("<br>");
 constexpr int firstSymbolCode = 1;
 constexpr int lastSymbolCode = 7;
 // Room for the tags of a line with one run, and the most that is reserved in advance.
@@ -129,7 +130,7 @@ void HtmlWriter::appendBlock(const DocumentBlock &block, bool rightAlign, bool u
         if (!useTable)
             m_html += QLatin1String("<pre>\n");
         if (QStringView(text.at(line)).trimmed().isEmpty())
-            m_html += QLatin1String("<br>");
+            m_html += lineBreak;
         else
             appendLine(block, line, rightAlign, useTable, lineWidth);
         if (!useTable)
@@ -147,13 +148,23 @@ void HtmlWriter::appendLine(const DocumentBlock &block, int line, bool rightAlig
     const QByteArray font = block.font().value(line);
     const QByteArray format = block.format().value(line);
     if (useTable)
-        appendRow(text, font, format, block.alignment(), rightAlign);
+        appendFilledRow(text, font, format, block.alignment(), rightAlign);
     else
         appendDivision(text, font, format, block.alignment(), lineWidth);
 }
 
 void HtmlWriter::appendRow(const QString &line, const QByteArray &font, const QByteArray &format,
                            ETextAlignment alignment, bool rightAlign)
+{
+    if (QStringView(line).trimmed().isEmpty())
+        m_html += lineBreak;
+    else
+        appendFilledRow(line, font, format, alignment, rightAlign);
+}
+
+void HtmlWriter::appendFilledRow(const QString &line, const QByteArray &font,
+                                 const QByteArray &format, ETextAlignment alignment,
+                                 bool rightAlign)
 {
     if (line.isEmpty()) {
         m_html += QLatin1String("<tr><td></td></tr>");

@@ -49,6 +49,9 @@ public:
     /// One line of a block; nothing if there is no such line.
     void appendLine(const DocumentBlock &block, int line, bool rightAlign, bool useTable,
                     int lineWidth);
+    /// One line as a row of a table; a line break if it is blank.
+    void appendRow(const QString &line, const QByteArray &font, const QByteArray &format,
+                   ETextAlignment alignment, bool rightAlign);
     /// A run of text in a table cell; an empty width leaves that attribute out.
     void appendCell(QStringView text, const CharacterBytes &font, const CharacterBytes &format,
                     const QString &attributes, const QString &width);
@@ -57,8 +60,8 @@ public:
                           const CharacterBytes &format);
 
 private:
-    void appendRow(const QString &line, const QByteArray &font, const QByteArray &format,
-                   ETextAlignment alignment, bool rightAlign);
+    void appendFilledRow(const QString &line, const QByteArray &font, const QByteArray &format,
+                         ETextAlignment alignment, bool rightAlign);
     void appendTwoCells(const QString &line, const CharacterBytes &font,
                         const CharacterBytes &format, bool rightAlign);
     void appendDivision(const QString &line, const QByteArray &font, const QByteArray &format,

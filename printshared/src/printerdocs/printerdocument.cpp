@@ -1,14 +1,20 @@
 #include "printerdocs/printerdocument.h"
 
+#include "printerdocs/numbertext_p.h"
+
 namespace {
 
 // From these lengths on a text of digits stays text: it may not survive as a number.
 constexpr int tooLongForWhole = 19;
 constexpr int tooLongForReal = 16;
 
+}  // namespace
+
 QVariant numberOrText(const QVariant &value)
 {
     const QString text = value.toString();
+    if (beginsLikeAWord(text))
+        return value;
     bool ok = false;
     const qlonglong whole = text.toLongLong(&ok);
     if (ok && text.size() < tooLongForWhole)
@@ -25,8 +31,6 @@ QVariant numberOrText(const QVariant &value)
         return QVariant(real);
     return value;
 }
-
-}  // namespace
 
 bool PrinterDocument::isCopy() const
 {

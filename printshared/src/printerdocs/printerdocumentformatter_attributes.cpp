@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "printerdocs/documentvalues_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/printerdocumentformatter_p.h"
@@ -6,15 +8,38 @@
 
 namespace {
 
-/// The format stands behind the last comma, so an expression with commas needs a trailing format.
-void cutFormat(QString &attribute, QString &format)
+/// The two parts of a tag: the format stands behind the last comma, so an expression with commas
+/// needs a trailing format.
+struct TagParts
 {
-    format.clear();
-    const int comma = attribute.lastIndexOf(QLatin1Char(','));
+    QStringView name;
+    QStringView format;
+};
+
+TagParts partsOf(QStringView tag)
+{
+    const auto comma = tag.lastIndexOf(QLatin1Char(','));
     if (comma < 0)
-        return;
-    format = attribute.mid(comma + 1);
-    attribute.truncate(comma);
+        return {tag, QStringView()};
+    return {tag.left(comma), tag.mid(comma + 1)};
+}
+
+bool isBracket(QChar c)
+{
+    return c == QLatin1Char('[') || c == QLatin1Char(']');
+}
+
+/// Fills the tags of a text that has groups, or whose values hold tags or groups.
+QString withValuesAndGroups(SubstitutionText text, DocumentValues &values)
+{
+    for (QStringView tag = text.takeTag(); !tag.isNull(); tag = text.takeTag()) {
+        const TagParts parts = partsOf(tag);
+        const QString value = values.text(parts.name, parts.format);
+        text.insert(value);
+        if (vanishesWithItsGroup(value))
+            text.dropGroup();
+    }
+    return text.toString();
 }
 
 double summandOf(const QVariant &value)
@@ -38,19 +63,28 @@ double summandOf(const QVariant &value)
 
 QString lineWithValues(const QString &line, DocumentValues &values)
 {
-    if (AttributeTag::find(line.constData(), 0, line.size()).begin < 0)
+    const QChar *const text = line.constData();
+    AttributeTag tag = AttributeTag::find(text, 0, line.size());
+    if (tag.begin < 0)
         return line;
-    SubstitutionText text(line);
-    QString name;
-    QString format;
-    while (text.takeTag(name)) {
-        cutFormat(name, format);
-        const QString value = values.text(name, format);
-        text.insert(value);
-        if (vanishesWithItsGroup(value))
-            text.dropGroup();
+    if (std::any_of(line.cbegin(), line.cend(), isBracket))
+        return withValuesAndGroups(SubstitutionText(QString(), line), values);
+    QString filled;
+    filled.reserve(2 * line.size());
+    int read = 0;
+    for (; tag.begin >= 0; tag = AttributeTag::find(text, read, line.size())) {
+        filled.append(text + read, tag.begin - read);
+        const TagParts parts = partsOf(QStringView(text + tag.begin + 1, tag.end - tag.begin - 1));
+        const QString value = values.text(parts.name, parts.format);
+        read = tag.end + 1;
+        const bool isPlain = std::none_of(value.cbegin(), value.cend(), [](QChar c) {
+            return c == QLatin1Char('<') || isBracket(c);
+        });
+        if (!isPlain)
+            return withValuesAndGroups(SubstitutionText(filled, value + line.midRef(read)), values);
+        filled += value;
     }
-    return text.toString();
+    return filled.append(text + read, line.size() - read);
 }
 
 QString PrinterDocumentFormatter::processDocAttributes(const QString &line,
@@ -82,7 +116,9 @@ QString PrinterDocumentFormatter::extractAttr(QString &text, int &position) cons
 
 void PrinterDocumentFormatter::extractFormat(QString &attribute, QString &format) const
 {
-    cutFormat(attribute, format);
+    const TagParts parts = partsOf(attribute);
+    format = parts.format.isNull() ? QString() : parts.format.toString();
+    attribute.truncate(static_cast<int>(parts.name.size()));
 }
 
 QString PrinterDocumentFormatter::nameToVal(const QString &name, const PrinterDocument &document,

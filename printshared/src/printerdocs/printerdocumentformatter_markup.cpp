@@ -1,42 +1,51 @@
+#include "printerdocs/formattedline_p.h"
 #include "printerdocs/linemarkup_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 
-namespace {
-
-DocumentBlock blockOfLine(const QString &line, const QByteArray &formats, const QByteArray &fonts,
-                          ETextAlignment alignment, int lineSpacing)
+DocumentBlock FormattedLine::toBlock() const
 {
     DocumentBlock block;
-    block.setText({line});
+    if (!isValid)
+        return block;
+    block.setText({text});
     block.setFormat(QList<QByteArray>{formats});
     block.setFont(QList<QByteArray>{fonts});
     block.setAlignment(alignment);
-    block.setLineSpacing(QList<int>{lineSpacing});
+    block.setLineSpacing(QList<int>{spacing});
     return block;
 }
 
-}  // namespace
+FormattedLine formattedLine(const QString &line, LineFormat &carried, int lineSpacing,
+                            int leftMargin)
+{
+    if (line.isEmpty())
+        return {true, line, {}, {}, carried.alignment, lineSpacing};
+    LineMarkup markup(line, carried.format);
+    const ETextAlignment alignment = markup.takeAlignment();
+    markup.takeObsolete();
+    markup.wrapWholeLine();
+    const int spacing = markup.takeSpacing(lineSpacing);
+    markup.takeBrackets();
+    markup.placeCodes();
+    markup.applyFormats(carried.format);
+    markup.applyFonts(carried.font);
+    markup.trimFormats();
+    if (markup.text().isEmpty())
+        return {};
+    markup.addMargin(leftMargin);
+    carried.alignment = alignment;
+    return {true, markup.text(), markup.formats(), markup.fonts(), alignment, spacing};
+}
 
 DocumentBlock PrinterDocumentFormatter::formatPrintStr(const QString &line, unsigned char &format,
                                                        unsigned char &font,
                                                        ETextAlignment &alignment,
                                                        int lineSpacing) const
 {
-    if (line.isEmpty())
-        return blockOfLine(line, {}, {}, alignment, lineSpacing);
-    LineMarkup markup(line, format);
-    const ETextAlignment ownAlignment = markup.takeAlignment();
-    markup.takeObsolete();
-    markup.wrapWholeLine();
-    const int ownSpacing = markup.takeSpacing(lineSpacing);
-    markup.takeBrackets();
-    markup.placeCodes();
-    markup.applyFormats(format);
-    markup.applyFonts(font);
-    markup.trimFormats();
-    if (markup.text().isEmpty())
-        return DocumentBlock();
-    markup.addMargin(m_leftMargin);
-    alignment = ownAlignment;
-    return blockOfLine(markup.text(), markup.formats(), markup.fonts(), ownAlignment, ownSpacing);
+    LineFormat carried{format, font, alignment};
+    const FormattedLine formatted = formattedLine(line, carried, lineSpacing, m_leftMargin);
+    format = carried.format;
+    font = carried.font;
+    alignment = carried.alignment;
+    return formatted.toBlock();
 }

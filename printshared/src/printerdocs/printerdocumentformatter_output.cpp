@@ -1,5 +1,8 @@
 #include "printerdocs/documentvalues_p.h"
+#include "printerdocs/formattedline_p.h"
+#include "printerdocs/htmlwriter_p.h"
 #include "printerdocs/linelimits_p.h"
+#include "printerdocs/linepadding_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/printerdocumentformatter_p.h"
 #include "settings/iprintdevicesettings.h"
@@ -21,45 +24,49 @@ const QLatin1String documentTail("</table></body></html>");
 // Bits 1 and 8: what the print service does with a finished receipt.
 constexpr int receiptTicketAction = 9;
 
-/// What carries from line to line while a document's lines become blocks.
+// Characters of HTML that a line takes, roughly.
+constexpr qint64 htmlPerLine = 150;
+
+/// Formats a document's lines one after the other.
 class LineFormatter
 {
 public:
-    explicit LineFormatter(const PrinterDocumentFormatter &formatter)
-        : m_formatter(formatter), m_settings(IPrintDeviceSettings::printDeviceSettings())
+    explicit LineFormatter(int leftMargin)
+        : m_leftMargin(leftMargin), m_charactersMode(charactersMode())
     {}
 
-    /// The block of a line without case folding.
-    DocumentBlock unfoldedBlock(const QString &line)
+    /// A line without case folding.
+    FormattedLine unfolded(const QString &line)
     {
-        return m_formatter.formatPrintStr(line, m_format, m_font, m_alignment, 0);
+        return formattedLine(line, m_carried, 0, m_leftMargin);
     }
-    /// The block of a line that isn't empty.
-    DocumentBlock block(const QString &line)
+    FormattedLine formatted(const QString &line)
     {
-        DocumentBlock block = unfoldedBlock(line);
-        foldCase(block);
-        return block;
+        FormattedLine formatted = unfolded(line);
+        if (!line.isEmpty())
+            formatted.text = folded(formatted.text);
+        return formatted;
     }
-    DocumentBlock emptyBlock() const { return DocumentBlock::emptyBlock(1, m_alignment, 0); }
 
-    void foldCase(DocumentBlock &block) const
+    QString folded(const QString &text) const
     {
-        if (!m_settings)
-            return;
-        const auto mode = m_settings->charactersMode();
-        if (mode == IPrintDeviceSettings::CharactersLowerCase)
-            block.toLower();
-        else if (mode == IPrintDeviceSettings::CharactersUpperCase)
-            block.toUpper();
+        if (m_charactersMode == IPrintDeviceSettings::CharactersLowerCase)
+            return text.toLower();
+        if (m_charactersMode == IPrintDeviceSettings::CharactersUpperCase)
+            return text.toUpper();
+        return text;
     }
 
 private:
-    const PrinterDocumentFormatter &m_formatter;
-    const QSharedPointer<IPrintDeviceSettings> m_settings;
-    unsigned char m_format = 0;
-    unsigned char m_font = 0;
-    ETextAlignment m_alignment = AlignLeft;
+    static IPrintDeviceSettings::ECharactersMode charactersMode()
+    {
+        const auto settings = IPrintDeviceSettings::printDeviceSettings();
+        return settings ? settings->charactersMode() : IPrintDeviceSettings::CharactersAsWritten;
+    }
+
+    const int m_leftMargin;
+    const IPrintDeviceSettings::ECharactersMode m_charactersMode;
+    LineFormat m_carried;
 };
 
 QStringList linesOf(const QString &text)
@@ -67,96 +74,132 @@ QStringList linesOf(const QString &text)
     return text.split(QLatin1Char('\n'));
 }
 
-QStringList textOfLines(const PrinterDocumentFormatter &formatter, const QStringList &lines,
-                        int width)
+QStringList textOfLines(const QStringList &lines, int leftMargin, int width)
 {
-    LineFormatter lineFormatter(formatter);
+    LineFormatter formatter(leftMargin);
+    const QString emptyLine(qBound(0, width, longestPaddedLine), QLatin1Char(' '));
     QStringList result;
     result.reserve(lines.size());
     for (const QString &line : lines) {
-        if (line.isEmpty())
-            result.append(QString(qMin(width, longestPaddedLine), QLatin1Char(' ')));
-        else
-            result += lineFormatter.block(line).toStringList(width);
+        if (line.isEmpty()) {
+            result.append(emptyLine);
+            continue;
+        }
+        const FormattedLine formatted = formatter.formatted(line);
+        if (formatted.isValid)
+            result.append(paddedLine(formatted.text, formatted.alignment, width));
     }
     return result;
 }
 
-QString htmlOfLines(const PrinterDocumentFormatter &formatter, const QStringList &lines,
-                    bool rightAlign, const SpecialCharacters &symbols, QLatin1String head,
+QString htmlOfLines(const QStringList &lines, int leftMargin, bool rightAlign, QLatin1String head,
                     QLatin1String tail)
 {
-    LineFormatter lineFormatter(formatter);
-    QStringList html{head};
-    html.reserve(lines.size() + 2);
+    LineFormatter formatter(leftMargin);
+    QString html = head;
+    HtmlWriter writer(html);
+    writer.reserve(qint64(lines.size()) * htmlPerLine);
     for (const QString &line : lines) {
-        const DocumentBlock block =
-            line.isEmpty() ? lineFormatter.emptyBlock() : lineFormatter.block(line);
-        if (block.isValid())
-            html.append(block.toHtml(rightAlign, symbols, true, 0));
+        const FormattedLine formatted = formatter.formatted(line);
+        if (!formatted.isValid)
+            continue;
+        html += QLatin1Char('\n');
+        writer.appendRow(formatted.text, formatted.fonts, formatted.formats, formatted.alignment,
+                         rightAlign);
     }
-    html.append(tail);
-    return html.join(QLatin1Char('\n'));
+    html += QLatin1Char('\n');
+    html += tail;
+    return html;
 }
 
-/// A list of blocks in which neighbours that fit together are one block.
+/// Blocks of a document: neighbouring lines that are aligned alike are one block.
 class BlockList
 {
 public:
+    void add(const FormattedLine &line)
+    {
+        if (!line.isValid)
+            return;
+        if (!m_text.isEmpty() && m_alignment != line.alignment)
+            closeBlock();
+        m_alignment = line.alignment;
+        m_text.append(line.text);
+        m_formats.append(line.formats);
+        m_fonts.append(line.fonts);
+        m_spacings.append(line.spacing);
+    }
     void add(const DocumentBlock &block)
     {
         if (!block.isValid())
             return;
-        if (m_blocks.isEmpty() || !m_blocks.last().append(block))
-            m_blocks.append(block);
+        closeBlock();
+        m_blocks.append(block);
     }
-    const QList<DocumentBlock> &blocks() const { return m_blocks; }
+    QList<DocumentBlock> take()
+    {
+        closeBlock();
+        return m_blocks;
+    }
 
 private:
+    void closeBlock()
+    {
+        if (m_text.isEmpty())
+            return;
+        DocumentBlock block;
+        block.setText(m_text);
+        block.setFormat(m_formats);
+        block.setFont(m_fonts);
+        block.setAlignment(m_alignment);
+        block.setLineSpacing(m_spacings);
+        m_blocks.append(block);
+        m_text = QStringList();
+        m_formats = QList<QByteArray>();
+        m_fonts = QList<QByteArray>();
+        m_spacings = QList<int>();
+    }
+
     QList<DocumentBlock> m_blocks;
+    // The lines of the block that is being gathered.
+    QStringList m_text;
+    QList<QByteArray> m_formats;
+    QList<QByteArray> m_fonts;
+    ETextAlignment m_alignment = AlignLeft;
+    QList<int> m_spacings;
 };
 
-DocumentBlock qrBlock(const QString &payload)
-{
-    DocumentBlock block;
-    block.setQrCode(payload.trimmed().toUtf8());
-    block.setAlignment(AlignCenter);
-    return block;
-}
-
-/// The block of a line with a QR code. Text in front of the code is added to the list at once.
-/// Intended: that text keeps its case, and the code's stored text is folded; clients compare
-/// blocks. Test: textInFrontOfACodeKeepsItsCaseAndThePayloadIsFolded.
-DocumentBlock splitAtQrTag(const QString &line, int tag, LineFormatter &formatter,
-                           BlockList &blocks)
+/// Text in front of a code becomes text of its own. Intended: it keeps its case, and the code's
+/// stored text is folded; clients compare blocks.
+/// Test: textInFrontOfACodeKeepsItsCaseAndThePayloadIsFolded.
+void addLineWithCode(BlockList &blocks, const QString &line, int tag, LineFormatter &formatter)
 {
     const QString head = line.left(tag);
     if (!head.trimmed().isEmpty())
-        blocks.add(formatter.unfoldedBlock(head));
-    DocumentBlock block = qrBlock(line.mid(tag + qrTag.size()));
-    formatter.foldCase(block);
-    return block;
+        blocks.add(formatter.unfolded(head));
+    DocumentBlock block;
+    block.setQrCode(line.midRef(tag + qrTag.size()).trimmed().toUtf8());
+    block.setAlignment(AlignCenter);
+    QStringList text = block.text();
+    for (QString &part : text)
+        part = formatter.folded(part);
+    block.setText(text);
+    blocks.add(block);
 }
 
-TextPrinterDocument documentOfLines(const PrinterDocumentFormatter &formatter,
-                                    const QStringList &lines, bool readsQrTag,
+TextPrinterDocument documentOfLines(const QStringList &lines, int leftMargin, bool readsQrTag,
                                     const SpecialCharacters &symbols)
 {
-    LineFormatter lineFormatter(formatter);
+    LineFormatter formatter(leftMargin);
     BlockList blocks;
     for (const QString &line : lines) {
         const int tag = readsQrTag ? line.indexOf(qrTag) : -1;
-        if (line.isEmpty()) {
-            DocumentBlock block = lineFormatter.emptyBlock();
-            blocks.add(block);
-        } else if (tag < 0) {
-            blocks.add(lineFormatter.block(line));
-        } else {
-            blocks.add(splitAtQrTag(line, tag, lineFormatter, blocks));
-        }
+        if (tag < 0)
+            blocks.add(formatter.formatted(line));
+        else
+            addLineWithCode(blocks, line, tag, formatter);
     }
     TextPrinterDocument document;
-    document.setBlocks(blocks.blocks());
+    document.setBlocks(blocks.take());
     document.setCharImages(symbols);
     document.setCurrentTicketAction(QFlags<EPrinterTicketAction>(receiptTicketAction));
     return document;
@@ -176,49 +219,47 @@ QStringList PrinterDocumentFormatter::toFormattedText(const PrinterDocument &doc
 
 QStringList PrinterDocumentFormatter::toPlainText(const PrinterDocument &document, int width) const
 {
-    return textOfLines(*this, prepareDocument(document), width);
+    return textOfLines(prepareDocument(document), m_leftMargin, width);
 }
 
 QStringList PrinterDocumentFormatter::plainTextToFormattedPlainText(const QString &text,
                                                                     int width) const
 {
-    return textOfLines(*this, linesOf(text), width);
+    return textOfLines(linesOf(text), m_leftMargin, width);
 }
 
 QString PrinterDocumentFormatter::toHtml(const PrinterDocument &document, bool rightAlign) const
 {
-    return htmlOfLines(*this, prepareDocument(document), rightAlign, m_specialCharacters,
-                       fragmentHead, fragmentTail);
+    return htmlOfLines(prepareDocument(document), m_leftMargin, rightAlign, fragmentHead,
+                       fragmentTail);
 }
 
 QString PrinterDocumentFormatter::toHtmlDocument(const PrinterDocument &document,
                                                  bool rightAlign) const
 {
-    return htmlOfLines(*this, prepareDocument(document), rightAlign, m_specialCharacters,
-                       documentHead, documentTail);
+    return htmlOfLines(prepareDocument(document), m_leftMargin, rightAlign, documentHead,
+                       documentTail);
 }
 
 QString PrinterDocumentFormatter::plainTextToHtml(const QString &text, bool rightAlign) const
 {
-    return htmlOfLines(*this, linesOf(text), rightAlign, m_specialCharacters, plainFragmentHead,
-                       fragmentTail);
+    return htmlOfLines(linesOf(text), m_leftMargin, rightAlign, plainFragmentHead, fragmentTail);
 }
 
 QString PrinterDocumentFormatter::plainTextToHtmlDocument(const QString &text,
                                                           bool rightAlign) const
 {
-    return htmlOfLines(*this, linesOf(text), rightAlign, m_specialCharacters, documentHead,
-                       documentTail);
+    return htmlOfLines(linesOf(text), m_leftMargin, rightAlign, documentHead, documentTail);
 }
 
 TextPrinterDocument PrinterDocumentFormatter::toTextPrinterDocument(
     const PrinterDocument &document) const
 {
-    return documentOfLines(*this, prepareDocument(document), true, m_specialCharacters);
+    return documentOfLines(prepareDocument(document), m_leftMargin, true, m_specialCharacters);
 }
 
 TextPrinterDocument PrinterDocumentFormatter::plainTextToTextPrinterDocument(
     const QString &text) const
 {
-    return documentOfLines(*this, linesOf(text), false, m_specialCharacters);
+    return documentOfLines(linesOf(text), m_leftMargin, false, m_specialCharacters);
 }

@@ -52,6 +52,36 @@ bool removeSpans(QString &text, QLatin1String open, QLatin1String close)
     return true;
 }
 
+/// Whether a keyword of capitals stands in the line in any case.
+bool holdsKeyword(const QString &line, QLatin1String keyword)
+{
+    const QChar first(keyword.front());
+    const auto end = line.cend();
+    for (auto c = std::find(line.cbegin(), end, first); end - c >= keyword.size();
+         c = std::find(c + 1, end, first)) {
+        if (std::equal(keyword.begin(), keyword.end(), c,
+                       [](char a, QChar b) { return QLatin1Char(a) == b.toUpper(); }))
+            return true;
+    }
+    return false;
+}
+
+/// Whether a line may hold a tag of the parts to remove or of an image, or is several lines.
+bool mayHoldParts(const QString &line)
+{
+    const auto end = line.cend();
+    for (auto c = line.cbegin(); c != end; ++c) {
+        if (*c == QLatin1Char('\n'))
+            return true;
+        if (*c != QLatin1Char('<') || c + 1 == end)
+            continue;
+        const ushort next = (c + 1)->unicode();
+        if (next == 'X' || next == 'I' || next == ':')
+            return true;
+    }
+    return false;
+}
+
 bool isSymbolsLine(const QString &line)
 {
     const QStringRef trimmed = QStringRef(&line).trimmed();
@@ -81,7 +111,7 @@ QStringList entryLines(const PrinterDocument &document)
 bool unpackEndlessly(const QStringList &entries)
 {
     return std::any_of(entries.cbegin() + 1, entries.cend(),
-                       [](const QString &entry) { return upperCased(entry).contains(entriesTag); });
+                       [](const QString &entry) { return holdsKeyword(entry, entriesTag); });
 }
 
 /// A line that is searched for <ENTRIES> from front to back: what was put in last, and the rest.
@@ -154,6 +184,8 @@ QStringList PrinterDocumentFormatter::prepareDocument(const PrinterDocument &doc
     loadSpecSymbols(lines);
     fillLines(lines, document);
     const bool remove = document.removeFiscalAttrs();
+    if (std::none_of(lines.cbegin(), lines.cend(), mayHoldParts))
+        return lines;
     removeXParts(lines, remove);
     QStringList prepared;
     prepared.reserve(lines.size());
@@ -175,7 +207,7 @@ void PrinterDocumentFormatter::addCopyInfo(QStringList &lines,
     if (!document.isCopy())
         return;
     const auto number = std::find_if(lines.cbegin(), lines.cend(), [](const QString &line) {
-        return upperCased(line).contains(docNoTag);
+        return holdsKeyword(line, docNoTag);
     });
     if (number != lines.cend())
         lines.insert(static_cast<int>(number - lines.cbegin()) + 1, tr("<C>CHECK_COPY"));
@@ -184,12 +216,15 @@ void PrinterDocumentFormatter::addCopyInfo(QStringList &lines,
 void PrinterDocumentFormatter::unpackEntries(QStringList &lines,
                                              const PrinterDocument &document) const
 {
+    const auto isUnpacked = [](const QString &line) { return holdsKeyword(line, entriesTag); };
+    if (std::none_of(lines.cbegin(), lines.cend(), isUnpacked))
+        return;
     const QStringList entries = entryLines(document);
     const bool once = entries.size() == 1 || unpackEndlessly(entries);
     QStringList result;
     result.reserve(lines.size() + entries.size());
     for (const QString &line : qAsConst(lines)) {
-        if (line.contains(QLatin1Char('<')) || line.contains(QLatin1Char('>')))
+        if (isUnpacked(line))
             appendUnpacked(result, line, entries, once);
         else
             result.append(line);

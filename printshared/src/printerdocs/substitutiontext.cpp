@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "printerdocs/numbertext_p.h"
 #include "printerdocs/substitutiontext_p.h"
 
 namespace {
@@ -36,6 +37,12 @@ AttributeTag AttributeTag::find(const QChar *text, int from, int size)
 
 bool vanishesWithItsGroup(const QString &value)
 {
+    if (beginsLikeAWord(value))
+        return false;
+    if (isShortDecimal(value)) {
+        return std::all_of(value.cbegin(), value.cend(),
+                           [](QChar c) { return c == QLatin1Char('0') || c == QLatin1Char('.'); });
+    }
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     if (isNumber)
@@ -43,26 +50,23 @@ bool vanishesWithItsGroup(const QString &value)
     return value.isEmpty();
 }
 
-SubstitutionText::SubstitutionText(const QString &line)
+SubstitutionText::SubstitutionText(const QString &scanned, const QString &line)
+    : m_leftSize(scanned.size()), m_rightBegin(scanned.size())
 {
+    m_buffer.append(scanned.constData(), scanned.size());
     m_buffer.append(line.constData(), line.size());
-    for (int i = line.size() - 1; i >= 0; --i) {
-        const QChar c = m_buffer[i];
-        if (c == QLatin1Char('[') || c == QLatin1Char(']'))
-            pushBracket(m_buffer.size() - i, c == QLatin1Char('['));
-    }
+    pushBrackets(line);
 }
 
-bool SubstitutionText::takeTag(QString &inner)
+QStringView SubstitutionText::takeTag()
 {
-    const QChar *const text = m_buffer.constData();
-    const AttributeTag tag = AttributeTag::find(text, m_rightBegin, m_buffer.size());
+    const AttributeTag tag =
+        AttributeTag::find(m_buffer.constData(), m_rightBegin, m_buffer.size());
     if (tag.begin < 0)
-        return false;
-    inner = QString(text + tag.begin + 1, tag.end - tag.begin - 1);
+        return QStringView();
     keep(tag.begin - m_rightBegin);
     drop(tag.end + 1 - tag.begin);
-    return true;
+    return QStringView(m_buffer.constData() + tag.begin + 1, tag.end - tag.begin - 1);
 }
 
 void SubstitutionText::insert(const QString &value)
@@ -70,11 +74,7 @@ void SubstitutionText::insert(const QString &value)
     makeRoom(value.size());
     m_rightBegin -= value.size();
     std::copy(value.cbegin(), value.cend(), m_buffer.data() + m_rightBegin);
-    for (int i = value.size() - 1; i >= 0; --i) {
-        const QChar c = value.at(i);
-        if (c == QLatin1Char('[') || c == QLatin1Char(']'))
-            pushBracket(rightSize() - i, c == QLatin1Char('['));
-    }
+    pushBrackets(value);
 }
 
 void SubstitutionText::dropGroup()
@@ -138,6 +138,16 @@ void SubstitutionText::makeRoom(int count)
     QChar *const text = m_buffer.data();
     std::copy_backward(text + m_rightBegin, text + m_rightBegin + right, text + m_buffer.size());
     m_rightBegin = m_buffer.size() - right;
+}
+
+/// Takes up the brackets of the text at the front of the unscanned part.
+void SubstitutionText::pushBrackets(const QString &text)
+{
+    for (int i = text.size() - 1; i >= 0; --i) {
+        const QChar c = text.at(i);
+        if (c == QLatin1Char('[') || c == QLatin1Char(']'))
+            pushBracket(rightSize() - i, c == QLatin1Char('['));
+    }
 }
 
 void SubstitutionText::pushBracket(int fromEnd, bool isOpen)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 #include <QVarLengthArray>
 
 /// The position of an attribute tag in a text: "<" to the next ">", at least four characters
@@ -27,11 +28,14 @@ bool vanishesWithItsGroup(const QString &value);
 class SubstitutionText
 {
 public:
-    explicit SubstitutionText(const QString &line);
+    /// @param scanned what has been scanned already, without brackets
+    /// @param line    the rest
+    SubstitutionText(const QString &scanned, const QString &line);
 
     /// Moves the scan to the next tag and cuts it out.
-    /// @return whether there was one; `inner` then holds what stood between the angle brackets
-    bool takeTag(QString &inner);
+    /// @return what stood between the angle brackets, valid up to the next call of anything; null
+    ///         if there was no tag
+    QStringView takeTag();
 
     /// Puts a value in front of the unscanned part.
     void insert(const QString &value);
@@ -56,6 +60,7 @@ private:
     void keep(int count);
     void drop(int count);
     void makeRoom(int count);
+    void pushBrackets(const QString &text);
     void pushBracket(int fromEnd, bool isOpen);
 
     QVarLengthArray<QChar, 256> m_buffer;

@@ -2,15 +2,16 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringView>
 
 /// Texts of values by the format of a tag. All are pure functions; the meaning of a format is told
 /// with the operations of the same names in PrinterDocumentFormatter.
 namespace valueformat {
 
-QString ofInteger(const QString &format, qint64 value);
-QString ofReal(const QString &format, double value);
-QString ofDateTime(const QString &format, const QDateTime &value);
-QString ofDate(const QString &format, const QDate &value);
-QString ofTime(const QString &format, const QTime &value);
+QString ofInteger(QStringView format, qint64 value);
+QString ofReal(QStringView format, double value);
+QString ofDateTime(QStringView format, const QDateTime &value);
+QString ofDate(QStringView format, const QDate &value);
+QString ofTime(QStringView format, const QTime &value);
 
 }  // namespace valueformat

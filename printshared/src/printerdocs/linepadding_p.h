@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+#include "printerdocs/etextalignment.h"
+
+/// The line as it is printed in this width, in characters: at its edge, or with its tabs widened.
+/// A longer line is not cut; padding that would make a line of more than 16 Mi characters is left
+/// out.
+QString paddedLine(const QString &line, ETextAlignment alignment, int width);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+/// What a text value counts as: a whole number, a real number, or the text that it is; see
+/// PrinterDocument::attributeValue().
+QVariant numberOrText(const QVariant &value);
+
+/// Whether a text is certainly no number as QString::toDouble() and its like read them, seen from
+/// its first letter: of all words they know but "inf" and "nan", in any case. Most attributes are
+/// such texts, and to try them in earnest costs more than to print them.
+inline bool beginsLikeAWord(const QString &text)
+{
+    if (text.isEmpty() || !text.at(0).isLetter())
+        return false;
+    const ushort lower = text.at(0).toLower().unicode();
+    return lower != 'i' && lower != 'n';
+}
+
+/// Whether a text is a plain decimal number, short enough that it is 0 or not by its digits alone.
+inline bool isShortDecimal(const QString &text)
+{
+    constexpr int longest = 11;  // 1e-10 is far from what counts as zero
+    if (text.isEmpty() || text.size() > longest || text.at(0) == QLatin1Char('.') ||
+        text.at(text.size() - 1) == QLatin1Char('.'))
+        return false;
+    int points = 0;
+    for (const QChar c : text) {
+        if (c == QLatin1Char('.'))
+            ++points;
+        else if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+            return false;
+    }
+    return points <= 1;
+}
