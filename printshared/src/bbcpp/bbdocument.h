@@ -23,6 +23,7 @@ namespace bbcpp {
 class PRINTERSLIB_EXPORT BBNode : public std::enable_shared_from_this<BBNode>
 {
 public:
+    /// Kind of a node.
     enum NodeType : int {
         NodeDocument = 0,
         NodeElement = 1,
@@ -40,6 +41,7 @@ public:
 
     /// The element's name, the text of a text node, "#document" for the document.
     const std::string &getNodeName() const { return m_nodeName; }
+    /// Kind of the node.
     NodeType getNodeType() const { return m_nodeType; }
     /// Null on the root, and on a node whose parent is gone.
     std::shared_ptr<BBNode> getParent() const { return m_parent.lock(); }
@@ -47,8 +49,10 @@ public:
     const std::vector<std::shared_ptr<BBNode>> &getChildren() const { return m_children; }
 
 protected:
+    /// A node without parent and children.
     BBNode(std::string name, NodeType type);
 
+    /// What getNodeName() gives.
     std::string m_nodeName;
 
 private:
@@ -61,9 +65,12 @@ private:
 class PRINTERSLIB_EXPORT BBText : public BBNode
 {
 public:
+    /// A text node of this text.
     explicit BBText(std::string text);
 
+    /// The text.
     virtual std::string getText() const;
+    /// Adds text behind the node's own.
     void append(const std::string &text);
 };
 
@@ -71,23 +78,28 @@ public:
 class PRINTERSLIB_EXPORT BBElement : public BBNode
 {
 public:
+    /// What an element stands for.
     enum ElementType : int {
         ElementSimple = 0,     ///< an opening tag
         ElementValue = 1,      ///< reserved: nothing makes one, and its readers pass it over
         ElementParameter = 2,  ///< the parameters of the tag that is this element's parent
         ElementClosing = 3,    ///< a closing tag
     };
+    /// Keys and values of a tag's parameters.
     using Parameters = std::map<std::string, std::string>;
 
+    /// An element of this name; only one of the type ElementParameter has parameters.
     explicit BBElement(std::string name, ElementType type = ElementSimple,
                        Parameters parameters = Parameters());
     ~BBElement() override;
 
+    /// What the element stands for.
     ElementType getElementType() const { return m_elementType; }
     /// Sorted by key. Empty unless this is a parameter element.
     const Parameters &getParameters() const { return m_parameters; }
     /// Empty if there is no such key.
     std::string getParameter(const std::string &key) const;
+    /// Whether there is such a key.
     bool hasParameter(const std::string &key) const;
 
 private:
@@ -95,8 +107,11 @@ private:
     Parameters m_parameters;
 };
 
+/// How nodes are held.
 using BBNodePtr = std::shared_ptr<BBNode>;
+/// How texts are held.
 using BBTextPtr = std::shared_ptr<BBText>;
+/// How elements are held.
 using BBElementPtr = std::shared_ptr<BBElement>;
 
 /// The root of a tree. Made on the heap and held by a shared pointer from the start, as its nodes

@@ -30,6 +30,7 @@ public:
     hearth::Rs232PortSettings settings() const;
     void setSettings(hearth::Rs232PortSettings const &settings);
 
+    /// Compares all fields.
     bool operator==(const PrintDeviceInfo &other) const;
     bool operator!=(const PrintDeviceInfo &other) const;
 

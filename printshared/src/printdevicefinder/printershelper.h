@@ -59,16 +59,21 @@ public:
     /// @name The probes, one per family of printers
     /// Each gives true when it has identified a printer, with arguments as for scan().
     /// @{
+
+    /// Custom, Citizen and Epson printers, which tell their model when asked.
     bool scan1D491(QString &id, hearth::Rs232PortSettings &settings);
     /// Intended: always false without a look at the port; it holds a place in the order of the
     /// probes (test scan1B73TouchesNothing).
     bool scan1B73(QString &id, hearth::Rs232PortSettings &settings);
+    /// Swecoin printers.
     bool scanSwecoin(QString &id, hearth::Rs232PortSettings &settings);
-    /// Intended: after a port that went away or an echoing line the helper keeps the Star line
-    /// settings, and the probes after it walk those (test starListStaysAfterAnEchoingLine).
+    /// Star printers. Intended: after a port that went away or an echoing line the helper keeps the
+    /// Star line settings, and the probes after it walk those (test
+    /// starListStaysAfterAnEchoingLine).
     bool scanStar(QString &id, hearth::Rs232PortSettings &settings);
-    /// Intended: runs even after requestStop() (test av268RunsAfterAStop).
+    /// The AV-268. Intended: runs even after requestStop() (test av268RunsAfterAStop).
     bool scanAV268(QString &id, hearth::Rs232PortSettings &settings);
+    /// The Citizen PPU-231, told by its status and its silence.
     bool scanSimple(QString &id, hearth::Rs232PortSettings &settings);
     /// @}
 

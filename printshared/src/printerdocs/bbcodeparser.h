@@ -52,6 +52,7 @@ class PRINTERSLIB_EXPORT BbCodeParser : public QObject
     Q_OBJECT
 
 public:
+    /// A parser without blocks. @param parent owns the parser in the way of QObject; may be null
     explicit BbCodeParser(QObject *parent = nullptr);
     ~BbCodeParser() override;
 

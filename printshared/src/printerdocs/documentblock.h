@@ -48,9 +48,11 @@ public:
     /// A default block that then reads the map with setMap().
     DocumentBlock(const QMap<QString, QVariant> &map);
 
+    /// Kind of the block; consumers read what belongs to it.
     EBlockType type() const;
     void setType(const EBlockType &type);
 
+    /// Symbology of a barcode block.
     EBarcodeType barCodeType() const;
     void setBarCodeType(const EBarcodeType &barCodeType);
 
@@ -129,6 +131,7 @@ public:
     /// barcode or QR code; a receipt printed in one case has always had such codes, and clients
     /// compare its blocks. Test: textInFrontOfACodeKeepsItsCaseAndThePayloadIsFolded.
     void toUpper();
+    /// The same to lower case.
     void toLower();
 
     /// Adds the lines of another block behind the own ones. False, with nothing changed, unless

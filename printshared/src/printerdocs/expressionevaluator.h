@@ -64,7 +64,7 @@ enum { te_max_nesting = 2000 };
 /// A node of a compiled expression. Owned by who called te_compile(), freed with te_free().
 typedef struct te_expr
 {
-    int type;
+    int type;  ///< kind of the node
     union {
         double value;
         const double *bound;
@@ -85,17 +85,17 @@ typedef struct te_variable
 /// Where the scanner of an expression stands.
 typedef struct te_state
 {
-    const char *start;
-    const char *next;  ///< the next unread character
-    int type;          ///< kind of the current token
+    const char *start;  ///< of the current token
+    const char *next;   ///< the next unread character
+    int type;           ///< kind of the current token
     union {
         double value;
         const double *bound;
         const void *function;
     };
-    void *context;
-    const te_variable *lookup;
-    int lookup_len;
+    void *context;              ///< of the current token's closure
+    const te_variable *lookup;  ///< the names that the caller gave
+    int lookup_len;             ///< how many there are
 } te_state;
 
 /// Parses and evaluates an expression without variables. A null text counts as an empty one.

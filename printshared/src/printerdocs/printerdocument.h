@@ -23,7 +23,7 @@ public:
     void setIsCopy(bool isCopy);
 
     /// The entry lines in one text, separated by tab characters, each a name and a value joined by
-    /// "=". A template's <ENTRIES> unpacks them.
+    /// "=". A template's `<ENTRIES>` unpacks them.
     QString entries() const;
     void setEntries(const QString &entries);
 
@@ -45,6 +45,7 @@ public:
     /// Always true: the parts of a template that are marked for removal never print.
     bool removeFiscalAttrs() const;
 
+    /// Compares all fields.
     bool operator==(const PrinterDocument &other) const;
     bool operator!=(const PrinterDocument &other) const;
 

@@ -60,7 +60,7 @@ public:
     /// Whether there is at least one line; one empty line counts.
     bool isValid() const;
 
-    /// Folder in which the files named by <SPECSYMBOLS=...> lines are looked up.
+    /// Folder in which the files named by `<SPECSYMBOLS=...>` lines are looked up.
     QString specCharsPath() const;
     void setSpecCharsPath(const QString &path);
 
@@ -154,20 +154,21 @@ public:
     /// The template's lines with all of the document's values in them, ready for the line markup.
     /// No template gives an empty list.
     QStringList prepareDocument(const PrinterDocument &document) const;
-    /// Puts the translated copy mark behind the first line with <DOCNO> if the document is a copy.
+    /// Puts the translated copy mark behind the first line with `<DOCNO>` if the document is a
+    /// copy.
     void addCopyInfo(QStringList &lines, const PrinterDocument &document) const;
-    /// Replaces each <ENTRIES> by the document's entries, one line each.
+    /// Replaces each `<ENTRIES>` by the document's entries, one line each.
     /// Intended: the first line put in isn't looked at again, so entries of one line are put in
     /// place of the first tag of a line only; and entries that hold the tag themselves, which
     /// would never come to an end, are unpacked once. Tests: entriesAreUnpacked,
     /// entryHoldingTheTagIsUnpackedOnce.
     void unpackEntries(QStringList &lines, const PrinterDocument &document) const;
-    /// Loads the special symbols named by the last <SPECSYMBOLS=...> line, and removes all such
+    /// Loads the special symbols named by the last `<SPECSYMBOLS=...>` line, and removes all such
     /// lines. The set stays loaded until another is. A missing file is passed over in silence.
     void loadSpecSymbols(QStringList &lines) const;
-    /// Removes what stands between <X:> and <:X>, over line ends too, or only the two tags.
+    /// Removes what stands between `<X:>` and `<:X>`, over line ends too, or only the two tags.
     void removeXParts(QStringList &lines, bool remove) const;
-    /// Empties a line that holds <X>, or removes only the tag.
+    /// Empties a line that holds `<X>`, or removes only the tag.
     void removeXParts(QString &line, bool remove) const;
     /// @}
 
@@ -186,13 +187,16 @@ public:
     QString toHtml(const PrinterDocument &document, bool rightAlign) const;
     /// The receipt as a whole HTML document.
     QString toHtmlDocument(const PrinterDocument &document, bool rightAlign) const;
-    /// The receipt as blocks for a printer driver; <QR> makes a QR code of the rest of its line.
+    /// The receipt as blocks for a printer driver; `<QR>` makes a QR code of the rest of its line.
     TextPrinterDocument toTextPrinterDocument(const PrinterDocument &document) const;
 
     /// The same for a text without attributes: only the line markup is read.
     QStringList plainTextToFormattedPlainText(const QString &text, int width) const;
+    /// The same as an HTML fragment.
     QString plainTextToHtml(const QString &text, bool rightAlign) const;
+    /// The same as a whole HTML document.
     QString plainTextToHtmlDocument(const QString &text, bool rightAlign) const;
+    /// The same as blocks for a printer driver.
     TextPrinterDocument plainTextToTextPrinterDocument(const QString &text) const;
     /// @}
 

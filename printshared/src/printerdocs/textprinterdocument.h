@@ -70,6 +70,7 @@ public:
 
     /// Unicode case change in every block; see DocumentBlock::toUpper().
     void toUpper();
+    /// The same to lower case.
     void toLower();
 
     /// The document as an HTML page, one table or a sequence of "<pre>" sections. Blocks other than

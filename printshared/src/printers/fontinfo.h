@@ -14,15 +14,17 @@ public:
     signed char id() const;
     void setId(const signed char &id);
 
-    /// Character cell in dots.
+    /// Width of the character cell in dots.
     unsigned char width() const;
     void setWidth(const unsigned char &width);
+    /// Height of the character cell in dots.
     unsigned char height() const;
     void setHeight(const unsigned char &height);
 
-    /// Character size in millimetres.
+    /// Width of a character in millimetres.
     double mwidth() const;
     void setMwidth(double mwidth);
+    /// Height of a character in millimetres.
     double mheight() const;
     void setMheight(double mheight);
 
@@ -34,9 +36,10 @@ public:
     bool customSymbols() const;
     void setCustomSymbols(bool customSymbols);
 
-    /// Cell of a user-defined character in dots; 0 where the font takes none.
+    /// Width of a user-defined character's cell in dots; 0 where the font takes none.
     unsigned char customWidth() const;
     void setCustomWidth(const unsigned char &customWidth);
+    /// Height of that cell in dots; 0 where the font takes none.
     unsigned char customHeight() const;
     void setCustomHeight(const unsigned char &customHeight);
 

@@ -31,33 +31,42 @@ public:
     QString interface() const;
     void setInterface(const QString &interface);
 
-    /// Print effects that the model has.
+    /// Whether the model prints characters of double width.
     bool doubleWidth() const;
     void setDoubleWidth(bool doubleWidth);
+    /// Whether it prints characters of double height.
     bool doubleHeight() const;
     void setDoubleHeight(bool doubleHeight);
+    /// Whether it prints bold.
     bool bold() const;
     void setBold(bool bold);
+    /// Whether it prints italic.
     bool italic() const;
     void setItalic(bool italic);
+    /// Whether it underlines.
     bool underline() const;
     void setUnderline(bool underline);
+    /// Whether it prints white on black.
     bool inversion() const;
     void setInversion(bool inversion);
 
-    /// Alignments that the model can do by itself.
+    /// Whether the model centres lines by itself.
     bool alignCenter() const;
     void setAlignCenter(bool alignCenter);
+    /// Whether it puts lines to the right edge by itself.
     bool alignRight() const;
     void setAlignRight(bool alignRight);
+    /// Whether it puts lines to the left edge by itself.
     bool alignLeft() const;
     void setAlignLeft(bool alignLeft);
+    /// Whether it justifies lines by itself.
     bool alignJustify() const;
     void setAlignJustify(bool alignJustify);
 
-    /// Whether the model takes user-defined characters, and stores images.
+    /// Whether the model takes user-defined characters.
     bool customSymbols() const;
     void setCustomSymbols(bool customSymbols);
+    /// Whether the model stores images.
     bool customImages() const;
     void setCustomImages(bool customImages);
 
@@ -65,11 +74,13 @@ public:
     bool lineSpacing() const;
     void setLineSpacing(bool lineSpacing);
 
-    /// Paper handling: pull back, eject, pull back after a time.
+    /// Whether the model can pull a ticket back.
     bool retraction() const;
     void setRetraction(bool retraction);
+    /// Whether the model can eject a ticket.
     bool ejection() const;
     void setEjection(bool ejection);
+    /// Whether the model pulls a ticket back after a time.
     bool retractTimeout() const;
     void setRetractTimeout(bool retractTimeout);
 
@@ -97,6 +108,7 @@ public:
     /// The fonts, in the order of reading.
     QList<FontInfo> fontTypes() const;
     void setFontTypes(const QList<FontInfo> &fontTypes);
+    /// Adds a font behind the others, whatever its id.
     void addFontType(const FontInfo &fontType);
 
     /// Assigns every field from a record of the catalogue; a missing key gives 0, false or an empty
@@ -105,6 +117,7 @@ public:
     /// "ejection_", which the catalogue doesn't hold. Clients know the models by what results, so
     /// reader and writer keep their difference; test `writtenMapLosesEjectionAndCustomSymbols`.
     void setMap(const QMap<QString, QVariant> &map);
+    /// The record as a map, fonts and paper types included.
     QMap<QString, QVariant> toMap() const;
 
     /// Replaces the fonts by those of a map from decimal ids; their order is that of the keys as
@@ -112,7 +125,9 @@ public:
     void fontFromMap(const QMap<QString, QVariant> &map);
     /// Replaces the paper types by those of a map from decimal ids.
     void paperFromMap(const QMap<QString, QVariant> &map);
+    /// The fonts as a map from decimal ids.
     QMap<QString, QVariant> fontToMap() const;
+    /// The paper types as a map from decimal ids.
     QMap<QString, QVariant> paperToMap() const;
 
     /// One record for each element, which is taken as a map.

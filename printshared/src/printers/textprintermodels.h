@@ -15,6 +15,7 @@ class PRINTERSLIB_EXPORT TextPrinterModels
 public:
     TextPrinterModels() = delete;
 
+    /// The `id` of a model's record.
     static const QString MODEL_CUSTOM_VKP_80;
     static const QString MODEL_CUSTOM_TG_2480_H;
     static const QString MODEL_CUSTOM_TG_2480_SE;
@@ -24,6 +25,8 @@ public:
     static const QString MODEL_AV_268;
     /// Any printer that understands the common command set; the one model whose codec can be set.
     static const QString MODEL_GENERAL_EPSON;
+
+    /// The `id` of a model's record.
     static const QString MODEL_TSP_TUP;
     static const QString MODEL_CITIZEN_PPU_231;
     static const QString MODEL_EPSON_EU_4XX;
@@ -32,6 +35,8 @@ public:
     static const QString MODEL_WPK833;
     /// Kept for clients: has no record in the catalogue and no reader in the library.
     static const QString MODEL_PNG;
+
+    /// The `id` of a model's record.
     static const QString MODEL_MERCURY_G80_RS;
     static const QString MODEL_NP_F209_2D;
 };

@@ -39,9 +39,11 @@ public:
     /// Neither state is set, there are no error codes and no message, and there is paper.
     PrintServiceState() = default;
 
+    /// How the service is doing.
     EServiceState serviceState() const;
     void setServiceState(EServiceState serviceState);
 
+    /// How the device is doing.
     EDeviceState deviceState() const;
     void setDeviceState(EDeviceState deviceState);
 
@@ -53,6 +55,7 @@ public:
     unsigned int deviceNativeCode() const;
     void setDeviceNativeCode(unsigned int deviceNativeCode);
 
+    /// The device's error in words, for the user; empty: none.
     QString deviceErrorMsg() const;
     /// Intended: the name of this setter; the print service is built against it. See
     /// tst_printservicestate, everyFieldReadsBackAndTakesPartInTheComparison.
@@ -62,6 +65,7 @@ public:
     bool tapeAvailable() const;
     void setTapeAvailable(bool tapeAvailable);
 
+    /// Compares all fields.
     bool operator==(const PrintServiceState &other) const;
     bool operator!=(const PrintServiceState &other) const;
 

@@ -32,6 +32,7 @@ public:
     QString stateDescription() const;
     /// The time of the state, as the bus record said.
     QDateTime stateDt() const;
+    /// The state itself.
     PrintServiceState state() const;
 
     /// Whether the state's type, its time, and both states of service and device are set.
@@ -61,6 +62,7 @@ public:
     /// mapDescribesTheTypeInWords and mapHoldsTheTapeUnderItsMisspeltKey.
     QMap<QString, QVariant> toMap() const;
 
+    /// Compares all fields.
     bool operator==(const PrintServiceStateCorvidWrapper &other) const;
     bool operator!=(const PrintServiceStateCorvidWrapper &other) const;
 

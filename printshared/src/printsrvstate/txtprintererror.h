@@ -27,6 +27,7 @@ public:
 
     /// No flags and no message.
     TxtPrinterError() = default;
+    /// An error of these flags, with a message for the user.
     TxtPrinterError(EError errorCode, const QString &errorText);
     TxtPrinterError(QFlags<EError> errorCode, const QString &errorText);
 
@@ -34,9 +35,11 @@ public:
     QFlags<EError> errorCode() const;
     void setErrorCode(const QFlags<EError> &errorCode);
 
+    /// The error in words, for the user.
     QString errorText() const;
     void setErrorText(const QString &errorText);
 
+    /// Compares all fields.
     bool operator==(const TxtPrinterError &other) const;
     bool operator!=(const TxtPrinterError &other) const;
 

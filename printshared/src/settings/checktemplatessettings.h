@@ -17,6 +17,8 @@ class PRINTERSLIB_EXPORT CheckTemplatesSettings
 public:
     /// Group of the items: "CHECK_TEMPLATES".
     static const QString SECTION;
+
+    /// Keys of the items.
     static const QString CHECK_TEMPLATES_PATH;
     static const QString DEFAULT_CHECK_TEMPLATE;
     /// Keys for clients; the library doesn't use them.

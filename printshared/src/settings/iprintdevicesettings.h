@@ -72,5 +72,6 @@ public:
     static QSharedPointer<ITextPrinterSettings> textPrinterSettings();
 
 protected:
+    /// What printDeviceSettings() gives.
     static QSharedPointer<IPrintDeviceSettings> _printDeviceSettings;
 };

@@ -21,6 +21,7 @@ public:
         Cicero = 5,
     };
 
+    /// Orientations, with the numbers of QPageLayout::Orientation.
     enum Orientation : int {
         Portrait = 0,
         Landscape = 1,
@@ -37,23 +38,28 @@ public:
     /// Key of the page size, as QPageSize::key() gives it.
     virtual QString pageSizeKey(const QString &name) const = 0;
     virtual void setPageSizeKey(const QString &name, const QString &key) = 0;
-    /// Page size in unit(). Intended: the getter's spelling is what clients call.
+    /// Page width in unit(). Intended: the getter's spelling is what clients call.
     virtual double pageWidgth(const QString &name) const = 0;
     virtual void setPageWidth(const QString &name, double width) = 0;
+    /// Page height in unit().
     virtual double pageHeight(const QString &name) const = 0;
     virtual void setPageHeight(const QString &name, double height) = 0;
     /// Whether the page is as long as the document.
     virtual bool autoPageHeight(const QString &name) const = 0;
     virtual void setAutoPageHeight(const QString &name, bool automatic) = 0;
-    /// Margins in unit().
+    /// Left margin in unit().
     virtual double leftMargin(const QString &name) const = 0;
     virtual void setLeftMargin(const QString &name, double margin) = 0;
+    /// Right margin in unit().
     virtual double rightMargin(const QString &name) const = 0;
     virtual void setRightMargin(const QString &name, double margin) = 0;
+    /// Top margin in unit().
     virtual double topMargin(const QString &name) const = 0;
     virtual void setTopMargin(const QString &name, double margin) = 0;
+    /// Bottom margin in unit().
     virtual double bottomMargin(const QString &name) const = 0;
     virtual void setBottomMargin(const QString &name, double margin) = 0;
+    /// How the page lies.
     virtual Orientation orientation(const QString &name) const = 0;
     virtual void setOrientation(const QString &name,
                                 ISystemPrinterSettings::Orientation orientation) = 0;

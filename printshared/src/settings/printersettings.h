@@ -31,6 +31,8 @@ class PRINTERSLIB_EXPORT PrinterSettings : public IPrintDeviceSettings
 public:
     /// Group of the settings that aren't bound to a printer's name: "PRINTER".
     static const QString SECTION;
+
+    /// Keys of the items of SECTION.
     static const QString PRINTER_TYPE;
     static const QString PRINTER_ID;
     static const QString EMPTY_STRINGS_AT_END;
@@ -127,10 +129,17 @@ public:
     void setCheckMovingTo(const QString &name, signed char value);
 
 protected:
+    /// Guards all values of this class and of the classes below it.
     static QMutex _settingsMutex;
+
+    /// What printerType() gives.
     static unsigned int _printerType;
-    /// Written under both the settings mutex and the port's, so it may be read under either.
+
+    /// What printerId() gives. Written under both the settings mutex and the port's, so it may be
+    /// read under either.
     static QString _printerId;
+
+    /// What the operations of the same names give; nothing is checked here.
     static int _emptyStringsAtEnd;
     static int _spacessBeforeString;
     static EPaperLoopFlag _paperLoopFlag;
@@ -139,6 +148,8 @@ protected:
     static bool _enablePortLogging;
     static int _baseFiscalFont;
     static int _defSymbolsPerLine;
+
+    /// The one record of serial settings, which both forms of port() give.
     static QSharedPointer<hearth::RS232Settings> _port;
 
 private:

@@ -23,6 +23,7 @@ class PRINTERSLIB_EXPORT SystemPrinterSettings : public PrinterSettings,
                                                  public ISystemPrinterSettings
 {
 public:
+    /// Keys of the items of this class, whose group is the printer's name.
     static const QString DEFAULT_FONT;
     static const QString UNIT;
     static const QString PAGE_SIZE_KEY;

@@ -21,6 +21,8 @@ class PRINTERSLIB_EXPORT TextPrinterSettings : public PrinterSettings, public IT
 public:
     /// Key of the paper type. Intended: the constant's spelling is what clients use.
     static const QString PAPER_TYPR_ID;
+
+    /// Keys of the other items of this class, whose group is the printer's name.
     static const QString PRINTER_CODEC;
     static const QString DEFAULT_FONT;
     static const QString PRINT_AS_IMAGE;
