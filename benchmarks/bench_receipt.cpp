@@ -9,6 +9,10 @@
 //   blocks               toTextPrinterDocument() of the indexed form
 //   hand_qt              QString appends that print exactly this receipt
 //   hand_map             the same from the attributes into a QStringList: the library's own floor
+//   grantlee_formats     Grantlee 5, with formats and layout in the template
+//   grantlee             Grantlee 5, with values formatted by the host
+//   mustache             kainjow mustache, with values formatted by the host
+//   ctemplate            ctemplate, with values formatted by the host
 
 #include <QLoggingCategory>
 #include <memory>
@@ -17,6 +21,9 @@
 #include "printerdocs/printerdocumentformatter.h"
 #include "receipt/handwritten.h"
 #include "receipt/sale.h"
+#include "receipt/withctemplate.h"
+#include "receipt/withgrantlee.h"
+#include "receipt/withmustache.h"
 
 namespace {
 
@@ -146,6 +153,10 @@ int main(int argc, char **argv)
         receipts.compare<Expressions>("expressions", texts);
         receipts.compare<HandQt>("hand_qt", texts);
         receipts.compare<HandMap>("hand_map", texts);
+        receipts.compare<receipt::WithGrantleeFormats>("grantlee_formats", texts);
+        receipts.compare<receipt::WithGrantlee>("grantlee", texts);
+        receipts.compare<receipt::WithMustache>("mustache", texts);
+        receipts.compare<receipt::WithCtemplate>("ctemplate", texts);
         receipts.addOtherForms();
     }
     return frame::run(argc, argv, texts);

@@ -14,6 +14,7 @@ using receipt::Sale;
 
 constexpr int groupCycle = 10;
 constexpr double centsPerUnit = 100;
+constexpr double shareOfDiscount = 0.1;
 
 const char *const goods[] = {
     "Чай чёрный",   "Хлеб ржаной", "Apples, red", "Butter 82 %",  "Café crème",
@@ -51,7 +52,7 @@ Item drawItem(int index, Draw &draw)
     item.quantity = isWeighed ? (1 + draw.below(30)) / 10.0 : 1 + draw.below(9);
     item.price = cents(200 + 10 * draw.below(900) + (isWeighed ? 0 : draw.below(10)));
     if (receipt::hasDiscountGroup(index) && index % groupCycle != groupCycle - 2)
-        item.discount = cents(1 + draw.below(19));
+        item.discount = rounded(item.quantity * item.price * shareOfDiscount);
     item.sum = rounded(item.quantity * item.price - item.discount);
     return item;
 }
@@ -150,7 +151,7 @@ Sale receipt::makeSale(int items)
     sale.footer = QStringLiteral("Thank you for your visit!");
     sale.number = 4711;
     sale.till = 3;
-    sale.time = QDateTime(QDate(2026, 3, 14), QTime(18, 5), Qt::UTC);
+    sale.time = QDateTime(QDate(2026, 3, 14), QTime(18, 5));
     Draw draw;
     for (int i = 0; i < items; ++i)
         sale.items.push_back(drawItem(i, draw));
