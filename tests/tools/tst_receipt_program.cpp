@@ -58,6 +58,8 @@ private Q_SLOTS:
                               << "Usage: receipt fill [options] TEMPLATE DATA.json\n";
         QTest::newRow("lint") << "lint"
                               << "Usage: receipt lint [options] TEMPLATE...\n";
+        QTest::newRow("preview") << "preview"
+                                 << "Usage: receipt preview [options] TEMPLATE DATA.json\n";
         QTest::newRow("render") << "render"
                                 << "Usage: receipt render [options] TEMPLATE DATA.json\n";
         QTest::newRow("split") << "split"

@@ -26,35 +26,40 @@ constexpr int lastFont = 3;
 // The width of a BBCode line is a byte in the library.
 constexpr int mostBbCodeCharacters = 255;
 
+// In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
-    "Draws a receipt as a printer model prints it, without a printer.\n"
-    "\n"
-    "The unit is the dot of the print head, 203 to the inch; at scale 1 a pixel of a PNG is\n"
-    "a dot. The picture is as wide as the paper (the millimetres of its name, \"80 mm\"), the\n"
-    "printed line as many dots as the model has on that paper, in the middle; \"receipt\n"
-    "models ID\" tells them. The first line begins 24 dots below the top, and 24 blank dots\n"
-    "follow the last line. Where the ticket is cut there is a dashed grey line, 2 dots high,\n"
-    "over the whole width, and 24 more blank dots behind it.\n"
-    "\n"
-    "Each character stands in the cell of its font, cells side by side from the left edge of\n"
-    "the printed line and lines one below the other, with 4 more dots for each step of line\n"
-    "spacing (<LS1> to <LS7>). Double width and height take double cells; cells of one line\n"
-    "stand on one base. Centred, right-aligned and justified lines are moved by whole cells,\n"
-    "whichever alignments the model can do by itself. A line that is too long goes on below,\n"
-    "and a red bar in the left margin marks what goes on. A tab of a line that isn't\n"
-    "justified is one blank cell. Special symbols are the largest drawing that fits the cell,\n"
-    "at its upper left corner. Raw codes from 128 show code page 866, control characters are\n"
-    "blank.\n"
-    "\n"
-    "Barcodes are Code 128 (type 7), 80 dots high, with bars of 3 dots, or 2 where that\n"
-    "doesn't fit; QR codes have modules of 6 to 2 dots, as fit the paper. A code that can't\n"
-    "be printed is a red box that says why. What the model can't do comes out plain: italic\n"
-    "without italic, for example. Pictures on a model without images are left out, and\n"
-    "symbols in a font without custom characters are blank. Standard error tells what of the\n"
-    "document isn't printed as it asks for.\n"
-    "\n"
-    "Paper longer than 1000000 dots (125 m) is an error, and so is a PNG higher than 1000000\n"
-    "pixels. The same input gives the same bytes of PNG, PDF and SVG.";
+    R"(Draws a receipt as a printer model prints it, without a printer: from a template
+and a document, or from one of --bbcode, --document and --plain.
+
+The unit is the dot of the print head, 203 to the inch; at scale 1 a pixel of a
+PNG is a dot. The picture is as wide as the paper (the millimetres of its name,
+"80 mm"). The printed line is as many dots as the model has on that paper, in
+the middle; "receipt models ID" tells them. The first line begins 24 dots below
+the top, and 24 blank dots follow the last line. Where the ticket is cut there
+is a dashed grey line, 2 dots high, over the whole width, and 24 blank dots
+behind it. The ticket actions with bit 1 cut.
+
+Each character stands in the cell of its font, cells side by side from the left
+edge of the printed line and lines one below the other, with 4 more dots for
+each step of line spacing (<LS1> to <LS7>). Double width and height take double
+cells; the cells of a line stand on one base. Centred, right-aligned and
+justified lines are moved by whole cells, whichever alignments the model can do
+by itself. A line that is too long goes on below, and a red bar in the left
+margin marks what goes on. A tab of a line that isn't justified is one blank
+cell. Special symbols are the largest drawing that fits the cell, at its upper
+left corner. Raw codes from 128 show code page 866; control characters are
+blank. Pictures are drawn dot for dot.
+
+Barcodes are Code 128 (type 7), 80 dots high, with modules of 3 dots, or 2 where
+that doesn't fit; QR codes have modules of 6 to 2 dots, as fit the paper. A code
+that can't be printed is a red box that says why. What the model can't do comes
+out plain: italic upright, for example. Pictures are left out on a model without
+images, and symbols are blank in a font without custom characters. Standard
+error tells what of the document isn't printed as it asks for.
+
+Paper longer than 1000000 dots (125 m) is an error, and so is a PNG higher than
+1000000 pixels. The same input gives the same bytes of PNG and SVG on every run,
+and of PDF in the same time zone.)";
 
 struct Options
 {

@@ -171,12 +171,14 @@ void LayoutBuilder::addFault(const QString &what, const QString &fault, const QB
     const QString text = QStringLiteral("%1: %2").arg(what, fault);
     warn(text);
     m_isFramed = true;
+    m_indent = frameEdge;
     addRow(Row::FrameTop, frameEdge);
     for (const QString &line : {text, QString::fromUtf8(payload.left(maximumFaultText))})
         addLine({QString(line).replace(QLatin1Char('\n'), QLatin1Char(' ')), QByteArray(),
                  QByteArray(), AlignLeft, 0});
     addRow(Row::FrameBottom, frameEdge);
     m_isFramed = false;
+    m_indent = 0;
 }
 
 Row &LayoutBuilder::addRow(Row::Kind kind, int height)

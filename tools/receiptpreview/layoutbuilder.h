@@ -65,6 +65,7 @@ private:
     int m_block = 0;  ///< number of the block, from 1, for messages
 
     /// The row being filled.
+    int m_indent = 0;    ///< blank at both ends of the printed line, inside a frame
     int m_rowStart = 0;  ///< its first cell
     int m_next = 0;      ///< where the next cell goes, from the left of the printed line
     int m_emptyHeight = 0;

@@ -62,14 +62,14 @@ void LayoutBuilder::addLine(const TextLine &line)
     const bool spaced = m_layout.m_paper.model().lineSpacing();
     m_spacing = spaced ? qBound(0, line.spacing, greatestSpacing) : 0;
     m_emptyHeight = fontOf(line, 0).height();
-    m_next = 0;
+    m_next = m_indent;
 
     const int unit = fontOf(line, 0).width();
     const int room = freeCells(line, unit);
     if (room > 0 && line.alignment == AlignRight)
-        m_next = room * unit;
+        m_next += room * unit;
     else if (room > 0 && line.alignment == AlignCenter)
-        m_next = room / 2 * unit;
+        m_next += room / 2 * unit;
     const int tabRoom = line.alignment == AlignJustify ? room : 0;
     for (int i = 0; i < line.text.size() && !m_layout.m_tooLong; ++i) {
         if (line.text.at(i) == QLatin1Char('\t'))
@@ -85,7 +85,7 @@ void LayoutBuilder::addLine(const TextLine &line)
 
 int LayoutBuilder::freeCells(const TextLine &line, int unit) const
 {
-    const int width = m_layout.m_paper.printableWidth();
+    const int width = m_layout.m_paper.printableWidth() - 2 * m_indent;
     int used = 0;
     for (int i = 0; i < line.text.size() && used <= width; ++i) {
         const unsigned char format = byteAt(line.format, i);
@@ -131,10 +131,10 @@ void LayoutBuilder::addSymbol(const TextLine &line, int index)
 void LayoutBuilder::addCell(Cell cell)
 {
     const bool isFirst = static_cast<int>(m_layout.m_cells.size()) == m_rowStart;
-    if (!isFirst && m_next + cell.width > m_layout.m_paper.printableWidth()) {
+    if (!isFirst && m_next + cell.width > m_layout.m_paper.printableWidth() - m_indent) {
         endRow();
         m_isContinuation = true;
-        m_next = 0;
+        m_next = m_indent;
     }
     cell.left = static_cast<quint16>(m_layout.m_paper.leftMargin() + m_next);
     m_next += cell.width;

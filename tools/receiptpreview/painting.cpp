@@ -47,9 +47,9 @@ private:
     {
         const int left = m_layout.paper().leftMargin();
         const int width = m_layout.paper().printableWidth();
-        m_canvas.fill({left - frameDots, row.top, frameDots, row.height}, Ink::Note);
-        m_canvas.fill({left + width, row.top, frameDots, row.height}, Ink::Note);
-        const QRect edge(left - frameDots, row.top, width + 2 * frameDots, frameDots);
+        m_canvas.fill({left, row.top, frameDots, row.height}, Ink::Note);
+        m_canvas.fill({left + width - frameDots, row.top, frameDots, row.height}, Ink::Note);
+        const QRect edge(left, row.top, width, frameDots);
         if (row.kind == Row::FrameTop)
             m_canvas.fill(edge, Ink::Note);
         if (row.kind == Row::FrameBottom)

@@ -57,7 +57,7 @@ Paper::Paper(const PrinterInfo &model, int paperId, int baseFont)
 const FontInfo &Paper::font(unsigned char number) const
 {
     for (const FontInfo &font : m_fonts) {
-        if (number != 0 && font.id() == number)
+        if (number != 0 && static_cast<unsigned char>(font.id()) == number)
             return font;
     }
     return m_baseFont;

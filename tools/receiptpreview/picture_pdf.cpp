@@ -17,7 +17,10 @@ class PdfCanvas : public Canvas
 {
 public:
     PdfCanvas(QPainter &painter, const Typeface &typeface)
-        : m_painter(painter), m_typeface(typeface)
+        : m_painter(painter),
+          m_typeface(typeface),
+          m_regular(typeface.embeddableFont(0)),
+          m_bold(typeface.embeddableFont(Cell::Bold))
     {}
 
     /// Where the next page begins.
@@ -31,7 +34,7 @@ public:
     void glyph(const QRect &dots, char16_t code, quint8 effects) override
     {
         QGlyphRun run;
-        run.setRawFont(m_typeface.font(effects));
+        run.setRawFont((effects & Cell::Bold) != 0 ? m_bold : m_regular);
         run.setGlyphIndexes({m_typeface.glyph(code, effects)});
         run.setPositions({QPointF(0, 0)});
         const QTransform outer = m_painter.transform();
@@ -44,6 +47,8 @@ public:
 private:
     QPainter &m_painter;
     const Typeface &m_typeface;
+    const QRawFont m_regular;
+    const QRawFont m_bold;
     int m_top = 0;
 };
 
@@ -77,10 +82,14 @@ QPageSize pageOf(const Layout &layout, int height, int scale)
 void removeTime(QByteArray &pdf)
 {
     const QByteArray key = "/CreationDate (D:";
+    const QByteArray epoch = "19700101000000";
     const int start = pdf.indexOf(key);
-    const int end = pdf.indexOf(')', start);
-    for (int i = start + key.size(); start >= 0 && i < end; ++i) {
-        if (pdf.at(i) >= '0' && pdf.at(i) <= '9')
+    if (start < 0)
+        return;
+    pdf.replace(start + key.size(), epoch.size(), epoch);
+    // What follows is the time zone, such as +02'00'.
+    for (int i = start + key.size() + epoch.size(); pdf.at(i) != ')'; ++i) {
+        if (pdf.at(i) >= '1' && pdf.at(i) <= '9')
             pdf[i] = '0';
     }
 }

@@ -1,6 +1,7 @@
 #include "typeface.h"
 
 #include <QFile>
+#include <QFontDatabase>
 
 namespace receiptpreview {
 
@@ -9,18 +10,6 @@ namespace {
 // The outlines are taken at this size and scaled to the cell, so the size itself doesn't matter.
 constexpr qreal outlineSize = 1000;
 constexpr qreal slant = -0.2;  // of italic letters
-
-bool loadFont(QRawFont &font, const QString &path, QString *error)
-{
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        font.loadFromData(file.readAll(), outlineSize, QFont::PreferNoHinting);
-    if (font.isValid())
-        return true;
-    *error = QStringLiteral("%1: %2; the file belongs to the Debian package fonts-dejavu-core")
-                 .arg(path, file.isOpen() ? QStringLiteral("this is no font") : file.errorString());
-    return false;
-}
 
 }  // namespace
 
@@ -31,8 +20,38 @@ QString Typeface::defaultFolder()
 
 bool Typeface::load(const QString &folder, QString *error)
 {
-    return loadFont(m_regular, folder + QStringLiteral("/DejaVuSansMono.ttf"), error) &&
-           loadFont(m_bold, folder + QStringLiteral("/DejaVuSansMono-Bold.ttf"), error);
+    return loadFace(m_regular, folder + QStringLiteral("/DejaVuSansMono.ttf"), error) &&
+           loadFace(m_bold, folder + QStringLiteral("/DejaVuSansMono-Bold.ttf"), error);
+}
+
+bool Typeface::loadFace(Face &face, const QString &path, QString *error)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+        face.outlines.loadFromData(file.readAll(), outlineSize, QFont::PreferNoHinting);
+    if (!face.outlines.isValid()) {
+        *error =
+            QStringLiteral("%1: %2; the file belongs to the Debian package fonts-dejavu-core")
+                .arg(path, file.isOpen() ? QStringLiteral("this is no font") : file.errorString());
+        return false;
+    }
+    face.path = path;
+    return true;
+}
+
+/// Qt embeds only what comes from its font database, which looks fonts up by name. The outlines say
+/// whether what it found is the file's own font.
+QRawFont Typeface::embeddableFont(quint8 effects) const
+{
+    const Face &own = face(effects);
+    QFontDatabase::addApplicationFont(own.path);
+    QFont wanted(own.outlines.familyName());
+    wanted.setBold((effects & Cell::Bold) != 0);
+    wanted.setPixelSize(static_cast<int>(outlineSize));
+    wanted.setHintingPreference(QFont::PreferNoHinting);
+    wanted.setStyleStrategy(QFont::NoFontMerging);
+    QRawFont found = QRawFont::fromFont(wanted);
+    return found.fontTable("glyf") == own.outlines.fontTable("glyf") ? found : own.outlines;
 }
 
 QPainterPath Typeface::outline(char16_t code, quint8 effects, const QSizeF &cell) const
@@ -40,11 +59,6 @@ QPainterPath Typeface::outline(char16_t code, quint8 effects, const QSizeF &cell
     if (code == u' ')
         return QPainterPath();
     return toCell(effects, cell).map(font(effects).pathForGlyph(glyph(code, effects)));
-}
-
-const QRawFont &Typeface::font(quint8 effects) const
-{
-    return (effects & Cell::Bold) != 0 ? m_bold : m_regular;
 }
 
 quint32 Typeface::glyph(char16_t code, quint8 effects) const

@@ -27,14 +27,29 @@ public:
     /// origin. Empty for a blank.
     QPainterPath outline(char16_t code, quint8 effects, const QSizeF &cell) const;
 
-    const QRawFont &font(quint8 effects) const;
+    const QRawFont &font(quint8 effects) const { return face(effects).outlines; }
+    /// The same font in a form that Qt embeds in a PDF, where it can be had; else as font(). Looks
+    /// the font up each time.
+    QRawFont embeddableFont(quint8 effects) const;
     quint32 glyph(char16_t code, quint8 effects) const;
     /// From the font's own units, with the origin on the base line, to a cell.
     QTransform toCell(quint8 effects, const QSizeF &cell) const;
 
 private:
-    QRawFont m_regular;
-    QRawFont m_bold;
+    struct Face
+    {
+        QString path;
+        QRawFont outlines;
+    };
+
+    static bool loadFace(Face &face, const QString &path, QString *error);
+    const Face &face(quint8 effects) const
+    {
+        return (effects & Cell::Bold) != 0 ? m_bold : m_regular;
+    }
+
+    Face m_regular;
+    Face m_bold;
 };
 
 }  // namespace receiptpreview

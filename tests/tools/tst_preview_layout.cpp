@@ -1,0 +1,574 @@
+#include <QtTest>
+
+#include "layout.h"
+#include "previewtools.h"
+#include "printerdocs/bbcodeparser.h"
+#include "printerdocs/echarformat.h"
+
+namespace {
+
+// CUSTOM_VKP_80 on 80 mm: 639 dots of paper, 512 of line, font 0 of 10 x 24.
+constexpr int margin = 63;
+constexpr int firstTop = Layout::endMargin;
+
+QVector<int> leftEdges(const Layout &layout, const Row &row)
+{
+    QVector<int> edges;
+    for (int i = 0; i < row.cellCount; ++i)
+        edges.append(layout.cells().at(static_cast<std::size_t>(row.firstCell + i)).left);
+    return edges;
+}
+
+const Cell &cellAt(const Layout &layout, int index)
+{
+    return layout.cells().at(static_cast<std::size_t>(index));
+}
+
+QString textOf(const Layout &layout, const Row &row)
+{
+    QString text;
+    for (int i = row.firstCell; i < row.firstCell + row.cellCount; ++i)
+        text += QChar(cellAt(layout, i).code);
+    return text;
+}
+
+std::vector<Row> textRows(const Layout &layout)
+{
+    std::vector<Row> rows;
+    std::copy_if(layout.rows().begin(), layout.rows().end(), std::back_inserter(rows),
+                 [](const Row &row) { return row.kind == Row::Text; });
+    return rows;
+}
+
+/// The line that the cells show, with a blank for each cell that is passed over.
+QString lineByCells(const Layout &layout, const Row &row, int cellWidth)
+{
+    QString line;
+    for (int i = row.firstCell; i < row.firstCell + row.cellCount; ++i) {
+        const Cell &cell = cellAt(layout, i);
+        const int column = (cell.left - layout.paper().leftMargin()) / cellWidth;
+        line = line.leftJustified(column);
+        line += QChar(cell.code);
+    }
+    return line;
+}
+
+MonochromeImage filledImage(int width, int height, int alignmentBits)
+{
+    MonochromeImage image = MonochromeImage::createEmpty(width, height, alignmentBits);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, true, alignmentBits);
+    }
+    return image;
+}
+
+}  // namespace
+
+class TestPreviewLayout : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cellsStandSideBySideFromThePrintedLinesEdge()
+    {
+        const Layout layout(markup("ABC"), paperOf());
+        const Row row = layout.rows().at(0);
+        QCOMPARE(row.top, firstTop);
+        QCOMPARE(row.height, 24);
+        QCOMPARE(leftEdges(layout, row), QVector<int>({margin, margin + 10, margin + 20}));
+        QCOMPARE(layout.cellRect(row, cellAt(layout, 1)), QRect(margin + 10, firstTop, 10, 24));
+    }
+
+    void paperIsAsWideAsItsCaptionSays_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("paper");
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("line");
+        QTest::newRow("80 mm") << "CUSTOM_VKP_80" << 0 << 639 << 512;
+        QTest::newRow("60 mm") << "CUSTOM_VKP_80" << 1 << 480 << 400;
+        QTest::newRow("82 mm") << "CUSTOM_VKP_80" << 3 << 655 << 512;
+        QTest::newRow("54.5 mm") << "CITIZEN_CTS_2000" << 2 << 436 << 422;
+        QTest::newRow("a line of more dots than the paper") << "TSP-TUP" << 0 << 640 << 640;
+        QTest::newRow("beyond the last paper") << "CUSTOM_TG_2480_H" << 9 << 640 << 640;
+    }
+    void paperIsAsWideAsItsCaptionSays()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, paper);
+        const Paper result = paperOf(model, paper);
+        QTEST(result.width(), "width");
+        QTEST(result.printableWidth(), "line");
+        QCOMPARE(result.leftMargin(), (result.width() - result.printableWidth()) / 2);
+    }
+
+    void recordWithoutFontsAndPapersStillGivesALayout()
+    {
+        const Layout layout(markup("A"), Paper(PrinterInfo(), 0, 0));
+        QVERIFY(layout.size().width() > 0);
+        QCOMPARE(layout.cells().size(), std::size_t(1));
+    }
+
+    // The library's own text form pads by characters: the same columns must come out, on every
+    // model, paper and font.
+    void alignmentsAgreeWithTheTextForm_data()
+    {
+        QTest::addColumn<QString>("line");
+        for (const char *line : {"", "abc", "<C>abc", "<R>abc", "<C>ab", "ab<S>cd", "ab<S>",
+                                 "<S>cd", "<S>", "<C>Спасибо за покупку!", "a<C> b ", "<R>x "})
+            QTest::newRow(line) << QString(line);
+    }
+    void alignmentsAgreeWithTheTextForm()
+    {
+        QFETCH(QString, line);
+        for (const PrinterInfo &model : PrinterInfo::fromResources()) {
+            for (const int paperId : model.paperTypes().keys()) {
+                for (int font = 0; font < 4; ++font) {
+                    const Paper paper(model, paperId, font);
+                    const TextPrinterDocument document = markup(line);
+                    const Layout layout(document, paper);
+                    QStringList expected;
+                    for (DocumentBlock block : document.blocks())
+                        expected += block.toStringList(paper.charactersPerLine());
+                    const auto rows = textRows(layout);
+                    QCOMPARE(rows.size(), std::size_t(expected.size()));
+                    if (!rows.empty())
+                        QCOMPARE(lineByCells(layout, rows[0], paper.baseFont().width()),
+                                 expected.at(0));
+                }
+            }
+        }
+    }
+
+    void lineThatFillsThePaperStaysOneRow()
+    {
+        const QString full(51, 'x');
+        QCOMPARE(textRows(Layout(markup(full), paperOf())).size(), std::size_t(1));
+        const auto rows = textRows(Layout(markup(full + "y"), paperOf()));
+        QCOMPARE(rows.size(), std::size_t(2));
+        QVERIFY(!rows[0].continues);
+        QVERIFY(rows[1].continues);
+        QCOMPARE(rows[1].cellCount, 1);
+        QCOMPARE(rows[1].top, rows[0].bottom());
+    }
+
+    void wrappedLineBeginsAtTheLeftWhateverItsAlignment_data()
+    {
+        QTest::addColumn<QString>("tag");
+        QTest::newRow("left") << "";
+        QTest::newRow("right") << "<R>";
+        QTest::newRow("center") << "<C>";
+    }
+    void wrappedLineBeginsAtTheLeftWhateverItsAlignment()
+    {
+        QFETCH(QString, tag);
+        const Layout layout(markup(tag + QString(60, 'x') + "\n" + tag + "y"), paperOf());
+        const auto rows = textRows(layout);
+        QCOMPARE(rows.size(), std::size_t(3));
+        QCOMPARE(leftEdges(layout, rows[0]).first(), margin);
+        QCOMPARE(leftEdges(layout, rows[1]).first(), margin);
+        QVERIFY(rows[1].continues);
+        QVERIFY2(!rows[2].continues, "the next line is one of its own");
+    }
+
+    void lineOfAThousandCharactersLosesNone()
+    {
+        QString text;
+        for (int i = 0; i < 1000; ++i)
+            text += QChar('a' + i % 26);
+        const Layout layout(markup(text), paperOf());
+        const auto rows = textRows(layout);
+        QCOMPARE(rows.size(), std::size_t(20));
+        QString shown;
+        for (const Row &row : rows)
+            shown += textOf(layout, row);
+        QCOMPARE(shown, text);
+    }
+
+    void wideCharactersWrapWhereHalfACellIsLeft()
+    {
+        // 25 wide cells take 500 of 512 dots.
+        const auto rows = textRows(Layout(markup("<W2>" + QString(26, 'x')), paperOf()));
+        QCOMPARE(rows.size(), std::size_t(2));
+        QCOMPARE(rows[0].cellCount, 25);
+    }
+
+    void justifiedLineThatOverflowsHasOneBlankForItsTab()
+    {
+        const Layout layout(markup(QString(40, 'x') + "<S>" + QString(20, 'y')), paperOf());
+        const auto rows = textRows(layout);
+        QCOMPARE(rows.size(), std::size_t(2));
+        QCOMPARE(textOf(layout, rows[0]) + textOf(layout, rows[1]),
+                 QString(40, 'x') + " " + QString(20, 'y'));
+    }
+
+    void everyTabOfAJustifiedLineTakesTheFreeCells()
+    {
+        const Layout layout(markup("a<S>b<S>c"), paperOf());
+        const auto rows = textRows(layout);
+        QString shown;
+        for (const Row &row : rows)
+            shown += textOf(layout, row);
+        const QString gap(51 - 5 + 1, ' ');
+        QCOMPARE(shown, "a" + gap + "b" + gap + "c");
+    }
+
+    void justifiedWideLineReachesBothEdges()
+    {
+        const Layout layout(markup("<W2>ab<S>cd"), paperOf());
+        const auto rows = textRows(layout);
+        QCOMPARE(rows.size(), std::size_t(1));
+        const Cell &last = cellAt(layout, rows[0].firstCell + rows[0].cellCount - 1);
+        QCOMPARE(last.left + last.width, margin + 510);
+    }
+
+    void tabOfALineThatIsNotJustifiedIsOneBlankCell()
+    {
+        DocumentBlock block =
+            DocumentBlock::createSimpleBlock(QStringList("a\tb"), AlignLeft, 0, 0, 0, 0);
+        const Layout layout(documentOf({block}), paperOf());
+        QCOMPARE(leftEdges(layout, layout.rows().at(0)),
+                 QVector<int>({margin, margin + 10, margin + 20}));
+    }
+
+    void doubledCellsStandOnTheRowsBase()
+    {
+        const Layout layout(markup("a<W2:>b<:W2><H2:>c<:H2><F4>d"), paperOf());
+        const Row row = layout.rows().at(0);
+        QCOMPARE(row.height, 48);
+        const QVector<QRect> expected{{margin, firstTop + 24, 10, 24},
+                                      {margin + 10, firstTop + 24, 20, 24},
+                                      {margin + 30, firstTop, 10, 48},
+                                      {margin + 40, firstTop + 24, 18, 24}};
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(layout.cellRect(row, cellAt(layout, i)), expected.at(i));
+    }
+
+    void fontOptionReplacesFontZeroOnly()
+    {
+        const Layout layout(markup("a<F2>b<F1>c"), paperOf("CUSTOM_VKP_80", 0, 3));
+        QCOMPARE(int(cellAt(layout, 0).width), 18);
+        QCOMPARE(int(cellAt(layout, 1).width), 14);
+        QCOMPARE(int(cellAt(layout, 2).width), 18);
+    }
+
+    void fontsThatTheModelLacksCountAsTheBase()
+    {
+        const DocumentBlock block =
+            DocumentBlock::createSimpleBlock(QStringList("a"), AlignLeft, 77, 0, 0, 0);
+        const Layout layout(documentOf({block}), paperOf());
+        QCOMPARE(int(cellAt(layout, 0).width), 10);
+    }
+
+    void effectsComeOutPlainWhereTheModelLacksThem_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<int>("effect");
+        QTest::newRow("bold") << int(CharBold) << int(Cell::Bold);
+        QTest::newRow("italic") << int(CharItalic) << int(Cell::Italic);
+        QTest::newRow("underline") << int(CharUnderline) << int(Cell::Underline);
+        QTest::newRow("double width") << int(CharDoubleWidth) << int(Cell::DoubleWidth);
+        QTest::newRow("double height") << int(CharDoubleHeight) << int(Cell::DoubleHeight);
+        QTest::newRow("marked") << int(CharMarkZ) << 0;
+    }
+    void effectsComeOutPlainWhereTheModelLacksThem()
+    {
+        QFETCH(int, format);
+        QFETCH(int, effect);
+        const DocumentBlock block = DocumentBlock::createSimpleBlock(
+            QStringList("a"), AlignLeft, 0, static_cast<unsigned char>(format), 0, 0);
+        PrinterInfo able = modelOf("SWECOIN_TM_20XX");
+        PrinterInfo plain = able;
+        plain.setBold(false);
+        plain.setItalic(false);
+        plain.setUnderline(false);
+        plain.setDoubleWidth(false);
+        plain.setDoubleHeight(false);
+        QCOMPARE(int(cellAt(Layout(documentOf({block}), Paper(able, 0, 0)), 0).effects), effect);
+        const Layout without(documentOf({block}), Paper(plain, 0, 0));
+        QCOMPARE(int(cellAt(without, 0).effects), 0);
+        QCOMPARE(int(cellAt(without, 0).width), 18);
+        QCOMPARE(int(cellAt(without, 0).height), 24);
+    }
+
+    void italicIsOfOneModelOnly()
+    {
+        for (const PrinterInfo &model : PrinterInfo::fromResources()) {
+            const Layout layout(markup("<N>a"), Paper(model, 0, 0));
+            QCOMPARE(cellAt(layout, 0).has(Cell::Italic), model.id() == "SWECOIN_TM_20XX");
+        }
+    }
+
+    void lineSpacingFeedsBehindTheLine()
+    {
+        const Layout layout(markup("<LS3>a\nb\n<LS0>c\nd"), paperOf());
+        const auto rows = textRows(layout);
+        QCOMPARE(rows[1].top, rows[0].bottom() + 3 * Layout::dotsPerLineSpacing);
+        QCOMPARE(rows[2].top, rows[1].bottom());
+        QCOMPARE(rows[3].top, rows[2].bottom());
+        const Layout fixed(markup("<LS3>a\nb"), paperOf("SWECOIN_TM_20XX"));
+        QCOMPARE(textRows(fixed)[1].top, textRows(fixed)[0].bottom());
+    }
+
+    void spacingCodesOutOfRangeAreHeldInIt()
+    {
+        DocumentBlock block =
+            DocumentBlock::createSimpleBlock(QStringList({"a", "b", "c"}), AlignLeft, 0, 0, 0, 0);
+        block.setLineSpacing(QList<int>({-5, INT_MAX, 0}));
+        const auto rows = textRows(Layout(documentOf({block}), paperOf()));
+        QCOMPARE(rows[1].top, rows[0].bottom());
+        QCOMPARE(rows[2].top, rows[1].bottom() + 7 * Layout::dotsPerLineSpacing);
+    }
+
+    void emptyLineIsAsHighAsTheBaseFont()
+    {
+        const auto rows = textRows(Layout(markup("a\n\nb"), paperOf("AV_268")));
+        QCOMPARE(rows.size(), std::size_t(3));
+        QCOMPARE(rows[1].height, 16);
+        QCOMPARE(rows[1].cellCount, 0);
+    }
+
+    void shortFormatAndFontArraysGoOnWithTheirLastByte()
+    {
+        DocumentBlock block =
+            DocumentBlock::createSimpleBlock(QStringList("abc"), AlignLeft, 0, 0, 0, 0);
+        block.setFormat(QList<QByteArray>{QByteArray(1, CharBold)});
+        block.setFont(QList<QByteArray>{QByteArray("\0\3", 2)});
+        const Layout layout(documentOf({block}), paperOf());
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(cellAt(layout, i).has(Cell::Bold));
+        QCOMPARE(int(cellAt(layout, 0).width), 10);
+        QCOMPARE(int(cellAt(layout, 2).width), 18);
+    }
+
+    void rawCodesShowThePrintersCodePage()
+    {
+        const Layout layout(markup("<128><65><#65><31><1>"), paperOf());
+        QCOMPARE(textOf(layout, layout.rows().at(0)), QString("АAA  "));
+        QVERIFY2(!cellAt(layout, 4).has(Cell::Symbol), "a raw code is never a symbol");
+    }
+
+    void symbolIsTheLargestDrawingThatFitsTheCell()
+    {
+        TextPrinterDocument document = markup("<#3><F4><#3><W2:><#3>");
+        QMultiMap<signed char, MonochromeImage> images;
+        images.insert(3, filledImage(8, 16, 8));
+        images.insert(3, filledImage(16, 24, 8));
+        images.insert(3, filledImage(19, 24, 8));
+        document.setCharImages(images);
+        const Layout layout(document, paperOf());
+        QVERIFY(cellAt(layout, 0).has(Cell::Symbol));
+        QCOMPARE(layout.symbol(cellAt(layout, 0)).width(), 8);
+        QCOMPARE(layout.symbol(cellAt(layout, 1)).width(), 16);
+        QCOMPARE(layout.symbol(cellAt(layout, 2)).width(), 16);
+        QCOMPARE(layout.warnings(), QStringList());
+    }
+
+    void symbolsWithoutADrawingOrAFontForThemAreBlankAndReportedOnce()
+    {
+        const Layout without(markup("<#3><#3>\n<#3>"), paperOf());
+        QCOMPARE(without.warnings(),
+                 QStringList("block 1: the symbol 3 is blank: it has no drawing"));
+        TextPrinterDocument document = markup("<#3>");
+        document.setCharImages({{3, filledImage(8, 16, 8)}});
+        const Layout unable(document, paperOf("NP_F209_2D"));
+        QVERIFY(!cellAt(unable, 0).has(Cell::Symbol));
+        QCOMPARE(unable.warnings(), QStringList("block 1: the symbol 3 is blank: font 0 of "
+                                                "NP_F209_2D takes no drawings"));
+    }
+
+    void pictureIsPlacedDotForDot_data()
+    {
+        QTest::addColumn<int>("alignment");
+        QTest::addColumn<int>("left");
+        QTest::newRow("left") << int(AlignLeft) << margin;
+        QTest::newRow("center") << int(AlignCenter) << margin + 206;
+        QTest::newRow("right") << int(AlignRight) << margin + 412;
+    }
+    void pictureIsPlacedDotForDot()
+    {
+        QFETCH(int, alignment);
+        const auto block =
+            pictureBlock(filledImage(100, 30, 32), static_cast<ETextAlignment>(alignment));
+        const Layout layout(documentOf({block}), paperOf());
+        const Row row = layout.rows().at(0);
+        QCOMPARE(row.kind, Row::Image);
+        QCOMPARE(row.height, 30);
+        QTEST(layout.rasters().at(0).left, "left");
+        QCOMPARE(layout.rasters().at(0).dotsPerPixel, QSize(1, 1));
+    }
+
+    void rowsOfPicturesAreAlignedAsTheirBytesAllow()
+    {
+        for (const int bits : {8, 32}) {
+            const auto block = pictureBlock(filledImage(33, 5, bits), AlignLeft);
+            const Layout layout(documentOf({block}), paperOf());
+            QCOMPARE(layout.rasters().at(0).alignmentBits, bits);
+        }
+    }
+
+    void pictureThatDoesNotComeOutWhollyIsReported()
+    {
+        const auto wide = documentOf({pictureBlock(filledImage(600, 2, 8), AlignCenter)});
+        const Layout cut(wide, paperOf());
+        QCOMPARE(cut.rasters().at(0).left, margin);
+        QCOMPARE(cut.warnings(), QStringList("block 1: the picture is 600 dots wide; what is right "
+                                             "of the line's 512 is lost"));
+        const Layout unable(wide, paperOf("AV_268"));
+        QVERIFY(unable.rasters().empty());
+        QCOMPARE(unable.warnings(),
+                 QStringList("block 1: the picture is left out: AV_268 prints none"));
+    }
+
+    void barcodeTakesTheLargestModuleThatFits_data()
+    {
+        QTest::addColumn<QByteArray>("payload");
+        QTest::addColumn<int>("module");
+        // Modules: 35 and 11 for each character; 10 more at both ends, for which the margins do.
+        QTest::newRow("12 characters") << QByteArray(12, 'a') << 3;
+        QTest::newRow("13 characters") << QByteArray(13, 'a') << 2;
+        QTest::newRow("20 characters") << QByteArray(20, 'a') << 2;
+        QTest::newRow("21 characters") << QByteArray(21, 'a') << 0;
+    }
+    void barcodeTakesTheLargestModuleThatFits()
+    {
+        QFETCH(QByteArray, payload);
+        QFETCH(int, module);
+        const Layout layout(documentOf({barcodeBlock(payload)}), paperOf());
+        QCOMPARE(layout.rasters().size(), std::size_t(module > 0 ? 1 : 0));
+        if (module > 0) {
+            const Raster &raster = layout.rasters().at(0);
+            QCOMPARE(raster.dotsPerPixel, QSize(module, 80));
+            const int bars = raster.image.width() * module;
+            QVERIFY(raster.left >= margin && raster.left + bars <= margin + 512);
+            QVERIFY2(qAbs(raster.left - margin - (512 - bars) / 2) <= 1, "not in the middle");
+        } else {
+            QCOMPARE(layout.warnings(), QStringList("block 1: Barcode: It doesn't fit the paper"));
+        }
+    }
+
+    void codesThatCannotBeMadeAreFramedFaults_data()
+    {
+        QTest::addColumn<DocumentBlock>("block");
+        QTest::addColumn<QString>("warning");
+        QTest::newRow("Cyrillic barcode")
+            << barcodeBlock("Привет") << "block 1: Barcode: Code 128 holds ASCII characters only";
+        QTest::newRow("empty barcode")
+            << barcodeBlock("") << "block 1: Barcode: The payload is empty";
+        QTest::newRow("unknown symbology")
+            << barcodeBlock("1", AlignLeft, 3) << "block 1: Barcode: The symbology 3 isn't known";
+        QTest::newRow("endless barcode")
+            << barcodeBlock(QByteArray(100000, '1')) << "block 1: Barcode: Input data too long";
+        QTest::newRow("empty QR code") << qrBlock("") << "block 1: QR code: The payload is empty";
+        QTest::newRow("endless QR code")
+            << qrBlock(QByteArray(2954, '\xD0')) << "block 1: QR code: Input too long";
+    }
+    void codesThatCannotBeMadeAreFramedFaults()
+    {
+        QFETCH(DocumentBlock, block);
+        QFETCH(QString, warning);
+        const Layout layout(documentOf({block}), paperOf());
+        QCOMPARE(layout.warnings().size(), 1);
+        QVERIFY2(layout.warnings().constFirst().startsWith(warning),
+                 qPrintable(layout.warnings().constFirst()));
+        QVERIFY(layout.rasters().empty());
+        QCOMPARE(layout.rows().front().kind, Row::FrameTop);
+        QCOMPARE(layout.rows().back().kind, Row::FrameBottom);
+        for (const Row &row : layout.rows())
+            QVERIFY(row.framed);
+        QVERIFY(QString("block 1: " + textOf(layout, layout.rows().at(1)))
+                    .startsWith(warning.left(40)));
+    }
+
+    void blocksThatAreNotValidAreSkipped()
+    {
+        DocumentBlock noSymbology;
+        noSymbology.setBarCode("1");
+        noSymbology.setType(DocumentBlock::BlockBarcode);
+        const Layout layout(documentOf({DocumentBlock(), noSymbology, qrBlock("1")}), paperOf());
+        QCOMPARE(layout.rows().size(), std::size_t(1));
+        QCOMPARE(layout.warnings(), QStringList());
+    }
+
+    void ticketActionsCut_data()
+    {
+        QTest::addColumn<int>("before");
+        QTest::addColumn<int>("after");
+        QTest::addColumn<int>("cuts");
+        QTest::newRow("none") << 0 << 0 << 0;
+        QTest::newRow("a receipt") << 0 << 9 << 1;
+        QTest::newRow("BBCode") << 4 << 5 << 1;
+        QTest::newRow("the ticket before too") << 1 << 1 << 2;
+        QTest::newRow("other bits") << 4 << 12 << 0;
+    }
+    void ticketActionsCut()
+    {
+        QFETCH(int, before);
+        QFETCH(int, after);
+        TextPrinterDocument document = documentOf(markup("a").blocks());
+        document.setPrevTicketAction(QFlag(before));
+        document.setCurrentTicketAction(QFlag(after));
+        const Layout layout(document, paperOf());
+        int cuts = 0;
+        for (const Row &row : layout.rows())
+            cuts += row.kind == Row::Cut ? 1 : 0;
+        QTEST(cuts, "cuts");
+        const int cutHeight = Layout::endMargin + Layout::cutHeight;
+        QCOMPARE(layout.size().height(), 2 * Layout::endMargin + 24 + cuts * cutHeight);
+    }
+
+    void emptyDocumentIsBlankPaper()
+    {
+        const Layout layout(TextPrinterDocument(), paperOf());
+        QVERIFY(layout.rows().empty());
+        QCOMPARE(layout.size(), QSize(639, 2 * Layout::endMargin));
+    }
+
+    void documentLongerThanARollIsCutOff()
+    {
+        QStringList lines;
+        for (int i = 0; i < Layout::longestPaper / 24 + 10; ++i)
+            lines.append("x");
+        const auto block = DocumentBlock::createSimpleBlock(lines, AlignLeft, 0, 0, 0, 0);
+        const Layout layout(documentOf({block}), paperOf());
+        QVERIFY(layout.tooLong());
+        QVERIFY(layout.size().height() <= Layout::longestPaper);
+        const auto fitting =
+            DocumentBlock::createSimpleBlock(lines.mid(0, 10000), AlignLeft, 0, 0, 0, 0);
+        const Layout tenThousand(documentOf({fitting}), paperOf());
+        QVERIFY(!tenThousand.tooLong());
+        QCOMPARE(tenThousand.size().height(), 240000 + 2 * Layout::endMargin);
+    }
+
+    void pictureOfAnAbsurdHeightIsTooLong()
+    {
+        const MonochromeImage image(1, 8'000'000, QByteArray(1'000'000, '\xFF'));
+        QVERIFY(image.isValid());
+        QVERIFY(Layout(documentOf({pictureBlock(image, AlignLeft)}), paperOf()).tooLong());
+    }
+
+    void rowsOfEveryModelFollowEachOtherAndStayOnThePaper()
+    {
+        QFile file(PRINTERSLIB_EXAMPLES "/coupon.bbcode");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        BbCodeParser parser(nullptr);
+        parser.setImagesPath(PRINTERSLIB_EXAMPLES "/images");
+        parser.parseText(QString::fromUtf8(file.readAll()));
+        for (const PrinterInfo &model : PrinterInfo::fromResources()) {
+            const Layout layout(parser.document(), Paper(model, 0, 0));
+            int bottom = 0;
+            for (const Row &row : layout.rows()) {
+                QVERIFY(row.top >= bottom);
+                QVERIFY(row.height > 0);
+                bottom = row.bottom();
+            }
+            QVERIFY(bottom <= layout.size().height());
+            for (const Cell &cell : layout.cells())
+                QVERIFY(cell.left + cell.width <= layout.size().width());
+        }
+    }
+};
+
+QTEST_MAIN(TestPreviewLayout)
+#include "tst_preview_layout.moc"

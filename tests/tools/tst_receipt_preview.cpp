@@ -1,0 +1,346 @@
+#include <signal.h>
+
+#include <QDirIterator>
+#include <QImage>
+#include <QRegularExpression>
+#include <QtTest>
+
+#include "receiptprogram.h"
+
+namespace {
+
+constexpr int patience = 30000;
+
+QStringList grocery()
+{
+    return {"preview", example("grocery.cpt"), example("grocery.json")};
+}
+
+/// Pixels that aren't white in a part of a picture.
+int inked(const QImage &picture, const QRect &rect)
+{
+    int count = 0;
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x)
+            count += qGray(picture.pixel(x, y)) < 255 ? 1 : 0;
+    }
+    return count;
+}
+
+/// A run that goes on until it is told to end.
+class Watcher
+{
+public:
+    explicit Watcher(const QStringList &arguments) { m_process.start(RECEIPT_PROGRAM, arguments); }
+    ~Watcher() { m_process.kill(), m_process.waitForFinished(); }
+
+    bool says(const QByteArray &text)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                m_errors += m_process.readAllStandardError();
+                return m_errors.contains(text);
+            },
+            patience);
+    }
+    void forget() { m_errors.clear(); }
+
+    /// Ends it as Ctrl+C does and gives its exit status.
+    int end()
+    {
+        ::kill(static_cast<pid_t>(m_process.processId()), SIGINT);
+        if (!m_process.waitForFinished(patience) || m_process.exitStatus() != QProcess::NormalExit)
+            return -1;
+        return m_process.exitCode();
+    }
+
+private:
+    QProcess m_process;
+    QByteArray m_errors;
+};
+
+}  // namespace
+
+class TestReceiptPreview : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void receiptIsDrawnAndNamed()
+    {
+        const WorkFolder folder;
+        const QString file = folder.path("receipt.png");
+        const ReceiptRun run = runReceipt(grocery() + QStringList{"--output", file});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.output, file + ": CUSTOM_VKP_80, paper 80 mm, 639 x 866 dots\n");
+        const QImage picture(file);
+        QCOMPARE(picture.size(), QSize(639, 866));
+        QVERIFY(inked(picture, picture.rect()) > 5000);
+    }
+
+    void defaultIsReceiptPngInTheCurrentFolder()
+    {
+        const QTemporaryDir folder;
+        QProcess process;
+        process.setWorkingDirectory(folder.path());
+        process.start(RECEIPT_PROGRAM, grocery());
+        QVERIFY(process.waitForFinished(patience));
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(process.readAllStandardOutput().startsWith("receipt.png: "));
+        QCOMPARE(QImage(folder.filePath("receipt.png")).width(), 639);
+    }
+
+    void scaleMultipliesThePixels()
+    {
+        const WorkFolder folder;
+        const QString file = folder.path("r.png");
+        QCOMPARE(runReceipt(grocery() + QStringList{"--output", file, "--scale", "2"}).status, 0);
+        QCOMPARE(QImage(file).size(), QSize(1278, 1732));
+    }
+
+    void everyRunGivesTheSameBytes_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::newRow("png") << "png";
+        QTest::newRow("pdf") << "pdf";
+        QTest::newRow("svg") << "svg";
+    }
+    void everyRunGivesTheSameBytes()
+    {
+        QFETCH(QString, suffix);
+        const WorkFolder folder;
+        for (const char *name : {"1.", "2."}) {
+            const ReceiptRun run =
+                runReceipt(grocery() + QStringList{"--output", folder.path(name + suffix)});
+            QCOMPARE(run.status, 0);
+            QTest::qSleep(1100);  // a time of writing would have whole seconds
+        }
+        QVERIFY(!folder.content("1." + suffix).isEmpty());
+        QVERIFY(folder.content("1." + suffix) == folder.content("2." + suffix));
+    }
+
+    void everySourceIsDrawn_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("template") << QStringList{example("cafe.cpt"), example("cafe.json")};
+        QTest::newRow("BBCode") << QStringList{"--bbcode", example("coupon.bbcode"), "--images",
+                                               example("images")};
+        QTest::newRow("plain") << QStringList{"--plain", example("tags.cpt")};
+        QTest::newRow("symbols") << QStringList{example("tags.cpt"), example("tags.json"),
+                                                "--symbols", example("symbols")};
+    }
+    void everySourceIsDrawn()
+    {
+        QFETCH(QStringList, arguments);
+        const WorkFolder folder;
+        const QString file = folder.path("r.png");
+        const ReceiptRun run =
+            runReceipt(QStringList("preview") + arguments + QStringList{"--output", file});
+        QCOMPARE(run.status, 0);
+        QVERIFY(inked(QImage(file), QImage(file).rect()) > 1000);
+    }
+
+    void savedDocumentIsDrawnAsItsTemplate()
+    {
+        const WorkFolder folder;
+        const QString saved = folder.path("saved.doc");
+        QCOMPARE(runReceipt({"document", "save", saved, example("grocery.json"), "--from",
+                             example("grocery.cpt")})
+                     .status,
+                 0);
+        const ReceiptRun run =
+            runReceipt({"preview", "--document", saved, "--output", folder.path("d.png")});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(runReceipt(grocery() + QStringList{"--output", folder.path("t.png")}).status, 0);
+        QVERIFY(!folder.content("d.png").isEmpty());
+        QVERIFY(folder.content("d.png") == folder.content("t.png"));
+    }
+
+    void plainTextComesFromStandardInputToo()
+    {
+        const WorkFolder folder;
+        const QString file = folder.path("r.png");
+        const ReceiptRun run =
+            runReceipt({"preview", "--plain", "-", "--output", file, "--model", "AV_268"}, "abc");
+        QCOMPARE(run.status, 0);
+        QCOMPARE(QImage(file).width(), 480);
+    }
+
+    void emptyTextIsAnEmptyPaper()
+    {
+        const WorkFolder folder;
+        const QString file = folder.path("r.png");
+        const ReceiptRun run = runReceipt({"preview", "--bbcode", "-", "--output", file}, "");
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(QImage(file).size(), QSize(639, 24 + 24 + 2 + 24));
+    }
+
+    void unprintableCodesAreNamedByTheirBlock()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("c.bbcode", "a[barcode]Ж[/barcode]");
+        const QString file = folder.path("r.png");
+        const ReceiptRun run = runReceipt({"preview", "--bbcode", text, "--output", file});
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.errors,
+                 "receipt: " + text + ": block 2: Barcode: Code 128 holds ASCII characters only\n");
+        QVERIFY(!QImage(file).isNull());
+    }
+
+    void allModelsGetAPictureAndASheet()
+    {
+        const WorkFolder folder;
+        const QString place = folder.path("new/models");
+        const ReceiptRun run = runReceipt(grocery() + QStringList{"--all-models", place});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.output,
+                 place + ": 16 models; all of them small: " + place + "/contact-sheet.png\n");
+        const QStringList names = QDir(place).entryList(QDir::Files);
+        QCOMPARE(names.size(), 17);
+        for (const QString &name : names)
+            QVERIFY2(!QImage(place + "/" + name).isNull(), qPrintable(name));
+        QCOMPARE(QImage(place + "/TSP-TUP.png").width(), 640);
+    }
+
+    void wrongCommandLinesAreWrongUsage_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("complaint");
+        const QStringList files{"a.cpt", "b.json"};
+        const QString sources =
+            "a template and a document are expected, or one of --bbcode, --document and --plain";
+        QTest::newRow("nothing") << QStringList() << sources;
+        QTest::newRow("one file") << QStringList{"a.cpt"} << sources;
+        QTest::newRow("two sources") << QStringList{"--plain", "a", "--bbcode", "b"} << sources;
+        QTest::newRow("a source and files") << files + QStringList{"--plain", "a"} << sources;
+        QTest::newRow("twice the same") << QStringList{"--plain", "a", "--plain", "b"} << sources;
+        QTest::newRow("model") << files + QStringList{"--model", "X"}
+                               << "there is no model \"X\"; see \"receipt models\"";
+        QTest::newRow("paper") << files + QStringList{"--paper", "4"}
+                               << "--paper: \"4\" is no number from 0 to 3";
+        QTest::newRow("font") << files + QStringList{"--font", "4"}
+                              << "--font: \"4\" is no number from 0 to 3";
+        QTest::newRow("scale") << files + QStringList{"--scale", "0"}
+                               << "--scale: \"0\" is no number from 1 to 8";
+        QTest::newRow("suffix") << files + QStringList{"--output", "a.gif"}
+                                << "--output: \"a.gif\" ends in none of .png, .pdf, .svg";
+        QTest::newRow("all models and one")
+            << files + QStringList{"--all-models", "d", "--model", "AV_268"}
+            << "--all-models excludes --model and --output";
+        QTest::newRow("symbols") << files + QStringList{"--symbols", "/nonexistent"}
+                                 << "--symbols: \"/nonexistent\" is no folder";
+        QTest::newRow("watching standard input")
+            << QStringList{"--plain", "-", "--watch"} << "--watch: standard input can't be watched";
+    }
+    void wrongCommandLinesAreWrongUsage()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, complaint);
+        const ReceiptRun run = runReceipt(QStringList("preview") + arguments);
+        QCOMPARE(run.errors, "receipt: " + complaint + "\n");
+        QCOMPARE(run.status, 2);
+        QCOMPARE(run.output, QString());
+    }
+
+    void badInputIsNamedAndLeavesThePictureAlone()
+    {
+        const WorkFolder folder;
+        const QString old = folder.file("r.png", "old");
+        const QString data = folder.file("d.json", "{");
+        const ReceiptRun bad = runReceipt({"preview", example("kiosk.cpt"), data, "--output", old});
+        QCOMPARE(bad.status, 1);
+        QVERIFY(bad.errors.startsWith("receipt: " + data + ":1:"));
+        QCOMPARE(folder.content("r.png"), QByteArray("old"));
+        const ReceiptRun nowhere =
+            runReceipt(grocery() + QStringList{"--output", folder.path("no/such/folder.png")});
+        QCOMPARE(nowhere.status, 1);
+        QVERIFY(nowhere.errors.contains("folder.png: No such file or directory"));
+        const ReceiptRun unsaved = runReceipt({"preview", "--document", data});
+        QCOMPARE(unsaved.status, 1);
+        QVERIFY(unsaved.errors.contains("no copy can be loaded"));
+    }
+
+    void receiptLongerThanARollIsRefused()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("t.txt", QByteArray("x\n").repeated(50000));
+        const ReceiptRun run =
+            runReceipt({"preview", "--plain", text, "--output", folder.path("r.png")});
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.errors,
+                 "receipt: " + text + ": the receipt is longer than 1000000 dots (125 m)\n");
+        QVERIFY(!QFile::exists(folder.path("r.png")));
+    }
+
+    void watchingDrawsAgainHoweverTheFileIsSaved()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("t.txt", "one");
+        Watcher watcher({"preview", "--plain", text, "--output", folder.path("r.png"), "--watch"});
+        QVERIFY(watcher.says("Watching " + text.toUtf8() + "; Ctrl+C ends.\n"));
+        const auto heightBecomes = [&folder](int lines) {
+            return QTest::qWaitFor(
+                [&] { return QImage(folder.path("r.png")).height() == 74 + 24 * lines; }, patience);
+        };
+        QVERIFY(heightBecomes(1));
+        folder.file("t.txt", "one\ntwo");  // written in place
+        QVERIFY(heightBecomes(2));
+        for (int lines = 3; lines < 6; ++lines) {  // replaced, as editors do, again and again
+            folder.file("t.new", QByteArray("x\n").repeated(lines));
+            QCOMPARE(::rename(qPrintable(folder.path("t.new")), qPrintable(text)), 0);
+            QVERIFY(heightBecomes(lines));
+        }
+        QVERIFY(QFile::rename(text, folder.path("t.bak")));  // moved away and written anew
+        QVERIFY(watcher.says("Waiting for " + text.toUtf8()));
+        folder.file("t.txt", "x\nx\nx\nx\nx\nx\nx");
+        QVERIFY(heightBecomes(7));
+        QCOMPARE(watcher.end(), 0);
+    }
+
+    void watchingOutlivesBadInput()
+    {
+        const WorkFolder folder;
+        const QString data = folder.file("d.json", "{");
+        Watcher watcher(
+            {"preview", example("kiosk.cpt"), data, "--output", folder.path("r.png"), "--watch"});
+        QVERIFY(watcher.says("d.json:1:"));
+        folder.file("d.json", "{}");
+        QVERIFY(QTest::qWaitFor([&] { return !QImage(folder.path("r.png")).isNull(); }, patience));
+        watcher.forget();
+        folder.file("d.json", "[");
+        QVERIFY(watcher.says("d.json:1:"));
+        QCOMPARE(watcher.end(), 1);
+    }
+
+    void pictureOfTheReadmeIsNotStale()
+    {
+        QFile readme(PRINTERSLIB_EXAMPLES "/../README.md");
+        QVERIFY(readme.open(QIODevice::ReadOnly));
+        static const QRegularExpression line("receipt (preview [^`\\n]*) --output ([^`\\n]+)");
+        const auto match = line.match(QString::fromUtf8(readme.readAll()).simplified());
+        QVERIFY(match.hasMatch());
+        QStringList arguments = match.captured(1).split(' ');
+        const QString shown = match.captured(2).section('`', 0, 0).trimmed();
+        const WorkFolder folder;
+        for (QString &argument : arguments)
+            argument.replace("examples/", PRINTERSLIB_EXAMPLES "/");
+        const ReceiptRun run =
+            runReceipt(arguments + QStringList{"--output", folder.path("r.png")});
+        QCOMPARE(run.errors, QString());
+        const QImage drawn(folder.path("r.png"));
+        const QImage committed(QString(PRINTERSLIB_EXAMPLES "/../") + shown);
+        QCOMPARE(committed.size(), drawn.size());
+        int differing = 0;  // a few pixels at the edges of letters are another FreeType's
+        for (int y = 0; y < drawn.height(); ++y) {
+            for (int x = 0; x < drawn.width(); ++x)
+                differing +=
+                    qAbs(qGray(drawn.pixel(x, y)) - qGray(committed.pixel(x, y))) > 64 ? 1 : 0;
+        }
+        QVERIFY2(differing < 40, qPrintable(QString::number(differing)));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestReceiptPreview)
+#include "tst_receipt_preview.moc"
