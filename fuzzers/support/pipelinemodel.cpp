@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int mostTags = 4000;
-constexpr int longestText = 1 << 16;
+constexpr int mostTags = 1000;
+constexpr int longestText = 1 << 14;
 
 void removePairs(QString &text, const QString &open, const QString &close)
 {

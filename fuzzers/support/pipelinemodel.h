@@ -12,7 +12,7 @@
 ///
 /// It also tells which inputs never end: a value that expands to its own tag is expanded for ever,
 /// and values that name others over and over grow without bound. Both are intended, and clients
-/// keep them out. The model stops counting at some thousands of tags; such inputs are passed over.
+/// keep them out. The model stops counting at a thousand tags; such inputs are passed over.
 class PipelineModel
 {
 public:
