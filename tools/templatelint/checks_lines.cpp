@@ -92,12 +92,14 @@ private:
     QVector<int> m_opens;
 };
 
-/// Which tags of a line a removed group can hide, whatever the values are.
+/// Which tags of a line a group hides if it goes. What stands in it in front of its last value
+/// counts, with values as long as those of the document; without one they have one character, which
+/// is the least that doesn't make the group go for their own sake.
 class HiddenTagCheck
 {
 public:
-    HiddenTagCheck(const Piece &piece, const TemplateLine &line, Report &report)
-        : m_piece(piece), m_line(line), m_report(report)
+    HiddenTagCheck(const Piece &piece, const TemplateLine &line, Values *values, Report &report)
+        : m_piece(piece), m_line(line), m_values(values), m_report(report)
     {}
 
     void run()
@@ -113,7 +115,7 @@ public:
             const QChar c = m_line.text.characters.at(i);
             ++m_length;
             if (c == QLatin1Char('['))
-                m_groups.append({m_length - 1, 0, false});
+                m_groups.append({m_length - 1, 0, false, false});
             else if (c == QLatin1Char(']') && !m_groups.isEmpty())
                 closeGroup(i + 1);
         }
@@ -122,9 +124,10 @@ public:
 private:
     struct Group
     {
-        int begin;   ///< how many characters stand in front of it at least
+        int begin;   ///< how many characters stand in front of it
         int passed;  ///< how many characters behind it are passed over when it goes
         bool canGo;
+        bool goes;  ///< with this document
     };
 
     void takeTag(const AttributeTag &tag)
@@ -137,20 +140,23 @@ private:
                                "characters")
                     .arg(clipped(m_line.text.characters.mid(tag.begin, tag.end - tag.begin)))
                     .arg(m_passed));
-        if (!m_groups.isEmpty()) {
+        const QString value =
+            m_values == nullptr ? QString() : m_values->ofTag(tag.inner).value_or(QString());
+        if (!m_groups.isEmpty() && !isEntriesTag(tag.inner)) {
             Group &group = m_groups.last();
             group.passed = m_length - group.begin;
             group.canGo = true;
+            group.goes = group.goes || isZeroOrEmpty(value);
         }
-        // The value has a character at least, or its group would be gone.
-        ++m_length;
+        m_length += std::max(1, value.size());
     }
     void closeGroup(int end)
     {
         const Group group = m_groups.takeLast();
         if (!group.canGo)
             return;
-        m_length = group.begin;
+        if (group.goes)
+            m_length = group.begin;
         if (end + group.passed <= m_passedUntil)
             return;
         m_passedUntil = end + group.passed;
@@ -159,9 +165,10 @@ private:
 
     const Piece &m_piece;
     const TemplateLine &m_line;
+    Values *const m_values;
     Report &m_report;
     QVector<Group> m_groups;
-    int m_length = 0;  ///< of what is printed so far, at least
+    int m_length = 0;  ///< of what is printed so far
     int m_passedUntil = 0;
     int m_passed = 0;
 };
@@ -183,7 +190,7 @@ void checkHiddenTags(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines) {
             if (analysis.showsItsShape(line))
-                HiddenTagCheck(piece, line, report).run();
+                HiddenTagCheck(piece, line, analysis.values(), report).run();
         }
         if (!piece.filled)
             continue;

@@ -77,9 +77,10 @@ bool canBeginATag(const QString &line, int place)
 void checkUnterminated(const Piece &piece, const Text &line, Report &report)
 {
     const QString &text = line.characters;
+    const int lastEnd = text.lastIndexOf(QLatin1Char('>'));
     int begin = text.indexOf(QLatin1Char('<'));
     while (begin >= 0) {
-        const int end = text.indexOf(QLatin1Char('>'), begin);
+        const int end = begin > lastEnd ? -1 : text.indexOf(QLatin1Char('>'), begin);
         const int next = text.indexOf(QLatin1Char('<'), begin + 1);
         const int offset = line.origins.at(begin);
         const bool looksLikeATag = canBeginATag(text, begin + 1) && piece.isText(offset);

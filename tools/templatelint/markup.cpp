@@ -129,13 +129,14 @@ Markup::Markup() : m_formatter(0, nullptr)
 Printed Markup::print(const Text &line)
 {
     Printed printed;
-    printed.text = withoutTags(line, printed.hasTab);
+    printed.text = withoutTags(line, printed);
     const DocumentBlock block =
         m_formatter.formatPrintStr(line.characters, m_format, m_font, m_alignment, 0);
     printed.formats = block.format().value(0);
     printed.fonts = block.font().value(0);
     // The library is right about what is printed.
     if (block.text().value(0) != printed.text.characters) {
+        printed.isTraced = false;
         printed.text = Text();
         printed.text.append(block.text().value(0), Text::standIn(line.firstOffset()));
     }
@@ -150,17 +151,22 @@ QVector<int> Markup::openFormats() const
     return offsets;
 }
 
-Text Markup::withoutTags(const Text &line, bool &hasTab)
+Text Markup::withoutTags(const Text &line, Printed &printed)
 {
     TagTaker taker(line);
-    hasTab = taker.replace(QStringLiteral("<S>"), QLatin1Char('\t'));
-    if (!hasTab && !taker.replace(QStringLiteral("<C>")))
+    printed.hasTab = taker.replace(QStringLiteral("<S>"), QLatin1Char('\t'));
+    if (!printed.hasTab && !taker.replace(QStringLiteral("<C>")))
         taker.replace(QStringLiteral("<R>"));
     taker.replace(QStringLiteral("<L1>"));
     for (const char *letters : wholeLineOrder) {
         const QString name = QLatin1String(letters);
-        if (taker.replace(QLatin1Char('<') + name + QLatin1Char('>')))
-            taker.wrap(name);
+        const QString tag = QLatin1Char('<') + name + QLatin1Char('>');
+        const int begin = taker.text().characters.indexOf(tag);
+        if (begin < 0)
+            continue;
+        printed.wholeLineTags.insert(name, Text::offsetOf(taker.text().origins.at(begin)));
+        taker.replace(tag);
+        taker.wrap(name);
     }
     for (int spacing = 0; spacing < lineSpacings; ++spacing) {
         if (taker.replace(QStringLiteral("<LS%1>").arg(spacing)))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QVector>
 #include <array>
 
@@ -23,7 +24,10 @@ struct Printed
     Text text;           ///< what is left of the markup
     QByteArray formats;  ///< as many as the library gives
     QByteArray fonts;
-    bool hasTab = false;  ///< from <S>
+    bool hasTab = false;                ///< from <S>
+    QHash<QString, int> wholeLineTags;  ///< by letters: the offset of the tag for the whole line,
+                                        ///< whose open and close tags come from nowhere
+    bool isTraced = true;               ///< whether the origins of the text are known
 };
 
 /// The line markup of the lines of a piece, one after the other, as
@@ -41,7 +45,7 @@ public:
     const QVector<BadCode> &badCodes() const { return m_badCodes; }
 
 private:
-    Text withoutTags(const Text &line, bool &hasTab);
+    Text withoutTags(const Text &line, Printed &printed);
     void placeCodes(Text &text);
     void switchFormat(Text &text, int format);
     static void takeFonts(Text &text);

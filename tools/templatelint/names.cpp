@@ -13,21 +13,25 @@ constexpr int longestName = 64;
 // One mistake in so many characters is still a mistake in the same name.
 constexpr int charactersPerMistake = 3;
 
-/// Characters to insert, remove or replace to make one text of the other.
+/// Characters to insert, remove, replace or swap with their neighbour to make one text of the
+/// other.
 int distance(const QString &a, const QString &b)
 {
-    QVector<int> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
+    QVector<int> beforeLast;
+    QVector<int> last(b.size() + 1);
+    std::iota(last.begin(), last.end(), 0);
     for (int i = 0; i < a.size(); ++i) {
-        int diagonal = row.at(0);
-        row[0] = i + 1;
+        QVector<int> row(b.size() + 1, i + 1);
         for (int j = 0; j < b.size(); ++j) {
-            const int replaced = diagonal + (a.at(i) == b.at(j) ? 0 : 1);
-            diagonal = row.at(j + 1);
-            row[j + 1] = std::min({replaced, row.at(j) + 1, diagonal + 1});
+            const int replaced = last.at(j) + (a.at(i) == b.at(j) ? 0 : 1);
+            row[j + 1] = std::min({replaced, last.at(j + 1) + 1, row.at(j) + 1});
+            if (i > 0 && j > 0 && a.at(i) == b.at(j - 1) && a.at(i - 1) == b.at(j))
+                row[j + 1] = std::min(row.at(j + 1), beforeLast.at(j - 1) + 1);
         }
+        beforeLast = last;
+        last = row;
     }
-    return row.constLast();
+    return last.constLast();
 }
 
 }  // namespace

@@ -194,6 +194,24 @@ Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *e
     return road;
 }
 
+namespace {
+
+/// The place in the template of a tag that stayed; `nowhere` if the template isn't to blame.
+int placeOf(const Printed &line, int begin, int end)
+{
+    const QVector<int> &origins = line.text.origins;
+    if (line.text.isOnePiece(begin, end))
+        return origins.at(begin);
+    const bool isWholeLineTags = std::all_of(origins.cbegin() + begin, origins.cbegin() + end,
+                                             [](int origin) { return origin == Text::nowhere; });
+    if (!isWholeLineTags)
+        return Text::nowhere;
+    QString letters = line.text.characters.mid(begin + 1, end - begin - 2);
+    return line.wholeLineTags.value(letters.remove(QLatin1Char(':')), Text::nowhere);
+}
+
+}  // namespace
+
 QVector<Leftover> leftoversOf(const Road &road)
 {
     QVector<Leftover> leftovers;
@@ -205,9 +223,9 @@ QVector<Leftover> leftoversOf(const Road &road)
                 begin = i;
             if (text.at(i) != QLatin1Char('>') || begin < 0)
                 continue;
-            if (line.text.isOnePiece(begin, i + 1))
-                leftovers.append(
-                    {line.text.origins.at(begin), text.mid(begin + 1, i - begin - 1), line.hasTab});
+            const int offset = placeOf(line, begin, i + 1);
+            if (offset != Text::nowhere)
+                leftovers.append({offset, text.mid(begin + 1, i - begin - 1), line.hasTab});
             begin = -1;
         }
     }

@@ -22,24 +22,34 @@ const char *const otherMarkup[] = {"S",   "C",   "R",   "L1", "LS0", "LS1", "LS2
 /// What people write who know other languages or mistype these, and what they mean.
 struct Habit
 {
-    const char *pattern;
-    const char *meant;
+    QRegularExpression pattern;
+    QString meant;  ///< %1 is what the pattern captures
 };
-constexpr Habit habits[] = {
-    {"^i$", "N"},
-    {"^/([BNUZ])$", ":\\1"},
-    {"^/i$", ":N"},
-    {"^([BNUZX]);$", "\\1:"},
-    {"^;([BNUZX])$", ":\\1"},
-    {"^:([BNUZX]|[HW]2):$", "\\1:"},
-    {"^([HW])[0-9]?$", "\\g2"},
-    {"^([HW])[0-9]?:$", "\\g2:"},
-    {"^:([HW])[0-9]?$", ":\\g2"},
-    {"^LS[0-9]*$", "LS0"},
-    {"^L[0-9]?$", "L1"},
-    {"^F[+-]?0*$", "F1"},
-    {"^#$", "#1"},
-};
+
+const QVector<Habit> &habits()
+{
+    const auto habit = [](const char *pattern, const char *meant) {
+        return Habit{
+            QRegularExpression(QLatin1String(pattern), QRegularExpression::CaseInsensitiveOption),
+            QLatin1String(meant)};
+    };
+    static const QVector<Habit> list{
+        habit("^i$", "N"),
+        habit("^/([BNUZ])$", ":%1"),
+        habit("^/i$", ":N"),
+        habit("^([BNUZX]);$", "%1:"),
+        habit("^;([BNUZX])$", ":%1"),
+        habit("^:([BNUZX]|[HW]2):$", "%1:"),
+        habit("^([HW])[0-9]?$", "%12"),
+        habit("^([HW])[0-9]?:$", "%12:"),
+        habit("^:([HW])[0-9]?$", ":%12"),
+        habit("^LS[0-9]*$", "LS0"),
+        habit("^L[0-9]?$", "L1"),
+        habit("^F[+-]?0*$", "F1"),
+        habit("^#$", "#1"),
+    };
+    return list;
+}
 
 QString upperWithoutBlanks(const QString &text)
 {
@@ -63,15 +73,10 @@ bool isKeyword(const QString &inner)
 
 std::optional<QString> meantByHabit(const QString &inner)
 {
-    for (const Habit &habit : habits) {
-        const QRegularExpression pattern(QLatin1String(habit.pattern),
-                                         QRegularExpression::CaseInsensitiveOption);
-        const auto match = pattern.match(inner);
-        if (!match.hasMatch())
-            continue;
-        QString meant = QLatin1String(habit.meant);
-        meant.replace(QLatin1String("\\1"), match.captured(1).toUpper());
-        return meant.replace(QLatin1String("\\g"), match.captured(1).toUpper());
+    for (const Habit &habit : habits()) {
+        const auto match = habit.pattern.match(inner);
+        if (match.hasMatch())
+            return QString(habit.meant).replace(QLatin1String("%1"), match.captured(1).toUpper());
     }
     return std::nullopt;
 }

@@ -1,0 +1,297 @@
+#include <QtTest>
+#include <random>
+
+#include "analysis.h"
+#include "fiscalsplit.h"
+#include "printerdocs/printerdocumentformatter.h"
+#include "templatelint.h"
+
+using namespace templatelint;
+
+// The checker follows a template on its road through the engine. Whatever it is given, both must
+// come to the same end.
+class TestTemplateLint : public QObject
+{
+    Q_OBJECT
+
+private:
+    static constexpr int runs = 3000;
+
+    /// Lines made of what means something in a template, put together at random.
+    class Random
+    {
+    public:
+        explicit Random(unsigned seed) : m_engine(seed) {}
+
+        int below(int limit) { return std::uniform_int_distribution<>(0, limit - 1)(m_engine); }
+        QString line(const QStringList &parts)
+        {
+            QString text;
+            for (int count = below(9); count > 0; --count)
+                text += parts.at(below(parts.size()));
+            return text;
+        }
+        QStringList lines(const QStringList &parts)
+        {
+            QStringList result;
+            for (int count = 1 + below(6); count > 0; --count)
+                result.append(line(parts));
+            return result;
+        }
+
+    private:
+        std::mt19937 m_engine;
+    };
+
+    static QStringList parts()
+    {
+        return {"<",           ">",
+                "[",           "]",
+                "<B:>",        "<:B>",
+                "<B>",         "<W2>",
+                "<:W2>",       "<W2:>",
+                "<U:>",        "<:U>",
+                "<Z>",         "<S>",
+                "<C>",         "<R>",
+                "<L1>",        "<LS2>",
+                "<LS5>",       "<:>",
+                "<65>",        "<#1>",
+                "<#60>",       "<1x>",
+                "<F2>",        "<F0>",
+                "<F 1>",       "<X>",
+                "<X:>",        "<:X>",
+                "<I>",         "</I>",
+                "<ENTRIES>",   "<DOCNO>",
+                "a",           " ",
+                "text",        "<ZERO>",
+                "<NAME>",      "<TAGGED>",
+                "<OPEN>",      "<CLOSE>",
+                "<A + B>",     "<QTY*2,0.00>",
+                "<QTY*>",      "<NAME2>",
+                "<MULTILINE>", "<entries>",
+                "<H",          "<SPECSYMBOLS=shop>",
+                "\u0416",      "\U0001F600",
+                "<ncr(5,2)>",  "<BRACKET>",
+                ":>"};
+    }
+
+    static PrinterDocument document()
+    {
+        PrinterDocument result;
+        result.setAttributes({{"ZERO", 0},
+                              {"NAME", "Tea"},
+                              {"TAGGED", "<B:>x<NAME>y<S>"},
+                              {"OPEN", "<X:>"},
+                              {"CLOSE", "<:X>"},
+                              {"QTY", 3},
+                              {"A", 1},
+                              {"B", 2.5},
+                              {"MULTILINE", "one\ntwo<:B>"},
+                              {"BRACKET", "]["},
+                              {"DOCNO", 7}});
+        result.setEntries("Cash=10\tChange=<NAME>\tlast[");
+        return result;
+    }
+
+private Q_SLOTS:
+    // The engine logs every tag that it fills.
+    void initTestCase() { QLoggingCategory::setFilterRules("default.warning=false"); }
+
+    void preparedLinesAreThoseOfTheEngine()
+    {
+        const PrinterDocument values = document();
+        const QString entries = values.entries();
+        Values texts(values);
+        Random random(1);
+        for (int run = 0; run < runs; ++run) {
+            const QStringList lines = random.lines(parts());
+            PrinterDocumentFormatter formatter(0, nullptr);
+            formatter.setTemplate(lines.join('\n'));
+            const Road road = travel(
+                Source(lines).lines(),
+                [&texts](const QString &inner) { return texts.ofTag(inner); }, &entries,
+                Form::Text);
+            QStringList prepared;
+            for (const Text &line : road.prepared)
+                prepared.append(line.characters);
+            if (prepared != formatter.prepareDocument(values))
+                qInfo() << lines;
+            QCOMPARE(prepared, formatter.prepareDocument(values));
+        }
+    }
+
+    void printedLinesAreTraced()
+    {
+        Random random(2);
+        for (int run = 0; run < runs; ++run) {
+            const QStringList lines = random.lines(parts());
+            Markup markup;
+            for (const Text &line : Source(lines).lines()) {
+                const Printed printed = markup.print(line);
+                if (!printed.isTraced)
+                    qInfo() << lines;
+                QVERIFY(printed.isTraced);
+                QCOMPARE(printed.text.origins.size(), printed.text.size());
+            }
+        }
+    }
+
+    // The formats that are on at the end are those that the engine has on.
+    void openFormatsAreThoseOfTheEngine()
+    {
+        Random random(3);
+        for (int run = 0; run < runs; ++run) {
+            const QStringList lines = random.lines(parts());
+            const PrinterDocumentFormatter formatter(0, nullptr);
+            Markup markup;
+            unsigned char format = 0;
+            unsigned char font = 0;
+            ETextAlignment alignment = AlignLeft;
+            for (const Text &line : Source(lines).lines()) {
+                markup.print(line);
+                formatter.formatPrintStr(line.characters, format, font, alignment, 0);
+            }
+            int bits = 0;
+            for (unsigned char rest = format; rest != 0; rest = rest & (rest - 1))
+                ++bits;
+            if (markup.openFormats().size() != bits)
+                qInfo() << lines;
+            QCOMPARE(markup.openFormats().size(), bits);
+        }
+    }
+
+    void piecesOfAFiscalTemplateAreThoseOfTheEngine()
+    {
+        const QStringList parts{"<FISCAL_BODY>",   "<fiscal_qr>", "<FISCAL_HEADER>", " ", "x",
+                                "<FISCAL_FOOTER>", "<FISCAL_",    "<NAME>"};
+        Random random(4);
+        for (int run = 0; run < runs; ++run) {
+            const QStringList lines = random.lines(parts);
+            PrinterDocumentFormatter formatter(0, nullptr);
+            formatter.setTemplate(lines.join('\n'));
+            bool found = false;
+            QList<QStringList> expected;
+            for (const auto &part :
+                 formatter.splitByFiscalParts(found, PrinterDocumentFormatter::PARTS)) {
+                if (part.second)
+                    expected.append(part.second->getTemplate());
+            }
+            QList<QStringList> actual;
+            const Source source(lines);
+            for (const QVector<Text> &piece : fiscalPieces(source.lines())) {
+                QStringList texts;
+                for (const Text &line : piece) {
+                    texts.append(line.characters);
+                    for (int i = 0; i < line.size(); ++i) {
+                        const Place place = source.place(line.origins.at(i));
+                        QCOMPARE(lines.at(place.line - 1).at(place.column - 1),
+                                 line.characters.at(i));
+                    }
+                }
+                actual.append(texts);
+            }
+            QCOMPARE(actual, expected);
+        }
+    }
+
+    // Every tag that the engine left as it stands has a finding at its place, whatever else is on
+    // the line; a tag that isn't printed has none of these.
+    void whatStaysAsTextIsFound()
+    {
+        const QStringList parts{"<B:>",  "<:B>", "<B>", "<S>", "<C>",  "<R>",  "<LS2>",
+                                "<LS5>", "x",    "y ",  "<b>", "<:X>", "<W3>", "<ABC>"};
+        Random random(5);
+        for (int run = 0; run < runs; ++run) {
+            const QString line = random.line(parts);
+            Options options;
+            const QVector<Finding> findings = lint({line}, options);
+            int reported = 0;
+            for (const Finding &finding : findings)
+                reported += finding.rule->name == QByteArray("open-format") ? 0 : 1;
+            const PrinterDocumentFormatter formatter(0, nullptr);
+            unsigned char format = 0;
+            unsigned char font = 0;
+            ETextAlignment alignment = AlignLeft;
+            const DocumentBlock block = formatter.formatPrintStr(line, format, font, alignment, 0);
+            if (reported != block.text().value(0).count('<'))
+                qInfo() << line << block.text();
+            QCOMPARE(reported, block.text().value(0).count('<'));
+        }
+    }
+
+    // Of a line whose values are all there: let one after the other be empty, and see which tags
+    // the engine leaves unfilled then.
+    void tagsThatAGroupHidesAreFound()
+    {
+        const QStringList parts{"[", "]", "[", "]", "x", "some text ", "<S>", "%", "%", "%"};
+        Random random(6);
+        for (int run = 0; run < runs; ++run) {
+            QString line = random.line(parts);
+            QMap<QString, QVariant> values;
+            for (int tag = line.indexOf('%'); tag >= 0; tag = line.indexOf('%')) {
+                const QString name = QString("TAG%1").arg(values.size());
+                line.replace(tag, 1, '<' + name + '>');
+                values.insert(name, QString(1 + random.below(6), 'v'));
+            }
+            const PrinterDocumentFormatter formatter(0, nullptr);
+            PrinterDocument filled;
+            QSet<int> expected;
+            for (const QString &name : values.keys()) {
+                QMap<QString, QVariant> oneEmpty = values;
+                oneEmpty[name] = QString();
+                filled.setAttributes(oneEmpty);
+                const QString text = formatter.processDocAttributes(line, filled);
+                for (const QString &other : values.keys()) {
+                    if (text.contains('<' + other + '>'))
+                        expected.insert(line.indexOf('<' + other + '>') + 1);
+                }
+            }
+            filled.setAttributes(values);
+            Options options;
+            options.document = filled;
+            QSet<int> actual;
+            for (const Finding &finding : lint({line}, options)) {
+                if (finding.rule->name == QByteArray("hidden-tag"))
+                    actual.insert(finding.column);
+            }
+            if (actual != expected)
+                qInfo() << line << values;
+            QCOMPARE(actual, expected);
+        }
+    }
+
+    // Many of one thing on one line: work that isn't linear would take minutes.
+    void hugeLinesAreChecked_data()
+    {
+        QTest::addColumn<QString>("part");
+        for (const QString &part : parts())
+            QTest::newRow(qPrintable(part)) << part;
+        QTest::newRow("groups") << "[<ZERO>]<NAME>";
+        QTest::newRow("nested groups") << "[<ZERO> ";
+        QTest::newRow("reversed") << "]<ZERO>[";
+    }
+    void hugeLinesAreChecked()
+    {
+        QFETCH(QString, part);
+        Options options;
+        options.document = document();
+        options.codePage = QTextCodec::codecForName("cp866");
+        options.paper = Paper{42, {}, QString(), false};
+        QVERIFY(lint({part.repeated(40000 / part.size())}, options).size() >= 0);
+    }
+
+    void nearestNameIsNear()
+    {
+        const QStringList names{"SHOP", "SHOP_INN", "TOTAL"};
+        QCOMPARE(nearestName("SHPO", names).value_or(QString()), QString("SHOP"));
+        QCOMPARE(nearestName("shop", names).value_or(QString()), QString("SHOP"));
+        QCOMPARE(nearestName("TOTALS", names).value_or(QString()), QString("TOTAL"));
+        QVERIFY(!nearestName("ADDRESS", names));
+        QVERIFY(!nearestName("", names));
+        QVERIFY(!nearestName("X", {}));
+        QVERIFY(!nearestName(QString(100, 'S'), {QString(100, 'S')}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTemplateLint)
+#include "tst_templatelint.moc"
