@@ -101,7 +101,7 @@ QString textOfXml(const QByteArray &xml)
     return reader.hasError() ? reader.errorString() : text;
 }
 
-void addSize(int bytes)
+void addSize(int bytes, int repetitions)
 {
     const auto markup = std::make_shared<const Markup>(bytes);
     const std::string suffix = '/' + std::to_string(bytes / kilobyte);
@@ -110,11 +110,11 @@ void addSize(int bytes)
         BbCodeParser parser;
         for (auto _ : state)
             parser.parseText(text);
-    });
+    })->Repetitions(repetitions);
     frame::add("read_as_xml" + suffix, [markup](benchmark::State &state) {
         for (auto _ : state)
             benchmark::DoNotOptimize(textOfXml(markup->xml()));
-    });
+    })->Repetitions(repetitions);
 }
 
 }  // namespace
@@ -122,7 +122,7 @@ void addSize(int bytes)
 int main(int argc, char **argv)
 {
     for (const int bytes : {10 * kilobyte, 100 * kilobyte, 1000 * kilobyte, 10000 * kilobyte})
-        addSize(bytes);
+        addSize(bytes, frame::repetitions(argc, argv, bytes < 1000 * kilobyte ? 15 : 5));
     const Markup sample(10 * kilobyte);
     return frame::run(
         argc, argv,

@@ -6,10 +6,9 @@
 //   defSymbolsPerLine    characters per line by an object that exists
 //   getDefSymbolsPerLine the same by way of an object made for it
 
-#include <benchmark/benchmark.h>
-
 #include <QFile>
 
+#include "frame.h"
 #include "printers/printerinfo.h"
 #include "settings/textprintersettings.h"
 
@@ -67,12 +66,14 @@ void getDefSymbolsPerLine(benchmark::State &state)
         benchmark::DoNotOptimize(settings.getDefSymbolsPerLine());
 }
 
-BENCHMARK(parsedOnce);
-BENCHMARK(fromResources);
-BENCHMARK(settingsObject);
-BENCHMARK(defSymbolsPerLine);
-BENCHMARK(getDefSymbolsPerLine);
-
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv)
+{
+    frame::add("parsedOnce", parsedOnce);
+    frame::add("fromResources", fromResources);
+    frame::add("settingsObject", settingsObject);
+    frame::add("defSymbolsPerLine", defSymbolsPerLine);
+    frame::add("getDefSymbolsPerLine", getDefSymbolsPerLine);
+    return frame::run(argc, argv);
+}

@@ -5,13 +5,11 @@
 //
 // The waits of one search come to 170 seconds, so it runs one iteration.
 
-#include <benchmark/benchmark.h>
-
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QLoggingCategory>
 
+#include "frame.h"
 #include "printdevicefinder/printdevicefinder.h"
 #include "virtualprinter.h"
 
@@ -50,14 +48,15 @@ void silentPort(benchmark::State &state)
             static_cast<double>(searchTime(printer.portPath())) / sumOfWaits;
 }
 
-BENCHMARK(silentPort)->Iterations(1)->Unit(benchmark::kSecond)->UseRealTime();
-
 }  // namespace
 
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    frame::add("silentPort", silentPort)
+        ->Iterations(1)
+        ->Repetitions(1)
+        ->Unit(benchmark::kSecond)
+        ->UseRealTime();
+    return frame::run(argc, argv);
 }

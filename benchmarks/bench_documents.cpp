@@ -66,6 +66,7 @@ QByteArray jsonDirectly(const TextPrinterDocument &document)
 
 int main(int argc, char **argv)
 {
+    frame::setWarnings(false);
     std::vector<frame::Sameness> texts;
     for (const int items : {10, 100, 1000}) {
         const auto document = std::make_shared<const TextPrinterDocument>(makeDocument(items));

@@ -9,10 +9,7 @@
 //   lineOfMarkup         one line of N markup tags among text
 //   linesWithoutTags     N lines without "<"; "copied" is the same number of lines only copied
 
-#include <benchmark/benchmark.h>
-
-#include <QLoggingCategory>
-
+#include "frame.h"
 #include "printerdocs/printerdocumentformatter.h"
 
 namespace {
@@ -122,21 +119,30 @@ void linesCopied(benchmark::State &state)
     state.SetComplexityN(state.range(0));
 }
 
-BENCHMARK(documentOfLines)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-BENCHMARK(documentToHtml)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-BENCHMARK(documentToBlocks)->RangeMultiplier(10)->Range(100, 100000)->Complexity();
-BENCHMARK(lineOfAttributes)->RangeMultiplier(10)->Range(50, 50000)->Complexity();
-BENCHMARK(lineOfZeroGroups)->RangeMultiplier(10)->Range(50, 50000)->Complexity();
-BENCHMARK(lineOfMarkup)->RangeMultiplier(10)->Range(50, 50000)->Complexity();
-BENCHMARK(linesWithoutTags)->RangeMultiplier(10)->Range(1000, 100000)->Complexity();
-BENCHMARK(linesCopied)->RangeMultiplier(10)->Range(1000, 100000)->Complexity();
+/// A benchmark over the sizes from one to another.
+void addSizes(const char *name, void (*function)(benchmark::State &), int from, int to,
+              int repetitions)
+{
+    constexpr int step = 10;
+    frame::add(name, function)
+        ->RangeMultiplier(step)
+        ->Range(from, to)
+        ->Repetitions(repetitions)
+        ->Complexity();
+}
 
 }  // namespace
 
-int main(int argc, char *argv[])
+int main(int argc, char **argv)
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    const int repetitions = frame::repetitions(argc, argv, 3);  // the longest takes half a second
+    addSizes("documentOfLines", documentOfLines, 100, 100000, repetitions);
+    addSizes("documentToHtml", documentToHtml, 100, 100000, repetitions);
+    addSizes("documentToBlocks", documentToBlocks, 100, 100000, repetitions);
+    addSizes("lineOfAttributes", lineOfAttributes, 50, 50000, repetitions);
+    addSizes("lineOfZeroGroups", lineOfZeroGroups, 50, 50000, repetitions);
+    addSizes("lineOfMarkup", lineOfMarkup, 50, 50000, repetitions);
+    addSizes("linesWithoutTags", linesWithoutTags, 1000, 100000, repetitions);
+    addSizes("linesCopied", linesCopied, 1000, 100000, repetitions);
+    return frame::run(argc, argv);
 }

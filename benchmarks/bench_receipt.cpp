@@ -14,7 +14,6 @@
 //   mustache             kainjow mustache, with values formatted by the host
 //   ctemplate            ctemplate, with values formatted by the host
 
-#include <QLoggingCategory>
 #include <memory>
 
 #include "frame.h"
@@ -116,13 +115,13 @@ public:
         add("html", [job] { return job->html(); });
         add("blocks", [job] { return job->blocks(); });
         frame::add("indexed_warnings_on" + m_suffix, [job](benchmark::State &state) {
-            QLoggingCategory::setFilterRules(QStringLiteral("default.warning=true"));
+            frame::setWarnings(true);
             const QtMessageHandler old = qInstallMessageHandler(
                 [](QtMsgType, const QMessageLogContext &, const QString &) {});
             for (auto _ : state)
                 benchmark::DoNotOptimize(job->print());
             qInstallMessageHandler(old);
-            QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+            frame::setWarnings(false);
         });
     }
 
@@ -144,7 +143,7 @@ private:
 
 int main(int argc, char **argv)
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+    frame::setWarnings(false);
     std::vector<frame::Sameness> texts;
     for (const int items : {10, 100, 1000}) {
         const Receipts receipts(items);

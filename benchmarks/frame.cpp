@@ -8,6 +8,7 @@
 #include <cstring>
 #include <iostream>
 #include <iterator>
+#include <memory>
 
 #include "printerslib.h"
 
@@ -41,14 +42,19 @@ bool isQuick(const char *argument)
     return std::strcmp(argument, "--quick") == 0;
 }
 
+bool runsQuickly(int argc, char **argv)
+{
+    return std::any_of(argv + 1, argv + argc, isQuick);
+}
+
 /// The program's arguments behind the defaults, which they overrule.
-std::vector<char *> withDefaults(int argc, char **argv)
+std::vector<char *> withDefaults(int argc, char **argv, bool quick)
 {
     std::vector<char *> arguments{argv[0]};
     const auto add = [&arguments](const char *argument) {
         arguments.push_back(const_cast<char *>(argument));
     };
-    if (std::any_of(argv + 1, argv + argc, isQuick))
+    if (quick)
         std::for_each(std::begin(quickDefaults), std::end(quickDefaults), add);
     else
         std::for_each(std::begin(timedDefaults), std::end(timedDefaults), add);
@@ -71,8 +77,9 @@ bool isSame(const frame::Sameness &text)
     return false;
 }
 
-void describeBuild()
+void describeRun(bool quick)
 {
+    benchmark::AddCustomContext("quick", quick ? "yes" : "no");
     benchmark::AddCustomContext("printerslib", PrintersLib::version().version().toStdString());
     benchmark::AddCustomContext("compiler", compiler);
     benchmark::AddCustomContext("qt", qVersion());
@@ -83,25 +90,40 @@ void describeBuild()
 
 }  // namespace
 
+int frame::repetitions(int argc, char **argv, int count)
+{
+    return runsQuickly(argc, argv) ? 1 : count;
+}
+
 void frame::showProgress(const benchmark::State &)
 {
     static const bool isTerminal = isatty(STDERR_FILENO) != 0;
     static int done = 0;
     if (isTerminal)
-        std::cerr << "\r\033[K" << ++done << " runs" << std::flush;
+        std::cerr << "\r" << ++done << " runs\r" << std::flush;
+}
+
+void frame::setWarnings(bool on)
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("printers=false\ndefault.warning=") +
+                                     (on ? "true" : "false"));
 }
 
 int frame::run(int argc, char **argv, const std::vector<Sameness> &texts)
 {
     if (std::count_if(texts.begin(), texts.end(), isSame) != static_cast<long>(texts.size()))
         return 1;
-    describeBuild();
-    std::vector<char *> arguments = withDefaults(argc, argv);
+    const bool quick = runsQuickly(argc, argv);
+    describeRun(quick);
+    std::vector<char *> arguments = withDefaults(argc, argv, quick);
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
         return 2;
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-    benchmark::RunSpecifiedBenchmarks();
+    setWarnings(false);
+    const std::unique_ptr<benchmark::BenchmarkReporter> reporter(
+        benchmark::CreateDefaultDisplayReporter());
+    reporter->SetErrorStream(&reporter->GetOutputStream());  // standard error is for the progress
+    benchmark::RunSpecifiedBenchmarks(reporter.get());
     return 0;
 }

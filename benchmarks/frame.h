@@ -19,7 +19,14 @@ struct Sameness
     QByteArray found;
 };
 
+/// How often a slow benchmark is to be repeated: so often, or once with `--quick`.
+int repetitions(int argc, char **argv, int count);
+
+/// Counts the runs on a terminal, for benchmarks that add() doesn't register.
 void showProgress(const benchmark::State &state);
+
+/// Switches the warnings of the category "default" on or off. run() begins with them off.
+void setWarnings(bool on);
 
 /// Registers a benchmark whose name is shown while it runs.
 template <typename Function>
