@@ -1,3 +1,4 @@
+#include <QDirIterator>
 #include <QtTest>
 
 #include "receiptprogram.h"
@@ -352,6 +353,30 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("document");
         QTest::addColumn<QString>("options");
+        QTest::newRow("authors/code") << "authors/code"
+                                      << "authors/code"
+                                      << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/entries") << "authors/entries"
+                                         << "authors/entries"
+                                         << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/expressions") << "authors/expressions"
+                                             << "authors/expressions"
+                                             << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/groups") << "authors/groups"
+                                        << "authors/groups"
+                                        << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/markup") << "authors/markup"
+                                        << "authors/nothing"
+                                        << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/removal") << "authors/removal"
+                                         << "authors/nothing"
+                                         << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/symbols") << "authors/symbols"
+                                         << "authors/nothing"
+                                         << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/values") << "authors/values"
+                                        << "authors/values"
+                                        << "--model CUSTOM_VKP_80";
         QTest::newRow("cafe") << "cafe"
                               << "cafe"
                               << "--model CUSTOM_VKP_80";
@@ -386,11 +411,25 @@ private Q_SLOTS:
     }
     void everyExampleIsInTheTable()
     {
-        for (const QString &file : QDir(example("")).entryList({"*.cpt"}))
-            QVERIFY2(
-                QByteArrayList({"cafe.cpt", "fiscal.cpt", "grocery.cpt", "kiosk.cpt", "tags.cpt"})
-                    .contains(file.toUtf8()),
-                qPrintable(file));
+        const QStringList listed{"authors/code",
+                                 "authors/entries",
+                                 "authors/expressions",
+                                 "authors/groups",
+                                 "authors/markup",
+                                 "authors/removal",
+                                 "authors/symbols",
+                                 "authors/values",
+                                 "cafe",
+                                 "fiscal",
+                                 "grocery",
+                                 "kiosk",
+                                 "tags"};
+        QStringList found;
+        QDirIterator files(example(""), {"*.cpt"}, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext())
+            found.append(QDir(example("")).relativeFilePath(files.next()).chopped(4));
+        found.sort();
+        QCOMPARE(found, listed);
     }
 
     void findingsAreSortedInEachFile()
