@@ -3,9 +3,8 @@
 #include <QDebug>
 #include <QLoggingCategory>
 #include <QPair>
-#include <QVector>
-#include <algorithm>
-#include <limits>
+#include <QStringList>
+#include <QVarLengthArray>
 
 #include "log/loghelper.h"
 #include "printerdocs/expressionevaluator.h"
@@ -14,12 +13,31 @@
 
 namespace {
 
+constexpr char warningsCategory[] = "default";
+
 /// The lines below are written for every tag of every receipt: a client that switches the
 /// category's warnings off must not pay for making them.
 bool warningsAreOn()
 {
     const QLoggingCategory *const category = QLoggingCategory::defaultCategory();
     return category && category->isWarningEnabled();
+}
+
+/// What qWarning() would write of the text, without the cost of a stream for each of the lines.
+void logLine(const QString &text)
+{
+    qt_message_output(QtWarningMsg,
+                      QMessageLogContext(QT_MESSAGELOG_FILE, QT_MESSAGELOG_LINE, QT_MESSAGELOG_FUNC,
+                                         warningsCategory),
+                      text);
+}
+
+/// A list as the log shows it.
+QString lineOf(const QStringList &items)
+{
+    QString line;
+    QDebug(&line).noquote().nospace() << loglist(items);
+    return line;
 }
 
 QString textOf(const QVariant &value, QStringView format)
@@ -46,7 +64,7 @@ QString textOf(const QVariant &value, QStringView format)
 }  // namespace
 
 DocumentValues::DocumentValues(const PrinterDocument &document)
-    : m_document(document), m_attributes(document.attributes())
+    : m_attributes(document.attributes())
 {
     constexpr int usualName = 64;
     m_name.reserve(usualName);
@@ -57,7 +75,7 @@ QString DocumentValues::text(QStringView name, QStringView format)
     m_name.resize(0);
     m_name.append(name.data(), static_cast<int>(name.size()));
     if (warningsAreOn())
-        qWarning().noquote() << m_name;
+        logLine(m_name);
     return m_name.isEmpty() ? QString() : textOfTag(format);
 }
 
@@ -76,12 +94,11 @@ QString DocumentValues::textOfTag(QStringView format)
 
 std::optional<double> DocumentValues::evaluate(const QString &expression)
 {
-    collectKeys();
+    if (!m_keys)
+        m_keys.emplace(m_attributes);
     const bool logs = warningsAreOn();
-    if (logs) {
-        qWarning().noquote() << loglist(m_keys);
-        qWarning().noquote() << loglist(m_longestFirst);
-    }
+    if (logs)
+        logKeys();
     int error = 0;
     const double value = te_interp(withValuesInserted(expression).toUtf8().constData(), &error);
     if (logs) {
@@ -91,27 +108,47 @@ std::optional<double> DocumentValues::evaluate(const QString &expression)
     return error == 0 ? std::optional<double>(value) : std::nullopt;
 }
 
+void DocumentValues::logKeys()
+{
+    if (!m_hasKeyLines) {
+        QStringList ranked;
+        ranked.reserve(m_keys->size());
+        for (int rank = 0; rank < m_keys->size(); ++rank)
+            ranked.append(m_keys->keyOfRank(rank));
+        m_keyLine = lineOf(m_attributes.keys());
+        m_rankedKeyLine = lineOf(ranked);
+        m_hasKeyLines = true;
+    }
+    logLine(m_keyLine);
+    logLine(m_rankedKeyLine);
+}
+
 /// Each key, the longest first, is replaced by its value wherever it stands, also inside values put
-/// in before. Only keys that occur are touched, since a receipt has thousands of them.
+/// in before.
 QString DocumentValues::withValuesInserted(const QString &expression) const
 {
     QString text = expression;
-    auto key = m_longestFirst.cbegin();
-    while (key != m_longestFirst.cend()) {
-        const int length = key->size();
-        text = withValuesOfLength(text, length, static_cast<int>(key - m_longestFirst.cbegin()));
-        key = std::partition_point(key, m_longestFirst.cend(),
-                                   [length](const QString &k) { return k.size() >= length; });
+    quint64 lengths = m_keys->lengthsIn(text);
+    for (const KeyTable::Length &length : m_keys->lengths()) {
+        if (!KeyTable::mayHold(lengths, length.characters))
+            continue;
+        const QString filled = withValuesOfLength(text, length);
+        if (filled.constData() == text.constData())
+            continue;
+        text = filled;
+        lengths = m_keys->lengthsIn(text);
     }
     return text;
 }
 
-QString DocumentValues::withValuesOfLength(const QString &text, int keyLength, int firstRank) const
+/// The text itself if there is no such key.
+QString DocumentValues::withValuesOfLength(const QString &text,
+                                           const KeyTable::Length &length) const
 {
     QString result = text;
-    if (keyLength == 0)
-        return result.replace(QString(), valueOfRank(firstRank));
-    return insertAtOnce(result, keyLength) ? result : insertOneByOne(text, keyLength, firstRank);
+    if (length.characters == 0)
+        return result.replace(QString(), valueOfRank(length.firstRank));
+    return insertAtOnce(result, length.characters) ? result : insertOneByOne(text, length);
 }
 
 /// Replaces all keys of one length in one pass. That is only right if they don't overlap and if no
@@ -121,9 +158,9 @@ bool DocumentValues::insertAtOnce(QString &text, int keyLength) const
 {
     QString result;
     int copied = 0;
-    QVector<QPair<int, int>> inserted;  // from and to, in the result
+    QVarLengthArray<QPair<int, int>, 8> inserted;  // from and to, in the result
     for (int place = 0; place + keyLength <= text.size(); ++place) {
-        const int rank = rankAt(text, place, keyLength);
+        const int rank = m_keys->rankAt(text, place, keyLength);
         if (rank < 0)
             continue;
         if (place < copied)
@@ -134,8 +171,10 @@ bool DocumentValues::insertAtOnce(QString &text, int keyLength) const
         result += value;
         copied = place + keyLength;
     }
+    if (inserted.isEmpty())
+        return true;
     result.append(text.constData() + copied, text.size() - copied);
-    for (const auto &piece : qAsConst(inserted)) {
+    for (const auto &piece : inserted) {
         if (holdsKey(result, piece.first - keyLength + 1, piece.second + keyLength - 1, keyLength))
             return false;
     }
@@ -144,35 +183,27 @@ bool DocumentValues::insertAtOnce(QString &text, int keyLength) const
 }
 
 /// The same, one key after the other in the order of their ranks.
-QString DocumentValues::insertOneByOne(QString text, int keyLength, int firstRank) const
+QString DocumentValues::insertOneByOne(QString text, const KeyTable::Length &length) const
 {
-    int rank = firstRank;
+    int rank = length.firstRank;
     while (true) {
         int lowest = -1;
-        for (int place = 0; place + keyLength <= text.size(); ++place) {
-            const int found = rankAt(text, place, keyLength);
+        for (int place = 0; place + length.characters <= text.size(); ++place) {
+            const int found = m_keys->rankAt(text, place, length.characters);
             if (found >= rank && (lowest < 0 || found < lowest))
                 lowest = found;
         }
         if (lowest < 0)
             return text;
-        text.replace(m_longestFirst.at(lowest), valueOfRank(lowest));
+        text.replace(m_keys->keyOfRank(lowest), valueOfRank(lowest));
         rank = lowest + 1;
     }
-}
-
-/// The rank of the key of this length that stands at the place; -1: none.
-int DocumentValues::rankAt(const QString &text, int place, int keyLength) const
-{
-    if (!m_beginsKey.testBit(text.at(place).unicode()))
-        return -1;
-    return m_rankOf.value(QString::fromRawData(text.constData() + place, keyLength), -1);
 }
 
 bool DocumentValues::holdsKey(const QString &text, int begin, int end, int keyLength) const
 {
     for (int place = qMax(begin, 0); place + keyLength <= qMin(end, text.size()); ++place) {
-        if (rankAt(text, place, keyLength) >= 0)
+        if (m_keys->rankAt(text, place, keyLength) >= 0)
             return true;
     }
     return false;
@@ -180,24 +211,6 @@ bool DocumentValues::holdsKey(const QString &text, int begin, int end, int keyLe
 
 QString DocumentValues::valueOfRank(int rank) const
 {
-    return m_document.attributeValue(m_longestFirst.at(rank)).toString();
-}
-
-void DocumentValues::collectKeys()
-{
-    if (m_keysCollected)
-        return;
-    m_keysCollected = true;
-    m_keys = m_document.attributes().keys();
-    m_longestFirst = m_keys;
-    std::stable_sort(m_longestFirst.begin(), m_longestFirst.end(),
-                     [](const QString &a, const QString &b) { return a.size() > b.size(); });
-    m_beginsKey.resize(std::numeric_limits<ushort>::max() + 1);
-    m_rankOf.reserve(m_longestFirst.size());
-    for (int rank = 0; rank < m_longestFirst.size(); ++rank) {
-        const QString &key = m_longestFirst.at(rank);
-        m_rankOf.insert(key, rank);
-        if (!key.isEmpty())
-            m_beginsKey.setBit(key.at(0).unicode());
-    }
+    const QVariant &value = m_keys->valueOfRank(rank);
+    return value.type() == QVariant::String ? numberOrText(value).toString() : value.toString();
 }

@@ -1,18 +1,16 @@
 #pragma once
 
-#include <QBitArray>
-#include <QHash>
 #include <QMap>
 #include <QString>
-#include <QStringList>
 #include <QStringView>
 #include <QVariant>
 #include <optional>
 
+#include "printerdocs/keytable_p.h"
 #include "printerdocs/printerdocument.h"
 
 /// The values of one document as texts for its tags. What is needed of all attribute names together
-/// is worked out once per document, at the first expression. The document must outlive this object.
+/// is worked out once per document, at the first expression.
 class DocumentValues
 {
 public:
@@ -26,20 +24,18 @@ private:
     QString textOfTag(QStringView format);
     std::optional<double> evaluate(const QString &expression);
     QString withValuesInserted(const QString &expression) const;
-    QString withValuesOfLength(const QString &text, int keyLength, int firstRank) const;
+    QString withValuesOfLength(const QString &text, const KeyTable::Length &length) const;
     bool insertAtOnce(QString &text, int keyLength) const;
-    QString insertOneByOne(QString text, int keyLength, int firstRank) const;
-    int rankAt(const QString &text, int place, int keyLength) const;
+    QString insertOneByOne(QString text, const KeyTable::Length &length) const;
     bool holdsKey(const QString &text, int begin, int end, int keyLength) const;
     QString valueOfRank(int rank) const;
-    void collectKeys();
+    void logKeys();
 
-    const PrinterDocument &m_document;
     const QMap<QString, QVariant> m_attributes;
     QString m_name;  ///< of the tag at hand; keeps its memory from tag to tag
-    bool m_keysCollected = false;
-    QStringList m_keys;          ///< in the map's order
-    QStringList m_longestFirst;  ///< a key's place here is its rank
-    QHash<QString, int> m_rankOf;
-    QBitArray m_beginsKey;  ///< for each character whether a key begins with it
+    std::optional<KeyTable> m_keys;
+    // What the log says of the names at each expression.
+    bool m_hasKeyLines = false;
+    QString m_keyLine;
+    QString m_rankedKeyLine;
 };

@@ -1,0 +1,62 @@
+#include "printerdocs/keytable_p.h"
+
+#include <QHash>
+#include <algorithm>
+
+KeyTable::KeyTable(const Attributes &attributes)
+{
+    rank(attributes);
+    enter();
+}
+
+void KeyTable::rank(const Attributes &attributes)
+{
+    m_ranks.reserve(static_cast<std::size_t>(attributes.size()));
+    for (auto attribute = attributes.cbegin(); attribute != attributes.cend(); ++attribute)
+        m_ranks.push_back(attribute);
+    std::stable_sort(m_ranks.begin(), m_ranks.end(),
+                     [](const auto &a, const auto &b) { return a.key().size() > b.key().size(); });
+    for (int rank = 0; rank < size(); ++rank) {
+        const int characters = keyOfRank(rank).size();
+        if (m_lengths.empty() || m_lengths.back().characters != characters)
+            m_lengths.push_back({characters, rank});
+    }
+}
+
+void KeyTable::enter()
+{
+    constexpr std::size_t slotsPerKey = 2;
+    std::size_t slots = 1;
+    while (slots < slotsPerKey * m_ranks.size() + 1)
+        slots *= 2;
+    m_slots.assign(slots, -1);
+    for (int rank = 0; rank < size(); ++rank) {
+        const QString &key = keyOfRank(rank);
+        m_slots[slotOf(key)] = rank;
+        if (!key.isEmpty())
+            m_lengthsByFirst[key.at(0).unicode() % m_lengthsByFirst.size()] |= bit(key.size());
+    }
+}
+
+quint64 KeyTable::lengthsIn(const QString &text) const
+{
+    quint64 lengths = bit(0);  // an empty name stands everywhere
+    for (const QChar c : text)
+        lengths |= m_lengthsByFirst[c.unicode() % m_lengthsByFirst.size()];
+    return lengths;
+}
+
+int KeyTable::find(QStringView key) const
+{
+    return m_slots[slotOf(key)];
+}
+
+/// Where the key is, or else where it would go.
+std::size_t KeyTable::slotOf(QStringView key) const
+{
+    const std::size_t last = m_slots.size() - 1;
+    std::size_t slot = qHash(key) & last;
+    while (m_slots[slot] >= 0 && QStringView(keyOfRank(m_slots[slot])) != key)
+        slot = (slot + 1) & last;
+    return slot;
+}

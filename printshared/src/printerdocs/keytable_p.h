@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+#include <array>
+#include <vector>
+
+/// The attribute names of a document as expressions need them: what names stand in a text, the
+/// longest first. A receipt has thousands of names and an expression holds two or three, so a text
+/// is searched for the few lengths and places at which a name can stand at all.
+///
+/// Refers to the map, which must neither change nor go as long as the table is used.
+class KeyTable
+{
+public:
+    using Attributes = QMap<QString, QVariant>;
+
+    /// All names of one length.
+    struct Length
+    {
+        int characters;
+        int firstRank;
+    };
+
+    explicit KeyTable(const Attributes &attributes);
+
+    /// The names' lengths, the longest first.
+    const std::vector<Length> &lengths() const { return m_lengths; }
+    /// Names by rank: the longest first, and those of one length in the map's order.
+    int size() const { return static_cast<int>(m_ranks.size()); }
+    const QString &keyOfRank(int rank) const { return m_ranks[index(rank)].key(); }
+    const QVariant &valueOfRank(int rank) const { return m_ranks[index(rank)].value(); }
+
+    /// A bit for each length that a name in the text could have; see mayHold().
+    quint64 lengthsIn(const QString &text) const;
+    /// Whether that says that there may be a name of so many characters.
+    static bool mayHold(quint64 lengths, int characters)
+    {
+        return (lengths & bit(characters)) != 0;
+    }
+    /// The rank of the name of so many characters that stands at the place; -1: none.
+    int rankAt(const QString &text, int place, int characters) const
+    {
+        const ushort first = text.at(place).unicode();
+        return mayHold(m_lengthsByFirst[first % m_lengthsByFirst.size()], characters)
+                   ? find(QStringView(text).mid(place, characters))
+                   : -1;
+    }
+
+private:
+    static std::size_t index(int rank) { return static_cast<std::size_t>(rank); }
+    static quint64 bit(int characters) { return quint64(1) << qMin(characters, 63); }
+    std::size_t slotOf(QStringView key) const;
+    int find(QStringView key) const;
+    void rank(const Attributes &attributes);
+    void enter();
+
+    std::vector<Attributes::const_iterator> m_ranks;
+    std::vector<Length> m_lengths;
+    std::vector<int> m_slots;  ///< a hash table of ranks, with room to spare; -1: free
+    std::array<quint64, 256> m_lengthsByFirst{};  ///< by the low byte of a name's first character
+};
