@@ -120,7 +120,7 @@ TagVerdict TagJudge::judgedByValues(const AttributeTag &tag)
     if (hasFormat && (value->isEmpty() || !isNumberFormat(tag.format)) &&
         m_values->evaluates(tag.inner))
         return cutExpression(tag);
-    const TagVerdict unknown = unknownWord(tag.name, !value->isEmpty());
+    TagVerdict unknown = unknownWord(tag.name, !value->isEmpty());
     if (unknown.fault != TagVerdict::None || !value->isEmpty())
         return unknown;
     return badExpression(tag.name);

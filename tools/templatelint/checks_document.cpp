@@ -36,12 +36,14 @@ bool marksCopies(const Piece &piece, const Options &options)
 /// Offset of the first tag of the document's number that has a format.
 int formattedNumber(const Analysis &analysis)
 {
+    const auto isFormatted = [](const AttributeTag &tag) {
+        return tag.name == QLatin1String("DOCNO") && tag.inner != tag.name;
+    };
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines) {
-            for (const AttributeTag &tag : line.tags) {
-                if (tag.name == QLatin1String("DOCNO") && tag.inner != tag.name)
-                    return line.offsetOf(tag);
-            }
+            const auto tag = std::find_if(line.tags.cbegin(), line.tags.cend(), isFormatted);
+            if (tag != line.tags.cend())
+                return line.offsetOf(*tag);
         }
     }
     return Text::nowhere;
@@ -168,25 +170,24 @@ private:
     QHash<QString, bool> m_known;
 };
 
-void checkCharacters(const Road &road, bool hasValues, CodePage &codePage, Report &report)
+/// The characters of a line, surrogates in pairs, that come from the template or from a value and
+/// that a code page lacks; each once.
+void checkCharactersOf(const Printed &line, bool hasValues, CodePage &codePage, Report &report)
 {
-    for (const Printed &line : road.lines) {
-        QString seen;
-        for (int i = 0; i < line.text.size(); ++i) {
-            const QString &text = line.text.characters;
-            const int length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
-            const QString character = text.mid(i, length);
-            const int origin = line.text.origins.at(i);
-            const bool isOwn = Text::isTemplate(origin) || (hasValues && origin != Text::nowhere);
-            if (text.at(i) > QLatin1Char('~') && isOwn && !isRaw(line, i) &&
-                !codePage.has(character) && !seen.contains(character)) {
-                seen += character;
-                report.add(Text::offsetOf(origin),
-                           QStringLiteral("\"%1\" is not in the printer's character set, %2")
-                               .arg(character, codePage.name()));
-            }
-            i += length - 1;
-        }
+    const QString &text = line.text.characters;
+    QString seen;
+    for (int i = 0, length = 1; i < text.size(); i += length) {
+        length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+        const QString character = text.mid(i, length);
+        const int origin = line.text.origins.at(i);
+        const bool isOwn = Text::isTemplate(origin) || (hasValues && origin != Text::nowhere);
+        if (text.at(i) <= QLatin1Char('~') || !isOwn || isRaw(line, i) || codePage.has(character) ||
+            seen.contains(character))
+            continue;
+        seen += character;
+        report.add(Text::offsetOf(origin),
+                   QStringLiteral("\"%1\" is not in the printer's character set, %2")
+                       .arg(character, codePage.name()));
     }
 }
 
@@ -274,9 +275,12 @@ void checkCharacters(const Analysis &analysis, Report &report)
         return;
     CodePage codePage(*analysis.options().codePage);
     for (const Piece &piece : analysis.pieces()) {
-        checkCharacters(piece.blank, false, codePage, report);
-        if (piece.filled)
-            checkCharacters(*piece.filled, true, codePage, report);
+        for (const Printed &line : piece.blank.lines)
+            checkCharactersOf(line, false, codePage, report);
+        if (!piece.filled)
+            continue;
+        for (const Printed &line : piece.filled->lines)
+            checkCharactersOf(line, true, codePage, report);
     }
 }
 

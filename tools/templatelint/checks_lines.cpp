@@ -173,6 +173,33 @@ private:
     int m_passed = 0;
 };
 
+void checkEntriesOf(const Piece &piece, const Text &line, Report &report)
+{
+    const QString &text = line.characters;
+    int begin = text.indexOf(entriesTag, 0, Qt::CaseInsensitive);
+    if (begin < 0 || QStringRef(&text).trimmed().size() == entriesTag.size())
+        return;
+    for (; begin >= 0; begin = text.indexOf(entriesTag, begin + 1, Qt::CaseInsensitive)) {
+        if (piece.isPrinted(line.origins.at(begin)))
+            report.add(
+                line.origins.at(begin),
+                QStringLiteral("\"%1\" stands inside other text, which goes to the first and "
+                               "to the last entry only")
+                    .arg(text.mid(begin, entriesTag.size())));
+    }
+}
+
+void checkMarkersOf(const Piece &piece, const TemplateLine &line, Report &report)
+{
+    for (const AttributeTag &tag : line.tags) {
+        if (isFiscalMarker(tag.inner) && piece.isPrinted(line.offsetOf(tag)))
+            report.add(line.offsetOf(tag),
+                       QStringLiteral("\"<%1>\" prints nothing unless the client cuts the template "
+                                      "here (--fiscal)")
+                           .arg(tag.inner));
+    }
+}
+
 }  // namespace
 
 void checkBrackets(const Analysis &analysis, Report &report)
@@ -278,19 +305,8 @@ void checkRemovals(const Analysis &analysis, Report &report)
 void checkEntries(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
-        for (const TemplateLine &line : piece.lines) {
-            const QString &text = line.text.characters;
-            int begin = text.indexOf(entriesTag, 0, Qt::CaseInsensitive);
-            if (begin < 0 || QStringRef(&text).trimmed().size() == entriesTag.size())
-                continue;
-            for (; begin >= 0; begin = text.indexOf(entriesTag, begin + 1, Qt::CaseInsensitive)) {
-                if (piece.isPrinted(line.text.origins.at(begin)))
-                    report.add(line.text.origins.at(begin),
-                               QStringLiteral("\"%1\" stands inside other text, which goes to the "
-                                              "first and to the last entry only")
-                                   .arg(text.mid(begin, entriesTag.size())));
-            }
-        }
+        for (const TemplateLine &line : piece.lines)
+            checkEntriesOf(piece, line.text, report);
     }
 }
 
@@ -299,15 +315,8 @@ void checkFiscalMarkers(const Analysis &analysis, Report &report)
     if (analysis.options().splitsFiscalParts)
         return;
     for (const Piece &piece : analysis.pieces()) {
-        for (const TemplateLine &line : piece.lines) {
-            for (const AttributeTag &tag : line.tags) {
-                if (isFiscalMarker(tag.inner) && piece.isPrinted(line.offsetOf(tag)))
-                    report.add(line.offsetOf(tag),
-                               QStringLiteral("\"<%1>\" prints nothing unless the client cuts the "
-                                              "template here (--fiscal)")
-                                   .arg(tag.inner));
-            }
-        }
+        for (const TemplateLine &line : piece.lines)
+            checkMarkersOf(piece, line, report);
     }
 }
 

@@ -74,33 +74,46 @@ bool canBeginATag(const QString &line, int place)
     return c.isLetterOrNumber() || QLatin1String(":#/_(.").contains(c);
 }
 
+/// A "<" and the brackets behind it in a line.
+struct OpenTag
+{
+    int begin;
+    int end;   ///< the next ">"; -1: there is none
+    int next;  ///< the next "<"; -1: there is none
+};
+
+QVector<OpenTag> openTags(const QString &line)
+{
+    QVector<OpenTag> tags;
+    const int lastEnd = line.lastIndexOf(QLatin1Char('>'));
+    int begin = line.indexOf(QLatin1Char('<'));
+    while (begin >= 0) {
+        const int end = begin > lastEnd ? -1 : line.indexOf(QLatin1Char('>'), begin);
+        const int next = line.indexOf(QLatin1Char('<'), begin + 1);
+        tags.append({begin, end, next});
+        begin = end < 0 ? next : line.indexOf(QLatin1Char('<'), end);
+    }
+    return tags;
+}
+
 void checkUnterminated(const Piece &piece, const Text &line, Report &report)
 {
-    const QString &text = line.characters;
-    const int lastEnd = text.lastIndexOf(QLatin1Char('>'));
-    int begin = text.indexOf(QLatin1Char('<'));
-    while (begin >= 0) {
-        const int end = begin > lastEnd ? -1 : text.indexOf(QLatin1Char('>'), begin);
-        const int next = text.indexOf(QLatin1Char('<'), begin + 1);
-        const int offset = line.origins.at(begin);
-        const bool looksLikeATag = canBeginATag(text, begin + 1) && piece.isText(offset);
-        if (end < 0) {
-            if (looksLikeATag) {
-                report.add(offset, QStringLiteral("\"<\" has no \">\" behind it on the line"));
-                return;
-            }
-            begin = next;
+    const QVector<OpenTag> tags = openTags(line.characters);
+    for (const OpenTag &tag : tags) {
+        const int offset = line.origins.at(tag.begin);
+        const bool looksLikeATag =
+            canBeginATag(line.characters, tag.begin + 1) && piece.isText(offset);
+        if (tag.end < 0 && looksLikeATag) {
+            report.add(offset, QStringLiteral("\"<\" has no \">\" behind it on the line"));
+            return;
+        }
+        if (tag.next < 0 || tag.next > tag.end)
             continue;
-        }
-        if (next >= 0 && next < end) {
-            const bool isFilled = isAttributeTag(end + 1 - begin) && piece.isPrinted(offset);
-            if (isFilled || looksLikeATag)
-                report.add(offset,
-                           QStringLiteral("\"<\" has no \">\" before the next \"<\": \"%1\" is "
-                                          "read as one tag")
-                               .arg(clipped(text.mid(begin, end + 1 - begin))));
-        }
-        begin = text.indexOf(QLatin1Char('<'), end);
+        const int length = tag.end + 1 - tag.begin;
+        if (looksLikeATag || (isAttributeTag(length) && piece.isPrinted(offset)))
+            report.add(offset, QStringLiteral("\"<\" has no \">\" before the next \"<\": \"%1\" is "
+                                              "read as one tag")
+                                   .arg(clipped(line.characters.mid(tag.begin, length))));
     }
 }
 

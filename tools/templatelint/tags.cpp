@@ -130,8 +130,7 @@ std::optional<QString> intendedMarkup(const QString &inner)
     constexpr int longestMarkup = 64;
     if (isMarkup(inner) || inner.size() > longestMarkup)
         return std::nullopt;
-    const QString latin = withLatinLetters(inner);
-    if (const auto meant = meantByHabit(latin))
+    if (auto meant = meantByHabit(withLatinLetters(inner)))
         return meant;
     const QString upper = upperWithoutBlanks(inner);
     if (isMarkup(upper) && upper != inner)
