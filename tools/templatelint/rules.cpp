@@ -11,7 +11,7 @@ constexpr char noDocument[] = "";
 constexpr char noArguments[] = "";
 
 // A rule costs a row here, its check in checks.h, and rows in the tests.
-const QVector<Rule> table = {
+constexpr Rule table[] = {
     {"unknown-attribute", Severity::Error, "an attribute that the document lacks",
      "An attribute that the document lacks prints nothing and takes the group around it along; in "
      "an expression it makes the whole expression print nothing, or the value of a shorter name is "
@@ -147,15 +147,17 @@ const QVector<Rule> table = {
 
 const QVector<Rule> &rules()
 {
-    return table;
+    static const QVector<Rule> list(std::begin(table), std::end(table));
+    return list;
 }
 
 const Rule *findRule(const QString &name)
 {
-    const auto rule = std::find_if(table.cbegin(), table.cend(), [&name](const Rule &row) {
+    const QVector<Rule> &list = rules();
+    const auto rule = std::find_if(list.cbegin(), list.cend(), [&name](const Rule &row) {
         return name == QLatin1String(row.name);
     });
-    return rule == table.cend() ? nullptr : &*rule;
+    return rule == list.cend() ? nullptr : &*rule;
 }
 
 QString nameOf(Severity severity)
