@@ -219,6 +219,40 @@ private Q_SLOTS:
         }
     }
 
+    // A tag that the engine fills with nothing, though it is no attribute, has a finding, at a
+    // place inside the tag; one that it fills has none but those that say what is calculated
+    // instead.
+    void tagsThatPrintNothingAreFound()
+    {
+        const QStringList parts{"QTY", "PRICE", "A1",   "A10",   "+",    "-",   "*",
+                                "(",   ")",     ",",    ",0.00", "pow(", "sin", "2",
+                                ".5",  " ",     "NOPE", "e",     "^",    "Сум", "E"};
+        PrinterDocument values;
+        values.setAttributes(
+            {{"QTY", 2}, {"PRICE", 1.5}, {"A1", "3"}, {"EMPTY", ""}, {"TEXT", "a b"}});
+        Options options;
+        options.document = values;
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        Random random(7);
+        for (int run = 0; run < runs; ++run) {
+            QString inner = random.line(parts);
+            if (inner.size() < 4 || inner.trimmed().isEmpty())
+                continue;
+            const bool printsNothing =
+                formatter.processDocAttributes('<' + inner + '>', values).isEmpty();
+            int serious = 0;
+            for (const Finding &finding : lint({"ab<" + inner + '>'}, options)) {
+                QVERIFY(finding.column >= 3 && finding.column <= 4 + inner.size());
+                const QByteArray rule = finding.rule->name;
+                const bool calculates = rule == "cut-expression" || rule == "unknown-attribute";
+                serious += printsNothing || !calculates ? 1 : 0;
+            }
+            if (serious != (printsNothing ? 1 : 0))
+                qInfo() << inner;
+            QCOMPARE(serious, printsNothing ? 1 : 0);
+        }
+    }
+
     // Of a line whose values are all there: let one after the other be empty, and see which tags
     // the engine leaves unfilled then.
     void tagsThatAGroupHidesAreFound()

@@ -210,6 +210,7 @@ public:
 
     void add(const QString &file, const QVector<Finding> &findings)
     {
+        m_count += findings.size();
         for (const Finding &finding : findings) {
             m_worst = std::min(m_worst, finding.rule->severity);
             if (m_json)
@@ -218,6 +219,7 @@ public:
                 tool::print(lineOf(file, finding));
         }
     }
+    int count() const { return m_count; }
     /// @return the exit status
     int finish(bool strict) const
     {
@@ -246,6 +248,7 @@ private:
 
     bool m_json;
     Severity m_worst = Severity::Note;
+    int m_count = 0;
     QJsonArray m_array;
 };
 
@@ -259,6 +262,7 @@ struct Task
     templatelint::Options options;
     bool json = false;
     bool strict = false;
+    bool watches = false;
 };
 
 int run(Task task)
@@ -281,6 +285,9 @@ int run(Task task)
         printer.add(file, templatelint::lint(text->split(QLatin1Char('\n')), task.options));
     }
     const int status = printer.finish(task.strict);
+    // Who watches has to see that a template is clean now.
+    if (task.watches && isRead)
+        tool::complain(QStringLiteral("findings: %1").arg(printer.count()));
     return isRead ? status : tool::BadInput;
 }
 
@@ -293,6 +300,7 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
     task.options.splitsFiscalParts = parser.isSet(options.fiscal);
     task.json = parser.isSet(options.json);
     task.strict = parser.isSet(options.strict);
+    task.watches = parser.isSet(tool::watchOption().names().constFirst());
     const auto codec = tool::codecOf(parser);
     const auto form = formOf(parser, options);
     if (!codec || !form || !readPaper(parser, options, task.options) ||
@@ -328,7 +336,7 @@ int runLint(const QStringList &arguments)
     const auto task = taskOf(parser, options);
     if (!task)
         return tool::WrongUsage;
-    if (!parser.isSet(tool::watchOption().names().constFirst()))
+    if (!task->watches)
         return run(*task);
     const QStringList files =
         task->data.isEmpty() ? task->templates : task->templates + QStringList(task->data);
