@@ -19,7 +19,7 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 // Sums lean to the left as deep as they are long: below this depth a tree is evaluated with a stack
 // on the heap.
-constexpr int deepestRecursion = 200;
+constexpr int deepestRecursion = 64;
 
 te_expr *parameterOf(const te_expr *node, int index)
 {
