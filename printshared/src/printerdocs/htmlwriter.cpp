@@ -5,12 +5,13 @@
 #include <charconv>
 
 #include "printerdocs/echarformat.h"
+#include "printerdocs/latin1text_p.h"
 #include "printerdocs/linelimits_p.h"
 
 namespace {
 
 constexpr QChar tab = QLatin1Char('\t');
-constexpr QLatin1String lineBreak("<br>");
+constexpr QLatin1String lineBreak = latin1Text("<br>");
 constexpr int firstSymbolCode = 1;
 constexpr int lastSymbolCode = 7;
 // Room for the tags of a line with one run, and the most that is reserved in advance.

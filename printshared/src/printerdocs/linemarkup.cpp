@@ -1,6 +1,7 @@
 #include <QVector>
 #include <algorithm>
 
+#include "printerdocs/latin1text_p.h"
 #include "printerdocs/linelimits_p.h"
 #include "printerdocs/linemarkup_p.h"
 
@@ -41,31 +42,28 @@ struct FormatTag
     ECharFormat flag;
 };
 
-constexpr FormatTag bold{QLatin1String("<B>"), QLatin1String("<B:>"), QLatin1String("<:B>"),
-                         CharBold};
-constexpr FormatTag marked{QLatin1String("<Z>"), QLatin1String("<Z:>"), QLatin1String("<:Z>"),
-                           CharMarkZ};
-constexpr FormatTag italic{QLatin1String("<N>"), QLatin1String("<N:>"), QLatin1String("<:N>"),
-                           CharItalic};
-constexpr FormatTag underlined{QLatin1String("<U>"), QLatin1String("<U:>"), QLatin1String("<:U>"),
+constexpr FormatTag bold{latin1Text("<B>"), latin1Text("<B:>"), latin1Text("<:B>"), CharBold};
+constexpr FormatTag marked{latin1Text("<Z>"), latin1Text("<Z:>"), latin1Text("<:Z>"), CharMarkZ};
+constexpr FormatTag italic{latin1Text("<N>"), latin1Text("<N:>"), latin1Text("<:N>"), CharItalic};
+constexpr FormatTag underlined{latin1Text("<U>"), latin1Text("<U:>"), latin1Text("<:U>"),
                                CharUnderline};
-constexpr FormatTag tall{QLatin1String("<H2>"), QLatin1String("<H2:>"), QLatin1String("<:H2>"),
+constexpr FormatTag tall{latin1Text("<H2>"), latin1Text("<H2:>"), latin1Text("<:H2>"),
                          CharDoubleHeight};
-constexpr FormatTag wide{QLatin1String("<W2>"), QLatin1String("<W2:>"), QLatin1String("<:W2>"),
+constexpr FormatTag wide{latin1Text("<W2>"), latin1Text("<W2:>"), latin1Text("<:W2>"),
                          CharDoubleWidth};
 
 // The orders differ and decide about tags that stand next to each other.
 constexpr FormatTag wholeLineOrder[] = {marked, bold, tall, wide, italic, underlined};
 constexpr FormatTag rangeOrder[] = {bold, marked, underlined, italic, tall, wide};
 
-constexpr QLatin1String tabTag("<S>");
-constexpr QLatin1String centerTag("<C>");
-constexpr QLatin1String rightTag("<R>");
-constexpr QLatin1String obsoleteTag("<L1>");
-constexpr QLatin1String emptyTag("<:>");
+constexpr QLatin1String tabTag = latin1Text("<S>");
+constexpr QLatin1String centerTag = latin1Text("<C>");
+constexpr QLatin1String rightTag = latin1Text("<R>");
+constexpr QLatin1String obsoleteTag = latin1Text("<L1>");
+constexpr QLatin1String emptyTag = latin1Text("<:>");
 constexpr QLatin1String spacingTags[] = {
-    QLatin1String("<LS0>"), QLatin1String("<LS1>"), QLatin1String("<LS2>"), QLatin1String("<LS3>"),
-    QLatin1String("<LS4>"), QLatin1String("<LS5>"), QLatin1String("<LS6>"), QLatin1String("<LS7>")};
+    latin1Text("<LS0>"), latin1Text("<LS1>"), latin1Text("<LS2>"), latin1Text("<LS3>"),
+    latin1Text("<LS4>"), latin1Text("<LS5>"), latin1Text("<LS6>"), latin1Text("<LS7>")};
 
 constexpr int lowByte = 0xFF;
 constexpr int fontCount = 4;

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QLatin1String>
-#include <cstddef>
+#include "printerdocs/latin1text_p.h"
 
-/// A key of a map form as a compile-time constant; QLatin1String's own constructor is one only with
-/// some compilers.
+/// A key of a map form as a compile-time constant.
 template <std::size_t Size>
 constexpr QLatin1String mapKey(const char (&text)[Size])
 {
-    return QLatin1String(text, static_cast<int>(Size) - 1);
+    return latin1Text(text);
 }
