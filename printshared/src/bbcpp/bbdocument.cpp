@@ -1,68 +1,48 @@
 #include "bbcpp/bbdocument.h"
 
-#include <algorithm>
 #include <iostream>
 #include <iterator>
-#include <locale>
-#include <string_view>
 #include <utility>
+
+#include "bbcpp/bbreader_p.h"
 
 namespace bbcpp {
 
 namespace {
 
-bool isNameByte(char byte)
+using TextIterator = std::string::const_iterator;
+
+std::string textOf(const Piece<TextIterator> &piece)
 {
-    return IsAlpha(byte) || IsDigit(byte);
+    return std::string(piece.begin, piece.end);
 }
 
-bool isValueByte(char byte)
+/// A key that is there already keeps its value.
+void addPairs(BBElement::Parameters &parameters, const Pairs<TextIterator> &pairs)
 {
-    static constexpr std::string_view symbols = "#$&()*+,-./:?";
-    return isNameByte(byte) || symbols.find(byte) != std::string_view::npos;
+    for (const Pair<TextIterator> &pair : pairs)
+        parameters.emplace(textOf(pair.key), textOf(pair.value));
 }
 
-/// Always by the rules of the C locale, whatever the process has set: a receipt reads the same in
-/// every country.
-bool isSpaceByte(char byte)
+/// Makes a tree of what is read.
+class TreeBuilder
 {
-    return std::isspace(byte, std::locale::classic());
-}
+public:
+    explicit TreeBuilder(BBDocument &document) : m_document(document) {}
 
-/// One further, but never past the end: a tag that is cut off right behind a pair has its stop
-/// there.
-template <class Iterator>
-Iterator following(Iterator position, Iterator end)
-{
-    return position == end ? end : position + 1;
-}
+    void text(const Piece<TextIterator> &piece) { m_document.newText(textOf(piece)); }
+    void open(const Piece<TextIterator> &name) { m_document.newElement(textOf(name)); }
+    void parameters(const Piece<TextIterator> &name, const Pairs<TextIterator> &pairs)
+    {
+        BBElement::Parameters parameters;
+        addPairs(parameters, pairs);
+        m_document.newKeyValueElement(textOf(name), parameters);
+    }
+    void close(const Piece<TextIterator> &name) { m_document.newClosingElement(textOf(name)); }
 
-template <class Iterator>
-bool isSlashBracket(Iterator position, Iterator end)
-{
-    return position != end && *position == '/' && position + 1 != end && *(position + 1) == ']';
-}
-
-/// Where the next pair begins behind a value that a space ended, or where the pairs stop.
-template <class Iterator>
-struct Separator
-{
-    Iterator position;
-    bool stops;
+private:
+    BBDocument &m_document;
 };
-
-template <class Iterator>
-Separator<Iterator> readSeparator(Iterator space, Iterator end)
-{
-    const Iterator next = space + 1;
-    if (next == end)
-        return {end, true};
-    if (*next == '/')
-        return {space, true};
-    if (*next == ']')
-        return {next, true};
-    return {*next == ' ' ? next + 1 : next, false};
-}
 
 }  // namespace
 
@@ -125,17 +105,8 @@ BBDocument::~BBDocument() = default;
 
 void BBDocument::load(const std::string &text)
 {
-    auto cursor = text.cbegin();
-    const auto end = text.cend();
-    while (cursor != end) {
-        if (*cursor == '[') {
-            cursor = parseElement(cursor, end);
-        } else {
-            const auto runEnd = std::find(cursor, end, '[');
-            newText(std::string(cursor, runEnd));
-            cursor = runEnd;
-        }
-    }
+    TreeBuilder tree(*this);
+    Reader<TextIterator, TreeBuilder>(text.cend(), tree).readAll(text.cbegin());
 }
 
 BBTextPtr BBDocument::newText(const std::string &text)
@@ -192,109 +163,20 @@ void BBDocument::appendToOpenNode(const BBNodePtr &node)
 template <class Iterator>
 Iterator BBDocument::parseElement(Iterator begin, Iterator end)
 {
-    const Iterator inside = begin + 1;
-    const bool closing = inside != end && *inside == '/';
-    const Iterator nameBegin = closing ? inside + 1 : inside;
-    const Iterator nameEnd = std::find_if_not(nameBegin, end, isNameByte);
-
-    // Intended: the slash of "[/" without a name is lost, templates were written with that in view;
-    // see the test BBDocumentTree.slashWithoutNameIsLost.
-    if (nameEnd == end || nameEnd == nameBegin) {
-        newText("[");
-        return nameBegin;
-    }
-    switch (*nameEnd) {
-        case ']':
-            if (closing)
-                newClosingElement(std::string(nameBegin, nameEnd));
-            else
-                newElement(std::string(nameBegin, nameEnd));
-            return nameEnd + 1;
-        case '=':
-            return parseNameValueTag(begin, nameBegin, nameEnd, end);
-        case ' ':
-            return parseSpacedTag(begin, nameBegin, nameEnd, end);
-        default:
-            newText(std::string(begin, nameEnd));
-            return nameEnd;
-    }
-}
-
-/// "[size=large]": the tag's name is the first key.
-template <class Iterator>
-Iterator BBDocument::parseNameValueTag(Iterator begin, Iterator nameBegin, Iterator nameEnd,
-                                       Iterator end)
-{
-    BBElement::Parameters pairs;
-    const Iterator stop = parseKeyValuePairs(nameBegin, end, pairs);
-    if (pairs.empty()) {
-        newText(std::string(begin, stop));
-        return stop;
-    }
-    const std::string name(nameBegin, nameEnd);
-    newElement(name);
-    newKeyValueElement(name, pairs);
-    if (stop == end || *stop != ' ')
-        return following(stop, end);
-
-    // The pairs stop on a space only where a slash follows it, so no pair can follow either.
-    const Iterator slash = stop + 1;
-    if (isSlashBracket(slash, end)) {
-        newClosingElement(name);
-        return slash + 2;
-    }
-    newText(std::string(stop, slash));
-    return slash;
-}
-
-/// "[column width=10]", or "[hr /]", which closes itself.
-template <class Iterator>
-Iterator BBDocument::parseSpacedTag(Iterator begin, Iterator nameBegin, Iterator nameEnd,
-                                    Iterator end)
-{
-    const std::string name(nameBegin, nameEnd);
-    BBElement::Parameters pairs;
-    const Iterator stop = parseKeyValuePairs(nameEnd, end, pairs);
-    if (!pairs.empty()) {
-        newElement(name);
-        newKeyValueElement(name, pairs);
-        return following(stop, end);
-    }
-    if (isSlashBracket(stop, end)) {
-        newElement(name);
-        newClosingElement(name);
-        return stop + 2;
-    }
-    newText(std::string(begin, stop));
-    return stop;
+    TreeBuilder tree(*this);
+    return Reader<Iterator, TreeBuilder>(end, tree).readElement(begin);
 }
 
 template <class Iterator>
 Iterator BBDocument::parseKeyValuePairs(Iterator begin, Iterator end, BBElement::Parameters &pairs)
 {
-    while (begin != end) {
-        const Iterator keyBegin = std::find_if_not(begin, end, isSpaceByte);
-        const Iterator keyEnd = std::find_if_not(keyBegin, end, isNameByte);
-        if (keyEnd == end || keyEnd == keyBegin || *keyEnd != '=') {
-            pairs.clear();
-            return keyEnd;
-        }
-        const Iterator valueBegin = std::find_if_not(keyEnd + 1, end, isSpaceByte);
-        const Iterator valueEnd = std::find_if_not(valueBegin, end, isValueByte);
-        const bool ended = valueEnd != end && (*valueEnd == ']' || *valueEnd == ' ');
-        if (!ended || valueEnd == valueBegin) {
-            pairs.clear();
-            return valueEnd;
-        }
-        pairs.emplace(std::string(keyBegin, keyEnd), std::string(valueBegin, valueEnd));
-        if (*valueEnd == ']')
-            return valueEnd;
-        const Separator<Iterator> separator = readSeparator(valueEnd, end);
-        if (separator.stops)
-            return separator.position;
-        begin = separator.position;
-    }
-    return end;
+    Pairs<Iterator> found;
+    const PairsEnd<Iterator> pairsEnd = readPairs(begin, end, found);
+    if (pairsEnd.isMalformed)
+        pairs.clear();
+    else
+        addPairs(pairs, found);
+    return pairsEnd.position;
 }
 
 template std::string::const_iterator BBDocument::parseElement(std::string::const_iterator,
@@ -305,14 +187,12 @@ template std::string::const_iterator BBDocument::parseKeyValuePairs(std::string:
 
 bool IsAlpha(char byte)
 {
-    static constexpr std::string_view alpha =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
-    return alpha.find(byte) != std::string_view::npos;
+    return isOf(byte, LetterCharacter);
 }
 
 bool IsDigit(char byte)
 {
-    return byte >= '0' && byte <= '9';
+    return isOf(byte, DigitCharacter);
 }
 
 std::string nodeTypeToString(BBNode::NodeType type)

@@ -156,10 +156,6 @@ public:
     Iterator parseKeyValuePairs(Iterator begin, Iterator end, BBElement::Parameters &pairs);
 
 private:
-    template <class Iterator>
-    Iterator parseNameValueTag(Iterator begin, Iterator nameBegin, Iterator nameEnd, Iterator end);
-    template <class Iterator>
-    Iterator parseSpacedTag(Iterator begin, Iterator nameBegin, Iterator nameEnd, Iterator end);
     void appendToOpenNode(const BBNodePtr &node);
 
     std::stack<BBNodePtr, std::deque<BBNodePtr>> m_openNodes;

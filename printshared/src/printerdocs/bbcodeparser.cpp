@@ -3,8 +3,10 @@
 #include <QDebug>
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
+#include "bbcpp/bbreader_p.h"
 #include "printerdocs/bbcodeimage_p.h"
 #include "printerdocs/bbcodetext_p.h"
 #include "printerdocs/echarformat.h"
@@ -78,13 +80,116 @@ BbCodeParser::BbCodeParser(QObject *parent) : QObject(parent) {}
 
 BbCodeParser::~BbCodeParser() = default;
 
+/// Lets a text's pieces act on the parser in their order. No tree is made: what a tag means never
+/// depends on the tags around it.
+class Q_DECL_HIDDEN BbCodeParser::TextReader
+{
+public:
+    using Position = const char16_t *;
+    using Piece = bbcpp::Piece<Position>;
+
+    explicit TextReader(BbCodeParser &parser) : m_parser(parser) {}
+
+    void read(const QString &text)
+    {
+        const auto *const begin = reinterpret_cast<Position>(text.utf16());
+        const Position end = begin + text.size();
+        bbcpp::Reader<Position, TextReader>(end, *this).readAll(begin);
+        addPendingText();
+    }
+
+    void text(const Piece &piece)
+    {
+        m_pendingText.append(reinterpret_cast<const QChar *>(piece.begin),
+                             static_cast<int>(piece.end - piece.begin));
+    }
+    void open(const Piece &name)
+    {
+        addPendingText();
+        open(m_parser, lowerCased(name));
+    }
+    void close(const Piece &name)
+    {
+        addPendingText();
+        close(m_parser, lowerCased(name));
+    }
+    void parameters(const Piece &, const bbcpp::Pairs<Position> &pairs)
+    {
+        addPendingText();
+        bbcpp::Pairs<Position> sorted = pairs;
+        std::stable_sort(sorted.begin(), sorted.end(), [](const auto &a, const auto &b) {
+            return viewOf(a.key) < viewOf(b.key);
+        });
+        // The first of several pairs with one key counts.
+        const auto end = std::unique(
+            sorted.begin(), sorted.end(),
+            [](const auto &a, const auto &b) { return viewOf(a.key) == viewOf(b.key); });
+        for (auto pair = sorted.begin(); pair != end; ++pair)
+            apply(m_parser, lowerCased(pair->key), lowerCased(pair->value));
+    }
+
+    /// Names, keys and values are trimmed and in lower case.
+    static void open(BbCodeParser &parser, const QString &name)
+    {
+        const Tag *tag = findTag(name);
+        if (tag == nullptr || tag->open == nullptr)
+            qWarning() << "BBCode: unknown opening tag" << name;
+        else
+            (parser.*tag->open)();
+    }
+    static void close(BbCodeParser &parser, const QString &name)
+    {
+        if (const Tag *tag = findTag(name))
+            (parser.*tag->close)();
+        else
+            qWarning() << "BBCode: unknown closing tag" << name;
+    }
+    static void apply(BbCodeParser &parser, const QString &key, const QString &value)
+    {
+        const auto *const end = std::end(_parameters);
+        const auto *const found = std::find_if(
+            std::begin(_parameters), end,
+            [&key](const Parameter &parameter) { return key == QLatin1String(parameter.key); });
+        if (found == end)
+            qWarning() << "BBCode: unknown parameter" << key << value;
+        else
+            (parser.*found->apply)(value);
+    }
+
+private:
+    static std::u16string_view viewOf(const Piece &piece)
+    {
+        return std::u16string_view(piece.begin, static_cast<std::size_t>(piece.end - piece.begin));
+    }
+    /// Names, keys and values have nothing but ASCII in them, and no blanks.
+    static QString lowerCased(const Piece &piece)
+    {
+        QString text(static_cast<int>(piece.end - piece.begin), Qt::Uninitialized);
+        std::transform(piece.begin, piece.end, text.begin(), [](char16_t c) {
+            return c >= u'A' && c <= u'Z' ? QChar(c + (u'a' - u'A')) : QChar(c);
+        });
+        return text;
+    }
+    /// Pieces of text without a tag between them are one text.
+    void addPendingText()
+    {
+        if (m_pendingText.isEmpty())
+            return;
+        if (m_pendingText.front() == QChar(QChar::ByteOrderMark))
+            m_pendingText.remove(0, 1);
+        m_parser.addText(m_pendingText);
+        m_pendingText.resize(0);
+    }
+
+    BbCodeParser &m_parser;
+    QString m_pendingText;
+};
+
 void BbCodeParser::parseText(QString text)
 {
     m_blocks.clear();
     m_padding = 0;
-    const auto document = std::make_shared<bbcpp::BBDocument>();
-    document->load(text.toStdString());
-    parseChildren(*document);
+    TextReader(*this).read(bbcodetext::withoutBrokenSurrogates(text));
     flush();
     m_alignment = AlignLeft;
 }
@@ -125,6 +230,7 @@ void BbCodeParser::setImagesPath(const QString &imagesPath)
     m_imagesPath = imagesPath;
 }
 
+/// A tree acts like the text that it was made of. Nothing here makes one any more.
 void BbCodeParser::parseChildren(const bbcpp::BBNode &node)
 {
     bbcpp::walk(node, [this](const bbcpp::BBNodePtr &child, unsigned int) { parseNode(child); });
@@ -154,8 +260,9 @@ void BbCodeParser::parseNode(const bbcpp::BBNodePtr &node)
 
 const BbCodeParser::Tag *BbCodeParser::findTag(const QString &name)
 {
+    const auto first = name.isEmpty() ? QLatin1Char('\0') : name.at(0);
     for (const Tag &tag : _tags) {
-        if (name == QLatin1String(tag.name))
+        if (first == QLatin1Char(*tag.name) && name == QLatin1String(tag.name))
             return &tag;
     }
     return nullptr;
@@ -163,49 +270,32 @@ const BbCodeParser::Tag *BbCodeParser::findTag(const QString &name)
 
 void BbCodeParser::openElement(bbcpp::BBElementPtr element)
 {
-    const QString name = readName(element->getNodeName());
-    const Tag *tag = findTag(name);
-    if (tag == nullptr || tag->open == nullptr)
-        qWarning() << "BBCode: unknown opening tag" << name;
-    else
-        (this->*tag->open)();
+    TextReader::open(*this, readName(element->getNodeName()));
 }
 
 void BbCodeParser::closeElement(bbcpp::BBElementPtr element)
 {
-    const QString name = readName(element->getNodeName());
-    if (const Tag *tag = findTag(name))
-        (this->*tag->close)();
-    else
-        qWarning() << "BBCode: unknown closing tag" << name;
+    TextReader::close(*this, readName(element->getNodeName()));
 }
 
 void BbCodeParser::processParams(bbcpp::BBElementPtr element)
 {
-    for (const auto &[rawKey, rawValue] : element->getParameters()) {
-        const QString key = readName(rawKey);
-        const QString value = readName(rawValue);
-        const auto *const end = std::end(_parameters);
-        const auto *const found = std::find_if(
-            std::begin(_parameters), end,
-            [&key](const Parameter &parameter) { return key == QLatin1String(parameter.key); });
-        if (found == end)
-            qWarning() << "BBCode: unknown parameter" << key << value;
-        else
-            (this->*found->apply)(value);
-    }
+    for (const auto &[key, value] : element->getParameters())
+        TextReader::apply(*this, readName(key), readName(value));
 }
 
 void BbCodeParser::addText(const QString &content)
 {
     const QString text = laidOut(bbcodetext::normalized(content));
     const int sizeBefore = m_text.size();
-    if (m_text.isEmpty())
-        m_text = bbcodetext::withoutLeadingLineEnd(text);
-    else if (bbcodetext::needsBlankBetween(m_text, text))
-        m_text += QLatin1Char(' ') + text;
-    else
+    if (m_text.isEmpty()) {
+        const QStringView kept = bbcodetext::withoutLeadingLineEnd(text);
+        m_text.append(kept.data(), static_cast<int>(kept.size()));
+    } else if (bbcodetext::needsBlankBetween(m_text, text)) {
+        m_text.append(QLatin1Char(' ')).append(text);
+    } else {
         m_text += text;
+    }
     const int added = m_text.size() - sizeBefore;
     m_fonts.append(added, static_cast<char>(m_font));
     m_formats.append(added, static_cast<char>(m_format));

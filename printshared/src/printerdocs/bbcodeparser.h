@@ -90,6 +90,7 @@ private:
     };
     struct Tag;
     struct Parameter;
+    class TextReader;
     static const Tag _tags[];
     static const Parameter _parameters[];
 

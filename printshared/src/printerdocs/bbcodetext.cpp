@@ -3,12 +3,32 @@
 #include <QLatin1Char>
 #include <QLatin1String>
 #include <QStringView>
+#include <algorithm>
 
 namespace bbcodetext {
 
 namespace {
 
 constexpr QLatin1Char lineEnd('\n');
+constexpr QLatin1String lineEndsToDrop[] = {QLatin1String("\n"), QLatin1String(" \n"),
+                                            QLatin1String("\t\n"), QLatin1String("  \n")};
+
+/// What a character is printed as; null: as it is.
+QChar asciiFor(QChar character)
+{
+    switch (character.unicode()) {
+        case '\r':
+            return lineEnd;
+        case 0x00AB:
+        case 0x00BB:  // quotation marks
+            return QLatin1Char('"');
+        case 0x2013:
+        case 0x2014:  // dashes
+            return QLatin1Char('-');
+        default:
+            return QChar();
+    }
+}
 
 int missingIn(QStringView line, int width)
 {
@@ -48,22 +68,37 @@ void forEachLine(QStringView text, Visit visit)
 
 }  // namespace
 
-QString normalized(QString text)
+QString withoutBrokenSurrogates(QString text)
 {
-    struct Replacement
-    {
-        const char16_t *from;
-        const char *to;
-    };
-    // Intended: the quotation marks come twice, as the clients' own normalisation has them (test
-    // quotesAndDashesBecomeAscii).
-    static constexpr Replacement replacements[] = {
-        {u"\r\n", "\n"},  {u"\r", "\n"},    {u"\u00AB", "\""}, {u"\u00BB", "\""},
-        {u"\u2014", "-"}, {u"\u2013", "-"}, {u"\u00AB", "\""}, {u"\u00BB", "\""},
-    };
-    for (const Replacement &replacement : replacements)
-        text.replace(QString::fromUtf16(replacement.from), QLatin1String(replacement.to));
+    if (text.isValidUtf16())
+        return text;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate())
+            ++i;
+        else if (text.at(i).isSurrogate())
+            text[i] = QLatin1Char('?');
+    }
     return text;
+}
+
+QString normalized(const QString &text)
+{
+    const auto isForeign = [](QChar c) { return !asciiFor(c).isNull(); };
+    const auto first = std::find_if(text.cbegin(), text.cend(), isForeign);
+    if (first == text.cend())
+        return text;
+    QString result;
+    result.reserve(text.size());
+    result.append(text.constData(), static_cast<int>(first - text.cbegin()));
+    for (auto c = first; c != text.cend(); ++c) {
+        const bool endsWithNextCharacter =
+            *c == QLatin1Char('\r') && c + 1 != text.cend() && *(c + 1) == lineEnd;
+        if (endsWithNextCharacter)
+            continue;
+        const QChar ascii = asciiFor(*c);
+        result += ascii.isNull() ? *c : ascii;
+    }
+    return result;
 }
 
 QString zeroFilled(const QString &text, int digits)
@@ -107,12 +142,11 @@ QString paddedLines(const QString &text, int width, ETextAlignment align)
     return result;
 }
 
-QString withoutLeadingLineEnd(const QString &text)
+QStringView withoutLeadingLineEnd(QStringView text)
 {
-    for (const char *start : {"\n", " \n", "\t\n", "  \n"}) {
-        const QLatin1String dropped(start);
-        if (text.startsWith(dropped))
-            return text.mid(dropped.size());
+    for (const QLatin1String start : lineEndsToDrop) {
+        if (text.startsWith(start))
+            return text.mid(start.size());
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 #include <QtGlobal>
 
 #include "printerdocs/etextalignment.h"
@@ -8,8 +9,12 @@
 /// What BbCodeParser does with a piece of text before it joins the block.
 namespace bbcodetext {
 
+/// The text with a question mark for each half of a character that has lost its other half, as
+/// every way through UTF-8 gives it.
+QString withoutBrokenSurrogates(QString text);
+
 /// One kind of line end, and ASCII for the quotation marks and dashes that no receipt font has.
-QString normalized(QString text);
+QString normalized(const QString &text);
 
 /// The text as a whole number with at least this many digits; what is no number is 0. The sign
 /// isn't counted.
@@ -26,7 +31,7 @@ QString paddedLines(const QString &text, int width, ETextAlignment align);
 qint64 blanksToPadLines(const QString &text, int width);
 
 /// The text without the line end that a tag's own line leaves in front of it.
-QString withoutLeadingLineEnd(const QString &text);
+QStringView withoutLeadingLineEnd(QStringView text);
 
 /// Whether the two would be glued together without a blank.
 bool needsBlankBetween(const QString &before, const QString &after);
