@@ -497,12 +497,34 @@ double evaluateOnHeap(const te_expr *root)
     }
 }
 
-double evaluate(const te_expr *node, int depth)
+double evaluateCall(const te_expr *node, int depth);
+
+/// Leaves are read in place: half of the nodes of a sum are such.
+inline double evaluate(const te_expr *node, int depth)
 {
-    if (!node || !isCall(node->type))
-        return valueOfLeaf(node);
+    return node && isCall(node->type) ? evaluateCall(node, depth) : valueOfLeaf(node);
+}
+
+/// What formulas do most is done without a call.
+inline double evaluatePair(const te_expr *node, int depth)
+{
+    const double a = evaluate(parameterOf(node, 0), depth);
+    const double b = evaluate(parameterOf(node, 1), depth);
+    if (node->function == addressOf(add))
+        return a + b;
+    if (node->function == addressOf(mul))
+        return a * b;
+    if (node->function == addressOf(sub))
+        return a - b;
+    return callAs(node->function, a, b);
+}
+
+double evaluateCall(const te_expr *node, int depth)
+{
     if (depth == deepestRecursion)
         return evaluateOnHeap(node);
+    if (kindOf(node->type) == TE_FUNCTION2)
+        return evaluatePair(node, depth + 1);
     double arguments[mostArguments];
     for (int i = 0; i < arityOf(node->type); ++i)
         arguments[i] = evaluate(parameterOf(node, i), depth + 1);
