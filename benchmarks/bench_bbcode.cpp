@@ -122,7 +122,7 @@ void addSize(int bytes, int repetitions)
 int main(int argc, char **argv)
 {
     for (const int bytes : {10 * kilobyte, 100 * kilobyte, 1000 * kilobyte, 10000 * kilobyte})
-        addSize(bytes, frame::repetitions(argc, argv, bytes < 1000 * kilobyte ? 15 : 5));
+        addSize(bytes, frame::repetitions(argc, argv, bytes < 1000 * kilobyte ? 41 : 5));
     const Markup sample(10 * kilobyte);
     return frame::run(
         argc, argv,

@@ -86,6 +86,7 @@ public:
     OurFormula(const std::string &text, const Variables &variables)
     {
         std::vector<te_variable> list;
+        list.reserve(terms);
         for (int i = 0; i < terms; ++i)
             list.push_back(
                 {variables.names[i].c_str(), &variables.values[i], TE_VARIABLE, nullptr});

@@ -46,27 +46,6 @@ private:
     PrinterDocument m_document;
 };
 
-struct Indexed : Job
-{
-    explicit Indexed(const Sale &sale)
-        : Job(receipt::indexedTemplate(sale), receipt::indexedDocument(sale))
-    {}
-};
-
-struct Entries : Job
-{
-    explicit Entries(const Sale &sale)
-        : Job(receipt::entriesTemplate(), receipt::entriesDocument(sale))
-    {}
-};
-
-struct Expressions : Job
-{
-    explicit Expressions(const Sale &sale)
-        : Job(receipt::expressionTemplate(sale), receipt::indexedDocument(sale))
-    {}
-};
-
 class HandQt
 {
 public:
@@ -80,9 +59,8 @@ private:
 class HandMap
 {
 public:
-    explicit HandMap(const Sale &sale)
-        : m_attributes(receipt::indexedDocument(sale).attributes()),
-          m_items(static_cast<int>(sale.items.size()))
+    HandMap(const PrinterDocument &document, const Sale &sale)
+        : m_attributes(document.attributes()), m_items(static_cast<int>(sale.items.size()))
     {}
     QStringList print() const { return receipt::byHandFromMap(m_attributes, m_items); }
 
@@ -91,7 +69,8 @@ private:
     const int m_items;
 };
 
-/// The receipts of one size.
+/// All ways to print a receipt of one size. They share one map of attributes, so that where its
+/// nodes lie in memory is the same for all.
 class Receipts
 {
 public:
@@ -99,21 +78,45 @@ public:
         : m_sale(receipt::makeSale(items)), m_suffix('/' + std::to_string(items))
     {}
 
-    /// A way to print that has to give the same text as all others.
-    template <typename Printer>
-    void compare(const std::string &name, std::vector<frame::Sameness> &texts) const
+    void addOurs()
     {
-        const auto printer = std::make_shared<const Printer>(m_sale);
-        texts.push_back({name + m_suffix, receipt::utf8Of(receipt::byHandFromSale(m_sale)),
-                         receipt::utf8Of(printer->print())});
+        const PrinterDocument document = receipt::indexedDocument(m_sale);
+        const auto indexed =
+            std::make_shared<const Job>(receipt::indexedTemplate(m_sale), document);
+        compare("indexed", indexed);
+        compare("entries", std::make_shared<const Job>(receipt::entriesTemplate(),
+                                                       receipt::entriesDocument(m_sale)));
+        compare("expressions",
+                std::make_shared<const Job>(receipt::expressionTemplate(m_sale), document));
+        compare("hand_map", std::make_shared<const HandMap>(document, m_sale));
+        add("html", [indexed] { return indexed->html(); });
+        add("blocks", [indexed] { return indexed->blocks(); });
+        addWithWarnings(indexed);
+    }
+
+    void addPeers()
+    {
+        compare("hand_qt", std::make_shared<const HandQt>(m_sale));
+        compare("grantlee_formats", std::make_shared<const receipt::WithGrantleeFormats>(m_sale));
+        compare("grantlee", std::make_shared<const receipt::WithGrantlee>(m_sale));
+        compare("mustache", std::make_shared<const receipt::WithMustache>(m_sale));
+        compare("ctemplate", std::make_shared<const receipt::WithCtemplate>(m_sale));
+    }
+
+    /// What is compared with the text of hand_qt.
+    const std::vector<frame::Sameness> &texts() const { return m_texts; }
+
+private:
+    template <typename Printer>
+    void compare(const std::string &name, const std::shared_ptr<const Printer> &printer)
+    {
+        m_texts.push_back({name + m_suffix, receipt::utf8Of(receipt::byHandFromSale(m_sale)),
+                           receipt::utf8Of(printer->print())});
         add(name, [printer] { return printer->print(); });
     }
 
-    void addOtherForms() const
+    void addWithWarnings(const std::shared_ptr<const Job> &job) const
     {
-        const auto job = std::make_shared<const Indexed>(m_sale);
-        add("html", [job] { return job->html(); });
-        add("blocks", [job] { return job->blocks(); });
         frame::add("indexed_warnings_on" + m_suffix, [job](benchmark::State &state) {
             frame::setWarnings(true);
             const QtMessageHandler old = qInstallMessageHandler(
@@ -125,7 +128,6 @@ public:
         });
     }
 
-private:
     template <typename Print>
     void add(const std::string &name, Print print) const
     {
@@ -137,6 +139,7 @@ private:
 
     const Sale m_sale;
     const std::string m_suffix;
+    std::vector<frame::Sameness> m_texts;
 };
 
 }  // namespace
@@ -146,17 +149,10 @@ int main(int argc, char **argv)
     frame::setWarnings(false);
     std::vector<frame::Sameness> texts;
     for (const int items : {10, 100, 1000}) {
-        const Receipts receipts(items);
-        receipts.compare<Indexed>("indexed", texts);
-        receipts.compare<Entries>("entries", texts);
-        receipts.compare<Expressions>("expressions", texts);
-        receipts.compare<HandQt>("hand_qt", texts);
-        receipts.compare<HandMap>("hand_map", texts);
-        receipts.compare<receipt::WithGrantleeFormats>("grantlee_formats", texts);
-        receipts.compare<receipt::WithGrantlee>("grantlee", texts);
-        receipts.compare<receipt::WithMustache>("mustache", texts);
-        receipts.compare<receipt::WithCtemplate>("ctemplate", texts);
-        receipts.addOtherForms();
+        Receipts receipts(items);
+        receipts.addOurs();
+        receipts.addPeers();
+        texts.insert(texts.end(), receipts.texts().begin(), receipts.texts().end());
     }
     return frame::run(argc, argv, texts);
 }

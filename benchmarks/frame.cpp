@@ -27,8 +27,8 @@ constexpr const char *compiler = "GCC " __VERSION__;
 #endif
 
 constexpr const char *timedDefaults[] = {
-    "--benchmark_repetitions=15",
-    "--benchmark_min_time=0.03",
+    "--benchmark_repetitions=41",
+    "--benchmark_min_time=0.01",
     "--benchmark_enable_random_interleaving=true",
     "--benchmark_report_aggregates_only=true",
 };

@@ -37,9 +37,9 @@ benchmark::internal::Benchmark *add(const std::string &name, Function function)
         ->Unit(benchmark::kMicrosecond);
 }
 
-/// Compares the texts, then runs what was registered: fifteen repetitions in random order, reported
-/// by their median. Google Benchmark's arguments overrule that. `--quick` runs each benchmark once
-/// and shortly, to see that it works.
+/// Compares the texts, then runs what was registered: 41 short repetitions in random order,
+/// reported by their median. Google Benchmark's arguments overrule that. `--quick` runs each
+/// benchmark once and shortly, to see that it works.
 /// @return the exit status: 0; 1 if texts differ, after naming the first differing line; 2 for
 ///         unknown arguments
 int run(int argc, char **argv, const std::vector<Sameness> &texts = {});

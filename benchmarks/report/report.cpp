@@ -91,6 +91,12 @@ private:
     QJsonObject m_context;
 };
 
+QString ratioText(double ratio)
+{
+    constexpr double hundredth = 0.01;
+    return QString::number(ratio, 'f', ratio < hundredth ? 5 : ratio < 1 ? 3 : 2);
+}
+
 /// One comparison made.
 struct Row
 {
@@ -114,7 +120,7 @@ struct Row
         return {work,
                 ours,
                 peer,
-                QString::number(ratio, 'g', 3),
+                ratioText(ratio),
                 spread > 0 ? QString::number(spread * 100, 'f', 0) + " %" : QString(),
                 atMost > 0 ? QString::number(atMost) : QString(),
                 verdict()};
