@@ -79,6 +79,25 @@ quint64 scaled(const Decimal &decimal, quint32 multiplier)
     return number > largest ? largest : static_cast<quint64>(number);
 }
 
+/// The same for a magnitude whose product is so far from half a part that neither the product's
+/// rounding nor the difference between the double and its decimal can matter. Most amounts are.
+/// @return false: it takes the decimal to tell
+bool scaledClearly(double magnitude, quint32 multiplier, quint64 &parts)
+{
+    constexpr double largestProduct = 1e12;  // of which a double knows a thousandth and better
+    constexpr double doubtful = 1e-3;
+    constexpr double half = 0.5;
+    const double product = magnitude * multiplier;
+    if (!(product < largestProduct))
+        return false;
+    parts = static_cast<quint64>(product);
+    const double rest = product - static_cast<double>(parts);
+    if (std::abs(rest - half) < doubtful)
+        return false;
+    parts += rest > half ? 1 : 0;
+    return true;
+}
+
 /// Zeros behind the last other digit of the multiplier: the number of decimals.
 int decimalsOf(quint32 multiplier)
 {
@@ -106,8 +125,10 @@ FixNumber::FixNumber(quint32 multiplier, double value)
 {
     if (!std::isfinite(value))
         return;
-    const auto magnitude =
-        static_cast<qint64>(scaled(shortestDecimal(std::abs(value)), m_multiplier));
+    quint64 parts = 0;
+    if (!scaledClearly(std::abs(value), m_multiplier, parts))
+        parts = scaled(shortestDecimal(std::abs(value)), m_multiplier);
+    const auto magnitude = static_cast<qint64>(parts);
     m_value = value < 0 ? -magnitude : magnitude;
 }
 

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringView>
 #include <QVariant>
+#include <array>
+#include <cstddef>
 #include <optional>
 
 #include "printerdocs/keytable_p.h"
@@ -16,12 +18,20 @@ class DocumentValues
 public:
     explicit DocumentValues(const PrinterDocument &document);
 
-    /// The text of an attribute, or else of an expression over the attributes; null for an empty
-    /// name, an empty text for a name that is neither.
-    QString text(QStringView name, QStringView format);
+    /// Tells that the tags of another line follow.
+    void beginLine() { m_tagOfLine = 0; }
+
+    /// The text of an attribute, or else of an expression over the attributes; empty for a name
+    /// that is neither, and for an empty one. Valid up to the next call.
+    QStringView text(QStringView name, QStringView format);
 
 private:
-    QString textOfTag(QStringView format);
+    using Attributes = QMap<QString, QVariant>;
+
+    Attributes::const_iterator findAttribute();
+    QStringView textOfName(QStringView format);
+    QStringView textOf(const QVariant &value, QStringView format);
+    QStringView textOfNumber(double value, QStringView format);
     std::optional<double> evaluate(const QString &expression);
     QString withValuesInserted(const QString &expression) const;
     QString withValuesOfLength(const QString &text, const KeyTable::Length &length) const;
@@ -31,8 +41,13 @@ private:
     QString valueOfRank(int rank) const;
     void logKeys();
 
-    const QMap<QString, QVariant> m_attributes;
-    QString m_name;  ///< of the tag at hand; keeps its memory from tag to tag
+    const Attributes m_attributes;
+    // Those of the tag at hand; they keep their memory from tag to tag.
+    QString m_name;
+    QString m_value;
+    // Where the attributes of the line before were found.
+    std::size_t m_tagOfLine = 0;
+    std::array<Attributes::const_iterator, 8> m_foundBefore;
     std::optional<KeyTable> m_keys;
     // What the log says of the names at each expression.
     bool m_hasKeyLines = false;

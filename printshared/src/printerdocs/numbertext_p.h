@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 #include <QVariant>
 
 /// What a text value counts as: a whole number, a real number, or the text that it is; see
@@ -10,7 +11,7 @@ QVariant numberOrText(const QVariant &value);
 /// Whether a text is certainly no number as QString::toDouble() and its like read them, seen from
 /// its first letter: of all words they know but "inf" and "nan", in any case. Most attributes are
 /// such texts, and to try them in earnest costs more than to print them.
-inline bool beginsLikeAWord(const QString &text)
+inline bool beginsLikeAWord(QStringView text)
 {
     if (text.isEmpty() || !text.at(0).isLetter())
         return false;
@@ -19,7 +20,7 @@ inline bool beginsLikeAWord(const QString &text)
 }
 
 /// Whether a text is a plain decimal number, short enough that it is 0 or not by its digits alone.
-inline bool isShortDecimal(const QString &text)
+inline bool isShortDecimal(QStringView text)
 {
     constexpr int longest = 11;  // 1e-10 is far from what counts as zero
     if (text.isEmpty() || text.size() > longest || text.at(0) == QLatin1Char('.') ||

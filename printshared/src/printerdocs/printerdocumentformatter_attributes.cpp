@@ -18,10 +18,11 @@ struct TagParts
 
 TagParts partsOf(QStringView tag)
 {
-    const auto comma = tag.lastIndexOf(QLatin1Char(','));
-    if (comma < 0)
-        return {tag, QStringView()};
-    return {tag.left(comma), tag.mid(comma + 1)};
+    for (auto comma = tag.size() - 1; comma >= 0; --comma) {
+        if (tag[comma] == QLatin1Char(','))
+            return {tag.left(comma), tag.mid(comma + 1)};
+    }
+    return {tag, QStringView()};
 }
 
 bool isBracket(QChar c)
@@ -34,7 +35,7 @@ QString withValuesAndGroups(SubstitutionText text, DocumentValues &values)
 {
     for (QStringView tag = text.takeTag(); !tag.isNull(); tag = text.takeTag()) {
         const TagParts parts = partsOf(tag);
-        const QString value = values.text(parts.name, parts.format);
+        const QStringView value = values.text(parts.name, parts.format);
         text.insert(value);
         if (vanishesWithItsGroup(value))
             text.dropGroup();
@@ -67,22 +68,25 @@ QString lineWithValues(const QString &line, DocumentValues &values)
     AttributeTag tag = AttributeTag::find(text, 0, line.size());
     if (tag.begin < 0)
         return line;
+    values.beginLine();
     if (std::any_of(line.cbegin(), line.cend(), isBracket))
-        return withValuesAndGroups(SubstitutionText(QString(), line), values);
+        return withValuesAndGroups(SubstitutionText(QStringView(), line), values);
     QString filled;
     filled.reserve(2 * line.size());
     int read = 0;
     for (; tag.begin >= 0; tag = AttributeTag::find(text, read, line.size())) {
         filled.append(text + read, tag.begin - read);
         const TagParts parts = partsOf(QStringView(text + tag.begin + 1, tag.end - tag.begin - 1));
-        const QString value = values.text(parts.name, parts.format);
+        const QStringView value = values.text(parts.name, parts.format);
         read = tag.end + 1;
-        const bool isPlain = std::none_of(value.cbegin(), value.cend(), [](QChar c) {
+        const bool isPlain = std::none_of(value.begin(), value.end(), [](QChar c) {
             return c == QLatin1Char('<') || isBracket(c);
         });
-        if (!isPlain)
-            return withValuesAndGroups(SubstitutionText(filled, value + line.midRef(read)), values);
-        filled += value;
+        if (!isPlain) {
+            const QString rest = value.toString() + line.midRef(read);
+            return withValuesAndGroups(SubstitutionText(filled, rest), values);
+        }
+        filled.append(value.data(), static_cast<int>(value.size()));
     }
     return filled.append(text + read, line.size() - read);
 }
@@ -124,7 +128,7 @@ void PrinterDocumentFormatter::extractFormat(QString &attribute, QString &format
 QString PrinterDocumentFormatter::nameToVal(const QString &name, const PrinterDocument &document,
                                             QString &format) const
 {
-    return DocumentValues(document).text(name, format);
+    return DocumentValues(document).text(name, format).toString();
 }
 
 int PrinterDocumentFormatter::scanL(const QString &text, int from) const

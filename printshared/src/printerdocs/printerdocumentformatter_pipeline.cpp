@@ -55,11 +55,12 @@ bool removeSpans(QString &text, QLatin1String open, QLatin1String close)
 /// Whether a keyword of capitals stands in the line in any case.
 bool holdsKeyword(const QString &line, QLatin1String keyword)
 {
+    const QStringView text(line);
     const QChar first(keyword.front());
-    const auto end = line.cend();
-    for (auto c = std::find(line.cbegin(), end, first); end - c >= keyword.size();
-         c = std::find(c + 1, end, first)) {
-        if (std::equal(keyword.begin(), keyword.end(), c,
+    for (auto place = text.indexOf(first); place >= 0; place = text.indexOf(first, place + 1)) {
+        if (text.size() - place < keyword.size())
+            return false;
+        if (std::equal(keyword.begin(), keyword.end(), text.begin() + place,
                        [](char a, QChar b) { return QLatin1Char(a) == b.toUpper(); }))
             return true;
     }

@@ -13,8 +13,7 @@ constexpr double countsAsZero = 1e-12;
 
 int indexOf(const QChar *text, QChar wanted, int from, int size)
 {
-    const QChar *const found = std::find(text + from, text + size, wanted);
-    return found == text + size ? -1 : static_cast<int>(found - text);
+    return static_cast<int>(QStringView(text, size).indexOf(wanted, from));
 }
 
 }  // namespace
@@ -35,26 +34,26 @@ AttributeTag AttributeTag::find(const QChar *text, int from, int size)
     return {};
 }
 
-bool vanishesWithItsGroup(const QString &value)
+bool vanishesWithItsGroup(QStringView value)
 {
     if (beginsLikeAWord(value))
         return false;
     if (isShortDecimal(value)) {
-        return std::all_of(value.cbegin(), value.cend(),
+        return std::all_of(value.begin(), value.end(),
                            [](QChar c) { return c == QLatin1Char('0') || c == QLatin1Char('.'); });
     }
     bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
+    const double number = value.toString().toDouble(&isNumber);
     if (isNumber)
         return !(std::abs(number) > countsAsZero);
     return value.isEmpty();
 }
 
-SubstitutionText::SubstitutionText(const QString &scanned, const QString &line)
-    : m_leftSize(scanned.size()), m_rightBegin(scanned.size())
+SubstitutionText::SubstitutionText(QStringView scanned, QStringView line)
+    : m_leftSize(static_cast<int>(scanned.size())), m_rightBegin(m_leftSize)
 {
-    m_buffer.append(scanned.constData(), scanned.size());
-    m_buffer.append(line.constData(), line.size());
+    m_buffer.append(scanned.data(), m_leftSize);
+    m_buffer.append(line.data(), static_cast<int>(line.size()));
     pushBrackets(line);
 }
 
@@ -69,11 +68,12 @@ QStringView SubstitutionText::takeTag()
     return QStringView(m_buffer.constData() + tag.begin + 1, tag.end - tag.begin - 1);
 }
 
-void SubstitutionText::insert(const QString &value)
+void SubstitutionText::insert(QStringView value)
 {
-    makeRoom(value.size());
-    m_rightBegin -= value.size();
-    std::copy(value.cbegin(), value.cend(), m_buffer.data() + m_rightBegin);
+    const int size = static_cast<int>(value.size());
+    makeRoom(size);
+    m_rightBegin -= size;
+    std::copy(value.begin(), value.end(), m_buffer.data() + m_rightBegin);
     pushBrackets(value);
 }
 
@@ -141,10 +141,10 @@ void SubstitutionText::makeRoom(int count)
 }
 
 /// Takes up the brackets of the text at the front of the unscanned part.
-void SubstitutionText::pushBrackets(const QString &text)
+void SubstitutionText::pushBrackets(QStringView text)
 {
-    for (int i = text.size() - 1; i >= 0; --i) {
-        const QChar c = text.at(i);
+    for (int i = static_cast<int>(text.size()) - 1; i >= 0; --i) {
+        const QChar c = text[i];
         if (c == QLatin1Char('[') || c == QLatin1Char(']'))
             pushBracket(rightSize() - i, c == QLatin1Char('['));
     }

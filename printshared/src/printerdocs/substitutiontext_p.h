@@ -17,7 +17,7 @@ struct AttributeTag
 
 /// Whether a value makes the group around its tag vanish: it is empty, a number of at most 1e-12 in
 /// size, or "nan".
-bool vanishesWithItsGroup(const QString &value);
+bool vanishesWithItsGroup(QStringView value);
 
 /// One template line while its attribute tags are being replaced.
 ///
@@ -30,7 +30,7 @@ class SubstitutionText
 public:
     /// @param scanned what has been scanned already, without brackets
     /// @param line    the rest
-    SubstitutionText(const QString &scanned, const QString &line);
+    SubstitutionText(QStringView scanned, QStringView line);
 
     /// Moves the scan to the next tag and cuts it out.
     /// @return what stood between the angle brackets, valid up to the next call of anything; null
@@ -38,7 +38,7 @@ public:
     QStringView takeTag();
 
     /// Puts a value in front of the unscanned part.
-    void insert(const QString &value);
+    void insert(QStringView value);
 
     /// Removes the innermost "[" to "]" around the scan position, if both exist. The scan goes on
     /// at the same index of the shortened text, so tags that slide to its left stay unexpanded.
@@ -60,7 +60,7 @@ private:
     void keep(int count);
     void drop(int count);
     void makeRoom(int count);
-    void pushBrackets(const QString &text);
+    void pushBrackets(QStringView text);
     void pushBracket(int fromEnd, bool isOpen);
 
     QVarLengthArray<QChar, 256> m_buffer;

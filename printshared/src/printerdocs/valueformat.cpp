@@ -1,12 +1,12 @@
-#include <algorithm>
 #include <array>
-#include <charconv>
 #include <limits>
 
 #include "hearth/fixnumber.h"
 #include "printerdocs/valueformat_p.h"
 
 namespace {
+
+constexpr int mostDecimals = std::numeric_limits<quint32>::digits10;
 
 /// 10 to the power of the number of decimals, in the 32 bits that a fixed-point number takes.
 quint32 powerOfTen(int decimals)
@@ -17,38 +17,62 @@ quint32 powerOfTen(int decimals)
     return power;
 }
 
+/// Negated as an unsigned number: the smallest 64-bit integer has no positive counterpart.
+quint64 magnitudeOf(qint64 value)
+{
+    return value < 0 ? ~static_cast<quint64>(value) + 1 : static_cast<quint64>(value);
+}
+
 /// Characters of the format that stand for digits.
 int digitsOfFormat(QStringView format)
 {
     return static_cast<int>(format.size() - qMax<qsizetype>(format.indexOf(QLatin1Char('0')), 0));
 }
 
-/// Whether the whole part of a number's text, up to the point, is what ofInteger() would make of
-/// it.
-bool printsAsItStands(QStringView whole, int digits)
+/// Appends the digits of a number, with zeros in front up to so many digits.
+void appendDigits(QString &text, quint64 number, int fewest)
 {
-    constexpr int mostSafeDigits = 9;  // of any whole number in 32 bits
-    const bool isNegative = whole.startsWith(QLatin1Char('-'));
-    const QStringView plain = isNegative ? whole.mid(1) : whole;
-    return plain.size() >= qMax(1, digits) && plain.size() <= mostSafeDigits &&
-           !(isNegative && plain.front() == QLatin1Char('0')) &&
-           std::all_of(plain.begin(), plain.end(),
-                       [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); });
+    std::array<QChar, std::numeric_limits<quint64>::digits10 + 1> digits;
+    auto first = digits.end();
+    do {
+        *--first = QLatin1Char(static_cast<char>('0' + number % 10));
+        number /= 10;
+    } while (number != 0);
+    const int count = static_cast<int>(digits.end() - first);
+    if (count < fewest)
+        text.resize(text.size() + fewest - count, QLatin1Char('0'));
+    text.append(&*first, count);
 }
 
-QString withFixedDecimals(QStringView wholeFormat, int decimals, double value)
+/// The whole part of a number with decimals.
+/// Intended: it passes through 32 bits. One that doesn't fit prints as 0, and the "-0" of a number
+/// between -1 and 0 loses its sign; printed receipts are compared with the fiscal memory's, which
+/// has it so. Tests: wholePartPassesThrough32Bits.
+int printedWhole(qint64 whole)
+{
+    using Limits = std::numeric_limits<int>;
+    return whole >= Limits::min() && whole <= Limits::max() ? static_cast<int>(whole) : 0;
+}
+
+void appendWithDecimals(QString &text, QStringView wholeFormat, int decimals, double value)
+{
+    const quint32 unit = powerOfTen(decimals);
+    const qint64 scaled = hearth::FixNumber(unit, value).value();
+    valueformat::appendInteger(text, wholeFormat, printedWhole(scaled / unit));
+    text += QLatin1Char('.');
+    appendDigits(text, magnitudeOf(scaled % unit), decimals);
+}
+
+/// More decimals than the power of ten of a fixed-point number can have.
+void appendWithTooManyDecimals(QString &text, QStringView wholeFormat, int decimals, double value)
 {
     const hearth::FixNumber number(powerOfTen(decimals), value);
-    const QString text = number.toString(QLatin1Char('.'), QChar());
-    const int point = text.indexOf(QLatin1Char('.'));
-    if (point > 0 && printsAsItStands(QStringView(text).left(point), digitsOfFormat(wholeFormat)))
-        return text;
-    // Intended: the whole part passes through 32 bits. One that doesn't fit prints as 0, and the
-    // "-0" of a number between -1 and 0 loses its sign; printed receipts are compared with the
-    // fiscal memory's, which has it so. Tests: wholePartPassesThrough32Bits.
-    const int whole = text.leftRef(point).toInt();
-    const QString fraction = point < 0 ? QString() : text.mid(point + 1);
-    return valueformat::ofInteger(wholeFormat, whole) + QLatin1Char('.') + fraction;
+    const QString digits = number.toString(QLatin1Char('.'), QChar());
+    const int point = digits.indexOf(QLatin1Char('.'));
+    valueformat::appendInteger(text, wholeFormat, digits.leftRef(point).toInt());
+    text += QLatin1Char('.');
+    if (point >= 0)
+        text += digits.midRef(point + 1);
 }
 
 /// In templates "m" and "M" both mean month, and "n" means minute.
@@ -64,37 +88,46 @@ QString toQtFormat(QStringView format, const char *defaultFormat)
 
 }  // namespace
 
+void valueformat::appendInteger(QString &text, QStringView format, qint64 value)
+{
+    if (value < 0)
+        text += QLatin1Char('-');
+    appendDigits(text, magnitudeOf(value), digitsOfFormat(format));
+}
+
+void valueformat::appendReal(QString &text, QStringView format, double value)
+{
+    const QStringView pattern = format.isEmpty() ? QStringView(u"0.00") : format;
+    const auto point = pattern.indexOf(QLatin1Char('.'));
+    if (point < 0)
+        return appendInteger(text, pattern, hearth::FixNumber(0, value).value());
+    const QStringView whole = pattern.left(point);
+    const QStringView behind = pattern.mid(point + 1);
+    const auto secondPoint = behind.indexOf(QLatin1Char('.'));
+    const QStringView decimals = secondPoint < 0 ? behind : behind.left(secondPoint);
+    const int count = static_cast<int>(decimals.size());
+    if (decimals.contains(QLatin1Char('E')))
+        text += QString::number(value, 'g', 6);
+    else if (count == 0)
+        text += QString::number(value, 'f', 6);
+    else if (count <= mostDecimals)
+        appendWithDecimals(text, whole, count, value);
+    else
+        appendWithTooManyDecimals(text, whole, count, value);
+}
+
 QString valueformat::ofInteger(QStringView format, qint64 value)
 {
-    const bool isNegative = value < 0;
-    // Negated as an unsigned number: the smallest 64-bit integer has no positive counterpart.
-    const quint64 magnitude =
-        isNegative ? ~static_cast<quint64>(value) + 1 : static_cast<quint64>(value);
-    std::array<char, std::numeric_limits<quint64>::digits10 + 1> digits{};
-    const auto end = std::to_chars(digits.begin(), digits.end(), magnitude).ptr;
-    const int count = static_cast<int>(end - digits.begin());
-    const int sign = isNegative ? 1 : 0;
-    QString text(sign + qMax(count, digitsOfFormat(format)), QLatin1Char('0'));
-    std::transform(digits.begin(), end, text.end() - count, [](char c) { return QLatin1Char(c); });
-    if (isNegative)
-        text[0] = QLatin1Char('-');
+    QString text;
+    appendInteger(text, format, value);
     return text;
 }
 
 QString valueformat::ofReal(QStringView format, double value)
 {
-    const QStringView pattern = format.isEmpty() ? QStringView(u"0.00") : format;
-    const auto point = pattern.indexOf(QLatin1Char('.'));
-    if (point < 0)
-        return ofInteger(pattern, hearth::FixNumber(0, value).value());
-    const QStringView behind = pattern.mid(point + 1);
-    const auto secondPoint = behind.indexOf(QLatin1Char('.'));
-    const QStringView decimals = secondPoint < 0 ? behind : behind.left(secondPoint);
-    if (decimals.contains(QLatin1Char('E')))
-        return QString::number(value, 'g', 6);
-    if (decimals.isEmpty())
-        return QString::number(value, 'f', 6);
-    return withFixedDecimals(pattern.left(point), static_cast<int>(decimals.size()), value);
+    QString text;
+    appendReal(text, format, value);
+    return text;
 }
 
 QString valueformat::ofDateTime(QStringView format, const QDateTime &value)

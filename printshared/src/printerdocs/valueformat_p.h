@@ -8,6 +8,10 @@
 /// with the operations of the same names in PrinterDocumentFormatter.
 namespace valueformat {
 
+/// The numbers go behind what the text has already: a receipt has thousands of them.
+void appendInteger(QString &text, QStringView format, qint64 value);
+void appendReal(QString &text, QStringView format, double value);
+
 QString ofInteger(QStringView format, qint64 value);
 QString ofReal(QStringView format, double value);
 QString ofDateTime(QStringView format, const QDateTime &value);
