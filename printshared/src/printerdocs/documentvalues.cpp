@@ -202,10 +202,12 @@ bool DocumentValues::insertAtOnce(QString &text, int keyLength) const
             continue;
         if (place < copied)
             return false;
+        if (inserted.isEmpty())
+            result.reserve(2 * text.size());
         result.append(text.constData() + copied, place - copied);
-        const QString value = valueOfRank(rank);
-        inserted.append({result.size(), result.size() + value.size()});
-        result += value;
+        const int begin = result.size();
+        appendValueOfRank(result, rank);
+        inserted.append({begin, result.size()});
         copied = place + keyLength;
     }
     if (inserted.isEmpty())
@@ -246,8 +248,19 @@ bool DocumentValues::holdsKey(const QString &text, int begin, int end, int keyLe
     return false;
 }
 
-QString DocumentValues::valueOfRank(int rank) const
+void DocumentValues::appendValueOfRank(QString &text, int rank) const
 {
     const QVariant &value = m_keys->valueOfRank(rank);
-    return value.type() == QVariant::String ? numberOrText(value).toString() : value.toString();
+    if (value.type() == QVariant::Double)
+        valueformat::appendShortest(text, value.toDouble());
+    else
+        text +=
+            value.type() == QVariant::String ? numberOrText(value).toString() : value.toString();
+}
+
+QString DocumentValues::valueOfRank(int rank) const
+{
+    QString text;
+    appendValueOfRank(text, rank);
+    return text;
 }

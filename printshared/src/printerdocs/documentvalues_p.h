@@ -38,6 +38,7 @@ private:
     bool insertAtOnce(QString &text, int keyLength) const;
     QString insertOneByOne(QString text, const KeyTable::Length &length) const;
     bool holdsKey(const QString &text, int begin, int end, int keyLength) const;
+    void appendValueOfRank(QString &text, int rank) const;
     QString valueOfRank(int rank) const;
     void logKeys();
 

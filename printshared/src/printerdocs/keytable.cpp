@@ -1,7 +1,9 @@
 #include "printerdocs/keytable_p.h"
 
 #include <QHash>
-#include <algorithm>
+#include <functional>
+#include <map>
+#include <utility>
 
 KeyTable::KeyTable(const Attributes &attributes)
 {
@@ -9,18 +11,20 @@ KeyTable::KeyTable(const Attributes &attributes)
     enter();
 }
 
+/// Sorts by counting: names differ in a few lengths only.
 void KeyTable::rank(const Attributes &attributes)
 {
-    m_ranks.reserve(static_cast<std::size_t>(attributes.size()));
+    std::map<int, int, std::greater<>> countOf;
     for (auto attribute = attributes.cbegin(); attribute != attributes.cend(); ++attribute)
-        m_ranks.push_back(attribute);
-    std::stable_sort(m_ranks.begin(), m_ranks.end(),
-                     [](const auto &a, const auto &b) { return a.key().size() > b.key().size(); });
-    for (int rank = 0; rank < size(); ++rank) {
-        const int characters = keyOfRank(rank).size();
-        if (m_lengths.empty() || m_lengths.back().characters != characters)
-            m_lengths.push_back({characters, rank});
+        ++countOf[attribute.key().size()];
+    int rank = 0;
+    for (auto &[characters, count] : countOf) {
+        m_lengths.push_back({characters, rank});
+        rank += std::exchange(count, rank);
     }
+    m_ranks.resize(static_cast<std::size_t>(rank));
+    for (auto attribute = attributes.cbegin(); attribute != attributes.cend(); ++attribute)
+        m_ranks[index(countOf[attribute.key().size()]++)] = attribute;
 }
 
 void KeyTable::enter()

@@ -13,7 +13,8 @@ constexpr double countsAsZero = 1e-12;
 
 int indexOf(const QChar *text, QChar wanted, int from, int size)
 {
-    return static_cast<int>(QStringView(text, size).indexOf(wanted, from));
+    const QChar *const found = std::find(text + from, text + size, wanted);
+    return found == text + size ? -1 : static_cast<int>(found - text);
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
+#include <QLocale>
 #include <array>
+#include <cmath>
 #include <limits>
 
 #include "hearth/fixnumber.h"
@@ -114,6 +116,31 @@ void valueformat::appendReal(QString &text, QStringView format, double value)
         appendWithDecimals(text, whole, count, value);
     else
         appendWithTooManyDecimals(text, whole, count, value);
+}
+
+/// Prices and amounts have few decimals: if a number is the double nearest to some ten thousandths,
+/// these are its shortest text, as no other number of so few digits has the same double.
+void valueformat::appendShortest(QString &text, double value)
+{
+    constexpr int parts = 10000;
+    constexpr double firstOfOtherShape = 1e5;  // from here on some have exponents
+    const double count = std::nearbyint(value * parts);
+    if (!(std::abs(value) < firstOfOtherShape) || count / parts != value || value == 0) {
+        text += QString::number(value, 'g', QLocale::FloatingPointShortest);
+        return;
+    }
+    const auto magnitude = static_cast<quint32>(std::abs(count));
+    if (value < 0)
+        text += QLatin1Char('-');
+    appendDigits(text, magnitude / parts, 1);
+    quint32 fraction = magnitude % parts;
+    if (fraction == 0)
+        return;
+    int decimals = 4;
+    for (; fraction % 10 == 0; fraction /= 10)
+        --decimals;
+    text += QLatin1Char('.');
+    appendDigits(text, fraction, decimals);
 }
 
 QString valueformat::ofInteger(QStringView format, qint64 value)

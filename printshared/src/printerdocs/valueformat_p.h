@@ -12,6 +12,9 @@ namespace valueformat {
 void appendInteger(QString &text, QStringView format, qint64 value);
 void appendReal(QString &text, QStringView format, double value);
 
+/// The shortest text that reads back as the same number, as QVariant::toString() gives it.
+void appendShortest(QString &text, double value);
+
 QString ofInteger(QStringView format, qint64 value);
 QString ofReal(QStringView format, double value);
 QString ofDateTime(QStringView format, const QDateTime &value);
