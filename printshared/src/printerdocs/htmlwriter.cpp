@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QUrl>
+#include <array>
 #include <charconv>
 
 #include "printerdocs/echarformat.h"
@@ -41,25 +42,38 @@ int endOfRun(QStringView text, const CharacterBytes &font, const CharacterBytes 
     return end;
 }
 
-QString percentOf(int part, int whole)
+/// The share of a cell in the width of its row.
+class Percentage
 {
-    if (whole <= 0)
-        return QString();
-    return QString::number(qint64(part) * 100 / whole) + QLatin1Char('%');
-}
+public:
+    Percentage(int part, int whole)
+    {
+        if (whole <= 0)
+            return;
+        char *const end =
+            std::to_chars(m_text.begin(), m_text.end(), qint64(part) * 100 / whole).ptr;
+        *end = '%';
+        m_size = static_cast<int>(end + 1 - m_text.begin());
+    }
+    QLatin1String text() const { return QLatin1String(m_text.data(), m_size); }
 
-QString cellAttributes(ETextAlignment alignment)
+private:
+    std::array<char, 8> m_text{};
+    int m_size = 0;
+};
+
+QLatin1String cellAttributes(ETextAlignment alignment)
 {
     switch (alignment) {
         case AlignCenter:
-            return QStringLiteral("colspan=\"2\" align = \"center\"");
+            return QLatin1String("colspan=\"2\" align = \"center\"");
         case AlignRight:
-            return QStringLiteral("colspan=\"2\" align = \"right\"");
+            return QLatin1String("colspan=\"2\" align = \"right\"");
         case AlignLeft:
         case AlignJustify:
             break;
     }
-    return QStringLiteral("colspan=\"2\" align = \"left\"");
+    return QLatin1String("colspan=\"2\" align = \"left\"");
 }
 
 QLatin1String divisionStart(ETextAlignment alignment)
@@ -176,7 +190,7 @@ void HtmlWriter::appendFilledRow(const QString &line, const QByteArray &font,
         appendTwoCells(line, CharacterBytes(font), CharacterBytes(format), rightAlign);
     else
         appendCell(line, CharacterBytes(font), CharacterBytes(format), cellAttributes(alignment),
-                   QString());
+                   QLatin1String());
     m_html += QLatin1String("</tr>");
 }
 
@@ -189,11 +203,12 @@ void HtmlWriter::appendTwoCells(const QString &line, const CharacterBytes &font,
     const int first = line.indexOf(tab);
     const int lastStart = line.lastIndexOf(tab) + 1;
     const int last = line.size() - lastStart;
-    const QString left = QStringLiteral("align = \"left\"");
-    appendCell(QStringView(line).left(first), font, format, left, percentOf(first, first + last));
+    const QLatin1String left("align = \"left\"");
+    appendCell(QStringView(line).left(first), font, format, left,
+               Percentage(first, first + last).text());
     appendCell(QStringView(line).mid(lastStart), font.from(first + 1), format.from(first + 1),
-               rightAlign ? QStringLiteral("align = \"right\"") : left,
-               percentOf(last, first + last));
+               rightAlign ? QLatin1String("align = \"right\"") : left,
+               Percentage(last, first + last).text());
 }
 
 void HtmlWriter::appendDivision(const QString &line, const QByteArray &font,
@@ -208,28 +223,13 @@ void HtmlWriter::appendDivision(const QString &line, const QByteArray &font,
     if (tabPlace.spaces > 1) {
         const QString wide =
             QString(line).replace(tabPlace.first, 1, QString(tabPlace.spaces, QLatin1Char(' ')));
-        appendCharacters(wide, CharacterBytes(widened(font, tabPlace)),
-                         CharacterBytes(widened(format, tabPlace)));
+        const QByteArray wideFont = widened(font, tabPlace);
+        const QByteArray wideFormat = widened(format, tabPlace);
+        appendCharacters(wide, CharacterBytes(wideFont), CharacterBytes(wideFormat));
     } else {
         appendCharacters(line, CharacterBytes(font), CharacterBytes(format));
     }
     m_html += QLatin1String("</div>");
-}
-
-void HtmlWriter::appendCell(QStringView text, const CharacterBytes &font,
-                            const CharacterBytes &format, const QString &attributes,
-                            const QString &width)
-{
-    m_html += QLatin1String("<td ");
-    m_html += attributes;
-    if (!width.isEmpty()) {
-        m_html += QLatin1String(" width=\"");
-        m_html += width;
-        m_html += QLatin1Char('"');
-    }
-    m_html += QLatin1String("> ");
-    appendCharacters(text, font, format);
-    m_html += QLatin1String(" </td>");
 }
 
 void HtmlWriter::appendCharacters(QStringView text, const CharacterBytes &font,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QLatin1String>
 #include <QString>
 #include <QStringView>
 
@@ -8,29 +9,33 @@
 
 /// The format or font bytes of a text, of whatever length: an empty array stands for zero bytes, a
 /// short one goes on with its last byte.
+/// Refers to the array.
 class CharacterBytes
 {
 public:
-    explicit CharacterBytes(const QByteArray &bytes, int start = 0) : m_bytes(bytes), m_start(start)
+    explicit CharacterBytes(const QByteArray &bytes)
+        : m_bytes(bytes.constData()), m_size(bytes.size()), m_last(m_size > 0 ? bytes.back() : '\0')
     {}
 
     char at(int character) const
     {
         const int index = m_start + character;
-        if (index < m_bytes.size())
-            return m_bytes.at(index);
-        return m_bytes.isEmpty() ? '\0' : m_bytes.back();
+        return index < m_size ? m_bytes[index] : m_last;
     }
 
     /// Those of the text from this character on.
     CharacterBytes from(int character) const
     {
-        return CharacterBytes(m_bytes, m_start + character);
+        CharacterBytes rest = *this;
+        rest.m_start += character;
+        return rest;
     }
 
 private:
-    QByteArray m_bytes;
-    int m_start;
+    const char *m_bytes;
+    int m_size;
+    int m_start = 0;
+    char m_last;
 };
 
 /// Appends the HTML of blocks to one text. Text isn't escaped: receipts carry HTML of their own.
@@ -53,8 +58,21 @@ public:
     void appendRow(const QString &line, const QByteArray &font, const QByteArray &format,
                    ETextAlignment alignment, bool rightAlign);
     /// A run of text in a table cell; an empty width leaves that attribute out.
+    template <typename Attributes, typename Width>
     void appendCell(QStringView text, const CharacterBytes &font, const CharacterBytes &format,
-                    const QString &attributes, const QString &width);
+                    Attributes attributes, Width width)
+    {
+        m_html += QLatin1String("<td ");
+        m_html += attributes;
+        if (!width.isEmpty()) {
+            m_html += QLatin1String(" width=\"");
+            m_html += width;
+            m_html += QLatin1Char('"');
+        }
+        m_html += QLatin1String("> ");
+        appendCharacters(text, font, format);
+        m_html += QLatin1String(" </td>");
+    }
     /// A run of text: its characters in their fonts and formats.
     void appendCharacters(QStringView text, const CharacterBytes &font,
                           const CharacterBytes &format);

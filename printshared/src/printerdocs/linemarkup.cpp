@@ -1,6 +1,7 @@
 #include <QVector>
 #include <algorithm>
 
+#include "printerdocs/charsearch_p.h"
 #include "printerdocs/latin1text_p.h"
 #include "printerdocs/linelimits_p.h"
 #include "printerdocs/linemarkup_p.h"
@@ -68,13 +69,6 @@ constexpr QLatin1String spacingTags[] = {
 constexpr int lowByte = 0xFF;
 constexpr int fontCount = 4;
 
-bool startsWith(const QChar *text, const QChar *end, QLatin1String tag)
-{
-    return end - text >= tag.size() &&
-           std::equal(tag.begin(), tag.end(), text,
-                      [](char a, QChar b) { return QLatin1Char(a) == b; });
-}
-
 /// A tag that stands at some place, and where it ends.
 struct FoundTag
 {
@@ -85,11 +79,11 @@ struct FoundTag
 FoundTag formatTagAt(const QChar *text, const QChar *end)
 {
     for (const FormatTag &tag : rangeOrder) {
-        if (startsWith(text, end, tag.wholeLine))
+        if (standsAt(text, end, tag.wholeLine))
             return {wholeLineKind(tag.flag), text + tag.wholeLine.size()};
-        if (startsWith(text, end, tag.open))
+        if (standsAt(text, end, tag.open))
             return {rangeKind(tag.flag), text + tag.open.size()};
-        if (startsWith(text, end, tag.close))
+        if (standsAt(text, end, tag.close))
             return {rangeKind(tag.flag), text + tag.close.size()};
     }
     return {};
@@ -125,11 +119,11 @@ FoundTag tagAt(const QChar *text, const QChar *end)
                      {emptyTag, EmptyTag},
                      {obsoleteTag, ObsoleteTag}};
     for (const auto &tag : plainTags) {
-        if (startsWith(text, end, tag.text))
+        if (standsAt(text, end, tag.text))
             return {tag.kind, text + tag.text.size()};
     }
     for (const QLatin1String tag : spacingTags) {
-        if (text[1] == QLatin1Char('L') && startsWith(text, end, tag))
+        if (text[1] == QLatin1Char('L') && standsAt(text, end, tag))
             return {SpacingTag, text + tag.size()};
     }
     const FoundTag format = formatTagAt(text, end);
@@ -193,7 +187,7 @@ public:
     }
     bool startsWith(QLatin1String tag) const
     {
-        return ::startsWith(m_characters + m_read, m_characters + size(), tag);
+        return standsAt(m_characters + m_read, m_characters + size(), tag);
     }
     QString textOf(int begin, int end) const { return QString(m_characters + begin, end - begin); }
     QChar at(int index) const { return m_characters[index]; }
@@ -270,7 +264,7 @@ LineMarkup::LineMarkup(const QString &line, unsigned char format)
 /// any: from the second hit on text and bytes part, and receipts are known to print that way.
 bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String replacement)
 {
-    int hit = m_text.indexOf(tag);
+    const int hit = placeOfTag(tag, m_text);
     if (hit < 0)
         return false;
     QChar *const text = m_text.data();
@@ -284,7 +278,7 @@ bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String replacement)
                                  [](char c) { return QLatin1Char(c); });
         const QChar *const rest = read + tag.size();
         read = std::find(rest, end, QChar(tag.front()));
-        while (read != end && !startsWith(read, end, tag))
+        while (read != end && !standsAt(read, end, tag))
             read = std::find(read + 1, end, QChar(tag.front()));
         written = std::copy(rest, read, written);
     }

@@ -1,3 +1,4 @@
+#include "printerdocs/charsearch_p.h"
 #include "printerdocs/documentvalues_p.h"
 #include "printerdocs/formattedline_p.h"
 #include "printerdocs/htmlwriter_p.h"
@@ -192,7 +193,7 @@ TextPrinterDocument documentOfLines(const QStringList &lines, int leftMargin, bo
     LineFormatter formatter(leftMargin);
     BlockList blocks;
     for (const QString &line : lines) {
-        const int tag = readsQrTag ? line.indexOf(qrTag) : -1;
+        const int tag = readsQrTag ? placeOfTag(qrTag, line) : -1;
         if (tag < 0)
             blocks.add(formatter.formatted(line));
         else

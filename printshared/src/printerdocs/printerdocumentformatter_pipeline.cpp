@@ -1,6 +1,7 @@
 #include <QFile>
 #include <algorithm>
 
+#include "printerdocs/charsearch_p.h"
 #include "printerdocs/documentvalues_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/printerdocumentformatter_p.h"
@@ -57,7 +58,7 @@ bool holdsKeyword(const QString &line, QLatin1String keyword)
 {
     const QStringView text(line);
     const QChar first(keyword.front());
-    for (auto place = text.indexOf(first); place >= 0; place = text.indexOf(first, place + 1)) {
+    for (int place = placeOf(first, text); place >= 0; place = placeOf(first, text, place + 1)) {
         if (text.size() - place < keyword.size())
             return false;
         if (std::equal(keyword.begin(), keyword.end(), text.begin() + place,

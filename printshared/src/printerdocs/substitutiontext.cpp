@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "printerdocs/charsearch_p.h"
 #include "printerdocs/numbertext_p.h"
 #include "printerdocs/substitutiontext_p.h"
 
@@ -11,21 +12,15 @@ namespace {
 constexpr int shortestAttributeTag = 5;
 constexpr double countsAsZero = 1e-12;
 
-int indexOf(const QChar *text, QChar wanted, int from, int size)
-{
-    const QChar *const found = std::find(text + from, text + size, wanted);
-    return found == text + size ? -1 : static_cast<int>(found - text);
-}
-
 }  // namespace
 
 AttributeTag AttributeTag::find(const QChar *text, int from, int size)
 {
     while (from < size) {
-        const int begin = indexOf(text, QLatin1Char('<'), from, size);
+        const int begin = placeOf(QLatin1Char('<'), QStringView(text, size), from);
         if (begin < 0)
             break;
-        const int end = indexOf(text, QLatin1Char('>'), begin, size);
+        const int end = placeOf(QLatin1Char('>'), QStringView(text, size), begin);
         if (end < 0)
             break;
         if (end - begin >= shortestAttributeTag)

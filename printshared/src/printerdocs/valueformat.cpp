@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "hearth/fixnumber.h"
+#include "printerdocs/charsearch_p.h"
 #include "printerdocs/valueformat_p.h"
 
 namespace {
@@ -28,7 +29,7 @@ quint64 magnitudeOf(qint64 value)
 /// Characters of the format that stand for digits.
 int digitsOfFormat(QStringView format)
 {
-    return static_cast<int>(format.size() - qMax<qsizetype>(format.indexOf(QLatin1Char('0')), 0));
+    return static_cast<int>(format.size()) - qMax(placeOf(QLatin1Char('0'), format), 0);
 }
 
 /// Appends the digits of a number, with zeros in front up to so many digits.
@@ -100,15 +101,15 @@ void valueformat::appendInteger(QString &text, QStringView format, qint64 value)
 void valueformat::appendReal(QString &text, QStringView format, double value)
 {
     const QStringView pattern = format.isEmpty() ? QStringView(u"0.00") : format;
-    const auto point = pattern.indexOf(QLatin1Char('.'));
+    const int point = placeOf(QLatin1Char('.'), pattern);
     if (point < 0)
         return appendInteger(text, pattern, hearth::FixNumber(0, value).value());
     const QStringView whole = pattern.left(point);
     const QStringView behind = pattern.mid(point + 1);
-    const auto secondPoint = behind.indexOf(QLatin1Char('.'));
+    const int secondPoint = placeOf(QLatin1Char('.'), behind);
     const QStringView decimals = secondPoint < 0 ? behind : behind.left(secondPoint);
     const int count = static_cast<int>(decimals.size());
-    if (decimals.contains(QLatin1Char('E')))
+    if (placeOf(QLatin1Char('E'), decimals) >= 0)
         text += QString::number(value, 'g', 6);
     else if (count == 0)
         text += QString::number(value, 'f', 6);
