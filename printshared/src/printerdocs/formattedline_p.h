@@ -26,5 +26,8 @@ struct FormattedLine
     DocumentBlock toBlock() const;
 };
 
+/// What is wanted of a line. Where only its text is, most lines go without the bytes.
+enum class LineParts { Text, All };
+
 FormattedLine formattedLine(const QString &line, LineFormat &carried, int lineSpacing,
-                            int leftMargin);
+                            int leftMargin, LineParts wanted = LineParts::All);

@@ -30,6 +30,8 @@ constexpr quint32 wholeLineKind(ECharFormat flag)
     return WholeLineTag * static_cast<quint32>(flag);
 }
 
+constexpr quint32 allRanges = RangeTag * 0x3FU;
+
 constexpr quint32 rangeKind(ECharFormat flag)
 {
     return RangeTag * static_cast<quint32>(flag);
@@ -100,7 +102,6 @@ FoundTag numberTagAt(const QChar *text, const QChar *end)
     if (stop == end || *stop != QLatin1Char('>'))
         return {};
     // A code can be that of "<" or of ">" and so make tags for the steps behind it.
-    constexpr quint32 allRanges = RangeTag * 0x3FU;
     return {isFont ? quint32(FontTag) : CodeTag | allRanges | FontTag, stop + 1};
 }
 
@@ -346,6 +347,11 @@ void LineMarkup::takeBrackets()
         replaceTag(emptyTag, QLatin1String());
 }
 
+bool LineMarkup::mayHoldCharacterTags() const
+{
+    return mayHold(CodeTag | allRanges | FontTag);
+}
+
 void LineMarkup::placeCodes()
 {
     m_formats = QByteArray(m_byteCount, static_cast<char>(m_firstFormat));
@@ -424,6 +430,10 @@ void LineMarkup::applyFormatRange(QLatin1String open, QLatin1String close, EChar
 
 void LineMarkup::applyFonts(unsigned char &font)
 {
+    if (!mayHoldCharacterTags() && font == m_firstFormat) {
+        m_fonts = m_formats;  // alike, so they share their bytes
+        return;
+    }
     QByteArray fonts(m_formats.size(), static_cast<char>(font));
     if (!mayHold(FontTag)) {
         m_fonts = fonts;

@@ -24,6 +24,8 @@ public:
     int takeSpacing(int otherwise);
     /// Takes the group brackets and the empty tag out.
     void takeBrackets();
+    /// Whether tags may be left that act on single characters; the steps that follow have no other.
+    bool mayHoldCharacterTags() const;
     /// Replaces the numeric tags by the characters of these codes.
     void placeCodes();
     /// Applies the open and close tags, also to `format`, which lasts beyond the line.

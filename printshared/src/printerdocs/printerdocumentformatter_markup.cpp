@@ -16,7 +16,7 @@ DocumentBlock FormattedLine::toBlock() const
 }
 
 FormattedLine formattedLine(const QString &line, LineFormat &carried, int lineSpacing,
-                            int leftMargin)
+                            int leftMargin, LineParts wanted)
 {
     if (line.isEmpty())
         return {true, line, {}, {}, carried.alignment, lineSpacing};
@@ -26,10 +26,12 @@ FormattedLine formattedLine(const QString &line, LineFormat &carried, int lineSp
     markup.wrapWholeLine();
     const int spacing = markup.takeSpacing(lineSpacing);
     markup.takeBrackets();
-    markup.placeCodes();
-    markup.applyFormats(carried.format);
-    markup.applyFonts(carried.font);
-    markup.trimFormats();
+    if (wanted == LineParts::All || markup.mayHoldCharacterTags()) {
+        markup.placeCodes();
+        markup.applyFormats(carried.format);
+        markup.applyFonts(carried.font);
+        markup.trimFormats();
+    }
     if (markup.text().isEmpty())
         return {};
     markup.addMargin(leftMargin);

@@ -32,14 +32,14 @@ constexpr qint64 htmlPerLine = 150;
 class LineFormatter
 {
 public:
-    explicit LineFormatter(int leftMargin)
-        : m_leftMargin(leftMargin), m_charactersMode(charactersMode())
+    explicit LineFormatter(int leftMargin, LineParts wanted = LineParts::All)
+        : m_leftMargin(leftMargin), m_wanted(wanted), m_charactersMode(charactersMode())
     {}
 
     /// A line without case folding.
     FormattedLine unfolded(const QString &line)
     {
-        return formattedLine(line, m_carried, 0, m_leftMargin);
+        return formattedLine(line, m_carried, 0, m_leftMargin, m_wanted);
     }
     FormattedLine formatted(const QString &line)
     {
@@ -66,6 +66,7 @@ private:
     }
 
     const int m_leftMargin;
+    const LineParts m_wanted;
     const IPrintDeviceSettings::ECharactersMode m_charactersMode;
     LineFormat m_carried;
 };
@@ -77,7 +78,7 @@ QStringList linesOf(const QString &text)
 
 QStringList textOfLines(const QStringList &lines, int leftMargin, int width)
 {
-    LineFormatter formatter(leftMargin);
+    LineFormatter formatter(leftMargin, LineParts::Text);
     const QString emptyLine(qBound(0, width, longestPaddedLine), QLatin1Char(' '));
     QStringList result;
     result.reserve(lines.size());
