@@ -33,10 +33,14 @@ void KeyTable::enter()
     std::size_t slots = 1;
     while (slots < slotsPerKey * m_ranks.size() + 1)
         slots *= 2;
-    m_slots.assign(slots, -1);
+    m_slots.resize(slots);
     for (int rank = 0; rank < size(); ++rank) {
         const QString &key = keyOfRank(rank);
-        m_slots[slotOf(key)] = rank;
+        const uint hash = hashOf(key);
+        std::size_t slot = hash & (slots - 1);
+        while (m_slots[slot].rank >= 0)
+            slot = (slot + 1) & (slots - 1);
+        m_slots[slot] = {hash, rank};
         if (!key.isEmpty())
             m_lengthsByFirst[key.at(0).unicode() % m_lengthsByFirst.size()] |= bit(key.size());
     }
@@ -52,15 +56,19 @@ quint64 KeyTable::lengthsIn(const QString &text) const
 
 int KeyTable::find(QStringView key) const
 {
-    return m_slots[slotOf(key)];
+    const std::size_t last = m_slots.size() - 1;
+    const uint hash = hashOf(key);
+    for (std::size_t slot = hash & last; m_slots[slot].rank >= 0; slot = (slot + 1) & last) {
+        const Slot &found = m_slots[slot];
+        if (found.hash == hash && QStringView(keyOfRank(found.rank)) == key)
+            return found.rank;
+    }
+    return -1;
 }
 
-/// Where the key is, or else where it would go.
-std::size_t KeyTable::slotOf(QStringView key) const
+/// Names that count up have neighbouring hashes by themselves; these are scattered.
+uint KeyTable::hashOf(QStringView key)
 {
-    const std::size_t last = m_slots.size() - 1;
-    std::size_t slot = qHash(key) & last;
-    while (m_slots[slot] >= 0 && QStringView(keyOfRank(m_slots[slot])) != key)
-        slot = (slot + 1) & last;
-    return slot;
+    constexpr quint64 scatter = 0x9E3779B97F4A7C15;  // 2^64 by the golden ratio
+    return static_cast<uint>((qHash(key) * scatter) >> 32U);
 }

@@ -49,15 +49,21 @@ public:
     }
 
 private:
+    struct Slot
+    {
+        uint hash = 0;
+        int rank = -1;  ///< -1: free
+    };
+
     static std::size_t index(int rank) { return static_cast<std::size_t>(rank); }
     static quint64 bit(int characters) { return quint64(1) << qMin(characters, 63); }
-    std::size_t slotOf(QStringView key) const;
+    static uint hashOf(QStringView key);
     int find(QStringView key) const;
     void rank(const Attributes &attributes);
     void enter();
 
     std::vector<Attributes::const_iterator> m_ranks;
     std::vector<Length> m_lengths;
-    std::vector<int> m_slots;  ///< a hash table of ranks, with room to spare; -1: free
+    std::vector<Slot> m_slots;                    ///< a hash table with room to spare
     std::array<quint64, 256> m_lengthsByFirst{};  ///< by the low byte of a name's first character
 };
