@@ -17,6 +17,7 @@ private:
             "{'attributes': {'SHOP': 'Kiosk', 'DOCNO': 7, 'QTY': 2, 'PRICE': 1.5, 'ZERO': 0, "
             "'A1': 5, 'EMPTY': '', 'WHEN': {'date': '2026-03-14'}, 'TAGGED': '<B:>x', "
             "'ENDED': 'x<:B>', 'REMOVES': '<:X>', 'GROUP': 'a]', 'GUEST': 'Maya <#3>', "
+            "'AT': {'datetime': '2026-03-14T18:05:30'}, 'CLOSES': {'time': '18:05:30'}, "
             "'Номер': 12, 'SHOP NAME': 'Kiosk', 'LOOP': '<LOOP>', 'GROWS': '<GROWS><GROWS>'}, "
             "'entries': 'Cash=10\\tChange=2.50'} ");
     }
@@ -146,6 +147,12 @@ private Q_SLOTS:
         row("decimal comma", "<PRICE*1,2>", true, "",
             "1:9: error: the last comma cuts the expression: \"PRICE*1\" is calculated, and \"2\" "
             "is its format [cut-expression]");
+        row("decimals of a whole number", "Paid <DOCNO,0.00>", true, "",
+            "1:13: warning: the format \"0.00\" is for real numbers, and the value is a whole one: "
+            "it prints \"0007\" [value-format]");
+        row("month for minutes", "<AT,dd.MM.yyyy HH:mm>", true, "",
+            "1:5: warning: in \"dd.MM.yyyy HH:mm\" the \"m\" behind the hours is the month, and "
+            "minutes are \"n\": it prints \"14.03.2026 18:03\" [value-format]");
         row("HTML habit", "a</b>", false, "",
             "1:2: warning: \"</b>\" prints as it stands; did you mean \"<:B>\"? "
             "[markup-spelling]");
@@ -210,6 +217,23 @@ private Q_SLOTS:
         filled("<X><NOSUCH><abc>", "");
         filled("<I>2 2 <ab></I>x", "");
         filled("a<X:>\n<NOSUCH>\n<:X>b<NOSUCH>", "3:6 unknown-attribute");
+        // An empty value: wanted in a group, and a mistake of the document elsewhere.
+        filled("[<EMPTY*2>]x", "");
+        filled("[a[b]<EMPTY*2>c]x", "");
+        filled("<EMPTY*2>x[a]", "1:7 bad-expression");
+        filled("[a]<EMPTY*2>]x", "1:10 bad-expression 1:13 unmatched-bracket");
+        filled("[<QTY**PRICE>]x", "1:7 bad-expression");
+        // Formats and the kinds of values.
+        blank("<DOCNO,0.00><WHEN,hh:mm>", "");
+        filled("<DOCNO,0000><PRICE,0.00><PRICE,000><QTY*1,0.00><DOCNO,>", "");
+        filled("<AT,dd.mm.yy hh:nn><AT,hhnn><WHEN,d.m.yy><CLOSES,h:nn><AT,d/m>", "");
+        filled("<QTY,.0>x<PRICE,dd.mm>", "1:6 value-format 1:17 value-format");
+        filled("<AT,hh:mm><AT,HHMM><CLOSES,hh.mm>",
+               "1:5 value-format 1:15 value-format 1:28 value-format");
+        filled("<AT,0.00><WHEN,dd.mm hh:nn><CLOSES,dd.mm>",
+               "1:5 value-format 1:16 value-format 1:36 value-format");
+        filled("<SHOP,0.00><SHOP,x><SHOP,dd.mm.yyyy>", "1:26 value-format");
+        filled("<EMPTY,dd.mm.yyyy>x<X:><DOCNO,0.00><:X>", "");
         // Short tags and spelling.
         blank("<ABC><AB><A1><A,0><A*2><tag>",
               "1:1 short-tag 1:6 short-tag 1:10 short-tag 1:14 short-tag 1:19 short-tag "
@@ -523,6 +547,9 @@ private Q_SLOTS:
                                  << "--symbols: \"/nowhere\" is no folder";
         QTest::newRow("standard input twice")
             << QStringList{"--data", "-"} << "standard input can be only one of the files";
+        QTest::newRow("document in the place of a template")
+            << QStringList{"sale.JSON"}
+            << "lint: \"sale.JSON\" is no template; a document is named with --data";
         QTest::newRow("watched standard input")
             << QStringList{"--watch"} << "--watch: standard input can't be watched";
     }

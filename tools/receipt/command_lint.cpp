@@ -291,6 +291,19 @@ int run(Task task)
     return isRead ? status : tool::BadInput;
 }
 
+/// Whether none of the templates is a document in the place that other commands have for it.
+bool areTemplates(const QStringList &files)
+{
+    const auto document = std::find_if(files.cbegin(), files.cend(), [](const QString &file) {
+        return file.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
+    });
+    if (document == files.cend())
+        return true;
+    tool::complain(QStringLiteral("lint: \"%1\" is no template; a document is named with --data")
+                       .arg(*document));
+    return false;
+}
+
 std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &options)
 {
     Task task;
@@ -303,8 +316,9 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
     task.watches = parser.isSet(tool::watchOption().names().constFirst());
     const auto codec = tool::codecOf(parser);
     const auto form = formOf(parser, options);
-    if (!codec || !form || !readPaper(parser, options, task.options) ||
-        !readCodePage(parser, options, task.options) || !readSymbolFolder(parser, options) ||
+    if (!areTemplates(task.templates) || !codec || !form ||
+        !readPaper(parser, options, task.options) || !readCodePage(parser, options, task.options) ||
+        !readSymbolFolder(parser, options) ||
         !tool::readsInputOnce(task.templates + QStringList(task.data)))
         return std::nullopt;
     task.codec = *codec;

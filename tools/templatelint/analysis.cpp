@@ -73,13 +73,30 @@ SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
     return result;
 }
 
+/// Whether an unmatched "[" stands in front of a place, and what closes it behind.
+bool isInGroup(const QString &line, int place)
+{
+    int opened = 0;
+    for (int i = 0; i < place; ++i) {
+        if (line.at(i) == QLatin1Char('['))
+            ++opened;
+        else if (line.at(i) == QLatin1Char(']') && opened > 0)
+            --opened;
+    }
+    return opened > 0 && line.indexOf(QLatin1Char(']'), place) >= 0;
+}
+
 QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge)
 {
     QVector<TagFault> faults;
     for (const TemplateLine &line : piece.lines) {
         for (const AttributeTag &tag : line.tags) {
             const TagVerdict verdict = judge.verdictOf(tag);
-            if (verdict.fault != TagVerdict::None && piece.isPrinted(line.offsetOf(tag)))
+            // An empty value takes the group along, as its author wants.
+            const bool isWanted =
+                verdict.isOfEmptyValue && isInGroup(line.text.characters, tag.begin);
+            if (verdict.fault != TagVerdict::None && !isWanted &&
+                piece.isPrinted(line.offsetOf(tag)))
                 faults.append({line.offsetOf(tag) + verdict.index, verdict});
         }
     }

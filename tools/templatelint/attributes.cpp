@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "expression.h"
+#include "formats.h"
 #include "templatelint.h"
 
 namespace templatelint {
@@ -77,8 +78,10 @@ TagVerdict TagJudge::verdictOf(const AttributeTag &tag)
 TagVerdict TagJudge::judged(const AttributeTag &tag)
 {
     if (isEntriesTag(tag.inner) || isFiscalMarker(tag.inner) ||
-        tag.inner.contains(QLatin1Char('<')) || (m_values != nullptr && m_values->has(tag.name)))
+        tag.inner.contains(QLatin1Char('<')))
         return {};
+    if (m_values != nullptr && m_values->has(tag.name))
+        return judgedByFormat(tag);
     if (tag.inner.startsWith(QLatin1String(symbolsTag.data() + 1)))
         return {
             TagVerdict::Misspelt, 0,
@@ -91,6 +94,15 @@ TagVerdict TagJudge::judged(const AttributeTag &tag)
         return {TagVerdict::BadExpression, 1,
                 QStringLiteral("\"<%1>\" has no name").arg(clipped(tag.inner))};
     return m_values == nullptr ? judgedByShape(tag) : judgedByValues(tag);
+}
+
+TagVerdict TagJudge::judgedByFormat(const AttributeTag &tag)
+{
+    const QString fault = formatFault(m_values->document().attributeValue(tag.name), tag.format,
+                                      m_values->ofTag(tag.inner).value_or(QString()));
+    if (fault.isEmpty())
+        return {};
+    return {TagVerdict::Misformatted, tag.name.size() + 2, fault};
 }
 
 /// Without values only what no value can mend, or hardly.
@@ -167,7 +179,9 @@ TagVerdict TagJudge::badExpression(const QString &name) const
     const int index = !fault.exists || fault.isAtEnd
                           ? name.size()
                           : Text::offsetOf(inserted.origins.value(fault.begin, name.size()));
-    return expressionFault(name, inserted.text, fault, index);
+    TagVerdict verdict = expressionFault(name, inserted.text, fault, index);
+    verdict.isOfEmptyValue = m_values->haveEmptyOneIn(name);
+    return verdict;
 }
 
 QString TagJudge::hintFor(const QString &name)

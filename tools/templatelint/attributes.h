@@ -11,10 +11,11 @@ namespace templatelint {
 /// What is wrong with an attribute tag.
 struct TagVerdict
 {
-    enum Fault { None, UnknownAttribute, BadExpression, CutExpression, Misspelt };
+    enum Fault { None, UnknownAttribute, BadExpression, CutExpression, Misspelt, Misformatted };
     Fault fault = None;
     int index = 0;  ///< of the mistake, counted from the "<"
     QString message;
+    bool isOfEmptyValue = false;  ///< an attribute in it has no value in this document
 };
 
 /// Tells what is wrong with attribute tags, of each tag once.
@@ -27,6 +28,7 @@ public:
 
 private:
     TagVerdict judged(const AttributeTag &tag);
+    TagVerdict judgedByFormat(const AttributeTag &tag);
     TagVerdict judgedByShape(const AttributeTag &tag) const;
     TagVerdict judgedByValues(const AttributeTag &tag);
     TagVerdict unknownWord(const QString &name, bool hasValue);

@@ -9,6 +9,7 @@ class Report;
 void checkUnknownAttributes(const Analysis &analysis, Report &report);
 void checkExpressions(const Analysis &analysis, Report &report);
 void checkCutExpressions(const Analysis &analysis, Report &report);
+void checkValueFormats(const Analysis &analysis, Report &report);
 void checkShortTags(const Analysis &analysis, Report &report);
 void checkMarkupSpelling(const Analysis &analysis, Report &report);
 void checkUnterminatedTags(const Analysis &analysis, Report &report);

@@ -134,6 +134,11 @@ void checkCutExpressions(const Analysis &analysis, Report &report)
     reportTags(analysis, TagVerdict::CutExpression, report);
 }
 
+void checkValueFormats(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::Misformatted, report);
+}
+
 void checkShortTags(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {

@@ -30,6 +30,14 @@ constexpr Rule table[] = {
      "it, and a decimal point is a point.",
      "Ways to choose: <ncr(5,2)>", "Ways to choose: <ncr(5,2),0>", noDocument, noArguments,
      checkCutExpressions},
+    {"value-format", Severity::Warning, "a format that isn't for its kind of value",
+     "A format is read by the kind of the value. A whole number has no decimals, and \"0.00\" "
+     "means "
+     "four digits there: hand amounts over as text, such as \"10.00\", or calculate, as in "
+     "<PAID*1>. In a date format \"m\" is the month and \"n\" the minute. A text has no format; a "
+     "date is handed over as {\"datetime\": \"2026-03-14T18:05:30\"}. Needs --data.",
+     "Paid <PAID,0.00>", "Paid <PAID*1,0.00>", R"({"attributes": {"PAID": 10}})", noArguments,
+     checkValueFormats},
     {"short-tag", Severity::Warning, "a tag too short to be an attribute",
      "A tag with fewer than four characters between its brackets is never filled and prints as it "
      "stands. A longer name helps, a format, or blanks in an expression.",

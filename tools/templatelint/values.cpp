@@ -61,6 +61,14 @@ bool Values::evaluates(const QString &expression)
     return !has(expression) && text && !text->isEmpty();
 }
 
+bool Values::haveEmptyOneIn(const QString &expression) const
+{
+    return std::any_of(m_longestFirst.cbegin(), m_longestFirst.cend(), [&](const QString &name) {
+        return !name.isEmpty() && expression.contains(name) &&
+               m_document.attributeValue(name).toString().isEmpty();
+    });
+}
+
 Inserted Values::insertedInto(const QString &expression) const
 {
     Inserted result{expression, QVector<int>(expression.size()), {}, {}, false};

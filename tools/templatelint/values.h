@@ -35,6 +35,8 @@ public:
     std::optional<QString> ofTag(const QString &inner);
     /// Whether an expression over the attributes can be evaluated.
     bool evaluates(const QString &expression);
+    /// Whether the name of an attribute that holds no text stands in an expression.
+    bool haveEmptyOneIn(const QString &expression) const;
     /// Whether a value holds a character that tags and groups are made of.
     bool holdMarkup() const { return m_holdMarkup; }
     /// The values put in one by one, the longest name first.
