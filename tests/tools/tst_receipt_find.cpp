@@ -72,7 +72,8 @@ private Q_SLOTS:
         QCOMPARE(lines.at(1).simplified(), printer.portPath() +
                                                " EPSON_EU_4XX EPSON EU-4XX 115200 8N1, flow "
                                                "control none");
-        QCOMPARE(run.errors, printer.portName() +
+        QCOMPARE(run.errors, "receipt: find: there is no port /dev/no-such-port\n" +
+                                 printer.portName() +
                                  ": line setting 1 of 63, Custom, Citizen, Epson, 115200 baud\n");
     }
 
@@ -140,7 +141,8 @@ private Q_SLOTS:
         const Run run = receipt({"--port", "no-such-port"});
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(run.output, QString());
-        QCOMPARE(run.errors, QString("receipt: There no devices finded\n"));
+        QCOMPARE(run.errors, QString("receipt: find: there is no port /dev/no-such-port\n"
+                                     "receipt: There no devices finded\n"));
     }
 
     void interruptCancels()

@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QSocketNotifier>
@@ -168,6 +169,24 @@ int confirm(const QString &fileName, bool asJson, bool verbose)
         asJson);
 }
 
+/// Where a port lies, as QSerialPort reads its name.
+QString locationOf(const QString &port)
+{
+    const auto begins = [&port](const char *start) {
+        return port.startsWith(QLatin1String(start));
+    };
+    return begins("/") || begins("./") || begins("../") ? port : QStringLiteral("/dev/") + port;
+}
+
+/// The search passes over a port that isn't there, and its name may be mistyped.
+void complainOfMissing(const QStringList &ports)
+{
+    for (const QString &port : ports) {
+        if (!QFileInfo::exists(locationOf(port)))
+            tool::complain(QStringLiteral("find: there is no port %1").arg(locationOf(port)));
+    }
+}
+
 int search(const QStringList &ports, bool asJson, bool verbose)
 {
     return report(run(verbose, {},
@@ -222,5 +241,7 @@ int runFind(const QStringList &arguments)
         return confirm(parser.value(confirmOption), asJson, verbose);
     if (parser.isSet(virtualOption))
         return searchVirtual(parser.value(virtualOption), asJson, verbose);
-    return search(parser.values(portOption), asJson, verbose);
+    const QStringList ports = parser.values(portOption);
+    complainOfMissing(ports);
+    return search(ports, asJson, verbose);
 }
