@@ -73,28 +73,41 @@ SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
     return result;
 }
 
-/// Whether an unmatched "[" stands in front of a place, and what closes it behind.
-bool isInGroup(const QString &line, int place)
+/// Tells which places of a line lie in a group; asked from left to right, so that a line of any
+/// length is read once.
+class Groups
 {
-    int opened = 0;
-    for (int i = 0; i < place; ++i) {
-        if (line.at(i) == QLatin1Char('['))
-            ++opened;
-        else if (line.at(i) == QLatin1Char(']') && opened > 0)
-            --opened;
+public:
+    explicit Groups(const QString &line)
+        : m_line(line), m_lastClose(line.lastIndexOf(QLatin1Char(']')))
+    {}
+    bool contain(int place)
+    {
+        for (; m_place < place; ++m_place) {
+            if (m_line.at(m_place) == QLatin1Char('['))
+                ++m_opened;
+            else if (m_line.at(m_place) == QLatin1Char(']') && m_opened > 0)
+                --m_opened;
+        }
+        return m_opened > 0 && m_lastClose >= place;
     }
-    return opened > 0 && line.indexOf(QLatin1Char(']'), place) >= 0;
-}
+
+private:
+    const QString &m_line;
+    int m_lastClose;
+    int m_place = 0;
+    int m_opened = 0;
+};
 
 QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge)
 {
     QVector<TagFault> faults;
     for (const TemplateLine &line : piece.lines) {
+        Groups groups(line.text.characters);
         for (const AttributeTag &tag : line.tags) {
             const TagVerdict verdict = judge.verdictOf(tag);
-            // An empty value takes the group along, as its author wants.
-            const bool isWanted =
-                verdict.isOfEmptyValue && isInGroup(line.text.characters, tag.begin);
+            // An empty value takes its group along, as the author wants.
+            const bool isWanted = verdict.isOfEmptyValue && groups.contain(tag.begin);
             if (verdict.fault != TagVerdict::None && !isWanted &&
                 piece.isPrinted(line.offsetOf(tag)))
                 faults.append({line.offsetOf(tag) + verdict.index, verdict});

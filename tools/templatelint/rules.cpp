@@ -21,7 +21,8 @@ constexpr Rule table[] = {
      checkUnknownAttributes},
     {"bad-expression", Severity::Error, "an expression that can't be evaluated",
      "An expression with a mistake prints nothing. The column is the place where its reading "
-     "stopped. Without --data only mistakes are reported that no value can mend.",
+     "stopped. Without --data only mistakes are reported that no value can mend. An empty value in "
+     "a group is none: the group goes.",
      "Total<S><QTY*(PRICE+TAX,0.00>", "Total<S><QTY*(PRICE+TAX),0.00>",
      R"({"attributes": {"QTY": 2, "PRICE": 1.85, "TAX": 0.15}})", noArguments, checkExpressions},
     {"cut-expression", Severity::Error, "an expression that its own last comma cuts",
