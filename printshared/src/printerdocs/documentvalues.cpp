@@ -165,33 +165,26 @@ void DocumentValues::logKeys()
 QString DocumentValues::withValuesInserted(const QString &expression) const
 {
     QString text = expression;
-    quint64 lengths = m_keys->lengthsIn(text);
+    quint64 lengths = m_keys->lengthsIn(text, 0, text.size());
     for (const KeyTable::Length &length : m_keys->lengths()) {
         if (!KeyTable::mayHold(lengths, length.characters))
             continue;
-        const QString filled = withValuesOfLength(text, length);
-        if (filled.constData() == text.constData())
+        if (length.characters == 0)
+            text.replace(QString(), valueOfRank(length.firstRank));
+        else if (!insertAtOnce(text, length.characters, lengths))
+            text = insertOneByOne(text, length);
+        else
             continue;
-        text = filled;
-        lengths = m_keys->lengthsIn(text);
+        lengths = m_keys->lengthsIn(text, 0, text.size());
     }
     return text;
 }
 
-/// The text itself if there is no such key.
-QString DocumentValues::withValuesOfLength(const QString &text,
-                                           const KeyTable::Length &length) const
-{
-    QString result = text;
-    if (length.characters == 0)
-        return result.replace(QString(), valueOfRank(length.firstRank));
-    return insertAtOnce(result, length.characters) ? result : insertOneByOne(text, length);
-}
-
 /// Replaces all keys of one length in one pass. That is only right if they don't overlap and if no
-/// value completes another such key; otherwise the order of the keys matters, and the result is
-/// false.
-bool DocumentValues::insertAtOnce(QString &text, int keyLength) const
+/// value completes another such key; otherwise the order of the keys matters, the text stays as it
+/// is, and the result is false.
+/// @param lengths takes up the lengths of the keys that can begin in the values
+bool DocumentValues::insertAtOnce(QString &text, int keyLength, quint64 &lengths) const
 {
     QString result;
     int copied = 0;
@@ -213,11 +206,12 @@ bool DocumentValues::insertAtOnce(QString &text, int keyLength) const
     if (inserted.isEmpty())
         return true;
     result.append(text.constData() + copied, text.size() - copied);
-    for (const auto &piece : inserted) {
-        if (holdsKey(result, piece.first - keyLength + 1, piece.second + keyLength - 1, keyLength))
+    for (const auto &[begin, end] : inserted) {
+        if (holdsKey(result, begin - keyLength + 1, end + keyLength - 1, keyLength))
             return false;
+        lengths |= m_keys->lengthsIn(result, begin, end);
     }
-    text = result;
+    text.swap(result);
     return true;
 }
 

@@ -34,8 +34,7 @@ private:
     QStringView textOfNumber(double value, QStringView format);
     std::optional<double> evaluate(const QString &expression);
     QString withValuesInserted(const QString &expression) const;
-    QString withValuesOfLength(const QString &text, const KeyTable::Length &length) const;
-    bool insertAtOnce(QString &text, int keyLength) const;
+    bool insertAtOnce(QString &text, int keyLength, quint64 &lengths) const;
     QString insertOneByOne(QString text, const KeyTable::Length &length) const;
     bool holdsKey(const QString &text, int begin, int end, int keyLength) const;
     void appendValueOfRank(QString &text, int rank) const;

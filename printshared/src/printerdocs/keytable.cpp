@@ -1,8 +1,6 @@
 #include "printerdocs/keytable_p.h"
 
 #include <QHash>
-#include <functional>
-#include <map>
 #include <utility>
 
 KeyTable::KeyTable(const Attributes &attributes)
@@ -11,20 +9,25 @@ KeyTable::KeyTable(const Attributes &attributes)
     enter();
 }
 
-/// Sorts by counting: names differ in a few lengths only.
+/// Sorts by counting the names of each length.
 void KeyTable::rank(const Attributes &attributes)
 {
-    std::map<int, int, std::greater<>> countOf;
-    for (auto attribute = attributes.cbegin(); attribute != attributes.cend(); ++attribute)
-        ++countOf[attribute.key().size()];
-    int rank = 0;
-    for (auto &[characters, count] : countOf) {
-        m_lengths.push_back({characters, rank});
-        rank += std::exchange(count, rank);
+    std::vector<int> countOf;
+    for (auto attribute = attributes.cbegin(); attribute != attributes.cend(); ++attribute) {
+        const std::size_t characters = index(attribute.key().size());
+        if (characters >= countOf.size())
+            countOf.resize(characters + 1);
+        ++countOf[characters];
     }
-    m_ranks.resize(static_cast<std::size_t>(rank));
+    int rank = 0;
+    for (std::size_t characters = countOf.size(); characters-- > 0;) {
+        if (countOf[characters] > 0)
+            m_lengths.push_back({static_cast<int>(characters), rank});
+        rank += std::exchange(countOf[characters], rank);
+    }
+    m_ranks.resize(index(rank));
     for (auto attribute = attributes.cbegin(); attribute != attributes.cend(); ++attribute)
-        m_ranks[index(countOf[attribute.key().size()]++)] = attribute;
+        m_ranks[index(countOf[index(attribute.key().size())]++)] = attribute;
 }
 
 void KeyTable::enter()
@@ -46,11 +49,11 @@ void KeyTable::enter()
     }
 }
 
-quint64 KeyTable::lengthsIn(const QString &text) const
+quint64 KeyTable::lengthsIn(const QString &text, int begin, int end) const
 {
     quint64 lengths = bit(0);  // an empty name stands everywhere
-    for (const QChar c : text)
-        lengths |= m_lengthsByFirst[c.unicode() % m_lengthsByFirst.size()];
+    for (int place = begin; place < end; ++place)
+        lengths |= lengthsOf(text.at(place));
     return lengths;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringView>
 #include <QVariant>
 #include <array>
 #include <vector>
@@ -32,8 +33,9 @@ public:
     const QString &keyOfRank(int rank) const { return m_ranks[index(rank)].key(); }
     const QVariant &valueOfRank(int rank) const { return m_ranks[index(rank)].value(); }
 
-    /// A bit for each length that a name in the text could have; see mayHold().
-    quint64 lengthsIn(const QString &text) const;
+    /// A bit for each length that a name could have that begins in this part of a text; see
+    /// mayHold().
+    quint64 lengthsIn(const QString &text, int begin, int end) const;
     /// Whether that says that there may be a name of so many characters.
     static bool mayHold(quint64 lengths, int characters)
     {
@@ -42,8 +44,7 @@ public:
     /// The rank of the name of so many characters that stands at the place; -1: none.
     int rankAt(const QString &text, int place, int characters) const
     {
-        const ushort first = text.at(place).unicode();
-        return mayHold(m_lengthsByFirst[first % m_lengthsByFirst.size()], characters)
+        return mayHold(lengthsOf(text.at(place)), characters)
                    ? find(QStringView(text).mid(place, characters))
                    : -1;
     }
@@ -55,7 +56,11 @@ private:
         int rank = -1;  ///< -1: free
     };
 
-    static std::size_t index(int rank) { return static_cast<std::size_t>(rank); }
+    static std::size_t index(int number) { return static_cast<std::size_t>(number); }
+    quint64 lengthsOf(QChar first) const
+    {
+        return m_lengthsByFirst[first.unicode() % m_lengthsByFirst.size()];
+    }
     static quint64 bit(int characters) { return quint64(1) << qMin(characters, 63); }
     static uint hashOf(QStringView key);
     int find(QStringView key) const;

@@ -126,7 +126,8 @@ void valueformat::appendShortest(QString &text, double value)
     constexpr int parts = 10000;
     constexpr double firstOfOtherShape = 1e5;  // from here on some have exponents
     const double count = std::nearbyint(value * parts);
-    if (!(std::abs(value) < firstOfOtherShape) || count / parts != value || value == 0) {
+    if (!(std::abs(value) < firstOfOtherShape) || count / parts != value ||
+        (value == 0 && std::signbit(value))) {
         text += QString::number(value, 'g', QLocale::FloatingPointShortest);
         return;
     }
