@@ -376,6 +376,10 @@ private Q_SLOTS:
         QVERIFY(!cellAt(unable, 0).has(Cell::Symbol));
         QCOMPARE(unable.warnings(), QStringList("block 1: the symbol 3 is blank: font 0 of "
                                                 "NP_F209_2D takes no drawings"));
+        document.setCharImages({{3, filledImage(20, 30, 8)}});
+        const Layout tooLarge(document, paperOf());
+        QCOMPARE(tooLarge.warnings(), QStringList("block 1: the symbol 3 is blank: it has no "
+                                                  "drawing that fits 10 x 24 dots"));
     }
 
     void pictureIsPlacedDotForDot_data()

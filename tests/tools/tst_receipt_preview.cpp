@@ -299,6 +299,21 @@ private Q_SLOTS:
         QCOMPARE(watcher.end(), 0);
     }
 
+    void watchingEndsAlsoWhileADrawingNeverEnds()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("r.cpt", "a<SELFX>");
+        const QString data = folder.file("d.json", R"({"attributes": {"SELFX": "<SELFX>"}})");
+        QProcess program;
+        program.start(RECEIPT_PROGRAM,
+                      {"preview", text, data, "--output", folder.path("r.png"), "--watch"});
+        QVERIFY(program.waitForStarted());
+        QVERIFY(!program.waitForFinished(300));
+        program.terminate();
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitStatus(), QProcess::CrashExit);
+    }
+
     void watchingOutlivesBadInput()
     {
         const WorkFolder folder;

@@ -67,6 +67,27 @@ private:
     int m_descriptor = -1;
 };
 
+/// Lets Ctrl+C and termination kill the program, for as long as the object lives: a run may take
+/// long, or never end.
+class KillOnSignals
+{
+public:
+    KillOnSignals()
+    {
+        sigset_t signals{};
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGINT);
+        sigaddset(&signals, SIGTERM);
+        sigprocmask(SIG_UNBLOCK, &signals, &m_previous);
+    }
+    ~KillOnSignals() { sigprocmask(SIG_SETMASK, &m_previous, nullptr); }
+    KillOnSignals(const KillOnSignals &) = delete;
+    KillOnSignals &operator=(const KillOnSignals &) = delete;
+
+private:
+    sigset_t m_previous{};
+};
+
 class Watch
 {
 public:
@@ -86,7 +107,7 @@ public:
         // What changes during the first run is a change, too.
         watchAll();
         m_stamps = stamps();
-        m_status = m_run();
+        runOnce();
         say(QStringLiteral("Watching %1; Ctrl+C ends.")
                 .arg(m_fileNames.join(QStringLiteral(", "))));
         look();
@@ -95,6 +116,12 @@ public:
     }
 
 private:
+    void runOnce()
+    {
+        const KillOnSignals killed;
+        m_status = m_run();
+    }
+
     void await(bool changed)
     {
         m_changed = m_changed || changed;
@@ -161,7 +188,7 @@ private:
             return;
         m_changed = false;
         m_stamps = now;
-        m_status = m_run();
+        runOnce();
         // A change during the run may have come too early for a watch that was set up anew.
         m_settled.start(settleMilliseconds);
     }

@@ -43,6 +43,7 @@ private:
     /// How many cells of this width a line leaves free; below 1 it fills the paper or overflows it.
     int freeCells(const TextLine &line, int unit) const;
     void addTab(Cell cell, int unit, int freeCells);
+    void warnOfBlankSymbol(int code, const FontInfo &font);
     void addSymbol(const TextLine &line, int index);
     void addCell(Cell cell);
     void endRow();

@@ -1,6 +1,8 @@
 #include <QTextCodec>
 
 #include "layoutbuilder.h"
+
+#include <algorithm>
 #include "printerdocs/echarformat.h"
 
 namespace receiptpreview {
@@ -117,15 +119,30 @@ void LayoutBuilder::addSymbol(const TextLine &line, int index)
     }
     const auto key = std::make_tuple(code, int(font.width()), int(font.height()));
     if (m_layout.m_symbols.count(key) == 0) {
-        if (!font.customSymbols())
-            warn(QStringLiteral("the symbol %1 is blank: font %2 of %3 takes no drawings")
-                     .arg(code)
-                     .arg(font.idAsString(), m_layout.m_paper.model().id()));
-        else if (!m_symbols.contains(static_cast<signed char>(code)))
-            warn(QStringLiteral("the symbol %1 is blank: it has no drawing").arg(code));
+        warnOfBlankSymbol(code, font);
         m_layout.m_symbols[key] = m_symbols.getImage(code, font.width(), font.height());
     }
     addCell(cell);
+}
+
+void LayoutBuilder::warnOfBlankSymbol(int code, const FontInfo &font)
+{
+    const QList<MonochromeImage> drawings = m_symbols.values(static_cast<signed char>(code));
+    const auto fits = [&font](const MonochromeImage &drawing) {
+        return drawing.isValid() && drawing.width() <= font.width() &&
+               drawing.height() <= font.height();
+    };
+    if (!font.customSymbols())
+        warn(QStringLiteral("the symbol %1 is blank: font %2 of %3 takes no drawings")
+                 .arg(code)
+                 .arg(font.idAsString(), m_layout.m_paper.model().id()));
+    else if (drawings.isEmpty())
+        warn(QStringLiteral("the symbol %1 is blank: it has no drawing").arg(code));
+    else if (std::none_of(drawings.cbegin(), drawings.cend(), fits))
+        warn(QStringLiteral("the symbol %1 is blank: it has no drawing that fits %2 x %3 dots")
+                 .arg(code)
+                 .arg(font.width())
+                 .arg(font.height()));
 }
 
 void LayoutBuilder::addCell(Cell cell)
