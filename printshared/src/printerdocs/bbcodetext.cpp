@@ -10,8 +10,8 @@ namespace bbcodetext {
 namespace {
 
 constexpr QLatin1Char lineEnd('\n');
-constexpr QLatin1String lineEndsToDrop[] = {QLatin1String("\n"), QLatin1String(" \n"),
-                                            QLatin1String("\t\n"), QLatin1String("  \n")};
+const QLatin1String lineEndsToDrop[] = {QLatin1String("\n"), QLatin1String(" \n"),
+                                        QLatin1String("\t\n"), QLatin1String("  \n")};
 
 /// What a character is printed as; null: as it is.
 QChar asciiFor(QChar character)
