@@ -61,6 +61,19 @@ bool hasOperator(const QString &name)
     return holdsAnyOf(name, QStringLiteral("+-*/%^(),"));
 }
 
+/// A comma that separates no arguments: only what stands behind it is calculated.
+bool hasOuterComma(const QString &name)
+{
+    int depth = 0;
+    return std::any_of(name.cbegin(), name.cend(), [&depth](QChar c) {
+        if (c == QLatin1Char('('))
+            ++depth;
+        else if (c == QLatin1Char(')') && depth > 0)
+            --depth;
+        return c == QLatin1Char(',') && depth == 0;
+    });
+}
+
 }  // namespace
 
 QString clipped(const QString &text)
@@ -109,6 +122,8 @@ TagVerdict TagJudge::judgedByFormat(const AttributeTag &tag)
 TagVerdict TagJudge::judgedByShape(const AttributeTag &tag) const
 {
     const bool hasFormat = tag.name.size() < tag.inner.size();
+    if (hasOuterComma(tag.name))
+        return cutExpression(tag);
     const NumberedExpression name = withNumbers(tag.name);
     const ExpressionFault fault = faultOf(name.text);
     if (hasFormat && hasOperator(tag.name) && !faultOf(withNumbers(tag.inner).text).exists &&
@@ -133,9 +148,11 @@ TagVerdict TagJudge::judgedByValues(const AttributeTag &tag)
         m_values->evaluates(tag.inner))
         return cutExpression(tag);
     TagVerdict unknown = unknownWord(tag.name, !value->isEmpty());
-    if (unknown.fault != TagVerdict::None || !value->isEmpty())
+    if (unknown.fault != TagVerdict::None)
         return unknown;
-    return badExpression(tag.name);
+    if (hasOuterComma(tag.name))
+        return cutExpression(tag);
+    return value->isEmpty() ? badExpression(tag.name) : TagVerdict();
 }
 
 /// The first word of an expression that is neither an attribute nor a function.
