@@ -1,4 +1,5 @@
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "analysis.h"
 #include "checks.h"
@@ -50,6 +51,13 @@ void reportShort(const BadCode &code, Report &report)
                                 .arg(code.inner));
 }
 
+/// Whether a short tag is none of the library's and can't be meant as text, as in "1 < a > 0".
+bool isUnknownMarkup(const Analysis &analysis, const QString &inner)
+{
+    return !isMarkup(inner) && !isTooShort(analysis, inner) && !inner.at(0).isSpace() &&
+           std::any_of(inner.cbegin(), inner.cend(), [](QChar c) { return c.isLetter(); });
+}
+
 void reportSpelling(const Analysis &analysis, const Leftover &tag, Report &report)
 {
     if (tag.inner == QLatin1String("I") || tag.inner == QLatin1String("/I")) {
@@ -64,14 +72,19 @@ void reportSpelling(const Analysis &analysis, const Leftover &tag, Report &repor
         report.add(tag.offset,
                    QStringLiteral("\"<%1>\" prints as it stands; did you mean \"<%2>\"?")
                        .arg(tag.inner, *meant));
+    else if (isUnknownMarkup(analysis, tag.inner))
+        report.add(
+            tag.offset,
+            QStringLiteral("\"<%1>\" prints as it stands: there is no such tag").arg(tag.inner));
 }
 
+/// What stands behind a "<" that isn't meant as text.
 bool canBeginATag(const QString &line, int place)
 {
     if (place >= line.size())
-        return false;
+        return true;
     const QChar c = line.at(place);
-    return c.isLetterOrNumber() || QLatin1String(":#/_(.").contains(c);
+    return c.isLetterOrNumber() || QLatin1String(":#/_(.<[]").contains(c);
 }
 
 /// A "<" and the brackets behind it in a line.

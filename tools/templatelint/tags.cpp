@@ -43,10 +43,12 @@ const QVector<Habit> &habits()
         habit("^([HW])[0-9]?$", "%12"),
         habit("^([HW])[0-9]?:$", "%12:"),
         habit("^:([HW])[0-9]?$", ":%12"),
-        habit("^LS[0-9]*$", "LS0"),
+        habit("^LS(?![0-7]$)[0-9]*$", "LS0"),
         habit("^L[0-9]?$", "L1"),
         habit("^F[+-]?0*$", "F1"),
         habit("^#$", "#1"),
+        habit("^:?(C|R|S|QR):?$", "%1"),
+        habit("^([BNUZ])/$", "%1"),
     };
     return list;
 }
@@ -133,6 +135,9 @@ std::optional<QString> intendedMarkup(const QString &inner)
     if (auto meant = meantByHabit(withLatinLetters(inner)))
         return meant;
     const QString upper = upperWithoutBlanks(inner);
+    if (upper.startsWith(QLatin1String(symbolsTag.data() + 1)))
+        return QLatin1String(symbolsTag.data() + 1) +
+               inner.midRef(inner.indexOf(QLatin1Char('=')) + 1);
     if (isMarkup(upper) && upper != inner)
         return upper;
     return meantByHabit(upper);
