@@ -169,12 +169,12 @@ bool readPaper(const QCommandLineParser &parser, const Options &options,
     if (!number)
         return false;
     const PaperInfo paper = model->paperType(*number);
-    QVector<QSize> cells;
-    const QList<FontInfo> fonts = model->fontTypes();
-    for (const FontInfo &font : fonts)
-        cells.append(QSize(font.width(), font.height()));
+    QVector<templatelint::PaperFont> fonts;
+    const QList<FontInfo> types = model->fontTypes();
+    for (const FontInfo &font : types)
+        fonts.append({QSize(font.width(), font.height()), font.customSymbols(), font.idAsString()});
     result.paper = templatelint::Paper{
-        paper.pointsToLine(), cells,
+        paper.pointsToLine(), fonts,
         QStringLiteral("%1 with %2 paper").arg(model->id(), paper.caption()), true};
     return true;
 }

@@ -63,20 +63,25 @@ public:
         for (int i = 0; i < m_line.text.size(); ++i)
             width += widthAt(i);
         const int tabs = m_line.text.characters.count(QLatin1Char('\t'));
-        // Each further <S> gets as many blanks as the first, which fills the line.
-        if (m_line.hasTab && tabs > 1 && width < m_paper.width)
-            width = m_paper.width + (tabs - 1) * (m_paper.width - width);
+        // Each <S> gets all the blanks that the line has room for, in cells of its first font.
+        const long long blank = cellAt(0);
+        if (m_line.hasTab && tabs > 0 && width < m_paper.width)
+            width += tabs * ((m_paper.width - width) / blank) * blank;
         return static_cast<int>(std::min<long long>(width, std::numeric_limits<int>::max()));
     }
 
 private:
-    int widthAt(int index) const
+    int cellAt(int index) const
     {
         const int font =
             static_cast<unsigned char>(m_line.fonts.size() > index ? m_line.fonts.at(index) : '\0');
-        const int cell = m_paper.cells.isEmpty()
-                             ? 1
-                             : m_paper.cells.at(std::min(font, m_paper.cells.size() - 1)).width();
+        return m_paper.fonts.isEmpty()
+                   ? 1
+                   : m_paper.fonts.at(std::min(font, m_paper.fonts.size() - 1)).cell.width();
+    }
+    int widthAt(int index) const
+    {
+        const int cell = cellAt(index);
         const bool isDouble = m_form == Form::Document && m_line.formats.size() > index &&
                               (m_line.formats.at(index) & CharDoubleWidth) != 0;
         return isDouble ? 2 * cell : cell;
@@ -121,10 +126,14 @@ QString symbolFault(const Printed &line, int index, const SpecialCharacters &dra
     const QList<MonochromeImage> images = drawings.values(static_cast<signed char>(code));
     if (images.isEmpty())
         return QStringLiteral("the symbol %1 has no drawing").arg(code);
-    if (!paper || paper->cells.isEmpty())
+    if (!paper || paper->fonts.isEmpty())
         return QString();
-    const int font = line.fonts.size() > index ? line.fonts.at(index) : 0;
-    const QSize cell = paper->cells.at(qBound(0, font, paper->cells.size() - 1));
+    const int number = line.fonts.size() > index ? line.fonts.at(index) : 0;
+    const PaperFont &font = paper->fonts.at(qBound(0, number, paper->fonts.size() - 1));
+    if (!font.takesDrawings)
+        return QStringLiteral("the symbol %1 is blank: font %2 of %3 takes no drawings")
+            .arg(QString::number(code), font.name, paper->name);
+    const QSize cell = font.cell;
     if (std::any_of(images.cbegin(), images.cend(),
                     [&cell](const MonochromeImage &image) { return fits(image, cell); }))
         return QString();

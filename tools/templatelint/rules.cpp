@@ -136,8 +136,8 @@ constexpr Rule table[] = {
      R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 30", checkLineWidth},
     {"undrawn-symbol", Severity::Warning, "a special symbol without a drawing",
      "The characters 1 to 7 are special symbols, drawn by the file that \"<SPECSYMBOLS=\" names. "
-     "Without a drawing, or, with --model, without one that fits the model's characters, a blank "
-     "is printed.",
+     "Without a drawing a blank is printed; with --model also without one that fits the model's "
+     "characters, and in a font that takes no drawings.",
      "Total <#1>", "<SPECSYMBOLS=shop>\nTotal <#1>", noDocument, noArguments, checkSymbolDrawings},
     {"unprintable-character", Severity::Warning, "a character that the printer doesn't have",
      "A printer has the characters of one code page, and prints something else for all others. "

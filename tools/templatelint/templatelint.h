@@ -26,11 +26,19 @@ QString nameOf(Severity severity);
 /// The form in which a template is rendered.
 enum class Form { Document, Text, Html };
 
+/// A font of a model.
+struct PaperFont
+{
+    QSize cell;          ///< of a character, as wide as the units of the paper say
+    bool takesDrawings;  ///< special symbols can be drawn in it
+    QString name;        ///< for messages
+};
+
 /// What a line has to fit into, in units of its own: dots, or characters.
 struct Paper
 {
     int width = 0;
-    QVector<QSize> cells;  ///< cell of a character by font, as wide as the units say
+    QVector<PaperFont> fonts;
     QString name;          ///< for messages
     bool hasDots = false;  ///< the units are dots
 };
