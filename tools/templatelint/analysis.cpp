@@ -159,8 +159,8 @@ Piece Analysis::pieceOf(const QVector<Text> &lines, TagJudge &judge) const
         return piece;
     const QString entries = m_options.document->entries();
     piece.filled = travel(
-        texts, [this](const QString &inner) { return m_values->ofTag(inner); }, &entries,
-        m_options.form);
+        m_options.document->isCopy() ? withCopyMark(texts) : texts,
+        [this](const QString &inner) { return m_values->ofTag(inner); }, &entries, m_options.form);
     return piece;
 }
 

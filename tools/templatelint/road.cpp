@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "printerdocs/printerdocumentformatter.h"
 #include "tags.h"
 
 namespace templatelint {
@@ -14,6 +15,7 @@ const QLatin1String imageBegin("<I>");
 const QLatin1String imageEnd("</I>");
 const QLatin1String emptyLine("<X>");
 const QLatin1String qrTag("<QR>");
+const QLatin1String numberTag("<DOCNO>");
 
 bool holdEntriesTag(const QStringList &entries)
 {
@@ -60,17 +62,17 @@ QVector<Text> withEntries(const QVector<Text> &lines, const QString &text)
     return result;
 }
 
-/// The template's range that characters come from, if any do.
+/// The template's range that characters come from or stand in for, if any do.
 void addRange(const Text &text, int from, int end, QVector<Range> &ranges)
 {
     Range range{Text::nowhere, Text::nowhere};
     for (int i = from; i < end; ++i) {
-        const int origin = text.origins.at(i);
-        if (!Text::isTemplate(origin))
+        const int offset = Text::offsetOf(text.origins.at(i));
+        if (offset == Text::nowhere)
             continue;
         if (range.first == Text::nowhere)
-            range.first = origin;
-        range.last = origin;
+            range.first = offset;
+        range.last = offset;
     }
     if (range.first != Text::nowhere)
         ranges.append(range);
@@ -172,6 +174,23 @@ void takePayload(Text &line, QVector<Range> &payloads)
 }
 
 }  // namespace
+
+QVector<Text> withCopyMark(const QVector<Text> &lines)
+{
+    QVector<Text> result = lines;
+    for (int i = 0; i < result.size(); ++i) {
+        const Text &line = result.at(i);
+        const int tag = line.characters.indexOf(numberTag, 0, Qt::CaseInsensitive);
+        if (tag < 0)
+            continue;
+        Text mark;
+        mark.append(PrinterDocumentFormatter::tr("<C>CHECK_COPY"),
+                    Text::standIn(line.origins.at(tag)));
+        result.insert(i + 1, mark);
+        break;
+    }
+    return result;
+}
 
 Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form)
 {

@@ -30,6 +30,9 @@ struct Road
                                   ///< rest is missing then
 };
 
+/// The lines with the mark of a copy behind the first one with the document's number.
+QVector<Text> withCopyMark(const QVector<Text> &lines);
+
 /// @param entries the document's entries as one text, or null to keep the tags for them
 Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form);
 
