@@ -158,6 +158,25 @@ private Q_SLOTS:
             "[markup-spelling]");
         row("Cyrillic markup", "<С>x", false, "",
             "1:1: warning: \"<С>\" prints as it stands; did you mean \"<C>\"? [markup-spelling]");
+        row("line spacing in small letters", "a<ls1>", false, "",
+            "1:2: warning: \"<ls1>\" prints as it stands; did you mean \"<LS1>\"? "
+            "[markup-spelling]");
+        row("line spacing that there isn't", "a<ls8>", false, "",
+            "1:2: warning: \"<ls8>\" prints as it stands; did you mean \"<LS0>\"? "
+            "[markup-spelling]");
+        row("file of symbols in small letters", "<specsymbols=Shop a>", false, "",
+            "1:1: warning: \"<specsymbols=Shop a>\" counts as an attribute; did you mean "
+            "\"<SPECSYMBOLS=Shop a>\"? [markup-spelling]");
+        row("no such tag", "a</C>", false, "",
+            "1:2: warning: \"</C>\" prints as it stands: there is no such tag "
+            "[markup-spelling]");
+        row("alignment with a colon", "a<:C>", false, "",
+            "1:2: warning: \"<:C>\" prints as it stands; did you mean \"<C>\"? "
+            "[markup-spelling]");
+        row("font without drawings", "<SPECSYMBOLS=shop>\n<#1>", false,
+            "--model GENERAL_EPSON_PROTOCOL",
+            "2:1: warning: the symbol 1 is blank: font 0 of GENERAL_EPSON_PROTOCOL with 60 mm "
+            "paper takes no drawings [undrawn-symbol]");
         row("swallowed tag", "Total <SHOP <QTY*1>", true, "",
             "1:7: warning: \"<\" has no \">\" before the next \"<\": \"<SHOP <QTY*1>\" is read as "
             "one tag [unterminated-tag]");
@@ -208,6 +227,14 @@ private Q_SLOTS:
         filled("<foo(1)>", "1:2 bad-expression");
         filled("<shop>", "1:1 unknown-attribute");
         filled("<,0.00>", "1:2 bad-expression");
+        // A decimal comma in the format.
+        blank("<TOTAL,0,00>x<PRICE,0,000>x<SUM*2,0,00>",
+              "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
+        filled("<DOCNO,0,00>x<PRICE,0,000>x<QTY*2,0,00>",
+               "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
+        filled("[<EMPTY,0,00>]x<NOSUCH,0,00>", "1:10 cut-expression 1:17 unknown-attribute");
+        filled("<pow(QTY,2),0.00><pow(pow(QTY,2),3),0>", "");
+        blank("<pow(QTY,2),0.00><pow(pow(QTY,2),3),0>", "");
         blank("<====><---->", "1:2 bad-expression 1:12 bad-expression");
         blank("<Amount (EUR)><SHOP-NAME,dd.mm><VAT 20%>", "");
         blank("<(1+2,0><QTY*,0>", "1:6 bad-expression 1:14 bad-expression");
@@ -215,6 +242,11 @@ private Q_SLOTS:
         filled("<pow(QTY,2)><PRICE*1,50>", "1:9 cut-expression 1:21 cut-expression");
         filled("<X:><NOSUCH><QTY*><:X>x", "");
         filled("<X><NOSUCH><abc>", "");
+        filled("<SHPO><X>", "");
+        filled("<X>gone<SHPO>", "");
+        filled("<X>[<EMPTY>]<SHOP>", "");
+        filled("<X>[ab<ZERO>]<SHOP>\n[ab<ZERO>]<SHOP>", "2:11 hidden-tag");
+        filled("<SHPO>\n<SHPO><X><SHPO>\n<SHPO>", "1:1 unknown-attribute 3:1 unknown-attribute");
         filled("<I>2 2 <ab></I>x", "");
         filled("a<X:>\n<NOSUCH>\n<:X>b<NOSUCH>", "3:6 unknown-attribute");
         // An empty value: wanted in a group, and a mistake of the document elsewhere.
@@ -248,13 +280,26 @@ private Q_SLOTS:
         blank("< W2:>x<SpecSymbols=shop>", "1:1 markup-spelling 1:8 markup-spelling");
         blank("x<SPECSYMBOLS=shop>", "1:2 markup-spelling");
         blank("<F 1>x<F12><65><#65><L1><:><321>", "");
+        blank("<C:><:C><:S><R:><S:>",
+              "1:1 markup-spelling 1:5 markup-spelling 1:9 markup-spelling 1:13 markup-spelling "
+              "1:17 markup-spelling");
+        blank("</C><B/><QR:><x y>",
+              "1:1 markup-spelling 1:5 markup-spelling 1:9 markup-spelling 1:14 markup-spelling");
+        blank("1 < a > 0<:;>", "");
         blank("a<I>x", "1:2 markup-spelling");
         // Tags without an end.
-        blank("a < b <", "");
+        blank("a < b <", "1:7 unterminated-tag");
+        blank("a < b < ", "");
+        blank("a<", "1:2 unterminated-tag");
+        blank("<", "1:1 unterminated-tag");
+        blank("<<B>b", "1:1 unterminated-tag");
+        blank("[<]", "1:2 unterminated-tag");
+        blank("a<[b]", "1:2 unterminated-tag");
+        blank("<QR>a<", "");
         blank("a <B", "1:3 unterminated-tag");
         blank("a < b <C>", "1:3 unterminated-tag");
         blank("<B<C>x", "1:1 unterminated-tag");
-        blank("<<C>x", "");
+        blank("<<C>x", "1:1 unterminated-tag");
         blank("<QR>https://x?a<b", "");
         // Brackets and groups.
         blank("[a[b]", "1:1 unmatched-bracket");
@@ -303,7 +348,10 @@ private Q_SLOTS:
         blank("<SPECSYMBOLS=shop>\n<#1><#7><1><#65>", "");
         blank("<#3>", "1:1 undrawn-symbol");
         filled("<GUEST>", "1:1 undrawn-symbol");
-        row("<SPECSYMBOLS=shop>\n<#1>", false, "--model SWECOIN_TM_20XX", "");
+        row("<SPECSYMBOLS=shop>\n<#1>", false, "--model TSP-TUP", "");
+        row("<SPECSYMBOLS=shop>\n<#1>", false, "--model SWECOIN_TM_20XX", "2:1 undrawn-symbol");
+        row("<SPECSYMBOLS=shop>\n<#1>\n<F3><#1>", false, "--model AV_268",
+            "2:1 undrawn-symbol 3:5 undrawn-symbol");
         // Forms and fiscal splits.
         row("<QR>a", false, "--as text", "1:1 qr-in-text");
         row("<QR>a", false, "--as html", "1:1 qr-in-text");
@@ -321,6 +369,15 @@ private Q_SLOTS:
         row("<SHOP>123456", false, "--width 10", "");
         row("a<S>b<S>c", true, "--width 10", "1:1 wide-line");
         row("a<S>b<S>c", true, "--width 5", "");
+        row("a<S>b<S>c", true, "--width 4", "1:1 wide-line");
+        row("12345678901234567890<S>12345678901234567890123456789", false, "--model CUSTOM_VKP_80",
+            "");
+        row("12345678901234567890<S>12345678901234567890123456789", true, "--model CUSTOM_VKP_80",
+            "");
+        row("1234567890123456789<S>1234567890123456789<S>12345678901", true,
+            "--model CUSTOM_VKP_80", "");
+        row("1234567890123456789<S>1234567890123456789<S>1234567890", true, "--model CUSTOM_VKP_80",
+            "1:1 wide-line");
         row("x\n<ENTRIES>", true, "--width 7", "2:1 wide-line");
         row("a <ZERO>[<ZERO>1234567890]", true, "--width 10", "");
         row("\xE2\x84\x96 \xC2\xAB\xC2\xBB\xC2\xAB", false, "--model AV_268",
@@ -358,6 +415,10 @@ private Q_SLOTS:
                                   << "";
         QTest::newRow("removed") << QByteArray("<X:>\n<DOCNO>\n<:X>a") << ""
                                  << "1:1 no-copy-mark";
+        QTest::newRow("too wide") << QByteArray("<W2:>a <DOCNO>\nx<:W2>") << "--width 12"
+                                  << "1:1 wide-line";
+        QTest::newRow("that fits") << QByteArray("<W2:>a <DOCNO>\nx<:W2>") << "--width 20"
+                                   << "";
         QTest::newRow("in a piece") << QByteArray("a\n<FISCAL_BODY>\n<DOCNO>") << "--fiscal"
                                     << "";
     }

@@ -99,7 +99,7 @@ private Q_SLOTS:
 
     void preparedLinesAreThoseOfTheEngine()
     {
-        const PrinterDocument values = document();
+        PrinterDocument values = document();
         const QString entries = values.entries();
         Values texts(values);
         Random random(1);
@@ -107,8 +107,10 @@ private Q_SLOTS:
             const QStringList lines = random.lines(parts());
             PrinterDocumentFormatter formatter(0, nullptr);
             formatter.setTemplate(lines.join('\n'));
+            values.setIsCopy(run % 2 == 1);
+            const QVector<Text> source = Source(lines).lines();
             const Road road = travel(
-                Source(lines).lines(),
+                values.isCopy() ? withCopyMark(source) : source,
                 [&texts](const QString &inner) { return texts.ofTag(inner); }, &entries,
                 Form::Text);
             QStringList prepared;
@@ -198,8 +200,8 @@ private Q_SLOTS:
     // the line; a tag that isn't printed has none of these.
     void whatStaysAsTextIsFound()
     {
-        const QStringList parts{"<B:>",  "<:B>", "<B>", "<S>", "<C>",  "<R>",  "<LS2>",
-                                "<LS5>", "x",    "y ",  "<b>", "<:X>", "<W3>", "<ABC>"};
+        const QStringList parts{"<B:>", "<:B>", "<B>", "<S>",  "<C>",  "<R>",   "<LS2>", "<LS5>",
+                                "x",    "y ",   "<b>", "<:X>", "<W3>", "<ABC>", "<C:>",  "</C>"};
         Random random(5);
         for (int run = 0; run < runs; ++run) {
             const QString line = random.line(parts);
