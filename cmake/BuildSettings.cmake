@@ -5,6 +5,8 @@ add_library(printerslib_build_settings INTERFACE)
 target_compile_options(printerslib_build_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
   -Wnon-virtual-dtor -Woverloaded-virtual
+  # Qt's category log macros are called without format arguments, which is C++20.
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
   $<$<BOOL:${PRINTERSLIB_WARNINGS_AS_ERRORS}>:-Werror>)
 
 target_compile_definitions(printerslib_build_settings INTERFACE
