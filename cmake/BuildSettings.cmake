@@ -26,6 +26,14 @@ if(PRINTERSLIB_SANITIZE)
   endif()
 endif()
 
+# What is compiled with these options writes down what of it ran. The counters are atomic, as discovery
+# runs a thread per port.
+set(PRINTERSLIB_COVERAGE_OPTIONS "")
+if(PRINTERSLIB_COVERAGE)
+  set(PRINTERSLIB_COVERAGE_OPTIONS -O0 --coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+
 find_program(PRINTERSLIB_CCACHE ccache)
 if(PRINTERSLIB_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${PRINTERSLIB_CCACHE}")
