@@ -301,6 +301,19 @@ private Q_SLOTS:
         QCOMPARE(observed.found.size(), 2);
     }
 
+    void searchOfAnotherPortEndsBehindACancel()
+    {
+        ObservedFinder observed;
+        observed.finder->start({"no-such-port"});
+        observed.finder->cancel();
+        ObservedFinder::settle();
+        observed.signalNames.clear();
+        observed.finder->start({"no-such-port-either"});
+        QVERIFY(observed.waitForFinished());
+        QCOMPARE(observed.signalNames,
+                 (QStringList{"noDevices There no devices finded", "finished"}));
+    }
+
     void searchMayBeStartedFromFinished()
     {
         PrinterBench bench;
@@ -506,6 +519,19 @@ private Q_SLOTS:
         QCOMPARE(observed.signalNames.size(), 5);
         QCOMPARE(log.lines("printers warning STOP ").size(), 3 * 4);
         QCOMPARE(log.lines("printers warning STOPPED ").size(), 3);
+    }
+
+    void resultsDontReachAFinderThatIsCancelling()
+    {
+        ObservedFinder observed;
+        QObject::connect(observed.finder.get(), &PrintDeviceFinder::needCancel, [] {
+            QThreadPool::globalInstance()->waitForDone();
+            QCoreApplication::processEvents();
+        });
+        observed.finder->start({"no-such-port"});
+        observed.finder->cancel();
+        ObservedFinder::settle();
+        QCOMPARE(observed.signalNames, (QStringList{"needCancel", "needCancel", "finished"}));
     }
 
     void cancelBetweenStartAndConnectionIsNotMissed()

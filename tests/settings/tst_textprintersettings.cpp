@@ -37,6 +37,26 @@ void resetSettings()
     settings.setDefSymbolsPerLine(0);
 }
 
+/// Settings of a client's own, which share with ours nothing but the interface.
+class ClientsSettings : public ITextPrinterSettings
+{
+public:
+    using ITextPrinterSettings::printerInfo;
+    PrinterInfo printerInfo() const override { return {}; }
+    PaperInfo paper(const QString &) const override { return {}; }
+    PaperInfo paper() const override { return {}; }
+    int paperTypeId(const QString &) const override { return 0; }
+    int paperTypeId() const override { return 0; }
+    void setPaperTypeId(const QString &, int) override {}
+    void setPaperTypeId(int) override {}
+    bool needCodecSettings() const override { return false; }
+    bool needCodecSettings(const QString &) const override { return false; }
+    QString codec() const override { return {}; }
+    QString codec(const QString &) const override { return {}; }
+    void setCodec(const QString &) override {}
+    void setCodec(const QString &, const QString &) override {}
+};
+
 // The items behind those of PrinterSettings: ten of the section and seven of the port.
 QList<QVariant> ownItems(const Settings &settings)
 {
@@ -50,7 +70,8 @@ class TestTextPrinterSettings : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // Has to stay the first: it looks at the process as it starts.
+    // Has to stay the first: it looks at the process as it starts. So nothing is reset in front of
+    // a test, only behind it.
     void startValues()
     {
         Settings settings;
@@ -62,7 +83,6 @@ private Q_SLOTS:
         QCOMPARE(settings.availablePrinters().size(), 16);
     }
 
-    void init() { resetSettings(); }
     void cleanup()
     {
         IPrintDeviceSettings::setPrintDeviceSettings({});
@@ -258,6 +278,13 @@ private Q_SLOTS:
         settings.loadAvailablePrinters();
         QVERIFY(settings.printerInfo(able).name() != own.name());
         QCOMPARE(Settings().availablePrinters().size(), 16);
+    }
+
+    void settingsOfAClientsOwnKnowTheCatalogue()
+    {
+        const ClientsSettings settings;
+        QCOMPARE(settings.availablePrinters().keys(), Settings().availablePrinters().keys());
+        QCOMPARE(settings.printerInfo(able).id(), able);
     }
 
     void charactersPerLine_data()
