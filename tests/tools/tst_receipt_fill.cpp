@@ -279,6 +279,63 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
     }
 
+    void valuesThatNeverEndAreRefused_data()
+    {
+        QTest::addColumn<QStringList>("command");
+        QTest::newRow("fill") << QStringList{"fill", "t.cpt", "d.json"};
+        QTest::newRow("render") << QStringList{"render", "t.cpt", "d.json"};
+        QTest::newRow("preview") << QStringList{"preview", "t.cpt", "d.json", "--output", "out"};
+        QTest::newRow("preview of all models")
+            << QStringList{"preview", "t.cpt", "d.json", "--all-models", "out"};
+        QTest::newRow("document") << QStringList{"document", "save",   "out",
+                                                 "d.json",   "--from", "t.cpt"};
+    }
+    void valuesThatNeverEndAreRefused()
+    {
+        QFETCH(QStringList, command);
+        const WorkFolder folder;
+        const QString file = folder.file("t.cpt", "<C>Hello\nDear <GUEST>,\n");
+        const QString data =
+            folder.file("d.json", R"({"attributes": {"GUEST": "x <HOST>", "HOST": "[<NAME>]", )"
+                                  R"("NAME": "<NAME>"}, "entries": "a<B>=1"})");
+        command.replaceInStrings("t.cpt", file).replaceInStrings("d.json", data);
+        command.replaceInStrings(QRegularExpression("^out$"), folder.path("out.png"));
+        const ReceiptRun run = runReceipt(command + QStringList("--verbose"));
+        QCOMPARE(run.errors,
+                 QString("receipt: %1:2:6: the value put in here leads to tags without end, such "
+                         "as \"<NAME>\": filling it would hang (values: %2)\n")
+                     .arg(file, data));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+        QVERIFY(!QFile::exists(folder.path("out.png/AV_268.png")));
+        QVERIFY(!QFileInfo(folder.path("out.png")).isFile());
+    }
+
+    // Without the entries and the copy mark it never comes to the value that has no end.
+    void onlyWhatIsFilledIsRefused()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("t.cpt", "<ENTRIES>\n");
+        const QString data = folder.file(
+            "d.json", R"({"attributes": {"LOOP": "<LOOP>"}, "entries": "a=1\tb=<LOOP>"})");
+        QCOMPARE(runReceipt({"fill", file, data}).output, QString("\n"));
+        const ReceiptRun run = runReceipt({"render", file, data});
+        QVERIFY2(run.errors.contains("t.cpt:1:1: "), qPrintable(run.errors));
+        QCOMPARE(run.status, 1);
+    }
+
+    void valuesWithTagsAreFilled()
+    {
+        const WorkFolder folder;
+        const QString data = folder.file(
+            "d.json",
+            R"({"attributes": {"LINE": "<NAME>, <NAME>[<ZERO>!] and <SUM1*2>", "NAME": "Tea", )"
+            R"("ZERO": 0, "SUM1": 2, "TEXT": "<LINE>", "SELF": "no tag: SELF", "OPEN": "<OPEN"}})");
+        const ReceiptRun run = runReceipt({"fill", "-", data}, "<TEXT> <TEXT>\n<SELF>\n<OPEN>\n");
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.output, QString("Tea, Tea and 4.00 Tea, Tea and 4.00\nno tag: SELF\n<OPEN\n"));
+    }
+
     void logLinesComeWithVerboseOnly()
     {
         const QStringList files{example("cafe.cpt"), example("cafe.json")};
@@ -286,6 +343,11 @@ private Q_SLOTS:
         const ReceiptRun run = runReceipt(QStringList{"fill", "-v"} + files);
         QVERIFY2(run.errors.contains("\nDOCNO\n"), qPrintable(run.errors.left(500)));
         QCOMPARE(run.status, 0);
+        // Values with tags are looked through before, which is no filling.
+        const WorkFolder folder;
+        const QString data = folder.file("d.json", R"({"attributes": {"NAME": "<X>"}})");
+        const ReceiptRun tagged = runReceipt({"fill", "-v", "-", data}, "<NAME>\n");
+        QCOMPARE(tagged.errors, QString("NAME\n"));
     }
 };
 

@@ -389,7 +389,7 @@ private Q_SLOTS:
         row("\xF0\x9F\x98\x80<abc>", false, "--model AV_268",
             "1:1 unprintable-character 1:3 short-tag");
         // What never ends.
-        filled("a\nb <LOOP>", "2:1 endless-value");
+        filled("a\nb <LOOP>", "2:3 endless-value");
         filled("<GROWS>", "1:1 endless-value");
     }
     void places()

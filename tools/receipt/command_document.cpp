@@ -3,7 +3,7 @@
 
 #include "commands.h"
 #include "documentcopy.h"
-#include "documentfile.h"
+#include "filling.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/specialcharacters.h"
 #include "printerdocs/textprinterdocument.h"
@@ -102,14 +102,13 @@ int saveDocument(const QStringList &arguments)
 
     tool::useSymbolFolder(parser.isSet(symbols) ? parser.value(symbols)
                                                 : QFileInfo(templateFile).absolutePath());
-    const auto text = tool::readTemplate(templateFile, **codec);
-    const auto receipt = tool::readDocument(data);
-    if (!text || !receipt)
+    const auto source = tool::readTemplateAndDocument(templateFile, data, **codec);
+    if (!source)
         return tool::BadInput;
     PrinterDocumentFormatter formatter(0, nullptr);
-    formatter.setTemplate(*text);
-    return saveAndLoad(formatter.toTextPrinterDocument(*receipt), path) ? tool::Success
-                                                                        : tool::BadInput;
+    formatter.setTemplate(source->text);
+    return saveAndLoad(formatter.toTextPrinterDocument(source->document), path) ? tool::Success
+                                                                                : tool::BadInput;
 }
 
 void printText(const TextPrinterDocument &document)

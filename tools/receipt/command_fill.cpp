@@ -1,5 +1,5 @@
 #include "commands.h"
-#include "documentfile.h"
+#include "filling.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "support.h"
 #include "templatefile.h"
@@ -20,14 +20,14 @@ int runFill(const QStringList &arguments)
     const QStringList files = parser.positionalArguments();
     if (!tool::readsInputOnce(files))
         return tool::WrongUsage;
-    const auto text = tool::readTemplate(files.at(0), **codec);
-    const auto document = tool::readDocument(files.at(1));
-    if (!text || !document)
-        return tool::BadInput;
     tool::useSymbolFolder(QStringLiteral("."));
+    const auto source = tool::readTemplateAndDocument(files.at(0), files.at(1), **codec,
+                                                      templatelint::Filling::EachLine);
+    if (!source)
+        return tool::BadInput;
     PrinterDocumentFormatter formatter(0, nullptr);
-    formatter.setTemplate(*text);
-    const QStringList lines = formatter.toFormattedText(*document);
+    formatter.setTemplate(source->text);
+    const QStringList lines = formatter.toFormattedText(source->document);
     for (const QString &line : lines)
         tool::print(line);
     return tool::Success;

@@ -5,7 +5,7 @@
 
 #include "commands.h"
 #include "contactsheet.h"
-#include "documentfile.h"
+#include "filling.h"
 #include "picture.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/printerdocumentformatter.h"
@@ -132,13 +132,12 @@ using Source = std::function<std::optional<TextPrinterDocument>(const Paper &)>;
 Source templateSource(const QString &fileName, const QString &data, const QTextCodec &codec)
 {
     return [fileName, data, &codec](const Paper &) -> std::optional<TextPrinterDocument> {
-        const auto text = tool::readTemplate(fileName, codec);
-        const auto document = tool::readDocument(data);
-        if (!text || !document)
+        const auto source = tool::readTemplateAndDocument(fileName, data, codec);
+        if (!source)
             return std::nullopt;
         PrinterDocumentFormatter formatter(0, nullptr);
-        formatter.setTemplate(*text);
-        return formatter.toTextPrinterDocument(*document);
+        formatter.setTemplate(source->text);
+        return formatter.toTextPrinterDocument(source->document);
     };
 }
 

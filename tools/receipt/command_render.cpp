@@ -3,7 +3,7 @@
 #include <QSharedPointer>
 
 #include "commands.h"
-#include "documentfile.h"
+#include "filling.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printermodel.h"
 #include "settings/printersettings.h"
@@ -202,11 +202,11 @@ bool readSource(const QStringList &files, const QTextCodec &codec, Source &sourc
             source.plainText = lines->join(QLatin1Char('\n'));
         return lines.has_value();
     }
-    const auto text = tool::readTemplate(files.at(0), codec);
-    source.document = tool::readDocument(files.at(1));
-    if (!text || !source.document)
+    const auto read = tool::readTemplateAndDocument(files.at(0), files.at(1), codec);
+    if (!read)
         return false;
-    source.formatter->setTemplate(*text);
+    source.formatter->setTemplate(read->text);
+    source.document = read->document;
     return true;
 }
 

@@ -184,7 +184,7 @@ QVector<const Road *> Analysis::decisiveRoads(const Piece &piece) const
     QVector<const Road *> roads;
     if (m_values == nullptr || !m_values->holdMarkup())
         roads.append(&piece.blank);
-    if (piece.filled && piece.filled->endless == Text::nowhere)
+    if (piece.filled && !piece.filled->endless)
         roads.append(&*piece.filled);
     return roads;
 }

@@ -208,7 +208,7 @@ void checkCopyMark(const Analysis &analysis, Report &report)
     if (!options.document || !options.document->isCopy())
         return;
     for (const Piece &piece : analysis.pieces()) {
-        if (piece.filled->endless != Text::nowhere || marksCopies(piece, options))
+        if (piece.filled->endless || marksCopies(piece, options))
             return;
     }
     const int formatted = formattedNumber(analysis);
@@ -296,10 +296,8 @@ void checkCharacters(const Analysis &analysis, Report &report)
 void checkEndlessValues(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
-        if (piece.filled && piece.filled->endless != Text::nowhere)
-            report.addToLine(piece.filled->endless,
-                             QStringLiteral("a value on this line holds tags that never come to an "
-                                            "end: printing it would hang"));
+        if (piece.filled && piece.filled->endless)
+            report.add(piece.filled->endless->offset, piece.filled->endless->message);
     }
 }
 

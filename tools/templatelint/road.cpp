@@ -50,18 +50,6 @@ void unpackEntries(const Text &line, const QStringList &entries, QVector<Text> &
     result.append(current);
 }
 
-QVector<Text> withEntries(const QVector<Text> &lines, const QString &text)
-{
-    QString entries = text;
-    entries.replace(QLatin1Char('='), QLatin1String("<S>"));
-    const QStringList list = entries.split(QLatin1Char('\t'));
-    QVector<Text> result;
-    result.reserve(lines.size());
-    for (const Text &line : lines)
-        unpackEntries(line, list, result);
-    return result;
-}
-
 /// The template's range that characters come from or stand in for, if any do.
 void addRange(const Text &text, int from, int end, QVector<Range> &ranges)
 {
@@ -141,8 +129,8 @@ QVector<Text> filledLines(const QVector<Text> &lines, const ValueOf &valueOf, Ro
             continue;
         }
         const Filled filled = fill(line, valueOf);
-        if (filled.isEndless) {
-            road.endless = line.firstOffset();
+        if (filled.endless) {
+            road.endless = filled.endless;
             return {};
         }
         road.hidden += filled.hidden;
@@ -189,6 +177,18 @@ QVector<Text> withCopyMark(const QVector<Text> &lines)
         result.insert(i + 1, mark);
         break;
     }
+    return result;
+}
+
+QVector<Text> withEntries(const QVector<Text> &lines, const QString &text)
+{
+    QString entries = text;
+    entries.replace(QLatin1Char('='), QLatin1String("<S>"));
+    const QStringList list = entries.split(QLatin1Char('\t'));
+    QVector<Text> result;
+    result.reserve(lines.size());
+    for (const Text &line : lines)
+        unpackEntries(line, list, result);
     return result;
 }
 

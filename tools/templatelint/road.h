@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QVector>
+#include <optional>
 
 #include "markup.h"
 #include "substitution.h"
@@ -26,12 +27,14 @@ struct Road
     QVector<int> hidden;      ///< offsets of tags that a removed group made stay
     QVector<int> openFormats;
     QVector<BadCode> badCodes;
-    int endless = Text::nowhere;  ///< offset of the line whose values never came to an end; the
-                                  ///< rest is missing then
+    std::optional<Endless> endless;  ///< if there is one, the rest is missing
 };
 
 /// The lines with the mark of a copy behind the first one with the document's number.
 QVector<Text> withCopyMark(const QVector<Text> &lines);
+
+/// The lines with the entries, which are one text, in place of the tags for them.
+QVector<Text> withEntries(const QVector<Text> &lines, const QString &text);
 
 /// @param entries the document's entries as one text, or null to keep the tags for them
 Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form);

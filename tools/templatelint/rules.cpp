@@ -146,8 +146,9 @@ constexpr Rule table[] = {
      "Total 5 €", "Total 5 EUR", noDocument, "--model CUSTOM_VKP_80", checkCharacters},
     {"endless-value", Severity::Error, "a value whose tags never come to an end",
      "A value that holds a tag is filled in its turn. One that leads back to its own tag, or that "
-     "doubles on and on, never ends, and the program that prints it hangs. Such a template isn't "
-     "checked any further with this document. Needs --data.",
+     "doubles on and on, never ends, and the program that prints it hangs. The commands that fill "
+     "templates refuse it. Such a template isn't checked any further with this document. Needs "
+     "--data.",
      "Dear <GUEST>", "Dear <NAME>", R"({"attributes": {"GUEST": "<GUEST>", "NAME": "Maya"}})",
      noArguments, checkEndlessValues},
 };

@@ -1,7 +1,9 @@
 #include "substitution.h"
 
+#include <QSet>
 #include <cmath>
 
+#include "attributes.h"
 #include "tags.h"
 
 namespace templatelint {
@@ -26,10 +28,9 @@ public:
         Tag tag;
         while (takeTag(tag)) {
             const std::optional<QString> value = valueOf(tag.inner);
-            if (!value || !spend(tag, *value)) {
-                m_filled.isEndless = true;
+            m_filled.endless = endlessOf(tag, value);
+            if (m_filled.endless)
                 return m_filled;
-            }
             const QVector<int> origins(value->size(), Text::standIn(Text::offsetOf(tag.origin)));
             pushRight(*value, origins.constData());
             if (isZeroOrEmpty(*value))
@@ -117,12 +118,29 @@ private:
         m_right.resize(m_right.size() - length);
     }
 
-    bool spend(const Tag &tag, const QString &value)
+    std::optional<Endless> endlessOf(const Tag &tag, const std::optional<QString> &value)
     {
-        if (Text::isTemplate(tag.origin))
-            return true;
+        const int offset = Text::offsetOf(tag.origin);
+        if (!value)
+            return Endless{offset,
+                           QStringLiteral("the values put into \"<%1>\" name others on and on: "
+                                          "filling it would hang")
+                               .arg(clipped(tag.inner))};
+        if (Text::isTemplate(tag.origin) || isAffordable(tag.inner, *value))
+            return std::nullopt;
+        return Endless{offset,
+                       QStringLiteral("the value put in here leads to tags without end, such as "
+                                      "\"<%1>\": filling it would hang")
+                           .arg(clipped(tag.inner))};
+    }
+
+    // Each value may be put in once, however long it is.
+    bool isAffordable(const QString &inner, const QString &value)
+    {
         ++m_tagsOfValues;
-        m_charactersOfValues += value.size();
+        if (m_seen.contains(inner))
+            m_charactersOfValues += value.size();
+        m_seen.insert(inner);
         return m_tagsOfValues <= mostTagsOfValues && m_charactersOfValues <= mostCharactersOfValues;
     }
 
@@ -153,6 +171,7 @@ private:
     QVector<Character> m_right;
     QVector<int> m_opens;  ///< indices of the "[" without a partner in m_left
     Filled m_filled;
+    QSet<QString> m_seen;  ///< tags that came out of values
     int m_tagsOfValues = 0;
     int m_charactersOfValues = 0;
 };

@@ -11,11 +11,18 @@ namespace templatelint {
 /// What a tag becomes; nothing if the value was too much to work out.
 using ValueOf = std::function<std::optional<QString>(const QString &inner)>;
 
+/// A value that never comes to an end.
+struct Endless
+{
+    int offset;       ///< of what it is put in for
+    QString message;  ///< what is endless about it
+};
+
 struct Filled
 {
     Text text;
-    QVector<int> hidden;     ///< offsets of attribute tags that a removed group made stay
-    bool isEndless = false;  ///< the values never came to an end, and `text` is useless
+    QVector<int> hidden;             ///< offsets of attribute tags that a removed group made stay
+    std::optional<Endless> endless;  ///< if there is one, `text` is useless
 };
 
 /// Whether a value takes the group around its tag along.

@@ -29,4 +29,28 @@ QVector<Finding> lint(const QStringList &lines, const Options &options)
     return findings;
 }
 
+std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
+                                           const PrinterDocument &document, Filling filling)
+{
+    Values values(document);
+    if (!values.leadOn())
+        return std::nullopt;
+    const Source source(lines);
+    const bool isReceipt = filling == Filling::Receipt;
+    QVector<Text> texts = source.lines();
+    if (isReceipt)
+        texts = withEntries(document.isCopy() ? withCopyMark(texts) : texts, document.entries());
+    const auto valueOf = [&values](const QString &inner) { return values.ofTag(inner); };
+    for (const Text &text : qAsConst(texts)) {
+        if (!text.characters.contains(QLatin1Char('<')) ||
+            (isReceipt && isSymbolsLine(text.characters)))
+            continue;
+        if (const auto endless = fill(text, valueOf).endless) {
+            const Place place = source.place(endless->offset);
+            return EndlessValue{place.line, place.column, endless->message};
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace templatelint

@@ -88,4 +88,22 @@ struct Finding
 /// All findings, by line, column and rule.
 QVector<Finding> lint(const QStringList &lines, const Options &options);
 
+/// How a template is filled.
+enum class Filling {
+    Receipt,   ///< with the mark of a copy, the entries and the file of special symbols
+    EachLine,  ///< each line as it stands, and nothing else
+};
+
+/// A value that never comes to an end, at the place in the template where it is put in.
+struct EndlessValue
+{
+    int line;    ///< from 1
+    int column;  ///< from 1
+    QString message;
+};
+
+/// The first such value. The library fills on and on then, as it is meant to.
+std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
+                                           const PrinterDocument &document, Filling filling);
+
 }  // namespace templatelint

@@ -1,6 +1,7 @@
 #include "values.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 #include "text.h"
@@ -17,6 +18,39 @@ bool holdsAnyOf(const QString &text, const QString &characters)
                        [&characters](QChar c) { return characters.contains(c); });
 }
 
+/// Finds names in texts, however many there are.
+class NameFinder
+{
+public:
+    explicit NameFinder(const QStringList &names)
+    {
+        for (const QString &name : names) {
+            if (!name.isEmpty())
+                m_shortest = std::min(m_shortest, name.size());
+        }
+        for (const QString &name : names) {
+            if (!name.isEmpty())
+                m_names.insert(QStringView(name).left(m_shortest), name);
+        }
+    }
+    bool findsAnyIn(const QString &text) const
+    {
+        const QStringView view(text);
+        for (int i = 0; i <= text.size() - m_shortest; ++i) {
+            for (auto name = m_names.constFind(view.mid(i, m_shortest));
+                 name != m_names.constEnd() && view.mid(i).startsWith(name.key()); ++name) {
+                if (view.mid(i).startsWith(*name))
+                    return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    int m_shortest = std::numeric_limits<int>::max();
+    QMultiHash<QStringView, QStringView> m_names;  ///< by their first characters
+};
+
 }  // namespace
 
 Values::Values(const PrinterDocument &document)
@@ -26,13 +60,13 @@ Values::Values(const PrinterDocument &document)
                      [](const QString &a, const QString &b) { return a.size() > b.size(); });
     const QString markup = QStringLiteral("<>[]\n");
     m_holdMarkup = holdsAnyOf(document.entries(), markup);
+    m_holdTags = document.entries().contains(QLatin1Char('<'));
+    const NameFinder finder(m_longestFirst);
     for (const QString &name : qAsConst(m_longestFirst)) {
         const QString value = document.attributeValue(name).toString();
         m_holdMarkup = m_holdMarkup || holdsAnyOf(value, markup);
-        m_nameOthers = m_nameOthers || std::any_of(m_longestFirst.cbegin(), m_longestFirst.cend(),
-                                                   [&value](const QString &other) {
-                                                       return value.contains(other);
-                                                   });
+        m_holdTags = m_holdTags || value.contains(QLatin1Char('<'));
+        m_nameOthers = m_nameOthers || finder.findsAnyIn(value);
     }
 }
 

@@ -39,6 +39,8 @@ public:
     bool haveEmptyOneIn(const QString &expression) const;
     /// Whether a value holds a character that tags and groups are made of.
     bool holdMarkup() const { return m_holdMarkup; }
+    /// Whether a value can lead to other values at all.
+    bool leadOn() const { return m_holdTags || m_nameOthers; }
     /// The values put in one by one, the longest name first.
     Inserted insertedInto(const QString &expression) const;
 
@@ -51,7 +53,8 @@ private:
     QStringList m_longestFirst;
     QHash<QString, std::optional<QString>> m_texts;
     bool m_holdMarkup = false;
-    bool m_nameOthers = false;  ///< a value holds the name of another attribute
+    bool m_holdTags = false;
+    bool m_nameOthers = false;  ///< a value holds the name of an attribute
 };
 
 }  // namespace templatelint

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "printerdocs/printerdocument.h"
+#include "templatelint.h"
+
+class QTextCodec;
+
+namespace tool {
+
+/// A template and the document to fill it with.
+struct TemplateAndDocument
+{
+    QString text;
+    PrinterDocument document;
+};
+
+/// Reads both, "-" being standard input. Complains about all that is wrong in the files and gives
+/// nothing then; so it does for a value whose tags lead on without end, on which the library would
+/// hang.
+std::optional<TemplateAndDocument> readTemplateAndDocument(
+    const QString &templateFile, const QString &dataFile, const QTextCodec &codec,
+    templatelint::Filling filling = templatelint::Filling::Receipt);
+
+}  // namespace tool
