@@ -70,6 +70,65 @@ class TestPreviewLayout : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void charactersThatTheCodePageLacksAreNamedOnce_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QByteArray>("codePage");
+        QTest::addColumn<QString>("warning");
+        const auto row = [](const char *name, const QString &text, const char *codePage,
+                            const char *warning) {
+            QTest::newRow(name) << text << QByteArray(codePage) << QString::fromUtf8(warning);
+        };
+        const char *const lacks = "not in the printer's character set, IBM866: ";
+        row("all there", "abc ~\u0416\u2116", "", "");
+        row("once", "\u20AC1\n\u20AC2", "", (lacks + std::string("\"€\"")).c_str());
+        row("in their order", "\u00BB\n\u20AC", "", (lacks + std::string("\"»\", \"€\"")).c_str());
+        row("beyond 16 bits", "a\U0001F600", "", (lacks + std::string("\"😀\"")).c_str());
+        row("raw codes", "<128><255>", "", "");
+        row("another code page", "\u20AC\u0416", "windows-1252",
+            "not in the printer's character set, windows-1252: \"Ж\"");
+    }
+    void charactersThatTheCodePageLacksAreNamedOnce()
+    {
+        QFETCH(QString, text);
+        QFETCH(QByteArray, codePage);
+        QFETCH(QString, warning);
+        const Paper paper(modelOf("CUSTOM_VKP_80"), 0, 0, QTextCodec::codecForName(codePage));
+        QCOMPARE(Layout(markup(text), paper).warnings().join('\n'), warning);
+    }
+
+    void manyCharactersThatTheCodePageLacksAreCounted()
+    {
+        QString text;
+        for (ushort code = 0x4E00; code < 0x4E00 + 25; ++code)
+            text += QChar(code);
+        const QStringList warnings = Layout(markup(text), paperOf()).warnings();
+        QCOMPARE(warnings.size(), 1);
+        QVERIFY(warnings.constFirst().contains(QString("\"\u4E13\" and 5 more")));
+        QVERIFY(!warnings.constFirst().contains(QChar(0x4E14)));
+    }
+
+    // What stands in the frame of a fault is for the reader of the picture.
+    void frameOfAFaultIsNotPrinted()
+    {
+        DocumentBlock block;
+        block.setType(DocumentBlock::BlockQrCode);
+        block.setQrCode(QString(4000, QChar(0x20AC)).toUtf8());
+        QCOMPARE(Layout(documentOf({block}), paperOf()).warnings().size(), 1);
+    }
+
+    void rawCodesShowTheCodePage()
+    {
+        const Paper western(modelOf("CUSTOM_VKP_80"), 0, 0,
+                            QTextCodec::codecForName("windows-1252"));
+        QCOMPARE(textOf(Layout(markup("<196>"), western),
+                        textRows(Layout(markup("<196>"), western)).at(0)),
+                 QString("\u00C4"));
+        // A byte that is no character by itself.
+        const Paper wide(modelOf("CUSTOM_VKP_80"), 0, 0, QTextCodec::codecForName("Shift_JIS"));
+        QCOMPARE(Layout(markup("<136>x"), wide).cells().size(), std::size_t(2));
+    }
+
     void cellsStandSideBySideFromThePrintedLinesEdge()
     {
         const Layout layout(markup("ABC"), paperOf());
@@ -374,8 +433,8 @@ private Q_SLOTS:
         document.setCharImages({{3, filledImage(8, 16, 8)}});
         const Layout unable(document, paperOf("NP_F209_2D"));
         QVERIFY(!cellAt(unable, 0).has(Cell::Symbol));
-        QCOMPARE(unable.warnings(), QStringList("block 1: the symbol 3 is blank: font 0 of "
-                                                "NP_F209_2D takes no drawings"));
+        QCOMPARE(unable.warnings(), QStringList("block 1: the symbol 3 is blank: font 0 of the "
+                                                "model takes no drawings"));
         document.setCharImages({{3, filledImage(20, 30, 8)}});
         const Layout tooLarge(document, paperOf());
         QCOMPARE(tooLarge.warnings(), QStringList("block 1: the symbol 3 is blank: it has no "
@@ -422,7 +481,7 @@ private Q_SLOTS:
         const Layout unable(wide, paperOf("AV_268"));
         QVERIFY(unable.rasters().empty());
         QCOMPARE(unable.warnings(),
-                 QStringList("block 1: the picture is left out: AV_268 prints none"));
+                 QStringList("block 1: the picture is left out: the model prints none"));
     }
 
     void barcodeTakesTheLargestModuleThatFits_data()

@@ -46,9 +46,12 @@ public:
     }
     void forget() { m_errors.clear(); }
 
-    /// Ends it as Ctrl+C does and gives its exit status.
+    /// Ends it as Ctrl+C does, not in the middle of a run, which that would kill, and gives its
+    /// exit status.
     int end()
     {
+        if (!QTest::qWaitFor([this] { return takesInterrupts(); }, patience))
+            return -1;
         ::kill(static_cast<pid_t>(m_process.processId()), SIGINT);
         if (!m_process.waitForFinished(patience) || m_process.exitStatus() != QProcess::NormalExit)
             return -1;
@@ -56,6 +59,17 @@ public:
     }
 
 private:
+    /// Whether the signal is kept for the event loop.
+    bool takesInterrupts() const
+    {
+        QFile status(QString("/proc/%1/status").arg(m_process.processId()));
+        if (!status.open(QIODevice::ReadOnly))
+            return false;
+        const QRegularExpression blocked("SigBlk:\\s*([0-9a-f]+)");
+        const QString mask = blocked.match(QString::fromLatin1(status.readAll())).captured(1);
+        return (mask.toULongLong(nullptr, 16) >> (SIGINT - 1) & 1U) != 0;
+    }
+
     QProcess m_process;
     QByteArray m_errors;
 };
@@ -189,6 +203,97 @@ private Q_SLOTS:
         QVERIFY(!QImage(file).isNull());
     }
 
+    void missingSymbolFilesAreNamed_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("complaint");
+        QTest::newRow("missing") << QByteArray() << "there is no file \"%1\"";
+        QTest::newRow("damaged") << QByteArray("<SpecialSymbolImages>\n</Fnt>")
+                                 << "the file \"%1\" is damaged: 2:";
+    }
+    void missingSymbolFilesAreNamed()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, complaint);
+        const WorkFolder folder;
+        const QString file = folder.file("t.cpt", "a\n  <SPECSYMBOLS=shop>\nb");
+        if (!content.isEmpty())
+            folder.file("shop.ssi", content);
+        const QStringList arguments{"preview", file, folder.file("d.json", "{}")};
+        const QStringList output{"--output", folder.path("r.png")};
+        const ReceiptRun run = runReceipt(arguments + output);
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.errors.count('\n'), 1);
+        QVERIFY2(run.errors.startsWith("receipt: " + file +
+                                       ":2:3: " + complaint.arg(folder.path("shop.ssi"))),
+                 qPrintable(run.errors));
+        // One line for all models, too, and none with the folder that has the file.
+        QCOMPARE(runReceipt(arguments + QStringList{"--all-models", folder.path("all")}).errors,
+                 run.errors);
+        QCOMPARE(
+            runReceipt(arguments + output + QStringList{"--symbols", example("symbols")}).errors,
+            QString());
+    }
+
+    void missingPicturesAreNamed()
+    {
+        const WorkFolder folder;
+        folder.file("bad.png", "no picture");
+        QVERIFY(QFile::copy(example("images/logo.png"), folder.path("logo.png")));
+        const QString text =
+            folder.file("c.bbcode",
+                        "[img name=gone][/img][IMG NAME=bad][/IMG][img name=Logo][/img]\n"
+                        "[img name=gone][/img][img name=GONE][/img] [b name=x]y[/b] [img][/img]");
+        const QString where = "receipt: " + text + ": ";
+        const ReceiptRun run =
+            runReceipt({"preview", "--bbcode", text, "--output", folder.path("r.png")});
+        QCOMPARE(run.errors, where + "there is no picture \"gone\" in the folder \"" +
+                                 folder.path("") + "\"\n" + where + "the picture \"" +
+                                 folder.path("bad.png") +
+                                 "\" can't be read: Unsupported image format\n");
+        QCOMPARE(run.status, 0);
+        const ReceiptRun elsewhere = runReceipt(
+            {"preview", "--bbcode", example("coupon.bbcode"), "--output", folder.path("r.png")});
+        QVERIFY(elsewhere.errors.contains("there is no picture \"logo\""));
+    }
+
+    void charactersThatThePrinterLacksAreNamed()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("t.txt", "5 \xE2\x82\xAC\n6 \xE2\x82\xAC \xC2\xAB\n");
+        const QStringList arguments{"preview", "--plain", text, "--output", folder.path("r.png")};
+        QCOMPARE(
+            runReceipt(arguments).errors,
+            "receipt: " + text +
+                QString::fromUtf8(": not in the printer's character set, IBM866: \"€\", \"«\"\n"));
+        QCOMPARE(runReceipt(arguments + QStringList{"--code-page", "windows-1252"}).errors,
+                 QString());
+    }
+
+    // What is the same on all models is said once, without them.
+    void messagesOfAllModelsNameThem()
+    {
+        const WorkFolder folder;
+        QVERIFY(QFile::copy(example("images/logo.png"), folder.path("logo.png")));
+        const QString text =
+            folder.file("c.bbcode", "[img name=logo][/img]\xE2\x82\xAC[barcode]\xD0\x96[/barcode]");
+        const ReceiptRun run =
+            runReceipt({"preview", "--bbcode", text, "--all-models", folder.path("all")});
+        QCOMPARE(run.status, 0);
+        const QStringList lines = run.errors.split('\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 3);
+        const QString where = "receipt: " + text + ": ";
+        const QRegularExpression named(
+            "^([A-Z0-9_-]+, )+[A-Z0-9_-]+: block 1: the picture is left out: "
+            "the model prints none$");
+        const QString first = QStringList(lines).filter("picture").value(0).mid(where.size());
+        QVERIFY2(named.match(first).hasMatch(), qPrintable(first));
+        QVERIFY(first.contains("AV_268") && !first.contains("CUSTOM_VKP_80"));
+        QVERIFY(lines.contains(where + "block 3: Barcode: Code 128 holds ASCII characters only"));
+        QVERIFY(lines.contains(where + QString::fromUtf8("not in the printer's character set, "
+                                                         "IBM866: \"€\"")));
+    }
+
     void allModelsGetAPictureAndASheet()
     {
         const WorkFolder folder;
@@ -230,6 +335,8 @@ private Q_SLOTS:
         QTest::newRow("all models and one")
             << files + QStringList{"--all-models", "d", "--model", "AV_268"}
             << "--all-models excludes --model and --output";
+        QTest::newRow("code page") << files + QStringList{"--code-page", "cp9999"}
+                                   << "--code-page: there is no encoding \"cp9999\"";
         QTest::newRow("symbols") << files + QStringList{"--symbols", "/nonexistent"}
                                  << "--symbols: \"/nonexistent\" is no folder";
         QTest::newRow("watching standard input")

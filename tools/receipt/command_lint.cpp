@@ -3,7 +3,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
-#include <QTextCodec>
 #include <algorithm>
 
 #include "commands.h"
@@ -185,12 +184,8 @@ bool readCodePage(const QCommandLineParser &parser, const Options &options,
 {
     if (!parser.isSet(options.model) && !parser.isSet(options.codePage))
         return true;
-    const QString name = parser.value(options.codePage);
-    result.codePage = QTextCodec::codecForName(name.toUtf8());
-    if (result.codePage != nullptr)
-        return true;
-    tool::complain(QStringLiteral("--code-page: there is no encoding \"%1\"").arg(name));
-    return false;
+    result.codePage = tool::findCodePage(parser.value(options.codePage));
+    return result.codePage != nullptr;
 }
 
 bool readSymbolFolder(const QCommandLineParser &parser, const Options &options)

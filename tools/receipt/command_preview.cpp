@@ -1,14 +1,13 @@
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QSaveFile>
-#include <QTextCodec>
+#include <QVector>
 
 #include "commands.h"
 #include "contactsheet.h"
-#include "filling.h"
 #include "picture.h"
-#include "printerdocs/bbcodeparser.h"
-#include "printerdocs/printerdocumentformatter.h"
+#include "previewsource.h"
 #include "printermodel.h"
 #include "progressline.h"
 #include "support.h"
@@ -23,8 +22,6 @@ using receiptpreview::Typeface;
 
 constexpr int mostPapers = 127;
 constexpr int lastFont = 3;
-// The width of a BBCode line is a byte in the library.
-constexpr int mostBbCodeCharacters = 255;
 
 // In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
@@ -47,7 +44,7 @@ justified lines are moved by whole cells, whichever alignments the model can do
 by itself. A line that is too long goes on below, and a red bar in the left
 margin marks what goes on. A tab of a line that isn't justified is one blank
 cell. Special symbols are the largest drawing that fits the cell, at its upper
-left corner. Raw codes from 128 show code page 866; control characters are
+left corner. Raw codes from 128 show the code page; control characters are
 blank. Pictures are drawn dot for dot.
 
 Barcodes are Code 128 (type 7), 80 dots high, with modules of 3 dots, or 2 where
@@ -55,7 +52,9 @@ that doesn't fit; QR codes have modules of 6 to 2 dots, as fit the paper. A code
 that can't be printed is a red box that says why. What the model can't do comes
 out plain: italic upright, for example. Pictures are left out on a model without
 images, and symbols are blank in a font without custom characters. Standard
-error tells what of the document isn't printed as it asks for.
+error tells what of the document isn't printed as it asks for, and on which
+models unless it is all of them; which file of symbols or pictures is missing or
+damaged; and which characters the code page lacks, though they are drawn here.
 
 Paper longer than 1000000 dots (125 m) is an error, and so is a PNG higher than
 1000000 pixels. The same input gives the same bytes of PNG and SVG on every run,
@@ -87,6 +86,10 @@ struct Options
         QStringLiteral("The model's font, 0 to 3, of text that chooses none (or font 0, which is "
                        "the same); default 0."),
         QStringLiteral("N"), QStringLiteral("0")};
+    const QCommandLineOption codePage{
+        QStringLiteral("code-page"),
+        QStringLiteral("The printer's character set, such as cp437; default cp866."),
+        QStringLiteral("NAME"), QStringLiteral("cp866")};
     const QCommandLineOption output{
         QStringLiteral("output"),
         QStringLiteral("The picture, written whole or not at all: FILE.png, FILE.pdf (pages of up "
@@ -116,69 +119,15 @@ struct Options
 
 struct Request
 {
-    /// What makes the document for a paper, from the files as they are now. Complains and gives
-    /// nothing on failure.
-    std::function<std::optional<TextPrinterDocument>(const Paper &)> source;
+    tool::PreviewSource source;
     QStringList files;
     std::optional<PrinterInfo> model;  ///< nothing: all models
     int paper = 0;
     int font = 0;
     int scale = 1;
+    const QTextCodec *codePage = nullptr;
     QString output;  ///< a file, or a folder for all models
 };
-
-using Source = std::function<std::optional<TextPrinterDocument>(const Paper &)>;
-
-Source templateSource(const QString &fileName, const QString &data, const QTextCodec &codec)
-{
-    return [fileName, data, &codec](const Paper &) -> std::optional<TextPrinterDocument> {
-        const auto source = tool::readTemplateAndDocument(fileName, data, codec);
-        if (!source)
-            return std::nullopt;
-        PrinterDocumentFormatter formatter(0, nullptr);
-        formatter.setTemplate(source->text);
-        return formatter.toTextPrinterDocument(source->document);
-    };
-}
-
-Source plainSource(const QString &fileName, const QTextCodec &codec)
-{
-    return [fileName, &codec](const Paper &) -> std::optional<TextPrinterDocument> {
-        const auto lines = tool::readLines(fileName, codec);
-        if (!lines)
-            return std::nullopt;
-        const PrinterDocumentFormatter formatter(0, nullptr);
-        return formatter.plainTextToTextPrinterDocument(lines->join(QLatin1Char('\n')));
-    };
-}
-
-Source bbCodeSource(const QString &fileName, const QString &images)
-{
-    return [fileName, images](const Paper &paper) -> std::optional<TextPrinterDocument> {
-        const auto text = tool::readText(fileName);
-        if (!text)
-            return std::nullopt;
-        BbCodeParser parser(nullptr);
-        const int characters = qMin(paper.charactersPerLine(), mostBbCodeCharacters);
-        parser.setSymbolsPerLine(static_cast<unsigned char>(characters));
-        parser.setImagesPath(images);
-        parser.parseText(*text);
-        return parser.document();
-    };
-}
-
-Source documentSource(const QString &fileName)
-{
-    return [fileName](const Paper &) -> std::optional<TextPrinterDocument> {
-        TextPrinterDocument document;
-        if (document.loadFromFile(QFileInfo(fileName).absoluteFilePath()))
-            return document;
-        tool::complain(
-            QStringLiteral("%1: no copy can be loaded; \"receipt document check\" says why")
-                .arg(fileName));
-        return std::nullopt;
-    };
-}
 
 /// Complains and gives false unless there is exactly one source.
 bool hasOneSource(const QCommandLineParser &parser, const Options &options)
@@ -194,9 +143,19 @@ bool hasOneSource(const QCommandLineParser &parser, const Options &options)
     return false;
 }
 
-QString folderOf(const QString &fileName)
+/// The folder of an option, or else that of the file that is read. Complains and gives nothing if
+/// there is no such folder.
+std::optional<QString> folderOf(const QCommandLineParser &parser, const QCommandLineOption &option,
+                                const QString &fileName)
 {
-    return QFileInfo(fileName).path();
+    if (!parser.isSet(option))
+        return QFileInfo(fileName).path();
+    const QString folder = parser.value(option);
+    if (QFileInfo(folder).isDir())
+        return folder;
+    tool::complain(
+        QStringLiteral("--%1: \"%2\" is no folder").arg(option.names().constFirst(), folder));
+    return std::nullopt;
 }
 
 bool setSource(const QCommandLineParser &parser, const Options &options, Request &request)
@@ -204,31 +163,27 @@ bool setSource(const QCommandLineParser &parser, const Options &options, Request
     const auto codec = tool::codecOf(parser);
     if (!codec || !hasOneSource(parser, options))
         return false;
-    if (parser.isSet(options.bbcode)) {
-        request.files = QStringList(parser.value(options.bbcode));
-        const QString folder = parser.isSet(options.images) ? parser.value(options.images)
-                                                            : folderOf(request.files.constFirst());
-        request.source = bbCodeSource(request.files.constFirst(), folder);
-    } else if (parser.isSet(options.document)) {
-        request.files = QStringList(parser.value(options.document));
-        request.source = documentSource(request.files.constFirst());
-    } else if (parser.isSet(options.plain)) {
-        request.files = QStringList(parser.value(options.plain));
-        request.source = plainSource(request.files.constFirst(), **codec);
-    } else {
+    for (const QCommandLineOption &option : {options.bbcode, options.document, options.plain}) {
+        if (parser.isSet(option))
+            request.files = QStringList(parser.value(option));
+    }
+    if (request.files.isEmpty())
         request.files = parser.positionalArguments();
-        request.source = templateSource(request.files.at(0), request.files.at(1), **codec);
-    }
-    for (const QCommandLineOption &option : {options.symbols, options.images}) {
-        if (parser.isSet(option) && !QFileInfo(parser.value(option)).isDir()) {
-            tool::complain(QStringLiteral("--%1: \"%2\" is no folder")
-                               .arg(option.names().constFirst(), parser.value(option)));
-            return false;
-        }
-    }
-    tool::useSymbolFolder(parser.isSet(options.symbols) ? parser.value(options.symbols)
-                                                        : folderOf(request.files.constFirst()));
-    return tool::readsInputOnce(request.files);
+    const QString &file = request.files.constFirst();
+    const auto symbols = folderOf(parser, options.symbols, file);
+    const auto images = folderOf(parser, options.images, file);
+    if (!symbols || !images || !tool::readsInputOnce(request.files))
+        return false;
+    tool::useSymbolFolder(*symbols);
+    if (parser.isSet(options.bbcode))
+        request.source = tool::bbCodeSource(file, *images);
+    else if (parser.isSet(options.document))
+        request.source = tool::documentSource(file);
+    else if (parser.isSet(options.plain))
+        request.source = tool::plainSource(file, **codec);
+    else
+        request.source = tool::templateSource(file, request.files.at(1), **codec, *symbols);
+    return true;
 }
 
 bool setModel(const QCommandLineParser &parser, const Options &options, Request &request)
@@ -246,7 +201,8 @@ bool setModel(const QCommandLineParser &parser, const Options &options, Request 
     const auto paper = tool::numberOf(parser, options.paper, 0, lastPaper);
     const auto font = tool::numberOf(parser, options.font, 0, lastFont);
     const auto scale = tool::numberOf(parser, options.scale, 1, receiptpreview::greatestScale);
-    if (!paper || !font || !scale)
+    request.codePage = tool::findCodePage(parser.value(options.codePage));
+    if (!paper || !font || !scale || request.codePage == nullptr)
         return false;
     request.paper = *paper;
     request.font = *font;
@@ -287,20 +243,58 @@ bool setOutput(const QCommandLineParser &parser, const Options &options, Request
     return false;
 }
 
-/// A document on a paper. Complains, also about what isn't printed as the document asks for.
-std::optional<Layout> layOut(const Request &request, const Paper &paper)
+/// What isn't printed as the document asks for: each thing once, with the models that it is so on.
+class Warnings
 {
-    const auto document = request.source(paper);
-    if (!document)
-        return std::nullopt;
-    Layout layout(*document, paper);
-    const QString &name = request.files.constFirst();
-    for (const QString &warning : layout.warnings())
-        tool::complain(QStringLiteral("%1: %2").arg(name, warning));
+public:
+    void add(const Layout &layout)
+    {
+        const QString model = layout.paper().model().id();
+        m_models.append(model);
+        for (const QString &warning : layout.warnings()) {
+            const auto known = m_indices.constFind(warning);
+            if (known == m_indices.constEnd()) {
+                m_indices.insert(warning, m_rows.size());
+                m_rows.append({warning, QStringList(model)});
+            } else if (m_rows.at(*known).models.constLast() != model) {
+                m_rows[*known].models.append(model);
+            }
+        }
+    }
+    /// Complains; names the models where that isn't all of them.
+    void print(const QString &fileName) const
+    {
+        for (const Row &row : m_rows) {
+            const QString models = row.models == m_models
+                                       ? QString()
+                                       : row.models.join(QLatin1String(", ")) + QLatin1String(": ");
+            tool::complain(QStringLiteral("%1: %2%3").arg(fileName, models, row.warning));
+        }
+    }
+
+private:
+    struct Row
+    {
+        QString warning;
+        QStringList models;
+    };
+    QStringList m_models;
+    QVector<Row> m_rows;
+    QHash<QString, int> m_indices;  ///< in the rows
+};
+
+/// A document on the paper of a model. Complains and gives nothing if it is too long.
+std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceipt &receipt,
+                             const PrinterInfo &model, Warnings &warnings)
+{
+    const Paper paper(model, request.paper, request.font, request.codePage);
+    Layout layout(receipt(paper), paper);
+    warnings.add(layout);
     if (!layout.tooLong())
         return layout;
-    tool::complain(QStringLiteral("%1: the receipt is longer than %2 dots (125 m)")
-                       .arg(name)
+    const QString name = request.model ? QString() : model.id() + QLatin1String(": ");
+    tool::complain(QStringLiteral("%1: %2the receipt is longer than %3 dots (125 m)")
+                       .arg(request.files.constFirst(), name)
                        .arg(Layout::longestPaper));
     return std::nullopt;
 }
@@ -328,12 +322,14 @@ bool writePicture(const Layout &layout, const Typeface &typeface, int scale,
     });
 }
 
-int drawOne(const Request &request, const Typeface &typeface)
+int drawOne(const Request &request, const tool::PreviewedReceipt &receipt, const Typeface &typeface)
 {
-    const Paper paper(*request.model, request.paper, request.font);
-    const auto layout = layOut(request, paper);
+    Warnings warnings;
+    const auto layout = layOut(request, receipt, *request.model, warnings);
+    warnings.print(request.files.constFirst());
     if (!layout || !writePicture(*layout, typeface, request.scale, request.output))
         return tool::BadInput;
+    const Paper &paper = layout->paper();
     tool::print(QStringLiteral("%1: %2, paper %3, %4 x %5 dots")
                     .arg(request.output, paper.model().id(), paper.info().caption())
                     .arg(layout->size().width())
@@ -341,7 +337,28 @@ int drawOne(const Request &request, const Typeface &typeface)
     return tool::Success;
 }
 
-int drawAll(const Request &request, const Typeface &typeface)
+/// Draws a receipt as each of the models prints it, and puts it on the sheet.
+bool drawEach(const Request &request, const tool::PreviewedReceipt &receipt,
+              const Typeface &typeface, const QList<PrinterInfo> &models,
+              receiptpreview::ContactSheet &sheet)
+{
+    const QDir folder(request.output);
+    Warnings warnings;
+    tool::ProgressLine line(QStringLiteral("drawing all models"));
+    for (const PrinterInfo &model : models) {
+        const auto layout = layOut(request, receipt, model, warnings);
+        const QString fileName = folder.filePath(model.id() + QStringLiteral(".png"));
+        if (!layout || !writePicture(*layout, typeface, request.scale, fileName))
+            return false;
+        sheet.add(model.id(), *layout);
+        line.show(models.indexOf(model) + 1, models.size());
+    }
+    line.clear();
+    warnings.print(request.files.constFirst());
+    return true;
+}
+
+int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const Typeface &typeface)
 {
     const QDir folder(request.output);
     if (!folder.mkpath(QStringLiteral("."))) {
@@ -350,17 +367,8 @@ int drawAll(const Request &request, const Typeface &typeface)
     }
     receiptpreview::ContactSheet sheet(typeface);
     const QList<PrinterInfo> models = PrinterInfo::fromResources();
-    {
-        tool::ProgressLine line(QStringLiteral("drawing all models"));
-        for (const PrinterInfo &model : models) {
-            const auto layout = layOut(request, Paper(model, request.paper, request.font));
-            const QString fileName = folder.filePath(model.id() + QStringLiteral(".png"));
-            if (!layout || !writePicture(*layout, typeface, request.scale, fileName))
-                return tool::BadInput;
-            sheet.add(model.id(), *layout);
-            line.show(models.indexOf(model) + 1, models.size());
-        }
-    }
+    if (!drawEach(request, receipt, typeface, models, sheet))
+        return tool::BadInput;
     const QString sheetName = folder.filePath(QStringLiteral("contact-sheet.png"));
     const QImage image = sheet.image();
     if (!writeFile(sheetName,
@@ -373,6 +381,15 @@ int drawAll(const Request &request, const Typeface &typeface)
     return tool::Success;
 }
 
+int draw(const Request &request, const Typeface &typeface)
+{
+    const auto receipt = request.source();
+    if (!receipt)
+        return tool::BadInput;
+    return request.model ? drawOne(request, *receipt, typeface)
+                         : drawAll(request, *receipt, typeface);
+}
+
 }  // namespace
 
 int runPreview(const QStringList &arguments)
@@ -381,7 +398,7 @@ int runPreview(const QStringList &arguments)
     const Options options;
     parser.setApplicationDescription(QString::fromLatin1(description));
     parser.addOptions({options.bbcode, options.document, options.plain, options.model,
-                       options.paper, options.font, options.output, options.scale,
+                       options.paper, options.font, options.codePage, options.output, options.scale,
                        options.allModels, options.symbols, options.images, tool::codecOption(),
                        options.watch});
     tool::addTemplateAndDocument(parser);
@@ -398,10 +415,10 @@ int runPreview(const QStringList &arguments)
         tool::complain(error);
         return tool::BadInput;
     }
-    const auto draw = [&request, &typeface] {
-        const int status = request.model ? drawOne(request, typeface) : drawAll(request, typeface);
+    const auto run = [&request, &typeface] {
+        const int status = draw(request, typeface);
         std::fflush(stdout);
         return status;
     };
-    return parser.isSet(options.watch) ? tool::runAndWatch(request.files, draw) : draw();
+    return parser.isSet(options.watch) ? tool::runAndWatch(request.files, run) : run();
 }

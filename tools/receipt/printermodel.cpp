@@ -1,5 +1,6 @@
 #include "printermodel.h"
 
+#include <QTextCodec>
 #include <algorithm>
 
 #include "settings/textprintersettings.h"
@@ -16,6 +17,14 @@ std::optional<PrinterInfo> findModel(const QString &id)
         return *model;
     complain(QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(id));
     return std::nullopt;
+}
+
+const QTextCodec *findCodePage(const QString &name)
+{
+    const QTextCodec *codec = QTextCodec::codecForName(name.toUtf8());
+    if (codec == nullptr)
+        complain(QStringLiteral("--code-page: there is no encoding \"%1\"").arg(name));
+    return codec;
 }
 
 int charactersPerLine(const PrinterInfo &model, int paper, int font)

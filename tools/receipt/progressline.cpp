@@ -22,8 +22,14 @@ ProgressLine::ProgressLine(const QString &what)
 
 ProgressLine::~ProgressLine()
 {
+    clear();
+}
+
+void ProgressLine::clear()
+{
     if (m_isShown)
         std::fputs("\r\x1B[K", stderr);
+    m_isShown = false;
 }
 
 void ProgressLine::show(qint64 done, qint64 all)

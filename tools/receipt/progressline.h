@@ -16,6 +16,8 @@ public:
     ProgressLine &operator=(const ProgressLine &) = delete;
 
     void show(qint64 done, qint64 all);
+    /// Takes the line off, for messages.
+    void clear();
 
 private:
     const QString m_what;

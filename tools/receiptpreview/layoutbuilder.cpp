@@ -53,7 +53,7 @@ int moduleThatFits(const int (&choices)[count], int modules, int quiet, const Pa
 }  // namespace
 
 LayoutBuilder::LayoutBuilder(Layout &layout, const TextPrinterDocument &document)
-    : m_layout(layout), m_document(document), m_codePage(QTextCodec::codecForName("IBM866"))
+    : m_layout(layout), m_document(document), m_codePage(layout.m_paper.codePage())
 {
     static_cast<QMultiMap<signed char, MonochromeImage> &>(m_symbols) = document.charImages();
 }
@@ -70,6 +70,7 @@ void LayoutBuilder::build()
         if (m_layout.m_tooLong)
             return;
     }
+    warnOfUnprintable();
     if ((m_document.currentTicketAction() & cutAction) != 0)
         addCut();
     feed(Layout::endMargin);
@@ -92,7 +93,7 @@ void LayoutBuilder::addPicture(const DocumentBlock &block)
     const MonochromeImage image = block.img();
     const PrinterInfo &model = m_layout.m_paper.model();
     if (!model.customImages()) {
-        warn(QStringLiteral("the picture is left out: %1 prints none").arg(model.id()));
+        warn(QStringLiteral("the picture is left out: the model prints none"));
         return;
     }
     const int line = m_layout.m_paper.printableWidth();

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include "code.h"
 #include "layout.h"
@@ -44,6 +46,9 @@ private:
     int freeCells(const TextLine &line, int unit) const;
     void addTab(Cell cell, int unit, int freeCells);
     void warnOfBlankSymbol(int code, const FontInfo &font);
+    void addCharacter(const TextLine &line, int index);
+    void noteCharacter(const QString &character);
+    void warnOfUnprintable();
     void addSymbol(const TextLine &line, int index);
     void addCell(Cell cell);
     void endRow();
@@ -63,7 +68,9 @@ private:
     const TextPrinterDocument &m_document;
     SpecialCharacters m_symbols;
     const QTextCodec *m_codePage;
-    int m_block = 0;  ///< number of the block, from 1, for messages
+    int m_block = 0;            ///< number of the block, from 1, for messages
+    QSet<QString> m_noted;      ///< characters beyond ASCII that were met
+    QStringList m_unprintable;  ///< those of them that the code page lacks, quoted
 
     /// The row being filled.
     int m_indent = 0;    ///< blank at both ends of the printed line, inside a frame

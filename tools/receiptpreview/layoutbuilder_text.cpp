@@ -15,6 +15,7 @@ constexpr ushort firstPrinting = 0x20;
 constexpr ushort lastOfAscii = 0x7F;
 constexpr ushort lastOfByte = 0xFF;
 constexpr int greatestSpacing = 7;
+constexpr int mostNamedCharacters = 20;
 
 /// The byte of a character: an empty array stands for zero bytes, a short one goes on with its
 /// last byte.
@@ -79,7 +80,7 @@ void LayoutBuilder::addLine(const TextLine &line)
         else if (isSymbol(line.text.at(i), byteAt(line.format, i)))
             addSymbol(line, i);
         else
-            addCell(cellOf(line, i));
+            addCharacter(line, i);
     }
     endRow();
     m_isContinuation = false;
@@ -133,9 +134,9 @@ void LayoutBuilder::warnOfBlankSymbol(int code, const FontInfo &font)
                drawing.height() <= font.height();
     };
     if (!font.customSymbols())
-        warn(QStringLiteral("the symbol %1 is blank: font %2 of %3 takes no drawings")
+        warn(QStringLiteral("the symbol %1 is blank: font %2 of the model takes no drawings")
                  .arg(code)
-                 .arg(font.idAsString(), m_layout.m_paper.model().id()));
+                 .arg(font.idAsString()));
     else if (drawings.isEmpty())
         warn(QStringLiteral("the symbol %1 is blank: it has no drawing").arg(code));
     else if (std::none_of(drawings.cbegin(), drawings.cend(), fits))
@@ -143,6 +144,39 @@ void LayoutBuilder::warnOfBlankSymbol(int code, const FontInfo &font)
                  .arg(code)
                  .arg(font.width())
                  .arg(font.height()));
+}
+
+void LayoutBuilder::addCharacter(const TextLine &line, int index)
+{
+    // A raw code is a byte to the printer, and a frame isn't printed.
+    const bool isRaw = (byteAt(line.format, index) & CharRawCode) != 0;
+    const bool isSecondHalf = index > 0 && line.text.at(index).isLowSurrogate() &&
+                              line.text.at(index - 1).isHighSurrogate();
+    if (line.text.at(index).unicode() > lastOfAscii && !isRaw && !isSecondHalf && !m_isFramed)
+        noteCharacter(line.text.mid(index, line.text.at(index).isHighSurrogate() ? 2 : 1));
+    addCell(cellOf(line, index));
+}
+
+void LayoutBuilder::noteCharacter(const QString &character)
+{
+    if (m_codePage == nullptr || m_noted.contains(character))
+        return;
+    m_noted.insert(character);
+    if (!m_codePage->canEncode(character))
+        m_unprintable.append(QStringLiteral("\"%1\"").arg(character));
+}
+
+void LayoutBuilder::warnOfUnprintable()
+{
+    if (m_unprintable.isEmpty())
+        return;
+    const int more = m_unprintable.size() - mostNamedCharacters;
+    QString names =
+        QStringList(m_unprintable.mid(0, mostNamedCharacters)).join(QLatin1String(", "));
+    if (more > 0)
+        names += QStringLiteral(" and %1 more").arg(more);
+    m_layout.m_warnings.append(QStringLiteral("not in the printer's character set, %1: %2")
+                                   .arg(QString::fromLatin1(m_codePage->name()), names));
 }
 
 void LayoutBuilder::addCell(Cell cell)
@@ -200,7 +234,8 @@ char16_t LayoutBuilder::printedCode(QChar character, unsigned char format) const
     if ((format & CharRawCode) == 0 || code <= lastOfAscii || code > lastOfByte)
         return code;
     const char byte = static_cast<char>(code);
-    return m_codePage == nullptr ? code : m_codePage->toUnicode(&byte, 1).at(0).unicode();
+    const QString shown = m_codePage == nullptr ? QString() : m_codePage->toUnicode(&byte, 1);
+    return shown.isEmpty() ? code : shown.at(0).unicode();
 }
 
 quint8 LayoutBuilder::effectsOf(unsigned char format) const

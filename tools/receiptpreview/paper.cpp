@@ -1,6 +1,7 @@
 #include "paper.h"
 
 #include <QRegularExpression>
+#include <QTextCodec>
 #include <QtMath>
 
 namespace receiptpreview {
@@ -34,10 +35,11 @@ FontInfo usable(FontInfo font)
 
 }  // namespace
 
-Paper::Paper(const PrinterInfo &model, int paperId, int baseFont)
+Paper::Paper(const PrinterInfo &model, int paperId, int baseFont, const QTextCodec *codePage)
     : m_model(model),
       m_info(model.paperType(paperId)),
       m_baseFont(usable(FontInfo())),
+      m_codePage(codePage != nullptr ? codePage : QTextCodec::codecForName("IBM866")),
       m_dotsPerInch(model.resolution() > 0 ? model.resolution() : usualDotsPerInch)
 {
     const QList<FontInfo> fonts = model.fontTypes();

@@ -2,6 +2,8 @@
 
 #include "printers/printerinfo.h"
 
+class QTextCodec;
+
 namespace receiptpreview {
 
 /// A model with one of its papers and the font of text that chooses none: what the geometry of a
@@ -11,7 +13,9 @@ class Paper
 public:
     /// @param paperId  a paper type of the model; one that it lacks counts as the nearest
     /// @param baseFont the font with which font byte 0 prints
-    Paper(const PrinterInfo &model, int paperId, int baseFont);
+    /// @param codePage the printer's character set; null: code page 866
+    Paper(const PrinterInfo &model, int paperId, int baseFont,
+          const QTextCodec *codePage = nullptr);
 
     const PrinterInfo &model() const { return m_model; }
     const PaperInfo &info() const { return m_info; }
@@ -29,6 +33,8 @@ public:
     /// model lacks.
     const FontInfo &font(unsigned char number) const;
     const FontInfo &baseFont() const { return m_baseFont; }
+    /// Null if there is none of that name in Qt.
+    const QTextCodec *codePage() const { return m_codePage; }
     int charactersPerLine() const { return m_printableWidth / m_baseFont.width(); }
 
 private:
@@ -36,6 +42,7 @@ private:
     PaperInfo m_info;
     QList<FontInfo> m_fonts;
     FontInfo m_baseFont;
+    const QTextCodec *m_codePage;
     int m_dotsPerInch;
     int m_printableWidth;
     int m_width;

@@ -47,32 +47,6 @@ QString damageOf(const QString &path, SpecialCharacters &drawings)
     return isRead ? QString() : QStringLiteral("a symbol or the root element is wrong");
 }
 
-/// Takes the lines out that name files of symbols; the lowest counts.
-SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
-{
-    SymbolFile result;
-    QVector<Text> others;
-    others.reserve(lines.size());
-    for (const Text &line : qAsConst(lines)) {
-        if (!isSymbolsLine(line.characters)) {
-            others.append(line);
-            continue;
-        }
-        result.offsets.append(line.origins.at(line.characters.indexOf(symbolsTag)));
-        result.path = folder + QLatin1Char('/') + symbolsFile(line.characters);
-    }
-    lines = others;
-    if (result.offsets.isEmpty())
-        return result;
-    if (!result.path.contains(QLatin1String(".ssi")) &&
-        !result.path.contains(QLatin1String(".SSI")))
-        result.path += QLatin1String(".ssi");
-    result.exists = QFileInfo::exists(result.path);
-    if (result.exists)
-        result.damage = damageOf(result.path, result.drawings);
-    return result;
-}
-
 /// Tells which places of a line lie in a group; asked from left to right, so that a line of any
 /// length is read once.
 class Groups
@@ -117,6 +91,40 @@ QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge)
 }
 
 }  // namespace
+
+QString SymbolFile::fault() const
+{
+    if (isUsable())
+        return QString();
+    return exists ? QStringLiteral("the file \"%1\" is damaged: %2; see \"receipt symbols\"")
+                        .arg(path, damage)
+                  : QStringLiteral("there is no file \"%1\"").arg(path);
+}
+
+SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
+{
+    SymbolFile result;
+    QVector<Text> others;
+    others.reserve(lines.size());
+    for (const Text &line : qAsConst(lines)) {
+        if (!isSymbolsLine(line.characters)) {
+            others.append(line);
+            continue;
+        }
+        result.offsets.append(line.origins.at(line.characters.indexOf(symbolsTag)));
+        result.path = folder + QLatin1Char('/') + symbolsFile(line.characters);
+    }
+    lines = others;
+    if (result.offsets.isEmpty())
+        return result;
+    if (!result.path.contains(QLatin1String(".ssi")) &&
+        !result.path.contains(QLatin1String(".SSI")))
+        result.path += QLatin1String(".ssi");
+    result.exists = QFileInfo::exists(result.path);
+    if (result.exists)
+        result.damage = damageOf(result.path, result.drawings);
+    return result;
+}
 
 bool Piece::isPrinted(int offset) const
 {

@@ -41,7 +41,12 @@ struct SymbolFile
     SpecialCharacters drawings;
 
     bool isUsable() const { return offsets.isEmpty() || (exists && damage.isEmpty()); }
+    /// Why the file that is named can't be used, for a message; empty if it can.
+    QString fault() const;
 };
+
+/// Takes the lines out that name files of symbols; the lowest counts.
+SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder);
 
 /// A template, or what a fiscal split leaves of it: it is printed by itself.
 struct Piece

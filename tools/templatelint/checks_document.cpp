@@ -234,8 +234,7 @@ void checkMissingSymbolFile(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
         if (!piece.symbols.offsets.isEmpty() && !piece.symbols.exists)
-            report.add(piece.symbols.offsets.constLast(),
-                       QStringLiteral("there is no file \"%1\"").arg(piece.symbols.path));
+            report.add(piece.symbols.offsets.constLast(), piece.symbols.fault());
     }
 }
 
@@ -243,9 +242,7 @@ void checkDamagedSymbolFile(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
         if (!piece.symbols.damage.isEmpty())
-            report.add(piece.symbols.offsets.constLast(),
-                       QStringLiteral("the file \"%1\" is damaged: %2; see \"receipt symbols\"")
-                           .arg(piece.symbols.path, piece.symbols.damage));
+            report.add(piece.symbols.offsets.constLast(), piece.symbols.fault());
     }
 }
 

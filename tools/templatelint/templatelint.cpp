@@ -29,6 +29,17 @@ QVector<Finding> lint(const QStringList &lines, const Options &options)
     return findings;
 }
 
+std::optional<NamedSymbolFile> symbolFileOf(const QStringList &lines, const QString &folder)
+{
+    const Source source(lines);
+    QVector<Text> texts = source.lines();
+    const SymbolFile file = takeSymbolFile(texts, folder);
+    if (file.offsets.isEmpty())
+        return std::nullopt;
+    const Place place = source.place(file.offsets.constLast());
+    return NamedSymbolFile{place.line, place.column, file.path, file.fault()};
+}
+
 std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
                                            const PrinterDocument &document, Filling filling)
 {

@@ -88,6 +88,18 @@ struct Finding
 /// All findings, by line, column and rule.
 QVector<Finding> lint(const QStringList &lines, const Options &options);
 
+/// The file of special symbols that a template names.
+struct NamedSymbolFile
+{
+    int line;    ///< of the tag that counts, from 1
+    int column;  ///< from 1
+    QString path;
+    QString fault;  ///< why it can't be used; empty if it can
+};
+
+/// Nothing if the template names none.
+std::optional<NamedSymbolFile> symbolFileOf(const QStringList &lines, const QString &folder);
+
 /// How a template is filled.
 enum class Filling {
     Receipt,   ///< with the mark of a copy, the entries and the file of special symbols

@@ -1,0 +1,83 @@
+#include "bbcodepictures.h"
+
+#include <QDir>
+#include <QImageReader>
+#include <QStringList>
+#include <memory>
+
+#include "bbcpp/bbdocument.h"
+#include "printerdocs/bbcodeparser.h"
+
+namespace tool {
+
+namespace {
+
+QString lowerCased(const std::string &text)
+{
+    return QString::fromStdString(text).trimmed().toLower();
+}
+
+/// The names that stand in the tags for pictures.
+QStringList pictureNames(const QString &text)
+{
+    const auto document = std::make_shared<bbcpp::BBDocument>();
+    document->load(text.toStdString());
+    QStringList names;
+    bool isPicture = false;
+    bbcpp::walk(*document, [&](const bbcpp::BBNodePtr &node, unsigned int) {
+        const auto element = bbcpp::tryDowncast<bbcpp::BBElement>(node);
+        if (!element)
+            return;
+        if (element->getElementType() != bbcpp::BBElement::ElementParameter) {
+            if (lowerCased(element->getNodeName()) == QLatin1String("img"))
+                isPicture = element->getElementType() == bbcpp::BBElement::ElementSimple;
+            return;
+        }
+        for (const auto &[key, value] : element->getParameters()) {
+            if (isPicture && lowerCased(key) == QLatin1String("name"))
+                names.append(lowerCased(value));
+        }
+    });
+    names.removeDuplicates();
+    return names;
+}
+
+/// The library's own reading of a picture says whether it can be printed.
+bool isPrinted(const QString &name, const QString &folder)
+{
+    BbCodeParser parser(nullptr);
+    parser.setImagesPath(folder);
+    parser.parseText(QStringLiteral("[img name=%1][/img]").arg(name));
+    const QList<DocumentBlock> blocks = parser.blocks();
+    return !blocks.isEmpty() && blocks.constFirst().isImage();
+}
+
+BbCodePicture pictureOf(const QString &name, const QString &folder)
+{
+    const QStringList files =
+        QDir(folder).entryList({name + QLatin1Char('*')}, QDir::Files, QDir::Name);
+    if (files.isEmpty())
+        return {
+            QString(),
+            QStringLiteral("there is no picture \"%1\" in the folder \"%2\"").arg(name, folder)};
+    const QString fileName = QDir(folder).filePath(files.constFirst());
+    if (isPrinted(name, folder))
+        return {fileName, QString()};
+    QImageReader reader(fileName);
+    const QString reason =
+        reader.canRead() ? QStringLiteral("it is damaged, or too large") : reader.errorString();
+    return {fileName, QStringLiteral("the picture \"%1\" can't be read: %2").arg(fileName, reason)};
+}
+
+}  // namespace
+
+QVector<BbCodePicture> picturesOf(const QString &text, const QString &folder)
+{
+    QVector<BbCodePicture> pictures;
+    const QStringList names = pictureNames(text);
+    for (const QString &name : names)
+        pictures.append(pictureOf(name, folder));
+    return pictures;
+}
+
+}  // namespace tool

@@ -1,0 +1,100 @@
+#include "previewsource.h"
+
+#include <QFileInfo>
+
+#include "bbcodepictures.h"
+#include "filling.h"
+#include "printerdocs/bbcodeparser.h"
+#include "printerdocs/printerdocumentformatter.h"
+#include "support.h"
+#include "templatefile.h"
+#include "templatelint.h"
+
+namespace tool {
+
+namespace {
+
+using receiptpreview::Paper;
+
+// The width of a BBCode line is a byte in the library.
+constexpr int mostBbCodeCharacters = 255;
+
+/// The same document on every paper.
+PreviewedReceipt always(const TextPrinterDocument &document)
+{
+    return [document](const Paper &) { return document; };
+}
+
+void complainAboutSymbolFile(const QString &fileName, const QString &text, const QString &folder)
+{
+    const auto file = templatelint::symbolFileOf(text.split(QLatin1Char('\n')), folder);
+    if (file && !file->fault.isEmpty())
+        complain(QStringLiteral("%1:%2:%3: %4")
+                     .arg(fileName)
+                     .arg(file->line)
+                     .arg(file->column)
+                     .arg(file->fault));
+}
+
+}  // namespace
+
+PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
+                             const QString &symbolFolder)
+{
+    return [=, &codec]() -> std::optional<PreviewedReceipt> {
+        const auto source = readTemplateAndDocument(fileName, data, codec);
+        if (!source)
+            return std::nullopt;
+        complainAboutSymbolFile(fileName, source->text, symbolFolder);
+        PrinterDocumentFormatter formatter(0, nullptr);
+        formatter.setTemplate(source->text);
+        return always(formatter.toTextPrinterDocument(source->document));
+    };
+}
+
+PreviewSource plainSource(const QString &fileName, const QTextCodec &codec)
+{
+    return [=, &codec]() -> std::optional<PreviewedReceipt> {
+        const auto lines = readLines(fileName, codec);
+        if (!lines)
+            return std::nullopt;
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        return always(formatter.plainTextToTextPrinterDocument(lines->join(QLatin1Char('\n'))));
+    };
+}
+
+PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
+{
+    return [=]() -> std::optional<PreviewedReceipt> {
+        const auto text = readText(fileName);
+        if (!text)
+            return std::nullopt;
+        const QVector<BbCodePicture> pictures = picturesOf(*text, imageFolder);
+        for (const BbCodePicture &picture : pictures) {
+            if (!picture.fault.isEmpty())
+                complain(QStringLiteral("%1: %2").arg(fileName, picture.fault));
+        }
+        return [text = *text, imageFolder](const Paper &paper) {
+            BbCodeParser parser(nullptr);
+            const int characters = qMin(paper.charactersPerLine(), mostBbCodeCharacters);
+            parser.setSymbolsPerLine(static_cast<unsigned char>(characters));
+            parser.setImagesPath(imageFolder);
+            parser.parseText(text);
+            return parser.document();
+        };
+    };
+}
+
+PreviewSource documentSource(const QString &fileName)
+{
+    return [=]() -> std::optional<PreviewedReceipt> {
+        TextPrinterDocument document;
+        if (document.loadFromFile(QFileInfo(fileName).absoluteFilePath()))
+            return always(document);
+        complain(QStringLiteral("%1: no copy can be loaded; \"receipt document check\" says why")
+                     .arg(fileName));
+        return std::nullopt;
+    };
+}
+
+}  // namespace tool

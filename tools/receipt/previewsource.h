@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "paper.h"
+#include "printerdocs/textprinterdocument.h"
+
+class QTextCodec;
+
+namespace tool {
+
+/// Makes the document for a paper, of files that were read.
+using PreviewedReceipt = std::function<TextPrinterDocument(const receiptpreview::Paper &)>;
+
+/// Reads the files as they are now. Complains and gives nothing on failure; complains, too, about
+/// files that the receipt names and that are missing or can't be read, without which it is drawn.
+using PreviewSource = std::function<std::optional<PreviewedReceipt>()>;
+
+PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
+                             const QString &symbolFolder);
+PreviewSource plainSource(const QString &fileName, const QTextCodec &codec);
+PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder);
+PreviewSource documentSource(const QString &fileName);
+
+}  // namespace tool
