@@ -172,6 +172,35 @@ private Q_SLOTS:
         QVERIFY(folder.content("d.png") == folder.content("t.png"));
     }
 
+    // A character of the model is 10 dots wide; below the line is what doesn't move.
+    void marginMovesTheLines_data()
+    {
+        QTest::addColumn<QStringList>("source");
+        QTest::newRow("template") << QStringList{"t.cpt", "d.json"};
+        QTest::newRow("plain") << QStringList{"--plain", "t.cpt"};
+    }
+    void marginMovesTheLines()
+    {
+        QFETCH(QStringList, source);
+        const WorkFolder folder;
+        source.replaceInStrings("t.cpt", folder.file("t.cpt", "HH"));
+        source.replaceInStrings("d.json", folder.file("d.json", "{}"));
+        const QStringList output{"--output", folder.path("r.png")};
+        const auto drawn = [&](const QStringList &options) {
+            runReceipt(QStringList("preview") + source + options + output);
+            return QImage(folder.path("r.png"));
+        };
+        const QImage plain = drawn({});
+        QVERIFY(!plain.isNull());
+        const QImage moved = drawn({"--margin", "3"});
+        const int shift = 3 * 10;
+        QCOMPARE(moved.size(), plain.size());
+        const QRect line(0, 0, plain.width() - shift, 48);
+        QVERIFY(inked(plain, line) > 0);
+        QVERIFY(moved.copy(line.translated(shift, 0)) == plain.copy(line));
+        QVERIFY(drawn({"--margin", "0"}) == plain);
+    }
+
     void plainTextComesFromStandardInputToo()
     {
         const WorkFolder folder;
@@ -328,6 +357,12 @@ private Q_SLOTS:
                                << "--paper: \"4\" is no number from 0 to 3";
         QTest::newRow("font") << files + QStringList{"--font", "4"}
                               << "--font: \"4\" is no number from 0 to 3";
+        QTest::newRow("margin") << files + QStringList{"--margin", "-1"}
+                                << "--margin: \"-1\" is no number from 0 to 1000";
+        QTest::newRow("margin of BBCode") << QStringList{"--bbcode", "a", "--margin", "1"}
+                                          << "--margin needs a template or --plain";
+        QTest::newRow("margin of a document") << QStringList{"--document", "a", "--margin", "1"}
+                                              << "--margin needs a template or --plain";
         QTest::newRow("scale") << files + QStringList{"--scale", "0"}
                                << "--scale: \"0\" is no number from 1 to 8";
         QTest::newRow("suffix") << files + QStringList{"--output", "a.gif"}

@@ -22,6 +22,7 @@ using receiptpreview::Typeface;
 
 constexpr int mostPapers = 127;
 constexpr int lastFont = 3;
+constexpr int mostCharacters = 1000;
 
 // In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
@@ -85,6 +86,10 @@ struct Options
         QStringLiteral("font"),
         QStringLiteral("The model's font, 0 to 3, of text that chooses none (or font 0, which is "
                        "the same); default 0."),
+        QStringLiteral("N"), QStringLiteral("0")};
+    const QCommandLineOption margin{
+        QStringLiteral("margin"),
+        QStringLiteral("Blanks in front of each line of a template or a plain text; default 0."),
         QStringLiteral("N"), QStringLiteral("0")};
     const QCommandLineOption codePage{
         QStringLiteral("code-page"),
@@ -158,6 +163,17 @@ std::optional<QString> folderOf(const QCommandLineParser &parser, const QCommand
     return std::nullopt;
 }
 
+/// Complains and gives nothing for a margin of lines that don't come from a template.
+std::optional<int> marginOf(const QCommandLineParser &parser, const Options &options)
+{
+    const auto margin = tool::numberOf(parser, options.margin, 0, mostCharacters);
+    const bool hasLines = !parser.isSet(options.bbcode) && !parser.isSet(options.document);
+    if (!margin || *margin == 0 || hasLines)
+        return margin;
+    tool::complain(QStringLiteral("--margin needs a template or --plain"));
+    return std::nullopt;
+}
+
 bool setSource(const QCommandLineParser &parser, const Options &options, Request &request)
 {
     const auto codec = tool::codecOf(parser);
@@ -172,7 +188,8 @@ bool setSource(const QCommandLineParser &parser, const Options &options, Request
     const QString &file = request.files.constFirst();
     const auto symbols = folderOf(parser, options.symbols, file);
     const auto images = folderOf(parser, options.images, file);
-    if (!symbols || !images || !tool::readsInputOnce(request.files))
+    const auto margin = marginOf(parser, options);
+    if (!symbols || !images || !margin || !tool::readsInputOnce(request.files))
         return false;
     tool::useSymbolFolder(*symbols);
     if (parser.isSet(options.bbcode))
@@ -180,9 +197,10 @@ bool setSource(const QCommandLineParser &parser, const Options &options, Request
     else if (parser.isSet(options.document))
         request.source = tool::documentSource(file);
     else if (parser.isSet(options.plain))
-        request.source = tool::plainSource(file, **codec);
+        request.source = tool::plainSource(file, **codec, *margin);
     else
-        request.source = tool::templateSource(file, request.files.at(1), **codec, *symbols);
+        request.source =
+            tool::templateSource(file, request.files.at(1), **codec, *symbols, *margin);
     return true;
 }
 
@@ -398,9 +416,9 @@ int runPreview(const QStringList &arguments)
     const Options options;
     parser.setApplicationDescription(QString::fromLatin1(description));
     parser.addOptions({options.bbcode, options.document, options.plain, options.model,
-                       options.paper, options.font, options.codePage, options.output, options.scale,
-                       options.allModels, options.symbols, options.images, tool::codecOption(),
-                       options.watch});
+                       options.paper, options.font, options.margin, options.codePage,
+                       options.output, options.scale, options.allModels, options.symbols,
+                       options.images, tool::codecOption(), options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;

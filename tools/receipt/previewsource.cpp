@@ -39,26 +39,26 @@ void complainAboutSymbolFile(const QString &fileName, const QString &text, const
 }  // namespace
 
 PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
-                             const QString &symbolFolder)
+                             const QString &symbolFolder, int margin)
 {
     return [=, &codec]() -> std::optional<PreviewedReceipt> {
         const auto source = readTemplateAndDocument(fileName, data, codec);
         if (!source)
             return std::nullopt;
         complainAboutSymbolFile(fileName, source->text, symbolFolder);
-        PrinterDocumentFormatter formatter(0, nullptr);
+        PrinterDocumentFormatter formatter(margin, nullptr);
         formatter.setTemplate(source->text);
         return always(formatter.toTextPrinterDocument(source->document));
     };
 }
 
-PreviewSource plainSource(const QString &fileName, const QTextCodec &codec)
+PreviewSource plainSource(const QString &fileName, const QTextCodec &codec, int margin)
 {
     return [=, &codec]() -> std::optional<PreviewedReceipt> {
         const auto lines = readLines(fileName, codec);
         if (!lines)
             return std::nullopt;
-        const PrinterDocumentFormatter formatter(0, nullptr);
+        const PrinterDocumentFormatter formatter(margin, nullptr);
         return always(formatter.plainTextToTextPrinterDocument(lines->join(QLatin1Char('\n'))));
     };
 }

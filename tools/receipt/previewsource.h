@@ -18,9 +18,10 @@ using PreviewedReceipt = std::function<TextPrinterDocument(const receiptpreview:
 /// files that the receipt names and that are missing or can't be read, without which it is drawn.
 using PreviewSource = std::function<std::optional<PreviewedReceipt>()>;
 
+/// @param margin blanks in front of each line
 PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
-                             const QString &symbolFolder);
-PreviewSource plainSource(const QString &fileName, const QTextCodec &codec);
+                             const QString &symbolFolder, int margin);
+PreviewSource plainSource(const QString &fileName, const QTextCodec &codec, int margin);
 PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder);
 PreviewSource documentSource(const QString &fileName);
 
