@@ -378,6 +378,17 @@ private Q_SLOTS:
             "--model CUSTOM_VKP_80", "");
         row("1234567890123456789<S>1234567890123456789<S>1234567890", true, "--model CUSTOM_VKP_80",
             "1:1 wide-line");
+        // 512 dots: 51 characters of font 0, 36 of font 1, 28 of font 3.
+        row("<SHOP>1234567890123456789012345678901234567890123456", true, "--model CUSTOM_VKP_80",
+            "");
+        row("<SHOP>1234567890123456789012345678901", true, "--model CUSTOM_VKP_80 --font 1", "");
+        row("<SHOP>12345678901234567890123456789012", true, "--model CUSTOM_VKP_80 --font 1",
+            "1:1 wide-line");
+        row("<F1><SHOP>12345678901234567890123456789012", true, "--model CUSTOM_VKP_80 --font 1",
+            "1:1 wide-line");
+        row("<F4><SHOP>12345678901234567890123", true, "--model CUSTOM_VKP_80 --font 1", "");
+        row("<F4><SHOP>123456789012345678901234", true, "--model CUSTOM_VKP_80 --font 1",
+            "1:1 wide-line");
         row("x\n<ENTRIES>", true, "--width 7", "2:1 wide-line");
         row("a <ZERO>[<ZERO>1234567890]", true, "--width 10", "");
         row("\xE2\x84\x96 \xC2\xAB\xC2\xBB\xC2\xAB", false, "--model AV_268",
@@ -597,7 +608,12 @@ private Q_SLOTS:
                                << "there is no model \"X\"; see \"receipt models\"";
         QTest::newRow("paper") << QStringList{"--model", "AV_268", "--paper", "1"}
                                << "--paper: \"1\" is no number from 0 to 0";
-        QTest::newRow("paper alone") << QStringList{"--paper", "1"} << "--paper needs --model";
+        QTest::newRow("paper alone")
+            << QStringList{"--paper", "1"} << "--paper and --font need --model";
+        QTest::newRow("font alone")
+            << QStringList{"--width", "40", "--font", "1"} << "--paper and --font need --model";
+        QTest::newRow("font") << QStringList{"--model", "CUSTOM_VKP_80", "--font", "4"}
+                              << "--font: \"4\" is no number from 0 to 3";
         QTest::newRow("width and model") << QStringList{"--model", "AV_268", "--width", "30"}
                                          << "--width and --model exclude each other";
         QTest::newRow("width") << QStringList{"--width", "0"}

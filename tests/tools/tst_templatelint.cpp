@@ -420,6 +420,40 @@ private Q_SLOTS:
         QVERIFY(lint({part.repeated(40000 / part.size())}, options).size() >= 0);
     }
 
+    void progressGoesOnToTheEnd_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<bool>("fiscal");
+        QTest::newRow("one line") << QByteArray("a") << 1 << false;
+        QTest::newRow("many lines") << QByteArray("<NAME> <ENTRIES>") << 2000 << false;
+        QTest::newRow("many pieces") << QByteArray("<NAME><FISCAL_QR>x") << 2000 << true;
+        QTest::newRow("endless") << QByteArray("<LOOP>") << 2000 << false;
+    }
+    void progressGoesOnToTheEnd()
+    {
+        QFETCH(QByteArray, line);
+        QFETCH(int, count);
+        QFETCH(bool, fiscal);
+        QStringList lines;
+        for (int i = 0; i < count; ++i)
+            lines.append(line);
+        Options options;
+        options.splitsFiscalParts = fiscal;
+        options.document = document();
+        options.document->setAttributes({{"NAME", "Tea"}, {"LOOP", "<LOOP>"}});
+        QVector<qint64> steps{0};
+        qint64 last = 0;
+        options.progress = [&](qint64 done, qint64 all) {
+            steps.append(done);
+            last = all;
+        };
+        lint(lines, options);
+        QVERIFY(std::is_sorted(steps.cbegin(), steps.cend()));
+        QVERIFY(steps.size() > count / 100);
+        QVERIFY(steps.constLast() > 0 && steps.constLast() <= last);
+    }
+
     void nearestNameIsNear()
     {
         const QStringList names{"SHOP", "SHOP_INN", "TOTAL"};

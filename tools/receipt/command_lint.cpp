@@ -8,6 +8,7 @@
 #include "commands.h"
 #include "documentfile.h"
 #include "printermodel.h"
+#include "progressline.h"
 #include "support.h"
 #include "templatefile.h"
 #include "templatelint.h"
@@ -52,6 +53,11 @@ struct Options
     const QCommandLineOption paper{QStringLiteral("paper"),
                                    QStringLiteral("The model's paper type; default 0."),
                                    QStringLiteral("N"), QStringLiteral("0")};
+    const QCommandLineOption font{
+        QStringLiteral("font"),
+        QStringLiteral("The model's font of text that chooses none (or font 0, which is the same); "
+                       "default 0."),
+        QStringLiteral("N"), QStringLiteral("0")};
     const QCommandLineOption width{
         QStringLiteral("width"),
         QStringLiteral("Characters that a line may have, instead of a model's paper."),
@@ -140,6 +146,29 @@ std::optional<Form> formOf(const QCommandLineParser &parser, const Options &opti
     return std::nullopt;
 }
 
+/// Takes over the paper and the fonts of a model. Complains and gives false if it lacks them.
+bool readModel(const QCommandLineParser &parser, const Options &options,
+               templatelint::Options &result)
+{
+    const auto model = tool::findModel(parser.value(options.model));
+    if (!model)
+        return false;
+    const QList<FontInfo> types = model->fontTypes();
+    const auto number = tool::numberOf(parser, options.paper, 0, model->paperTypes().lastKey());
+    const auto baseFont = tool::numberOf(parser, options.font, 0, types.size() - 1);
+    if (!number || !baseFont)
+        return false;
+    const PaperInfo paper = model->paperType(*number);
+    QVector<templatelint::PaperFont> fonts;
+    for (const FontInfo &font : types)
+        fonts.append({QSize(font.width(), font.height()), font.customSymbols(), font.idAsString()});
+    fonts.first() = fonts.at(*baseFont);
+    result.paper = templatelint::Paper{
+        paper.pointsToLine(), fonts,
+        QStringLiteral("%1 with %2 paper").arg(model->id(), paper.caption()), true};
+    return true;
+}
+
 /// Takes over what a line has to fit into. Complains and gives false if that can't be told.
 bool readPaper(const QCommandLineParser &parser, const Options &options,
                templatelint::Options &result)
@@ -149,8 +178,8 @@ bool readPaper(const QCommandLineParser &parser, const Options &options,
         tool::complain(QStringLiteral("--width and --model exclude each other"));
         return false;
     }
-    if (!hasModel && parser.isSet(options.paper)) {
-        tool::complain(QStringLiteral("--paper needs --model"));
+    if (!hasModel && (parser.isSet(options.paper) || parser.isSet(options.font))) {
+        tool::complain(QStringLiteral("--paper and --font need --model"));
         return false;
     }
     if (parser.isSet(options.width)) {
@@ -161,21 +190,7 @@ bool readPaper(const QCommandLineParser &parser, const Options &options,
     }
     if (!hasModel)
         return true;
-    const auto model = tool::findModel(parser.value(options.model));
-    const auto number =
-        model ? tool::numberOf(parser, options.paper, 0, model->paperTypes().lastKey())
-              : std::nullopt;
-    if (!number)
-        return false;
-    const PaperInfo paper = model->paperType(*number);
-    QVector<templatelint::PaperFont> fonts;
-    const QList<FontInfo> types = model->fontTypes();
-    for (const FontInfo &font : types)
-        fonts.append({QSize(font.width(), font.height()), font.customSymbols(), font.idAsString()});
-    result.paper = templatelint::Paper{
-        paper.pointsToLine(), fonts,
-        QStringLiteral("%1 with %2 paper").arg(model->id(), paper.caption()), true};
-    return true;
+    return readModel(parser, options, result);
 }
 
 /// Takes over the printer's character set. Complains and gives false if there is none of that name.
@@ -268,6 +283,8 @@ int run(Task task)
             return tool::BadInput;
     }
     FindingPrinter printer(task.json);
+    tool::ProgressLine line(QStringLiteral("checking"));
+    qint64 fileNumber = 0;
     bool isRead = true;
     for (const QString &file : qAsConst(task.templates)) {
         const auto text = tool::readTemplate(file, *task.codec);
@@ -277,7 +294,13 @@ int run(Task task)
         const QString folder = task.symbols.isEmpty() ? QFileInfo(file).path() : task.symbols;
         task.options.symbolFolder = folder;
         tool::useSymbolFolder(folder);
-        printer.add(file, templatelint::lint(text->split(QLatin1Char('\n')), task.options));
+        task.options.progress = [&](qint64 done, qint64 all) {
+            line.show(fileNumber * all + done, task.templates.size() * all);
+        };
+        const auto findings = templatelint::lint(text->split(QLatin1Char('\n')), task.options);
+        ++fileNumber;
+        line.clear();
+        printer.add(file, findings);
     }
     const int status = printer.finish(task.strict);
     // Who watches has to see that a template is clean now.
@@ -328,9 +351,10 @@ int runLint(const QStringList &arguments)
     QCommandLineParser parser;
     const Options options;
     parser.setApplicationDescription(description());
-    parser.addOptions({options.data, options.as, options.model, options.paper, options.width,
-                       options.codePage, options.symbols, options.fiscal, options.json,
-                       options.strict, options.explain, tool::codecOption(), tool::watchOption()});
+    parser.addOptions({options.data, options.as, options.model, options.paper, options.font,
+                       options.width, options.codePage, options.symbols, options.fiscal,
+                       options.json, options.strict, options.explain, tool::codecOption(),
+                       tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));

@@ -73,10 +73,11 @@ private:
     int m_opened = 0;
 };
 
-QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge)
+QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &progress)
 {
     QVector<TagFault> faults;
     for (const TemplateLine &line : piece.lines) {
+        progress.step();
         Groups groups(line.text.characters);
         for (const AttributeTag &tag : line.tags) {
             const TagVerdict verdict = judge.verdictOf(tag);
@@ -136,7 +137,7 @@ bool Piece::isText(int offset) const
     return isPrinted(offset) && !contain(blank.payloads, offset);
 }
 
-Analysis::Analysis(const QStringList &lines, const Options &options)
+Analysis::Analysis(const QStringList &lines, const Options &options, Progress &progress)
     : m_options(options), m_source(lines)
 {
     if (options.document)
@@ -146,10 +147,10 @@ Analysis::Analysis(const QStringList &lines, const Options &options)
         options.splitsFiscalParts ? fiscalPieces(texts) : QVector<QVector<Text>>{texts};
     TagJudge judge(m_values.get());
     for (const QVector<Text> &piece : pieces)
-        m_pieces.append(pieceOf(piece, judge));
+        m_pieces.append(pieceOf(piece, judge, progress));
 }
 
-Piece Analysis::pieceOf(const QVector<Text> &lines, TagJudge &judge) const
+Piece Analysis::pieceOf(const QVector<Text> &lines, TagJudge &judge, Progress &progress) const
 {
     QVector<Text> texts = lines;
     Piece piece;
@@ -159,16 +160,17 @@ Piece Analysis::pieceOf(const QVector<Text> &lines, TagJudge &judge) const
     const auto noValue = [](const QString &) {
         return std::optional<QString>(QString(QChar(QChar::ObjectReplacementCharacter)));
     };
-    piece.blank = travel(texts, noValue, nullptr, m_options.form);
+    piece.blank = travel(texts, noValue, nullptr, m_options.form, &progress);
     sort(piece.blank.removed);
     sort(piece.blank.payloads);
-    piece.tagFaults = tagFaultsOf(piece, judge);
+    piece.tagFaults = tagFaultsOf(piece, judge, progress);
     if (m_values == nullptr)
         return piece;
     const QString entries = m_options.document->entries();
     piece.filled = travel(
         m_options.document->isCopy() ? withCopyMark(texts) : texts,
-        [this](const QString &inner) { return m_values->ofTag(inner); }, &entries, m_options.form);
+        [this](const QString &inner) { return m_values->ofTag(inner); }, &entries, m_options.form,
+        &progress);
     return piece;
 }
 

@@ -67,7 +67,9 @@ struct Piece
 class Analysis
 {
 public:
-    Analysis(const QStringList &lines, const Options &options);
+    /// @param progress gets stepsPerLine steps for each line
+    Analysis(const QStringList &lines, const Options &options, Progress &progress);
+    static constexpr int stepsPerLine = 5;
 
     const Source &source() const { return m_source; }
     const Options &options() const { return m_options; }
@@ -81,7 +83,7 @@ public:
     QVector<const Road *> decisiveRoads(const Piece &piece) const;
 
 private:
-    Piece pieceOf(const QVector<Text> &lines, TagJudge &judge) const;
+    Piece pieceOf(const QVector<Text> &lines, TagJudge &judge, Progress &progress) const;
 
     const Options m_options;
     const Source m_source;

@@ -49,6 +49,13 @@ int formattedNumber(const Analysis &analysis)
     return Text::nowhere;
 }
 
+/// The font of a character. The paper has at least one.
+const PaperFont &fontAt(const Printed &line, int index, const Paper &paper)
+{
+    const int number = line.fonts.size() > index ? line.fonts.at(index) : 0;
+    return paper.fonts.at(number >= 0 && number < paper.fonts.size() ? number : 0);
+}
+
 /// What the printed characters of a line take up on a paper.
 class LineWidth
 {
@@ -73,11 +80,7 @@ public:
 private:
     int cellAt(int index) const
     {
-        const int font =
-            static_cast<unsigned char>(m_line.fonts.size() > index ? m_line.fonts.at(index) : '\0');
-        return m_paper.fonts.isEmpty()
-                   ? 1
-                   : m_paper.fonts.at(std::min(font, m_paper.fonts.size() - 1)).cell.width();
+        return m_paper.fonts.isEmpty() ? 1 : fontAt(m_line, index, m_paper).cell.width();
     }
     int widthAt(int index) const
     {
@@ -128,8 +131,7 @@ QString symbolFault(const Printed &line, int index, const SpecialCharacters &dra
         return QStringLiteral("the symbol %1 has no drawing").arg(code);
     if (!paper || paper->fonts.isEmpty())
         return QString();
-    const int number = line.fonts.size() > index ? line.fonts.at(index) : 0;
-    const PaperFont &font = paper->fonts.at(qBound(0, number, paper->fonts.size() - 1));
+    const PaperFont &font = fontAt(line, index, *paper);
     if (!font.takesDrawings)
         return QStringLiteral("the symbol %1 is blank: font %2 of %3 takes no drawings")
             .arg(QString::number(code), font.name, paper->name);

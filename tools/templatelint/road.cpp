@@ -116,12 +116,20 @@ void removeParts(QVector<Text> &lines, QVector<Range> &removed)
     }
 }
 
+void step(Progress *progress)
+{
+    if (progress != nullptr)
+        progress->step();
+}
+
 /// The lines with their values, without those that come out empty.
-QVector<Text> filledLines(const QVector<Text> &lines, const ValueOf &valueOf, Road &road)
+QVector<Text> filledLines(const QVector<Text> &lines, const ValueOf &valueOf, Road &road,
+                          Progress *progress)
 {
     QVector<Text> result;
     result.reserve(lines.size());
     for (const Text &line : lines) {
+        step(progress);
         if (isSymbolsLine(line.characters))
             continue;
         if (!line.characters.contains(QLatin1Char('<'))) {
@@ -192,14 +200,16 @@ QVector<Text> withEntries(const QVector<Text> &lines, const QString &text)
     return result;
 }
 
-Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form)
+Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form,
+            Progress *progress)
 {
     Road road;
-    QVector<Text> filled =
-        filledLines(entries != nullptr ? withEntries(lines, *entries) : lines, valueOf, road);
+    QVector<Text> filled = filledLines(entries != nullptr ? withEntries(lines, *entries) : lines,
+                                       valueOf, road, progress);
     removeParts(filled, road.removed);
     Markup markup;
     for (Text &line : filled) {
+        step(progress);
         if (!reduceLine(line, road.removed))
             continue;
         road.prepared.append(line);

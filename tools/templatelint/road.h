@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "markup.h"
+#include "progress.h"
 #include "substitution.h"
 #include "templatelint.h"
 #include "text.h"
@@ -36,8 +37,10 @@ QVector<Text> withCopyMark(const QVector<Text> &lines);
 /// The lines with the entries, which are one text, in place of the tags for them.
 QVector<Text> withEntries(const QVector<Text> &lines, const QString &text);
 
-/// @param entries the document's entries as one text, or null to keep the tags for them
-Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form);
+/// @param entries  the document's entries as one text, or null to keep the tags for them
+/// @param progress two steps for each line; may be null
+Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form,
+            Progress *progress = nullptr);
 
 /// A tag of the template that stays as text on the paper.
 struct Leftover

@@ -9,11 +9,17 @@ namespace templatelint {
 
 QVector<Finding> lint(const QStringList &lines, const Options &options)
 {
-    const Analysis analysis(lines, options);
+    // What a rule looks at is worked out already: a few of them take as long as a step of that.
+    constexpr int rulesPerStep = 4;
+    const qint64 stepsPerRule = lines.size() / rulesPerStep + 1;
+    Progress progress(options.progress, qint64(Analysis::stepsPerLine) * lines.size() +
+                                            stepsPerRule * rules().size());
+    const Analysis analysis(lines, options, progress);
     QVector<Finding> findings;
     for (const Rule &rule : rules()) {
         Report report(rule, analysis.source(), findings);
         rule.check(analysis, report);
+        progress.step(stepsPerRule);
     }
     // The table's order settles what stands at one place; of two reports by one rule the first
     // counts.

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
+#include <functional>
 #include <optional>
 
 #include "printerdocs/printerdocument.h"
@@ -38,9 +39,9 @@ struct PaperFont
 struct Paper
 {
     int width = 0;
-    QVector<PaperFont> fonts;
-    QString name;          ///< for messages
-    bool hasDots = false;  ///< the units are dots
+    QVector<PaperFont> fonts;  ///< the first is also that of a number which the model lacks
+    QString name;              ///< for messages
+    bool hasDots = false;      ///< the units are dots
 };
 
 /// How a template is used. What isn't known here isn't checked.
@@ -51,7 +52,8 @@ struct Options
     bool splitsFiscalParts = false;  ///< the client cuts the template at its fiscal markers first
     QString symbolFolder = QStringLiteral(".");
     std::optional<Paper> paper;
-    const QTextCodec *codePage = nullptr;  ///< the printer's character set
+    const QTextCodec *codePage = nullptr;                   ///< the printer's character set
+    std::function<void(qint64 done, qint64 all)> progress;  ///< told now and then, if there is one
 };
 
 class Analysis;
