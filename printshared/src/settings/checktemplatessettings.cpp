@@ -2,7 +2,6 @@
 
 #include "settings/printsrvsettings.h"
 #include "settings/settingsitem_p.h"
-#include "settings/settingslock_p.h"
 
 const QString CheckTemplatesSettings::SECTION = QStringLiteral("CHECK_TEMPLATES");
 const QString CheckTemplatesSettings::CHECK_TEMPLATES_PATH = QStringLiteral("checkTemplatesPath");
@@ -20,7 +19,7 @@ CheckTemplatesSettings::~CheckTemplatesSettings() = default;
 
 QString CheckTemplatesSettings::checkTemplatesPath() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     if (_checkTemplatesPath.isEmpty())
         return PrintSrvSettings().workDir() + QLatin1String("/templates");
     return _checkTemplatesPath;
@@ -28,38 +27,38 @@ QString CheckTemplatesSettings::checkTemplatesPath() const
 
 void CheckTemplatesSettings::setCheckTemplatesPath(const QString &path)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _checkTemplatesPath = path;
 }
 
 QString CheckTemplatesSettings::defaultCheckTemplate() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _defaultCheckTemplate;
 }
 
 void CheckTemplatesSettings::setDefaultCheckTemplate(const QString &fileName)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _defaultCheckTemplate = fileName;
 }
 
 bool CheckTemplatesSettings::setValue(const QMap<QString, QVariant> &item)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return setLocked(item);
 }
 
 void CheckTemplatesSettings::setList(const QList<QVariant> &list)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     for (const QVariant &item : list)
         setLocked(item.toMap());
 }
 
 QList<QVariant> CheckTemplatesSettings::toList() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     QList<QVariant> list;
     settingsitem::append(list, SECTION, CHECK_TEMPLATES_PATH, _checkTemplatesPath);
     settingsitem::append(list, SECTION, DEFAULT_CHECK_TEMPLATE, _defaultCheckTemplate);

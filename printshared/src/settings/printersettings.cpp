@@ -3,7 +3,6 @@
 #include <mutex>
 
 #include "settings/settingsitem_p.h"
-#include "settings/settingslock_p.h"
 #include "settings/systemprintersettings.h"
 #include "settings/textprintersettings.h"
 
@@ -120,25 +119,25 @@ QSharedPointer<hearth::RS232Settings> PrinterSettings::port() const
 
 unsigned int PrinterSettings::printerType() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _printerType;
 }
 
 void PrinterSettings::setPrinterType(unsigned int type)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _printerType = type > systemPrinterType ? 0 : type;
 }
 
 QString PrinterSettings::printerId() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _printerId;
 }
 
 void PrinterSettings::setPrinterId(const QString &name)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     storePrinterId(name);
     port();
     const PortLock portLock(portMutex);
@@ -147,49 +146,49 @@ void PrinterSettings::setPrinterId(const QString &name)
 
 bool PrinterSettings::portLoggingEnabled() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _enablePortLogging;
 }
 
 void PrinterSettings::setPortLoggingEnabled(bool enabled)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _enablePortLogging = enabled;
 }
 
 int PrinterSettings::emptyStringsAtEnd() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _emptyStringsAtEnd;
 }
 
 void PrinterSettings::setEmptyStringsAtEnd(int count)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _emptyStringsAtEnd = count;
 }
 
 int PrinterSettings::spacessBeforeString() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _spacessBeforeString;
 }
 
 void PrinterSettings::setSpacesBeforeString(int count)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _spacessBeforeString = count;
 }
 
 IPrintDeviceSettings::ECharactersMode PrinterSettings::charactersMode() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _charactersMode;
 }
 
 void PrinterSettings::setCharactersMode(const IPrintDeviceSettings::ECharactersMode &mode)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _charactersMode = mode;
 }
 
@@ -208,13 +207,13 @@ EPaperLoopFlag PrinterSettings::paperLoopFlag() const
 {
     if (!paperLoopSupported())
         return PaperLoopNone;
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _paperLoopFlag;
 }
 
 void PrinterSettings::setPaperLoopFlag(EPaperLoopFlag flag)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _paperLoopFlag = flag;
 }
 
@@ -222,14 +221,14 @@ EPaperLoopFlag PrinterSettings::paperLoopFlag(const QString &name)
 {
     if (!paperLoopSupported(name))
         return PaperLoopNone;
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _paperLoopFlag;
 }
 
 void PrinterSettings::setPaperLoopFlag(EPaperLoopFlag flag, const QString &name)
 {
     const EPaperLoopFlag stored = paperLoopSupported(name) ? flag : PaperLoopNone;
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _paperLoopFlag = stored;
 }
 
@@ -246,13 +245,13 @@ bool PrinterSettings::checkMoveSettingsSupported(const QString &name) const
 
 int PrinterSettings::baseFiscalFont()
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _baseFiscalFont;
 }
 
 void PrinterSettings::setBaseFiscalFont(const int &font)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _baseFiscalFont = font;
 }
 
@@ -270,13 +269,13 @@ int PrinterSettings::getDefSymbolsPerLine()
 
 void PrinterSettings::setDefSymbolsPerLine(const int &count)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _defSymbolsPerLine = count;
 }
 
 QList<QVariant> PrinterSettings::toList() const
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     QList<QVariant> list;
     for (const Field &field : fields)
         settingsitem::append(list, SECTION, field.key, field.read());
@@ -287,20 +286,20 @@ QList<QVariant> PrinterSettings::toList() const
 
 void PrinterSettings::setList(const QList<QVariant> &list)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     for (const QVariant &item : list)
         setLocked(item.toMap());
 }
 
 bool PrinterSettings::setValue(const QMap<QString, QVariant> &item)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return setLocked(item);
 }
 
 int PrinterSettings::defSymbolsPerLine()
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _defSymbolsPerLine;
 }
 
@@ -326,13 +325,13 @@ signed char PrinterSettings::moveCheckTo(const QString &name) const
 {
     if (!checkMoveSettingsSupported(name))
         return 0;
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _moveCheckTo;
 }
 
 void PrinterSettings::setCheckMovingTo(signed char value)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _moveCheckTo = value;
 }
 
@@ -340,7 +339,7 @@ void PrinterSettings::setCheckMovingTo(const QString &name, signed char value)
 {
     if (!checkMoveSettingsSupported(name))
         return;
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _moveCheckTo = value;
 }
 

@@ -3,7 +3,6 @@
 #include <QFontDatabase>
 
 #include "settings/settingsitem_p.h"
-#include "settings/settingslock_p.h"
 
 namespace {
 
@@ -93,7 +92,7 @@ SystemPrinterSettings::~SystemPrinterSettings() = default;
 QList<QVariant> SystemPrinterSettings::toList() const
 {
     QList<QVariant> list = PrinterSettings::toList();
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     for (const Field &field : fields)
         settingsitem::append(list, _printerId, field.key, field.read());
     return list;
@@ -102,7 +101,7 @@ QList<QVariant> SystemPrinterSettings::toList() const
 void SystemPrinterSettings::setList(const QList<QVariant> &list)
 {
     PrinterSettings::setList(list);
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     for (const QVariant &item : list)
         setOwnValueLocked(item.toMap());
 }
@@ -111,7 +110,7 @@ bool SystemPrinterSettings::setValue(const QMap<QString, QVariant> &item)
 {
     if (PrinterSettings::setValue(item))
         return true;
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return setOwnValueLocked(item);
 }
 
@@ -124,7 +123,7 @@ int SystemPrinterSettings::defSymbolsPerLine()
 QFont SystemPrinterSettings::defaultFont(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     QFont font;
     if (!_defaultFont.isEmpty() && font.fromString(_defaultFont))
         return font;
@@ -135,140 +134,140 @@ void SystemPrinterSettings::setDefaultFont(const QString &name, const QFont &fon
 {
     Q_UNUSED(name)
     const QString text = font.toString();
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _defaultFont = text;
 }
 
 ISystemPrinterSettings::Unit SystemPrinterSettings::unit(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _unit;
 }
 
 void SystemPrinterSettings::setUnit(const QString &name, ISystemPrinterSettings::Unit unit)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _unit = unit;
 }
 
 QString SystemPrinterSettings::pageSizeKey(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _pageSizeKey;
 }
 
 void SystemPrinterSettings::setPageSizeKey(const QString &name, const QString &key)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _pageSizeKey = key;
 }
 
 double SystemPrinterSettings::pageWidgth(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _pageWidgth;
 }
 
 void SystemPrinterSettings::setPageWidth(const QString &name, double width)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _pageWidgth = width;
 }
 
 double SystemPrinterSettings::pageHeight(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _pageHeight;
 }
 
 void SystemPrinterSettings::setPageHeight(const QString &name, double height)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _pageHeight = height;
 }
 
 bool SystemPrinterSettings::autoPageHeight(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _autoPageHeight;
 }
 
 void SystemPrinterSettings::setAutoPageHeight(const QString &name, bool automatic)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _autoPageHeight = automatic;
 }
 
 double SystemPrinterSettings::leftMargin(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _leftMargin;
 }
 
 void SystemPrinterSettings::setLeftMargin(const QString &name, double margin)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _leftMargin = margin;
 }
 
 double SystemPrinterSettings::rightMargin(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _rightMargin;
 }
 
 void SystemPrinterSettings::setRightMargin(const QString &name, double margin)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _rightMargin = margin;
 }
 
 double SystemPrinterSettings::topMargin(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _topMargin;
 }
 
 void SystemPrinterSettings::setTopMargin(const QString &name, double margin)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _topMargin = margin;
 }
 
 double SystemPrinterSettings::bottomMargin(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _bottomMargin;
 }
 
 void SystemPrinterSettings::setBottomMargin(const QString &name, double margin)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _bottomMargin = margin;
 }
 
 ISystemPrinterSettings::Orientation SystemPrinterSettings::orientation(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _orientation;
 }
 
@@ -276,35 +275,35 @@ void SystemPrinterSettings::setOrientation(const QString &name,
                                            ISystemPrinterSettings::Orientation orientation)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _orientation = orientation;
 }
 
 QPrinter::PrinterMode SystemPrinterSettings::printerMode(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return static_cast<QPrinter::PrinterMode>(_printerMode);
 }
 
 void SystemPrinterSettings::setPrinterMode(const QString &name, QPrinter::PrinterMode mode)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _printerMode = mode;
 }
 
 bool SystemPrinterSettings::fullJustifyAlign(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _fullJustifyAlign;
 }
 
 void SystemPrinterSettings::setFullJustifyAlign(const QString &name, bool justify)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _fullJustifyAlign = justify;
 }
 

@@ -4,7 +4,6 @@
 
 #include "printers/textprintermodels.h"
 #include "settings/settingsitem_p.h"
-#include "settings/settingslock_p.h"
 
 namespace {
 
@@ -65,7 +64,7 @@ QList<QVariant> TextPrinterSettings::toList() const
         if (asImage)
             settingsitem::append(list, group, DEFAULT_FONT, defaultFont());
     }
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     settingsitem::append(list, group, CODEPAGE, uint(_codePage));
     return list;
 }
@@ -127,7 +126,7 @@ PaperInfo TextPrinterSettings::paper() const
 int TextPrinterSettings::paperTypeId(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _paperTypeId;
 }
 
@@ -149,7 +148,7 @@ bool TextPrinterSettings::imageAvailable() const
 void TextPrinterSettings::setPaperTypeId(const QString &name, int id)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _paperTypeId = id;
 }
 
@@ -181,14 +180,14 @@ bool TextPrinterSettings::needCodecSettings(const QString &name) const
 QString TextPrinterSettings::codec(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _codec;
 }
 
 void TextPrinterSettings::setCodec(const QString &name, const QString &codec)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _codec = codec;
 }
 
@@ -200,7 +199,7 @@ bool TextPrinterSettings::printAsImage() const
 bool TextPrinterSettings::printAsImage(const QString &name) const
 {
     const bool available = imageAvailable(name);
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return available && _printAsImage;
 }
 
@@ -212,7 +211,7 @@ void TextPrinterSettings::setPrintAsImage(bool value)
 void TextPrinterSettings::setPrintAsImage(bool value, const QString &name)
 {
     const bool available = imageAvailable(name);
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _printAsImage = value && available;
 }
 
@@ -224,7 +223,7 @@ QString TextPrinterSettings::defaultFont() const
 QString TextPrinterSettings::defaultFont(const QString &name) const
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _defaultFont;
 }
 
@@ -236,19 +235,19 @@ void TextPrinterSettings::setDefaultFont(const QString &font)
 void TextPrinterSettings::setDefaultFont(const QString &name, const QString &font)
 {
     Q_UNUSED(name)
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _defaultFont = font;
 }
 
 unsigned char TextPrinterSettings::codePage()
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     return _codePage;
 }
 
 void TextPrinterSettings::setCodePage(const unsigned char &codePage)
 {
-    const SettingsLock lock(_settingsMutex);
+    const QMutexLocker lock(&_settingsMutex);
     _codePage = codePage;
 }
 
