@@ -490,8 +490,8 @@ class TestSettingsThreads : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // What QtGui makes at its first use is made here: Debian's isn't built for ThreadSanitizer, which
-    // sees its lock but not that it is made only once.
+    // What QtGui makes at its first use is made here: Debian's isn't built for ThreadSanitizer,
+    // which sees its lock but not that it is made only once.
     void initTestCase() { SystemPrinterSettings::prepareDefaultFont(); }
 
     // The first test, as what is made at the first use is made but once in a process.
