@@ -565,6 +565,11 @@ private Q_SLOTS:
             << "a<price*2>b" << Attributes{{"PRICE", 3}} << "ab";
         QTest::newRow("empty key stands everywhere") << "<2+3,0>" << Attributes{{"", 1}} << "252";
         QTest::newRow("text value") << "a<NAME*2>b" << Attributes{{"NAME", "Чай"}} << "ab";
+        for (const int length : {62, 63, 64, 65, 500}) {
+            const QString name(length, 'N');
+            QTest::addRow("key of %d characters", length)
+                << "<" + name + "+1,0>" << Attributes{{name, 4}, {"N", 1000}} << "5";
+        }
     }
 
     void expressionTags()

@@ -10,6 +10,8 @@
 
 #include "printerdocs/expressionevaluator.h"
 
+Q_DECLARE_METATYPE(const void *)
+
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -113,6 +115,21 @@ double context1(void *context, double a)
 double context7(void *context, double a, double b, double c, double d, double e, double f, double g)
 {
     return *static_cast<double *>(context) + sum7(a, b, c, d, e, f, g);
+}
+
+/// The arguments as the digits of a number.
+template <typename... Doubles>
+double digits(Doubles... arguments)
+{
+    double number = 0;
+    ((number = number * 10 + arguments), ...);
+    return number;
+}
+
+template <typename... Doubles>
+double digitsBehind(void *context, Doubles... arguments)
+{
+    return *static_cast<double *>(context) - digits(arguments...);
 }
 
 /// A random expression: as text with a bracket around every part, and its value computed apart.
@@ -708,6 +725,44 @@ private Q_SLOTS:
         QCOMPARE(error, 15);
         QVERIFY(compiled("f7(1,2,3,4,5,6,7,8)", variables, &error) == nullptr);
         QCOMPARE(error, 17);
+    }
+
+    void argumentsArriveInTheirOrder_data()
+    {
+        QTest::addColumn<int>("arity");
+        QTest::addColumn<const void *>("function");
+        QTest::addColumn<const void *>("closure");
+        using D = double;
+        const auto row = [](int arity, const void *function, const void *closure) {
+            QTest::addRow("%d", arity) << arity << function << closure;
+        };
+        row(0, address(digits<>), address(digitsBehind<>));
+        row(1, address(digits<D>), address(digitsBehind<D>));
+        row(2, address(digits<D, D>), address(digitsBehind<D, D>));
+        row(3, address(digits<D, D, D>), address(digitsBehind<D, D, D>));
+        row(4, address(digits<D, D, D, D>), address(digitsBehind<D, D, D, D>));
+        row(5, address(digits<D, D, D, D, D>), address(digitsBehind<D, D, D, D, D>));
+        row(6, address(digits<D, D, D, D, D, D>), address(digitsBehind<D, D, D, D, D, D>));
+        row(7, address(digits<D, D, D, D, D, D, D>), address(digitsBehind<D, D, D, D, D, D, D>));
+    }
+
+    void argumentsArriveInTheirOrder()
+    {
+        QFETCH(int, arity);
+        QFETCH(const void *, function);
+        QFETCH(const void *, closure);
+        double base = 10000000;
+        const std::vector<te_variable> variables{
+            {"f", function, TE_FUNCTION0 + arity, nullptr},
+            {"c", closure, TE_CLOSURE0 + arity, &base},
+        };
+        const QByteArray number = QByteArray("1234567").left(arity);
+        QByteArrayList arguments;
+        for (const char digit : number)
+            arguments.append(QByteArray(1, digit));
+        const QByteArray list = "(" + arguments.join(',') + ")";
+        QCOMPARE(te_eval(compiled("f" + list, variables).get()), number.toDouble());
+        QCOMPARE(te_eval(compiled("c" + list, variables).get()), base - number.toDouble());
     }
 
     void unusableBindingIsAnError()
