@@ -197,6 +197,7 @@ private Q_SLOTS:
         row("size middle", "[size=middle]a", {"T0L \"a\" 2 0"});
         row("size large", "[SIZE=LARGE]x[/size]y", {"T0L \"x y\" 300 000"});
         row("size in another tag", "[b size=large]x[/b]y", {"T0L \"x y\" 333 100"});
+        row("small again", "[size=large]x[size=small]y", {"T0L \"x y\" 300 000"});
         row("unknown size leaves the font", "[size=large]x[size=huge]y", {"T0L \"x y\" 333 000"});
         row("format and font together", "[b][size=normal]x[/size]y", {"T0L \"x y\" 100 111"});
 
@@ -209,6 +210,7 @@ private Q_SLOTS:
         row("center left open", "[center]x", {plain("x", "T0C")});
         row("closed by another alignment", "[right]x[/left]y", {plain("x", "T0R"), plain("y")});
         row("last alignment counts", "[center]x[right]y[/right]", {plain("x y", "T0R")});
+        row("left again", "[right]x[left]y", {plain("x y")});
         row("closing alone cuts the block", "x[/center]y", {plain("x"), plain("y")});
         row("closing goes to left", "[right][center]x[/center]y", {plain("x", "T0C"), plain("y")});
         row("column keeps the alignment", "[right]x[column]y[/column]z",
@@ -328,6 +330,8 @@ private Q_SLOTS:
                                                << "00";
         QTest::newRow("zerofill 0") << "[field zerofill=0]abc[/field]"
                                     << "abc";
+        QTest::newRow("zerofill 0 again") << "[field zerofill=3][left zerofill=0]7"
+                                          << "7";
         QTest::newRow("greatest number") << "[field zerofill=20]9223372036854775807"
                                          << "09223372036854775807";
         QTest::newRow("least number") << "[field zerofill=20]-9223372036854775808"
