@@ -150,6 +150,15 @@ private Q_SLOTS:
         row("decimals of a whole number", "Paid <DOCNO,0.00>", true, "",
             "1:13: warning: the format \"0.00\" is for real numbers, and the value is a whole one: "
             "it prints \"0007\" [value-format]");
+        row("division by zero", "Each <PRICE/ZERO>", true, "",
+            "1:6: warning: the expression \"PRICE/ZERO\", with its values \"1.5/0\", divides by "
+            "zero "
+            "or has no finite value for another reason: it prints \"0.00\" [division-by-zero]");
+        row("division by zero for any values", "Each <PRICE/0>", false, "",
+            "1:6: warning: the expression \"PRICE/0\" divides by zero [division-by-zero]");
+        row("markup in a code", "<QR>a<B>", false, "",
+            "1:6: warning: \"<B>\" is no markup in the data of a QR code: it goes into the code "
+            "[markup-in-qr]");
         row("month for minutes", "<AT,dd.MM.yyyy HH:mm>", true, "",
             "1:5: warning: in \"dd.MM.yyyy HH:mm\" the \"m\" behind the hours is the month, and "
             "minutes are \"n\": it prints \"14.03.2026 18:03\" [value-format]");
@@ -360,6 +369,29 @@ private Q_SLOTS:
         row("a<B:><FISCAL_QR>b<:B>", false, "--fiscal", "1:2 open-format");
         row("<SPECSYMBOLS=shop>\n<FISCAL_QR>\n<#1>", false, "--fiscal", "3:1 undrawn-symbol");
         row("  <abc> <FISCAL_BODY> <xyz>", false, "--fiscal", "1:3 short-tag 1:23 short-tag");
+        // The data of QR codes.
+        row("<B:>a<:B><QR>b<:B>c<#1><65><F2>", false, "",
+            "1:15 markup-in-qr 1:20 markup-in-qr 1:24 markup-in-qr 1:28 markup-in-qr");
+        row("<C><QR>a<QR>b", false, "", "1:9 markup-in-qr");
+        row("<QR>{\"a\": [1, 2], \"b\": \"<x> 1 < 2 > 0\"}", false, "", "");
+        row("<QR>[a<SHOP>]", true, "", "1:5 markup-in-qr 1:13 markup-in-qr");
+        row("[x<QR>a<SHOP>]", true, "", "1:14 markup-in-qr");
+        row("[x<SHOP>]<QR>a", true, "", "");
+        row("<X:><QR><B>a<:X>", false, "", "");
+        filled("<QR>a<TAGGED>", "1:6 markup-in-qr");
+        row("<QR><B>a", false, "--as text", "1:1 qr-in-text");
+        // Divisions by zero.
+        row("<QTY/0><QTY / 0.00,0><QTY/(0)><QTY%0><1/.0>", false, "",
+            "1:1 division-by-zero 1:8 division-by-zero 1:31 division-by-zero 1:38 "
+            "division-by-zero");
+        row("<QTY/0.5><QTY/00.5,0><QTY/0^0><QTY/0 ^ 0><QTY/0e1><QTY/05>", false, "", "");
+        filled("<QTY/ZERO><QTY/(ZERO)><ZERO/QTY><QTY/0.5>",
+               "1:1 division-by-zero 1:11 division-by-zero");
+        filled("[a<QTY/ZERO>][b<QTY/ZERO,0.>]", "1:16 division-by-zero");
+        filled("[a<QTY/0,0>]", "1:3 division-by-zero");
+        filled("<ln(ZERO)><2^5000,0><QTY%ZERO,0.0>",
+               "1:1 division-by-zero 1:11 division-by-zero 1:21 division-by-zero");
+        row("<X:><QTY/0><:X>", false, "", "");
         // Paper and characters.
         row("<SHOP>123456", true, "--width 10", "1:1 wide-line");
         row("<SHOP>12345", true, "--width 10", "");

@@ -81,8 +81,7 @@ QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &pro
         Groups groups(line.text.characters);
         for (const AttributeTag &tag : line.tags) {
             const TagVerdict verdict = judge.verdictOf(tag);
-            // An empty value takes its group along, as the author wants.
-            const bool isWanted = verdict.isOfEmptyValue && groups.contain(tag.begin);
+            const bool isWanted = verdict.isFineInGroup && groups.contain(tag.begin);
             if (verdict.fault != TagVerdict::None && !isWanted &&
                 piece.isPrinted(line.offsetOf(tag)))
                 faults.append({line.offsetOf(tag) + verdict.index, verdict});

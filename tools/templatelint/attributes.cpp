@@ -4,6 +4,7 @@
 
 #include "expression.h"
 #include "formats.h"
+#include "substitution.h"
 #include "templatelint.h"
 
 namespace templatelint {
@@ -132,6 +133,9 @@ TagVerdict TagJudge::judgedByShape(const AttributeTag &tag) const
     const bool isBeyondMending =
         !name.hasWords || holdsAnyOf(tag.name, QStringLiteral("*^")) ||
         tag.name.count(QLatin1Char('(')) != tag.name.count(QLatin1Char(')'));
+    if (!fault.exists && dividesByZero(tag.name))
+        return {TagVerdict::NotFinite, 0,
+                QStringLiteral("the expression \"%1\" divides by zero").arg(clipped(tag.name))};
     if (!fault.exists || !isBeyondMending)
         return {};
     return expressionFault(tag.name, tag.name, fault,
@@ -152,7 +156,7 @@ TagVerdict TagJudge::judgedByValues(const AttributeTag &tag)
         return unknown;
     if (hasOuterComma(tag.name))
         return cutExpression(tag);
-    return value->isEmpty() ? badExpression(tag.name) : TagVerdict();
+    return value->isEmpty() ? badExpression(tag.name) : notFinite(tag, *value);
 }
 
 /// The first word of an expression that is neither an attribute nor a function.
@@ -197,7 +201,25 @@ TagVerdict TagJudge::badExpression(const QString &name) const
                           ? name.size()
                           : Text::offsetOf(inserted.origins.value(fault.begin, name.size()));
     TagVerdict verdict = expressionFault(name, inserted.text, fault, index);
-    verdict.isOfEmptyValue = m_values->haveEmptyOneIn(name);
+    verdict.isFineInGroup = m_values->haveEmptyOneIn(name);
+    return verdict;
+}
+
+TagVerdict TagJudge::notFinite(const AttributeTag &tag, const QString &printed) const
+{
+    const Inserted inserted = m_values->insertedInto(tag.name);
+    if (hasFiniteValue(inserted.text))
+        return {};
+    const QString filled =
+        inserted.text == tag.name
+            ? QString()
+            : QStringLiteral(", with its values \"%1\",").arg(clipped(inserted.text));
+    TagVerdict verdict{
+        TagVerdict::NotFinite, 0,
+        QStringLiteral("the expression \"%1\"%2 divides by zero or has no finite value for another "
+                       "reason: it prints \"%3\"")
+            .arg(clipped(tag.name), filled, printed)};
+    verdict.isFineInGroup = isZeroOrEmpty(printed) && !dividesByZero(tag.name);
     return verdict;
 }
 

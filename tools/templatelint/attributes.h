@@ -11,11 +11,19 @@ namespace templatelint {
 /// What is wrong with an attribute tag.
 struct TagVerdict
 {
-    enum Fault { None, UnknownAttribute, BadExpression, CutExpression, Misspelt, Misformatted };
+    enum Fault {
+        None,
+        UnknownAttribute,
+        BadExpression,
+        CutExpression,
+        NotFinite,
+        Misspelt,
+        Misformatted
+    };
     Fault fault = None;
     int index = 0;  ///< of the mistake, counted from the "<"
     QString message;
-    bool isOfEmptyValue = false;  ///< an attribute in it has no value in this document
+    bool isFineInGroup = false;  ///< with this document the group goes, as its author wants
 };
 
 /// Tells what is wrong with attribute tags, of each tag once.
@@ -33,6 +41,7 @@ private:
     TagVerdict judgedByValues(const AttributeTag &tag);
     TagVerdict unknownWord(const QString &name, bool hasValue);
     TagVerdict badExpression(const QString &name) const;
+    TagVerdict notFinite(const AttributeTag &tag, const QString &printed) const;
     QString hintFor(const QString &name);
 
     Values *const m_values;

@@ -1,3 +1,4 @@
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "analysis.h"
@@ -200,6 +201,64 @@ void checkMarkersOf(const Piece &piece, const TemplateLine &line, Report &report
     }
 }
 
+const QLatin1String qrTag("<QR>");
+
+/// The tags of the markup in the data of a QR code.
+void checkCode(const Text &code, Report &report)
+{
+    static const QRegularExpression number(QStringLiteral("^#?\\d+$"));
+    const QString &text = code.characters;
+    int begin = -1;
+    for (int i = qrTag.size(); i < text.size(); ++i) {
+        if (text.at(i) == QLatin1Char('<'))
+            begin = i;
+        if (text.at(i) != QLatin1Char('>') || begin < 0)
+            continue;
+        const QString inner = text.mid(begin + 1, i - begin - 1);
+        const int offset = Text::offsetOf(code.origins.at(begin));
+        if ((isMarkup(inner) || number.match(inner).hasMatch()) && offset != Text::nowhere)
+            report.add(offset, QStringLiteral("\"<%1>\" is no markup in the data of a QR code: it "
+                                              "goes into the code")
+                                   .arg(inner));
+        begin = -1;
+    }
+}
+
+/// The brackets of groups with a value. Others may well be meant as data.
+void checkGroupsOfCode(const Piece &piece, const TemplateLine &line, Report &report)
+{
+    struct Open
+    {
+        int index;
+        int tags;  ///< attribute tags in front of it
+    };
+    QVector<Open> opens;
+    auto tag = line.tags.cbegin();
+    const auto add = [&](int index) {
+        const int offset = line.text.origins.at(index);
+        if (piece.isPrinted(offset) && !piece.isText(offset))
+            report.add(offset, QStringLiteral("\"%1\" of a group goes into the QR code")
+                                   .arg(line.text.characters.at(index)));
+    };
+    for (int i = 0; i < line.text.size(); ++i) {
+        if (tag != line.tags.cend() && tag->begin == i) {
+            i = (tag++)->end - 1;
+            continue;
+        }
+        const int tags = static_cast<int>(tag - line.tags.cbegin());
+        const QChar c = line.text.characters.at(i);
+        if (c == QLatin1Char('[')) {
+            opens.append({i, tags});
+        } else if (c == QLatin1Char(']') && !opens.isEmpty()) {
+            const Open open = opens.takeLast();
+            if (open.tags == tags)
+                continue;
+            add(open.index);
+            add(i);
+        }
+    }
+}
+
 }  // namespace
 
 void checkBrackets(const Analysis &analysis, Report &report)
@@ -317,6 +376,19 @@ void checkFiscalMarkers(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines)
             checkMarkersOf(piece, line, report);
+    }
+}
+
+void checkQrMarkup(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        const QVector<const Road *> roads = allRoads(piece);
+        for (const Road *road : roads) {
+            for (const Text &code : road->codes)
+                checkCode(code, report);
+        }
+        for (const TemplateLine &line : piece.lines)
+            checkGroupsOfCode(piece, line, report);
     }
 }
 

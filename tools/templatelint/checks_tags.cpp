@@ -147,6 +147,11 @@ void checkCutExpressions(const Analysis &analysis, Report &report)
     reportTags(analysis, TagVerdict::CutExpression, report);
 }
 
+void checkDivisions(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::NotFinite, report);
+}
+
 void checkValueFormats(const Analysis &analysis, Report &report)
 {
     reportTags(analysis, TagVerdict::Misformatted, report);

@@ -1,7 +1,9 @@
 #include "expression.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 
 #include "printerdocs/expressionevaluator.h"
 
@@ -59,6 +61,19 @@ ExpressionFault faultOf(const QString &expression)
     const int begin = tokenBegin(text, error);
     return {true, false, QString::fromUtf8(text.left(begin)).size(),
             QString::fromUtf8(text.mid(begin, error - begin))};
+}
+
+bool hasFiniteValue(const QString &expression)
+{
+    return std::isfinite(te_interp(expression.toUtf8().constData(), nullptr));
+}
+
+bool dividesByZero(const QString &expression)
+{
+    // Not the beginning of 0.5, 0e1 or a power, which binds tighter.
+    static const QRegularExpression zero(
+        QStringLiteral("[/%]\\s*(0+(\\.0*)?|\\.0+)(?![0-9.eE])(?!\\s*\\^)"));
+    return expression.contains(zero);
 }
 
 bool isFunction(const QString &word)

@@ -17,6 +17,12 @@ struct ExpressionFault
 
 ExpressionFault faultOf(const QString &expression);
 
+/// Whether an expression without mistakes has a value that is a number.
+bool hasFiniteValue(const QString &expression);
+
+/// Whether a divisor is written as 0.
+bool dividesByZero(const QString &expression);
+
 /// Whether a word is a function or a constant of expressions.
 bool isFunction(const QString &word);
 

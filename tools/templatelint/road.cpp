@@ -160,12 +160,13 @@ bool reduceLine(Text &line, QVector<Range> &removed)
     return true;
 }
 
-void takePayload(Text &line, QVector<Range> &payloads)
+void takePayload(Text &line, Road &road)
 {
     const int qr = line.characters.indexOf(qrTag);
     if (qr < 0)
         return;
-    addRange(line, qr, line.size(), payloads);
+    addRange(line, qr, line.size(), road.payloads);
+    road.codes.append(line.mid(qr));
     line = line.characters.leftRef(qr).trimmed().isEmpty() ? Text() : line.mid(0, qr);
 }
 
@@ -214,7 +215,7 @@ Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *e
             continue;
         road.prepared.append(line);
         if (form == Form::Document)
-            takePayload(line, road.payloads);
+            takePayload(line, road);
         if (!line.isEmpty())
             road.lines.append(markup.print(line));
     }

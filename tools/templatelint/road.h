@@ -25,6 +25,7 @@ struct Road
     QVector<Printed> lines;   ///< what it makes of those that aren't empty
     QVector<Range> removed;   ///< parts of the template that never print
     QVector<Range> payloads;  ///< data of QR codes
+    QVector<Text> codes;      ///< the same as texts, with the tag in front
     QVector<int> hidden;      ///< offsets of tags that a removed group made stay
     QVector<int> openFormats;
     QVector<BadCode> badCodes;

@@ -31,6 +31,13 @@ constexpr Rule table[] = {
      "it, and a decimal point is a point.",
      "Ways to choose: <ncr(5,2)>", "Ways to choose: <ncr(5,2),0>", noDocument, noArguments,
      checkCutExpressions},
+    {"division-by-zero", Severity::Warning, "an expression that divides by zero",
+     "A division by zero prints as 0, such as \"0.00\", as if that were the amount; so does what "
+     "else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without "
+     "--data only a divisor that is written as 0 is found, with it what this document makes of the "
+     "expression.",
+     "Each <SUM1/COUNT,0.00>", "[Each <SUM1/COUNT,0.00>]",
+     R"({"attributes": {"SUM1": "5.00", "COUNT": 0}})", noArguments, checkDivisions},
     {"value-format", Severity::Warning, "a format that isn't for its kind of value",
      "A format is read by the kind of the value. A whole number has no decimals, and \"0.00\" "
      "means "
@@ -124,6 +131,15 @@ constexpr Rule table[] = {
      "--fiscal "
      "the template is split, and each piece is checked by itself.",
      "<FISCAL_BODY>\nThank you!", "Thank you!", noDocument, noArguments, checkFiscalMarkers},
+    {"markup-in-qr", Severity::Warning, "markup in the data of a QR code",
+     "What stands behind \"<QR>\" on the line is the code's data to the last character: tags of "
+     "the "
+     "markup and the brackets of a group are no markup there, and whoever scans the code gets "
+     "them. "
+     "The code is centred anyway, and a group around it begins in front of \"<QR>\" and can't end "
+     "behind it.",
+     "<QR><B>https://example.org", "<QR>https://example.org", noDocument, noArguments,
+     checkQrMarkup},
     {"qr-in-text", Severity::Warning, "\"<QR>\" in a receipt that is rendered as text or HTML",
      "Only documents for printers have QR codes. In text and HTML the tag and its data print as "
      "they stand. Needs --as text or --as html.",
