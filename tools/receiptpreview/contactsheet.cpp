@@ -8,10 +8,10 @@ namespace receiptpreview {
 
 namespace {
 
-constexpr int columns = 4;
-constexpr int columnWidth = 330;  // the widest paper at this scale
-constexpr double scale = 0.5;
-constexpr int mostDots = 1280;
+constexpr int columnsOfSheet = 4;
+constexpr int columnWidth = 330;  // the widest paper at this scaleOfReceipt
+constexpr double scaleOfReceipt = 0.5;
+constexpr int mostDotsOfReceipt = 1280;
 constexpr int gap = 24;
 constexpr int titleWidth = 10;
 constexpr int titleHeight = 20;
@@ -33,8 +33,8 @@ void paintTitle(QPainter &painter, const Typeface &typeface, const QPoint &place
 
 void ContactSheet::add(const QString &title, const Layout &layout)
 {
-    const QImage top = topOf(layout, m_typeface, qMin(layout.size().height(), mostDots));
-    const int width = qMin(columnWidth, qRound(top.width() * scale));
+    const QImage top = topOf(layout, m_typeface, qMin(layout.size().height(), mostDotsOfReceipt));
+    const int width = qMin(columnWidth, qRound(top.width() * scaleOfReceipt));
     m_entries.push_back({title, top.scaledToWidth(width, Qt::SmoothTransformation)});
 }
 
@@ -42,9 +42,9 @@ void ContactSheet::add(const QString &title, const Layout &layout)
 std::vector<int> ContactSheet::edges() const
 {
     std::vector<int> result{gap};
-    for (std::size_t first = 0; first < m_entries.size(); first += columns) {
+    for (std::size_t first = 0; first < m_entries.size(); first += columnsOfSheet) {
         int tallest = 0;
-        for (std::size_t i = first; i < qMin(first + columns, m_entries.size()); ++i)
+        for (std::size_t i = first; i < qMin(first + columnsOfSheet, m_entries.size()); ++i)
             tallest = qMax(tallest, m_entries.at(i).picture.height());
         result.push_back(result.back() + titleHeight + titleGap + tallest + gap);
     }
@@ -54,15 +54,15 @@ std::vector<int> ContactSheet::edges() const
 QImage ContactSheet::image() const
 {
     const std::vector<int> top = edges();
-    QImage sheet(gap + columns * (columnWidth + gap), top.back(), QImage::Format_RGB32);
+    QImage sheet(gap + columnsOfSheet * (columnWidth + gap), top.back(), QImage::Format_RGB32);
     if (sheet.isNull())
         return sheet;
     sheet.fill(QColor(background, background, background));
     QPainter painter(&sheet);
     painter.setRenderHint(QPainter::Antialiasing);
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        const QPoint place(gap + static_cast<int>(i % columns) * (columnWidth + gap),
-                           top.at(i / columns));
+        const QPoint place(gap + static_cast<int>(i % columnsOfSheet) * (columnWidth + gap),
+                           top.at(i / columnsOfSheet));
         const Entry &entry = m_entries.at(i);
         paintTitle(painter, m_typeface, place, entry.title);
         painter.drawImage(place + QPoint(0, titleHeight + titleGap), entry.picture);

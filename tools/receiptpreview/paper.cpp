@@ -9,7 +9,6 @@ namespace receiptpreview {
 namespace {
 
 constexpr int usualDotsPerInch = 203;
-constexpr double millimetresPerInch = 25.4;
 // A record without a sensible font or line still gives a picture.
 constexpr int leastCell = 1;
 constexpr int usualCellWidth = 12;

@@ -6,6 +6,8 @@ class QTextCodec;
 
 namespace receiptpreview {
 
+constexpr double millimetresPerInch = 25.4;
+
 /// A model with one of its papers and the font of text that chooses none: what the geometry of a
 /// picture depends on. Lengths are in dots of the print head.
 class Paper

@@ -5,13 +5,12 @@
 #include <QRegularExpression>
 
 #include "painting.h"
+#include "paper.h"
 #include "picture.h"
 
 namespace receiptpreview {
 
 namespace {
-
-constexpr double millimetresPerInch = 25.4;
 
 class PdfCanvas : public Canvas
 {

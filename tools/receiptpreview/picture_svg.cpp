@@ -3,13 +3,13 @@
 #include <tuple>
 
 #include "painting.h"
+#include "paper.h"
 #include "picture.h"
 
 namespace receiptpreview {
 
 namespace {
 
-constexpr double millimetresPerInch = 25.4;
 constexpr char precision = 2;  // digits behind the point, in dots
 
 QString number(double value)

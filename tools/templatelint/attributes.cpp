@@ -6,6 +6,7 @@
 #include "formats.h"
 #include "substitution.h"
 #include "templatelint.h"
+#include "text.h"
 
 namespace templatelint {
 
@@ -18,12 +19,6 @@ constexpr int longestQuotation = 60;
 bool consistsOf(const QString &text, const QString &characters)
 {
     return std::all_of(text.cbegin(), text.cend(),
-                       [&characters](QChar c) { return characters.contains(c); });
-}
-
-bool holdsAnyOf(const QString &text, const QString &characters)
-{
-    return std::any_of(text.cbegin(), text.cend(),
                        [&characters](QChar c) { return characters.contains(c); });
 }
 

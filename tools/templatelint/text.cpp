@@ -5,6 +5,12 @@
 
 namespace templatelint {
 
+bool holdsAnyOf(const QString &text, const QString &characters)
+{
+    return std::any_of(text.cbegin(), text.cend(),
+                       [&characters](QChar c) { return characters.contains(c); });
+}
+
 void Text::append(QChar character, int origin)
 {
     characters.append(character);

@@ -7,6 +7,8 @@
 
 namespace templatelint {
 
+bool holdsAnyOf(const QString &text, const QString &characters);
+
 /// A place in the template: an offset in its lines, joined by line feeds.
 struct Place
 {

@@ -12,12 +12,6 @@ namespace {
 
 constexpr int mostValuesOfExpression = 1 << 18;
 
-bool holdsAnyOf(const QString &text, const QString &characters)
-{
-    return std::any_of(text.cbegin(), text.cend(),
-                       [&characters](QChar c) { return characters.contains(c); });
-}
-
 /// Finds names in texts, however many there are.
 class NameFinder
 {

@@ -11,7 +11,6 @@ namespace {
 constexpr int maximumSpacesBefore = 16;
 // Keeps a wild count from taking the machine's memory.
 constexpr int mostEmptyLines = 1 << 24;
-constexpr QChar blank = QLatin1Char(' ');
 
 QByteArray extended(QByteArray bytes, int length)
 {

@@ -8,10 +8,10 @@
 #include "printerdocs/echarformat.h"
 #include "printerdocs/latin1text_p.h"
 #include "printerdocs/linelimits_p.h"
+#include "printerdocs/linepadding_p.h"
 
 namespace {
 
-constexpr QChar tab = QLatin1Char('\t');
 constexpr QLatin1String lineBreak = latin1Text("<br>");
 constexpr int firstSymbolCode = 1;
 constexpr int lastSymbolCode = 7;

@@ -6,9 +6,6 @@
 
 namespace {
 
-constexpr QChar blank = QLatin1Char(' ');
-constexpr QChar tab = QLatin1Char('\t');
-
 /// How many times a line takes the padding.
 int paddedPlaces(const QString &line, ETextAlignment alignment)
 {

@@ -1,10 +1,10 @@
 #include "printerdocs/monochromeimage.h"
 
+#include "printerdocs/bitrows_p.h"
 #include "printerdocs/mapkey_p.h"
 
 namespace {
 
-constexpr int bitsPerByte = 8;
 constexpr qint64 noOffset = -1;
 // No receipt comes near it; it keeps a wild size in a file from taking the machine's memory.
 constexpr qint64 maximumBytes = qint64(1) << 28;

@@ -4,9 +4,10 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
+#include "printerdocs/bitrows_p.h"
+
 namespace {
 
-constexpr int bitsPerByte = 8;
 // Keeps a wild cell size from taking the machine's memory.
 constexpr qint64 maximumPicturePixels = qint64(1) << 26;
 
