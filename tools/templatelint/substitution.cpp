@@ -18,10 +18,10 @@ constexpr int mostCharactersOfValues = 1 << 20;
 
 /// A line while its tags are filled. `m_left` has been scanned, `m_right` hasn't and lies the wrong
 /// way round, so that both grow and shrink at their ends.
-class Filling
+class LineFilling
 {
 public:
-    explicit Filling(const Text &line) { pushRight(line.characters, line.origins.constData()); }
+    explicit LineFilling(const Text &line) { pushRight(line.characters, line.origins.constData()); }
 
     Filled run(const ValueOf &valueOf)
     {
@@ -187,7 +187,7 @@ bool isZeroOrEmpty(const QString &value)
 
 Filled fill(const Text &line, const ValueOf &valueOf)
 {
-    return Filling(line).run(valueOf);
+    return LineFilling(line).run(valueOf);
 }
 
 }  // namespace templatelint
