@@ -4,6 +4,7 @@
 #include "analysis.h"
 #include "checks.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "tags.h"
 
 // Rules about tags and groups that get in each other's way.
 
@@ -200,8 +201,6 @@ void checkMarkersOf(const Piece &piece, const TemplateLine &line, Report &report
                            .arg(tag.inner));
     }
 }
-
-const QLatin1String qrTag("<QR>");
 
 /// The tags of the markup in the data of a QR code.
 void checkCode(const Text &code, Report &report)

@@ -14,7 +14,6 @@ const QLatin1String removalEnd("<:X>");
 const QLatin1String imageBegin("<I>");
 const QLatin1String imageEnd("</I>");
 const QLatin1String emptyLine("<X>");
-const QLatin1String qrTag("<QR>");
 const QLatin1String numberTag("<DOCNO>");
 
 bool holdEntriesTag(const QStringList &entries)

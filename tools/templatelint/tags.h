@@ -8,6 +8,8 @@
 
 namespace templatelint {
 
+const QLatin1String qrTag("<QR>");
+
 /// Whether a tag of this length, both of its brackets counted, is an attribute's.
 bool isAttributeTag(int length);
 
