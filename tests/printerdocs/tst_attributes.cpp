@@ -563,6 +563,8 @@ private Q_SLOTS:
             << "<5-DISC,0>" << Attributes{{"DISC", -2}} << "7";
         QTest::newRow("keys are case-sensitive")
             << "a<price*2>b" << Attributes{{"PRICE", 3}} << "ab";
+        QTest::newRow("key that overlaps itself")
+            << "<1A1A1,0>" << Attributes{{"1A1", 5}, {"A1", 3}} << "53";
         QTest::newRow("empty key stands everywhere") << "<2+3,0>" << Attributes{{"", 1}} << "252";
         QTest::newRow("text value") << "a<NAME*2>b" << Attributes{{"NAME", "Чай"}} << "ab";
         for (const int length : {62, 63, 64, 65, 500}) {
@@ -580,6 +582,28 @@ private Q_SLOTS:
         QCOMPARE(
             PrinterDocumentFormatter(0, nullptr).processDocAttributes(line, documentOf(attributes)),
             result);
+    }
+
+    void realNumbersStandInExpressionsAsTheirShortestText_data()
+    {
+        QTest::addColumn<double>("value");
+        for (const double value :
+             {0.0, 7.0, -7.0, 2.5, -2.5, 0.1, -0.0001, 0.00012, 1e-5, 12345.6789, 99999.9999,
+              -99999.9999, 100000.0, 123456.75, 1e6, 1e20, -1.5e300, 1.0 / 3})
+            QTest::addRow("%.17g", value) << value;
+    }
+
+    void realNumbersStandInExpressionsAsTheirShortestText()
+    {
+        QFETCH(double, value);
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        const QString shortest = QString::number(value, 'g', QLocale::FloatingPointShortest);
+        // Digits around the name make visible how the number was written.
+        const QString expected =
+            formatter.processDocAttributes("<1" + shortest + "1,0.000000>", PrinterDocument());
+        QVERIFY(!expected.isEmpty());
+        QCOMPARE(formatter.processDocAttributes("<1V1,0.000000>", documentOf({{"V", value}})),
+                 expected);
     }
 
     /// One after the other, longest first, each wherever it stands: by the letter, on random texts.

@@ -261,6 +261,52 @@ private Q_SLOTS:
         QCOMPARE(described(parsed(text)), blocks);
     }
 
+    void halvesOfCharactersBecomeQuestionMarks_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("printed");
+        const QString high(QChar(0xD83D)), low(QChar(0xDE00));
+        QTest::newRow("first half") << "a" + high + "b"
+                                    << "a?b";
+        QTest::newRow("second half") << "a" + low + "b"
+                                     << "a?b";
+        QTest::newRow("first half at the end") << "a" + high << "a?";
+        QTest::newRow("halves the wrong way round") << low + high + "z"
+                                                    << "??z";
+        QTest::newRow("whole behind a half") << high + high + low + "z"
+                                             << "?" + high + low + "z";
+        QTest::newRow("half that a tag follows") << high + "[b]" + low << "? ?";
+    }
+
+    void halvesOfCharactersBecomeQuestionMarks()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, printed);
+        QCOMPARE(parsed(text).first().text(), QStringList(printed));
+    }
+
+    /// Texts come from files, which begin with one.
+    void byteOrderMarkBeginsNoText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("printed");
+        const QString mark(QChar(QChar::ByteOrderMark));
+        QTest::newRow("at the start") << mark + "ab"
+                                      << "ab";
+        QTest::newRow("behind a tag") << "a[b]" + mark + "b"
+                                      << "ab";
+        QTest::newRow("one of two") << mark + mark + "b" << mark + "b";
+        QTest::newRow("inside") << "a" + mark + "b"
+                                << "a" + mark + "b";
+    }
+
+    void byteOrderMarkBeginsNoText()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, printed);
+        QCOMPARE(parsed(text).first().text(), QStringList(printed));
+    }
+
     void quotesAndDashesBecomeAscii_data()
     {
         QTest::addColumn<QString>("text");

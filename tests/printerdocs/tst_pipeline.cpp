@@ -604,6 +604,8 @@ private Q_SLOTS:
             << QStringList{"<:X>a<X:>b<:X>c"} << QStringList{"<:X>ac"} << QStringList{"abc"};
         QTest::newRow("parts don't nest")
             << QStringList{"<X:>a<X:>b<:X>c<:X>d"} << QStringList{"c<:X>d"} << QStringList{"abcd"};
+        QTest::newRow("open tag that a removal completes, without a close")
+            << QStringList{"a<X<X:>q<:X>:>r"} << QStringList{"a<X:>r"} << QStringList{"a<Xq:>r"};
         QTest::newRow("a part that removal makes is removed too")
             << QStringList{"<X<X:>q<:X>:>r<:X>s"} << QStringList{"s"} << QStringList{"<Xq:>rs"};
         QTest::newRow("open tags are taken out before close tags")

@@ -46,8 +46,6 @@ bool nextStartElement(QXmlStreamReader &reader)
         reader.readNext();
         if (reader.isStartElement())
             return true;
-        if (reader.isEndElement())
-            return false;
     }
     return false;
 }
