@@ -294,7 +294,7 @@ private Q_SLOTS:
         QTest::newRow("at the start") << mark + "ab"
                                       << "ab";
         QTest::newRow("behind a tag") << "a[b]" + mark + "b"
-                                      << "ab";
+                                      << "a b";
         QTest::newRow("one of two") << mark + mark + "b" << mark + "b";
         QTest::newRow("inside") << "a" + mark + "b"
                                 << "a" + mark + "b";
