@@ -715,6 +715,33 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 0);
     }
+
+    void watchingFollowsTheFileOfSymbols()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("t.cpt", "<SPECSYMBOLS=shop>\n<#1>");
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(RECEIPT_PROGRAM, {"lint", file, "--watch"});
+        QByteArray output;
+        const auto says = [&process, &output](const char *text) {
+            process.waitForReadyRead(100);
+            output += process.readAll();
+            return output.contains(text);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(says("[missing-symbol-file]"), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(says("/shop.ssi; Ctrl+C ends."), 30000);
+        QVERIFY(QFile::copy(example("symbols/shop.ssi"), folder.path("shop.ssi")));
+        QTRY_VERIFY_WITH_TIMEOUT(says("findings: 0\n"), 30000);
+        output.clear();
+        folder.file("shop.ssi", "<SpecialSymbolImages/>");
+        QTRY_VERIFY_WITH_TIMEOUT(says("[undrawn-symbol]"), 30000);
+        output.clear();
+        QVERIFY(QFile::remove(folder.path("shop.ssi")));
+        QTRY_VERIFY_WITH_TIMEOUT(says("[missing-symbol-file]"), 30000);
+        process.terminate();
+        QVERIFY(process.waitForFinished());
+    }
 };
 
 QTEST_GUILESS_MAIN(TestReceiptLint)

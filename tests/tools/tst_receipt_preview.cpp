@@ -473,6 +473,53 @@ private Q_SLOTS:
         QCOMPARE(watcher.end(), 1);
     }
 
+    void watchingFollowsTheFileOfSymbols()
+    {
+        const WorkFolder folder;
+        const WorkFolder symbols;
+        const QString file = folder.file("t.cpt", "<SPECSYMBOLS=shop>\n<#1>");
+        const QString data = folder.file("d.json", "{}");
+        const QString picture = folder.path("r.png");
+        Watcher watcher(
+            {"preview", file, data, "--symbols", symbols.path(""), "--output", picture, "--watch"});
+        QVERIFY(watcher.says("Watching " + file.toUtf8() + ", " + data.toUtf8() + ", " +
+                             symbols.path("shop.ssi").toUtf8() + "; Ctrl+C ends.\n"));
+        const QRect line(0, 24, 639, 24);
+        QCOMPARE(inked(QImage(picture), line), 0);
+        QVERIFY(QFile::copy(example("symbols/shop.ssi"), symbols.path("shop.ssi")));
+        QVERIFY(QTest::qWaitFor([&] { return inked(QImage(picture), line) > 0; }, patience));
+        QVERIFY(QFile::remove(symbols.path("shop.ssi")));
+        QVERIFY(QTest::qWaitFor([&] { return inked(QImage(picture), line) == 0; }, patience));
+        QCOMPARE(watcher.end(), 0);
+    }
+
+    // The first file whose name begins so is the picture.
+    void watchingFollowsPictures()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("c.bbcode", "[img name=logo][/img]");
+        Watcher watcher({"preview", "--bbcode", text, "--output", folder.path("r.png"), "--watch"});
+        QVERIFY(watcher.says("/logo*; Ctrl+C ends.\n"));
+        const auto save = [&folder](const QString &name, int height) {
+            QImage picture(16, height, QImage::Format_Mono);
+            picture.fill(0);
+            picture.save(folder.path(name));
+        };
+        const auto heightBecomes = [&folder](int height) {
+            return QTest::qWaitFor(
+                [&] { return QImage(folder.path("r.png")).height() == 74 + height; }, patience);
+        };
+        save("logo_b.png", 40);
+        QVERIFY(heightBecomes(40));
+        save("logo_b.png", 50);
+        QVERIFY(heightBecomes(50));
+        save("logo_a.png", 60);
+        QVERIFY(heightBecomes(60));
+        QVERIFY(QFile::remove(folder.path("logo_a.png")));
+        QVERIFY(heightBecomes(50));
+        QCOMPARE(watcher.end(), 0);
+    }
+
     void pictureOfTheReadmeIsNotStale()
     {
         QFile readme(PRINTERSLIB_EXAMPLES "/../README.md");

@@ -54,19 +54,22 @@ bool isPrinted(const QString &name, const QString &folder)
 
 BbCodePicture pictureOf(const QString &name, const QString &folder)
 {
-    const QStringList files =
-        QDir(folder).entryList({name + QLatin1Char('*')}, QDir::Files, QDir::Name);
-    if (files.isEmpty())
-        return {
-            QString(),
-            QStringLiteral("there is no picture \"%1\" in the folder \"%2\"").arg(name, folder)};
-    const QString fileName = QDir(folder).filePath(files.constFirst());
-    if (isPrinted(name, folder))
-        return {fileName, QString()};
-    QImageReader reader(fileName);
-    const QString reason =
-        reader.canRead() ? QStringLiteral("it is damaged, or too large") : reader.errorString();
-    return {fileName, QStringLiteral("the picture \"%1\" can't be read: %2").arg(fileName, reason)};
+    const QDir place(folder);
+    const QString pattern = name + QLatin1Char('*');
+    BbCodePicture picture{place.filePath(pattern), QString()};
+    const QStringList files = place.entryList({pattern}, QDir::Files, QDir::Name);
+    if (files.isEmpty()) {
+        picture.fault =
+            QStringLiteral("there is no picture \"%1\" in the folder \"%2\"").arg(name, folder);
+    } else if (!isPrinted(name, folder)) {
+        const QString fileName = place.filePath(files.constFirst());
+        const QImageReader reader(fileName);
+        picture.fault =
+            QStringLiteral("the picture \"%1\" can't be read: %2")
+                .arg(fileName, reader.canRead() ? QStringLiteral("it is damaged, or too large")
+                                                : reader.errorString());
+    }
+    return picture;
 }
 
 }  // namespace

@@ -8,8 +8,8 @@ namespace tool {
 /// A picture that a BBCode text names.
 struct BbCodePicture
 {
-    QString fileName;  ///< the file that is taken for it; empty if there is none
-    QString fault;     ///< why it isn't printed; empty if it is
+    QString pattern;  ///< of the files that may be taken for it
+    QString fault;    ///< why it isn't printed; empty if it is
 };
 
 /// The pictures of a BBCode text, each once, in the order of the text.

@@ -275,12 +275,13 @@ struct Task
     bool watches = false;
 };
 
-int run(Task task)
+tool::WatchedRun run(Task task)
 {
+    QStringList companions;
     if (!task.data.isEmpty()) {
         task.options.document = tool::readDocument(task.data);
         if (!task.options.document)
-            return tool::BadInput;
+            return {tool::BadInput, companions};
     }
     FindingPrinter printer(task.json);
     tool::ProgressLine line(QStringLiteral("checking"));
@@ -297,7 +298,10 @@ int run(Task task)
         task.options.progress = [&](qint64 done, qint64 all) {
             line.show(fileNumber * all + done, task.templates.size() * all);
         };
-        const auto findings = templatelint::lint(text->split(QLatin1Char('\n')), task.options);
+        const QStringList lines = text->split(QLatin1Char('\n'));
+        if (const auto symbols = templatelint::symbolFileOf(lines, folder))
+            companions.append(symbols->path);
+        const auto findings = templatelint::lint(lines, task.options);
         ++fileNumber;
         line.clear();
         printer.add(file, findings);
@@ -306,7 +310,9 @@ int run(Task task)
     // Who watches has to see that a template is clean now.
     if (task.watches && isRead)
         tool::complain(QStringLiteral("findings: %1").arg(printer.count()));
-    return isRead ? status : tool::BadInput;
+    std::fflush(stdout);
+    companions.removeDuplicates();
+    return {isRead ? status : tool::BadInput, companions};
 }
 
 /// Whether none of the templates is a document in the place that other commands have for it.
@@ -370,12 +376,8 @@ int runLint(const QStringList &arguments)
     if (!task)
         return tool::WrongUsage;
     if (!task->watches)
-        return run(*task);
+        return run(*task).status;
     const QStringList files =
         task->data.isEmpty() ? task->templates : task->templates + QStringList(task->data);
-    return tool::runAndWatch(files, [&task] {
-        const int status = run(*task);
-        std::fflush(stdout);
-        return status;
-    });
+    return tool::runAndWatch(files, [&task] { return run(*task); });
 }

@@ -306,7 +306,7 @@ std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceip
                              const PrinterInfo &model, Warnings &warnings)
 {
     const Paper paper(model, request.paper, request.font, request.codePage);
-    Layout layout(receipt(paper), paper);
+    Layout layout(receipt.documentFor(paper), paper);
     warnings.add(layout);
     if (!layout.tooLong())
         return layout;
@@ -399,13 +399,15 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
     return tool::Success;
 }
 
-int draw(const Request &request, const Typeface &typeface)
+tool::WatchedRun draw(const Request &request, const Typeface &typeface)
 {
     const auto receipt = request.source();
     if (!receipt)
-        return tool::BadInput;
-    return request.model ? drawOne(request, *receipt, typeface)
-                         : drawAll(request, *receipt, typeface);
+        return {tool::BadInput, QStringList()};
+    const int status =
+        request.model ? drawOne(request, *receipt, typeface) : drawAll(request, *receipt, typeface);
+    std::fflush(stdout);
+    return {status, receipt->companions};
 }
 
 }  // namespace
@@ -433,10 +435,6 @@ int runPreview(const QStringList &arguments)
         tool::complain(error);
         return tool::BadInput;
     }
-    const auto run = [&request, &typeface] {
-        const int status = draw(request, typeface);
-        std::fflush(stdout);
-        return status;
-    };
-    return parser.isSet(options.watch) ? tool::runAndWatch(request.files, run) : run();
+    const auto run = [&request, &typeface] { return draw(request, typeface); };
+    return parser.isSet(options.watch) ? tool::runAndWatch(request.files, run) : run().status;
 }

@@ -20,12 +20,14 @@ using receiptpreview::Paper;
 constexpr int mostBbCodeCharacters = 255;
 
 /// The same document on every paper.
-PreviewedReceipt always(const TextPrinterDocument &document)
+PreviewedReceipt always(const TextPrinterDocument &document,
+                        const QStringList &companions = QStringList())
 {
-    return [document](const Paper &) { return document; };
+    return {[document](const Paper &) { return document; }, companions};
 }
 
-void complainAboutSymbolFile(const QString &fileName, const QString &text, const QString &folder)
+/// The file of symbols that a template names, if it does. Complains if it can't be used.
+QStringList symbolFiles(const QString &fileName, const QString &text, const QString &folder)
 {
     const auto file = templatelint::symbolFileOf(text.split(QLatin1Char('\n')), folder);
     if (file && !file->fault.isEmpty())
@@ -34,6 +36,7 @@ void complainAboutSymbolFile(const QString &fileName, const QString &text, const
                      .arg(file->line)
                      .arg(file->column)
                      .arg(file->fault));
+    return file ? QStringList(file->path) : QStringList();
 }
 
 }  // namespace
@@ -45,10 +48,10 @@ PreviewSource templateSource(const QString &fileName, const QString &data, const
         const auto source = readTemplateAndDocument(fileName, data, codec);
         if (!source)
             return std::nullopt;
-        complainAboutSymbolFile(fileName, source->text, symbolFolder);
+        const QStringList symbols = symbolFiles(fileName, source->text, symbolFolder);
         PrinterDocumentFormatter formatter(margin, nullptr);
         formatter.setTemplate(source->text);
-        return always(formatter.toTextPrinterDocument(source->document));
+        return always(formatter.toTextPrinterDocument(source->document), symbols);
     };
 }
 
@@ -69,12 +72,14 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
         const auto text = readText(fileName);
         if (!text)
             return std::nullopt;
+        PreviewedReceipt receipt;
         const QVector<BbCodePicture> pictures = picturesOf(*text, imageFolder);
         for (const BbCodePicture &picture : pictures) {
+            receipt.companions.append(picture.pattern);
             if (!picture.fault.isEmpty())
                 complain(QStringLiteral("%1: %2").arg(fileName, picture.fault));
         }
-        return [text = *text, imageFolder](const Paper &paper) {
+        receipt.documentFor = [text = *text, imageFolder](const Paper &paper) {
             BbCodeParser parser(nullptr);
             const int characters = qMin(paper.charactersPerLine(), mostBbCodeCharacters);
             parser.setSymbolsPerLine(static_cast<unsigned char>(characters));
@@ -82,6 +87,7 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
             parser.parseText(text);
             return parser.document();
         };
+        return receipt;
     };
 }
 

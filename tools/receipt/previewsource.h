@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <optional>
 
@@ -11,8 +12,12 @@ class QTextCodec;
 
 namespace tool {
 
-/// Makes the document for a paper, of files that were read.
-using PreviewedReceipt = std::function<TextPrinterDocument(const receiptpreview::Paper &)>;
+/// A receipt of files that were read.
+struct PreviewedReceipt
+{
+    std::function<TextPrinterDocument(const receiptpreview::Paper &)> documentFor;
+    QStringList companions;  ///< what the files name; see WatchedRun
+};
 
 /// Reads the files as they are now. Complains and gives nothing on failure; complains, too, about
 /// files that the receipt names and that are missing or can't be read, without which it is drawn.

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QHash>
@@ -91,7 +92,7 @@ private:
 class Watch
 {
 public:
-    Watch(const QStringList &fileNames, const std::function<int()> &run)
+    Watch(const QStringList &fileNames, const std::function<tool::WatchedRun()> &run)
         : m_fileNames(fileNames), m_run(run)
     {
         m_settled.setSingleShot(true);
@@ -108,8 +109,7 @@ public:
         watchAll();
         m_stamps = stamps();
         runOnce();
-        say(QStringLiteral("Watching %1; Ctrl+C ends.")
-                .arg(m_fileNames.join(QStringLiteral(", "))));
+        say(QStringLiteral("Watching %1; Ctrl+C ends.").arg(allNames().join(QStringLiteral(", "))));
         look();
         QCoreApplication::exec();
         return m_status;
@@ -119,7 +119,26 @@ private:
     void runOnce()
     {
         const KillOnSignals killed;
-        m_status = m_run();
+        const tool::WatchedRun run = m_run();
+        m_status = run.status;
+        m_companions = run.companions;
+        // What a run names for the first time is known in its present state only.
+        QHash<QString, QString> now = stamps();
+        for (auto stamp = now.begin(); stamp != now.end(); ++stamp)
+            stamp.value() = m_stamps.value(stamp.key(), stamp.value());
+        m_stamps = now;
+    }
+
+    QStringList allNames() const { return m_fileNames + m_companions; }
+
+    static QFileInfo fileOf(const QString &name)
+    {
+        const QFileInfo file(name);
+        if (!name.endsWith(QLatin1Char('*')))
+            return file;
+        const QFileInfoList files =
+            file.dir().entryInfoList({file.fileName()}, QDir::Files, QDir::Name);
+        return files.isEmpty() ? file : files.constFirst();
     }
 
     void await(bool changed)
@@ -132,8 +151,9 @@ private:
     void watchAll()
     {
         QStringList paths;
-        for (const QString &name : m_fileNames) {
-            const QFileInfo file(name);
+        const QStringList names = allNames();
+        for (const QString &name : names) {
+            const QFileInfo file = fileOf(name);
             if (file.exists())
                 paths.append(file.absoluteFilePath());
             if (QFileInfo::exists(file.absolutePath()))
@@ -148,15 +168,17 @@ private:
     }
 
     /// What tells one state of the files from another when only their folder has changed.
-    QStringList stamps() const
+    QHash<QString, QString> stamps() const
     {
-        QStringList result;
-        for (const QString &name : m_fileNames) {
-            const QFileInfo file(name);
-            result.append(QStringLiteral("%1 %2 %3")
-                              .arg(file.size())
-                              .arg(file.lastModified().toMSecsSinceEpoch())
-                              .arg(file.metadataChangeTime().toMSecsSinceEpoch()));
+        QHash<QString, QString> result;
+        const QStringList names = allNames();
+        for (const QString &name : names) {
+            const QFileInfo file = fileOf(name);
+            result.insert(name, QStringLiteral("%1 %2 %3 %4")
+                                    .arg(file.size())
+                                    .arg(file.lastModified().toMSecsSinceEpoch())
+                                    .arg(file.metadataChangeTime().toMSecsSinceEpoch())
+                                    .arg(file.filePath()));
         }
         return result;
     }
@@ -183,7 +205,7 @@ private:
         }
         m_missing.clear();
         watchAll();
-        const QStringList now = stamps();
+        const QHash<QString, QString> now = stamps();
         if (!m_changed && now == m_stamps)
             return;
         m_changed = false;
@@ -194,10 +216,11 @@ private:
     }
 
     const QStringList m_fileNames;
-    const std::function<int()> m_run;
+    const std::function<tool::WatchedRun()> m_run;
+    QStringList m_companions;
     QFileSystemWatcher m_watcher;
     QTimer m_settled;
-    QStringList m_stamps;
+    QHash<QString, QString> m_stamps;  ///< by names
     QStringList m_missing;
     bool m_changed = false;
     int m_status = tool::Success;
@@ -211,10 +234,11 @@ QCommandLineOption watchOption()
 {
     return QCommandLineOption(
         QStringLiteral("watch"),
-        QStringLiteral("Do it again whenever one of the files changes; Ctrl+C ends."));
+        QStringLiteral("Do it again whenever one of the files, or of the symbol files and pictures "
+                       "that they name, changes; Ctrl+C ends."));
 }
 
-int runAndWatch(const QStringList &fileNames, const std::function<int()> &run)
+int runAndWatch(const QStringList &fileNames, const std::function<WatchedRun()> &run)
 {
     if (fileNames.contains(QStringLiteral("-"))) {
         complain(QStringLiteral("--watch: standard input can't be watched"));
