@@ -2,6 +2,7 @@
 
 #include "hearth/dircreator.h"
 #include "hearth/initconfig.h"
+#include "threads.h"
 #include "vtableslot.h"
 
 using hearth::DirCreator;
@@ -9,7 +10,7 @@ using hearth::InitConfig;
 
 namespace {
 
-int warnings = 0;
+std::atomic<int> warnings{0};
 
 void countWarnings(QtMsgType type, const QMessageLogContext &, const QString &)
 {
@@ -193,6 +194,33 @@ private Q_SLOTS:
         QVERIFY(!again);
         QCOMPARE(afterTheSame, 0);
         QCOMPARE(afterAnother, 1);
+    }
+
+    void failuresOfManyThreadsAreLoggedOncePerPath()
+    {
+        constexpr int paths = 50;
+        const QString obstacle = newConfiguration(QByteArray());
+        std::atomic<int> wrong{0};
+        warnings = 0;
+        const QtMessageHandler before = qInstallMessageHandler(countWarnings);
+        runOnThreads(4, [&](int) {
+            for (int number = 0; number < paths; ++number)
+                wrong += DirCreator::checkAndCreate(QString("%1/%2").arg(obstacle).arg(number),
+                                                    DirCreator::DEFAULT_ALL);
+        });
+        qInstallMessageHandler(before);
+        QCOMPARE(wrong.load(), 0);
+        QCOMPARE(warnings.load(), paths);
+    }
+
+    void threadsMayCreateOneDirectory()
+    {
+        const QString path = m_folder.filePath("shared/by/all");
+        std::atomic<int> wrong{0};
+        runOnThreads(
+            4, [&](int) { wrong += !DirCreator::checkAndCreate(path, DirCreator::DEFAULT_ALL); });
+        QCOMPARE(wrong.load(), 0);
+        QVERIFY(QFileInfo(path).isDir());
     }
 
     void emptyPathIsAFailure()

@@ -1,9 +1,11 @@
 #include <QtTest>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "hearth/rs232settings.h"
 #include "settingsitems.h"
+#include "threads.h"
 
 using hearth::Rs232PortSettings;
 using hearth::RS232Settings;
@@ -19,6 +21,16 @@ Rs232PortSettings unusualPort()
     port.setParity(QSerialPort::EvenParity);
     port.setStopBits(QSerialPort::TwoStop);
     port.setFlowControl(QSerialPort::HardwareControl);
+    return port;
+}
+
+/// Differs from unusualPort() in all but the speed.
+Rs232PortSettings otherPort()
+{
+    Rs232PortSettings port;
+    port.setPortName("ttyS10");
+    port.setBaudRate(unusualPort().baudRate());
+    port.setFlowControl(QSerialPort::SoftwareControl);
     return port;
 }
 
@@ -160,6 +172,69 @@ private Q_SLOTS:
         RS232Settings settings{QString()};
         QVERIFY(settings.setValue(item("", "baudRate", 1200)));
         QCOMPARE(settings.portSettings().baudRate(), 1200);
+    }
+
+    void operationsOfManyThreadsAreWhole()
+    {
+        constexpr int rounds = 1000;
+        RS232Settings settings("till 1");
+        QList<QList<QVariant>> lists;
+        for (int kind = 0; kind < 2; ++kind) {
+            write(settings, kind);
+            lists.append(settings.toList());
+        }
+        // Each reader calls one operation alone, as the locks of others would order its reads too.
+        const std::vector<std::function<bool()>> reads{
+            [&] {
+                return isOneOf({name(0), name(1)}, settings.name());
+            },
+            [&] {
+                return isOneOf({text(0), text(1)}, settings.text());
+            },
+            [&] {
+                return isOneOf({unusualPort(), otherPort()}, settings.portSettings());
+            },
+            [&] { return isOfOnePort(settings.toList(), lists); },
+        };
+        std::atomic<int> wrong{0};
+        const int readers = int(reads.size());
+        runOnThreads(readers + 2, [&](int thread) {
+            for (int round = 0; round < rounds; ++round) {
+                if (thread < readers)
+                    wrong += !reads[std::size_t(thread)]();
+                else
+                    write(settings, round % 2);
+            }
+        });
+        QCOMPARE(wrong.load(), 0);
+    }
+
+private:
+    static QString name(int kind) { return kind == 0 ? "till 1" : "the other till"; }
+    static QString text(int kind) { return QString(100 * (kind + 1), QChar('a' + kind)); }
+
+    static void write(RS232Settings &settings, int kind)
+    {
+        settings.setName(name(kind));
+        settings.setText(text(kind));
+        settings.setPortSettings(kind == 0 ? unusualPort() : otherPort());
+        settings.setValue(item(name(kind), "baudRate", unusualPort().baudRate()));
+    }
+
+    template <typename T>
+    static bool isOneOf(std::initializer_list<T> written, const T &value)
+    {
+        return std::find(written.begin(), written.end(), value) != written.end();
+    }
+
+    /// The name and the text may be of another write than the port.
+    static bool isOfOnePort(const QList<QVariant> &list, const QList<QList<QVariant>> &written)
+    {
+        return std::any_of(written.cbegin(), written.cend(), [&list](const QList<QVariant> &one) {
+            return std::all_of(one.cbegin(), one.cend() - 1, [&list](const QVariant &listItem) {
+                return valueOf(list, keyOf(listItem)) == listItem.toMap().value("value");
+            });
+        });
     }
 };
 

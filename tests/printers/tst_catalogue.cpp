@@ -3,13 +3,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QResource>
-#include <QThreadPool>
-#include <QtConcurrent>
 #include <QtTest>
 #include <atomic>
 
 #include "printers/printerinfo.h"
 #include "printers/textprintermodels.h"
+#include "threads.h"
 
 int qInitResources_devinfo();
 
@@ -153,6 +152,20 @@ class TestCatalogue : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // The first test, as the resource is read once in a process.
+    void anyThreadMayReadTheCatalogue()
+    {
+        std::atomic<int> wrong{0};
+        runOnThreads(4, [&wrong](int) {
+            for (int round = 0; round < 50; ++round) {
+                const QList<PrinterInfo> catalogue = PrinterInfo::fromResources();
+                if (catalogue.size() != 16 || catalogue.at(6).paperType(9).width() != 48)
+                    ++wrong;
+            }
+        });
+        QCOMPARE(wrong.load(), 0);
+    }
+
     void resourceIsRegisteredAtLoadUnderItsName()
     {
         QCOMPARE(PrinterInfo::RC_INFO_FILENAME, QString(":/printinfo/printers.info"));
@@ -283,25 +296,6 @@ private Q_SLOTS:
         catalogue.removeLast();
         QCOMPARE(PrinterInfo::fromResources().size(), 16);
         QCOMPARE(PrinterInfo::fromResources().first().id(), QString("CUSTOM_VKP_80"));
-    }
-
-    void anyThreadMayReadTheCatalogue()
-    {
-        std::atomic<int> wrong{0};
-        QThreadPool pool;
-        pool.setMaxThreadCount(4);
-        QList<QFuture<void>> running;
-        for (int thread = 0; thread < 4; ++thread)
-            running.append(QtConcurrent::run(&pool, [&wrong] {
-                for (int round = 0; round < 50; ++round) {
-                    const QList<PrinterInfo> catalogue = PrinterInfo::fromResources();
-                    if (catalogue.size() != 16 || catalogue.at(6).paperType(9).width() != 48)
-                        ++wrong;
-                }
-            }));
-        for (QFuture<void> &future : running)
-            future.waitForFinished();
-        QCOMPARE(wrong.load(), 0);
     }
 
 private:
