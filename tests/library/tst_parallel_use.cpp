@@ -26,7 +26,7 @@ QStringList receipt()
                             {"SALE", QDateTime(QDate(2026, 3, 14), QTime(18, 5, 30))},
                             {"TEXT", QString::fromUtf8("Чай «Ассам»")}});
     PrinterDocumentFormatter formatter(0, nullptr);
-    formatter.setSpecCharsPath(example("symbols"));
+    formatter.setSpecCharsPath(example(""));
     if (!formatter.loadTemplate(example("tags.cpt"), "UTF-8"))
         return {};
     return formatter.toPlainText(document, 42) +

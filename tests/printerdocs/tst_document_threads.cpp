@@ -60,7 +60,7 @@ struct Receipt
 Receipt receiptOf(const PrinterDocument &document)
 {
     PrinterDocumentFormatter formatter(0, nullptr);
-    formatter.setSpecCharsPath(example("symbols"));
+    formatter.setSpecCharsPath(example(""));
     if (!formatter.loadTemplate(example("tags.cpt"), "UTF-8"))
         return {};
     return {formatter.toFormattedText(document), formatter.toPlainText(document, width),

@@ -522,19 +522,32 @@ private Q_SLOTS:
                                << "--width 30";
         QTest::newRow("tags") << "tags"
                               << "tags"
-                              << "--fiscal --symbols %1 --width 42";
+                              << "--fiscal --width 42";
     }
     void examplesAreClean()
     {
         QFETCH(QString, name);
         QFETCH(QString, document);
         QFETCH(QString, options);
-        options.replace("%1", example("symbols"));
         const ReceiptRun run = runReceipt(QStringList{"lint", "--strict", example(name + ".cpt"),
                                                       "--data", example(document + ".json")} +
                                           options.split(' '));
         QCOMPARE(run.output, QString());
         QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+    }
+    // The call that the page for authors names finds nothing.
+    void pageForAuthorsChecksTheExample()
+    {
+        QFile page(example("../docs/template-authors.md"));
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        const QRegularExpression call("`receipt (lint examples/tags\\.cpt[^`]*)`");
+        const auto match = call.match(QString::fromUtf8(page.readAll()).simplified());
+        QVERIFY(match.hasMatch());
+        const QStringList arguments =
+            match.captured(1).replace(QLatin1String("examples/"), example("")).split(' ');
+        const ReceiptRun run = runReceipt(arguments + QStringList("--strict"));
+        QCOMPARE(run.output + run.errors, QString());
         QCOMPARE(run.status, 0);
     }
     void everyExampleIsInTheTable()

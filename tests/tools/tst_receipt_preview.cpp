@@ -142,8 +142,7 @@ private Q_SLOTS:
         QTest::newRow("BBCode") << QStringList{"--bbcode", example("coupon.bbcode"), "--images",
                                                example("images")};
         QTest::newRow("plain") << QStringList{"--plain", example("tags.cpt")};
-        QTest::newRow("symbols") << QStringList{example("tags.cpt"), example("tags.json"),
-                                                "--symbols", example("symbols")};
+        QTest::newRow("symbols") << QStringList{example("tags.cpt"), example("tags.json")};
     }
     void everySourceIsDrawn()
     {

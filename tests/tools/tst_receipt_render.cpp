@@ -12,9 +12,7 @@ class TestReceiptRender : public QObject
 private:
     static QStringList tagsWith(const QStringList &options)
     {
-        return QStringList{"render", example("tags.cpt"), example("tags.json"), "--symbols",
-                           example("symbols")} +
-               options;
+        return QStringList{"render", example("tags.cpt"), example("tags.json")} + options;
     }
 
     /// The text that a template gives with an empty document.
