@@ -860,6 +860,19 @@ private Q_SLOTS:
         QCOMPARE(described(parser.blocks()), blocks);
     }
 
+    void pictureOfTooManyPixelsIsNotRead()
+    {
+        const QTemporaryDir directory;
+        const QString fileName = directory.filePath("wild.pbm");
+        const QByteArray head = "P4\n16384 8193\n";  // one row more than 128 Mi pixels
+        writeFile(fileName, head);
+        QVERIFY(QFile::resize(fileName, head.size() + qint64(16384) / 8 * 8193));
+        BbCodeParser parser;
+        parser.setImagesPath(directory.path());
+        parser.parseText("[img name=wild][/img]");
+        QCOMPARE(described(parser.blocks()), QStringList(blankLine));
+    }
+
     void pictureBecomesABitmap()
     {
         const QTemporaryDir directory;

@@ -132,8 +132,6 @@ public:
     }
     void add(const DocumentBlock &block)
     {
-        if (!block.isValid())
-            return;
         closeBlock();
         m_blocks.append(block);
     }
