@@ -29,22 +29,28 @@ void sort(QVector<Range> &ranges)
         range.last = last = std::max(last, range.last);
 }
 
-/// What is wrong in a file of symbols, empty if nothing is.
-QString damageOf(const QString &path, SpecialCharacters &drawings)
+/// What is wrong with a file of symbols, empty if nothing is.
+QString faultOf(const QString &path, SpecialCharacters &drawings)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return file.errorString();
+        return QStringLiteral("the file \"%1\" can't be read: %2").arg(path, file.errorString());
     const bool isRead = drawings.load(path);
     QXmlStreamReader reader(&file);
     while (!reader.atEnd())
         reader.readNext();
+    QString damage;
     if (reader.hasError())
-        return QStringLiteral("%1:%2: %3")
-            .arg(reader.lineNumber())
-            .arg(reader.columnNumber() + 1)
-            .arg(reader.errorString());
-    return isRead ? QString() : QStringLiteral("a symbol or the root element is wrong");
+        damage = QStringLiteral("%1:%2: %3")
+                     .arg(reader.lineNumber())
+                     .arg(reader.columnNumber() + 1)
+                     .arg(reader.errorString());
+    else if (!isRead)
+        damage = QStringLiteral("a symbol or the root element is wrong");
+    return damage.isEmpty()
+               ? damage
+               : QStringLiteral("the file \"%1\" is damaged: %2; see \"receipt symbols\"")
+                     .arg(path, damage);
 }
 
 /// Tells which places of a line lie in a group; asked from left to right, so that a line of any
@@ -92,15 +98,6 @@ QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &pro
 
 }  // namespace
 
-QString SymbolFile::fault() const
-{
-    if (isUsable())
-        return QString();
-    return exists ? QStringLiteral("the file \"%1\" is damaged: %2; see \"receipt symbols\"")
-                        .arg(path, damage)
-                  : QStringLiteral("there is no file \"%1\"").arg(path);
-}
-
 SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
 {
     SymbolFile result;
@@ -121,8 +118,8 @@ SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
         !result.path.contains(QLatin1String(".SSI")))
         result.path += QLatin1String(".ssi");
     result.exists = QFileInfo::exists(result.path);
-    if (result.exists)
-        result.damage = damageOf(result.path, result.drawings);
+    result.fault = result.exists ? faultOf(result.path, result.drawings)
+                                 : QStringLiteral("there is no file \"%1\"").arg(result.path);
     return result;
 }
 

@@ -37,12 +37,10 @@ struct SymbolFile
     QVector<int> offsets;  ///< of the tags that name one
     QString path;          ///< of the file that counts
     bool exists = false;
-    QString damage;  ///< what is wrong in it; empty if nothing is
+    QString fault;  ///< why it can't be used, for a message; empty if it can
     SpecialCharacters drawings;
 
-    bool isUsable() const { return offsets.isEmpty() || (exists && damage.isEmpty()); }
-    /// Why the file that is named can't be used, for a message; empty if it can.
-    QString fault() const;
+    bool isUsable() const { return fault.isEmpty(); }
 };
 
 /// Takes the lines out that name files of symbols; the lowest counts.

@@ -236,15 +236,15 @@ void checkMissingSymbolFile(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
         if (!piece.symbols.offsets.isEmpty() && !piece.symbols.exists)
-            report.add(piece.symbols.offsets.constLast(), piece.symbols.fault());
+            report.add(piece.symbols.offsets.constLast(), piece.symbols.fault);
     }
 }
 
 void checkDamagedSymbolFile(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
-        if (!piece.symbols.damage.isEmpty())
-            report.add(piece.symbols.offsets.constLast(), piece.symbols.fault());
+        if (piece.symbols.exists && !piece.symbols.isUsable())
+            report.add(piece.symbols.offsets.constLast(), piece.symbols.fault);
     }
 }
 

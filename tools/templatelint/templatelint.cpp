@@ -43,7 +43,7 @@ std::optional<NamedSymbolFile> symbolFileOf(const QStringList &lines, const QStr
     if (file.offsets.isEmpty())
         return std::nullopt;
     const Place place = source.place(file.offsets.constLast());
-    return NamedSymbolFile{place.line, place.column, file.path, file.fault()};
+    return NamedSymbolFile{place.line, place.column, file.path, file.fault};
 }
 
 std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
