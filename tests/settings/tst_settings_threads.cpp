@@ -371,7 +371,7 @@ const Reader readers[] = {
 {"TextPrinterSettings::codec() const", [](Objects &o, int) { return isWord(o.text.codec()); }},
 {"TextPrinterSettings::codec(QString const&) const", [](Objects &o, int round) { return isWord(o.text.codec(printerId(round))); }},
 {"TextPrinterSettings::printAsImage() const", [](Objects &o, int) { o.text.printAsImage(); return true; }},
-{"TextPrinterSettings::printAsImage(QString const&) const", [](Objects &o, int round) { return kindOf(round) == 0 || !o.text.printAsImage(printerId(round)); }},
+{"TextPrinterSettings::printAsImage(QString const&) const", [](Objects &o, int round) { const bool is = o.text.printAsImage(printerId(round)); return kindOf(round) == 0 || !is; }},
 {"TextPrinterSettings::defaultFont() const", [](Objects &o, int) { const QString text = o.text.defaultFont(); return text.isEmpty() || isWord(text); }},
 {"TextPrinterSettings::defaultFont(QString const&) const", [](Objects &o, int round) { const QString text = o.text.defaultFont(printerId(round)); return text.isEmpty() || isWord(text); }},
 {"TextPrinterSettings::codePage()", [](Objects &o, int) { return isNumber(o.text.codePage()); }},
@@ -462,6 +462,23 @@ void runShuffled(const Table &table, int rounds, unsigned seed, const Use &use)
     }
 }
 
+/// Runs the function on a thread, and the operation over and over on another for as long.
+template <typename Operation>
+void runBeside(const std::function<void()> &function, const Operation &operation)
+{
+    std::atomic<bool> isRunning{true};
+    runTogether({[&] {
+                     function();
+                     isRunning.store(false, std::memory_order_relaxed);
+                 },
+                 [&] {
+                     int round = 0;
+                     do
+                         operation(round++);
+                     while (isRunning.load(std::memory_order_relaxed));
+                 }});
+}
+
 /// What the threads found wrong.
 class Findings
 {
@@ -525,10 +542,7 @@ private Q_SLOTS:
         constexpr int rounds = 60;
         constexpr int threads = 4;
         Objects objects;
-        for (int round = 0; round < kinds; ++round) {
-            for (const Writer &writer : writers)
-                writer.write(objects, round);
-        }
+        writeAll(objects);
         Findings findings;
         runOnThreads(threads, [&objects, &findings](int thread) {
             if (thread % 2 == 0) {
@@ -543,6 +557,41 @@ private Q_SLOTS:
                             });
             }
         });
+        IPrintDeviceSettings::setPrintDeviceSettings({});
+        QCOMPARE(findings.text(), QByteArray());
+    }
+
+    // Each operation is alone on its thread here, where no other's lock comes before or after it:
+    // to ThreadSanitizer that would put it in order too.
+    void everyReaderGuardsItself()
+    {
+        Objects objects;
+        writeAll(objects);
+        Findings findings;
+        for (const Reader &reader : readers) {
+            runBeside([&objects] { writeAll(objects); },
+                      [&](int round) {
+                          if (!reader.read(objects, round))
+                              findings.add(reader.signature);
+                      });
+        }
+        IPrintDeviceSettings::setPrintDeviceSettings({});
+        QCOMPARE(findings.text(), QByteArray());
+    }
+
+    void everyWriterGuardsItself()
+    {
+        Objects objects;
+        writeAll(objects);
+        Findings findings;
+        const auto readAll = [&] {
+            for (const Reader &reader : readers) {
+                if (!reader.read(objects, 0))
+                    findings.add(reader.signature);
+            }
+        };
+        for (const Writer &writer : writers)
+            runBeside(readAll, [&](int round) { writer.write(objects, round); });
         IPrintDeviceSettings::setPrintDeviceSettings({});
         QCOMPARE(findings.text(), QByteArray());
     }
@@ -582,6 +631,14 @@ private Q_SLOTS:
     }
 
 private:
+    static void writeAll(Objects &objects)
+    {
+        for (int round = 0; round < kinds; ++round) {
+            for (const Writer &writer : writers)
+                writer.write(objects, round);
+        }
+    }
+
     enum ListKind { General, OfSystemPrinter, OfTemplates };
 
     static QList<QVariant> itemsOf(int kind, int round)
