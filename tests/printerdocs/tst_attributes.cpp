@@ -644,6 +644,44 @@ private Q_SLOTS:
         }
     }
 
+    void valuesThatNameOthersManyTimesEndUnread_data()
+    {
+        QTest::addColumn<Attributes>("attributes");
+        const auto times = [](const char *part) { return QString(part).repeated(300); };
+        QTest::newRow("names of four lengths") << Attributes{{"ABCDEF", times("VWXYZ+")},
+                                                             {"VWXYZ", times("PQRS+")},
+                                                             {"PQRS", times("KLM+")},
+                                                             {"KLM", times("7+")}};
+        QTest::newRow("names of one length") << Attributes{{"ABCDEF", times("B__+")},
+                                                           {"B__", times("C__+")},
+                                                           {"C__", times("D__+")},
+                                                           {"D__", times("7+")}};
+        QTest::newRow("the empty name")
+            << Attributes{{"ABCDEF", times("7+")}, {"", QString(4096, '7')}};
+    }
+
+    /// An expression of more than a million characters is none, like one that can't be read.
+    void valuesThatNameOthersManyTimesEndUnread()
+    {
+        QFETCH(Attributes, attributes);
+        QCOMPARE(PrinterDocumentFormatter(0, nullptr)
+                     .processDocAttributes("a<ABCDEF+1>b", documentOf(attributes)),
+                 QString("ab"));
+    }
+
+    void longValuesOfExpressionsAreRead()
+    {
+        // A million characters more, and one character too many.
+        const int most = 1 << 20;
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        // The name makes room for three.
+        const QString longest = QString(most + 2, ' ') + "7";
+        QCOMPARE(formatter.processDocAttributes("<VAL+1>", documentOf({{"VAL", longest}})),
+                 QString("8.00"));
+        QCOMPARE(formatter.processDocAttributes("<VAL+1>", documentOf({{"VAL", " " + longest}})),
+                 QString());
+    }
+
     void expressionsOverManyAttributesAreFilled()
     {
         Attributes attributes;

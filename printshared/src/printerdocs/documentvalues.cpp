@@ -14,6 +14,9 @@
 namespace {
 
 constexpr char warningsCategory[] = "default";
+// Characters that values may add to one expression. Those of a receipt have some dozens; it keeps
+// values that name others, each many times, from taking the machine's memory.
+constexpr int mostGrowthOfExpression = 1 << 20;
 
 /// The lines below are written for every tag of every receipt: a client that switches the
 /// category's warnings off must not pay for making them.
@@ -38,6 +41,15 @@ QString lineOf(const QStringList &items)
     QString line;
     QDebug(&line).noquote().nospace() << loglist(items);
     return line;
+}
+
+/// @return false, and the text as it is, if it would become longer than that
+bool replaceAll(QString &text, const QString &key, const QString &value, qint64 longest)
+{
+    if (text.size() + qint64(text.count(key)) * (value.size() - key.size()) > longest)
+        return false;
+    text.replace(key, value);
+    return true;
 }
 
 }  // namespace
@@ -162,19 +174,20 @@ void DocumentValues::logKeys()
 
 /// Each key, the longest first, is replaced by its value wherever it stands, also inside values put
 /// in before.
+/// @return null if the values add more than 1 Mi characters
 QString DocumentValues::withValuesInserted(const QString &expression) const
 {
+    const qint64 longest = qint64(expression.size()) + mostGrowthOfExpression;
     QString text = expression;
     quint64 lengths = m_keys->lengthsIn(text, 0, text.size());
     for (const KeyTable::Length &length : m_keys->lengths()) {
         if (!KeyTable::mayHold(lengths, length.characters))
             continue;
-        if (length.characters == 0)
-            text.replace(QString(), valueOfRank(length.firstRank));
-        else if (!insertAtOnce(text, length.characters, lengths))
-            text = insertOneByOne(text, length);
-        else
+        const Insertion insertion = insertAtOnce(text, length.characters, longest, lengths);
+        if (insertion == Insertion::Done)
             continue;
+        if (insertion == Insertion::TooLong || !insertOneByOne(text, length, longest))
+            return QString();
         lengths = m_keys->lengthsIn(text, 0, text.size());
     }
     return text;
@@ -182,10 +195,13 @@ QString DocumentValues::withValuesInserted(const QString &expression) const
 
 /// Replaces all keys of one length in one pass. That is only right if they don't overlap and if no
 /// value completes another such key; otherwise the order of the keys matters, the text stays as it
-/// is, and the result is false.
+/// is, and the result is OrderMatters.
 /// @param lengths takes up the lengths of the keys that can begin in the values
-bool DocumentValues::insertAtOnce(QString &text, int keyLength, quint64 &lengths) const
+DocumentValues::Insertion DocumentValues::insertAtOnce(QString &text, int keyLength, qint64 longest,
+                                                       quint64 &lengths) const
 {
+    if (keyLength == 0)
+        return Insertion::OrderMatters;
     QString result;
     int copied = 0;
     QVarLengthArray<QPair<int, int>, 8> inserted;  // from and to, in the result
@@ -194,30 +210,36 @@ bool DocumentValues::insertAtOnce(QString &text, int keyLength, quint64 &lengths
         if (rank < 0)
             continue;
         if (place < copied)
-            return false;
+            return Insertion::OrderMatters;
         if (inserted.isEmpty())
             result.reserve(2 * text.size());
         result.append(text.constData() + copied, place - copied);
         const int begin = result.size();
         appendValueOfRank(result, rank);
+        if (result.size() > longest)
+            return Insertion::TooLong;
         inserted.append({begin, result.size()});
         copied = place + keyLength;
     }
     if (inserted.isEmpty())
-        return true;
+        return Insertion::Done;
     result.append(text.constData() + copied, text.size() - copied);
     for (const auto &[begin, end] : inserted) {
         if (holdsKey(result, begin - keyLength + 1, end + keyLength - 1, keyLength))
-            return false;
+            return Insertion::OrderMatters;
         lengths |= m_keys->lengthsIn(result, begin, end);
     }
     text.swap(result);
-    return true;
+    return text.size() > longest ? Insertion::TooLong : Insertion::Done;
 }
 
-/// The same, one key after the other in the order of their ranks.
-QString DocumentValues::insertOneByOne(QString text, const KeyTable::Length &length) const
+/// The same, one key after the other in the order of their ranks. The empty key stands everywhere.
+/// @return false if the text became too long
+bool DocumentValues::insertOneByOne(QString &text, const KeyTable::Length &length,
+                                    qint64 longest) const
 {
+    if (length.characters == 0)
+        return replaceAll(text, QString(), valueOfRank(length.firstRank), longest);
     int rank = length.firstRank;
     while (true) {
         int lowest = -1;
@@ -227,8 +249,9 @@ QString DocumentValues::insertOneByOne(QString text, const KeyTable::Length &len
                 lowest = found;
         }
         if (lowest < 0)
-            return text;
-        text.replace(m_keys->keyOfRank(lowest), valueOfRank(lowest));
+            return true;
+        if (!replaceAll(text, m_keys->keyOfRank(lowest), valueOfRank(lowest), longest))
+            return false;
         rank = lowest + 1;
     }
 }

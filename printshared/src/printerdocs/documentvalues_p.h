@@ -27,6 +27,7 @@ public:
 
 private:
     using Attributes = QMap<QString, QVariant>;
+    enum class Insertion { Done, OrderMatters, TooLong };
 
     Attributes::const_iterator findAttribute();
     QStringView textOfName(QStringView format);
@@ -34,8 +35,8 @@ private:
     QStringView textOfNumber(double value, QStringView format);
     std::optional<double> evaluate(const QString &expression);
     QString withValuesInserted(const QString &expression) const;
-    bool insertAtOnce(QString &text, int keyLength, quint64 &lengths) const;
-    QString insertOneByOne(QString text, const KeyTable::Length &length) const;
+    Insertion insertAtOnce(QString &text, int keyLength, qint64 longest, quint64 &lengths) const;
+    bool insertOneByOne(QString &text, const KeyTable::Length &length, qint64 longest) const;
     bool holdsKey(const QString &text, int begin, int end, int keyLength) const;
     void appendValueOfRank(QString &text, int rank) const;
     QString valueOfRank(int rank) const;
