@@ -1,5 +1,6 @@
 #include <QJsonDocument>
 #include <QLoggingCategory>
+#include <QTemporaryDir>
 #include <QtTest>
 #include <functional>
 #include <memory>
@@ -22,6 +23,13 @@ constexpr int ceilingOfExpression = 128;
 constexpr int ceilingOfMapForm = 200;
 // And, whatever the input, what padding may add to a BBCode text.
 constexpr qint64 ceilingOfPadding = qint64(256) << 20;
+
+// For each character that is printed, the blanks of a margin among them.
+constexpr int ceilingOfOutput = 8;
+// For each byte of a picture, once for each tag that names it.
+constexpr int ceilingOfPictures = 2;
+// For the values of one expression, whatever they are.
+constexpr qint64 ceilingOfValues = qint64(4) << 20;
 
 constexpr int inputSize = 1 << 18;
 
@@ -190,6 +198,93 @@ private Q_SLOTS:
         QVERIFY(peak >= 0);
         const qint64 ceiling = ceilingOfPadding + qint64(text.size()) * ceilingOfBbCode;
         QVERIFY2(peak <= ceiling, qPrintable(QString("%1 bytes").arg(peak)));
+    }
+
+    /// A value stands in the text as often as the template names it, and a margin before each line.
+    void memoryOfWhatIsPrintedStaysBelowItsCeiling_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<int>("lines");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<int>("margin");
+        QTest::newRow("values, in one line")
+            << QString("<NAME>").repeated(2000) << 1 << QString(2000, 'x') << 0;
+        QTest::newRow("values, in many lines") << "<NAME>" << 2000 << QString(2000, 'x') << 0;
+        QTest::newRow("margins") << "<NAME>" << 20000 << "x" << 200;
+    }
+
+    void memoryOfWhatIsPrintedStaysBelowItsCeiling()
+    {
+        if (!memoryCanBeMeasured)
+            QSKIP("a sanitizer takes more memory than the code");
+        QFETCH(QString, line);
+        QFETCH(int, lines);
+        QFETCH(QString, value);
+        QFETCH(int, margin);
+        PrinterDocument document;
+        document.setAttributes({{"NAME", value}});
+        PrinterDocumentFormatter formatter(margin, nullptr);
+        formatter.setTemplate(QStringList(QVector<QString>(lines, line).toList()).join('\n'));
+        const QStringList printed = formatter.toPlainText(document, 0);
+        qint64 characters = 0;
+        for (const QString &text : printed)
+            characters += text.size();
+        QVERIFY(characters >= 4000000);
+        const auto check = [&](const char *form, const std::function<void()> &work) {
+            const qint64 peak = peakMemoryOf(work);
+            QVERIFY(peak >= 0);
+            QVERIFY2(peak <= characters * ceilingOfOutput,
+                     qPrintable(QString("%1: %2 bytes for each character")
+                                    .arg(form)
+                                    .arg(double(peak) / double(characters))));
+        };
+        check("text", [&] { formatter.toPlainText(document, 0); });
+        check("HTML", [&] { formatter.toHtml(document, false); });
+        check("blocks", [&] { formatter.toTextPrinterDocument(document); });
+    }
+
+    void memoryOfPicturesStaysBelowItsCeiling()
+    {
+        if (!memoryCanBeMeasured)
+            QSKIP("a sanitizer takes more memory than the code");
+        const QTemporaryDir directory;
+        QFile file(directory.filePath("logo.pbm"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QByteArray head = "P4\n576 384\n";
+        const QByteArray pixels(576 / 8 * 384, '\x55');
+        file.write(head + pixels);
+        file.close();
+        const auto parse = [&directory](const QString &text) {
+            BbCodeParser parser;
+            parser.setImagesPath(directory.path());
+            parser.parseText(text);
+            return parser.blocks();
+        };
+        const QString tag = "[img name=logo][/img]";
+        QCOMPARE(parse(tag).first().img().image().size(), pixels.size());
+        const QString text = tag.repeated(500);
+        const qint64 peak = peakMemoryOf([&] { parse(text); });
+        QVERIFY(peak >= 0);
+        const qint64 ceiling =
+            qint64(text.size()) * ceilingOfBbCode + qint64(pixels.size()) * 500 * ceilingOfPictures;
+        QVERIFY2(peak <= ceiling, qPrintable(QString("%1 bytes").arg(peak)));
+    }
+
+    /// Values that name others, each many times, stop at a length.
+    void valuesOfAnExpressionTakeLittleMemory()
+    {
+        if (!memoryCanBeMeasured)
+            QSKIP("a sanitizer takes more memory than the code");
+        PrinterDocument document;
+        document.setAttributes({{"ABCDEF", QString("VWXYZ+").repeated(300)},
+                                {"VWXYZ", QString("PQRS+").repeated(300)},
+                                {"PQRS", QString("KLM+").repeated(300)},
+                                {"KLM", QString("7+").repeated(300)}});
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        const qint64 peak =
+            peakMemoryOf([&] { formatter.processDocAttributes("<ABCDEF+1>", document); });
+        QVERIFY(peak >= 0);
+        QVERIFY2(peak <= ceilingOfValues, qPrintable(QString("%1 bytes").arg(peak)));
     }
 
     /// Interpreting takes no memory that grows with the text.
