@@ -7,6 +7,8 @@
 #include "settings/checktemplatessettings.h"
 #include "settings/systemprintersettings.h"
 #include "settings/textprintersettings.h"
+#include "support/othersettings.h"
+#include "support/settingsitems.h"
 
 using fuzzing::bytesOf;
 using fuzzing::equal;
@@ -23,14 +25,6 @@ void startApplication()
     // Never destroyed: the order of the end of static objects isn't ours.
     static auto *const application = new QGuiApplication(count, arguments);
     Q_UNUSED(application)
-}
-
-QStringList keysOf(const QVariantList &list)
-{
-    QStringList keys;
-    for (const QVariant &item : list)
-        keys.append(item.toMap().value("key").toString());
-    return keys;
 }
 
 /// The process's settings as they were before the first input.
@@ -76,17 +70,27 @@ QVariantMap takeItem(FuzzedDataProvider &input)
     return item;
 }
 
-/// An exported list leads back to the settings that it was exported from.
+/// An exported list leads from other settings back to those that it was exported from.
 template <class Settings>
-void exportLeadsBack()
+void listLeadsBack(const QVariantList &list)
 {
     Settings settings;
-    const QVariantList list = settings.toList();
+    othersettings::set();
+    const QByteArray expected = bytesOf(othersettings::afterTheirReturn(list));
     settings.setList(list);
-    equal("an exported list leads back", bytesOf(settings.toList()), bytesOf(list));
+    equal("an exported list leads back", bytesOf(settings.toList()), expected);
+    othersettings::set();
     for (const QVariant &item : list)
         settings.setValue(item.toMap());
-    equal("so do its items one by one", bytesOf(settings.toList()), bytesOf(list));
+    equal("so do its items one by one", bytesOf(settings.toList()), expected);
+}
+
+template <class... Settings>
+void exportsLeadBack()
+{
+    const QList<QVariantList> lists{Settings().toList()...};
+    auto list = lists.begin();
+    (listLeadsBack<Settings>(*list++), ...);
 }
 
 void everythingCanBeRead()
@@ -130,9 +134,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     // 0.
     if (PrinterSettings().printerType() > unsigned(std::numeric_limits<int>::max()))
         PrinterSettings().setPrinterType(0);
-    exportLeadsBack<PrinterSettings>();
-    exportLeadsBack<TextPrinterSettings>();
-    exportLeadsBack<SystemPrinterSettings>();
-    exportLeadsBack<CheckTemplatesSettings>();
+    exportsLeadBack<PrinterSettings, TextPrinterSettings, SystemPrinterSettings,
+                    CheckTemplatesSettings>();
     return 0;
 }

@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "arbitrary.h"
+#include "othersettings.h"
 #include "printers/textprintermodels.h"
 #include "settings/checktemplatessettings.h"
 #include "settings/systemprintersettings.h"
@@ -67,18 +68,22 @@ void exportLeadsBack()
     Settings settings;
     settings.setList(anyItems<Settings>());
     const QVariantList exported = settings.toList();
+    othersettings::set();
+    const QVariantList expected = othersettings::afterTheirReturn(exported);
+    RC_ASSERT(settings.toList() != expected);
     settings.setList(exported);
-    RC_ASSERT(settings.toList() == exported);
+    RC_ASSERT(settings.toList() == expected);
+    othersettings::set();
     for (const QVariant &each : exported)
         settings.setValue(each.toMap());
-    RC_ASSERT(settings.toList() == exported);
+    RC_ASSERT(settings.toList() == expected);
 }
 
 template <class Settings>
 void itemsAreTakenOneByOne()
 {
+    othersettings::set();
     Settings settings;
-    const QVariantList before = settings.toList();
     // A name among the items changes which group the others belong to.
     QVariantList list;
     for (const QVariant &each : anyItems<Settings>()) {
@@ -87,11 +92,10 @@ void itemsAreTakenOneByOne()
     }
     settings.setList(list);
     const QVariantList atOnce = settings.toList();
-    settings.setList(before);
+    othersettings::set();
     for (const QVariant &each : list)
         settings.setValue(each.toMap());
     RC_ASSERT(settings.toList() == atOnce);
-    settings.setList(before);
 }
 
 }  // namespace
@@ -104,11 +108,17 @@ private Q_SLOTS:
     void exportLeadsBackToTheSettings()
     {
         VERIFY_LAW([] {
-            TextPrinterSettings().setPrinterId(
-                *oneOf({TextPrinterModels::MODEL_GENERAL_EPSON,
-                        TextPrinterModels::MODEL_CUSTOM_VKP_80, "any", ""}));
+            const auto leaveTheOthers = [] {
+                TextPrinterSettings().setPrinterId(
+                    *oneOf({TextPrinterModels::MODEL_GENERAL_EPSON,
+                            TextPrinterModels::MODEL_CUSTOM_VKP_80, "any", ""}));
+                CheckTemplatesSettings().setCheckTemplatesPath("templates");
+            };
+            leaveTheOthers();
             exportLeadsBack<Text>();
+            leaveTheOthers();
             exportLeadsBack<System>();
+            leaveTheOthers();
             exportLeadsBack<Templates>();
         });
     }
