@@ -25,8 +25,9 @@
 ///
 /// Intended: a value that holds an attribute tag is expanded in its turn, with no limit. A value
 /// that expands to its own tag therefore never comes to an end; it is for the client not to hand in
-/// such a document, nor one whose values name other attributes over and over, in tags or in
-/// expressions: a chain of doublings grows without bound. Test: valueHoldingATagIsExpanded.
+/// such a document, nor one whose values name other attributes in tags over and over: a chain of
+/// doublings grows without bound. Test: valueHoldingATagIsExpanded. In expressions such a chain
+/// ends: one to which the values add more than 1 Mi characters counts as one that can't be read.
 class PRINTERSLIB_EXPORT PrinterDocumentFormatter : public QObject
 {
     Q_OBJECT
