@@ -41,6 +41,13 @@ const te_expr *child(const te_expr *node, int index)
     return static_cast<const te_expr *>(node->parameters[index]);
 }
 
+/// A row for each of the constants, which are numbered from `first` on.
+void addNumberedRows(const char *name, const std::vector<int> &constants, int first)
+{
+    for (int i = 0; i < int(constants.size()); ++i)
+        QTest::addRow("%s, %d", name, i) << constants[size_t(i)] << first + i;
+}
+
 template <class Function>
 const void *address(Function *function)
 {
@@ -644,6 +651,33 @@ private Q_SLOTS:
         te_free(nullptr);
         te_free_parameters(nullptr);
         QCOMPARE(printed(nullptr), QString());
+    }
+
+    /// Programs in the field have the numbers compiled in.
+    void kindsAndLimitsKeepTheirNumbers_data()
+    {
+        QTest::addColumn<int>("constant");
+        QTest::addColumn<int>("number");
+        QTest::newRow("TE_VARIABLE") << int(TE_VARIABLE) << 0;
+        QTest::newRow("TE_CONSTANT") << int(TE_CONSTANT) << 1;
+        const std::vector<int> functions{TE_FUNCTION0, TE_FUNCTION1, TE_FUNCTION2, TE_FUNCTION3,
+                                         TE_FUNCTION4, TE_FUNCTION5, TE_FUNCTION6, TE_FUNCTION7};
+        const std::vector<int> closures{TE_CLOSURE0, TE_CLOSURE1, TE_CLOSURE2, TE_CLOSURE3,
+                                        TE_CLOSURE4, TE_CLOSURE5, TE_CLOSURE6, TE_CLOSURE7};
+        const std::vector<int> tokens{TE_TOKEN_NONE,      TE_TOKEN_ERROR,    TE_TOKEN_END,
+                                      TE_TOKEN_SEPARATOR, TE_TOKEN_OPEN,     TE_TOKEN_CLOSE,
+                                      TE_TOKEN_NUMBER,    TE_TOKEN_VARIABLE, TE_TOKEN_INFIX};
+        addNumberedRows("TE_FUNCTION", functions, 8);
+        addNumberedRows("TE_CLOSURE", closures, 16);
+        addNumberedRows("TE_TOKEN", tokens, 24);
+        QTest::newRow("TE_FLAG_PURE") << int(TE_FLAG_PURE) << 32;
+        QTest::newRow("te_max_nesting") << int(te_max_nesting) << 2000;
+    }
+
+    void kindsAndLimitsKeepTheirNumbers()
+    {
+        QFETCH(int, constant);
+        QTEST(constant, "number");
     }
 
     void unknownKindEvaluatesToNaN()
