@@ -32,6 +32,31 @@ void align(DocumentBlock &a, DocumentBlock &b)
     b.setAlignment(a.alignment());
 }
 
+QString foldedByCharacters(const QString &text, bool toUpper)
+{
+    QString folded;
+    for (const uint code : text.toUcs4()) {
+        const QString character = QString::fromUcs4(&code, 1);
+        folded += toUpper ? character.toUpper() : character.toLower();
+    }
+    return folded;
+}
+
+/// The document with every text folded, that of codes too, and all else as it was.
+TextPrinterDocument withFoldedText(const TextPrinterDocument &document, bool toUpper)
+{
+    TextPrinterDocument result = document;
+    result.setBlocks({});
+    for (DocumentBlock block : document.blocks()) {
+        QStringList text = block.text();
+        for (QString &line : text)
+            line = foldedByCharacters(line, toUpper);
+        block.setText(text);
+        result.appendBlock(block);
+    }
+    return result;
+}
+
 }  // namespace
 
 class TestDocumentLaws : public QObject
@@ -212,6 +237,18 @@ private Q_SLOTS:
             inSteps.setSpacesBefore(first);
             inSteps.setSpacesBefore(second);
             RC_ASSERT(inSteps == atOnce);
+        });
+    }
+
+    void caseFoldingFoldsTheTextAlone()
+    {
+        VERIFY_LAW([](const TextPrinterDocument &document) {
+            TextPrinterDocument folded = document;
+            folded.toUpper();
+            RC_ASSERT(folded == withFoldedText(document, true));
+            folded = document;
+            folded.toLower();
+            RC_ASSERT(folded == withFoldedText(document, false));
         });
     }
 
