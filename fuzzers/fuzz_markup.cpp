@@ -1,10 +1,29 @@
 // Lines of markup, one after the other, against a plain model of the markup.
 #include "documentlaws.h"
 #include "fuzzing.h"
+#include "outputmodel.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "support/markupmodel.h"
 
 using fuzzing::equal;
+
+namespace {
+
+void outputIsThatOfTheLines(const PrinterDocumentFormatter &formatter, const QString &text,
+                            int width)
+{
+    const QString head = "<p><table width=\"100%\" cellspacing=0 cellpadding=0>";
+    const QStringList lines = text.split('\n');
+    equal("the text is that of the lines", formatter.plainTextToFormattedPlainText(text, width),
+          outputmodel::plainTextOf(formatter, lines, width));
+    equal("the HTML is that of the lines", formatter.plainTextToHtml(text, true),
+          outputmodel::htmlOf(formatter, lines, true, head, outputmodel::fragmentTail));
+    equal("so is the page", formatter.plainTextToHtmlDocument(text, false),
+          outputmodel::htmlOf(formatter, lines, false, outputmodel::documentHead,
+                              outputmodel::documentTail));
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -43,12 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     equal("two renderings", formatter.plainTextToTextPrinterDocument(text), document);
     documentlaws::check(document);
     documentlaws::bytesReachOverTheText(document);
-    int lines = 0;
-    for (const DocumentBlock &block : document.blocks())
-        lines += block.text().size();
-    equal("as many lines as the blocks have",
-          formatter.plainTextToFormattedPlainText(text, width).size(), lines);
-    formatter.plainTextToHtml(text, true);
-    formatter.plainTextToHtmlDocument(text, false);
+    QStringList blockLines;
+    for (DocumentBlock block : document.blocks())
+        blockLines += block.toStringList(0);
+    equal("the text has the blocks' lines", formatter.plainTextToFormattedPlainText(text, 0),
+          blockLines);
+    outputIsThatOfTheLines(formatter, text, width);
     return 0;
 }

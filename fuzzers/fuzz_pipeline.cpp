@@ -6,6 +6,7 @@
 
 #include "documentlaws.h"
 #include "fuzzing.h"
+#include "outputmodel.h"
 #include "pipelinemodel.h"
 #include "settings/iprintdevicesettings.h"
 #include "settings/systemprintersettings.h"
@@ -78,25 +79,30 @@ void textIsThatOfTheBlocks(const PrinterDocumentFormatter &formatter,
     equal("the text has the blocks' lines", formatter.toPlainText(document, 0), text);
 }
 
-void htmlIsThatOfTheLines(const PrinterDocumentFormatter &formatter,
-                          const PrinterDocument &document, const QStringList &lines)
+/// Asked twice, as what one rendering leaves behind would show in the next.
+void outputIsThatOfTheLines(const PrinterDocumentFormatter &formatter,
+                            const PrinterDocument &document, const QStringList &lines, int width)
 {
-    QStringList html{"<p><table width=\"100%\"cellspacing=0 cellpadding=0>"};
-    const auto settings = IPrintDeviceSettings::printDeviceSettings();
-    unsigned char format = 0;
-    unsigned char font = 0;
-    ETextAlignment alignment = AlignLeft;
-    for (const QString &line : lines) {
-        DocumentBlock block = formatter.formatPrintStr(line, format, font, alignment, 0);
-        if (settings->charactersMode() == IPrintDeviceSettings::CharactersLowerCase)
-            block.toLower();
-        if (settings->charactersMode() == IPrintDeviceSettings::CharactersUpperCase)
-            block.toUpper();
-        if (block.isValid())
-            html.append(block.toHtml(true, {}, true, 0));
+    const QString head = "<p><table width=\"100%\"cellspacing=0 cellpadding=0>";
+    const QStringList text = outputmodel::plainTextOf(formatter, lines, width);
+    const QString html =
+        outputmodel::htmlOf(formatter, lines, true, head, outputmodel::fragmentTail);
+    const QString page = outputmodel::htmlOf(formatter, lines, false, outputmodel::documentHead,
+                                             outputmodel::documentTail);
+    for (int time = 0; time < 2; ++time) {
+        equal("the text is that of the lines", formatter.toPlainText(document, width), text);
+        equal("the HTML is that of the lines", formatter.toHtml(document, true), html);
+        equal("so is the page", formatter.toHtmlDocument(document, false), page);
     }
-    html.append("</table></p>");
-    equal("the HTML is that of the lines", formatter.toHtml(document, true), html.join('\n'));
+}
+
+/// Without removal the marks go, and what stood between them stays.
+void partsCanBeKept(const PrinterDocumentFormatter &formatter, const QStringList &lines)
+{
+    QStringList kept = lines;
+    formatter.removeXParts(kept, false);
+    const QString text = lines.join('\n').remove("<X:>").remove("<:X>");
+    equal("marked parts are kept", kept.join('\n'), text);
 }
 
 void splitKeepsTheTemplate(PrinterDocumentFormatter &formatter)
@@ -147,15 +153,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
     equal("the document is prepared", formatter.prepareDocument(document), *prepared);
     textIsThatOfTheBlocks(formatter, document, *prepared);
-    htmlIsThatOfTheLines(formatter, document, *prepared);
+    outputIsThatOfTheLines(formatter, document, *prepared, width);
+    partsCanBeKept(formatter, formatter.getTemplate());
     const TextPrinterDocument printed = formatter.toTextPrinterDocument(document);
     equal("two renderings", formatter.toTextPrinterDocument(document), printed);
     documentlaws::check(printed);
     if (IPrintDeviceSettings::printDeviceSettings()->charactersMode() ==
         IPrintDeviceSettings::CharactersAsWritten)
         documentlaws::bytesReachOverTheText(printed);
-    formatter.toPlainText(document, width);
-    formatter.toHtmlDocument(document, false);
     splitKeepsTheTemplate(formatter);
     return 0;
 }
