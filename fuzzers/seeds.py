@@ -5,6 +5,7 @@ Usage: fuzzers/seeds.py FOLDER      one folder per target is made in FOLDER
 
 The targets take their numbers from the end of the input, so every text ends in some bytes for them.
 """
+import hashlib
 import json
 import pathlib
 import re
@@ -12,6 +13,30 @@ import sys
 
 root = pathlib.Path(__file__).resolve().parent.parent
 examples = root / "examples"
+
+
+class Input:
+    """An input put together in the order in which a target takes it: texts go to the front of the
+    input, numbers and truth values to its end."""
+
+    def __init__(self):
+        self.texts = b""
+        self.numbers = b""
+
+    def number(self, value, least=0, size=1):
+        """A number of a range that begins with least and takes size bytes."""
+        self.numbers += (value - least).to_bytes(size, "big")
+        return self
+
+    def truth(self, value):
+        return self.number(int(value))
+
+    def text(self, text):
+        self.texts += text.encode().replace(b"\\", b"\\\\") + b"\\\0"
+        return self
+
+    def content(self):
+        return self.texts + self.numbers[::-1]
 
 
 def attribute(name, value):
@@ -59,7 +84,7 @@ def bbcode():
 
 def expression():
     cases = (root / "tests/printerdocs/tst_expressionevaluator.cpp").read_text()
-    yield from re.findall(r'QTest::newRow\("[^"]*"\)\s*<<\s*"([^"\\]+)"', cases)
+    yield from re.findall(r'\{\s*"([^"\\\n]+)",', cases)
     for template in sorted(examples.glob("*.cpt")):
         yield from re.findall(r"<([a-z0-9(),.+*/^% -]+)>", template.read_text())
 
@@ -82,15 +107,113 @@ def documentmap():
         yield json.dumps({"blocks": [block], "cis": {"ci_3": picture}, "spl": 48, "rtout": 5})
 
 
+# A text block with one line, in the parts of takeDocument() of support/documentinput.cpp.
+def addDocument(to, line):
+    to.truth(False)  # no other keys
+    to.truth(True).number(0, -1)  # a text block
+    to.truth(True).truth(True).text(line)
+    to.truth(False).text("\1" * len(line)).truth(False).text("\1" * len(line))
+    to.truth(True).number(7, size=4)  # the spacing
+    to.truth(False).number(1, -9)  # no more lines; the alignment
+    to.truth(False).truth(False).truth(False)  # no other keys, blocks or images
+
+
+# Documents by themselves; with their copies, whose checksums are right or wrong; and saved.
+def documentfiles():
+    block = {"type": 0, "txt": ["Total 10.00", ""], "fmt": ["AQ==", ""], "fnt": ["AQ==", ""],
+             "ls": [0, 3], "align": 2}
+    texts = [json.dumps({"blocks": [{**block, "txt": [name, "x"]}], "spl": 48}) for name in ("new", "old")]
+    right, wrong = 4, 0
+    for saved in (0, 13):
+        for first, second in ((right, right), (wrong, right), (right, wrong), (wrong, wrong)):
+            seed = Input().number(saved)
+            for text, checksum in zip(texts, (first, second)):
+                seed.truth(True).text(text).number(1).number(1).number(checksum)
+                if checksum == wrong:
+                    seed.text(hashlib.sha1(b"").hexdigest())
+            addDocument(seed, "saved")
+            yield seed
+    # Made of keys and values instead, whole and torn.
+    for torn in (False, True):
+        seed = Input().number(0)
+        for name in ("new", "old"):
+            seed.truth(False)
+            addDocument(seed, name)
+            seed.truth(torn)
+            if torn:
+                seed.number(10, size=2)
+            seed.number(1).number(1).number(right)
+        yield seed
+
+
 def catalogue():
     records = json.loads((root / "printshared/printinfo/printers.info").read_text())
-    for record in records[::4]:
-        yield json.dumps([record])
+    for record in records:
+        for key in record["paperTypes"]:
+            fonts = {k: v for k, v in record["fontTypes"].items() if k == key}
+            papers = {key: record["paperTypes"][key]}
+            yield json.dumps([{**record, "paperTypes": papers, "fontTypes": fonts}])
+
+
+printerKeys = ["printerType", "printerName", "emptyStringsAtEnd", "spacesBeforeString", "paperLoopFlag",
+               "moveCheckTo", "characterMode", "enablePortLogging", "baseFiscFont", "defSymPerLine",
+               "portName", "baudRate", "dataBits", "parity", "stopBits", "flowControl", "portText"]
+systemKeys = ["defaultFont", "unit", "pageSizeKey", "pageWidth", "pageHeight", "autoPageHeight",
+              "leftMargin", "rightMargin", "topMargin", "bottomMargin", "orientation", "printerMode",
+              "fullJustifyAlignment"]
+# In the order of the target.
+settingsKeys = (printerKeys + ["paperTypeId", "cpage"] + printerKeys + systemKeys +
+                ["checkTemplatesPath", "defaultCheckTemplate", "codec", "printAsImage", "defaultFont"])
+settingsGroups = ["PRINTER", "CHECK_TEMPLATES", "", "GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80", "any"]
+
+
+def settings():
+    port = {"portName": "ttyS1", "baudRate": 50, "dataBits": 7, "parity": 2, "stopBits": 2,
+            "flowControl": 1, "portText": "the port"}
+    common = {"printerType": 1, "emptyStringsAtEnd": 3, "spacesBeforeString": 2, "paperLoopFlag": 2,
+              "moveCheckTo": 9, "characterMode": 1, "enablePortLogging": 1, "baseFiscFont": 2,
+              "defSymPerLine": 24}
+    text = {"paperTypeId": 1, "codec": "cp1251", "printAsImage": 1, "defaultFont": "Mono,9", "cpage": 17}
+    system = {key: number for number, key in enumerate(systemKeys[1:], 1)}
+    for printer in settingsGroups[2:]:
+        for own in (port, text, system, {**port, **text, **system}):
+            yield settingsList(printer, common, own)
+    yield settingsList("any", {}, {}, {"checkTemplatesPath": "templates", "defaultCheckTemplate": "a.cpt"})
+
+
+def settingsList(printer, common, own, templates={}):
+    seed = Input()
+    items = [("PRINTER", "printerName", printer)]
+    items += [("PRINTER", *pair) for pair in common.items()]
+    items += [(printer, *pair) for pair in own.items()]
+    items += [("CHECK_TEMPLATES", *pair) for pair in templates.items()]
+    # The target sets a list, and then its second half once more.
+    for group, key, value in items:
+        seed.number(1)
+        seed.number(1).number(settingsGroups.index(group))
+        seed.number(1).number(settingsKeys.index(key))
+        seed.number(1)
+        if value in settingsGroups:
+            seed.truth(False).number(settingsGroups.index(value))
+        elif isinstance(value, int):
+            seed.truth(True).number(2).number(value, -2)
+        else:
+            seed.truth(True).number(9).text(value)
+    return seed
 
 
 def state():
-    yield json.dumps({"serviceState": 1, "deviceState": 2, "deviceErrorCode": 7, "deviceNativeCode": 9,
-                      "deviceErrorMsg": "paper", "tapeAvailable": False})
+    record = {"serviceState": 1, "deviceState": 2, "deviceErrorCode": 7, "deviceNativeCode": 9,
+              "deviceErrorMsg": "paper", "tapeAvailable": False}
+    texts = [json.dumps(record), "{}", "[]", "", "{\"deviceState\": 1"]
+    texts += [json.dumps({**record, "serviceState": service, "deviceState": device})
+              for service in (0, 3, 4, 255) for device in (0, 2, 3, 4, 255)]
+    texts += [json.dumps({**record, key: value})
+              for key in record for value in (-1, 65536, 4294967296, 1.5, "2", True, None, [1])]
+    for text in texts:
+        for kind in (0, 4, 5, 255):
+            seed = Input().number(kind).truth(True).number(10**12, size=8).number(2, size=4).truth(True)
+            yield text.encode() + seed.content()
 
 
 def picture():
@@ -102,20 +225,25 @@ def picture():
 
 
 # Bytes for the numbers of a target, and for a truth value that chooses text as the form of input.
-tails = {"documentmap": b"\x01", "state": b"\x01\0\0\0\0" + b"\0" * 8 + b"\x01\x01", "picture": b"\0\x01"}
+tails = {"documentmap": b"\x01", "state": b"", "picture": b"\0\x01"}
+
+
+def bytesOf(content, target):
+    if isinstance(content, Input):
+        return content.content()
+    content = content if isinstance(content, bytes) else content.encode()
+    return content + tails.get(target, b"\0" * 16)
 
 
 def main():
     if len(sys.argv) != 2:
         sys.exit(__doc__)
-    for target in (pipeline, markup, bbcode, expression, symbols, documentmap, catalogue, state, picture):
+    for target in (pipeline, markup, bbcode, expression, symbols, documentmap, documentfiles, catalogue,
+                   settings, state, picture):
         folder = pathlib.Path(sys.argv[1]) / target.__name__
         folder.mkdir(parents=True, exist_ok=True)
         for number, content in enumerate(target()):
-            content = content if isinstance(content, bytes) else content.encode()
-            (folder / ("%03d" % number)).write_bytes(content + tails.get(target.__name__, b"\0" * 16))
-    for target in ("documentfiles", "settings"):
-        (pathlib.Path(sys.argv[1]) / target).mkdir(parents=True, exist_ok=True)
+            (folder / ("%03d" % number)).write_bytes(bytesOf(content, target.__name__))
 
 
 main()
