@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <cmath>
 
 #include "fuzzing.h"
 #include "printerdocs/expressionevaluator.h"
@@ -10,6 +11,9 @@ namespace {
 
 constexpr int mostTags = 1000;
 constexpr int longestText = 1 << 14;
+// From its "<" to its ">"; shorter tags are markup.
+constexpr int longestShortTag = 4;
+constexpr double leastNumber = 1e-12;
 
 void removePairs(QString &text, const QString &open, const QString &close)
 {
@@ -19,6 +23,49 @@ void removePairs(QString &text, const QString &open, const QString &close)
             return;
         text.remove(begin, end + close.size() - begin);
     }
+}
+
+/// Takes the next tag out of the line, if it is long enough for an attribute; the position goes to
+/// its place, or else behind what was looked at.
+QString takeTag(QString &line, int &position)
+{
+    const int begin = line.indexOf('<', position);
+    const int end = begin < 0 ? -1 : line.indexOf('>', begin);
+    const bool isTag = end >= 0 && end - begin > longestShortTag;
+    if (!isTag) {
+        position = end < 0 ? line.size() : end + 1;
+        return QString();
+    }
+    position = begin;
+    const QString inner = line.mid(begin + 1, end - begin - 1);
+    line.remove(begin, end + 1 - begin);
+    return inner;
+}
+
+/// The bracket that isn't closed again on the way there; -1: none.
+int openBracket(const QString &line, int from, int step, QChar bracket, QChar opposite)
+{
+    int depth = 0;
+    for (int i = from; i >= 0 && i < line.size(); i += step) {
+        if (line.at(i) == opposite)
+            ++depth;
+        else if (line.at(i) == bracket && depth-- == 0)
+            return i;
+    }
+    return -1;
+}
+
+/// A value that is empty, nothing or not a number takes the innermost group around it away.
+void removeEmptyGroup(QString &line, int position, const QString &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (isNumber ? std::abs(number) > leastNumber : !value.isEmpty())
+        return;
+    const int left = openBracket(line, position - 1, -1, '[', ']');
+    const int right = openBracket(line, position, 1, ']', '[');
+    if (left >= 0 && right >= 0)
+        line.remove(left, right + 1 - left);
 }
 
 /// What unpackEntries() does where entries don't hold the tag themselves.
@@ -58,19 +105,21 @@ std::optional<QString> PipelineModel::filled(QString line)
 {
     int position = 0;
     while (true) {
-        QString name = m_formatter.extractAttr(line, position);
+        QString name = takeTag(line, position);
         if (name.isEmpty()) {
             if (position >= line.size())
                 return line;
             continue;
         }
-        QString format;
-        m_formatter.extractFormat(name, format);
+        const int comma = name.lastIndexOf(',');
+        const QString format = comma < 0 ? QString() : name.mid(comma + 1);
+        if (comma >= 0)
+            name.truncate(comma);
         const std::optional<QString> value = valueOf(name, format);
         if (++m_tags > mostTags || !value || line.size() + value->size() > longestText)
             return std::nullopt;
         line.insert(position, *value);
-        m_formatter.removeGroupIfZero(position, line, *value);
+        removeEmptyGroup(line, position, *value);
     }
 }
 

@@ -7,8 +7,8 @@
 #include "printerdocs/printerdocument.h"
 #include "printerdocs/printerdocumentformatter.h"
 
-/// The way from a template to its filled lines once more, as slow and plain as can be, tag by tag
-/// with the formatter's own single steps.
+/// The way from a template to its filled lines once more, as slow and plain as can be, tag by tag.
+/// The texts of numbers, dates and times are the formatter's own, and so are a few other steps.
 ///
 /// It also tells which inputs never end: a value that expands to its own tag is expanded for ever,
 /// and values that name others over and over grow without bound. Both are intended, and clients
