@@ -2,6 +2,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QJsonDocument>
+#include <numeric>
 
 #include "documentinput.h"
 #include "documentlaws.h"
@@ -106,9 +107,10 @@ void saveIsLoaded(const QString &path, const TextPrinterDocument &document)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
+    // A save runs programs, which takes a thousand times as long as a load. By the sum of the bytes
+    // few of the inputs that are made of one that saves do so too.
+    const bool saves = std::accumulate(data, data + size, 0U) % 64 == 13;
     FuzzedDataProvider input(data, size);
-    // A save runs programs, which takes a thousand times as long as a load.
-    const bool saves = input.ConsumeIntegral<unsigned char>() % 64 == 13;
     const Folder folder = takeFolder(input);
     const QString path = fuzzing::scratchFolder() + QStringLiteral("/document");
     for (const QString &suffix : documentfiles::suffixes) {
