@@ -10,7 +10,6 @@
 #include "support/othersettings.h"
 #include "support/settingsitems.h"
 
-using fuzzing::bytesOf;
 using fuzzing::equal;
 
 namespace {
@@ -68,6 +67,21 @@ QVariantMap takeItem(FuzzedDataProvider &input)
     if (input.ConsumeIntegralInRange<int>(0, 15) > 0)
         item.insert("value", input.ConsumeBool() ? fuzzing::takeValue(input) : take(groups));
     return item;
+}
+
+/// Items as bytes, in which an empty text and none are the same.
+QByteArray bytesOf(const QVariantList &list)
+{
+    QVariantList items;
+    for (const QVariant &each : list) {
+        QVariantMap item = each.toMap();
+        for (QVariant &part : item) {
+            if (part.type() == QVariant::String && part.toString().isEmpty())
+                part = QString("");
+        }
+        items.append(item);
+    }
+    return fuzzing::bytesOf(items);
 }
 
 /// An exported list leads from other settings back to those that it was exported from.
