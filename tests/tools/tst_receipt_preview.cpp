@@ -522,6 +522,47 @@ private Q_SLOTS:
         QCOMPARE(watcher.end(), 0);
     }
 
+    void outputThatTheReceiptWouldTakeForAPicture_data()
+    {
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<bool>("refused");
+        QTest::newRow("the picture") << "logo_m.png" << true;
+        QTest::newRow("in front of the picture") << "logo_a.png" << true;
+        QTest::newRow("behind the picture") << "logo_z.png" << false;
+        QTest::newRow("another name") << "alogo.png" << false;
+        QTest::newRow("a missing picture") << "gone.png" << true;
+        QTest::newRow("a missing picture, any case") << "Gone-2.PNG" << true;
+        QTest::newRow("another folder") << "sub/logo_a.png" << false;
+    }
+
+    void outputThatTheReceiptWouldTakeForAPicture()
+    {
+        QFETCH(QString, output);
+        QFETCH(bool, refused);
+        const WorkFolder folder;
+        QVERIFY(QDir(folder.path("")).mkpath("sub"));
+        const QString picture = folder.path("logo_m.png");
+        QVERIFY(QFile::copy(example("images/logo.png"), picture));
+        const QString text = folder.file("c.bbcode", "[img name=logo][/img][img name=gone][/img]");
+        const QString file = folder.path(output);
+        const ReceiptRun run = runReceipt({"preview", "--bbcode", text, "--output", file});
+        QCOMPARE(run.status, refused ? 1 : 0);
+        QCOMPARE(run.errors.contains("receipt: " + file + ": the receipt takes \""), refused);
+        QCOMPARE(QFileInfo::exists(file), !refused || file == picture);
+        QCOMPARE(QImage(picture).size(), QImage(example("images/logo.png")).size());
+    }
+
+    void allModelsKeepThePictures()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("c.bbcode", "[img name=contact][/img]");
+        const ReceiptRun run =
+            runReceipt({"preview", "--bbcode", text, "--all-models", folder.path("")});
+        QCOMPARE(run.status, 1);
+        QVERIFY(run.errors.contains("contact-sheet.png: the receipt takes \""));
+        QCOMPARE(QDir(folder.path("")).entryList(QDir::Files), QStringList("c.bbcode"));
+    }
+
     void pictureOfTheReadmeIsNotStale()
     {
         QFile readme(PRINTERSLIB_EXAMPLES "/../README.md");

@@ -97,8 +97,10 @@ struct Options
         QStringLiteral("NAME"), QStringLiteral("cp866")};
     const QCommandLineOption output{
         QStringLiteral("output"),
-        QStringLiteral("The picture, written whole or not at all: FILE.png, FILE.pdf (pages of up "
-                       "to 2 m) or FILE.svg; default receipt.png in the current folder."),
+        QStringLiteral(
+            "The picture, written whole or not at all: FILE.png, FILE.pdf (pages of up "
+            "to 2 m) or FILE.svg; default receipt.png in the current folder. A name that "
+            "the receipt would take for one of its pictures is refused."),
         QStringLiteral("FILE"), QStringLiteral("receipt.png")};
     const QCommandLineOption scale{
         QStringLiteral("scale"),
@@ -355,18 +357,27 @@ int drawOne(const Request &request, const tool::PreviewedReceipt &receipt, const
     return tool::Success;
 }
 
+QString pictureNameOf(const Request &request, const PrinterInfo &model)
+{
+    return QDir(request.output).filePath(model.id() + QStringLiteral(".png"));
+}
+
+QString sheetNameOf(const Request &request)
+{
+    return QDir(request.output).filePath(QStringLiteral("contact-sheet.png"));
+}
+
 /// Draws a receipt as each of the models prints it, and puts it on the sheet.
 bool drawEach(const Request &request, const tool::PreviewedReceipt &receipt,
               const Typeface &typeface, const QList<PrinterInfo> &models,
               receiptpreview::ContactSheet &sheet)
 {
-    const QDir folder(request.output);
     Warnings warnings;
     tool::ProgressLine line(QStringLiteral("drawing all models"));
     for (const PrinterInfo &model : models) {
         const auto layout = layOut(request, receipt, model, warnings);
-        const QString fileName = folder.filePath(model.id() + QStringLiteral(".png"));
-        if (!layout || !writePicture(*layout, typeface, request.scale, fileName))
+        if (!layout ||
+            !writePicture(*layout, typeface, request.scale, pictureNameOf(request, model)))
             return false;
         sheet.add(model.id(), *layout);
         line.show(models.indexOf(model) + 1, models.size());
@@ -378,8 +389,7 @@ bool drawEach(const Request &request, const tool::PreviewedReceipt &receipt,
 
 int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const Typeface &typeface)
 {
-    const QDir folder(request.output);
-    if (!folder.mkpath(QStringLiteral("."))) {
+    if (!QDir().mkpath(request.output)) {
         tool::complain(QStringLiteral("%1: the folder can't be made").arg(request.output));
         return tool::BadInput;
     }
@@ -387,7 +397,7 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
     const QList<PrinterInfo> models = PrinterInfo::fromResources();
     if (!drawEach(request, receipt, typeface, models, sheet))
         return tool::BadInput;
-    const QString sheetName = folder.filePath(QStringLiteral("contact-sheet.png"));
+    const QString sheetName = sheetNameOf(request);
     const QImage image = sheet.image();
     if (!writeFile(sheetName,
                    [&](QIODevice &device, QString *) { return image.save(&device, "PNG"); }))
@@ -399,11 +409,42 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
     return tool::Success;
 }
 
+QStringList outputsOf(const Request &request)
+{
+    if (request.model)
+        return {request.output};
+    QStringList outputs{sheetNameOf(request)};
+    const QList<PrinterInfo> models = PrinterInfo::fromResources();
+    for (const PrinterInfo &model : models)
+        outputs.append(pictureNameOf(request, model));
+    return outputs;
+}
+
+/// A picture that is written over, or whose name begins like that of one, would be part of the next
+/// drawing. Complains and gives false.
+bool keepsCompanions(const Request &request, const tool::PreviewedReceipt &receipt)
+{
+    const QStringList outputs = outputsOf(request);
+    for (const QString &output : outputs) {
+        for (const QString &companion : receipt.companions) {
+            if (!tool::isCompanion(output, companion))
+                continue;
+            tool::complain(QStringLiteral("%1: the receipt takes \"%2\" for its own; choose "
+                                          "another name or folder")
+                               .arg(output, companion));
+            return false;
+        }
+    }
+    return true;
+}
+
 tool::WatchedRun draw(const Request &request, const Typeface &typeface)
 {
     const auto receipt = request.source();
     if (!receipt)
         return {tool::BadInput, QStringList()};
+    if (!keepsCompanions(request, *receipt))
+        return {tool::BadInput, receipt->companions};
     const int status =
         request.model ? drawOne(request, *receipt, typeface) : drawAll(request, *receipt, typeface);
     std::fflush(stdout);

@@ -89,6 +89,17 @@ private:
     sigset_t m_previous{};
 };
 
+/// The file that a name stands for; see WatchedRun.
+QFileInfo fileOf(const QString &name)
+{
+    const QFileInfo file(name);
+    if (!name.endsWith(QLatin1Char('*')))
+        return file;
+    const QFileInfoList files =
+        file.dir().entryInfoList({file.fileName()}, QDir::Files, QDir::Name);
+    return files.isEmpty() ? file : files.constFirst();
+}
+
 class Watch
 {
 public:
@@ -130,16 +141,6 @@ private:
     }
 
     QStringList allNames() const { return m_fileNames + m_companions; }
-
-    static QFileInfo fileOf(const QString &name)
-    {
-        const QFileInfo file(name);
-        if (!name.endsWith(QLatin1Char('*')))
-            return file;
-        const QFileInfoList files =
-            file.dir().entryInfoList({file.fileName()}, QDir::Files, QDir::Name);
-        return files.isEmpty() ? file : files.constFirst();
-    }
 
     void await(bool changed)
     {
@@ -236,6 +237,16 @@ QCommandLineOption watchOption()
         QStringLiteral("watch"),
         QStringLiteral("Do it again whenever one of the files, or of the symbol files and pictures "
                        "that they name, changes; Ctrl+C ends."));
+}
+
+bool isCompanion(const QString &fileName, const QString &companion)
+{
+    const QFileInfo file(fileName);
+    const QFileInfo pattern(companion);
+    if (file.dir() != pattern.dir() || !QDir::match(pattern.fileName(), file.fileName()))
+        return false;
+    const QFileInfo first = fileOf(companion);
+    return !first.exists() || file.fileName() <= first.fileName();
 }
 
 int runAndWatch(const QStringList &fileNames, const std::function<WatchedRun()> &run)

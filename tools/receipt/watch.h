@@ -18,6 +18,9 @@ struct WatchedRun
     QStringList companions;
 };
 
+/// Whether a file is a companion of this name, or would be if it were there.
+bool isCompanion(const QString &fileName, const QString &companion);
+
 /// Runs a function at once, and again whenever one of the files or of what goes with them changes,
 /// until Ctrl+C or a termination signal; says on standard error what it watches. Editors that save
 /// by writing a new file and renaming it are no different from those that write in place: a file
