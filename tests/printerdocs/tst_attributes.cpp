@@ -153,6 +153,8 @@ private Q_SLOTS:
             << "[x<DISC>]" << Attributes{{"DISC", "0,00"}} << "";
         QTest::newRow("a long 0,00 is no number")
             << "[x<DISC>]" << Attributes{{"DISC", "0,00000000000000"}} << "[x0,00000000000000]";
+        QTest::newRow("zeros with two points are no number")
+            << "[x<DATE>]" << Attributes{{"DATE", "00.00.00"}} << "[x00.00.00]";
         QTest::newRow("group stays on a value") << "[x<DISC>]" << Attributes{{"DISC", 5}} << "[x5]";
         QTest::newRow("negative value stays") << "[x<DISC>]" << Attributes{{"DISC", -5}} << "[x-5]";
         QTest::newRow("one value of two empty")
@@ -377,6 +379,8 @@ private Q_SLOTS:
                                   << "[-1]";
         QTest::newRow("0,00 counts as present") << "[0,00]" << 1 << "0,00"
                                                 << "[0,00]";
+        QTest::newRow("0.0.0 counts as present") << "[0.0.0]" << 1 << "0.0.0"
+                                                 << "[0.0.0]";
         QTest::newRow("- counts as present") << "[-]" << 1 << "-"
                                              << "[-]";
         QTest::newRow("blank counts as present") << "[ ]" << 1 << " "
