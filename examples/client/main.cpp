@@ -119,11 +119,13 @@ std::optional<TextPrinterDocument> makeReceipt(const QString &templateFile,
     return receipt;
 }
 
-/// True only when the document is on the disk and can be read back.
+/// True only when the document is on the disk and can be read back. A file keeps the map form,
+/// which is the same again where the whole document isn't: a QR code's alignment isn't kept.
 bool keep(const TextPrinterDocument &receipt, const QString &fileName)
 {
     TextPrinterDocument kept;
-    return receipt.saveToFile(fileName) && kept.loadFromFile(fileName) && kept == receipt;
+    return receipt.saveToFile(fileName) && kept.loadFromFile(fileName) &&
+           kept.toMap() == receipt.toMap();
 }
 
 /// What a driver makes of a document; this one knows text, line ends and the cut.
@@ -211,12 +213,9 @@ int main(int argc, char *argv[])
     }
     TextPrinterSettings settings;
     const std::optional<TextPrinterDocument> receipt = makeReceipt(arguments.at(2), settings);
-    if (!receipt || !keep(*receipt, folder.filePath("receipt-1207"))) {
-        say("the receipt couldn't be made and kept");
-        return 1;
-    }
-    const QString trouble =
-        printReceipt(*receipt, settings, arguments.value(4, "virtual-printer"), folder);
+    QString trouble = QStringLiteral("the receipt couldn't be made and kept");
+    if (receipt && keep(*receipt, folder.filePath("receipt-1207")))
+        trouble = printReceipt(*receipt, settings, arguments.value(4, "virtual-printer"), folder);
     const bool published = publish(trouble, folder.filePath("state.json"));
     return trouble.isEmpty() && published ? 0 : 1;
 }
