@@ -81,6 +81,8 @@ bool PrintersHelper::search(QString &id, hearth::Rs232PortSettings &settings)
     return false;
 }
 
+/// Intended: the printer's answer takes the place of the id, so another model of a family counts as
+/// confirmed (test confirmationMayGiveAnotherModelOfTheFamily).
 bool PrintersHelper::confirm(QString &id, hearth::Rs232PortSettings &settings)
 {
     m_portSettings = {settings};

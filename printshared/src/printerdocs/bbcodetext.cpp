@@ -13,7 +13,8 @@ constexpr QLatin1Char lineEnd('\n');
 const QLatin1String lineEndsToDrop[] = {QLatin1String("\n"), QLatin1String(" \n"),
                                         QLatin1String("\t\n"), QLatin1String("  \n")};
 
-/// What a character is printed as; null: as it is.
+/// What a character is printed as; null: as it is. Intended: other quotation marks and dashes stay
+/// (test quotesAndDashesBecomeAscii).
 QChar asciiFor(QChar character)
 {
     switch (character.unicode()) {

@@ -41,6 +41,8 @@ QByteArray bytesOfBase64(const QVariant &text)
 
 }  // namespace
 
+/// Intended: of a code or an image only type, payload and symbology are written; documents and
+/// readers in the field have it so (tests qrCodeBlockIsWrittenWithItsPayload and its like).
 QMap<QString, QVariant> DocumentBlock::toMap() const
 {
     QMap<QString, QVariant> map{{typeKey, static_cast<int>(m_type)}};

@@ -314,6 +314,8 @@ void LineMarkup::wrapWholeLine()
     }
 }
 
+/// Intended: the close tag also ends a range that an earlier line left open (test
+/// wholeLineFormats).
 void LineMarkup::wrapLine(QLatin1String open, QLatin1String close)
 {
     if (m_text.isEmpty() || m_byteCount != m_text.size())

@@ -82,7 +82,8 @@ bool cutPieces(QList<Piece> &pieces, CheckBlockType section, const QString &mark
 
 }  // namespace
 
-/// A piece of another formatter's template. The folder of special symbols is the default one again.
+/// A piece of another formatter's template. Intended: the folder of special symbols is the default
+/// one again, clients set it (test piecesTakeMarginAndParentButNotTheSymbolFolder).
 PrinterDocumentFormatter::PrinterDocumentFormatter(const PrinterDocumentFormatter &model,
                                                    const QStringList &lines)
     : PrinterDocumentFormatter(model.m_leftMargin, model.parent())

@@ -192,8 +192,8 @@ QStringList PrinterDocumentFormatter::prepareDocument(const PrinterDocument &doc
     QStringList prepared;
     prepared.reserve(lines.size());
     for (QString &line : lines) {
-        // What an image tag holds is printed in no form (the images of a document are blocks, not
-        // text): all that is left of it is that it goes.
+        // Intended: what an image tag holds is printed in no form (the images of a document are
+        // blocks, not text): all that is left of it is that it goes (test templateIsPrepared).
         const bool hadImages = removeSpans(line, imageBegin, imageEnd);
         if (hadImages && line.isEmpty())
             continue;
@@ -234,6 +234,8 @@ void PrinterDocumentFormatter::unpackEntries(QStringList &lines,
     lines = result;
 }
 
+/// Intended: a set stays for templates without such a line (test
+/// loadedSetStaysUntilAnotherIsLoaded).
 void PrinterDocumentFormatter::loadSpecSymbols(QStringList &lines) const
 {
     const auto last = std::find_if(lines.crbegin(), lines.crend(), isSymbolsLine);

@@ -40,8 +40,9 @@ public:
     /// Puts a value in front of the unscanned part.
     void insert(QStringView value);
 
-    /// Removes the innermost "[" to "]" around the scan position, if both exist. The scan goes on
-    /// at the same index of the shortened text, so tags that slide to its left stay unexpanded.
+    /// Removes the innermost "[" to "]" around the scan position, if both exist. Intended: the scan
+    /// goes on at the same index of the shortened text, so tags that slide to its left stay
+    /// unexpanded (test lineIsFilled).
     void dropGroup();
 
     /// The whole text.
