@@ -3,7 +3,8 @@
 #include <QStringList>
 
 /// One command of the tool. `run` gets the arguments behind the command's name and gives the exit
-/// status. A new command is a file command_<name>.cpp, a declaration here, and a row in main.cpp.
+/// status. A new command is a file command_<name>.cpp, listed in CMakeLists.txt, a declaration
+/// here, and a row in main.cpp.
 struct Command
 {
     const char *name;

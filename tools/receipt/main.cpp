@@ -10,7 +10,7 @@ namespace {
 
 constexpr Command commands[] = {
     {"bbcode", "show what a BBCode text prints", runBbCode},
-    {"document", "save, show, check and repair document files", runDocument},
+    {"document", "save, show, check, repair and remove document files", runDocument},
     {"eval", "evaluate an arithmetic expression", runEval},
     {"fill", "fill a template's lines from a document", runFill},
     {"find", "find receipt printers on serial ports", runFind},

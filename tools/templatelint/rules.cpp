@@ -104,10 +104,10 @@ constexpr Rule table[] = {
      "apart.",
      "<B>Paid: <ENTRIES>", "<B>Paid:\n<ENTRIES>", noDocument, noArguments, checkEntries},
     {"no-copy-mark", Severity::Warning, "a copy that doesn't say so",
-     "The line that marks a copy goes behind the first line with \"<DOCNO>\", spelt exactly so: a "
+     "The line that marks a copy goes behind the first line with \"<DOCNO>\", in capitals or not; "
+     "a "
      "tag with a format doesn't count. Without it a copy looks like the original. Needs --data "
-     "with "
-     "a document that is a copy.",
+     "with a document that is a copy.",
      "Receipt <DOCNO,000000>", "Receipt <DOCNO>",
      R"({"attributes": {"DOCNO": 1207}, "isCopy": true})", noArguments, checkCopyMark},
     {"repeated-symbol-file", Severity::Warning, "a second \"<SPECSYMBOLS=\" line",
