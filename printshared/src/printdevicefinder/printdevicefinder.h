@@ -49,7 +49,7 @@ public Q_SLOTS:
     /// the type of a serial printer, an identifier and a port name is taken for not confirmed.
     /// The settings of a record are the one line that is tried, with the exceptions that
     /// PrintersHelper::scan() names, and the device that comes back may be another model of the
-    /// record's family.
+    /// record's family. The list isn't changed.
     /// Intended: no records means noDevices() without finished() (test emptyInputHasNoFinished).
     void test(QList<PrintDeviceInfo> &devs);
 

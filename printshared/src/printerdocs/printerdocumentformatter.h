@@ -38,7 +38,8 @@ public:
     static const QList<QPair<CheckBlockType, QString>> PARTS;
 
     /// A formatter without a template; the folder of special symbol files is the template folder of
-    /// CheckTemplatesSettings.
+    /// CheckTemplatesSettings. While none is set there, this reads the system's configuration file
+    /// and creates the print service's folders; see CheckTemplatesSettings::checkTemplatesPath().
     /// @param leftMargin blanks put in front of every non-empty formatted line; below 1: none, more
     ///                   than 16 Mi count as 16 Mi
     /// @param parent     owns the formatter in the way of QObject; may be null
@@ -100,6 +101,7 @@ public:
     /// The text of an attribute, or else of an arithmetic expression over the attributes; empty for
     /// a name that is neither. Writes warning lines to the default category on every call; they are
     /// not even made when its warnings are off.
+    /// @param format how a number or a time is written, as extractFormat() gives it; only read
     QString nameToVal(const QString &name, const PrinterDocument &document, QString &format) const;
     /// Index of the "[" that encloses the given place, looking to the left from it; -1: none.
     int scanL(const QString &text, int from) const;

@@ -54,11 +54,17 @@ public:
     /// Step of load(): reads the fonts of the root element at which the reader stands. False if the
     /// reader is null or stands at no start element, or a symbol is wrong.
     bool parseImages(QXmlStreamReader *reader);
-    /// Step of load(): reads the symbols of a font.
+    /// Step of load(): reads the symbols of the font at which the reader stands. False as
+    /// parseImages(); symbols in front of the wrong one are added.
     bool parseFonts(QXmlStreamReader *reader);
-    /// Step of load(): reads a symbol and adds its drawing.
+    /// Step of load(): reads the symbol at which the reader stands and adds its drawing. False,
+    /// with nothing added, if the reader is null or stands at no start element, a line isn't of
+    /// `width` characters or there aren't `height` lines. A size of 0 that the lines have gives
+    /// true and no drawing.
     bool parseSymbols(QXmlStreamReader *reader, int width, int height);
-    /// Step of load(): reads the text of a line.
+    /// Step of load(): reads the text of the line at which the reader stands. False, with `line`
+    /// untouched, if the reader is null or stands at no start element; a fault in the XML gives
+    /// true, and shows in the reader.
     bool parseLines(QXmlStreamReader *reader, QString &line);
     /// Step of load(): packs the first width characters of a line into bytes, the leftmost in the
     /// most significant bit. False, with the bytes untouched, if the line has fewer or width is

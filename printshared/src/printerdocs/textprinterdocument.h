@@ -83,7 +83,10 @@ public:
     /// don't come back as they were, and stored documents rely on it: a symbolsPerLine() of 32 or
     /// less and a retractionTimeout() below 0 (both read as 0), doInit() where the map has none
     /// (false, though a fresh document has true), what a block that isn't valid holds (its type
-    /// stays), all but the first added of several images of one code, and images of negative codes.
+    /// stays), what a valid block holds beside that which its type names: of an image, barcode or
+    /// QR code block so its alignment, formats, fonts and line spacings, an alignment beyond 3
+    /// (read as the remainder by 4), all but the first added of several images of one code, and
+    /// images of negative codes. So a caller that stores documents compares their toMap().
     void setMap(const QMap<QString, QVariant> &map);
 
     /// @name Document files

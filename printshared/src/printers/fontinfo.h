@@ -6,7 +6,8 @@
 
 #include "printerslib_export.h"
 
-/// One font of a printer model: a record of the catalogue. Plain value.
+/// One font of a printer model: a record of the catalogue. A plain value; any thread may use its
+/// own object.
 class PRINTERSLIB_EXPORT FontInfo
 {
 public:

@@ -6,7 +6,8 @@
 
 #include "printerslib_export.h"
 
-/// One paper type of a printer model: a record of the catalogue. Plain value.
+/// One paper type of a printer model: a record of the catalogue. A plain value; any thread may use
+/// its own object.
 class PRINTERSLIB_EXPORT PaperInfo
 {
 public:

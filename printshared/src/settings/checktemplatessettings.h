@@ -30,14 +30,16 @@ public:
     virtual ~CheckTemplatesSettings();
 
     /// Folder of the templates. While none is set it is "templates" in the work folder, worked out
-    /// at each call from the configuration file, which also creates the print service's folders.
+    /// at each call from the system's configuration file, /opt/tarnwick/etc/tarn.conf. That also
+    /// creates the print service's folders "printsrv" and "png" there, writable for all users, as
+    /// PrintSrvSettings does; "templates" isn't created.
     /// A folder that can't be created is logged while the values are locked, so a message handler
     /// must not call this class.
     QString checkTemplatesPath() const;
     /// Sets the folder; an empty path means the default again.
     void setCheckTemplatesPath(const QString &path);
 
-    /// File name of the default template.
+    /// File name of the default template: "default.cpt" while none is set.
     QString defaultCheckTemplate() const;
     void setDefaultCheckTemplate(const QString &fileName);
 

@@ -8,6 +8,8 @@
 
 /// What is particular to printers that are reached through the operating system's print service.
 /// IPrintDeviceSettings::systemPrinterSettings() finds it. Each operation takes the printer's name.
+///
+/// Any thread may use any operation; defaultFont() needs a QGuiApplication.
 class PRINTERSLIB_EXPORT ISystemPrinterSettings
 {
 public:

@@ -118,8 +118,8 @@ public:
     /// as a section of a configuration file.
     QString printerNameToSection(const QString &name) const;
 
-    /// How far a finished receipt is moved: the stored value, or 0 when the printer doesn't support
-    /// the setting.
+    /// How far a finished receipt is moved, in the printer driver's unit: the stored value, or 0
+    /// when the printer doesn't support the setting.
     signed char moveCheckTo() const;
     signed char moveCheckTo(const QString &name) const;
     /// Stores the value whether the printer supports the setting or not.

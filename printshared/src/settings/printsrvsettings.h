@@ -5,11 +5,13 @@
 #include "hearth/initconfig.h"
 #include "printerslib_export.h"
 
-/// Paths and state interval of the print service, on top of the system's configuration file.
+/// Paths and state interval of the print service, on top of the system's configuration file,
+/// /opt/tarnwick/etc/tarn.conf.
 ///
 /// Construction creates the service's data folder and the folder of the document images where they
-/// are missing; a folder that can't be created is logged and otherwise ignored. The object holds
-/// nothing of its own: each user makes one when it needs one, on any thread.
+/// are missing, writable for all users; a folder that can't be created is logged and otherwise
+/// ignored. The object holds nothing of its own: each user makes one when it needs one, on any
+/// thread.
 class PRINTERSLIB_EXPORT PrintSrvSettings : public hearth::InitConfig
 {
 public:

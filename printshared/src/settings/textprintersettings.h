@@ -28,6 +28,7 @@ public:
     static const QString PRINT_AS_IMAGE;
     static const QString CODEPAGE;
 
+    /// A view; fills availablePrinters() from the compiled-in catalogue.
     TextPrinterSettings();
     ~TextPrinterSettings() override;
 
