@@ -10,6 +10,8 @@ namespace bbcodetext {
 namespace {
 
 constexpr QLatin1Char lineEnd('\n');
+constexpr QChar leftQuote(0x00AB);
+constexpr QChar rightQuote(0x00BB);
 const QLatin1String lineEndsToDrop[] = {QLatin1String("\n"), QLatin1String(" \n"),
                                         QLatin1String("\t\n"), QLatin1String("  \n")};
 
@@ -20,8 +22,8 @@ QChar asciiFor(QChar character)
     switch (character.unicode()) {
         case '\r':
             return lineEnd;
-        case 0x00AB:
-        case 0x00BB:  // quotation marks
+        case leftQuote.unicode():
+        case rightQuote.unicode():
             return QLatin1Char('"');
         case 0x2013:
         case 0x2014:  // dashes
@@ -99,6 +101,9 @@ QString normalized(const QString &text)
         const QChar ascii = asciiFor(*c);
         result += ascii.isNull() ? *c : ascii;
     }
+    // Intended: quotation marks are gone over twice, by design, though none are left by now.
+    result.replace(leftQuote, QLatin1Char('"'));
+    result.replace(rightQuote, QLatin1Char('"'));
     return result;
 }
 
