@@ -53,6 +53,14 @@ private Q_SLOTS:
         QTest::newRow("multiplier 0, below half") << 0u << 2.4 << 2LL << "2";
         QTest::newRow("positive exponent")
             << 100u << 1e15 << 100000000000000000LL << "1000000000000000.00";
+        QTest::newRow("whole number of 17 digits that has a shorter neighbour")
+            << 0u << 64630188059318592.0 << 64630188059318592LL << "64630188059318592";
+        QTest::newRow("the same with decimals")
+            << 100u << -64630188059318592.0 << -6463018805931859200LL << "-64630188059318592.00";
+        QTest::newRow("last one without gaps")
+            << 1u << 9007199254740991.0 << 9007199254740991LL << "9007199254740991";
+        QTest::newRow("first one with gaps")
+            << 1000u << 9007199254740994.0 << 9007199254740994000LL << "9007199254740994.000";
         QTest::newRow("17 digits")
             << 1u << 12345678901234568.0 << 12345678901234568LL << "12345678901234568";
     }

@@ -79,6 +79,22 @@ quint64 scaled(const Decimal &decimal, quint32 multiplier)
     return number > largest ? largest : static_cast<quint64>(number);
 }
 
+/// The same for a whole number of which a double has all digits: they are printed as they are.
+quint64 scaledWhole(double magnitude, quint32 multiplier)
+{
+    if (magnitude >= static_cast<double>(largest))
+        return largest;
+    const Wide number = static_cast<Wide>(magnitude) * multiplier;
+    return number > largest ? largest : static_cast<quint64>(number);
+}
+
+quint64 scaled(double magnitude, quint32 multiplier)
+{
+    constexpr double wholeFromHere = 9007199254740992.0;  // 2 to the 53rd
+    return magnitude >= wholeFromHere ? scaledWhole(magnitude, multiplier)
+                                      : scaled(shortestDecimal(magnitude), multiplier);
+}
+
 /// The same for a magnitude whose product is so far from half a part that neither the product's
 /// rounding nor the difference between the double and its decimal can matter. Most amounts are.
 /// @return false: it takes the decimal to tell
@@ -127,7 +143,7 @@ FixNumber::FixNumber(quint32 multiplier, double value)
         return;
     quint64 parts = 0;
     if (!scaledClearly(std::abs(value), m_multiplier, parts))
-        parts = scaled(shortestDecimal(std::abs(value)), m_multiplier);
+        parts = scaled(std::abs(value), m_multiplier);
     const auto magnitude = static_cast<qint64>(parts);
     m_value = value < 0 ? -magnitude : magnitude;
 }
