@@ -76,6 +76,8 @@ private Q_SLOTS:
             << QByteArray("a\r\nb\r\n") << QByteArray("UTF-8") << QStringList{"a", "b"};
         QTest::newRow("empty lines stay")
             << QByteArray("\n\na") << QByteArray("UTF-8") << QStringList{"", "", "a"};
+        QTest::newRow("nothing but a byte order mark is an empty line")
+            << QByteArray("\xEF\xBB\xBF") << QByteArray("UTF-8") << QStringList{""};
     }
 
     void fileIsReadInItsEncoding()

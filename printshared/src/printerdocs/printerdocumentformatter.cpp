@@ -45,6 +45,9 @@ bool PrinterDocumentFormatter::loadTemplate(const QString &fileName, const char 
     QString line;
     while (stream.readLineInto(&line))
         m_templateLines.append(line);
+    const bool isByteOrderMark = m_templateLines.isEmpty() && file.pos() > 0;
+    if (isByteOrderMark)
+        m_templateLines.append(QString());
     file.close();
     return isValid();
 }
