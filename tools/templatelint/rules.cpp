@@ -105,8 +105,7 @@ constexpr Rule table[] = {
      "<B>Paid: <ENTRIES>", "<B>Paid:\n<ENTRIES>", noDocument, noArguments, checkEntries},
     {"no-copy-mark", Severity::Warning, "a copy that doesn't say so",
      "The line that marks a copy goes behind the first line with \"<DOCNO>\", in capitals or not; "
-     "a "
-     "tag with a format doesn't count. Without it a copy looks like the original. Needs --data "
+     "a tag with a format doesn't count. Without it a copy looks like the original. Needs --data "
      "with a document that is a copy.",
      "Receipt <DOCNO,000000>", "Receipt <DOCNO>",
      R"({"attributes": {"DOCNO": 1207}, "isCopy": true})", noArguments, checkCopyMark},
