@@ -2,6 +2,7 @@
 
 #include <QCryptographicHash>
 #include <QJsonDocument>
+#include <QProcess>
 #include <QtTest>
 #include <csignal>
 #include <memory>
@@ -138,6 +139,31 @@ private Q_SLOTS:
             "{'blocks':[{'align':0,'fmt':['AA=='],'fnt':['AQ=='],'ls':[0],'txt':['A'],'type':0}],"
             "'cta':9,'init':true,'loop':0,'pta':0}";
         QCOMPARE(contentOf(m_path), QByteArray(expected).replace('\'', '"'));
+    }
+
+    void processWithoutStandardStreamsSavesAllFourFiles_data()
+    {
+        QTest::addColumn<int>("descriptors");
+        for (int descriptors = 0; descriptors < 8; ++descriptors)
+            QTest::addRow("closed: mask %d", descriptors) << descriptors;
+    }
+
+    void processWithoutStandardStreamsSavesAllFourFiles()
+    {
+        QFETCH(const int, descriptors);
+        QVERIFY(oldDocument.saveToFile(m_path));
+        const QString text = QString::fromUtf8("НОВЫЙ 2.50");
+        QCOMPARE(
+            QProcess::execute(SAVE_WITHOUT_STREAMS, {QString::number(descriptors), m_path, text}),
+            0);
+        QCOMPARE(contentOf(m_path), jsonOf(newDocument));
+        QCOMPARE(contentOf(m_path + ".bak"), jsonOf(newDocument));
+        const QByteArray digest = digestOf(jsonOf(newDocument)) + "  " + m_path.toUtf8();
+        QCOMPARE(contentOf(m_path + ".sha1"), digest + "\n");
+        QCOMPARE(contentOf(m_path + ".bak.sha1"), digest + ".bak\n");
+        bool loaded = false;
+        QVERIFY(loadedFrom(m_path, &loaded) == newDocument);
+        QVERIFY(loaded);
     }
 
     void savedDocumentLoadsAgain_data()

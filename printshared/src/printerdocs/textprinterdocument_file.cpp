@@ -39,10 +39,12 @@ void writeChecksumOf(const QString &copy)
     QProcess program;
     program.setWorkingDirectory(QFileInfo(copy).absolutePath());
     program.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
-    // A path that the program takes for standard input must not make it wait for any.
-    program.setStandardInputFile(QProcess::nullDevice());
     program.setStandardOutputFile(checksumFileOf(copy), QIODevice::Truncate);
     program.start(QStringLiteral("sha1sum"), QStringList(copy));
+    // A path that the program takes for standard input must not make it wait for any. Its input is
+    // a pipe and no file: in a process without standard streams an input file takes descriptor 0
+    // and the checksum file 1, and QProcess closes what has its final number already.
+    program.closeWriteChannel();
     program.waitForStarted(programTimeoutMs);
     program.waitForFinished(programTimeoutMs);
     // One that hangs is ended here, silently; QProcess would complain of it in the log.
