@@ -83,6 +83,31 @@ private Q_SLOTS:
         QCOMPARE(runDocument({"show", saved}).output, QString("Total 12.50\n"));
     }
 
+    void saveOfSymbolsThatTheMapFormDropsIsGood_data()
+    {
+        QTest::addColumn<int>("code");
+        for (const int code : {1, 127, 128, 200, 255})
+            QTest::addRow("code %d", code) << code;
+    }
+
+    void saveOfSymbolsThatTheMapFormDropsIsGood()
+    {
+        QFETCH(const int, code);
+        const QByteArray symbols =
+            R"(<SpecialSymbolImages><Font Width="2" Height="1"><Symbol Code="%1">
+            <Line>10</Line></Symbol></Font></SpecialSymbolImages>)";
+        QVERIFY(writeFile(m_folder->filePath("s.ssi"),
+                          QByteArray(symbols).replace("%1", QByteArray::number(code))));
+        QVERIFY(writeFile(m_folder->filePath("t.cpt"), "<SPECSYMBOLS=s>\nTotal 12.50\n"));
+        QVERIFY(writeFile(m_folder->filePath("d.json"), "{}"));
+        const Outcome outcome =
+            runDocument({"save", "saved", "--from", "t.cpt", "d.json"}, m_folder->path());
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(outcome.status, 0);
+        const QByteArray key = QByteArray("\"ci_") + QByteArray::number(int(qint8(code))) + '"';
+        QVERIFY(contentOf(m_folder->filePath("saved")).contains(key));
+    }
+
     void saveTellsWhatGoesWrong()
     {
         const QString cafe = PRINTERSLIB_EXAMPLES "/cafe.cpt";
