@@ -18,6 +18,7 @@
 #include "printerdocs/printerdocumentformatter.h"
 #include "printsrvstate/printservicestatecorvidwrapper.h"
 #include "settings/textprintersettings.h"
+#include "shownlog.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ constexpr int printMilliseconds = 10000;
 
 void say(const QString &line)
 {
-    QTextStream(stdout) << line << '\n';
+    QTextStream(stdout) << shownText(line) << '\n';
 }
 
 /// The settings are the process's own from here on: the library reads them too.
@@ -201,6 +202,7 @@ QString printReceipt(const TextPrinterDocument &receipt, const TextPrinterSettin
 
 int main(int argc, char *argv[])
 {
+    qInstallMessageHandler(writeShownLog);
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 4 || arguments.size() > 5) {

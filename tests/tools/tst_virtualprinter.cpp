@@ -247,6 +247,7 @@ private Q_SLOTS:
             << QStringList{"--model", "AV_268", "--fault", "slow"};
         QTest::newRow("fault with a number of no use")
             << QStringList{"--model", "AV_268", "--fault", "echo=1"};
+        QTest::newRow("unknown option") << QStringList{"--modell", "AV_268"};
         QTest::newRow("argument too many") << QStringList{"--model", "AV_268", "x"};
     }
 

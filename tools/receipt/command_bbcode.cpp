@@ -6,6 +6,7 @@
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/specialcharacters.h"
 #include "support.h"
+#include "terminaltext.h"
 
 namespace {
 
@@ -34,27 +35,28 @@ void printText(const Request &request)
     const QList<DocumentBlock> blocks = parsedDocument(request).blocks();
     for (DocumentBlock block : blocks) {
         const QStringList lines = block.toStringList(request.width);
-        for (const QString &line : lines)
-            tool::print(line);
+        tool::printContent(lines);
     }
 }
 
 void printHtml(const Request &request)
 {
-    tool::print(parsedDocument(request).toHtml(true, SpecialCharacters()));
+    const QString html = parsedDocument(request).toHtml(true, SpecialCharacters());
+    tool::printContent(html.split(QLatin1Char('\n')));
 }
 
 void printJson(const Request &request)
 {
     const auto form = request.pretty ? QJsonDocument::Indented : QJsonDocument::Compact;
     const QJsonDocument json = QJsonDocument::fromVariant(parsedDocument(request).toMap());
-    tool::print(QString::fromUtf8(json.toJson(form)).trimmed());
+    tool::printContent(tool::linesOf(json.toJson(form)));
 }
 
 void printTree(const Request &request)
 {
     const auto document = std::make_shared<bbcpp::BBDocument>();
     document->load(request.text.toStdString());
+    const terminaltext::CoutAsContent shown;
     bbcpp::printDocument(*document);
 }
 

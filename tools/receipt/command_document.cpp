@@ -120,20 +120,19 @@ void printText(const TextPrinterDocument &document)
     const QList<DocumentBlock> blocks = document.blocks();
     for (DocumentBlock block : blocks) {
         const QStringList lines = block.toStringList(width);
-        for (const QString &line : lines)
-            tool::print(line);
+        tool::printContent(lines);
     }
 }
 
 void printHtml(const TextPrinterDocument &document)
 {
-    tool::print(document.toHtml(true, SpecialCharacters()));
+    tool::printContent(document.toHtml(true, SpecialCharacters()).split(QLatin1Char('\n')));
 }
 
 void printJson(const TextPrinterDocument &document)
 {
     const QJsonDocument json = QJsonDocument::fromVariant(document.toMap());
-    tool::print(QString::fromUtf8(json.toJson(QJsonDocument::Compact)));
+    tool::printContent({QString::fromUtf8(json.toJson(QJsonDocument::Compact))});
 }
 
 struct Form
@@ -256,7 +255,7 @@ constexpr Command actions[] = {
 
 void printActions()
 {
-    tool::print(
+    tool::printOwn(
         QStringLiteral("Usage: receipt document ACTION [ARGUMENT...]\n\n"
                        "Works on document files: a document in two copies, FILE and FILE.bak, with "
                        "a\nchecksum file beside each. Actions:"));
@@ -264,7 +263,7 @@ void printActions()
         tool::print(QStringLiteral("  %1 %2")
                         .arg(QLatin1String(action.name), -8)
                         .arg(QLatin1String(action.summary)));
-    tool::print(QStringLiteral("\n\"receipt document ACTION --help\" says more."));
+    tool::printOwn(QStringLiteral("\n\"receipt document ACTION --help\" says more."));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "commands.h"
 #include "printerdocs/expressionevaluator.h"
 #include "support.h"
+#include "terminaltext.h"
 
 namespace {
 
@@ -21,15 +22,17 @@ QString onOneLine(QString expression)
 {
     const auto isSpace = [](QChar c) { return c.isSpace(); };
     std::replace_if(expression.begin(), expression.end(), isSpace, QLatin1Char(' '));
-    return expression;
+    return terminaltext::shown(expression);
 }
 
 void complainAbout(const QString &expression, const QByteArray &bytes, int error)
 {
     const int position = qMax(1, charactersIn(bytes, error));
-    tool::complain(QStringLiteral("wrong at character %1 of the expression\n  %2\n  %3")
-                       .arg(QString::number(position), onOneLine(expression),
-                            QStringLiteral("^").rightJustified(position)));
+    const QByteArray before = onOneLine(QString::fromUtf8(bytes.left(error))).toUtf8();
+    const int column = qMax(1, charactersIn(before, before.size()));
+    tool::complain(QStringLiteral("wrong at character %1 of the expression").arg(position),
+                   {QStringLiteral("  ") + onOneLine(expression),
+                    QStringLiteral("  ") + QStringLiteral("^").rightJustified(column)});
 }
 
 }  // namespace

@@ -27,8 +27,6 @@ int runFill(const QStringList &arguments)
         return tool::BadInput;
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate(source->text);
-    const QStringList lines = formatter.toFormattedText(source->document);
-    for (const QString &line : lines)
-        tool::print(line);
+    tool::printContent(formatter.toFormattedText(source->document));
     return tool::Success;
 }

@@ -126,8 +126,8 @@ void printTable(const QList<PrintDeviceInfo> &devices)
 int report(const Outcome &outcome, bool asJson)
 {
     if (asJson)
-        tool::print(QString::fromUtf8(QJsonDocument(devicejson::write(outcome.devices)).toJson())
-                        .trimmed());
+        tool::printContent(
+            tool::linesOf(QJsonDocument(devicejson::write(outcome.devices)).toJson()));
     else if (!outcome.devices.isEmpty())
         printTable(outcome.devices);
     if (!outcome.devices.isEmpty())

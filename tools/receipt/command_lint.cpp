@@ -120,16 +120,17 @@ int explain(const QString &name)
                                               : QStringLiteral("see \"receipt lint --help\"")));
         return tool::WrongUsage;
     }
-    tool::print(QStringLiteral("%1 (%2): %3\n\n%4\n")
-                    .arg(QLatin1String(rule->name), nameOf(rule->severity),
-                         QLatin1String(rule->summary), QLatin1String(rule->why)));
+    tool::printOwn(QStringLiteral("%1 (%2): %3\n\n%4\n")
+                       .arg(QLatin1String(rule->name), nameOf(rule->severity),
+                            QLatin1String(rule->summary), QLatin1String(rule->why)));
     QStringList conditions;
     if (*rule->document != '\0')
         conditions.append(QStringLiteral(", with --data ") + QLatin1String(rule->document));
     if (*rule->arguments != '\0')
         conditions.append(QStringLiteral(", with ") + QLatin1String(rule->arguments));
-    tool::print(QStringLiteral("Wrong%1:\n%2\nRight:\n%3")
-                    .arg(conditions.join(QString()), indented(rule->wrong), indented(rule->right)));
+    tool::printOwn(
+        QStringLiteral("Wrong%1:\n%2\nRight:\n%3")
+            .arg(conditions.join(QString()), indented(rule->wrong), indented(rule->right)));
     return tool::Success;
 }
 
@@ -234,7 +235,7 @@ public:
     int finish(bool strict) const
     {
         if (m_json)
-            tool::print(QString::fromUtf8(QJsonDocument(m_array).toJson()).trimmed());
+            tool::printContent(tool::linesOf(QJsonDocument(m_array).toJson()));
         return m_worst <= (strict ? Severity::Warning : Severity::Error) ? tool::BadInput
                                                                          : tool::Success;
     }

@@ -101,7 +101,7 @@ void printModel(const PrinterInfo &model)
 
 void printJson(const QJsonDocument &json)
 {
-    tool::print(QString::fromUtf8(json.toJson()).trimmed());
+    tool::printContent(tool::linesOf(json.toJson()));
 }
 
 /// The model's map form, with the characters per line of each paper.

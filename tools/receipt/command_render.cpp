@@ -24,40 +24,42 @@ struct Source
     bool pretty;
 };
 
-QString asText(const Source &source)
+QStringList asText(const Source &source)
 {
-    const QStringList lines =
-        source.document
-            ? source.formatter->toPlainText(*source.document, source.width)
-            : source.formatter->plainTextToFormattedPlainText(source.plainText, source.width);
-    return lines.join(QLatin1Char('\n'));
+    return source.document
+               ? source.formatter->toPlainText(*source.document, source.width)
+               : source.formatter->plainTextToFormattedPlainText(source.plainText, source.width);
 }
 
-QString asHtml(const Source &source)
+QStringList asHtml(const Source &source)
 {
-    return source.document ? source.formatter->toHtmlDocument(*source.document, true)
-                           : source.formatter->plainTextToHtmlDocument(source.plainText, true);
+    const QString html = source.document
+                             ? source.formatter->toHtmlDocument(*source.document, true)
+                             : source.formatter->plainTextToHtmlDocument(source.plainText, true);
+    return html.split(QLatin1Char('\n'));
 }
 
-QString asHtmlFragment(const Source &source)
+QStringList asHtmlFragment(const Source &source)
 {
-    return source.document ? source.formatter->toHtml(*source.document, true)
-                           : source.formatter->plainTextToHtml(source.plainText, true);
+    const QString html = source.document
+                             ? source.formatter->toHtml(*source.document, true)
+                             : source.formatter->plainTextToHtml(source.plainText, true);
+    return html.split(QLatin1Char('\n'));
 }
 
-QString asJson(const Source &source)
+QStringList asJson(const Source &source)
 {
     const TextPrinterDocument document =
         source.document ? source.formatter->toTextPrinterDocument(*source.document)
                         : source.formatter->plainTextToTextPrinterDocument(source.plainText);
     const auto form = source.pretty ? QJsonDocument::Indented : QJsonDocument::Compact;
-    return QString::fromUtf8(QJsonDocument::fromVariant(document.toMap()).toJson(form)).trimmed();
+    return tool::linesOf(QJsonDocument::fromVariant(document.toMap()).toJson(form));
 }
 
 struct Form
 {
     const char *name;
-    QString (*render)(const Source &source);
+    QStringList (*render)(const Source &source);
 };
 
 constexpr Form forms[] = {
@@ -242,6 +244,6 @@ int runRender(const QStringList &arguments)
     Source source{&formatter, std::nullopt, QString(), *width, parser.isSet(options.pretty)};
     if (!readSource(files, **codec, source))
         return tool::BadInput;
-    return tool::writeText(parser.value(options.output), form->render(source)) ? tool::Success
-                                                                               : tool::BadInput;
+    return tool::writeLines(parser.value(options.output), form->render(source)) ? tool::Success
+                                                                                : tool::BadInput;
 }

@@ -191,8 +191,7 @@ void printItems(const QList<QVariant> &items)
 {
     for (const QVariant &element : items) {
         const Item item = element.toMap();
-        tool::print(QStringLiteral("%1\t%2\t%3")
-                        .arg(text(item, "group"), text(item, "key"), text(item, "value")));
+        tool::printRow({text(item, "group"), text(item, "key"), text(item, "value")});
     }
 }
 
@@ -218,8 +217,8 @@ int exportFile(const QString &fileName, int type, const QString &printer)
     settings->setPrinterId(printer);
     const QJsonDocument json(QJsonArray::fromVariantList(everything(*settings)));
     const QString standardOutput = QStringLiteral("-");
-    const bool written = tool::writeText(fileName == standardOutput ? QString() : fileName,
-                                         QString::fromUtf8(json.toJson()).trimmed());
+    const bool written = tool::writeLines(fileName == standardOutput ? QString() : fileName,
+                                          tool::linesOf(json.toJson()));
     return written ? tool::Success : tool::BadInput;
 }
 

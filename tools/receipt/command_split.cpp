@@ -18,8 +18,7 @@ QString markerOf(CheckBlockType type)
 void printLines(const QStringList &lines)
 {
     tool::print(QStringLiteral("== text, lines: %1").arg(lines.size()));
-    for (const QString &line : lines)
-        tool::print(line);
+    tool::printContent(lines);
 }
 
 }  // namespace

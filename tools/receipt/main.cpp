@@ -5,6 +5,7 @@
 
 #include "commands.h"
 #include "support.h"
+#include "terminaltext.h"
 
 namespace {
 
@@ -26,14 +27,14 @@ constexpr Command commands[] = {
 
 void printHelp()
 {
-    tool::print(
+    tool::printOwn(
         QStringLiteral("Usage: receipt COMMAND [ARGUMENT...]\n\n"
                        "Fills, renders and inspects receipts. Commands:"));
     for (const Command &command : commands)
         tool::print(QStringLiteral("  %1 %2")
                         .arg(QLatin1String(command.name), -10)
                         .arg(QLatin1String(command.summary)));
-    tool::print(
+    tool::printOwn(
         QStringLiteral("\n\"receipt COMMAND --help\" says more. Exit status: 0 success, 1 bad "
                        "input, 2 wrong usage."));
 }
@@ -68,6 +69,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
+    qInstallMessageHandler(terminaltext::writeLogLine);
     const auto application = makeApplication(argc, argv);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments.isEmpty()) {

@@ -8,6 +8,7 @@
 #include <mutex>
 
 #include "printers/textprintermodels.h"
+#include "terminaltext.h"
 
 namespace {
 
@@ -63,12 +64,6 @@ QString loggedName(const QString &portName)
 {
     const QString devices = QStringLiteral("/dev/");
     return portName.startsWith(devices) ? portName.mid(devices.size()) : portName;
-}
-
-void writeLine(const QString &line)
-{
-    const QByteArray bytes = line.toUtf8() + '\n';
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
 }
 
 }  // namespace
@@ -166,7 +161,7 @@ void SearchProgress::show()
     }
     for (auto port = m_ports.begin(); port != m_ports.end(); ++port) {
         if (port->kind != port->shownKind)
-            writeLine(port->toString(port.key()));
+            terminaltext::writeLine(stderr, port->toString(port.key()));
         port->shownKind = port->kind;
     }
 }
@@ -176,6 +171,7 @@ void SearchProgress::showInPlace()
     if (m_linesDrawn > 0)
         std::fprintf(stderr, "\x1B[%dA", m_linesDrawn);
     for (auto port = m_ports.cbegin(); port != m_ports.cend(); ++port)
-        writeLine(QStringLiteral("\r\x1B[K") + port->toString(port.key()));
+        terminaltext::writeRaw(
+            stderr, QStringLiteral("\r\x1B[K") + terminaltext::shown(port->toString(port.key())));
     m_linesDrawn = m_ports.size();
 }

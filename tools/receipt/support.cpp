@@ -7,30 +7,40 @@
 #include <cerrno>
 #include <cstdio>
 
-namespace {
-
-// Standard error wherever that leads, where Qt may prefer the journal to a file or a pipe.
-void writeLogLine(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    const QByteArray line = qFormatLogMessage(type, context, message).toLocal8Bit() + '\n';
-    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
-}
-
-}  // namespace
+#include "terminaltext.h"
 
 namespace tool {
 
 void print(const QString &line)
 {
-    QByteArray bytes = line.toUtf8();
-    bytes.append('\n');
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+    terminaltext::writeLine(stdout, line);
 }
 
-void complain(const QString &message)
+void printRow(const QStringList &fields)
 {
-    const QByteArray bytes = QStringLiteral("receipt: %1\n").arg(message).toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+    QStringList shown;
+    for (const QString &field : fields)
+        shown.append(terminaltext::shown(field));
+    terminaltext::writeRaw(stdout, shown.join(QLatin1Char('\t')));
+}
+
+void printContent(const QStringList &lines)
+{
+    for (const QString &line : lines)
+        terminaltext::writeContent(stdout, line);
+}
+
+void printOwn(const QString &text)
+{
+    terminaltext::writeRaw(stdout, text);
+}
+
+void complain(const QString &message, const QStringList &below)
+{
+    QStringList lines(QStringLiteral("receipt: ") + terminaltext::shown(message));
+    for (const QString &line : below)
+        lines.append(terminaltext::shown(line));
+    terminaltext::writeRaw(stderr, lines.join(QLatin1Char('\n')));
 }
 
 int finished(int status)
@@ -41,18 +51,23 @@ int finished(int status)
     return BadInput;
 }
 
-bool writeText(const QString &fileName, const QString &text)
+bool writeLines(const QString &fileName, const QStringList &lines)
 {
     if (fileName.isEmpty()) {
-        print(text);
+        printContent(lines);
         return true;
     }
     QSaveFile file(fileName);
-    const QByteArray bytes = text.toUtf8() + '\n';
+    const QByteArray bytes = lines.join(QLatin1Char('\n')).toUtf8() + '\n';
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
     complain(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
     return false;
+}
+
+QStringList linesOf(const QByteArray &json)
+{
+    return QString::fromUtf8(json).trimmed().split(QLatin1Char('\n'));
 }
 
 std::optional<int> numberOf(const QCommandLineParser &parser, const QCommandLineOption &option,
@@ -87,7 +102,7 @@ std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
         const int lineEnd = text.indexOf(QLatin1Char('\n'));
         const QString positional = text.mid(text.indexOf(QLatin1String("[options]")),
                                             lineEnd - text.indexOf(QLatin1String("[options]")));
-        print(
+        printOwn(
             QStringLiteral("Usage: %1 %2%3").arg(program, positional, text.mid(lineEnd)).trimmed());
         return Success;
     }
@@ -200,9 +215,7 @@ QCommandLineOption verboseOption()
 
 void setVerbose(bool verbose)
 {
-    if (verbose)
-        qInstallMessageHandler(writeLogLine);
-    else
+    if (!verbose)
         QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
 }
 

@@ -17,17 +17,28 @@ enum ExitStatus : int {
     WrongUsage = 2,  ///< the command line is wrong
 };
 
-/// Writes a line to standard output, in UTF-8.
+/// Writes a line of a report to standard output, in UTF-8. Controls in it are shown, so that
+/// nobody's text makes lines of its own or steers a terminal; see terminaltext.h.
 void print(const QString &line);
-/// Writes "receipt: " and the message to standard error.
-void complain(const QString &message);
+/// The same for a line of several fields, with tabulators between them.
+void printRow(const QStringList &fields);
+/// Writes lines of a receipt, or of another thing that a command makes, to standard output, byte
+/// for byte; with controls shown if that is a terminal.
+void printContent(const QStringList &lines);
+/// Writes what the program itself says, in one line or several: nothing in it is anybody else's.
+void printOwn(const QString &text);
+/// Writes "receipt: " and the message to standard error, with controls shown, and lines below it.
+void complain(const QString &message, const QStringList &below = {});
 
 /// The exit status of a command that is done: its own, unless standard output took not all of it.
 int finished(int status);
 
-/// Writes a text and a line end to a file, whole or not at all; an empty name is standard output.
-/// Complains and gives false on failure.
-bool writeText(const QString &fileName, const QString &text);
+/// Writes lines to a file, whole or not at all; an empty name is standard output, as printContent()
+/// has it. Complains and gives false on failure.
+bool writeLines(const QString &fileName, const QStringList &lines);
+
+/// The lines of a JSON text.
+QStringList linesOf(const QByteArray &json);
 
 /// The whole number that an option has. Complains and gives nothing outside the range.
 std::optional<int> numberOf(const QCommandLineParser &parser, const QCommandLineOption &option,

@@ -15,6 +15,7 @@
 #include <cstdio>
 
 #include "support.h"
+#include "terminaltext.h"
 
 namespace {
 
@@ -22,12 +23,6 @@ namespace {
 constexpr int settleMilliseconds = 100;
 // How often to look for a file that is gone, should its folder not tell of its return.
 constexpr int missingMilliseconds = 500;
-
-void say(const QString &message)
-{
-    const QByteArray line = message.toUtf8() + '\n';
-    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
-}
 
 /// Makes Ctrl+C and termination leave the event loop instead of killing the program, for as long as
 /// the object lives.
@@ -120,7 +115,9 @@ public:
         watchAll();
         m_stamps = stamps();
         runOnce();
-        say(QStringLiteral("Watching %1; Ctrl+C ends.").arg(allNames().join(QStringLiteral(", "))));
+        terminaltext::writeLine(
+            stderr,
+            QStringLiteral("Watching %1; Ctrl+C ends.").arg(allNames().join(QStringLiteral(", "))));
         look();
         QCoreApplication::exec();
         return m_status;
@@ -199,7 +196,9 @@ private:
         const QStringList missing = missingFiles();
         if (!missing.isEmpty()) {
             if (missing != m_missing)
-                say(QStringLiteral("Waiting for %1.").arg(missing.join(QStringLiteral(", "))));
+                terminaltext::writeLine(
+                    stderr,
+                    QStringLiteral("Waiting for %1.").arg(missing.join(QStringLiteral(", "))));
             m_missing = missing;
             m_settled.start(missingMilliseconds);
             return;

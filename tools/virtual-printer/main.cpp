@@ -4,10 +4,12 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <optional>
 
+#include "terminaltext.h"
 #include "virtualprinter.h"
 
 namespace {
@@ -24,7 +26,7 @@ void interrupt(int)
 
 void print(FILE *stream, const QString &line)
 {
-    std::fputs(line.toLocal8Bit().append('\n').constData(), stream);
+    terminaltext::writeLine(stream, line);
     std::fflush(stream);
 }
 
@@ -85,7 +87,8 @@ struct Arguments
     QString link;
 };
 
-void describe(QCommandLineParser &parser)
+/// @return the option that asks for help
+QCommandLineOption describe(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(
         QStringLiteral("Plays a receipt printer on a pseudo terminal: prints the port's path, then "
@@ -103,15 +106,20 @@ void describe(QCommandLineParser &parser)
            "partial or differing-ids.",
            "kind");
     option("link", "A symbolic link to make to the port.", "path");
-    parser.addHelpOption();
+    return parser.addHelpOption();
 }
 
 /// Nothing after a message on standard error.
 std::optional<Arguments> readArguments()
 {
     QCommandLineParser parser;
-    describe(parser);
-    parser.process(*QCoreApplication::instance());
+    const QCommandLineOption help = describe(parser);
+    if (!parser.parse(QCoreApplication::arguments())) {
+        print(stderr, QStringLiteral("virtual-printer: ") + parser.errorText());
+        return std::nullopt;
+    }
+    if (parser.isSet(help))
+        parser.showHelp();
 
     Arguments arguments;
     VirtualPrinterOptions &printer = arguments.printer;
@@ -152,6 +160,7 @@ void play(VirtualPrinter &printer)
 
 int main(int argc, char *argv[])
 {
+    qInstallMessageHandler(terminaltext::writeLogLine);
     const QCoreApplication application(argc, argv);
     const std::optional<Arguments> arguments = readArguments();
     if (!arguments)
@@ -164,7 +173,9 @@ int main(int argc, char *argv[])
     const QByteArray link = arguments->link.toLocal8Bit();
     if (!link.isEmpty() &&
         ::symlink(printer.portPath().toLocal8Bit().constData(), link.constData()) != 0) {
-        std::perror(("virtual-printer: " + link).constData());
+        print(
+            stderr,
+            QStringLiteral("virtual-printer: %1: %2").arg(arguments->link, qt_error_string(errno)));
         return 1;
     }
     print(stdout, printer.portPath());

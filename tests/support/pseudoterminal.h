@@ -1,0 +1,56 @@
+#pragma once
+
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <QByteArray>
+#include <QString>
+
+/// A terminal that a program can be started on, and that keeps what the program writes as it comes.
+class PseudoTerminal
+{
+public:
+    PseudoTerminal() : m_ours(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        if (m_ours < 0 || ::grantpt(m_ours) != 0 || ::unlockpt(m_ours) != 0)
+            return;
+        m_path = QString::fromLocal8Bit(::ptsname(m_ours));
+        m_programs = ::open(::ptsname(m_ours), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        termios settings{};
+        ::tcgetattr(m_programs, &settings);
+        ::cfmakeraw(&settings);
+        ::tcsetattr(m_programs, TCSANOW, &settings);
+    }
+    ~PseudoTerminal()
+    {
+        ::close(m_programs);
+        ::close(m_ours);
+    }
+    PseudoTerminal(const PseudoTerminal &) = delete;
+    PseudoTerminal &operator=(const PseudoTerminal &) = delete;
+
+    const QString &path() const { return m_path; }
+
+    /// All that has been written and not been read yet.
+    QByteArray read()
+    {
+        QByteArray bytes;
+        pollfd waiting{m_ours, POLLIN, 0};
+        while (::poll(&waiting, 1, 0) > 0) {
+            char piece[4096];
+            const ssize_t count = ::read(m_ours, piece, sizeof piece);
+            if (count <= 0)
+                break;
+            bytes.append(piece, static_cast<int>(count));
+        }
+        return bytes;
+    }
+
+private:
+    int m_ours;
+    int m_programs = -1;
+    QString m_path;
+};
