@@ -54,7 +54,8 @@ void reportShort(const BadCode &code, Report &report)
 /// Whether a short tag is none of the library's and can't be meant as text, as in "1 < a > 0".
 bool isUnknownMarkup(const Analysis &analysis, const QString &inner)
 {
-    return !isMarkup(inner) && !isTooShort(analysis, inner) && !inner.at(0).isSpace() &&
+    return !inner.isEmpty() && !isMarkup(inner) && !isTooShort(analysis, inner) &&
+           !inner.at(0).isSpace() &&
            std::any_of(inner.cbegin(), inner.cend(), [](QChar c) { return c.isLetter(); });
 }
 

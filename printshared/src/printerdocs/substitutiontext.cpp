@@ -48,7 +48,9 @@ bool vanishesWithItsGroup(QStringView value)
 SubstitutionText::SubstitutionText(QStringView scanned, QStringView line)
     : m_leftSize(static_cast<int>(scanned.size())), m_rightBegin(m_leftSize)
 {
-    m_buffer.append(scanned.data(), m_leftSize);
+    // A null pointer is no array to append, not even one of no characters.
+    if (!scanned.isEmpty())
+        m_buffer.append(scanned.data(), m_leftSize);
     m_buffer.append(line.data(), static_cast<int>(line.size()));
     pushBrackets(line);
 }
