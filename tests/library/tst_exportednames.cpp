@@ -64,8 +64,10 @@ QString ownerOf(const QString &symbol)
     if (parts.size() == 1)
         return name;
     // A namespace's member keeps the namespace's name.
-    const bool inNamespace = parts.first() == parts.first().toLower();
-    return inNamespace ? parts.mid(0, 2).join("::") : parts.first();
+    int namespaces = 0;
+    while (namespaces < parts.size() - 1 && parts.at(namespaces) == parts.at(namespaces).toLower())
+        ++namespaces;
+    return parts.mid(0, namespaces + 1).join("::");
 }
 
 /// Inline things of other libraries that the compiler repeats here, weak or unique, and the marks
@@ -118,6 +120,8 @@ private Q_SLOTS:
                                         << "bbcpp::BBNode";
         QTest::newRow("function in a namespace") << "bbcpp::printDocument(bbcpp::BBDocument const&)"
                                                  << "bbcpp::printDocument";
+        QTest::newRow("in a namespace of a namespace") << "a::b::Foo::f(int)::id"
+                                                       << "a::b::Foo";
         QTest::newRow("C function") << "te_interp"
                                     << "te_interp";
         QTest::newRow("free operator") << "operator<<(QDebug, PrintDeviceInfo const&)"
