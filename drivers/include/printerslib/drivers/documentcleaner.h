@@ -49,7 +49,7 @@ public:
     /// A rule as people write it.
     struct NamedRule
     {
-        Rule rule;
+        Rule rule;       ///< one of the above
         QString name;    ///< one lower-case word
         QString effect;  ///< in English, such as "< becomes a blank"
     };
