@@ -13,6 +13,7 @@ namespace {
 using Lock = std::lock_guard<std::mutex>;
 
 constexpr int greatestInt = std::numeric_limits<int>::max();
+constexpr int noNumber = -1;
 
 // Configurations come from JSON and from text files, so a whole number may arrive as a double or as
 // text. QVariant::toInt would round and wrap around where this refuses.
@@ -74,18 +75,12 @@ constexpr NumberField numberFields[] = {
      }},
 };
 
-bool setNumber(Rs232PortSettings &settings, const QString &key, const QVariant &value)
+const NumberField *numberFieldOf(const QString &key)
 {
     const auto *field =
         std::find_if(std::begin(numberFields), std::end(numberFields),
                      [&key](const NumberField &row) { return key == QLatin1String(row.key); });
-    if (field == std::end(numberFields))
-        return false;
-    const std::optional<int> number = wholeNumber(value);
-    if (!number || !field->allowed(*number))
-        return false;
-    field->write(settings, *number);
-    return true;
+    return field == std::end(numberFields) ? nullptr : field;
 }
 
 QString portNameKey()
@@ -157,20 +152,32 @@ QList<QVariant> RS232Settings::toList() const
 
 bool RS232Settings::setValue(const QMap<QString, QVariant> &item)
 {
-    const Lock lock(m_mutex);
-    const auto group = item.constFind(QStringLiteral("group"));
-    if (group == item.constEnd() || group->toString() != m_name)
-        return false;
+    // Conversions of a program's own types are its code and may use these settings: the lock comes
+    // behind them.
+    const bool hasGroup = item.contains(QStringLiteral("group"));
+    const QString group = item.value(QStringLiteral("group")).toString();
     const QString key = item.value(QStringLiteral("key")).toString();
     const QVariant value = item.value(QStringLiteral("value"));
-    if (key != portNameKey() && key != textKey())
-        return setNumber(m_portSettings, key, value);
-    if (!value.canConvert<QString>() || value.userType() == QMetaType::QStringList)
+    const NumberField *field = numberFieldOf(key);
+    const int number = field == nullptr ? noNumber : wholeNumber(value).value_or(noNumber);
+    const bool isText = value.canConvert<QString>() && value.userType() != QMetaType::QStringList;
+    const QString text = isText ? value.toString() : QString();
+
+    const Lock lock(m_mutex);
+    if (!hasGroup || group != m_name)
+        return false;
+    if (field != nullptr) {
+        if (number == noNumber || !field->allowed(number))
+            return false;
+        field->write(m_portSettings, number);
+        return true;
+    }
+    if (!isText || (key != portNameKey() && key != textKey()))
         return false;
     if (key == textKey())
-        m_text = value.toString();
+        m_text = text;
     else
-        m_portSettings.setPortName(value.toString());
+        m_portSettings.setPortName(text);
     return true;
 }
 

@@ -402,9 +402,16 @@ QList<PrinterInfo> PrinterInfo::fromResources()
 {
     // Every object of the text printer's settings asks twice. The resource can't change; a failure
     // isn't kept, so that it is logged each time.
+    {
+        const std::lock_guard<std::mutex> lock(catalogueMutex);
+        if (!catalogue.isEmpty())
+            return catalogue;
+    }
+    // Not under the lock: a client's message handler may ask for the catalogue.
+    const QList<PrinterInfo> read = fromFile(RC_INFO_FILENAME);
     const std::lock_guard<std::mutex> lock(catalogueMutex);
     if (catalogue.isEmpty())
-        catalogue = fromFile(RC_INFO_FILENAME);
+        catalogue = read;
     return catalogue;
 }
 

@@ -1,5 +1,8 @@
 #include "settings/checktemplatessettings.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "settings/printsrvsettings.h"
 #include "settings/settingsitem_p.h"
 
@@ -19,10 +22,14 @@ CheckTemplatesSettings::~CheckTemplatesSettings() = default;
 
 QString CheckTemplatesSettings::checkTemplatesPath() const
 {
-    const QMutexLocker lock(&_settingsMutex);
-    if (_checkTemplatesPath.isEmpty())
-        return PrintSrvSettings().workDir() + QLatin1String("/templates");
-    return _checkTemplatesPath;
+    QString path;
+    {
+        const QMutexLocker lock(&_settingsMutex);
+        path = _checkTemplatesPath;
+    }
+    // Not under the lock: what goes wrong with the folders is logged, and a client's message
+    // handler may ask for the templates.
+    return path.isEmpty() ? PrintSrvSettings().workDir() + QLatin1String("/templates") : path;
 }
 
 void CheckTemplatesSettings::setCheckTemplatesPath(const QString &path)
@@ -45,15 +52,18 @@ void CheckTemplatesSettings::setDefaultCheckTemplate(const QString &fileName)
 
 bool CheckTemplatesSettings::setValue(const QMap<QString, QVariant> &item)
 {
+    const settingsitem::Item plainItem = settingsitem::withText(item);
     const QMutexLocker lock(&_settingsMutex);
-    return setLocked(item);
+    return setLocked(plainItem);
 }
 
 void CheckTemplatesSettings::setList(const QList<QVariant> &list)
 {
+    QVector<settingsitem::Item> items = settingsitem::itemsOf(list);
+    std::transform(items.cbegin(), items.cend(), items.begin(), settingsitem::withText);
     const QMutexLocker lock(&_settingsMutex);
-    for (const QVariant &item : list)
-        setLocked(item.toMap());
+    for (const settingsitem::Item &item : std::as_const(items))
+        setLocked(item);
 }
 
 QList<QVariant> CheckTemplatesSettings::toList() const

@@ -21,9 +21,17 @@ void insertModels(QMap<QString, PrinterInfo> &map)
 /// one map until it is given another. A catalogue that can't be read is asked for again.
 QMap<QString, PrinterInfo> sharedModels()
 {
+    {
+        const std::lock_guard<std::mutex> lock(modelsMutex);
+        if (!models.isEmpty())
+            return models;
+    }
+    // Not under the lock: a failure is logged, and a client's message handler may use the settings.
+    QMap<QString, PrinterInfo> read;
+    insertModels(read);
     const std::lock_guard<std::mutex> lock(modelsMutex);
     if (models.isEmpty())
-        insertModels(models);
+        models = read;
     return models;
 }
 

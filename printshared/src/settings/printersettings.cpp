@@ -1,6 +1,8 @@
 #include "settings/printersettings.h"
 
+#include <algorithm>
 #include <mutex>
+#include <utility>
 
 #include "settings/settingsitem_p.h"
 #include "settings/systemprintersettings.h"
@@ -25,6 +27,15 @@ Enumeration knownOrZero(const QString &text)
 {
     const int number = text.toInt();
     return static_cast<Enumeration>(number == 1 || number == 2 ? number : 0);
+}
+
+/// The item as it goes under the locks: the section's value as a text, that of the port for it to
+/// choose.
+settingsitem::Item plainItem(const settingsitem::Item &item)
+{
+    if (settingsitem::group(item) == PrinterSettings::SECTION)
+        return settingsitem::withText(item);
+    return settingsitem::plain(item, settingsitem::plainValue(settingsitem::value(item)));
 }
 
 }  // namespace
@@ -286,15 +297,18 @@ QList<QVariant> PrinterSettings::toList() const
 
 void PrinterSettings::setList(const QList<QVariant> &list)
 {
+    QVector<settingsitem::Item> items = settingsitem::itemsOf(list);
+    std::transform(items.cbegin(), items.cend(), items.begin(), plainItem);
     const QMutexLocker lock(&_settingsMutex);
-    for (const QVariant &item : list)
-        setLocked(item.toMap());
+    for (const settingsitem::Item &item : std::as_const(items))
+        setLocked(item);
 }
 
 bool PrinterSettings::setValue(const QMap<QString, QVariant> &item)
 {
+    const settingsitem::Item plain = plainItem(item);
     const QMutexLocker lock(&_settingsMutex);
-    return setLocked(item);
+    return setLocked(plain);
 }
 
 int PrinterSettings::defSymbolsPerLine()

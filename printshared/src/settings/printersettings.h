@@ -26,6 +26,9 @@
 /// class that holds it must call nothing here but what takes no lock of that kind: the two forms of
 /// port(), setPortSettings() and printerNameToSection(). The serial settings keep the printer's
 /// name while an item list is read or written, whatever name another thread asks port() for.
+///
+/// Nothing is logged and no value of a client's own type is converted under the mutex: message
+/// handlers and conversions may use all settings.
 class PRINTERSLIB_EXPORT PrinterSettings : public IPrintDeviceSettings
 {
 public:

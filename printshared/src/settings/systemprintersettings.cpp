@@ -1,6 +1,7 @@
 #include "settings/systemprintersettings.h"
 
 #include <QFontDatabase>
+#include <utility>
 
 #include "settings/settingsitem_p.h"
 
@@ -16,6 +17,24 @@ static_assert(int(ISystemPrinterSettings::Cicero) == int(QPageLayout::Cicero) &&
 bool isUnit(int number)
 {
     return number >= ISystemPrinterSettings::Millimeter && number <= ISystemPrinterSettings::Cicero;
+}
+
+/// The item with its value converted to the type of the setting that its key names. The lock is
+/// taken for the look at that type alone.
+template <typename Fields>
+settingsitem::Item typedItem(const settingsitem::Item &item, const Fields &fields, QMutex &mutex)
+{
+    const QString key = settingsitem::key(item);
+    QVariant value = settingsitem::value(item);
+    for (const auto &field : fields) {
+        if (key != field.key)
+            continue;
+        QMutexLocker lock(&mutex);
+        const int type = field.read().userType();
+        lock.unlock();
+        value.convert(type);
+    }
+    return settingsitem::plain(item, value);
 }
 
 }  // namespace
@@ -101,17 +120,21 @@ QList<QVariant> SystemPrinterSettings::toList() const
 void SystemPrinterSettings::setList(const QList<QVariant> &list)
 {
     PrinterSettings::setList(list);
+    QVector<settingsitem::Item> items = settingsitem::itemsOf(list);
+    for (settingsitem::Item &item : items)
+        item = typedItem(item, fields, _settingsMutex);
     const QMutexLocker lock(&_settingsMutex);
-    for (const QVariant &item : list)
-        setOwnValueLocked(item.toMap());
+    for (const settingsitem::Item &item : std::as_const(items))
+        setOwnValueLocked(item);
 }
 
 bool SystemPrinterSettings::setValue(const QMap<QString, QVariant> &item)
 {
     if (PrinterSettings::setValue(item))
         return true;
+    const settingsitem::Item plain = typedItem(item, fields, _settingsMutex);
     const QMutexLocker lock(&_settingsMutex);
-    return setOwnValueLocked(item);
+    return setOwnValueLocked(plain);
 }
 
 int SystemPrinterSettings::defSymbolsPerLine()
@@ -123,11 +146,15 @@ int SystemPrinterSettings::defSymbolsPerLine()
 QFont SystemPrinterSettings::defaultFont(const QString &name) const
 {
     Q_UNUSED(name)
-    const QMutexLocker lock(&_settingsMutex);
+    QString text;
+    {
+        const QMutexLocker lock(&_settingsMutex);
+        text = _defaultFont;
+    }
+    // Not under the lock: a text that is no font is logged, and a client's message handler may use
+    // the settings.
     QFont font;
-    if (!_defaultFont.isEmpty() && font.fromString(_defaultFont))
-        return font;
-    return prepareDefaultFont();
+    return !text.isEmpty() && font.fromString(text) ? font : prepareDefaultFont();
 }
 
 void SystemPrinterSettings::setDefaultFont(const QString &name, const QFont &font)

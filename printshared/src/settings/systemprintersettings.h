@@ -97,7 +97,7 @@ public:
 
     /// The font that is used while none is set: "Monospace" or else the first fixed-pitch family
     /// with Cyrillic letters, or else the default family; upright, of normal weight, 14 points.
-    /// Takes no lock, since defaultFont() calls it under one.
+    /// Takes no lock: a derived class that holds the settings mutex may call it.
     static QFont prepareDefaultFont();
 
 private:
