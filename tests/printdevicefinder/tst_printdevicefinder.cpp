@@ -678,6 +678,84 @@ private Q_SLOTS:
                  silentsearch::scan1D491().mid(0, 2) + silentsearch::scanAV268());
     }
 
+    void finderMayBeDeletedInASlot_data()
+    {
+        QTest::addColumn<QString>("ending");
+        QTest::addColumn<QString>("signal");
+        QTest::addColumn<QStringList>("signalNames");
+        const QStringList death{"needCancel", "finished"};
+        const QString found = "deviceFinded CUSTOM_VKP_80";
+        const QString nothing = "noDevices There no devices finded";
+        const auto row = [](const char *ending, const char *signal, const QStringList &names) {
+            QTest::addRow("%s, %s", ending, signal) << QString(ending) << QString(signal) << names;
+        };
+        row("found", "needCancel", QStringList("needCancel") + death);
+        row("found", "finished", death + death);
+        row("found", "deviceFinded", death + QStringList(found) + death);
+        row("not found", "noDevices", QStringList(nothing) + death);
+        row("not found", "finished", QStringList{nothing, "finished"} + death);
+        // Once in front of the tasks and once for each; then a deleted finder has none left.
+        row("cancelled", "needCancel", QStringList{"needCancel", "needCancel"} + death);
+        row("cancelled", "finished", QStringList{"needCancel", "needCancel", "finished"} + death);
+        row("no port", "noDevices", QStringList("noDevices There are no available ports") + death);
+        row("no record", "noDevices",
+            QStringList("noDevices There are no available configs") + death);
+    }
+
+    // Whether the memory is used after it was freed is for ./dev asan to find; the signals tell
+    // too.
+    void finderMayBeDeletedInASlot()
+    {
+        QFETCH(QString, ending);
+        QFETCH(QString, signal);
+        QFETCH(QStringList, signalNames);
+        std::atomic<bool> hold{ending == "cancelled"};
+        PrinterBench bench;
+        bench.beforeWait = [&](QSerialPort &, int, int) {
+            bench.holdWhile([&hold] { return hold.load(); });
+        };
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80"));
+        ObservedFinder observed;
+        const auto end = [&] { observed.finder.reset(); };
+        PrintDeviceFinder *const finder = observed.finder.get();
+        if (signal == "needCancel")
+            QObject::connect(finder, &PrintDeviceFinder::needCancel, end);
+        else if (signal == "finished")
+            QObject::connect(finder, &PrintDeviceFinder::finished, end);
+        else if (signal == "noDevices")
+            QObject::connect(finder, &PrintDeviceFinder::noDevices, end);
+        else
+            QObject::connect(finder, &PrintDeviceFinder::deviceFinded, end);
+
+        QList<PrintDeviceInfo> none;
+        if (ending == "no port")
+            finder->start(QStringList());
+        else if (ending == "no record")
+            finder->test(none);
+        else
+            finder->start({ending == "not found" ? "no-such-port" : printer->portPath()});
+        if (ending == "cancelled")
+            finder->cancel();
+        QTRY_VERIFY(observed.finder == nullptr);
+        hold = false;
+        ObservedFinder::settle();
+        QCOMPARE(observed.signalNames, signalNames);
+    }
+
+    void deletedInASlotOfAnotherFinder()
+    {
+        ObservedFinder one;
+        ObservedFinder other;
+        QObject::connect(one.finder.get(), &PrintDeviceFinder::noDevices,
+                         [&] { other.finder.reset(); });
+        other.finder->start({"no-such-port"});
+        one.finder->start({"no-such-port-either"});
+        QVERIFY(one.waitForFinished());
+        QVERIFY(other.finder == nullptr);
+        QCOMPARE(other.signalNames.last(), QString("finished"));
+        QCOMPARE(one.signalNames, (QStringList{"noDevices There no devices finded", "finished"}));
+    }
+
     // Many ports, faulty devices
 
     void sixtyFourPortsAreSearchedAtOnce()

@@ -36,24 +36,31 @@ PrintDeviceFinder::~PrintDeviceFinder()
     m_link->dropFinder();
 }
 
+// A slot of any signal may delete the finder, whose end then has done the rest. The link is kept,
+// as its lock is held while needCancel() is signalled.
 void PrintDeviceFinder::cancel()
 {
     qCWarning(SEARCH_PRINTERS) << "CANCEL" << m_devices.size();
+    const QPointer<PrintDeviceFinder> alive(this);
     const QList<QPointer<QFutureWatcher<PrintDeviceInfo>>> watchers = m_watchers.values();
     for (const auto &watcher : watchers) {
         if (!watcher.isNull())
             disconnect(watcher.data(), &QFutureWatcherBase::finished, this,
                        &PrintDeviceFinder::watcherFinished);
     }
-    m_link->cancel([this] { Q_EMIT needCancel(); });
+    const QSharedPointer<FinderLink> link = m_link;
+    link->cancel([this] { Q_EMIT needCancel(); });
     for (const auto &watcher : watchers) {
-        m_link->cancel([this] { Q_EMIT needCancel(); });
+        if (!alive.isNull())
+            link->cancel([this] { Q_EMIT needCancel(); });
         if (watcher.isNull())
             continue;
         watcher->cancel();
         watcher->deleteLater();
         delete watcher.data();
     }
+    if (alive.isNull())
+        return;
     m_watchers.clear();
     qCWarning(SEARCH_PRINTERS) << "CANCELED" << m_devices.size();
     Q_EMIT finished();
@@ -108,6 +115,8 @@ void PrintDeviceFinder::watcherFinished()
     if (watcher == nullptr)
         return;
     const PrintDeviceInfo info = watcher->future().result();
+    // It is in the middle of its signal, and must not go with the finder if a slot deletes that.
+    watcher->setParent(nullptr);
     watcher->deleteLater();
     m_watchers.remove(info.settings().portName());
     if (info.isValid())
@@ -118,15 +127,20 @@ void PrintDeviceFinder::watcherFinished()
 
 void PrintDeviceFinder::accept(const PrintDeviceInfo &info)
 {
+    const QPointer<PrintDeviceFinder> alive(this);
     m_devices.append(info);
     cancel();
-    Q_EMIT deviceFinded(info);
+    if (!alive.isNull())
+        Q_EMIT deviceFinded(info);
 }
 
 void PrintDeviceFinder::finishWithoutDevice()
 {
+    const QPointer<PrintDeviceFinder> alive(this);
     if (m_devices.isEmpty())
         Q_EMIT noDevices(tr("There no devices finded"));
+    if (alive.isNull())
+        return;
     qCWarning(SEARCH_PRINTERS).noquote() << tr("There no devices found");
     Q_EMIT finished();
 }

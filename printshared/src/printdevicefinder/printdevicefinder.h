@@ -21,6 +21,11 @@ class FinderLink;
 /// signals come from there. The ports are worked on by threads of QThreadPool::globalInstance(). A
 /// search over a port where nobody answers takes near three minutes. A finder can be used again
 /// after each search.
+///
+/// A slot of any of its signals may delete the finder. Its end signals needCancel() and finished()
+/// once more, and what was still to be signalled behind that slot doesn't come: so no device either
+/// for a slot of finished(). A slot that deletes has to do so once (test
+/// finderMayBeDeletedInASlot).
 class PRINTERSLIB_EXPORT PrintDeviceFinder : public QObject
 {
     Q_OBJECT
