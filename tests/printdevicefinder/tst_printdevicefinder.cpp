@@ -9,6 +9,7 @@
 
 #include "logcatcher.h"
 #include "markingtranslator.h"
+#include "printdevicefinder/cancellableport_p.h"
 #include "printdevicefinder/finderlink_p.h"
 #include "printdevicefinder/findertasks_p.h"
 #include "printdevicefinder/printdevicefinder.h"
@@ -806,6 +807,109 @@ private Q_SLOTS:
         QVERIFY(observed.waitForFinished());
         QCOMPARE(observed.found.size(), 1);
         QCOMPARE(observed.found.constFirst().deviceId(), QString("CITIZEN_PPU_231"));
+    }
+
+    void portThatVanishesInASilentWaitIsNoPrinter_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("bytes");
+        QTest::addColumn<bool>("isSearch");
+        // As many bytes as the host has sent when it waits for silence, on the first line setting.
+        QTest::newRow("AV-268, confirmed") << "AV_268" << 10 << false;
+        QTest::newRow("Citizen PPU-231, confirmed") << "CITIZEN_PPU_231" << 7 << false;
+        QTest::newRow("Star, confirmed") << "TSP-TUP" << 12 << false;
+        const int before = 63 * 6 + 63 * 3;  // scan1D491 and scanSwecoin
+        QTest::newRow("AV-268, searched") << "AV_268" << before + 24 * 7 + 10 << true;
+        QTest::newRow("Citizen PPU-231, searched")
+            << "CITIZEN_PPU_231" << before + 24 * 7 + 2 + 7 << true;
+        QTest::newRow("Star, searched") << "TSP-TUP" << before + 12 << true;
+    }
+
+    // A pulled adapter reads as silence, which is what these probes wait for.
+    void portThatVanishesInASilentWaitIsNoPrinter()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, bytes);
+        QFETCH(bool, isSearch);
+        VirtualPrinterOptions options = model == "AV_268"
+                                            ? printerOf(model, 115200, QSerialPort::SoftwareControl)
+                                        : model == "TSP-TUP" ? printerOf(model, 38400)
+                                                             : printerOf(model, 19200);
+        for (const bool vanishes : {false, true}) {
+            options.fault = vanishes ? VirtualFault::HangUp : VirtualFault::None;
+            options.faultValue = bytes;
+            PrinterBench bench;
+            const auto printer = bench.add(options);
+            ObservedFinder observed;
+            QList<PrintDeviceInfo> records{record(printer->portPath(), model, options.baudRate)};
+            if (isSearch)
+                observed.finder->start({printer->portPath()});
+            else
+                observed.finder->test(records);
+            QVERIFY(observed.waitForFinished());
+            if (!vanishes)
+                QCOMPARE(observed.signalNames.last(), "deviceFinded " + model);
+            else
+                QCOMPARE(observed.signalNames,
+                         (QStringList{"noDevices There no devices finded", "finished"}));
+            // The silent wait is the last: the count of bytes is the one on which it hangs.
+            if (vanishes)
+                QCOMPARE(printer->received().size(), bytes);
+        }
+    }
+
+    void vanishedPortIsClosedAtTheNextLook()
+    {
+        VirtualPrinter printer(printerOf("AV_268"));
+        const auto port = QSharedPointer<CancellablePort>::create(printer.portPath());
+        const PrintersHelper helper(port);
+        QVERIFY(port->open(QIODevice::ReadWrite));
+        QVERIFY(!port->waitForReadyRead(0));
+        QVERIFY(helper.portIsValid());
+        // A line that has only run out of input, or can't do a parity, is still there.
+        port->setParity(QSerialPort::EvenParity);
+        QVERIFY(helper.portIsValid());
+        printer.hangUp();
+        QVERIFY(!port->waitForReadyRead(1000));
+        QVERIFY(port->isOpen());
+        QVERIFY(!helper.portIsValid());
+        QVERIFY(!port->isOpen());
+    }
+
+    void closingBytesLeaveTheLineBeforeThePortCloses()
+    {
+        static QStringList calls;
+        class RecordingOutput : public SerialPortOutput
+        {
+        public:
+            using SerialPortOutput::SerialPortOutput;
+            bool pause(int milliseconds) override
+            {
+                calls.append(QString("pause %1").arg(milliseconds));
+                return true;
+            }
+            void drop() override { calls.append("drop"); }
+            void close() override
+            {
+                calls.append("close");
+                SerialPortOutput::close();
+            }
+        };
+        for (const bool isPrinter : {true, false}) {
+            calls.clear();
+            PrinterBench bench;
+            discovery::outputOf = [](QSerialPort &port) -> std::unique_ptr<PortOutput> {
+                return std::make_unique<RecordingOutput>(port);
+            };
+            const auto printer = bench.add(printerOf("CITIZEN_PPU_700", isPrinter ? 1200 : 9600));
+            ObservedFinder observed;
+            QList<PrintDeviceInfo> records{record(printer->portPath(), "CITIZEN_PPU_700", 1200)};
+            observed.finder->test(records);
+            QVERIFY(observed.waitForFinished());
+            // 128 characters of 10 bits at 1200 baud.
+            QCOMPARE(calls, isPrinter ? (QStringList{"pause 1067", "close"})
+                                      : (QStringList{"drop", "close"}));
+        }
     }
 
     void endlessGarbageEndsTheSearch()

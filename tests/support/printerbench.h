@@ -11,6 +11,7 @@
 #include <mutex>
 #include <thread>
 
+#include "printdevicefinder/outputdrain_p.h"
 #include "printdevicefinder/printershelper_p.h"
 #include "virtualprinter.h"
 
@@ -28,6 +29,10 @@ public:
         current() = this;
         m_realWait = discovery::waitForInput;
         discovery::waitForInput = wait;
+        m_realOutput = discovery::outputOf;
+        discovery::outputOf = [](QSerialPort &port) -> std::unique_ptr<PortOutput> {
+            return std::make_unique<HurriedOutput>(port);
+        };
     }
 
     /// Waits for the tasks, which look at the bench. They may still run if a check has failed;
@@ -37,6 +42,7 @@ public:
         m_isClosing = true;
         QThreadPool::globalInstance()->waitForDone();
         discovery::waitForInput = m_realWait;
+        discovery::outputOf = m_realOutput;
         current() = nullptr;
     }
 
@@ -74,6 +80,14 @@ public:
     std::function<void(QSerialPort &port, int milliseconds, int count)> beforeWait;
 
 private:
+    /// A pseudo terminal delivers at once: there is nothing to wait for.
+    class HurriedOutput : public SerialPortOutput
+    {
+    public:
+        using SerialPortOutput::SerialPortOutput;
+        bool pause(int) override { return true; }
+    };
+
     static PrinterBench *&current()
     {
         static PrinterBench *bench = nullptr;
@@ -102,6 +116,7 @@ private:
     }
 
     discovery::WaitForInput m_realWait = nullptr;
+    discovery::OutputOf m_realOutput = nullptr;
     std::mutex m_mutex;
     std::map<QString, std::shared_ptr<VirtualPrinter>> m_printers;
     int m_waits = 0;

@@ -1,8 +1,7 @@
 #include "printdevicefinder/findertasks_p.h"
 
-#include <QSerialPort>
-
 #include "printdevicefinder/cancellableport_p.h"
+#include "printdevicefinder/outputdrain_p.h"
 #include "printdevicefinder/printershelper.h"
 #include "printdevicefinder/searchprinters_p.h"
 
@@ -19,16 +18,21 @@ PrintDeviceInfo nothingOn(const QString &portName)
     return result;
 }
 
-PrintDeviceInfo scanned(PrintersHelper &helper, QString id, hearth::Rs232PortSettings settings,
-                        const QString &portName)
+/// Looks for the printer and closes the port. A port whose device went while the last probe waited
+/// for silence is none with a printer.
+PrintDeviceInfo scanned(CancellablePort &port, PrintersHelper &helper, QString id,
+                        hearth::Rs232PortSettings settings, const QString &portName)
 {
     PrintDeviceInfo result;
-    if (helper.scan(id, settings)) {
+    const bool isPrinter = helper.scan(id, settings) && helper.portIsValid();
+    if (isPrinter) {
         result.setDeviceType(serialTextPrinter);
         result.setDeviceId(id);
     }
     settings.setPortName(portName);
     result.setSettings(settings);
+    if (port.isOpen())
+        discovery::closePort(*discovery::outputOf(port), isPrinter);
     return result;
 }
 
@@ -43,7 +47,7 @@ bool isUsable(const PrintDeviceInfo &record)
 PrintDeviceInfo findertasks::searchPort(const QSharedPointer<FinderLink> &link, int cancelCount,
                                         const QString &portName)
 {
-    const auto port = QSharedPointer<QSerialPort>::create(portName);
+    const auto port = QSharedPointer<CancellablePort>::create(portName);
     port->open(QIODevice::ReadWrite);
     if (!port->isOpen())
         return nothingOn(portName);
@@ -54,8 +58,8 @@ PrintDeviceInfo findertasks::searchPort(const QSharedPointer<FinderLink> &link, 
         qCWarning(SEARCH_PRINTERS).nospace().noquote() << "STOP " << port->portName();
         stopped->requestStop();
     });
-    PrintDeviceInfo result = scanned(helper, QString(), hearth::Rs232PortSettings(), portName);
-    port->close();
+    PrintDeviceInfo result =
+        scanned(*port, helper, QString(), hearth::Rs232PortSettings(), portName);
     link->disconnect(connection);
     qCWarning(SEARCH_PRINTERS).nospace().noquote() << "STOPPED " << port->portName();
     return result;
@@ -76,7 +80,5 @@ PrintDeviceInfo findertasks::testDevice(const QSharedPointer<FinderLink> &link, 
         return nothingOn(portName);
 
     PrintersHelper helper(port);
-    PrintDeviceInfo result = scanned(helper, record.deviceId(), record.settings(), portName);
-    port->close();
-    return result;
+    return scanned(*port, helper, record.deviceId(), record.settings(), portName);
 }

@@ -48,7 +48,8 @@ public:
     /// Puts baud rate, parity, data bits, stop bits and flow control on the port; failures are
     /// not looked at. Does nothing without a port.
     void setPortSettings(const hearth::Rs232PortSettings &settings);
-    /// Whether there is a port, and it is open. A cancelled test's port is closed here.
+    /// Whether there is a port, and it is open. In a search of PrintDeviceFinder a port whose
+    /// device has gone is closed here, and a cancelled test's port.
     bool portIsValid() const;
     /// Waits for input on the port.
     /// @return whether there is something to read; false at once if the port isn't valid
