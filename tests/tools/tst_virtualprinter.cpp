@@ -234,6 +234,31 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo(link).isSymLink());
     }
 
+    void programEndsWhenItsFaultHungUp()
+    {
+        const QTemporaryDir folder;
+        const QString link = folder.filePath("printer");
+        QProcess program;
+        program.start(VIRTUAL_PRINTER_PROGRAM, {"--model", "CUSTOM_VKP_80", "--baud", "9600",
+                                                "--fault", "hangup-after=4", "--link", link});
+        while (!program.canReadLine())
+            QVERIFY(program.waitForReadyRead(answerMilliseconds));
+        QSerialPort port(link);
+        QVERIFY(port.open(QIODevice::ReadWrite));
+        port.write("\x1D\x49\x01", 3);
+        port.waitForBytesWritten(answerMilliseconds);
+        QVERIFY(!program.waitForFinished(300));
+        port.write("\x1D\x49\x01", 3);
+        port.waitForBytesWritten(answerMilliseconds);
+        QVERIFY(program.waitForFinished(answerMilliseconds));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+        const QList<QByteArray> lines = program.readAllStandardOutput().trimmed().split('\n');
+        QCOMPARE(lines.last(), QByteArray("hung up after 6 bytes"));
+        QVERIFY(!QFileInfo(link).isSymLink());
+        QCOMPARE(program.readAllStandardError(), QByteArray());
+    }
+
     void programRejectsWrongUsage_data()
     {
         QTest::addColumn<QStringList>("arguments");

@@ -1,4 +1,4 @@
-// Plays a receipt printer on a pseudo terminal until it is interrupted.
+// Plays a receipt printer on a pseudo terminal until it is interrupted, or until its fault hung up.
 #include <unistd.h>
 
 #include <QCommandLineParser>
@@ -92,7 +92,8 @@ QCommandLineOption describe(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(
         QStringLiteral("Plays a receipt printer on a pseudo terminal: prints the port's path, then "
-                       "the dialogue in hexadecimal with the line settings in force.\nModels: ") +
+                       "the dialogue in hexadecimal with the line settings in force. Ends when it "
+                       "is interrupted, or when its fault has hung up.\nModels: ") +
         virtualModelIds().join(QStringLiteral(", ")));
     const auto option = [&parser](const char *name, const char *description, const char *value) {
         parser.addOption(QCommandLineOption(QLatin1String(name), QLatin1String(description),
@@ -152,8 +153,10 @@ void play(VirtualPrinter &printer)
     ::sigaction(SIGTERM, &action, nullptr);
     printer.setObserver(
         [](const VirtualExchange &exchange) { print(stdout, exchange.toString()); });
-    while (interrupted == 0)
+    while (interrupted == 0 && !printer.hasHungUp())
         printer.waitAndService(pollMilliseconds);
+    if (printer.hasHungUp())
+        print(stdout, QStringLiteral("hung up after %1 bytes").arg(printer.received().size()));
 }
 
 }  // namespace

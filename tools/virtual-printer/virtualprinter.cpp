@@ -346,6 +346,12 @@ void VirtualPrinter::hangUp()
     closeTerminal();
 }
 
+bool VirtualPrinter::hasHungUp() const
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    return isValid() && m_master < 0;
+}
+
 QVector<VirtualExchange> VirtualPrinter::dialogue() const
 {
     const std::lock_guard<std::recursive_mutex> lock(m_mutex);

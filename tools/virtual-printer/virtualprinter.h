@@ -82,6 +82,8 @@ public:
     void stop();
     /// Takes the printer off the line, as a pulled USB adapter does.
     void hangUp();
+    /// Whether it is off the line, by hangUp() or by its fault.
+    bool hasHungUp() const;
 
     /// All exchanges since construction.
     QVector<VirtualExchange> dialogue() const;
