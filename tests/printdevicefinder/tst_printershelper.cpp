@@ -1,3 +1,7 @@
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
 #include <QtTest>
 #include <random>
 
@@ -72,6 +76,76 @@ private:
         port->open(QIODevice::ReadWrite);
         return port;
     }
+};
+
+/// A device that answers each question at the last moment, whatever the line setting, so that a
+/// search waits as long as it can, and is never taken for a printer.
+class HostileDevice
+{
+public:
+    HostileDevice()
+    {
+        m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+        char path[64] = {};
+        if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0 ||
+            ::ptsname_r(m_master, path, sizeof path) != 0)
+            qFatal("there is no pseudo terminal to be had");
+        portPath = QString::fromLocal8Bit(path);
+        current() = this;
+        m_realWait = discovery::waitForInput;
+        discovery::waitForInput = wait;
+    }
+    ~HostileDevice()
+    {
+        discovery::waitForInput = m_realWait;
+        ::close(m_master);
+    }
+    HostileDevice(const HostileDevice &) = delete;
+    HostileDevice &operator=(const HostileDevice &) = delete;
+
+    QString portPath;
+    int waited = 0;  ///< Milliseconds that the search would have waited.
+
+private:
+    static HostileDevice *&current()
+    {
+        static HostileDevice *device = nullptr;
+        return device;
+    }
+
+    static bool wait(QSerialPort &port, int milliseconds)
+    {
+        HostileDevice &device = *current();
+        device.waited += milliseconds;
+        while (port.bytesToWrite() > 0 && port.flush()) {
+        }
+        char request[64];
+        const ssize_t count = ::read(device.m_master, request, sizeof request);
+        const QByteArray answer =
+            device.answerTo(QByteArray(request, int(qMax<ssize_t>(count, 0))));
+        if (::write(device.m_master, answer.constData(), size_t(answer.size())) != answer.size())
+            qFatal("the answer didn't get out");
+        return port.waitForReadyRead(0);
+    }
+
+    QByteArray answerTo(const QByteArray &request)
+    {
+        static const QMap<QByteArray, QByteArray> answers{
+            {"1d4901", ""},   {"1b0507", "0101"},         {"1b0501", "06"},
+            {"1b0611", "11"}, {"1b0612", "13"},           {"05", "01"},
+            {"04", "01"},     {"1b1e60021b0601", "0101"}, {"535441", "010203"},
+            {"1b76", "10"},   {"01020304", "01"},         {"010203", ""}};
+        // The second form of the identification gets another byte each time.
+        if (request.toHex() == "1d4931")
+            return QByteArray(1, char(++m_identification % 2 + 1));
+        if (!answers.contains(request.toHex()))
+            qFatal("unknown request %s", request.toHex().constData());
+        return QByteArray::fromHex(answers.value(request.toHex()));
+    }
+
+    int m_master = -1;
+    int m_identification = 0;
+    discovery::WaitForInput m_realWait = nullptr;
 };
 
 const char *const modelIds[] = {
@@ -303,6 +377,27 @@ private Q_SLOTS:
                 expected.append(milliseconds);
         }
         QCOMPARE(waits, expected);
+    }
+
+    // The pages give both sums: 170.2 seconds of silence, and this one.
+    void hostileDeviceKeepsASearchForNineMinutes()
+    {
+        HostileDevice device;
+        const QSharedPointer<QSerialPort> port(new QSerialPort(device.portPath));
+        QVERIFY(port->open(QIODevice::ReadWrite));
+        PrintersHelper helper(port);
+        QString id;
+        hearth::Rs232PortSettings settings;
+        QVERIFY(!helper.scan(id, settings));
+        const int identification = 63 * 4 * 300;
+        // Under software flow control the line takes the answer 11 for its own, and step 4 isn't
+        // tried.
+        const int swecoin = (42 * 4 + 21 * 3) * 1400;
+        const int star = 24 * (300 + 100 + 100 + 1000);
+        const int av268 = 4 * 1000;
+        const int simple = 36 * 3 * 1000;
+        QCOMPARE(device.waited, identification + swecoin + star + av268 + simple);
+        QCOMPARE(device.waited, 547000);
     }
 
     void closedPortIsOpenedAndLeftOpen()
