@@ -75,10 +75,7 @@ QStringList unpacked(QStringList lines, const PrinterDocument &document)
     QString text = document.entries();
     const QStringList entries = text.replace('=', "<S>").split('\t');
     for (int i = 0; i < lines.size(); ++i) {
-        QString upper = lines.at(i);
-        std::transform(upper.begin(), upper.end(), upper.begin(),
-                       [](QChar c) { return c.toUpper(); });
-        const int hit = upper.indexOf(tag);
+        const int hit = lines.at(i).toUpper().indexOf(tag);
         if (hit < 0)
             continue;
         const QString line = lines.takeAt(i);
@@ -175,10 +172,12 @@ QString PipelineModel::textOf(const QVariant &value, const QString &format) cons
 std::optional<QStringList> PipelineModel::prepared()
 {
     QStringList lines = m_formatter.getTemplate();
+    if (lines.isEmpty())
+        return lines;
     m_formatter.addCopyInfo(lines, m_document);
     const QStringList copied = lines;
     m_formatter.unpackEntries(lines, m_document);
-    if (!m_document.entries().contains("<ENTRIES>", Qt::CaseInsensitive))
+    if (!m_document.entries().toUpper().contains("<ENTRIES>"))
         fuzzing::equal("entries are unpacked", lines, unpacked(copied, m_document));
     m_formatter.loadSpecSymbols(lines);
     QStringList full;
@@ -189,12 +188,11 @@ std::optional<QStringList> PipelineModel::prepared()
         if (line.isEmpty() || !text->isEmpty())
             full.append(*text);
     }
-    // A list without lines becomes one empty line; a text can't tell the two apart.
+    // Lines of which none is left are one empty line.
     QString text = full.join('\n');
-    const bool wasEmpty = full.isEmpty();
     removePairs(text, "<X:>", "<:X>");
     QStringList result;
-    for (QString line : wasEmpty ? QStringList() : text.split('\n')) {
+    for (QString line : text.split('\n')) {
         const int size = line.size();
         removePairs(line, "<I>", "</I>");
         if (line.isEmpty() && size > 0)

@@ -455,6 +455,24 @@ private Q_SLOTS:
         QTest::newRow("infinity without decimals")
             << "0" << std::numeric_limits<double>::infinity() << "0";
         QTest::newRow("whole number beyond 32 bits") << "0" << 3e9 << "3000000000";
+        QTest::newRow("largest whole number")
+            << "0" << 9223372036854774784.0 << "9223372036854774784";
+        QTest::newRow("smallest whole number") << "" << -92233720368547744.0 << "0.00";
+        QTest::newRow("whole number beyond 64 bits") << "0" << 9223372036854775808.0 << "0";
+        QTest::newRow("whole number far beyond 64 bits") << "000" << -1e300 << "000";
+        QTest::newRow("hundredths that 64 bits just hold")
+            << "0.00" << 92233720368547744.0 << "0.00";
+        QTest::newRow("billionths that 64 bits just hold")
+            << "0.000000000" << 9223372036.854774 << "0.854774000";
+        QTest::newRow("billionths beyond 64 bits")
+            << "0.000000000" << 9223372036.854777 << "0.000000000";
+        QTest::newRow("hundredths beyond 64 bits") << "0.00" << 1e17 << "0.00";
+        QTest::newRow("hundredths beyond 64 bits, negative") << "0.00" << -1e17 << "0.00";
+        QTest::newRow("far beyond 64 bits") << "0.00" << 1e300 << "0.00";
+        QTest::newRow("padded, beyond 64 bits") << "000.0" << 1e300 << "000.0";
+        QTest::newRow("six decimals have all digits")
+            << "0." << 1e17 << "100000000000000000.000000";
+        QTest::newRow("six digits have their exponent") << "0.E" << 1e300 << "1e+300";
         QTest::newRow("six decimals beyond 32 bits") << "0." << 3e9 << "3000000000.000000";
         QTest::newRow("six decimals keep the sign") << "0." << -0.5 << "-0.500000";
         QTest::newRow("six digits keep the sign") << "0.E" << -0.5 << "-0.5";
@@ -491,8 +509,12 @@ private Q_SLOTS:
     void decimalsBeyondAllReasonDoNoHarm()
     {
         const PrinterDocumentFormatter formatter(0, nullptr);
-        for (int decimals = 10; decimals < 70; ++decimals)
-            QVERIFY(formatter.floatToString("0." + QString(decimals, '0'), 3.0).startsWith("3."));
+        for (int decimals = 10; decimals < 70; ++decimals) {
+            const QString format = "0." + QString(decimals, '0');
+            QVERIFY(formatter.floatToString(format, 3.0).startsWith("3."));
+            const QString beyond = formatter.floatToString(format, 1e300);
+            QCOMPARE(beyond.count('0'), beyond.size() - 1);
+        }
     }
 
     void dateAndTimeFormats_data()

@@ -182,6 +182,8 @@ private Q_SLOTS:
             << QStringList{"<DOCNO><DOCNO>"} << QStringList{"<DOCNO><DOCNO>", mark};
         QTest::newRow("lower case") << QStringList{"<docno>"} << QStringList{"<docno>", mark};
         QTest::newRow("mixed case") << QStringList{"ж<DocNo>"} << QStringList{"ж<DocNo>", mark};
+        QTest::newRow("behind letters that are two in upper case")
+            << QStringList{"ßß<docno>"} << QStringList{"ßß<docno>", mark};
         QTest::newRow("with a format it is another tag")
             << QStringList{"<DOCNO,000>"} << QStringList{"<DOCNO,000>"};
         QTest::newRow("without brackets it is no tag")
@@ -268,9 +270,28 @@ private Q_SLOTS:
         QTest::newRow("equals signs of the template stay")
             << QStringList{"p=q", "k=<ENTRIES>=k"} << "a=1" << QStringList{"p=q", "k=a<S>1=k"};
         QTest::newRow("letter that is two in upper case in front")
-            << QStringList{"ß<entries>z"} << "e\tf" << QStringList{"ße", "fz"};
+            << QStringList{"ß<entries>z"} << "e\tf" << QStringList{"ß<e", "f"};
+        QTest::newRow("such a letter in front, one entry")
+            << QStringList{"ß<ENTRIES>x"} << "a=1" << QStringList{"ß<a<S>1"};
+        QTest::newRow("such a letter behind")
+            << QStringList{"x<ENTRIES>ß"} << "a\tb" << QStringList{"xa", "bß"};
+        QTest::newRow("three letters of one")
+            << QStringList{"ΐ<ENTRIES>1234"} << "a\tb" << QStringList{"ΐ<Ea", "b34"};
+        QTest::newRow("more letters of upper case than the line has")
+            << QStringList{QString(20, L'ß') + "<ENTRIES>"} << "a\tb"
+            << QStringList{QString(20, L'ß') + "<ENTRIES>a", "b"};
+        QTest::newRow("such letters between two tags")
+            << QStringList{"<ENTRIES>ßß<ENTRIES>1234"} << "a\tb"
+            << QStringList{"a", "bßß<Ea", "b34"};
+        QTest::newRow("such a letter in front of two tags")
+            << QStringList{"ß<ENTRIES>-<ENTRIES>1234"} << "a\tb"
+            << QStringList{"ß<a", "ba", "b1234"};
+        QTest::newRow("letter beyond 16 bits in front")
+            << QStringList{"𐐨<entries>z"} << "a\tb" << QStringList{"𐐨a", "bz"};
+        QTest::newRow("long s and dotless i")
+            << QStringList{"<entrıeſ>"} << "a" << QStringList{"a"};
         QTest::newRow("such a letter in the last entry, and a tag behind it")
-            << QStringList{"<ENTRIES>-<ENTRIES>ABC"} << "a\tß" << QStringList{"a", "ß-a", "ßABC"};
+            << QStringList{"<ENTRIES>-<ENTRIES>ABC"} << "a\tß" << QStringList{"a", "ß-<a", "ßBC"};
         QTest::newRow("no entries") << QStringList{"x<ENTRIES>y"} << "" << QStringList{"xy"};
         QTest::newRow("no entries, null")
             << QStringList{"x<ENTRIES>y"} << QString() << QStringList{"xy"};
@@ -322,6 +343,15 @@ private Q_SLOTS:
         QCOMPARE(lines, (QStringList{"xa", "<entries>", "by"}));
     }
 
+    void entryHoldingTheTagPrintsNothing()
+    {
+        m_formatter->setTemplate("x<ENTRIES>y");
+        QCOMPARE(m_formatter->prepareDocument(document({}, "a\tb<entries>\t<ENTRIES>\tc")),
+                 (QStringList{"xa", "b", "cy"}));
+        QCOMPARE(m_formatter->prepareDocument(document({{"ENTRIES", 5}}, "a\t<ENTRIES>")),
+                 (QStringList{"xa", "5y"}));
+    }
+
     void manyEntriesTagsOnALineBeforeAnotherScript()
     {
         QStringList lines{QString("<ENTRIES>").repeated(50000) + "ß"};
@@ -332,12 +362,12 @@ private Q_SLOTS:
         QCOMPARE(lines.last(), QString("bß"));
     }
 
-    void listThatIsEmptyStaysEmptyWhenPartsAreRemoved()
+    void noLinesAreOneBlankLine()
     {
         for (const bool remove : {false, true}) {
             QStringList lines;
             m_formatter->removeXParts(lines, remove);
-            QVERIFY(lines.isEmpty());
+            QCOMPARE(lines, QStringList{""});
         }
     }
 
@@ -680,11 +710,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("prepared");
         QTest::newRow("one empty line") << "" << QStringList{""};
-        QTest::newRow("unknown attribute alone vanishes") << "<ABCD>" << QStringList();
+        QTest::newRow("unknown attribute alone vanishes") << "<ABCD>" << QStringList{""};
         QTest::newRow("vanishing lines next to each other")
             << "a\n<ABCD>\n<EFGH>\nb" << QStringList{"a", "b"};
         QTest::newRow("vanishing lines first and last") << "<ABCD>\na\n<ABCD>" << QStringList{"a"};
-        QTest::newRow("all lines vanish") << "<ABCD>\n<ABCD>" << QStringList();
+        QTest::newRow("all lines vanish") << "<ABCD>\n<ABCD>" << QStringList{""};
+        QTest::newRow("lines that vanish for different reasons")
+            << "<ABCD>\n<SPECSYMBOLS=x>\n[<ZERO>]" << QStringList{""};
+        QTest::newRow("nothing but a line of symbols") << "<SPECSYMBOLS=x>" << QStringList{""};
         QTest::newRow("blank lines stay") << "\na\n\n\nb\n"
                                           << QStringList{"", "a", "", "", "b", ""};
         QTest::newRow("a line of blanks stays") << "  " << QStringList{"  "};
@@ -849,7 +882,17 @@ private Q_SLOTS:
         QVERIFY(m_formatter->toTextPrinterDocument(sale) == nothing);
     }
 
-    void templateOfVanishingLinesGivesNothing()
+    void templateOfVanishingLinesIsABlankLine()
+    {
+        m_formatter->setTemplate("<ABCD>\n<SPECSYMBOLS=x>");
+        QCOMPARE(m_formatter->toPlainText(document(), 3), QStringList{"   "});
+        QCOMPARE(m_formatter->toHtml(document(), true), html(fragmentHead, {"<br>"}, fragmentTail));
+        const auto blocks = m_formatter->toTextPrinterDocument(document()).blocks();
+        QCOMPARE(blocks.size(), 1);
+        QCOMPARE(blocks.first().text(), QStringList{""});
+    }
+
+    void templateOfVanishingImagesGivesNothing()
     {
         m_formatter->setTemplate("<ABCD>\n<I>1 1 a</I>");
         QCOMPARE(m_formatter->toPlainText(document(), 20), QStringList());
@@ -1296,9 +1339,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("lines");
-        QTest::newRow("vanishing lines") << manyLines("<ABCD>", 100000) << 0;
+        QTest::newRow("vanishing lines") << manyLines("<ABCD>", 100000) << 1;
         QTest::newRow("images") << manyLines("<I>1 1 a</I>", 100000) << 0;
-        QTest::newRow("special symbol lines") << manyLines("<SPECSYMBOLS=none>", 100000) << 0;
+        QTest::newRow("special symbol lines") << manyLines("<SPECSYMBOLS=none>", 100000) << 1;
         QTest::newRow("marked parts") << manyLines("<X:>a<:X>", 100000) << 100000;
         QTest::newRow("marked parts over line ends") << manyLines("<X:>a\n<:X>", 100000) << 100000;
         QTest::newRow("marked parts without end") << manyLines("<X:>a", 100000) << 100000;

@@ -184,7 +184,17 @@ private Q_SLOTS:
         QTest::newRow("untouched lines keep their blanks")
             << "  A  \n<FISCAL_QR>\n  B  " << QStringList{"  A  ", "  B  "};
         QTest::newRow("letter that is two in upper case in front")
-            << "Straße<fiscal_qr>abc" << QStringList{"Straße", "abc"};
+            << "Straße<fiscal_qr>abc" << QStringList{"Straße<", "bc"};
+        QTest::newRow("blanks around it") << "straße <fiscal_qr> x" << QStringList{"straße <", "x"};
+        QTest::newRow("two such letters") << "ßß<FISCAL_QR>abc" << QStringList{"ßß<F", "c"};
+        QTest::newRow("more of them than the line is long behind the marker")
+            << "ßßßß<FISCAL_QR>abc" << QStringList{"ßßßß<FIS"};
+        QTest::newRow("more of them than the line is long")
+            << QString(20, L'ß') + "<FISCAL_QR>" << QStringList{QString(20, L'ß') + "<FISCAL_QR>"};
+        QTest::newRow("such a letter behind") << "a<FISCAL_QR>ß" << QStringList{"a", "ß"};
+        QTest::newRow("a marker with a ligature is shorter than it is long")
+            << "a<ﬁscal_qr>bcd" << QStringList{"a", "cd"};
+        QTest::newRow("dotless i") << "a<fıscal_qr>b" << QStringList{"a", "b"};
         QTest::newRow("Cyrillic in front") << "Итог<fiscal_qr>" << QStringList{"Итог"};
     }
 

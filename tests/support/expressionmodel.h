@@ -259,10 +259,12 @@ private:
 
     static double combinations(double n, double r)
     {
-        if (!(n >= 0) || !(r >= 0) || r > n)
+        if (n < 0 || r < 0 || r > n)
             return notANumber();
-        if (n > 4294967295.0)
+        if (n > 4294967295.0 || r > 4294967295.0)
             return std::numeric_limits<double>::infinity();
+        if (std::isnan(n) || std::isnan(r))
+            return notANumber();
         const auto all = static_cast<std::uint64_t>(n);
         auto chosen = static_cast<std::uint64_t>(r);
         chosen = std::min(chosen, all - chosen);

@@ -51,8 +51,8 @@ private Q_SLOTS:
             "9007199254740993");
         row("whole number written with decimals", "100.00", "100", "0000", "0100");
         row("real number", "2.675", "2.68", "0.0", "2.7");
-        // The hundredths saturate at 9223372036854775807, and a whole part beyond 32 bits is 0.
-        row("real number beyond 64 bits", "1e20", "0.07", "0.E", "1e+20");
+        // Hundredths beyond 64 bits are none, and a whole part beyond 32 bits is 0.
+        row("real number beyond 64 bits", "1e20", "0.00", "0.E", "1e+20");
         row("text", "\"tea\"", "tea", "000", "tea");
         row("text of a whole number", "\"007\"", "7", "0000", "0007");
         row("amount as text", "\"100.00\"", "100.00", "0.000", "100.000");

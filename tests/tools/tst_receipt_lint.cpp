@@ -349,6 +349,16 @@ private Q_SLOTS:
         blank("<ENTRIES>\n  <entries> \n<X:><ENTRIES><:X>", "");
         blank("[<ENTRIES>]", "1:2 entries-in-text");
         blank("a<ENTRIES>b<Entries>", "1:2 entries-in-text 1:12 entries-in-text");
+        // Keywords behind letters that are more in upper case.
+        blank("Stra\u00DFe <ENTRIES>", "1:8 entries-in-text 1:8 shifted-cut");
+        blank("<ENTRIES>\u00DF", "1:1 entries-in-text");
+        blank("stra\u00DFe <fiscal_body> x", "1:8 shifted-cut 1:8 fiscal-marker");
+        row("Stra\u00DFe\nStra\u00DFe<FISCAL_BODY>", false, "--fiscal",
+            "2:7 unterminated-tag 2:7 shifted-cut");
+        row("a<\uFB01scal_body>b", false, "--fiscal", "1:2 shifted-cut");
+        row("\u00DF<FISCAL_BODY>\n\u00DF<FISCAL_QR><FISCAL_QR>", false, "--fiscal",
+            "1:2 unterminated-tag 1:2 shifted-cut 2:2 unterminated-tag 2:2 shifted-cut");
+        blank("Stra\u00DFe <TOTAL>\n<DOCNO>\u00DF<DOCNO>", "");
         // Files of symbols.
         blank(" <SPECSYMBOLS=none> ", "1:2 missing-symbol-file");
         blank("<SPECSYMBOLS=none>\n<SPECSYMBOLS=shop.ssi>\n<SPECSYMBOLS=shop>",

@@ -72,7 +72,9 @@ private:
                 "<H",          "<SPECSYMBOLS=shop>",
                 "\u0416",      "\U0001F600",
                 "<ncr(5,2)>",  "<BRACKET>",
-                ":>"};
+                ":>",          "\u00DF",
+                "\uFB01",      "<ENTR",
+                "IES>"};
     }
 
     static PrinterDocument document()
@@ -89,7 +91,7 @@ private:
                               {"MULTILINE", "one\ntwo<:B>"},
                               {"BRACKET", "]["},
                               {"DOCNO", 7}});
-        result.setEntries("Cash=10\tChange=<NAME>\tlast[");
+        result.setEntries("Cash=10\tChange=<NAME>\tlast[\u00DF<ENT");
         return result;
     }
 
@@ -164,8 +166,10 @@ private Q_SLOTS:
 
     void piecesOfAFiscalTemplateAreThoseOfTheEngine()
     {
-        const QStringList parts{"<FISCAL_BODY>",   "<fiscal_qr>", "<FISCAL_HEADER>", " ", "x",
-                                "<FISCAL_FOOTER>", "<FISCAL_",    "<NAME>"};
+        const QStringList parts{
+            "<FISCAL_BODY>",      "<fiscal_qr>", "<FISCAL_HEADER>", " ",      "x",
+            "<FISCAL_FOOTER>",    "<FISCAL_",    "<NAME>",          "\u00DF", "<\uFB01scal_qr>",
+            "<f\u0131scal_body>", "\u0390"};
         Random random(4);
         for (int run = 0; run < runs; ++run) {
             const QStringList lines = random.lines(parts);

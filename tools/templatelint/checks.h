@@ -23,6 +23,7 @@ void checkOpenFormats(const Analysis &analysis, Report &report);
 void checkTagsBehindTheirPair(const Analysis &analysis, Report &report);
 void checkRemovals(const Analysis &analysis, Report &report);
 void checkEntries(const Analysis &analysis, Report &report);
+void checkShiftedCuts(const Analysis &analysis, Report &report);
 void checkCopyMark(const Analysis &analysis, Report &report);
 void checkRepeatedSymbolFiles(const Analysis &analysis, Report &report);
 void checkMissingSymbolFile(const Analysis &analysis, Report &report);

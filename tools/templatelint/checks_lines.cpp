@@ -178,16 +178,38 @@ private:
 void checkEntriesOf(const Piece &piece, const Text &line, Report &report)
 {
     const QString &text = line.characters;
-    int begin = text.indexOf(entriesTag, 0, Qt::CaseInsensitive);
-    if (begin < 0 || QStringRef(&text).trimmed().size() == entriesTag.size())
+    const UpperCased upper(text);
+    int hit = upper.copy().indexOf(entriesTag);
+    if (hit < 0 || QStringRef(&text).trimmed().size() == entriesTag.size())
         return;
-    for (; begin >= 0; begin = text.indexOf(entriesTag, begin + 1, Qt::CaseInsensitive)) {
+    for (; hit >= 0; hit = upper.copy().indexOf(entriesTag, hit + 1)) {
+        const int begin = upper.placeInLine(hit);
         if (piece.isPrinted(line.origins.at(begin)))
             report.add(
                 line.origins.at(begin),
                 QStringLiteral("\"%1\" stands inside other text, which goes to the first and "
                                "to the last entry only")
                     .arg(text.mid(begin, entriesTag.size())));
+    }
+}
+
+/// Where a keyword stands in the upper-cased copy of a line, the line itself is cut.
+void checkCutAt(const QString &keyword, const Text &line, const UpperCased &upper, Report &report)
+{
+    const QString &copy = upper.copy();
+    for (int hit = copy.indexOf(keyword); hit >= 0; hit = copy.indexOf(keyword, hit + 1)) {
+        const int begin = upper.placeInLine(hit);
+        const int end = upper.placeInLine(hit + keyword.size() - 1) + 1;
+        const int shift = hit + keyword.size() - end;
+        if (shift == 0)
+            continue;
+        report.add(line.origins.at(begin),
+                   QStringLiteral("the line is cut %1 too far to the right for \"%2\": letters in "
+                                  "front of it or in it are more in upper case")
+                       .arg(shift == 1 ? QStringLiteral("a character")
+                                       : QStringLiteral("%1 characters").arg(shift),
+                            line.characters.mid(begin, end - begin)));
+        return;
     }
 }
 
@@ -365,6 +387,19 @@ void checkEntries(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines)
             checkEntriesOf(piece, line.text, report);
+    }
+}
+
+void checkShiftedCuts(const Analysis &analysis, Report &report)
+{
+    const auto &parts = PrinterDocumentFormatter::PARTS;
+    for (const Text &line : analysis.source().lines()) {
+        const UpperCased upper(line.characters);
+        if (upper.copy().size() == line.size())
+            continue;
+        checkCutAt(entriesTag, line, upper, report);
+        for (const auto &part : parts)
+            checkCutAt(part.second, line, upper, report);
     }
 }
 

@@ -17,7 +17,7 @@ Halves cutAt(const QString &marker, const QVector<Text> &lines)
     Halves halves;
     bool isBehind = false;
     for (const Text &line : lines) {
-        const int begin = line.characters.indexOf(marker, 0, Qt::CaseInsensitive);
+        const int begin = line.characters.toUpper().indexOf(marker);
         if (begin < 0) {
             (isBehind ? halves.after : halves.before).append(line);
             continue;

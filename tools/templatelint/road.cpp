@@ -18,22 +18,64 @@ const QLatin1String numberTag("<DOCNO>");
 
 bool holdEntriesTag(const QStringList &entries)
 {
-    return std::any_of(entries.cbegin() + 1, entries.cend(), [](const QString &entry) {
-        return entry.contains(entriesTag, Qt::CaseInsensitive);
-    });
+    return std::any_of(entries.cbegin() + 1, entries.cend(),
+                       [](const QString &entry) { return entry.toUpper().contains(entriesTag); });
 }
+
+/// A line that is searched for the tag of the entries from front to back: what was put in last, and
+/// the rest.
+class EntriesScan
+{
+public:
+    explicit EntriesScan(const Text &line) : m_line(line), m_upper(line.characters) {}
+
+    /// Moves behind the next tag. @return whether there is one; `before` is the text in front of
+    /// it,
+    ///         and `origin` is that of what goes in its place
+    bool next(Text &before, int &origin)
+    {
+        const QString carried = m_carried.characters.toUpper();
+        const int from = m_upper.placeInCopy(m_from);
+        // A tag can have come together where the two meet.
+        const int seam = std::min(carried.size(), entriesTag.size() - 1);
+        const QString around =
+            carried.right(seam) + m_upper.copy().midRef(from, entriesTag.size() - 1);
+        const int inSeam = around.indexOf(entriesTag);
+        const int inRest = inSeam < 0 ? m_upper.copy().indexOf(entriesTag, from) : -1;
+        if (inSeam < 0 && inRest < 0)
+            return false;
+        const int place = carried.size() + (inSeam < 0 ? inRest - from : inSeam - seam);
+        const int begin = inSeam < 0 ? m_upper.placeInLine(inRest) : m_from;
+        origin = Text::standIn(Text::offsetOf(m_line.origins.at(begin)));
+        const int ofRest = place - m_carried.size();
+        before = m_carried.mid(0, place);
+        before.append(m_line, m_from, std::max(0, ofRest));
+        m_from = std::min(m_from + ofRest + entriesTag.size(), m_line.size());
+        m_carried = Text();
+        return true;
+    }
+    void carry(const Text &text) { m_carried = text; }
+    Text rest() const
+    {
+        Text text = m_carried;
+        text.append(m_line, m_from);
+        return text;
+    }
+
+private:
+    const Text &m_line;
+    const UpperCased m_upper;
+    Text m_carried;
+    int m_from = 0;
+};
 
 void unpackEntries(const Text &line, const QStringList &entries, QVector<Text> &result)
 {
     const bool once = entries.size() == 1 || holdEntriesTag(entries);
+    EntriesScan scan(line);
     Text current;
-    int from = 0;
-    while (true) {
-        const int hit = line.characters.indexOf(entriesTag, from, Qt::CaseInsensitive);
-        if (hit < 0)
-            break;
-        const int origin = Text::standIn(Text::offsetOf(line.origins.at(hit)));
-        current.append(line, from, hit - from);
+    int origin = Text::nowhere;
+    while (scan.next(current, origin)) {
         for (int i = 0; i < entries.size(); ++i) {
             if (i > 0) {
                 result.append(current);
@@ -41,12 +83,11 @@ void unpackEntries(const Text &line, const QStringList &entries, QVector<Text> &
             }
             current.append(entries.at(i), origin);
         }
-        from = hit + entriesTag.size();
+        scan.carry(current);
         if (once)
             break;
     }
-    current.append(line, from);
-    result.append(current);
+    result.append(scan.rest());
 }
 
 /// The template's range that characters come from or stand in for, if any do.
@@ -96,6 +137,8 @@ bool hasRemovals(const Text &line)
 /// The parts to remove may go over line ends, and values may hold line ends.
 void removeParts(QVector<Text> &lines, QVector<Range> &removed)
 {
+    if (lines.isEmpty())
+        lines.append(Text());  // an empty text is one line
     if (std::none_of(lines.cbegin(), lines.cend(), hasRemovals))
         return;
     Text joined;
@@ -176,12 +219,13 @@ QVector<Text> withCopyMark(const QVector<Text> &lines)
     QVector<Text> result = lines;
     for (int i = 0; i < result.size(); ++i) {
         const Text &line = result.at(i);
-        const int tag = line.characters.indexOf(numberTag, 0, Qt::CaseInsensitive);
+        const UpperCased upper(line.characters);
+        const int tag = upper.copy().indexOf(numberTag);
         if (tag < 0)
             continue;
         Text mark;
         mark.append(PrinterDocumentFormatter::tr("<C>CHECK_COPY"),
-                    Text::standIn(line.origins.at(tag)));
+                    Text::standIn(line.origins.at(upper.placeInLine(tag))));
         result.insert(i + 1, mark);
         break;
     }
@@ -204,6 +248,8 @@ Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *e
             Progress *progress)
 {
     Road road;
+    if (lines.isEmpty())
+        return road;
     QVector<Text> filled = filledLines(entries != nullptr ? withEntries(lines, *entries) : lines,
                                        valueOf, road, progress);
     removeParts(filled, road.removed);

@@ -103,6 +103,14 @@ constexpr Rule table[] = {
      "first of them only, what stands behind it to the last only, and a group around it falls "
      "apart.",
      "<B>Paid: <ENTRIES>", "<B>Paid:\n<ENTRIES>", noDocument, noArguments, checkEntries},
+    {"shifted-cut", Severity::Warning, "a line that is cut beside \"<ENTRIES>\" or a fiscal marker",
+     "These keywords are looked for in the upper-cased line, where a letter can become two or "
+     "three: a sharp s is \"SS\" there, a ligature its letters. The line itself is cut at the "
+     "place "
+     "that was found, so behind such a letter it is cut too far to the right: a part of the "
+     "keyword prints, and what follows it loses its beginning. Put the keyword on a line of its "
+     "own, in plain letters.",
+     "<ﬁscal_body>Thank you!", "<fiscal_body>Thank you!", noDocument, "--fiscal", checkShiftedCuts},
     {"no-copy-mark", Severity::Warning, "a copy that doesn't say so",
      "The line that marks a copy goes behind the first line with \"<DOCNO>\", in capitals or not; "
      "a tag with a format doesn't count. Without it a copy looks like the original. Needs --data "

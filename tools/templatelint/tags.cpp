@@ -145,15 +145,15 @@ std::optional<QString> intendedMarkup(const QString &inner)
 
 bool isEntriesTag(const QString &inner)
 {
-    return inner.compare(QLatin1String("ENTRIES"), Qt::CaseInsensitive) == 0;
+    return inner.toUpper() == QLatin1String("ENTRIES");
 }
 
 bool isFiscalMarker(const QString &inner)
 {
     const auto &parts = PrinterDocumentFormatter::PARTS;
-    return std::any_of(parts.cbegin(), parts.cend(), [&inner](const auto &part) {
-        return QStringRef(&part.second, 1, part.second.size() - 2)
-                   .compare(inner, Qt::CaseInsensitive) == 0;
+    const QString upper = inner.toUpper();
+    return std::any_of(parts.cbegin(), parts.cend(), [&upper](const auto &part) {
+        return QStringRef(&part.second, 1, part.second.size() - 2) == upper;
     });
 }
 

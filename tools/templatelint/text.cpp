@@ -25,7 +25,10 @@ void Text::append(const QString &text, int origin)
 
 void Text::append(const Text &text, int from, int count)
 {
-    const int length = count < 0 ? text.size() - from : count;
+    const int length =
+        std::max(0, count < 0 ? text.size() - from : std::min(count, text.size() - from));
+    if (length == 0)
+        return;
     characters.append(text.characters.constData() + from, length);
     const int size = origins.size();
     origins.resize(size + length);
@@ -34,7 +37,7 @@ void Text::append(const Text &text, int from, int count)
 
 Text Text::mid(int from, int count) const
 {
-    return {characters.mid(from, count), origins.mid(from, count)};
+    return from < size() ? Text{characters.mid(from, count), origins.mid(from, count)} : Text();
 }
 
 Text Text::trimmed() const
@@ -66,6 +69,32 @@ int Text::firstOffset() const
     const auto origin =
         std::find_if(origins.cbegin(), origins.cend(), [](int value) { return value != nowhere; });
     return origin == origins.cend() ? nowhere : offsetOf(*origin);
+}
+
+UpperCased::UpperCased(const QString &line) : m_copy(line.toUpper())
+{
+    if (m_copy.size() == line.size())
+        return;
+    m_begins.reserve(line.size() + 1);
+    int begin = 0;
+    for (const QChar c : line) {
+        m_begins.append(begin);
+        begin += QString(c).toUpper().size();
+    }
+    m_begins.append(begin);
+}
+
+int UpperCased::placeInCopy(int placeInLine) const
+{
+    return m_begins.isEmpty() ? placeInLine : m_begins.at(placeInLine);
+}
+
+int UpperCased::placeInLine(int placeInCopy) const
+{
+    if (m_begins.isEmpty())
+        return placeInCopy;
+    const auto next = std::upper_bound(m_begins.cbegin(), m_begins.cend(), placeInCopy);
+    return static_cast<int>(next - m_begins.cbegin()) - 1;
 }
 
 Source::Source(const QStringList &lines) : m_lines(lines)

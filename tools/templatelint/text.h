@@ -48,6 +48,24 @@ struct Text
     int firstOffset() const;
 };
 
+/// A line as it is searched for keywords: in upper case, where one letter can become two or three.
+/// Where a keyword stands in the copy, the engine cuts the line itself.
+class UpperCased
+{
+public:
+    explicit UpperCased(const QString &line);
+
+    const QString &copy() const { return m_copy; }
+    /// Where the copy of a character of the line begins; also of the place behind the last.
+    int placeInCopy(int placeInLine) const;
+    /// The character of the line that one of the copy was made of.
+    int placeInLine(int placeInCopy) const;
+
+private:
+    QString m_copy;
+    QVector<int> m_begins;  ///< for each character of the line; empty if all places are the same
+};
+
 /// The template as it was read.
 class Source
 {

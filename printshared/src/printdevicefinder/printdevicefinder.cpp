@@ -50,6 +50,8 @@ void PrintDeviceFinder::cancel()
     }
     const QSharedPointer<FinderLink> link = m_link;
     link->cancel([this] { Q_EMIT needCancel(); });
+    // Intended: once more for each task, though each task hears them all; clients count the signals
+    // (test cancelSignalsOnceMoreForEachTask).
     for (const auto &watcher : watchers) {
         if (!alive.isNull())
             link->cancel([this] { Q_EMIT needCancel(); });

@@ -3,11 +3,10 @@
 #include <QDebug>
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 #include <utility>
 
-#include "bbcpp/bbreader_p.h"
 #include "printerdocs/bbcodeimage_p.h"
+#include "printerdocs/bbcodeparser_p.h"
 #include "printerdocs/bbcodetext_p.h"
 #include "printerdocs/echarformat.h"
 #include "printerdocs/linelimits_p.h"
@@ -54,11 +53,6 @@ namespace {
 constexpr QLatin1Char usualLine('_');
 constexpr unsigned char doubleSize = CharDoubleWidth | CharDoubleHeight;
 
-QString readName(const std::string &name)
-{
-    return QString::fromStdString(name).trimmed().toLower();
-}
-
 /// An unsigned number cut to its low 8 bits; 0 for anything else.
 quint8 readByte(const QString &value)
 {
@@ -80,110 +74,100 @@ BbCodeParser::BbCodeParser(QObject *parent) : QObject(parent) {}
 
 BbCodeParser::~BbCodeParser() = default;
 
-/// Lets a text's pieces act on the parser in their order. No tree is made: what a tag means never
-/// depends on the tags around it.
-class Q_DECL_HIDDEN BbCodeParser::TextReader
+void BbCodeParser::TextReader::read(const QString &text)
 {
-public:
-    using Position = const char16_t *;
-    using Piece = bbcpp::Piece<Position>;
+    const auto *const begin = reinterpret_cast<Position>(text.utf16());
+    const Position end = begin + text.size();
+    bbcpp::Reader<Position, TextReader>(end, *this).readAll(begin);
+    addPendingText();
+}
 
-    explicit TextReader(BbCodeParser &parser) : m_parser(parser) {}
+void BbCodeParser::TextReader::text(const Piece &piece)
+{
+    m_pendingText.append(reinterpret_cast<const QChar *>(piece.begin),
+                         static_cast<int>(piece.end - piece.begin));
+}
 
-    void read(const QString &text)
-    {
-        const auto *const begin = reinterpret_cast<Position>(text.utf16());
-        const Position end = begin + text.size();
-        bbcpp::Reader<Position, TextReader>(end, *this).readAll(begin);
-        addPendingText();
-    }
+void BbCodeParser::TextReader::open(const Piece &name)
+{
+    addPendingText();
+    open(m_parser, lowerCased(name));
+}
 
-    void text(const Piece &piece)
-    {
-        m_pendingText.append(reinterpret_cast<const QChar *>(piece.begin),
-                             static_cast<int>(piece.end - piece.begin));
-    }
-    void open(const Piece &name)
-    {
-        addPendingText();
-        open(m_parser, lowerCased(name));
-    }
-    void close(const Piece &name)
-    {
-        addPendingText();
-        close(m_parser, lowerCased(name));
-    }
-    void parameters(const Piece &, const bbcpp::Pairs<Position> &pairs)
-    {
-        addPendingText();
-        bbcpp::Pairs<Position> sorted = pairs;
-        std::stable_sort(sorted.begin(), sorted.end(), [](const auto &a, const auto &b) {
-            return viewOf(a.key) < viewOf(b.key);
-        });
-        // The first of several pairs with one key counts.
-        const auto end = std::unique(
-            sorted.begin(), sorted.end(),
-            [](const auto &a, const auto &b) { return viewOf(a.key) == viewOf(b.key); });
-        for (auto pair = sorted.begin(); pair != end; ++pair)
-            apply(m_parser, lowerCased(pair->key), lowerCased(pair->value));
-    }
+void BbCodeParser::TextReader::close(const Piece &name)
+{
+    addPendingText();
+    close(m_parser, lowerCased(name));
+}
 
-    /// Names, keys and values are trimmed and in lower case.
-    static void open(BbCodeParser &parser, const QString &name)
-    {
-        const Tag *tag = findTag(name);
-        if (tag == nullptr || tag->open == nullptr)
-            qWarning() << "BBCode: unknown opening tag" << name;
-        else
-            (parser.*tag->open)();
-    }
-    static void close(BbCodeParser &parser, const QString &name)
-    {
-        if (const Tag *tag = findTag(name))
-            (parser.*tag->close)();
-        else
-            qWarning() << "BBCode: unknown closing tag" << name;
-    }
-    static void apply(BbCodeParser &parser, const QString &key, const QString &value)
-    {
-        const auto *const end = std::end(_parameters);
-        const auto *const found = std::find_if(
-            std::begin(_parameters), end,
-            [&key](const Parameter &parameter) { return key == QLatin1String(parameter.key); });
-        if (found == end)
-            qWarning() << "BBCode: unknown parameter" << key << value;
-        else
-            (parser.*found->apply)(value);
-    }
+void BbCodeParser::TextReader::parameters(const Piece &, const bbcpp::Pairs<Position> &pairs)
+{
+    addPendingText();
+    bbcpp::Pairs<Position> sorted = pairs;
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto &a, const auto &b) { return viewOf(a.key) < viewOf(b.key); });
+    // The first of several pairs with one key counts.
+    const auto end = std::unique(sorted.begin(), sorted.end(), [](const auto &a, const auto &b) {
+        return viewOf(a.key) == viewOf(b.key);
+    });
+    for (auto pair = sorted.begin(); pair != end; ++pair)
+        apply(m_parser, lowerCased(pair->key), lowerCased(pair->value));
+}
 
-private:
-    static std::u16string_view viewOf(const Piece &piece)
-    {
-        return std::u16string_view(piece.begin, static_cast<std::size_t>(piece.end - piece.begin));
-    }
-    /// Names, keys and values have nothing but ASCII in them, and no blanks.
-    static QString lowerCased(const Piece &piece)
-    {
-        QString text(static_cast<int>(piece.end - piece.begin), Qt::Uninitialized);
-        std::transform(piece.begin, piece.end, text.begin(), [](char16_t c) {
-            return c >= u'A' && c <= u'Z' ? QChar(c + (u'a' - u'A')) : QChar(c);
-        });
-        return text;
-    }
-    /// Pieces of text without a tag between them are one text.
-    void addPendingText()
-    {
-        if (m_pendingText.isEmpty())
-            return;
-        if (m_pendingText.front() == QChar(QChar::ByteOrderMark))
-            m_pendingText.remove(0, 1);
-        m_parser.addText(m_pendingText);
-        m_pendingText.resize(0);
-    }
+void BbCodeParser::TextReader::open(BbCodeParser &parser, const QString &name)
+{
+    const Tag *tag = findTag(name);
+    if (tag == nullptr || tag->open == nullptr)
+        qWarning() << "BBCode: unknown opening tag" << name;
+    else
+        (parser.*tag->open)();
+}
 
-    BbCodeParser &m_parser;
-    QString m_pendingText;
-};
+void BbCodeParser::TextReader::close(BbCodeParser &parser, const QString &name)
+{
+    if (const Tag *tag = findTag(name))
+        (parser.*tag->close)();
+    else
+        qWarning() << "BBCode: unknown closing tag" << name;
+}
+
+void BbCodeParser::TextReader::apply(BbCodeParser &parser, const QString &key, const QString &value)
+{
+    const auto *const end = std::end(_parameters);
+    const auto *const found = std::find_if(
+        std::begin(_parameters), end,
+        [&key](const Parameter &parameter) { return key == QLatin1String(parameter.key); });
+    if (found == end)
+        qWarning() << "BBCode: unknown parameter" << key << value;
+    else
+        (parser.*found->apply)(value);
+}
+
+std::u16string_view BbCodeParser::TextReader::viewOf(const Piece &piece)
+{
+    return std::u16string_view(piece.begin, static_cast<std::size_t>(piece.end - piece.begin));
+}
+
+/// Names, keys and values have nothing but ASCII in them, and no blanks.
+QString BbCodeParser::TextReader::lowerCased(const Piece &piece)
+{
+    QString text(static_cast<int>(piece.end - piece.begin), Qt::Uninitialized);
+    std::transform(piece.begin, piece.end, text.begin(), [](char16_t c) {
+        return c >= u'A' && c <= u'Z' ? QChar(c + (u'a' - u'A')) : QChar(c);
+    });
+    return text;
+}
+
+/// Pieces of text without a tag between them are one text.
+void BbCodeParser::TextReader::addPendingText()
+{
+    if (m_pendingText.isEmpty())
+        return;
+    if (m_pendingText.front() == QChar(QChar::ByteOrderMark))
+        m_pendingText.remove(0, 1);
+    m_parser.addText(m_pendingText);
+    m_pendingText.resize(0);
+}
 
 void BbCodeParser::parseText(QString text)
 {
@@ -230,34 +214,6 @@ void BbCodeParser::setImagesPath(const QString &imagesPath)
     m_imagesPath = imagesPath;
 }
 
-/// A tree acts like the text that it was made of. Nothing here makes one any more.
-void BbCodeParser::parseChildren(const bbcpp::BBNode &node)
-{
-    bbcpp::walk(node, [this](const bbcpp::BBNodePtr &child, unsigned int) { parseNode(child); });
-}
-
-void BbCodeParser::parseNode(const bbcpp::BBNodePtr &node)
-{
-    if (const auto text = bbcpp::tryDowncast<bbcpp::BBText>(node)) {
-        addText(QString::fromStdString(text->getText()));
-        return;
-    }
-    const auto element = bbcpp::downcast<bbcpp::BBElement>(node);
-    switch (element->getElementType()) {
-        case bbcpp::BBElement::ElementSimple:
-            openElement(element);
-            break;
-        case bbcpp::BBElement::ElementParameter:
-            processParams(element);
-            break;
-        case bbcpp::BBElement::ElementClosing:
-            closeElement(element);
-            break;
-        case bbcpp::BBElement::ElementValue:
-            break;
-    }
-}
-
 const BbCodeParser::Tag *BbCodeParser::findTag(const QString &name)
 {
     const auto first = name.isEmpty() ? QLatin1Char('\0') : name.at(0);
@@ -266,22 +222,6 @@ const BbCodeParser::Tag *BbCodeParser::findTag(const QString &name)
             return &tag;
     }
     return nullptr;
-}
-
-void BbCodeParser::openElement(bbcpp::BBElementPtr element)
-{
-    TextReader::open(*this, readName(element->getNodeName()));
-}
-
-void BbCodeParser::closeElement(bbcpp::BBElementPtr element)
-{
-    TextReader::close(*this, readName(element->getNodeName()));
-}
-
-void BbCodeParser::processParams(bbcpp::BBElementPtr element)
-{
-    for (const auto &[key, value] : element->getParameters())
-        TextReader::apply(*this, readName(key), readName(value));
 }
 
 void BbCodeParser::addText(const QString &content)

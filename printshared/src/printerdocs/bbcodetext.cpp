@@ -101,9 +101,6 @@ QString normalized(const QString &text)
         const QChar ascii = asciiFor(*c);
         result += ascii.isNull() ? *c : ascii;
     }
-    // Intended: quotation marks are gone over twice, by design, though none are left by now.
-    result.replace(leftQuote, QLatin1Char('"'));
-    result.replace(rightQuote, QLatin1Char('"'));
     return result;
 }
 

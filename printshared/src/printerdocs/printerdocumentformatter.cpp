@@ -3,7 +3,6 @@
 #include <QDebug>
 #include <QFile>
 #include <QTextStream>
-#include <algorithm>
 
 #include "log/loghelper.h"
 #include "printerdocs/printerdocumentformatter_p.h"
@@ -65,11 +64,4 @@ QString PrinterDocumentFormatter::specCharsPath() const
 void PrinterDocumentFormatter::setSpecCharsPath(const QString &path)
 {
     m_specCharsPath = path;
-}
-
-QString upperCased(const QString &line)
-{
-    QString upper = line;
-    std::transform(line.cbegin(), line.cend(), upper.begin(), [](QChar c) { return c.toUpper(); });
-    return upper;
 }

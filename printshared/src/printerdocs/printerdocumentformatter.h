@@ -67,7 +67,9 @@ public:
     void setSpecCharsPath(const QString &path);
 
     /// Cuts the template at one marker, which may stand in any case in the template and must be
-    /// upper case here.
+    /// upper case here. Intended: the line is cut where the marker stands in its upper-cased copy:
+    /// further right than the marker itself, if letters in front of it are more in upper case ("ß"
+    /// is "SS"). Test: splitAtOneMarker.
     /// @return the part in front of the marker, invalid if nothing stands there, and, if anything
     ///         stands behind it, the part behind; nothing for an empty template. The parts have
     ///         this formatter's margin and parent, but the default folder of special symbols. They
@@ -120,7 +122,8 @@ public:
     /// Intended: where decimals are counted out, the whole part passes through 32 bits: it prints
     /// as 0 if it doesn't fit, and a number between -1 and 0 loses its sign; whole numbers, "0."
     /// and "0.E" keep theirs. More than nine decimals are not counted out. What isn't finite prints
-    /// as 0. Test: wholePartPassesThrough32Bits.
+    /// as 0, and so does what 64 bits don't count in units of the last decimal. Test:
+    /// wholePartPassesThrough32Bits.
     QString floatToString(const QString &format, double value) const;
     /// Qt date and time format in which "m" means month and "n" minute; empty: "dd.MM.yy hh:mm".
     QString dtToString(const QString &format, const QDateTime &value) const;
@@ -155,7 +158,7 @@ public:
     /// @{
 
     /// The template's lines with all of the document's values in them, ready for the line markup.
-    /// No template gives an empty list.
+    /// No template gives an empty list; one whose lines all vanish gives a blank line.
     QStringList prepareDocument(const PrinterDocument &document) const;
     /// Puts the translated copy mark behind the first line with `<DOCNO>` if the document is a
     /// copy.
@@ -163,13 +166,15 @@ public:
     /// Replaces each `<ENTRIES>` by the document's entries, one line each.
     /// Intended: the first line put in isn't looked at again, so entries of one line are put in
     /// place of the first tag of a line only; and entries that hold the tag themselves, which
-    /// would never come to an end, are unpacked once. Tests: entriesAreUnpacked,
+    /// would never come to an end, are unpacked once. The line is cut where the tag stands in its
+    /// upper-cased copy, as in splitByFiscalInfo(). Tests: entriesAreUnpacked,
     /// entryHoldingTheTagIsUnpackedOnce.
     void unpackEntries(QStringList &lines, const PrinterDocument &document) const;
     /// Loads the special symbols named by the last `<SPECSYMBOLS=...>` line, and removes all such
     /// lines. The set stays loaded until another is. A missing file is passed over in silence.
     void loadSpecSymbols(QStringList &lines) const;
     /// Removes what stands between `<X:>` and `<:X>`, over line ends too, or only the two tags.
+    /// Intended: no lines become one blank line. Test: noLinesAreOneBlankLine.
     void removeXParts(QStringList &lines, bool remove) const;
     /// Empties a line that holds `<X>`, or removes only the tag.
     void removeXParts(QString &line, bool remove) const;

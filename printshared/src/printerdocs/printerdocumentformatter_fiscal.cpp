@@ -31,12 +31,14 @@ void appendUnlessBlank(QStringList &lines, const QString &text)
 
 /// The marker itself is dropped wherever it stands; the first one divides. What stands beside it on
 /// its line becomes a line of its own.
+/// Intended: the line is cut where the marker stands in its upper-cased copy, in which one letter
+/// may have become two or three; receipts in the field are cut so (test splitAtOneMarker).
 Division divideAt(const QString &marker, const QStringList &lines)
 {
     Division division;
     for (const QString &line : lines) {
         QStringList &current = division.seen ? division.after : division.before;
-        const int index = upperCased(line).indexOf(marker);
+        const int index = line.toUpper().indexOf(marker);
         if (index < 0) {
             current.append(line);
             continue;

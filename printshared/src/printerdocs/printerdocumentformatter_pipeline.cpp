@@ -53,19 +53,28 @@ bool removeSpans(QString &text, QLatin1String open, QLatin1String close)
     return true;
 }
 
-/// Whether a keyword of capitals stands in the line in any case.
-bool holdsKeyword(const QString &line, QLatin1String keyword)
+/// Whether a line has to be upper-cased to tell if a keyword stands in it; most lines haven't. What
+/// a letter beyond ASCII becomes isn't foreseen here.
+bool mayHoldKeyword(QStringView line, QLatin1String keyword)
 {
-    const QStringView text(line);
-    const QChar first(keyword.front());
-    for (int place = placeOf(first, text); place >= 0; place = placeOf(first, text, place + 1)) {
-        if (text.size() - place < keyword.size())
+    constexpr ushort lastOfAscii = 0x7F;
+    const QChar bracket(keyword.front());
+    const QLatin1Char letter(keyword.data()[1]);
+    for (int place = placeOf(bracket, line); place >= 0;
+         place = placeOf(bracket, line, place + 1)) {
+        if (place + 1 == line.size())
             return false;
-        if (std::equal(keyword.begin(), keyword.end(), text.begin() + place,
-                       [](char a, QChar b) { return QLatin1Char(a) == b.toUpper(); }))
+        const QChar next = line[place + 1];
+        if (next.unicode() > lastOfAscii || next.toUpper() == letter)
             return true;
     }
     return false;
+}
+
+/// Whether a keyword of capitals stands in the line in any case.
+bool holdsKeyword(const QString &line, QLatin1String keyword)
+{
+    return mayHoldKeyword(line, keyword) && line.toUpper().contains(keyword);
 }
 
 /// Whether a line may hold a tag of the parts to remove or of an image, or is several lines.
@@ -109,41 +118,68 @@ QStringList entryLines(const PrinterDocument &document)
 }
 
 /// Whether entries hold the tag in whose place they go. To unpack them again in each other would
-/// never end, so the tag stays in them as text.
+/// never end, so the tag stays in them and is an attribute's from then on.
 bool unpackEndlessly(const QStringList &entries)
 {
     return std::any_of(entries.cbegin() + 1, entries.cend(),
                        [](const QString &entry) { return holdsKeyword(entry, entriesTag); });
 }
 
-/// A line that is searched for <ENTRIES> from front to back: what was put in last, and the rest.
+/// A line that is searched for <ENTRIES> from front to back: what was put in last, which doesn't
+/// hold the tag, and the rest. Intended: the tag's place counts in the upper-cased copy of the two,
+/// and they are cut there themselves; receipts in the field are cut so (test entriesAreUnpacked).
 class EntriesScan
 {
 public:
-    explicit EntriesScan(const QString &line) : m_text(line), m_upper(upperCased(line)) {}
+    explicit EntriesScan(const QString &line) : m_text(line), m_upper(line.toUpper()) {}
 
     /// Moves behind the next tag. @return whether there is one; `before` is the text in front of it
     bool next(QString &before)
     {
-        const QString seam = upperCased(m_carried + m_text.mid(m_from, entriesTag.size() - 1));
-        const int inSeam = m_carried.isEmpty() ? -1 : seam.indexOf(entriesTag);
-        const int hit = inSeam < 0 ? m_upper.indexOf(entriesTag, m_from) : -1;
-        if (inSeam < 0 && hit < 0)
+        const int place = placeOfTag();
+        if (place < 0)
             return false;
-        before = inSeam < 0 ? m_carried + m_text.mid(m_from, hit - m_from) : m_carried.left(inSeam);
-        m_from = inSeam < 0 ? hit + entriesTag.size()
-                            : m_from + inSeam + entriesTag.size() - m_carried.size();
+        const int fromRest = qMax(0, place - m_carried.size());
+        before = m_carried.left(place) + m_text.midRef(m_from, fromRest);
+        moveTo(m_from + place + entriesTag.size() - m_carried.size());
         m_carried.clear();
         return true;
     }
     void carry(const QString &text) { m_carried = text; }
-    QString rest() const { return m_carried + m_text.mid(m_from); }
+    QString rest() const { return m_carried + m_text.midRef(m_from); }
 
 private:
+    /// In the upper-cased copy of what was put in last and the rest; -1: nowhere.
+    int placeOfTag() const
+    {
+        const QString carried = m_carried.toUpper();
+        // A tag can have come together where the two meet.
+        const int seam = qMin(carried.size(), entriesTag.size() - 1);
+        const QString around =
+            carried.right(seam) + m_upper.midRef(m_fromInUpper, entriesTag.size() - 1);
+        const int inSeam = around.indexOf(entriesTag);
+        if (inSeam >= 0)
+            return carried.size() - seam + inSeam;
+        const int inRest = m_upper.indexOf(entriesTag, m_fromInUpper);
+        return inRest < 0 ? -1 : carried.size() + inRest - m_fromInUpper;
+    }
+    void moveTo(int place)
+    {
+        const int end = qMin(place, m_text.size());
+        if (m_upper.size() == m_text.size()) {
+            m_fromInUpper = end;
+        } else {
+            for (int i = m_from; i < end; ++i)
+                m_fromInUpper += QString(m_text.at(i)).toUpper().size();
+        }
+        m_from = end;
+    }
+
     const QString m_text;
     const QString m_upper;
     QString m_carried;
     int m_from = 0;
+    int m_fromInUpper = 0;
 };
 
 /// The lines that one line of the template becomes.
@@ -180,13 +216,15 @@ void fillLines(QStringList &lines, const PrinterDocument &document)
 
 QStringList PrinterDocumentFormatter::prepareDocument(const PrinterDocument &document) const
 {
+    if (m_templateLines.isEmpty())
+        return {};
     QStringList lines = m_templateLines;
     addCopyInfo(lines, document);
     unpackEntries(lines, document);
     loadSpecSymbols(lines);
     fillLines(lines, document);
     const bool remove = document.removeFiscalAttrs();
-    if (std::none_of(lines.cbegin(), lines.cend(), mayHoldParts))
+    if (!lines.isEmpty() && std::none_of(lines.cbegin(), lines.cend(), mayHoldParts))
         return lines;
     removeXParts(lines, remove);
     QStringList prepared;
@@ -247,6 +285,8 @@ void PrinterDocumentFormatter::loadSpecSymbols(QStringList &lines) const
     lines.erase(std::remove_if(lines.begin(), lines.end(), isSymbolsLine), lines.end());
 }
 
+/// Intended: no lines become one blank line, as an empty text is one line; a receipt of which
+/// nothing is left still feeds a line (test noLinesAreOneBlankLine).
 void PrinterDocumentFormatter::removeXParts(QStringList &lines, bool remove) const
 {
     // The lines are one text here, so a value with line feeds in it becomes several lines.
@@ -254,7 +294,7 @@ void PrinterDocumentFormatter::removeXParts(QStringList &lines, bool remove) con
         return line.contains(removalBegin) || line.contains(removalEnd) ||
                line.contains(QLatin1Char('\n'));
     };
-    if (std::none_of(lines.cbegin(), lines.cend(), changes))
+    if (!lines.isEmpty() && std::none_of(lines.cbegin(), lines.cend(), changes))
         return;
     QString text = lines.join(QLatin1Char('\n'));
     if (remove) {

@@ -57,10 +57,19 @@ int printedWhole(qint64 whole)
     return whole >= Limits::min() && whole <= Limits::max() ? static_cast<int>(whole) : 0;
 }
 
+/// The number, or 0 if it has more parts than 64 bits count: what a fixed-point number makes of it
+/// then are digits that nobody asked for.
+hearth::FixNumber fixNumber(quint32 unit, double value)
+{
+    constexpr long double firstBeyond = 9223372036854775808.0L;  // 2 to the 63rd
+    const bool fits = std::abs(static_cast<long double>(value)) * qMax(unit, 1U) < firstBeyond;
+    return hearth::FixNumber(unit, fits ? value : 0);
+}
+
 void appendWithDecimals(QString &text, QStringView wholeFormat, int decimals, double value)
 {
     const quint32 unit = powerOfTen(decimals);
-    const qint64 scaled = hearth::FixNumber(unit, value).value();
+    const qint64 scaled = fixNumber(unit, value).value();
     valueformat::appendInteger(text, wholeFormat, printedWhole(scaled / unit));
     text += QLatin1Char('.');
     appendDigits(text, magnitudeOf(scaled % unit), decimals);
@@ -69,8 +78,8 @@ void appendWithDecimals(QString &text, QStringView wholeFormat, int decimals, do
 /// More decimals than the power of ten of a fixed-point number can have.
 void appendWithTooManyDecimals(QString &text, QStringView wholeFormat, int decimals, double value)
 {
-    const hearth::FixNumber number(powerOfTen(decimals), value);
-    const QString digits = number.toString(QLatin1Char('.'), QChar());
+    const QString digits =
+        fixNumber(powerOfTen(decimals), value).toString(QLatin1Char('.'), QChar());
     const int point = digits.indexOf(QLatin1Char('.'));
     valueformat::appendInteger(text, wholeFormat, digits.leftRef(point).toInt());
     text += QLatin1Char('.');
@@ -103,7 +112,7 @@ void valueformat::appendReal(QString &text, QStringView format, double value)
     const QStringView pattern = format.isEmpty() ? QStringView(u"0.00") : format;
     const int point = placeOf(QLatin1Char('.'), pattern);
     if (point < 0)
-        return appendInteger(text, pattern, hearth::FixNumber(0, value).value());
+        return appendInteger(text, pattern, fixNumber(0, value).value());
     const QStringView whole = pattern.left(point);
     const QStringView behind = pattern.mid(point + 1);
     const int secondPoint = placeOf(QLatin1Char('.'), behind);

@@ -150,6 +150,8 @@ void PrinterSettings::setPrinterId(const QString &name)
 {
     const QMutexLocker lock(&_settingsMutex);
     storePrinterId(name);
+    // Intended: what it gives isn't used; programs with a port() of their own wait for the call
+    // (test setPrinterIdAsksTheVirtualPort).
     port();
     const PortLock portLock(portMutex);
     portNamedLocked(name);
