@@ -15,7 +15,6 @@ namespace printerslib::drivers {
 namespace {
 
 constexpr const char *suffixes[] = {"", ".sha1", ".bak", ".bak.sha1"};
-constexpr ushort refusedInPaths[] = {u'\\', u'\n', u'\r', u'\0'};
 constexpr std::size_t userRecordBytes = 16384;
 constexpr int octal = 8;
 constexpr mode_t permissionBits = 07777;
@@ -73,11 +72,16 @@ QString kindFault(const QString &name, const struct stat &status)
     return QString();
 }
 
-QString pathFault(const QString &path)
+QString pathFault(const QString &path, DocumentFiles::Use use)
 {
-    bool isGood = path.startsWith(QLatin1Char('/')) && !path.endsWith(QLatin1Char('/'));
-    for (const ushort refused : refusedInPaths)
-        isGood = isGood && !path.contains(QChar(refused));
+    if (path.isEmpty() || path.endsWith(QLatin1Char('/')) || path.contains(QChar(QChar::Null)))
+        return faultText(path, QStringLiteral("a document needs a path that names a file"));
+    if (use == DocumentFiles::ToLoad)
+        return QString();
+    // sha1sum runs in the folder of the file, and writes other lines for some names.
+    bool isGood = path.startsWith(QLatin1Char('/'));
+    for (const char refused : {'\\', '\n', '\r'})
+        isGood = isGood && !path.contains(QLatin1Char(refused));
     return isGood ? QString()
                   : faultText(path, QStringLiteral("a document's path is absolute and has no "
                                                    "backslash and no line end"));
@@ -132,7 +136,7 @@ QString DocumentFiles::faultOfFile(const QString &fileName, Use use)
 
 QString DocumentFiles::faultOf(const QString &path, Use use)
 {
-    QString fault = pathFault(path);
+    QString fault = pathFault(path, use);
     if (fault.isEmpty())
         fault = faultOfFolder(path);
     const QStringList names = namesOf(path);

@@ -92,6 +92,7 @@ class TestDocumentFiles : public QObject
     std::unique_ptr<QTemporaryDir> m_elsewhere;
     QString m_path;
     QString m_victim;
+    const QString m_folderPlaceholder = "<folder>";
 
 private Q_SLOTS:
     void init()
@@ -261,28 +262,34 @@ private Q_SLOTS:
     void pathsThatNoLoadFindsAreRefused_data()
     {
         QTest::addColumn<QString>("path");
-        QTest::newRow("none") << QString();
-        QTest::newRow("relative") << "receipt";
-        QTest::newRow("option") << "-c";
-        QTest::newRow("backslash") << "/tmp/a\\b";
-        QTest::newRow("line feed") << "/tmp/a\nb";
-        QTest::newRow("carriage return") << "/tmp/a\rb";
-        QTest::newRow("folder") << "/tmp/";
-        QTest::newRow("zero byte") << QString("/tmp/a") + QChar(0) + "b";
+        QTest::addColumn<bool>("namesAFile");
+        QTest::newRow("none") << QString() << false;
+        QTest::newRow("folder") << m_folderPlaceholder + "/" << false;
+        QTest::newRow("zero byte") << m_folderPlaceholder + "/a" + QChar(0) + "b" << false;
+        QTest::newRow("relative") << "receipt" << true;
+        QTest::newRow("option") << "-c" << true;
+        QTest::newRow("backslash") << m_folderPlaceholder + "/a\\b" << true;
+        QTest::newRow("line feed") << m_folderPlaceholder + "/a\nb" << true;
+        QTest::newRow("carriage return") << m_folderPlaceholder + "/a\rb" << true;
     }
 
     void pathsThatNoLoadFindsAreRefused()
     {
-        QFETCH(const QString, path);
+        QFETCH(QString, path);
+        QFETCH(const bool, namesAFile);
+        path.replace(m_folderPlaceholder, m_folder->path());
         const QString current = QDir::currentPath();
         QVERIFY(QDir::setCurrent(m_folder->path()));
         const QString saved = DocumentFiles::save(newDocument, path);
         TextPrinterDocument document = newDocument;
         const QString loaded = DocumentFiles::load(document, path);
         QVERIFY(QDir::setCurrent(current));
-        QCOMPARE(saved,
-                 path + ": a document's path is absolute and has no backslash and no line end");
-        QCOMPARE(loaded, saved);
+        const QString noName = path + ": a document needs a path that names a file";
+        QCOMPARE(saved, namesAFile ? path +
+                                         ": a document's path is absolute and has no backslash "
+                                         "and no line end"
+                                   : noName);
+        QCOMPARE(loaded, namesAFile ? path + ": no copy can be loaded" : noName);
         QVERIFY(document == newDocument);
         QVERIFY(QDir(m_folder->path()).isEmpty());
     }

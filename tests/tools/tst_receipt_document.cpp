@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <QJsonDocument>
 #include <QProcess>
 #include <QtTest>
@@ -281,6 +283,82 @@ private Q_SLOTS:
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.errors.contains("neither copy is good"));
         QCOMPARE(readFolder(m_path), damaged);
+    }
+
+    void filesThatOthersPutThereAreNamedAndNotOpened_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<QString>("target");  // of a link; empty: a FIFO
+        for (const QString &suffix : suffixes) {
+            QTest::addRow("link at P%s", qPrintable(suffix)) << suffix << "victim";
+            QTest::addRow("endless device at P%s", qPrintable(suffix)) << suffix << "/dev/zero";
+            QTest::addRow("FIFO at P%s", qPrintable(suffix)) << suffix << QString();
+        }
+    }
+
+    void filesThatOthersPutThereAreNamedAndNotOpened()
+    {
+        QFETCH(const QString, suffix);
+        QFETCH(const QString, target);
+        const QString victim = m_folder->filePath("victim");
+        QVERIFY(writeFile(victim, "precious"));
+        const QString name = m_path + suffix;
+        QVERIFY(QFile::remove(name));
+        if (target.isEmpty())
+            QCOMPARE(::mkfifo(QFile::encodeName(name).constData(), S_IRUSR | S_IWUSR), 0);
+        else
+            QVERIFY(QFile::link(QDir(m_folder->path()).filePath(target), name));
+        const QString what =
+            target.isEmpty() ? "is a FIFO and no file" : "is a symbolic link and no file";
+        const QList<QStringList> calls{{"save", m_path, "--from", PRINTERSLIB_EXAMPLES "/cafe.cpt",
+                                        PRINTERSLIB_EXAMPLES "/cafe.json"},
+                                       {"show", m_path},
+                                       {"repair", m_path}};
+        for (const QStringList &arguments : calls) {
+            const Outcome outcome = runDocument(arguments);
+            QCOMPARE(outcome.errors, "receipt: " + name + ": " + what + "\n");
+            QCOMPARE(outcome.status, 1);
+        }
+        QStringList faults{"good", "good", "good", "good"};
+        faults[suffixes.indexOf(suffix)] = "bad, " + what;
+        QCOMPARE(runDocument({"check", m_path}).output, findings(faults));
+        QCOMPARE(contentOf(victim), QByteArray("precious"));
+        // What stands there is removed, and not what it leads to.
+        QCOMPARE(runDocument({"remove", m_path}).status, 0);
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::System),
+                 QStringList("victim"));
+    }
+
+    void folderThatOthersMayWriteToIsNamed()
+    {
+        const Folder saved = readFolder(m_path);
+        QCOMPARE(::chmod(QFile::encodeName(m_folder->path()).constData(), 0777), 0);
+        const QList<QStringList> calls{{"save", m_path, "--from", PRINTERSLIB_EXAMPLES "/cafe.cpt",
+                                        PRINTERSLIB_EXAMPLES "/cafe.json"},
+                                       {"show", m_path},
+                                       {"check", m_path},
+                                       {"repair", m_path}};
+        for (const QStringList &arguments : calls) {
+            const Outcome outcome = runDocument(arguments);
+            QCOMPARE(outcome.errors, "receipt: " + m_folder->path() +
+                                         ": others may write to this folder (mode 0777)\n");
+            QCOMPARE(outcome.output, QString());
+            QCOMPARE(outcome.status, 1);
+        }
+        QCOMPARE(readFolder(m_path), saved);
+    }
+
+    void hugeFileIsNotRead()
+    {
+        QVERIFY(QFile::resize(m_path, qint64(1) << 40));
+        QCOMPARE(runDocument({"show", m_path}).errors,
+                 "receipt: " + m_path + ": is larger than the 16 MiB of a document\n");
+        QCOMPARE(
+            runDocument({"check", m_path}).output,
+            findings({"bad, is larger than the 16 MiB of a document", "good", "good", "good"}));
+        // The backup is good, and whatever the primary has become is written anew.
+        QCOMPARE(runDocument({"repair", m_path}).status, 0);
+        QCOMPARE(runDocument({"show", m_path}).output, QString("NEW 2.50\n"));
     }
 
     void removeTakesAllFour()

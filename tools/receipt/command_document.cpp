@@ -7,10 +7,13 @@
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/specialcharacters.h"
 #include "printerdocs/textprinterdocument.h"
+#include "printerslib/drivers/documentfiles.h"
 #include "support.h"
 #include "templatefile.h"
 
 namespace {
+
+using printerslib::drivers::DocumentFiles;
 
 constexpr int defaultWidth = 80;
 
@@ -59,10 +62,21 @@ bool isSavable(const QString &path)
     return true;
 }
 
+/// Complains and gives false where the document's files or their folder aren't the user's own.
+bool mayOpen(const QString &path, DocumentFiles::Use use)
+{
+    const QString fault = DocumentFiles::faultOf(path, use);
+    if (!fault.isEmpty())
+        tool::complain(fault);
+    return fault.isEmpty();
+}
+
 /// Saves, and loads what was saved; the save alone doesn't notice a full disk. A load gives what
 /// the map form keeps, so that is what is asked for.
 bool saveAndLoad(const TextPrinterDocument &document, const QString &path)
 {
+    if (!mayOpen(path, DocumentFiles::ToSave))
+        return false;
     TextPrinterDocument expected;
     expected.setMap(document.toMap());
     TextPrinterDocument loaded;
@@ -161,6 +175,8 @@ int showDocument(const QStringList &arguments)
     for (const Form &form : forms) {
         if (parser.value(as) != QLatin1String(form.name))
             continue;
+        if (!mayOpen(absolutePath(fileName), DocumentFiles::ToLoad))
+            return tool::BadInput;
         TextPrinterDocument document;
         if (!document.loadFromFile(absolutePath(fileName))) {
             tool::complain(QStringLiteral("%1: no copy can be loaded; \"receipt document check\" "
@@ -189,6 +205,11 @@ int checkDocument(const QStringList &arguments)
     if (const auto status = parseAction(parser, QStringLiteral("document check"), arguments, 1))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().constFirst());
+    const QString fault = DocumentFiles::faultOfFolder(path);
+    if (!fault.isEmpty()) {
+        tool::complain(fault);
+        return tool::BadInput;
+    }
     const DocumentCopy primary = readDocumentCopy(path);
     const DocumentCopy backup = readDocumentCopy(backupOf(path));
     for (const DocumentCopy &copy : {primary, backup}) {
@@ -210,6 +231,8 @@ int repairDocument(const QStringList &arguments)
         return *status;
     const QString fileName = parser.positionalArguments().constFirst();
     const QString path = absolutePath(fileName);
+    if (!mayOpen(path, DocumentFiles::ToSave))
+        return tool::BadInput;
     const DocumentCopy primary = readDocumentCopy(path);
     const DocumentCopy backup = readDocumentCopy(backupOf(path));
     if (!primary.isGood() && !backup.isGood()) {
@@ -255,10 +278,12 @@ constexpr Command actions[] = {
 
 void printActions()
 {
-    tool::printOwn(
-        QStringLiteral("Usage: receipt document ACTION [ARGUMENT...]\n\n"
-                       "Works on document files: a document in two copies, FILE and FILE.bak, with "
-                       "a\nchecksum file beside each. Actions:"));
+    tool::printOwn(QStringLiteral(
+        "Usage: receipt document ACTION [ARGUMENT...]\n\n"
+        "Works on document files: a document in two copies, FILE and FILE.bak, with "
+        "a\nchecksum file beside each. They and their folder must be the user's own, "
+        "and nobody\nelse may be able to write to the folder; links, FIFOs and "
+        "devices are refused. Actions:"));
     for (const Command &action : actions)
         tool::print(QStringLiteral("  %1 %2")
                         .arg(QLatin1String(action.name), -8)

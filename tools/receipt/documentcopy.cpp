@@ -7,6 +7,7 @@
 #include <QSaveFile>
 #include <optional>
 
+#include "printerslib/drivers/documentfiles.h"
 #include "support.h"
 
 namespace {
@@ -20,8 +21,13 @@ QByteArray checksumOf(const QByteArray &content)
 
 std::optional<QByteArray> contentOf(const QString &fileName, QString &fault)
 {
+    using printerslib::drivers::DocumentFiles;
     QFile file(fileName);
-    if (!file.exists())
+    // The fault begins with the file's name, which the caller tells itself.
+    const QString whole = DocumentFiles::faultOfFile(fileName, DocumentFiles::ToLoad);
+    if (!whole.isEmpty())
+        fault = whole.mid(fileName.size() + 2);
+    else if (!file.exists())
         fault = QStringLiteral("is missing");
     else if (!file.open(QIODevice::ReadOnly))
         fault = file.errorString();

@@ -6,6 +6,7 @@
 #include "filling.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerslib/drivers/documentfiles.h"
 #include "support.h"
 #include "templatefile.h"
 #include "templatelint.h"
@@ -94,8 +95,15 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
 PreviewSource documentSource(const QString &fileName)
 {
     return [=]() -> std::optional<PreviewedReceipt> {
+        using printerslib::drivers::DocumentFiles;
+        const QString path = QFileInfo(fileName).absoluteFilePath();
+        const QString fault = DocumentFiles::faultOf(path, DocumentFiles::ToLoad);
+        if (!fault.isEmpty()) {
+            complain(fault);
+            return std::nullopt;
+        }
         TextPrinterDocument document;
-        if (document.loadFromFile(QFileInfo(fileName).absoluteFilePath()))
+        if (document.loadFromFile(path))
             return always(document);
         complain(QStringLiteral("%1: no copy can be loaded; \"receipt document check\" says why")
                      .arg(fileName));

@@ -45,8 +45,8 @@ public:
     /// file is no fault.
     static QString faultOfFile(const QString &fileName, Use use);
 
-    /// The first fault of a document's path, its folder and its four files. A path is absolute and
-    /// holds no backslash, line feed, carriage return or zero byte.
+    /// The first fault of a document's path, its folder and its four files. A path to save under is
+    /// absolute and holds no backslash, line feed or carriage return, as no load would find it.
     static QString faultOf(const QString &path, Use use);
 
     /// Saves a document and makes sure that it was kept: looks, saves, looks again, loads, and
