@@ -35,6 +35,11 @@ bool isObeyed(QChar character)
     });
 }
 
+bool isTerminal(std::FILE *stream)
+{
+    return ::isatty(::fileno(stream)) != 0;
+}
+
 QString formOf(QChar character)
 {
     for (const ShortForm &row : shortForms) {
@@ -78,7 +83,7 @@ void writeLine(std::FILE *stream, const QString &line)
 
 void writeContent(std::FILE *stream, const QString &line)
 {
-    writeRaw(stream, ::isatty(::fileno(stream)) != 0 ? shown(line) : line);
+    writeRaw(stream, isTerminal(stream) ? shown(line) : line);
 }
 
 /// Collects the bytes of a line, and writes it at its end.
@@ -94,17 +99,28 @@ public:
 protected:
     int_type overflow(int_type byte) override
     {
-        if (byte == traits_type::to_int_type('\n'))
-            writeLineSoFar();
-        else if (byte != traits_type::eof())
-            m_line += traits_type::to_char_type(byte);
+        const char character = traits_type::to_char_type(byte);
+        if (byte != traits_type::eof())
+            xsputn(&character, 1);
         return traits_type::not_eof(byte);
+    }
+    std::streamsize xsputn(const char *bytes, std::streamsize count) override
+    {
+        const char *const end = bytes + count;
+        for (const char *lineEnd = std::find(bytes, end, '\n'); lineEnd != end;
+             lineEnd = std::find(bytes, end, '\n')) {
+            m_line.append(bytes, lineEnd);
+            writeLineSoFar();
+            bytes = lineEnd + 1;
+        }
+        m_line.append(bytes, end);
+        return count;
     }
 
 private:
     void writeLineSoFar()
     {
-        writeContent(stdout, QString::fromStdString(m_line));
+        writeLine(stdout, QString::fromStdString(m_line));
         m_line.clear();
     }
 
@@ -112,7 +128,8 @@ private:
 };
 
 CoutAsContent::CoutAsContent()
-    : m_lines(std::make_unique<Lines>()), m_before(std::cout.rdbuf(m_lines.get()))
+    : m_lines(isTerminal(stdout) ? std::make_unique<Lines>() : nullptr),
+      m_before(m_lines ? std::cout.rdbuf(m_lines.get()) : std::cout.rdbuf())
 {}
 
 CoutAsContent::~CoutAsContent()

@@ -25,7 +25,7 @@ void writeLine(std::FILE *stream, const QString &line);
 /// Writes a line of what a program makes in UTF-8: as it is, but shown if that goes to a terminal.
 void writeContent(std::FILE *stream, const QString &line);
 
-/// While it lives, what others write to std::cout goes through writeContent(), line by line.
+/// While it lives, what others write to std::cout is shown line by line if that goes to a terminal.
 class CoutAsContent
 {
 public:
