@@ -6,6 +6,12 @@ cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY "/" OUTPUT_VARIABLE
 cmake_path(RELATIVE_PATH libdir BASE_DIRECTORY "${bindir}" OUTPUT_VARIABLE libdir_from_bindir)
 list(APPEND CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${libdir_from_bindir}")
 
+# The translations, and the way to them from the folder of the libraries.
+set(PRINTERSLIB_INSTALL_TRANSLATIONSDIR "${CMAKE_INSTALL_DATADIR}/printerslib/translations")
+cmake_path(ABSOLUTE_PATH PRINTERSLIB_INSTALL_TRANSLATIONSDIR BASE_DIRECTORY "/"
+  OUTPUT_VARIABLE PRINTERSLIB_TRANSLATIONS_FROM_LIBDIR)
+cmake_path(RELATIVE_PATH PRINTERSLIB_TRANSLATIONS_FROM_LIBDIR BASE_DIRECTORY "${libdir}")
+
 # The way from a .pc file to the prefix, for the same reason.
 set(PRINTERSLIB_PREFIX_FROM_PKGCONFIG "/")
 cmake_path(RELATIVE_PATH PRINTERSLIB_PREFIX_FROM_PKGCONFIG BASE_DIRECTORY "${libdir}/pkgconfig")

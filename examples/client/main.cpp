@@ -14,6 +14,12 @@
 #include <QTextStream>
 #include <optional>
 
+// Another platform may choose the language in a way of its own.
+#if __has_include("hearth/apptranslations.h")
+#include "hearth/apptranslations.h"
+#include "hearth/initconfig.h"
+#define HAS_TRANSLATIONS
+#endif
 #include "printdevicefinder/printdevicefinder.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printsrvstate/printservicestatecorvidwrapper.h"
@@ -41,6 +47,19 @@ bool loadSettings(const QString &fileName)
     settings->setList(items);
     IPrintDeviceSettings::setPrintDeviceSettings(settings);
     return !items.isEmpty();
+}
+
+/// The shop's language, which the system's configuration names, for the words that the library
+/// prints by itself, such as the mark of a copy. The application object is there already.
+void speakShopsLanguage()
+{
+#ifdef HAS_TRANSLATIONS
+    const QString language =
+        hearth::InitConfig("/opt/tarnwick/etc/tarn.conf", false).locale();  // "ru", "de"
+    if (!hearth::AppTranslations::use(language))
+        say(QStringLiteral("there is no translation to \"%1\", but to: %2")
+                .arg(language, hearth::AppTranslations::languages().join(", ")));
+#endif
 }
 
 /// Runs one search, which begin() starts, to its end. The device comes behind finished(), and a
@@ -92,9 +111,11 @@ std::optional<PrintDeviceInfo> startVirtualPrinter(QProcess &printer, const QStr
     return search([&port](PrintDeviceFinder &finder) { finder.start({port}); });
 }
 
-PrinterDocument sale()
+/// @param isCopy whether the receipt was printed before, and says so
+PrinterDocument sale(bool isCopy)
 {
     PrinterDocument document;
+    document.setIsCopy(isCopy);
     document.setAttributes({{"SHOP", "Harbour Kiosk"},
                             {"DOCNO", 1207},
                             {"SALE_DT", QDateTime(QDate(2026, 5, 9), QTime(14, 30))},
@@ -110,12 +131,12 @@ PrinterDocument sale()
 
 /// The receipt, laid out for the printer; invalid without a template.
 std::optional<TextPrinterDocument> makeReceipt(const QString &templateFile,
-                                               TextPrinterSettings &settings)
+                                               TextPrinterSettings &settings, bool isCopy)
 {
     PrinterDocumentFormatter formatter(settings.spacessBeforeString(), nullptr);
     if (!formatter.loadTemplate(templateFile, "UTF-8"))
         return std::nullopt;
-    TextPrinterDocument receipt = formatter.toTextPrinterDocument(sale());
+    TextPrinterDocument receipt = formatter.toTextPrinterDocument(sale(isCopy));
     receipt.setSymbolsPerLine(settings.defSymbolsPerLine());
     return receipt;
 }
@@ -215,10 +236,13 @@ int main(int argc, char *argv[])
         say(QStringLiteral("%1 holds no settings").arg(arguments.at(1)));
         return 1;
     }
+    speakShopsLanguage();
     TextPrinterSettings settings;
-    const std::optional<TextPrinterDocument> receipt = makeReceipt(arguments.at(2), settings);
+    const QString kept = folder.filePath("receipt-1207");
+    const std::optional<TextPrinterDocument> receipt =
+        makeReceipt(arguments.at(2), settings, QFile::exists(kept));
     QString trouble = QStringLiteral("the receipt couldn't be made and kept");
-    if (receipt && keep(*receipt, folder.filePath("receipt-1207")))
+    if (receipt && keep(*receipt, kept))
         trouble = printReceipt(*receipt, settings, arguments.value(4, "virtual-printer"), folder);
     const bool published = publish(trouble, folder.filePath("state.json"));
     return trouble.isEmpty() && published ? 0 : 1;

@@ -4,6 +4,7 @@
 #include "commands.h"
 #include "documentcopy.h"
 #include "filling.h"
+#include "language.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/specialcharacters.h"
 #include "printerdocs/textprinterdocument.h"
@@ -104,7 +105,7 @@ int saveDocument(const QStringList &arguments)
                                      QStringLiteral("Folder of the special symbol files; default: "
                                                     "that of the template."),
                                      QStringLiteral("DIR"));
-    parser.addOptions({from, symbols, tool::codecOption()});
+    parser.addOptions({from, symbols, tool::codecOption(), tool::languageOption()});
     if (const auto status = parseAction(parser, QStringLiteral("document save"), arguments, 2))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().at(0));
@@ -114,7 +115,7 @@ int saveDocument(const QStringList &arguments)
     if (templateFile.isEmpty())
         tool::complain(QStringLiteral("document save: --from is missing"));
     if (templateFile.isEmpty() || !codec || !isSavable(path) ||
-        !tool::readsInputOnce({templateFile, data}))
+        !tool::readsInputOnce({templateFile, data}) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
     tool::useSymbolFolder(parser.isSet(symbols) ? parser.value(symbols)

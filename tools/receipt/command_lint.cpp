@@ -7,6 +7,7 @@
 
 #include "commands.h"
 #include "documentfile.h"
+#include "language.h"
 #include "printermodel.h"
 #include "progressline.h"
 #include "support.h"
@@ -344,7 +345,8 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
     if (!areTemplates(task.templates) || !codec || !form ||
         !readPaper(parser, options, task.options) || !readCodePage(parser, options, task.options) ||
         !readSymbolFolder(parser, options) ||
-        !tool::readsInputOnce(task.templates + QStringList(task.data)))
+        !tool::readsInputOnce(task.templates + QStringList(task.data)) ||
+        !tool::useLanguage(parser))
         return std::nullopt;
     task.codec = *codec;
     task.options.form = *form;
@@ -361,7 +363,7 @@ int runLint(const QStringList &arguments)
     parser.addOptions({options.data, options.as, options.model, options.paper, options.font,
                        options.width, options.codePage, options.symbols, options.fiscal,
                        options.json, options.strict, options.explain, tool::codecOption(),
-                       tool::watchOption()});
+                       tool::languageOption(), tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));

@@ -6,6 +6,7 @@
 
 #include "commands.h"
 #include "contactsheet.h"
+#include "language.h"
 #include "picture.h"
 #include "previewsource.h"
 #include "printermodel.h"
@@ -461,13 +462,13 @@ int runPreview(const QStringList &arguments)
     parser.addOptions({options.bbcode, options.document, options.plain, options.model,
                        options.paper, options.font, options.margin, options.codePage,
                        options.output, options.scale, options.allModels, options.symbols,
-                       options.images, tool::codecOption(), options.watch});
+                       options.images, tool::codecOption(), tool::languageOption(), options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;
     Request request;
     if (!setSource(parser, options, request) || !setModel(parser, options, request) ||
-        !setOutput(parser, options, request))
+        !setOutput(parser, options, request) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
     Typeface typeface;

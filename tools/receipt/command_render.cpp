@@ -4,6 +4,7 @@
 
 #include "commands.h"
 #include "filling.h"
+#include "language.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printermodel.h"
 #include "settings/printersettings.h"
@@ -145,7 +146,7 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
         QStringLiteral("Renders a receipt from a template and a document."));
     parser.addOptions({options.as, options.width, options.model, options.paper, options.font,
                        options.margin, options.symbols, options.letterCase, options.output,
-                       options.pretty, options.plain, tool::codecOption()});
+                       options.pretty, options.plain, tool::codecOption(), tool::languageOption()});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("render"), arguments, 1, 2))
         return status;
@@ -235,7 +236,7 @@ int runRender(const QStringList &arguments)
     const auto symbols = symbolFolder(parser, options);
     const QStringList files = parser.positionalArguments();
     if (!codec || form == nullptr || letterCase == nullptr || !width || !margin || !symbols ||
-        !tool::readsInputOnce(files))
+        !tool::readsInputOnce(files) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
     tool::useSymbolFolder(*symbols);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include "hearth/appversion.h"
@@ -8,7 +9,8 @@
 namespace hearth {
 
 /// Stand-in for the system-wide register of component versions and translations. Libraries enter
-/// themselves while they are loaded; this stand-in hands a version back and loads no translation.
+/// themselves while they are loaded; this stand-in hands a version back, and keeps the names of
+/// those that have translations for AppTranslations. Any thread may call it.
 class Q_DECL_EXPORT AppVersionManager
 {
 public:
@@ -16,8 +18,11 @@ public:
 
     /// Enters the version of the component. Gives the version as registered.
     static AppVersion addVersion(const QString &name, const AppVersion &version);
-    /// Makes the component's translations known.
+    /// Makes known that the component has translations. Nothing is installed: a library calls this
+    /// while it is loaded, before there is an application object to install a translation in.
     static void addLocalisation(const QString &name);
+    /// The names of the components that have translations, each once, in the order of their entry.
+    static QStringList localisations();
 };
 
 }  // namespace hearth

@@ -41,7 +41,7 @@ public:
     virtual QString versionsPath() const;
     /// Folder of the translations, below the work folder.
     virtual QString translationsPath() const;
-    /// Name of the language: the key "locale", or empty for the machine's own.
+    /// Name of the language: the key "locale", or empty: none is named.
     virtual QString locale() const;
     /// Writes the language; false when the file couldn't be written.
     virtual bool setlocale(const QString &locale);
