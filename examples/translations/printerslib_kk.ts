@@ -1,0 +1,11 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="kk" sourcelanguage="en">
+<context>
+    <name>PrinterDocumentFormatter</name>
+    <message>
+        <source>&lt;C&gt;CHECK_COPY</source>
+        <translation>&lt;C&gt;КӨШІРМЕ</translation>
+    </message>
+</context>
+</TS>
