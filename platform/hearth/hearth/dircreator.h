@@ -21,9 +21,10 @@ public:
         QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther};
 
     /// Creates a directory, and its parents, if it is missing, and gives the new directory these
-    /// permissions; one that exists stays as it is. A failure is logged at warning level with the
-    /// path and the reason, once for each path, since callers ask again and again; after 1000
-    /// different paths nothing more is logged. Any thread may call it.
+    /// permissions, with the sticky bit where they are all; one that exists stays as it is, and so
+    /// does what another user puts in place of the new one. A failure is logged at warning level
+    /// with the path and the reason, once for each path, since callers ask again and again; after
+    /// 1000 different paths nothing more is logged. Any thread may call it.
     /// @return whether the directory exists
     static bool checkAndCreate(const QString &path,
                                const QFlags<QFileDevice::Permission> &permissions);
