@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "commands.h"
+#include "programstart.h"
 #include "support.h"
 #include "terminaltext.h"
 
@@ -69,8 +70,14 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
+    programstart::begin("receipt");
     qInstallMessageHandler(terminaltext::writeLogLine);
     const auto application = makeApplication(argc, argv);
+    const QString refusal = programstart::refusalOfArguments(argc, argv);
+    if (!refusal.isEmpty()) {
+        tool::complain(refusal);
+        return tool::WrongUsage;
+    }
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments.isEmpty()) {
         printHelp();

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "programstart.h"
 #include "terminaltext.h"
 #include "virtualprinter.h"
 
@@ -163,8 +164,14 @@ void play(VirtualPrinter &printer)
 
 int main(int argc, char *argv[])
 {
+    programstart::begin("virtual-printer");
     qInstallMessageHandler(terminaltext::writeLogLine);
     const QCoreApplication application(argc, argv);
+    const QString refusal = programstart::refusalOfArguments(argc, argv);
+    if (!refusal.isEmpty()) {
+        print(stderr, QStringLiteral("virtual-printer: ") + refusal);
+        return wrongUsage;
+    }
     const std::optional<Arguments> arguments = readArguments();
     if (!arguments)
         return wrongUsage;
