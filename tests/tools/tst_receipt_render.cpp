@@ -32,9 +32,9 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("options");
         QTest::addColumn<QString>("kept");
         QTest::newRow("text") << QStringList{} << "tags.txt";
-        QTest::newRow("html") << QStringList{"--as", "html"} << "tags.html";
+        QTest::newRow("html") << QStringList{"--as", "html", "--unescaped"} << "tags.html";
         QTest::newRow("html-fragment")
-            << QStringList{"--as", "html-fragment"} << "tags.fragment.html";
+            << QStringList{"--as", "html-fragment", "--unescaped"} << "tags.fragment.html";
         QTest::newRow("json") << QStringList{"--as", "json", "--pretty"} << "tags.json";
     }
     void allTagsRenderAsKept()
@@ -309,7 +309,7 @@ private Q_SLOTS:
         QTest::newRow("html-fragment")
             << QStringList{"--as", "html-fragment"}
             << "<p><table width=\"100%\" cellspacing=0 cellpadding=0>\n"
-               "<tr><td colspan=\"2\" align = \"center\"> <font size = 1><NAME,0></font> "
+               "<tr><td colspan=\"2\" align = \"center\"> <font size = 1>&lt;NAME,0&gt;</font> "
                "</td></tr>\n"
                "<br>\n"
                "<tr><td align = \"left\" width=\"50%\"> <font size = 1>x</font> </td>"
@@ -319,7 +319,7 @@ private Q_SLOTS:
             << QStringList{"--as", "html"}
             << "<html><head><meta http-equiv=\"Content-Type\" content=\"text/html; "
                "charset=UTF-8\"></head><body><table width=\"100%\" cellspacing=0 cellpadding=0>\n"
-               "<tr><td colspan=\"2\" align = \"center\"> <font size = 1><NAME,0></font> "
+               "<tr><td colspan=\"2\" align = \"center\"> <font size = 1>&lt;NAME,0&gt;</font> "
                "</td></tr>\n"
                "<br>\n"
                "<tr><td align = \"left\" width=\"50%\"> <font size = 1>x</font> </td>"

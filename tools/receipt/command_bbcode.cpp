@@ -1,14 +1,19 @@
+#include <printerslib/drivers/escapedhtml.h>
+
 #include <QJsonDocument>
 #include <memory>
 
 #include "bbcpp/bbdocument.h"
 #include "commands.h"
+#include "htmlescaping.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/specialcharacters.h"
 #include "support.h"
 #include "terminaltext.h"
 
 namespace {
+
+using printerslib::drivers::EscapedHtml;
 
 constexpr int leastWidth = 1;
 constexpr int greatestWidth = 255;
@@ -41,6 +46,12 @@ void printText(const Request &request)
 
 void printHtml(const Request &request)
 {
+    const QString html = EscapedHtml::toHtml(parsedDocument(request), true, SpecialCharacters());
+    tool::printContent(html.split(QLatin1Char('\n')));
+}
+
+void printUnescapedHtml(const Request &request)
+{
     const QString html = parsedDocument(request).toHtml(true, SpecialCharacters());
     tool::printContent(html.split(QLatin1Char('\n')));
 }
@@ -64,13 +75,14 @@ struct Form
 {
     const char *name;
     void (*print)(const Request &request);
+    void (*printUnescaped)(const Request &request);  ///< null: there is no such form
 };
 
 constexpr Form forms[] = {
-    {"text", printText},
-    {"html", printHtml},
-    {"json", printJson},
-    {"tree", printTree},
+    {"text", printText, nullptr},
+    {"html", printHtml, printUnescapedHtml},
+    {"json", printJson, nullptr},
+    {"tree", printTree, nullptr},
 };
 
 const Form *findForm(const QString &name)
@@ -105,7 +117,7 @@ int runBbCode(const QStringList &arguments)
         QStringLiteral("Folder of the pictures; default: the current one."), QStringLiteral("DIR"));
     const QCommandLineOption pretty(QStringLiteral("pretty"),
                                     QStringLiteral("Indent the JSON text."));
-    parser.addOptions({as, width, images, pretty});
+    parser.addOptions({as, width, images, pretty, tool::unescapedOption()});
     if (const auto status = tool::parse(parser, QStringLiteral("bbcode"), arguments, 1, 1))
         return *status;
 
@@ -114,12 +126,13 @@ int runBbCode(const QStringList &arguments)
         tool::complain(QStringLiteral("--as: there is no form \"%1\"").arg(parser.value(as)));
         return tool::WrongUsage;
     }
+    const auto print = tool::chosenWriter(parser, form->print, form->printUnescaped);
     const std::optional<int> characters = tool::numberOf(parser, width, leastWidth, greatestWidth);
-    if (!characters)
+    if (print == nullptr || !characters)
         return tool::WrongUsage;
     const std::optional<QString> text = tool::readText(parser.positionalArguments().constFirst());
     if (!text)
         return tool::BadInput;
-    form->print({*text, *characters, parser.value(images), parser.isSet(pretty)});
+    print({*text, *characters, parser.value(images), parser.isSet(pretty)});
     return tool::Success;
 }

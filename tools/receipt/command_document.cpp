@@ -1,9 +1,13 @@
+#include <printerslib/drivers/escapedhtml.h>
+
 #include <QFileInfo>
 #include <QJsonDocument>
 
+#include "cleaning.h"
 #include "commands.h"
 #include "documentcopy.h"
 #include "filling.h"
+#include "htmlescaping.h"
 #include "language.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/specialcharacters.h"
@@ -15,6 +19,7 @@
 namespace {
 
 using printerslib::drivers::DocumentFiles;
+using printerslib::drivers::EscapedHtml;
 
 constexpr int defaultWidth = 80;
 
@@ -105,22 +110,24 @@ int saveDocument(const QStringList &arguments)
                                      QStringLiteral("Folder of the special symbol files; default: "
                                                     "that of the template."),
                                      QStringLiteral("DIR"));
-    parser.addOptions({from, symbols, tool::codecOption(), tool::languageOption()});
+    parser.addOptions(
+        {from, symbols, tool::cleanOption(), tool::codecOption(), tool::languageOption()});
     if (const auto status = parseAction(parser, QStringLiteral("document save"), arguments, 2))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().at(0));
     const QString data = parser.positionalArguments().at(1);
     const QString templateFile = parser.value(from);
     const auto codec = tool::codecOf(parser);
+    const auto rules = tool::cleaningRulesOf(parser);
     if (templateFile.isEmpty())
         tool::complain(QStringLiteral("document save: --from is missing"));
-    if (templateFile.isEmpty() || !codec || !isSavable(path) ||
+    if (templateFile.isEmpty() || !codec || !rules || !isSavable(path) ||
         !tool::readsInputOnce({templateFile, data}) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
     tool::useSymbolFolder(parser.isSet(symbols) ? parser.value(symbols)
                                                 : QFileInfo(templateFile).absolutePath());
-    const auto source = tool::readTemplateAndDocument(templateFile, data, **codec);
+    const auto source = tool::readTemplateAndDocument(templateFile, data, **codec, *rules);
     if (!source)
         return tool::BadInput;
     PrinterDocumentFormatter formatter(0, nullptr);
@@ -141,6 +148,12 @@ void printText(const TextPrinterDocument &document)
 
 void printHtml(const TextPrinterDocument &document)
 {
+    tool::printContent(
+        EscapedHtml::toHtml(document, true, SpecialCharacters()).split(QLatin1Char('\n')));
+}
+
+void printUnescapedHtml(const TextPrinterDocument &document)
+{
     tool::printContent(document.toHtml(true, SpecialCharacters()).split(QLatin1Char('\n')));
 }
 
@@ -154,12 +167,13 @@ struct Form
 {
     const char *name;
     void (*print)(const TextPrinterDocument &document);
+    void (*printUnescaped)(const TextPrinterDocument &document);  ///< null: there is no such form
 };
 
 constexpr Form forms[] = {
-    {"text", printText},
-    {"html", printHtml},
-    {"json", printJson},
+    {"text", printText, nullptr},
+    {"html", printHtml, printUnescapedHtml},
+    {"json", printJson, nullptr},
 };
 
 int showDocument(const QStringList &arguments)
@@ -169,13 +183,16 @@ int showDocument(const QStringList &arguments)
     const QCommandLineOption as(QStringLiteral("as"),
                                 QStringLiteral("text (default), html, or json (the map form)."),
                                 QStringLiteral("form"), QStringLiteral("text"));
-    parser.addOption(as);
+    parser.addOptions({as, tool::unescapedOption()});
     if (const auto status = parseAction(parser, QStringLiteral("document show"), arguments, 1))
         return *status;
     const QString fileName = parser.positionalArguments().constFirst();
     for (const Form &form : forms) {
         if (parser.value(as) != QLatin1String(form.name))
             continue;
+        const auto print = tool::chosenWriter(parser, form.print, form.printUnescaped);
+        if (print == nullptr)
+            return tool::WrongUsage;
         if (!mayOpen(absolutePath(fileName), DocumentFiles::ToLoad))
             return tool::BadInput;
         TextPrinterDocument document;
@@ -185,7 +202,7 @@ int showDocument(const QStringList &arguments)
                                .arg(fileName));
             return tool::BadInput;
         }
-        form.print(document);
+        print(document);
         return tool::Success;
     }
     tool::complain(QStringLiteral("--as: there is no form \"%1\"").arg(parser.value(as)));

@@ -1,3 +1,4 @@
+#include "cleaning.h"
 #include "commands.h"
 #include "filling.h"
 #include "printerdocs/printerdocumentformatter.h"
@@ -10,18 +11,19 @@ int runFill(const QStringList &arguments)
     parser.setApplicationDescription(
         QStringLiteral("Prints a template's lines with the document's values filled in; the other "
                        "tags stay as they are."));
-    parser.addOption(tool::codecOption());
+    parser.addOptions({tool::cleanOption(), tool::codecOption()});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("fill"), arguments, 2, 2))
         return *status;
     const auto codec = tool::codecOf(parser);
-    if (!codec)
+    const auto rules = tool::cleaningRulesOf(parser);
+    if (!codec || !rules)
         return tool::WrongUsage;
     const QStringList files = parser.positionalArguments();
     if (!tool::readsInputOnce(files))
         return tool::WrongUsage;
     tool::useSymbolFolder(QStringLiteral("."));
-    const auto source = tool::readTemplateAndDocument(files.at(0), files.at(1), **codec,
+    const auto source = tool::readTemplateAndDocument(files.at(0), files.at(1), **codec, *rules,
                                                       templatelint::Filling::EachLine);
     if (!source)
         return tool::BadInput;

@@ -4,6 +4,7 @@
 #include <QSaveFile>
 #include <QVector>
 
+#include "cleaning.h"
 #include "commands.h"
 #include "contactsheet.h"
 #include "language.h"
@@ -17,6 +18,7 @@
 
 namespace {
 
+using printerslib::drivers::DocumentCleaner;
 using receiptpreview::Layout;
 using receiptpreview::Paper;
 using receiptpreview::Typeface;
@@ -177,6 +179,16 @@ std::optional<int> marginOf(const QCommandLineParser &parser, const Options &opt
     return std::nullopt;
 }
 
+/// Complains and gives nothing for a rule that there isn't, and where no document is filled in.
+std::optional<DocumentCleaner::Rules> cleaningRulesOf(const QCommandLineParser &parser)
+{
+    const auto rules = tool::cleaningRulesOf(parser);
+    if (!rules || *rules == DocumentCleaner::Rules() || !parser.positionalArguments().isEmpty())
+        return rules;
+    tool::complain(QStringLiteral("--clean needs a template and a document"));
+    return std::nullopt;
+}
+
 bool setSource(const QCommandLineParser &parser, const Options &options, Request &request)
 {
     const auto codec = tool::codecOf(parser);
@@ -192,7 +204,8 @@ bool setSource(const QCommandLineParser &parser, const Options &options, Request
     const auto symbols = folderOf(parser, options.symbols, file);
     const auto images = folderOf(parser, options.images, file);
     const auto margin = marginOf(parser, options);
-    if (!symbols || !images || !margin || !tool::readsInputOnce(request.files))
+    const auto rules = cleaningRulesOf(parser);
+    if (!symbols || !images || !margin || !rules || !tool::readsInputOnce(request.files))
         return false;
     tool::useSymbolFolder(*symbols);
     if (parser.isSet(options.bbcode))
@@ -203,7 +216,7 @@ bool setSource(const QCommandLineParser &parser, const Options &options, Request
         request.source = tool::plainSource(file, **codec, *margin);
     else
         request.source =
-            tool::templateSource(file, request.files.at(1), **codec, *symbols, *margin);
+            tool::templateSource(file, request.files.at(1), **codec, *rules, *symbols, *margin);
     return true;
 }
 
@@ -462,7 +475,8 @@ int runPreview(const QStringList &arguments)
     parser.addOptions({options.bbcode, options.document, options.plain, options.model,
                        options.paper, options.font, options.margin, options.codePage,
                        options.output, options.scale, options.allModels, options.symbols,
-                       options.images, tool::codecOption(), tool::languageOption(), options.watch});
+                       options.images, tool::cleanOption(), tool::codecOption(),
+                       tool::languageOption(), options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;

@@ -1,9 +1,13 @@
+#include <printerslib/drivers/escapedhtml.h>
+
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QSharedPointer>
 
+#include "cleaning.h"
 #include "commands.h"
 #include "filling.h"
+#include "htmlescaping.h"
 #include "language.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printermodel.h"
@@ -12,6 +16,9 @@
 #include "templatefile.h"
 
 namespace {
+
+using printerslib::drivers::DocumentCleaner;
+using printerslib::drivers::EscapedHtml;
 
 constexpr int mostCharacters = 1000;
 
@@ -32,20 +39,37 @@ QStringList asText(const Source &source)
                : source.formatter->plainTextToFormattedPlainText(source.plainText, source.width);
 }
 
+QStringList linesOf(const QString &html)
+{
+    return html.split(QLatin1Char('\n'));
+}
+
 QStringList asHtml(const Source &source)
 {
-    const QString html = source.document
-                             ? source.formatter->toHtmlDocument(*source.document, true)
-                             : source.formatter->plainTextToHtmlDocument(source.plainText, true);
-    return html.split(QLatin1Char('\n'));
+    return linesOf(
+        source.document
+            ? EscapedHtml::toHtmlDocument(*source.formatter, *source.document, true)
+            : EscapedHtml::plainTextToHtmlDocument(*source.formatter, source.plainText, true));
+}
+
+QStringList asUnescapedHtml(const Source &source)
+{
+    return linesOf(source.document
+                       ? source.formatter->toHtmlDocument(*source.document, true)
+                       : source.formatter->plainTextToHtmlDocument(source.plainText, true));
 }
 
 QStringList asHtmlFragment(const Source &source)
 {
-    const QString html = source.document
-                             ? source.formatter->toHtml(*source.document, true)
-                             : source.formatter->plainTextToHtml(source.plainText, true);
-    return html.split(QLatin1Char('\n'));
+    return linesOf(source.document
+                       ? EscapedHtml::toHtml(*source.formatter, *source.document, true)
+                       : EscapedHtml::plainTextToHtml(*source.formatter, source.plainText, true));
+}
+
+QStringList asUnescapedHtmlFragment(const Source &source)
+{
+    return linesOf(source.document ? source.formatter->toHtml(*source.document, true)
+                                   : source.formatter->plainTextToHtml(source.plainText, true));
 }
 
 QStringList asJson(const Source &source)
@@ -61,13 +85,14 @@ struct Form
 {
     const char *name;
     QStringList (*render)(const Source &source);
+    QStringList (*renderUnescaped)(const Source &source);  ///< null: there is no such form
 };
 
 constexpr Form forms[] = {
-    {"text", asText},
-    {"html", asHtml},
-    {"html-fragment", asHtmlFragment},
-    {"json", asJson},
+    {"text", asText, nullptr},
+    {"html", asHtml, asUnescapedHtml},
+    {"html-fragment", asHtmlFragment, asUnescapedHtmlFragment},
+    {"json", asJson, nullptr},
 };
 
 struct Case
@@ -146,7 +171,8 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
         QStringLiteral("Renders a receipt from a template and a document."));
     parser.addOptions({options.as, options.width, options.model, options.paper, options.font,
                        options.margin, options.symbols, options.letterCase, options.output,
-                       options.pretty, options.plain, tool::codecOption(), tool::languageOption()});
+                       options.pretty, options.plain, tool::unescapedOption(), tool::cleanOption(),
+                       tool::codecOption(), tool::languageOption()});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("render"), arguments, 1, 2))
         return status;
@@ -196,8 +222,20 @@ std::optional<int> lineWidth(const QCommandLineParser &parser, const Options &op
     return tool::charactersPerLine(*model, *paper, *font);
 }
 
+/// Complains and gives nothing for a rule that there isn't, and where there is no document.
+std::optional<DocumentCleaner::Rules> cleaningRulesOf(const QCommandLineParser &parser,
+                                                      const Options &options)
+{
+    const auto rules = tool::cleaningRulesOf(parser);
+    if (!rules || *rules == DocumentCleaner::Rules() || !parser.isSet(options.plain))
+        return rules;
+    tool::complain(QStringLiteral("--clean and --plain exclude each other"));
+    return std::nullopt;
+}
+
 /// Reads the files. Complains and gives false on failure.
-bool readSource(const QStringList &files, const QTextCodec &codec, Source &source)
+bool readSource(const QStringList &files, const QTextCodec &codec, DocumentCleaner::Rules rules,
+                Source &source)
 {
     if (files.size() == 1) {
         const auto lines = tool::readLines(files.at(0), codec);
@@ -205,7 +243,7 @@ bool readSource(const QStringList &files, const QTextCodec &codec, Source &sourc
             source.plainText = lines->join(QLatin1Char('\n'));
         return lines.has_value();
     }
-    const auto read = tool::readTemplateAndDocument(files.at(0), files.at(1), codec);
+    const auto read = tool::readTemplateAndDocument(files.at(0), files.at(1), codec, rules);
     if (!read)
         return false;
     source.formatter->setTemplate(read->text);
@@ -232,19 +270,22 @@ int runRender(const QStringList &arguments)
     const Form *form = chosenRow(forms, parser, options.as);
     const Case *letterCase = chosenRow(cases, parser, options.letterCase);
     const auto width = lineWidth(parser, options);
+    const auto rules = cleaningRulesOf(parser, options);
     const auto margin = tool::numberOf(parser, options.margin, 0, mostCharacters);
     const auto symbols = symbolFolder(parser, options);
     const QStringList files = parser.positionalArguments();
-    if (!codec || form == nullptr || letterCase == nullptr || !width || !margin || !symbols ||
-        !tool::readsInputOnce(files) || !tool::useLanguage(parser))
+    const auto render =
+        form == nullptr ? nullptr : tool::chosenWriter(parser, form->render, form->renderUnescaped);
+    if (!codec || render == nullptr || !rules || letterCase == nullptr || !width || !margin ||
+        !symbols || !tool::readsInputOnce(files) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
     tool::useSymbolFolder(*symbols);
     setCase(letterCase->mode);
     PrinterDocumentFormatter formatter(*margin, nullptr);
     Source source{&formatter, std::nullopt, QString(), *width, parser.isSet(options.pretty)};
-    if (!readSource(files, **codec, source))
+    if (!readSource(files, **codec, *rules, source))
         return tool::BadInput;
-    return tool::writeLines(parser.value(options.output), form->render(source)) ? tool::Success
-                                                                                : tool::BadInput;
+    return tool::writeLines(parser.value(options.output), render(source)) ? tool::Success
+                                                                          : tool::BadInput;
 }

@@ -6,6 +6,8 @@
 #include "support.h"
 #include "templatefile.h"
 
+using printerslib::drivers::DocumentCleaner;
+
 namespace {
 
 /// Keeps the library's log lines back for as long as the object lives.
@@ -30,17 +32,19 @@ namespace tool {
 std::optional<TemplateAndDocument> readTemplateAndDocument(const QString &templateFile,
                                                            const QString &dataFile,
                                                            const QTextCodec &codec,
+                                                           DocumentCleaner::Rules rules,
                                                            templatelint::Filling filling)
 {
     const auto text = readTemplate(templateFile, codec);
-    const auto document = readDocument(dataFile);
-    if (!text || !document)
+    const auto read = readDocument(dataFile);
+    if (!text || !read)
         return std::nullopt;
+    const PrinterDocument document = DocumentCleaner::cleanedDocument(*read, rules);
     const Silence silence;
     const auto endless =
-        templatelint::endlessValueOf(text->split(QLatin1Char('\n')), *document, filling);
+        templatelint::endlessValueOf(text->split(QLatin1Char('\n')), document, filling);
     if (!endless)
-        return TemplateAndDocument{*text, *document};
+        return TemplateAndDocument{*text, document};
     complain(QStringLiteral("%1:%2:%3: %4 (values: %5)")
                  .arg(templateFile)
                  .arg(endless->line)

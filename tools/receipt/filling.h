@@ -1,5 +1,7 @@
 #pragma once
 
+#include <printerslib/drivers/documentcleaner.h>
+
 #include <QString>
 #include <optional>
 
@@ -20,8 +22,10 @@ struct TemplateAndDocument
 /// Reads both, "-" being standard input. Complains about all that is wrong in the files and gives
 /// nothing then; so it does for a value whose tags lead on without end, on which the library would
 /// hang.
+/// @param rules by which the document's texts are cleaned first
 std::optional<TemplateAndDocument> readTemplateAndDocument(
     const QString &templateFile, const QString &dataFile, const QTextCodec &codec,
+    printerslib::drivers::DocumentCleaner::Rules rules,
     templatelint::Filling filling = templatelint::Filling::Receipt);
 
 }  // namespace tool

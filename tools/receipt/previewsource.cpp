@@ -15,6 +15,7 @@ namespace tool {
 
 namespace {
 
+using printerslib::drivers::DocumentCleaner;
 using receiptpreview::Paper;
 
 // The width of a BBCode line is a byte in the library.
@@ -43,10 +44,10 @@ QStringList symbolFiles(const QString &fileName, const QString &text, const QStr
 }  // namespace
 
 PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
-                             const QString &symbolFolder, int margin)
+                             DocumentCleaner::Rules rules, const QString &symbolFolder, int margin)
 {
     return [=, &codec]() -> std::optional<PreviewedReceipt> {
-        const auto source = readTemplateAndDocument(fileName, data, codec);
+        const auto source = readTemplateAndDocument(fileName, data, codec, rules);
         if (!source)
             return std::nullopt;
         const QStringList symbols = symbolFiles(fileName, source->text, symbolFolder);

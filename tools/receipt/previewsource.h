@@ -1,5 +1,7 @@
 #pragma once
 
+#include <printerslib/drivers/documentcleaner.h>
+
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -23,8 +25,10 @@ struct PreviewedReceipt
 /// files that the receipt names and that are missing or can't be read, without which it is drawn.
 using PreviewSource = std::function<std::optional<PreviewedReceipt>()>;
 
+/// @param rules  by which the document's texts are cleaned
 /// @param margin blanks in front of each line
 PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
+                             printerslib::drivers::DocumentCleaner::Rules rules,
                              const QString &symbolFolder, int margin);
 PreviewSource plainSource(const QString &fileName, const QTextCodec &codec, int margin);
 PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder);

@@ -1,0 +1,80 @@
+#include "cleaning.h"
+
+#include <QStringList>
+#include <algorithm>
+
+#include "support.h"
+
+namespace tool {
+
+namespace {
+
+using printerslib::drivers::DocumentCleaner;
+
+struct NamedRules
+{
+    QString name;
+    DocumentCleaner::Rules rules;
+};
+
+/// All rules under one name, and each under its own.
+QList<NamedRules> choices()
+{
+    QList<NamedRules> choices{{QStringLiteral("all"), DocumentCleaner::CleanAll}};
+    const QList<DocumentCleaner::NamedRule> rules = DocumentCleaner::namedRules();
+    for (const DocumentCleaner::NamedRule &rule : rules)
+        choices.append({rule.name, rule.rule});
+    return choices;
+}
+
+QString choiceNames()
+{
+    QStringList names;
+    const QList<NamedRules> rows = choices();
+    for (const NamedRules &row : rows)
+        names.append(row.name);
+    return names.join(QStringLiteral(", "));
+}
+
+QString optionName()
+{
+    return QStringLiteral("clean");
+}
+
+}  // namespace
+
+QCommandLineOption cleanOption()
+{
+    QStringList effects;
+    const QList<DocumentCleaner::NamedRule> rules = DocumentCleaner::namedRules();
+    for (const DocumentCleaner::NamedRule &rule : rules)
+        effects.append(QStringLiteral("%1: %2").arg(rule.name, rule.effect));
+    return {
+        optionName(),
+        QStringLiteral("Clean the texts of the document before they are filled in, by these rules "
+                       "with commas between them: %1. %2.")
+            .arg(choiceNames(), effects.join(QStringLiteral("; "))),
+        QStringLiteral("RULES")};
+}
+
+std::optional<DocumentCleaner::Rules> cleaningRulesOf(const QCommandLineParser &parser)
+{
+    DocumentCleaner::Rules rules;
+    if (!parser.isSet(optionName()))
+        return rules;
+    const QStringList names = parser.value(optionName()).split(QLatin1Char(','));
+    const QList<NamedRules> rows = choices();
+    for (const QString &name : names) {
+        const auto row =
+            std::find_if(rows.begin(), rows.end(),
+                         [&name](const NamedRules &candidate) { return candidate.name == name; });
+        if (row == rows.end()) {
+            complain(QStringLiteral("--clean: \"%1\" is none of %2").arg(name, choiceNames()));
+            return std::nullopt;
+        }
+        rules |= row->rules;
+    }
+    return rules;
+}
+
+}  // namespace tool
