@@ -1,5 +1,7 @@
 // A minimal print service: reads its settings, finds the printer, fills a receipt, keeps it in a
 // document file, prints it, and tells the system how that went.
+#include <printerslib/drivers/documentcleaner.h>
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
@@ -25,6 +27,8 @@
 #include "printsrvstate/printservicestatecorvidwrapper.h"
 #include "settings/textprintersettings.h"
 #include "shownlog.h"
+
+using printerslib::drivers::DocumentCleaner;
 
 namespace {
 
@@ -111,6 +115,7 @@ std::optional<PrintDeviceInfo> startVirtualPrinter(QProcess &printer, const QStr
     return search([&port](PrintDeviceFinder &finder) { finder.start({port}); });
 }
 
+/// The name of the second article comes from somebody else, a line feed in it and all.
 /// @param isCopy whether the receipt was printed before, and says so
 PrinterDocument sale(bool isCopy)
 {
@@ -122,7 +127,7 @@ PrinterDocument sale(bool isCopy)
                             {"NAME1", "Newspaper"},
                             {"QTY1", 1},
                             {"PRICE1", 1.85},
-                            {"NAME2", "Tea to go"},
+                            {"NAME2", "Tea\nto go"},
                             {"QTY2", 2},
                             {"PRICE2", 2.40},
                             {"DISCOUNT", 0}});
@@ -136,7 +141,9 @@ std::optional<TextPrinterDocument> makeReceipt(const QString &templateFile,
     PrinterDocumentFormatter formatter(settings.spacessBeforeString(), nullptr);
     if (!formatter.loadTemplate(templateFile, "UTF-8"))
         return std::nullopt;
-    TextPrinterDocument receipt = formatter.toTextPrinterDocument(sale(isCopy));
+    // What others wrote prints, and neither acts as markup nor makes lines of its own.
+    const PrinterDocument document = DocumentCleaner::cleanedDocument(sale(isCopy));
+    TextPrinterDocument receipt = formatter.toTextPrinterDocument(document);
     receipt.setSymbolsPerLine(settings.defSymbolsPerLine());
     return receipt;
 }

@@ -1,4 +1,5 @@
 // Texts of others on a receipt: what an attacker puts into a name, and what is left of it.
+#include <QTextCodec>
 #include <QtTest>
 
 #include "printerdocs/printerdocumentformatter.h"
@@ -262,6 +263,35 @@ private Q_SLOTS:
         QCOMPARE(DocumentCleaner::joinedEntries({}), QString());
         QCOMPARE(DocumentCleaner::joinedEntries({{"<\t", "="}}, DocumentCleaner::Rules()),
                  QString("< = "));
+    }
+
+    void cleanTextIsNoControlInAPrintersCodePage_data()
+    {
+        QTest::addColumn<QByteArray>("codePage");
+        for (const char *name :
+             {"IBM437",       "IBM850",       "IBM852",       "IBM855",       "IBM857",
+              "IBM858",       "IBM862",       "IBM864",       "IBM866",       "KOI8-R",
+              "windows-1250", "windows-1251", "windows-1252", "windows-1253", "windows-1254",
+              "windows-1255", "windows-1256", "windows-1257", "ISO-8859-5",   "ISO-8859-15",
+              "TIS-620",      "UTF-8",        "GBK",          "Big5",         "Shift_JIS",
+              "EUC-KR"})
+            QTest::newRow(name) << QByteArray(name);
+    }
+    void cleanTextIsNoControlInAPrintersCodePage()
+    {
+        QFETCH(QByteArray, codePage);
+        const QTextCodec *codec = QTextCodec::codecForName(codePage);
+        QVERIFY(codec != nullptr);
+        QString text;
+        for (int code = 0; code < 0xFFFE; ++code)
+            text += QChar(code);
+        const QByteArray bytes = codec->fromUnicode(DocumentCleaner::cleanedText(text));
+        QVERIFY(bytes.size() > 0xF000);
+        for (const char byte : bytes) {
+            const auto code = static_cast<unsigned char>(byte);
+            QVERIFY2(code >= 0x20 && code != 0x7F && code != '<',
+                     qPrintable(QString::number(code)));
+        }
     }
 
     void hugeTextIsCleaned()

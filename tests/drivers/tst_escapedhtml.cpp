@@ -144,6 +144,19 @@ private Q_SLOTS:
             html.contains("/tempimg\" width=\"10\" height=\"10\"><font size = 1>\3&lt;</font>"));
     }
 
+    // The page for callers shows how.
+    void symbolsCanBeGivenAnAddress()
+    {
+        const QString address =
+            '"' + QUrl::fromLocalFile(QDir::tempPath() + "/tempimg").toString() + '"';
+        QString html = EscapedHtml::toHtml(blockOf("\3" + address, QByteArray()), false,
+                                           SpecialCharacters(), true, 0);
+        QCOMPARE(html.count(address), 1);
+        html.replace(address, "\"data:x\"");
+        QCOMPARE(html.count("<img src=\"data:x\""), 1);
+        QVERIFY(html.contains("tempimg&quot;"));
+    }
+
     void noncharactersAreReplaced()
     {
         QString text;
