@@ -171,6 +171,29 @@ private Q_SLOTS:
         QVERIFY(all == DocumentCleaner::CleanAll);
     }
 
+    void pagesNameEachRuleAndItsCharacters()
+    {
+        const QString project = PRINTERSLIB_EXAMPLES "/../";
+        for (const char *page : {"SECURITY.md", "docs/callers.md", "docs/template-authors.md"}) {
+            QFile file(project + page);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QString text = QString::fromUtf8(file.readAll());
+            for (const DocumentCleaner::NamedRule &named : DocumentCleaner::namedRules())
+                QVERIFY2(text.contains('`' + named.name + '`'), qPrintable(page + named.name));
+            const QMap<ushort, uint> characters = cleanedCharacters();
+            for (auto it = characters.begin(); it != characters.end(); ++it) {
+                // The ends of ranges stand there.
+                if (it.key() == '<' || it.key() == '[' || it.key() == ']' ||
+                    (characters.value(it.key() - 1) == *it &&
+                     characters.value(it.key() + 1) == *it))
+                    continue;
+                const QString code =
+                    "U+" + QString::number(it.key(), 16).toUpper().rightJustified(4, '0');
+                QVERIFY2(text.contains(code), qPrintable(page + code));
+            }
+        }
+    }
+
     void valuesThatAreNoTextKeepTheirType_data()
     {
         QTest::addColumn<QVariant>("value");

@@ -537,6 +537,17 @@ private Q_SLOTS:
         QCOMPARE(block.toHtml(false, symbols, true, 0), html);
     }
 
+    // Clients rely on it, and are told what it means for texts of others.
+    void textIsNotEscaped()
+    {
+        const QString name = "<img src=x onerror=alert(1) \"&\"";
+        QVERIFY(blockOf({name}).toHtml(false, noSymbols, true, 0).contains(plain(name)));
+        TextPrinterDocument document;
+        document.setBlocks({blockOf({name})});
+        QVERIFY(document.toHtml(true, noSymbols).contains(plain(name)));
+        QVERIFY(document.toHtml(false, noSymbols).contains(plain(name)));
+    }
+
     void nonAsciiTextIsKept()
     {
         QCOMPARE(blockOf({"Чай\t10 ₽"}, AlignJustify).toHtml(false, noSymbols, true, 0),

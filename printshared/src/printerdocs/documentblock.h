@@ -157,11 +157,14 @@ public:
                                            int spaces);
 
     /// The lines as HTML, as rows of a table or as "<pre>" sections, separated by line breaks;
-    /// empty unless isText(). Text isn't escaped.
+    /// empty unless isText().
+    /// Intended: text isn't escaped, as clients compare pages. A "<", with or without a ">", is
+    /// markup: `<img src=x onerror=...` in a customer's name acts. For pages that anybody looks at
+    /// there is printerslib::drivers::EscapedHtml. Test: textIsNotEscaped.
     /// @param rightAlign whether the second cell of a justified line is aligned right (table only)
     /// @param symbols    not read: every special symbol is the same picture, "tempimg" in the
-    /// folder
-    ///                   for temporary files, which the client provides
+    ///                   folder for temporary files. Nothing here writes it, and that folder is
+    ///                   everybody's: the client puts another address there
     /// @param lineWidth  the width in characters to which a line with one tab is filled (not in a
     ///                   table); above 16 Mi nothing is filled
     QString toHtml(bool rightAlign, const SpecialCharacters &symbols, bool useTable,

@@ -191,7 +191,8 @@ public:
     /// @param width characters per line. A longer line is not cut; a blank one is as many blanks,
     ///              an empty text below 1; more than 16 Mi count as 16 Mi.
     QStringList toPlainText(const PrinterDocument &document, int width) const;
-    /// The receipt as an HTML fragment. @param rightAlign handed on to DocumentBlock::toHtml()
+    /// The receipt as an HTML fragment. Text isn't escaped, as in all HTML here: see
+    /// DocumentBlock::toHtml(). @param rightAlign handed on to DocumentBlock::toHtml()
     QString toHtml(const PrinterDocument &document, bool rightAlign) const;
     /// The receipt as a whole HTML document.
     QString toHtmlDocument(const PrinterDocument &document, bool rightAlign) const;

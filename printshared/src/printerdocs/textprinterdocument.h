@@ -74,7 +74,7 @@ public:
     void toLower();
 
     /// The document as an HTML page, one table or a sequence of "<pre>" sections. Blocks other than
-    /// text leave an empty line. See DocumentBlock::toHtml().
+    /// text leave an empty line. Text isn't escaped: see DocumentBlock::toHtml().
     QString toHtml(bool useTable, const SpecialCharacters &symbols) const;
 
     /// The map form, of values that pass through JSON unchanged.
@@ -86,8 +86,8 @@ public:
     /// stays), what a valid block holds beside that which its type names: of an image, barcode or
     /// QR code block so its alignment, formats, fonts and line spacings, an alignment beyond 3
     /// (read as the remainder by 4), all but the first added of several images of one code, and
-    /// images of negative codes. So a caller that stores documents compares what it loaded with what
-    /// this operation makes of the stored document's toMap().
+    /// images of negative codes. So a caller that stores documents compares what it loaded with
+    /// what this operation makes of the stored document's toMap().
     void setMap(const QMap<QString, QVariant> &map);
 
     /// @name Document files
