@@ -38,6 +38,20 @@ constexpr uid_t nobody = 65534;
 
 const QString untranslated = QStringLiteral("<C>CHECK_COPY");
 
+/// Notes the copy's mark whenever the application's translators change.
+class MarkWatcher : public QObject
+{
+public:
+    QStringList marks;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::LanguageChange)
+            marks.append(copyMark());
+        return false;
+    }
+};
+
 /// What the library's own registration does, and what a client must not do: ask at this time.
 const bool usedDuringStaticConstruction = AppTranslations::use("ru");
 
@@ -407,6 +421,16 @@ private Q_SLOTS:
         runOnThreads(1, [&used](int) { used = AppTranslations::use("ru"); });
         QVERIFY(!used);
         QCOMPARE(copyMark(), untranslated);
+    }
+
+    // The application is told of each translator that comes or goes.
+    void eachStepOfASwitchHasTranslatedWords()
+    {
+        QVERIFY(AppTranslations::use("ru"));
+        MarkWatcher watcher;
+        m_application->installEventFilter(&watcher);
+        QVERIFY(AppTranslations::use("de"));
+        QCOMPARE(watcher.marks, (QStringList{"<C>KOPIE", "<C>KOPIE"}));
     }
 
     void noThreadPrintsUntranslatedWordsDuringASwitch()
