@@ -1,13 +1,13 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
-#include <QSaveFile>
 #include <QVector>
 
 #include "cleaning.h"
 #include "commands.h"
 #include "contactsheet.h"
 #include "language.h"
+#include "outputfile.h"
 #include "picture.h"
 #include "previewsource.h"
 #include "printermodel.h"
@@ -333,25 +333,13 @@ std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceip
     return std::nullopt;
 }
 
-/// Writes a file, whole or not at all. Complains and gives false on failure.
-bool writeFile(const QString &fileName, const std::function<bool(QIODevice &, QString *)> &write)
-{
-    QSaveFile file(fileName);
-    QString error;
-    if (file.open(QIODevice::WriteOnly) && write(file, &error) && file.commit())
-        return true;
-    tool::complain(
-        QStringLiteral("%1: %2").arg(fileName, error.isEmpty() ? file.errorString() : error));
-    return false;
-}
-
 bool writePicture(const Layout &layout, const Typeface &typeface, int scale,
                   const QString &fileName)
 {
     tool::ProgressLine line(QStringLiteral("drawing"));
     const auto progress = [&line](int done, int all) { line.show(done, all); };
     const Format *format = formatOf(fileName);
-    return writeFile(fileName, [&](QIODevice &device, QString *error) {
+    return tool::writeFile(fileName, [&](QIODevice &device, QString *error) {
         return format->write(layout, typeface, scale, device, progress, error);
     });
 }
@@ -413,8 +401,8 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
         return tool::BadInput;
     const QString sheetName = sheetNameOf(request);
     const QImage image = sheet.image();
-    if (!writeFile(sheetName,
-                   [&](QIODevice &device, QString *) { return image.save(&device, "PNG"); }))
+    if (!tool::writeFile(sheetName,
+                         [&](QIODevice &device, QString *) { return image.save(&device, "PNG"); }))
         return tool::BadInput;
     tool::print(QStringLiteral("%1: %2 models; all of them small: %3")
                     .arg(request.output)

@@ -4,9 +4,9 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonParseError>
-#include <QSaveFile>
 #include <optional>
 
+#include "outputfile.h"
 #include "printerslib/drivers/documentfiles.h"
 #include "support.h"
 
@@ -47,15 +47,6 @@ QString faultOfDocument(const QByteArray &content)
     return document.isObject() ? QString() : QStringLiteral("holds no document");
 }
 
-bool replaceFile(const QString &fileName, const QByteArray &content)
-{
-    QSaveFile file(fileName);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
-        return true;
-    tool::complain(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
-    return false;
-}
-
 }  // namespace
 
 DocumentCopy readDocumentCopy(const QString &fileName)
@@ -80,5 +71,6 @@ DocumentCopy readDocumentCopy(const QString &fileName)
 bool rewriteDocumentCopy(const QString &fileName, const QByteArray &content)
 {
     const QByteArray line = checksumOf(content) + "  " + QFile::encodeName(fileName) + '\n';
-    return replaceFile(fileName, content) && replaceFile(fileName + QLatin1String(".sha1"), line);
+    return tool::writeFile(fileName, content) &&
+           tool::writeFile(fileName + QLatin1String(".sha1"), line);
 }

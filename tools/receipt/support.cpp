@@ -2,11 +2,11 @@
 
 #include <QFile>
 #include <QLoggingCategory>
-#include <QSaveFile>
 #include <QTextCodec>
 #include <cerrno>
 #include <cstdio>
 
+#include "outputfile.h"
 #include "terminaltext.h"
 
 namespace tool {
@@ -57,12 +57,7 @@ bool writeLines(const QString &fileName, const QStringList &lines)
         printContent(lines);
         return true;
     }
-    QSaveFile file(fileName);
-    const QByteArray bytes = lines.join(QLatin1Char('\n')).toUtf8() + '\n';
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return true;
-    complain(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
-    return false;
+    return writeFile(fileName, lines.join(QLatin1Char('\n')).toUtf8() + '\n');
 }
 
 QStringList linesOf(const QByteArray &json)

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+class QIODevice;
+
+namespace tool {
+
+/// Writes a file, whole or not at all, with the mode of the file that it replaces or else the usual
+/// one. A symbolic link is followed if it is the user's own or root's; that of another user, who
+/// may have put it in a shared folder, is refused, and so is what is neither file nor link. What
+/// somebody puts there during the writing is replaced and not followed. Complains and gives false
+/// on failure.
+/// @param write gives whether it could write, and sets the text if it has a better one than the
+///              device's
+bool writeFile(const QString &fileName,
+               const std::function<bool(QIODevice &device, QString *error)> &write);
+
+/// The same with this content.
+bool writeFile(const QString &fileName, const QByteArray &content);
+
+}  // namespace tool
