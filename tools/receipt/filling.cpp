@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "documentfile.h"
+#include "settings/checktemplatessettings.h"
 #include "support.h"
 #include "templatefile.h"
 
@@ -25,6 +26,20 @@ private:
     const QtMessageHandler m_previous;
 };
 
+/// Complains and gives false if the library would open what is no regular file for symbols.
+bool mayLoadSymbols(const QString &templateFile, const QStringList &lines,
+                    const PrinterDocument &document)
+{
+    const auto file = templatelint::forbiddenSymbolFile(
+        lines, document, CheckTemplatesSettings().checkTemplatesPath());
+    if (!file)
+        return true;
+    const QString place =
+        file->line > 0 ? QStringLiteral(":%1:%2").arg(file->line).arg(file->column) : QString();
+    tool::complain(QStringLiteral("%1%2: %3").arg(templateFile, place, file->fault));
+    return false;
+}
+
 }  // namespace
 
 namespace tool {
@@ -40,9 +55,11 @@ std::optional<TemplateAndDocument> readTemplateAndDocument(const QString &templa
     if (!text || !read)
         return std::nullopt;
     const PrinterDocument document = DocumentCleaner::cleanedDocument(*read, rules);
+    const QStringList lines = text->split(QLatin1Char('\n'));
+    if (filling == templatelint::Filling::Receipt && !mayLoadSymbols(templateFile, lines, document))
+        return std::nullopt;
     const Silence silence;
-    const auto endless =
-        templatelint::endlessValueOf(text->split(QLatin1Char('\n')), document, filling);
+    const auto endless = templatelint::endlessValueOf(lines, document, filling);
     if (!endless)
         return TemplateAndDocument{*text, document};
     complain(QStringLiteral("%1:%2:%3: %4 (values: %5)")

@@ -21,7 +21,7 @@ struct TemplateAndDocument
 
 /// Reads both, "-" being standard input. Complains about all that is wrong in the files and gives
 /// nothing then; so it does for a value whose tags lead on without end, on which the library would
-/// hang.
+/// hang, and for a file of special symbols that is no regular file.
 /// @param rules by which the document's texts are cleaned first
 std::optional<TemplateAndDocument> readTemplateAndDocument(
     const QString &templateFile, const QString &dataFile, const QTextCodec &codec,

@@ -98,7 +98,7 @@ QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &pro
 
 }  // namespace
 
-SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
+SymbolFile namedSymbolFile(QVector<Text> &lines, const QString &folder)
 {
     SymbolFile result;
     QVector<Text> others;
@@ -117,9 +117,20 @@ SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
     if (!result.path.contains(QLatin1String(".ssi")) &&
         !result.path.contains(QLatin1String(".SSI")))
         result.path += QLatin1String(".ssi");
-    result.exists = QFileInfo::exists(result.path);
-    result.fault = result.exists ? faultOf(result.path, result.drawings)
-                                 : QStringLiteral("there is no file \"%1\"").arg(result.path);
+    const QFileInfo file(result.path);
+    result.exists = file.exists();
+    if (!result.exists)
+        result.fault = QStringLiteral("there is no file \"%1\"").arg(result.path);
+    else if (!file.isFile())
+        result.fault = QStringLiteral("\"%1\" is no regular file").arg(result.path);
+    return result;
+}
+
+SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder)
+{
+    SymbolFile result = namedSymbolFile(lines, folder);
+    if (result.exists && result.isUsable())
+        result.fault = faultOf(result.path, result.drawings);
     return result;
 }
 

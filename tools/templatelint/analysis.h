@@ -43,7 +43,9 @@ struct SymbolFile
     bool isUsable() const { return fault.isEmpty(); }
 };
 
-/// Takes the lines out that name files of symbols; the lowest counts.
+/// Takes the lines out that name files of symbols; the lowest counts. The file isn't opened.
+SymbolFile namedSymbolFile(QVector<Text> &lines, const QString &folder);
+/// The same, and reads the file.
 SymbolFile takeSymbolFile(QVector<Text> &lines, const QString &folder);
 
 /// A template, or what a fiscal split leaves of it: it is printed by itself.

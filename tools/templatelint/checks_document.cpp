@@ -27,6 +27,8 @@ QString templateOf(const Piece &piece)
 bool marksCopies(const Piece &piece, const Options &options)
 {
     PrinterDocumentFormatter formatter(0, nullptr);
+    // Entries could name a file of symbols; there is none in a folder that is none.
+    formatter.setSpecCharsPath(QStringLiteral("/dev/null"));
     formatter.setTemplate(templateOf(piece));
     PrinterDocument original = *options.document;
     original.setIsCopy(false);

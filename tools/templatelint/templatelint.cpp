@@ -46,6 +46,21 @@ std::optional<NamedSymbolFile> symbolFileOf(const QStringList &lines, const QStr
     return NamedSymbolFile{place.line, place.column, file.path, file.fault};
 }
 
+std::optional<NamedSymbolFile> forbiddenSymbolFile(const QStringList &lines,
+                                                   const PrinterDocument &document,
+                                                   const QString &folder)
+{
+    const Source source(lines);
+    // Entries can complete the name of a file.
+    QVector<Text> texts = withEntries(source.lines(), document.entries());
+    const SymbolFile file = namedSymbolFile(texts, folder);
+    if (!file.exists || file.isUsable())
+        return std::nullopt;
+    const int offset = file.offsets.constLast();
+    const Place place = offset == Text::nowhere ? Place{0, 0} : source.place(offset);
+    return NamedSymbolFile{place.line, place.column, file.path, file.fault};
+}
+
 std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
                                            const PrinterDocument &document, Filling filling)
 {

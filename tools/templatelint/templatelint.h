@@ -102,6 +102,13 @@ struct NamedSymbolFile
 /// Nothing if the template names none.
 std::optional<NamedSymbolFile> symbolFileOf(const QStringList &lines, const QString &folder);
 
+/// A file that filling a receipt would open for special symbols, and that must not be opened: a
+/// FIFO stops the program, and a device never ends. Line and column are 0 where none of the
+/// template's characters names it. Nothing if there is none.
+std::optional<NamedSymbolFile> forbiddenSymbolFile(const QStringList &lines,
+                                                   const PrinterDocument &document,
+                                                   const QString &folder);
+
 /// How a template is filled.
 enum class Filling {
     Receipt,   ///< with the mark of a copy, the entries and the file of special symbols
