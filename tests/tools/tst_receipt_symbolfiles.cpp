@@ -45,7 +45,7 @@ private Q_SLOTS:
             << "<SPECSYMBOLS=good>\n<SPECSYMBOLS=fifo>\n" + total << "fifo.ssi"
             << ":2:1";
         QTest::newRow("by way of another folder")
-            << "<SPECSYMBOLS=folder.ssi/../fifo>\n" + total << "folder.ssi/../fifo.ssi"
+            << "<SPECSYMBOLS=folder.ssi/../fifo.ssi>\n" + total << "folder.ssi/../fifo.ssi"
             << ":1:1";
     }
 
