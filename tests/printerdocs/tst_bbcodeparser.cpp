@@ -1,10 +1,14 @@
+#include <malloc.h>
+
 #include <QImage>
 #include <QImageReader>
 #include <QImageWriter>
 #include <QTemporaryDir>
+#include <QtEndian>
 #include <QtTest>
 #include <algorithm>
 
+#include "peakmemory.h"
 #include "printerdocs/bbcodeparser.h"
 
 namespace {
@@ -136,6 +140,31 @@ void writeFile(const QString &fileName, const QByteArray &bytes)
     QFile file(fileName);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+QByteArray bigEndian(quint32 number)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+/// A chunk of a PNG.
+QByteArray chunk(const QByteArray &name, const QByteArray &content)
+{
+    quint32 checksum = ~0U;
+    for (const char byte : name + content) {
+        checksum ^= static_cast<uchar>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            checksum = (checksum >> 1) ^ ((checksum & 1) != 0 ? 0xEDB88320U : 0U);
+    }
+    return bigEndian(static_cast<quint32>(content.size())) + name + content + bigEndian(~checksum);
+}
+
+/// From now on memory that is taken or given back holds this byte, or its complement.
+void fillHeap(int byte)
+{
+    mallopt(M_PERTURB, byte);
 }
 
 }  // namespace
@@ -860,17 +889,319 @@ private Q_SLOTS:
         QCOMPARE(described(parser.blocks()), blocks);
     }
 
-    void pictureOfTooManyPixelsIsNotRead()
+    /// One-bit pictures, for which 16 Mi pixels take 2 MiB.
+    void picturesHaveAtMost16MiPixels_data()
     {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QSize>("result");
+        QTest::newRow("just as many") << QSize(16384, 1024) << QSize(384, 24);
+        QTest::newRow("one row more") << QSize(16384, 1025) << QSize(0, 0);
+        QTest::newRow("far more") << QSize(16384, 8193) << QSize(0, 0);
+        QTest::newRow("just as many when scaled") << QSize(4, 455) << QSize(384, 43680);
+        QTest::newRow("more when scaled") << QSize(4, 456) << QSize(0, 0);
+        QTest::newRow("far more when scaled") << QSize(1, 32767) << QSize(0, 0);
+    }
+
+    void picturesHaveAtMost16MiPixels()
+    {
+        QFETCH(QSize, size);
+        QFETCH(QSize, result);
         const QTemporaryDir directory;
         const QString fileName = directory.filePath("wild.pbm");
-        const QByteArray head = "P4\n16384 8193\n";  // one row more than 128 Mi pixels
+        const QByteArray head =
+            QString("P4\n%1 %2\n").arg(size.width()).arg(size.height()).toLatin1();
         writeFile(fileName, head);
-        QVERIFY(QFile::resize(fileName, head.size() + qint64(16384) / 8 * 8193));
-        BbCodeParser parser;
-        parser.setImagesPath(directory.path());
-        parser.parseText("[img name=wild][/img]");
-        QCOMPARE(described(parser.blocks()), QStringList(blankLine));
+        QVERIFY(
+            QFile::resize(fileName, head.size() + qint64(size.width() + 7) / 8 * size.height()));
+        const MonochromeImage image = loaded(directory.path(), "wild");
+        QCOMPARE(QSize(image.width(), image.height()), result);
+    }
+
+    /// A head alone, of few bytes, makes its reader ask for the memory of all pixels.
+    void gifOfTooManyPixelsIsNotRead_data()
+    {
+        QTest::addColumn<QByteArray>("size");
+        QTest::newRow("11585 by 11585") << QByteArray("412d 412d");
+        QTest::newRow("left to its pictures") << QByteArray("0000 0000");
+        QTest::newRow("without a width") << QByteArray("0000 0100");
+    }
+
+    void gifOfTooManyPixelsIsNotRead()
+    {
+        QFETCH(QByteArray, size);
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.gif"),
+                  QByteArray::fromHex("474946383961" + size +
+                                      "80 00 00 000000 ffffff"
+                                      "2c 0000 0000 412d 412d 00 02 02 440a 00 3b"));
+        const auto load = [&] { loaded(directory.path(), "logo"); };
+        QCOMPARE(loaded(directory.path(), "logo").width(), 0);
+        if (memoryCanBeMeasured) {
+            const qint64 peak = peakMemoryOf(load);
+            QVERIFY2(peak >= 0 && peak < (8 << 20), qPrintable(QString::number(peak)));
+        }
+    }
+
+    /// A thousand of these would take 8 GB.
+    void compressedTextsOfAPngAreNotRead()
+    {
+        const QTemporaryDir directory;
+        const QString fileName = directory.filePath("logo.png");
+        QVERIFY(striped(20, 10).save(fileName));
+        const MonochromeImage expected = expectedImage(fileName);
+        QFile file(fileName);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QByteArray bytes = file.readAll();
+        constexpr int behindTheHead = 8 + 25;
+        const QByteArray text =
+            "k\0" + QByteArray(1, '\0') + qCompress(QByteArray(7900000, 'x')).mid(4);
+        bytes.insert(behindTheHead, chunk("zTXt", text).repeated(40));
+        writeFile(fileName, bytes);
+        QCOMPARE(loaded(directory.path(), "logo"), expected);
+        if (memoryCanBeMeasured) {
+            const qint64 peak = peakMemoryOf([&] { loaded(directory.path(), "logo"); });
+            QVERIFY2(peak >= 0 && peak < (8 << 20), qPrintable(QString::number(peak)));
+        }
+    }
+
+    void jpegOfTooManyScansIsNotRead()
+    {
+        const QTemporaryDir directory;
+        const QString fileName = directory.filePath("logo.jpg");
+        QImageWriter writer(fileName);
+        writer.setProgressiveScanWrite(true);
+        if (!writer.write(striped(50, 20)))
+            QSKIP("this Qt writes no JPEG");
+        QCOMPARE(loaded(directory.path(), "logo").width(), 50);
+        QFile file(fileName);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QByteArray bytes = file.readAll();
+        file.close();
+        const int end = bytes.lastIndexOf("\xFF\xD9");
+        const int lastScan = bytes.lastIndexOf("\xFF\xDA");
+        bytes.insert(end, bytes.mid(lastScan, end - lastScan).repeated(100));
+        writeFile(fileName, bytes);
+        QCOMPARE(loaded(directory.path(), "logo").width(), 0);
+    }
+
+    /// A reader of SVG opens other files, hangs on pipes and takes whatever memory the text asks
+    /// for.
+    void formatsBeyondTheListAreNotRead_data()
+    {
+        QTest::addColumn<QByteArray>("format");
+        const QList<QByteArray> formats{"bmp", "gif", "jpeg", "jpg", "pbm",
+                                        "pgm", "png", "ppm",  "xbm", "xpm"};
+        const QList<QByteArray> writable = QImageWriter::supportedImageFormats();
+        for (const QByteArray &format : writable) {
+            if (!formats.contains(format))
+                QTest::newRow(format) << format;
+        }
+        QTest::newRow("svg") << QByteArray("svg");
+    }
+
+    void formatsBeyondTheListAreNotRead()
+    {
+        QFETCH(QByteArray, format);
+        QByteArray content =
+            "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"9\" height=\"9\">"
+            "<rect width=\"9\" height=\"9\"/></svg>";
+        if (format != "svg") {
+            QBuffer buffer(&content);
+            QVERIFY(striped(9, 9).save(&buffer, format));
+        }
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo." + format), content);
+        writeFile(directory.filePath("mark.png"), content);
+        QCOMPARE(loaded(directory.path(), "logo").width(), 0);
+        QCOMPARE(loaded(directory.path(), "mark").width(), 0);
+    }
+
+    void contentAndNotTheNameSaysTheFormat()
+    {
+        const QTemporaryDir directory;
+        for (const char *format : {"png", "bmp", "pbm", "pgm", "ppm", "xbm", "xpm"}) {
+            const QString fileName = directory.filePath("logo.svg");
+            QVERIFY(striped(21, 8).save(fileName, format));
+            QVERIFY2(loaded(directory.path(), "logo").width() == 21, format);
+        }
+    }
+
+    /// The last pixels of a file that breaks off are white, whatever was in memory before.
+    void whatACutPictureLacksIsBlank_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        const QList<QByteArray> formats = QImageWriter::supportedImageFormats();
+        const QList<QImage::Format> kinds{QImage::Format_Mono, QImage::Format_Indexed8,
+                                          QImage::Format_RGB32, QImage::Format_ARGB32};
+        for (const QByteArray &format : formats) {
+            for (const QImage::Format kind : kinds) {
+                QByteArray content;
+                QBuffer buffer(&content);
+                if (striped(61, 40, kind).save(&buffer, format))
+                    QTest::newRow(qPrintable(QString("%1, %2").arg(QString(format)).arg(kind)))
+                        << content;
+            }
+        }
+        QTest::newRow("gif") << QByteArray::fromHex(
+            "474946383961 0200 0300 80 00 00 000000 ffffff"
+            "2c 0000 0000 0200 0100 00 02 02 440a 00 3b");
+        // Of 8 by 2, of which run lengths give three pixels.
+        QTest::newRow("bmp in run lengths")
+            << QByteArray::fromHex(
+                   "424d 00000000 0000 0000 3e000000"
+                   "28000000 08000000 02000000 0100 0800 01000000 00000000"
+                   "00000000 00000000 02000000 00000000 00000000 ffffff00") +
+                   QByteArray::fromHex("0300 0001");
+    }
+
+    void whatACutPictureLacksIsBlank()
+    {
+        QFETCH(QByteArray, content);
+        const LogCapture log;
+        const QTemporaryDir directory;
+        const QString fileName = directory.filePath("logo");
+        const auto loadedOver = [&](int byte) {
+            fillHeap(byte);
+            return loaded(directory.path(), "logo");
+        };
+        const int step = qMax(1, content.size() / 25);
+        for (int size = 1; size < content.size() + step; size += step) {
+            // A new file each time: to write over one may wait for the disk.
+            QVERIFY(QFile::remove(fileName) || size == 1);
+            writeFile(fileName, content.left(size));
+            const MonochromeImage image = loadedOver(0x5A);
+            QVERIFY2(loadedOver(0xA5) == image, qPrintable(QString("%1 bytes").arg(size)));
+        }
+        fillHeap(0);
+    }
+
+    void rowsThatACutBmpLacksAreWhite_data()
+    {
+        QTest::addColumn<QImage::Format>("format");
+        QTest::addColumn<QRgb>("first");
+        QTest::addColumn<int>("colours");
+        QTest::addColumn<int>("bits");
+        const QRgb black = qRgb(0, 0, 0);
+        const QRgb white = qRgb(255, 255, 255);
+        QTest::newRow("1 bit, black is 0") << QImage::Format_Mono << black << 2 << 1;
+        QTest::newRow("1 bit, black is 1") << QImage::Format_Mono << white << 2 << 1;
+        QTest::newRow("4 bits, black is 0") << QImage::Format_Indexed8 << black << 16 << 4;
+        QTest::newRow("4 bits, black is 1") << QImage::Format_Indexed8 << white << 16 << 4;
+        QTest::newRow("8 bits, black is 0") << QImage::Format_Indexed8 << black << 256 << 8;
+        QTest::newRow("8 bits, black is 1") << QImage::Format_Indexed8 << white << 256 << 8;
+        QTest::newRow("24 bits") << QImage::Format_RGB32 << black << 0 << 24;
+    }
+
+    void rowsThatACutBmpLacksAreWhite()
+    {
+        QFETCH(QImage::Format, format);
+        QFETCH(QRgb, first);
+        QFETCH(int, colours);
+        QImage black(64, 20, format);
+        QVector<QRgb> table(colours, first ^ RGB_MASK);
+        if (colours > 0)
+            table[0] = first;
+        black.setColorTable(table);
+        black.fill(colours > 0 && first != qRgb(0, 0, 0) ? 1U : 0U);
+        QByteArray content;
+        QBuffer buffer(&content);
+        QVERIFY(black.save(&buffer, "bmp"));
+        QFETCH(int, bits);
+        const int rowBytes = 64 * bits / 8;
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.bmp"), content.chopped(5 * rowBytes));
+        fillHeap(0xFF);
+        const MonochromeImage image = loaded(directory.path(), "logo");
+        fillHeap(0);
+        // The rows of a BMP begin at the bottom.
+        QCOMPARE(image.image(), QByteArray(8 * 5, '\0') + QByteArray(8 * 15, '\xFF'));
+    }
+
+    /// Images of one reading share their bytes.
+    void pictureOfSeveralTagsIsReadOnce()
+    {
+        const QTemporaryDir directory;
+        QVERIFY(striped(20, 10).save(directory.filePath("logo.png")));
+        writeFile(directory.filePath("torn.png"), "none");
+        QTest::qSleep(2100);
+        QVERIFY(loaded(directory.path(), "logo").image().constData() ==
+                loaded(directory.path(), "logo").image().constData());
+        QCOMPARE(loaded(directory.path(), "logo"), expectedImage(directory.filePath("logo.png")));
+        QCOMPARE(loaded(directory.path(), "torn").width(), 0);
+        QCOMPARE(loaded(directory.path(), "torn").width(), 0);
+    }
+
+    /// Even if a file of the same size takes its place and its time.
+    void pictureThatWasWrittenAnewIsReadAnew()
+    {
+        const QTemporaryDir directory;
+        const QString fileName = directory.filePath("logo.pbm");
+        writeFile(fileName, "P1\n2 1\n1 0\n");
+        QTest::qSleep(2100);
+        QCOMPARE(loaded(directory.path(), "logo").image().toHex(), QByteArray("80000000"));
+        const QDateTime written = QFileInfo(fileName).lastModified();
+        for (int i = 0; i < 20; ++i) {
+            const bool isLeft = i % 2 == 1;
+            writeFile(fileName, isLeft ? "P1\n2 1\n1 0\n" : "P1\n2 1\n0 1\n");
+            QFile file(fileName);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(written, QFileDevice::FileModificationTime));
+            file.close();
+            QCOMPARE(loaded(directory.path(), "logo").image().toHex(),
+                     QByteArray(isLeft ? "80000000" : "40000000"));
+        }
+    }
+
+    void linkThatLeadsElsewhereIsReadAnew()
+    {
+        const QTemporaryDir directory;
+        QVERIFY(QDir(directory.path()).mkdir("pictures"));
+        writeFile(directory.filePath("pictures/one.pbm"), "P1\n2 1\n1 0\n");
+        writeFile(directory.filePath("pictures/two.pbm"), "P1\n2 1\n0 1\n");
+        QTest::qSleep(2100);
+        const QString link = directory.filePath("logo.pbm");
+        for (const char *target : {"one", "two", "one"}) {
+            QFile::remove(link);
+            QVERIFY(QFile::link(directory.filePath(QString("pictures/%1.pbm").arg(target)), link));
+            QCOMPARE(loaded(directory.path(), "logo").image().toHex(),
+                     QByteArray(qstrcmp(target, "one") == 0 ? "80000000" : "40000000"));
+            QCOMPARE(loaded(directory.path(), "logo").fileName(), link);
+        }
+    }
+
+    /// Where trying every way to share a name between the wildcards would never end.
+    void manyWildcardsAreTriedInBoundedTime()
+    {
+        const QTemporaryDir directory;
+        const QString name = QString("ab").repeated(120);
+        for (int i = 0; i < 300; ++i)
+            writeFile(directory.filePath(name + QString::number(i)), "P1\n1 1\n1\n");
+        writeFile(directory.filePath(name + "0c"), "P1\n2 1\n1 1\n");
+        const QString stars = QString("*a").repeated(100);
+        QCOMPARE(loaded(directory.path(), stars + "*d").width(), 0);
+        QCOMPARE(loaded(directory.path(), stars + "*c").width(), 2);
+    }
+
+    void wildcardsMatchAsInAFolder_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name :
+             {"*",     "**",  "a",   "a*", "*a",  "*b*", "?",  "??",  "b?", "*?", "?*b", "ab*ab",
+              "*ab*b", "a?b", "*.p", "*.", "?.?", "(a)", "a+", "a.c", "$",  "#",  "&"})
+            QTest::newRow(name) << QString(name);
+    }
+
+    void wildcardsMatchAsInAFolder()
+    {
+        QFETCH(QString, name);
+        const QTemporaryDir directory;
+        QDir folder(directory.path());
+        for (const char *file : {"a", "AB", "abab", "aab", "b", "bab.pbm", "(a)b", "a+b", "a.c",
+                                 "x.p", "Ab.Png", "$", "#1", "&", "ч", "чa"})
+            writeFile(directory.filePath(file), "P1\n1 1\n1\n");
+        const QStringList files = folder.entryList({name + '*'}, QDir::Files, QDir::Name);
+        QCOMPARE(loaded(directory.path(), name).fileName(),
+                 files.isEmpty() ? QString() : folder.absoluteFilePath(files.first()));
     }
 
     void pictureBecomesABitmap()

@@ -288,6 +288,24 @@ private Q_SLOTS:
         QVERIFY(elsewhere.errors.contains("there is no picture \"logo\""));
     }
 
+    void picturesThatAreNotPrintedAreNamed()
+    {
+        const WorkFolder folder;
+        folder.file("mark.svg",
+                    "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"9\" "
+                    "height=\"9\"><rect width=\"9\" height=\"9\"/></svg>");
+        const QString text = folder.file("c.bbcode", "[img name=mark][/img][img name=*a*][/img]");
+        const QString where = "receipt: " + text + ": ";
+        const ReceiptRun run =
+            runReceipt({"preview", "--bbcode", text, "--output", folder.path("r.png")});
+        QCOMPARE(run.errors, where + "the picture \"" + folder.path("mark.svg") +
+                                 "\" can't be read: it is damaged, too large, or of a format that "
+                                 "isn't printed\n" +
+                                 where + "the folder \"" + folder.path("") +
+                                 "\" has no picture \"*a*\" that can be read\n");
+        QCOMPARE(run.status, 0);
+    }
+
     void charactersThatThePrinterLacksAreNamed()
     {
         const WorkFolder folder;

@@ -52,23 +52,37 @@ bool isPrinted(const QString &name, const QString &folder)
     return !blocks.isEmpty() && blocks.constFirst().isImage();
 }
 
+/// Why a picture of a file isn't printed.
+QString faultOf(const QString &fileName)
+{
+    QImageReader reader(fileName);
+    reader.setDecideFormatFromContent(true);
+    return QStringLiteral("the picture \"%1\" can't be read: %2")
+        .arg(fileName, reader.canRead()
+                           ? QStringLiteral("it is damaged, too large, or of a format that isn't "
+                                            "printed")
+                           : reader.errorString());
+}
+
+/// Of names with several wildcards only the library finds the files in bounded time.
 BbCodePicture pictureOf(const QString &name, const QString &folder)
 {
     const QDir place(folder);
-    const QString pattern = name + QLatin1Char('*');
+    const bool hasWildcards = name.contains(QLatin1Char('*')) || name.contains(QLatin1Char('?'));
+    const QString pattern = hasWildcards ? QStringLiteral("*") : name + QLatin1Char('*');
     BbCodePicture picture{place.filePath(pattern), QString()};
-    const QStringList files = place.entryList({pattern}, QDir::Files, QDir::Name);
-    if (files.isEmpty()) {
+    if (isPrinted(name, folder))
+        return picture;
+    const QStringList files =
+        hasWildcards ? QStringList() : place.entryList({pattern}, QDir::Files, QDir::Name);
+    if (!files.isEmpty())
+        picture.fault = faultOf(place.filePath(files.constFirst()));
+    else if (hasWildcards)
+        picture.fault = QStringLiteral("the folder \"%2\" has no picture \"%1\" that can be read")
+                            .arg(name, folder);
+    else
         picture.fault =
             QStringLiteral("there is no picture \"%1\" in the folder \"%2\"").arg(name, folder);
-    } else if (!isPrinted(name, folder)) {
-        const QString fileName = place.filePath(files.constFirst());
-        const QImageReader reader(fileName);
-        picture.fault =
-            QStringLiteral("the picture \"%1\" can't be read: %2")
-                .arg(fileName, reader.canRead() ? QStringLiteral("it is damaged, or too large")
-                                                : reader.errorString());
-    }
     return picture;
 }
 

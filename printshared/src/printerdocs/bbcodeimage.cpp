@@ -1,11 +1,16 @@
 #include "printerdocs/bbcodeimage_p.h"
 
+#include <QCache>
+#include <QDateTime>
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QImage>
-#include <QImageReader>
+#include <QMutex>
 #include <algorithm>
 #include <utility>
+
+#include "printerdocs/picturefile_p.h"
 
 namespace bbcodeimage {
 
@@ -14,40 +19,67 @@ namespace {
 constexpr int rowAlignmentBits = 32;
 constexpr int greatestHeight = 384;  // dots
 constexpr int scaledWidth = 384;     // dots of the print head
-constexpr qint64 greatestPixels = qint64(128) * 1024 * 1024;
 
-QString findFile(const QString &directory, const QString &name)
+/// Whether a name begins so, where "?" stands for a character and "*" for any. What it costs grows
+/// with the product of the lengths, however many "*" there are.
+bool beginsLike(const QString &name, const QString &pattern)
 {
-    const QDir folder(directory.isEmpty() ? QDir::currentPath() : directory);
-    const QFileInfoList files =
-        folder.entryInfoList({name + QLatin1Char('*')}, QDir::Files, QDir::Name);
-    return files.isEmpty() ? QString() : files.constFirst().absoluteFilePath();
+    int at = 0;
+    int inPattern = 0;
+    int afterStar = -1;  // where to go on behind the last "*" when its characters don't do
+    int starEnd = 0;
+    while (inPattern < pattern.size()) {
+        const QChar wanted = pattern.at(inPattern);
+        if (wanted == QLatin1Char('*')) {
+            afterStar = ++inPattern;
+            starEnd = at;
+        } else if (at < name.size() &&
+                   (wanted == QLatin1Char('?') || wanted == name.at(at).toLower())) {
+            ++inPattern;
+            ++at;
+        } else if (afterStar >= 0 && starEnd < name.size()) {
+            inPattern = afterStar;
+            at = ++starEnd;
+        } else {
+            return false;
+        }
+    }
+    return true;
 }
 
-qint64 pixelsOf(const QSize &size)
+QFileInfo findFile(const QString &directory, const QString &name)
 {
-    return qint64(size.width()) * size.height();
-}
-
-QImage readPicture(const QString &fileName)
-{
-    QImageReader reader(fileName);
-    if (pixelsOf(reader.size()) > greatestPixels)
-        return QImage();
-    return reader.read();
+    QDirIterator files(directory.isEmpty() ? QDir::currentPath() : directory, QDir::Files);
+    QString first;
+    QFileInfo found;
+    while (files.hasNext()) {
+        files.next();
+        const QString fileName = files.fileName();
+        if (beginsLike(fileName, name) && (first.isNull() || fileName < first)) {
+            first = fileName;
+            found = files.fileInfo();
+        }
+    }
+    return found;
 }
 
 /// Intended: the height is tested and the width is set, so a tall picture fills the paper and a
 /// wide one is left to the printer; stored receipts have their logos in these sizes (test
 /// tallPictureIsScaledToTheWidthOfThePaper).
+QSize sizeOnPaper(const QSize &size)
+{
+    if (size.height() <= greatestHeight)
+        return size;
+    const qint64 rows = qint64(size.height()) * scaledWidth / size.width();
+    // No picture that is read is so long.
+    return {scaledWidth, static_cast<int>(qBound(qint64(1), rows, picturefile::mostPixels))};
+}
+
 QImage scaledForPaper(const QImage &picture)
 {
-    if (picture.height() <= greatestHeight)
-        return picture;
-    const qint64 rows = qint64(picture.height()) * scaledWidth / picture.width();
-    if (rows * scaledWidth > greatestPixels)
-        return QImage();
-    return picture.scaledToWidth(scaledWidth, Qt::SmoothTransformation);
+    return picture.height() <= greatestHeight
+               ? picture
+               : picture.scaledToWidth(scaledWidth, Qt::SmoothTransformation);
 }
 
 bool isBlack(QRgb colour)
@@ -112,24 +144,104 @@ MonochromeImage packed(QImage picture)
     return image;
 }
 
+MonochromeImage read(const QString &fileName)
+{
+    QImage picture = picturefile::read(fileName, sizeOnPaper);
+    if (picture.isNull())
+        return MonochromeImage();
+    // Each step lets go of the picture before it.
+    picture = std::move(picture).convertToFormat(QImage::Format_Mono);
+    picture = scaledForPaper(picture);
+    if (picture.isNull())
+        return MonochromeImage();
+    MonochromeImage image = packed(std::move(picture));
+    image.setFileName(fileName);
+    return image;
+}
+
+/// A file as it was at some time.
+struct FileState
+{
+    QString path;
+    QString target;  // where links lead
+    qint64 size = 0;
+    qint64 written = 0;  // milliseconds since 1970, like the next
+    qint64 changed = 0;  // by the system's own clock, whatever time of writing somebody set
+
+    bool operator==(const FileState &other) const
+    {
+        return size == other.size && written == other.written && changed == other.changed &&
+               path == other.path && target == other.target;
+    }
+};
+
+uint qHash(const FileState &state, uint seed)
+{
+    return qHash(state.path, seed) ^ ::qHash(state.written ^ state.size, seed);
+}
+
+FileState stateOf(const QFileInfo &file)
+{
+    return {file.absoluteFilePath(), file.canonicalFilePath(), file.size(),
+            file.lastModified().toMSecsSinceEpoch(), file.metadataChangeTime().toMSecsSinceEpoch()};
+}
+
+/// The last pictures of all threads. An unreadable one is kept as an image without pixels.
+class KeptPictures
+{
+public:
+    /// Nothing if the file isn't kept in this state.
+    std::optional<MonochromeImage> find(const FileState &state)
+    {
+        const QMutexLocker lock(&m_mutex);
+        const MonochromeImage *const image = m_images.object(state);
+        return image == nullptr ? std::nullopt : std::optional<MonochromeImage>(*image);
+    }
+
+    void keep(const FileState &state, const MonochromeImage &image)
+    {
+        constexpr int bytesOfEntry = 1024;
+        const QMutexLocker lock(&m_mutex);
+        m_images.insert(state, new MonochromeImage(image), bytesOfEntry + image.image().size());
+    }
+
+private:
+    static constexpr int mostBytes = 8 << 20;
+    QMutex m_mutex;
+    QCache<FileState, MonochromeImage> m_images{mostBytes};
+};
+
+Q_GLOBAL_STATIC(KeptPictures, keptPictures)
+
+/// A file that has just been written could be written again without a change of its times, which
+/// some file systems count in steps of two seconds.
+bool mayChangeUnseen(const FileState &state)
+{
+    constexpr qint64 longestStep = 2000;
+    return QDateTime::currentMSecsSinceEpoch() - state.changed <= longestStep;
+}
+
+MonochromeImage readOrKept(const QFileInfo &file)
+{
+    const FileState state = stateOf(file);
+    if (mayChangeUnseen(state) || keptPictures() == nullptr)
+        return read(state.path);
+    if (const auto kept = keptPictures()->find(state))
+        return *kept;
+    const MonochromeImage image = read(state.path);
+    keptPictures()->keep(state, image);
+    return image;
+}
+
 }  // namespace
 
 std::optional<MonochromeImage> load(const QString &directory, const QString &name)
 {
-    const QString fileName = findFile(directory, name);
-    if (fileName.isEmpty())
+    const QFileInfo file = findFile(directory, name);
+    if (file.filePath().isEmpty())
         return std::nullopt;
-    QImage picture = readPicture(fileName);
-    if (picture.isNull())
-        return std::nullopt;
-    // Each step lets go of the picture before it: a great one takes a gigabyte in full colours.
-    picture = std::move(picture).convertToFormat(QImage::Format_Mono);
-    picture = scaledForPaper(picture);
-    if (picture.isNull())
-        return std::nullopt;
-    MonochromeImage image = packed(std::move(picture));
-    image.setFileName(fileName);
-    return image;
+    const MonochromeImage image = readOrKept(file);
+    return image.width() > 0 ? std::optional<MonochromeImage>(image) : std::nullopt;
 }
 
 }  // namespace bbcodeimage

@@ -11,8 +11,11 @@ namespace bbcodeimage {
 /// Reads the first picture, by name, whose file name matches `name` followed by "*". The image has
 /// rows of 32 bits' alignment and the file's absolute path as its name.
 ///
-/// A picture of more than 128 Mi pixels, as stored or as scaled, counts as unreadable: it could
-/// never be printed, and its file may be a few bytes long.
+/// What picturefile::read() doesn't read, and a picture that would have more pixels than it allows
+/// when it is scaled, count as unreadable. The last pictures, of 8 MiB in all, are kept for the
+/// whole process, and taken again while path, size and times of the file stay; one that was written
+/// within the last two seconds is read each time. Any thread may call this.
+/// @param name lower-cased; "?" and "*" are wildcards
 /// @param directory empty: the current directory
 /// @return nothing if there is no such file or if it can't be read
 std::optional<MonochromeImage> load(const QString &directory, const QString &name);
