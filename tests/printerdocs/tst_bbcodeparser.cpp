@@ -964,6 +964,21 @@ private Q_SLOTS:
         }
     }
 
+    /// Some programs write such files.
+    void pngWithoutItsLastChecksumIsRead()
+    {
+        const QTemporaryDir directory;
+        const QString fileName = directory.filePath("logo.png");
+        QVERIFY(striped(20, 10).save(fileName));
+        const MonochromeImage expected = expectedImage(fileName);
+        for (int missing = 1; missing <= 4; ++missing) {
+            QVERIFY(QFile::resize(fileName, QFileInfo(fileName).size() - 1));
+            QCOMPARE(loaded(directory.path(), "logo"), expected);
+        }
+        QVERIFY(QFile::resize(fileName, QFileInfo(fileName).size() - 1));
+        QCOMPARE(loaded(directory.path(), "logo").width(), 0);
+    }
+
     void jpegOfTooManyScansIsNotRead()
     {
         const QTemporaryDir directory;

@@ -64,8 +64,10 @@ public:
 protected:
     qint64 readData(char *data, qint64 size) override
     {
-        if (m_left == 0)
+        if (m_left == 0 && m_end.isEmpty())
             findChunk();
+        if (!m_end.isEmpty())
+            return takeEnd(data, size);
         const qint64 count = m_file.read(data, std::min(size, m_left));
         m_left -= std::max(count, qint64(0));
         return count == 0 && size > 0 ? -1 : count;
@@ -83,6 +85,10 @@ private:
             const qint64 size = around + qFromBigEndian<quint32>(head);
             const char *const name = head + wordSize;
             const bool isNeeded = (*name & 0x20) == 0 || std::memcmp(name, "tRNS", wordSize) == 0;
+            if (std::memcmp(head, endChunk, sizeof head) == 0) {
+                m_end = QByteArray(endChunk, int(around));
+                return;
+            }
             m_file.seek(m_file.pos() - qint64(sizeof head) + (isNeeded ? 0 : size));
             if (isNeeded) {
                 m_left = size;
@@ -91,7 +97,20 @@ private:
         }
     }
 
+    /// The end is whole, as some programs leave out its checksum.
+    qint64 takeEnd(char *data, qint64 size)
+    {
+        const qint64 count = std::min(size, qint64(m_end.size()));
+        std::memcpy(data, m_end.constData(), size_t(count));
+        m_end.remove(0, int(count));
+        if (m_end.isEmpty())
+            m_file.seek(m_file.size());
+        return count;
+    }
+
+    static constexpr char endChunk[] = "\0\0\0\0IEND\xAE\x42\x60\x82";
     QFile &m_file;
+    QByteArray m_end;
     qint64 m_left = 8;  // the signature
 };
 
