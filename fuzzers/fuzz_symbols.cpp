@@ -4,6 +4,7 @@
 
 #include "fuzzing.h"
 #include "printerdocs/specialcharacters.h"
+#include "printerdocs/symbolfile_p.h"
 #include "symbolsmodel.h"
 
 using fuzzing::equal;
@@ -97,6 +98,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const int cut = input.ConsumeIntegral<quint16>();
     const QByteArray content = QByteArray::fromStdString(input.ConsumeRemainingBytesAsString());
 
+    if (content.size() <= symbolfile::mostOpenCharacters && !content.contains("!"))
+        equal("a small file is read", symbolfile::refusal(content), QString());
     SpecialCharacters symbols = loaded(content);
     equal("two readings", loaded(content) == symbols, true);
     drawingsAreInShape(symbols);

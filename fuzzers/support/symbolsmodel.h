@@ -7,14 +7,18 @@
 #include <QXmlStreamReader>
 
 #include "printerdocs/monochromeimage.h"
+#include "printerdocs/symbolfile_p.h"
 
 /// A file of special symbols read once more, as plainly as can be: first the whole text becomes a
-/// tree, then the tree becomes drawings. Only Qt's tokens are shared with the library.
+/// tree, then the tree becomes drawings. Only Qt's tokens, and which
+/// files are refused, are shared with the library.
 class SymbolsModel
 {
 public:
     explicit SymbolsModel(const QByteArray &content)
     {
+        if (!symbolfile::refusal(content).isEmpty())
+            return;
         const Element document = treeOf(content);
         m_complete = document.children.isEmpty() || takeRoot(document.children.first());
     }

@@ -1,4 +1,5 @@
 #include <QTemporaryDir>
+#include <QTextCodec>
 #include <QXmlStreamReader>
 #include <QtTest>
 #include <algorithm>
@@ -298,6 +299,115 @@ private Q_SLOTS:
         QVERIFY(table.isEmpty());
         QCOMPARE(log.m_lines.size(), 1);
         QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+    }
+
+    /// What would make Qt's reader take time and memory out of proportion.
+    void fileOutOfBoundsIsRefused_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("reason");
+        const QByteArray good = font(1, 1, symbol(1, 1, 1));
+        const auto root = [&](const QByteArray &content) {
+            return "<SpecialSymbolImages>" + good + content + "</SpecialSymbolImages>";
+        };
+        const auto typed = [&](const QByteArray &type) {
+            return "<!DOCTYPE a " + type + ">" + root("");
+        };
+        const QByteArray entities = "a document type declaration with entities";
+        QTest::newRow("entity") << typed("[<!ENTITY e \"x\">]") << entities;
+        QTest::newRow("entity of a parameter") << typed("[<!ENTITY % e \"x\">]") << entities;
+        QTest::newRow("entity behind other declarations")
+            << typed(
+                   "SYSTEM \"]>\" [<!-- ]> --><!ELEMENT a ANY><?b ]>?><!NOTATION c SYSTEM \"<!--\">"
+                   "<!ENTITY e \"x\">]")
+            << entities;
+        QTest::newRow("list of attributes")
+            << typed("[<!ATTLIST Font Width CDATA \"8\">]") << entities;
+        QTest::newRow("entity, declaration cut off")
+            << QByteArray("<!DOCTYPE a [<!ENTITY e \"x\">") << entities;
+        QByteArray attributes;
+        for (int i = 0; i < 100000; ++i)
+            attributes += " a" + QByteArray::number(i) + "=''";
+        const QByteArray tags = "start tags of more than 1024 characters";
+        QTest::newRow("100,000 attributes") << root("<a" + attributes + "/>") << tags;
+        QTest::newRow("100,000 attributes, cut off") << "<SpecialSymbolImages" + attributes << tags;
+        QTest::newRow("brackets in values")
+            << root("<a" + QByteArray(" b='>'").repeated(200) + "/>") << tags;
+        QTest::newRow("deep elements") << root(QByteArray("<a>").repeated(400)) << tags;
+        QTest::newRow("deep name spaces")
+            << root(QByteArray("<a xmlns:b=\"c\">").repeated(70)) << tags;
+        QTest::newRow("behind a comment that looks open")
+            << root("<![CDATA[<!--]]><a" + QByteArray(" b='>'").repeated(200) + "/>") << tags;
+        for (const char *codec :
+             {"UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32BE", "UTF-32LE", "UTF-32"}) {
+            QTest::newRow(codec) << QTextCodec::codecForName(codec)->fromUnicode(
+                                        QString(typed("[<!ENTITY e \"x\">]")))
+                                 << entities;
+        }
+        const QByteArray declaration = "<?xml version=\"1.0\" encoding=\"IBM037\"?>";
+        QTest::newRow("EBCDIC") << declaration + QTextCodec::codecForName("IBM037")->fromUnicode(
+                                                     QString(typed("[<!ENTITY e \"x\">]")))
+                                << entities;
+        QTest::newRow("long declaration")
+            << QByteArray(declaration).replace(" encoding", QByteArray(5000, ' ') + "encoding")
+            << QByteArray("an XML declaration of more than");
+        QTest::newRow("more than 16 MiB") << root(QByteArray(16 << 20, ' '))
+                                          << QByteArray("the file has more than 16777216 bytes");
+    }
+
+    void fileOutOfBoundsIsRefused()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QByteArray, reason);
+        SpecialCharacters table = tableOf(7, filled(8, 8));
+        const QString name = write(content);
+        Log log;
+        QCOMPARE(table.load(name), false);
+        QVERIFY(table.isEmpty());
+        QCOMPARE(log.m_lines.size(), 1);
+        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+        QVERIFY2(log.m_lines.first().text.contains(name), qPrintable(log.m_lines.first().text));
+        QVERIFY2(log.m_lines.first().text.contains(reason), qPrintable(log.m_lines.first().text));
+    }
+
+    void fileWithinBoundsIsRead_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        const QByteArray good = font(1, 1, symbol(1, 1, 1));
+        const QByteArray root = "<SpecialSymbolImages>" + good + "</SpecialSymbolImages>";
+        QTest::newRow("document type") << "<!DOCTYPE SpecialSymbolImages SYSTEM \"a.dtd\">" + root;
+        QTest::newRow("document type with elements")
+            << "<!DOCTYPE a [<!ELEMENT a ANY><!-- <!ENTITY --><!NOTATION n SYSTEM \"x\">]>" + root;
+        QTest::newRow("comment of a document type")
+            << "<!-- <!DOCTYPE a [<!ENTITY e \"x\">]> -->" + root;
+        QTest::newRow("long comment") << "<!--" + QByteArray(5000, '<') + "-->" + root;
+        QTest::newRow("long instruction") << "<?a " + QByteArray(5000, 'b') + "?>" + root;
+        QTest::newRow("many elements side by side")
+            << "<SpecialSymbolImages>" + QByteArray("<a b=\"c\"/><a></a>").repeated(1000) + good +
+                   "</SpecialSymbolImages>";
+        // 21 characters of the root, and 4 of what closes the tag.
+        QTest::newRow("as many characters as may be open")
+            << "<SpecialSymbolImages><" + QByteArray(1024 - 21 - 3, 'a') + "/>" + good +
+                   "</SpecialSymbolImages>";
+        QTest::newRow("usual entities")
+            << "<SpecialSymbolImages>" +
+                   font(3, 1, "<Symbol Code=\"1\"><Line>&lt;&amp;&#49;</Line></Symbol>") +
+                   "</SpecialSymbolImages>";
+        QTest::newRow("just 16 MiB") << root + QByteArray((16 << 20) - root.size(), ' ');
+        for (const char *codec : {"UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32BE", "UTF-32LE"})
+            QTest::newRow(codec) << QTextCodec::codecForName(codec)->fromUnicode(QString(root));
+        QTest::newRow("windows-1251")
+            << "<?xml version=\"1.0\" encoding=\"windows-1251\"?><!-- \xE0 -->" + root;
+    }
+
+    void fileWithinBoundsIsRead()
+    {
+        QFETCH(QByteArray, content);
+        SpecialCharacters table;
+        Log log;
+        QCOMPARE(table.load(write(content)), true);
+        QCOMPARE(log.m_lines.size(), 0);
+        QCOMPARE(table.values(1).size(), 1);
     }
 
     void fileThatIsShorterThanItsSizeEndsTheLoading_data()

@@ -41,6 +41,16 @@ private Q_SLOTS:
         QCOMPARE(result.status, 0);
     }
 
+    void fileOutOfBoundsIsRefused()
+    {
+        const ReceiptRun result =
+            run({"-"}, "<!DOCTYPE a [\n<!ENTITY e \"x\">]>\n<SpecialSymbolImages/>\n");
+        QCOMPARE(result.errors, QString("receipt: -: line 1: a document type declaration with "
+                                        "entities or attribute lists\n"));
+        QCOMPARE(result.output, QString());
+        QCOMPARE(result.status, 1);
+    }
+
     void exampleFileIsGood()
     {
         const QString name = PRINTERSLIB_EXAMPLES "/symbols/shop.ssi";

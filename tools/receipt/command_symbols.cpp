@@ -5,6 +5,7 @@
 
 #include "commands.h"
 #include "printerdocs/specialcharacters.h"
+#include "printerdocs/symbolfile_p.h"
 #include "support.h"
 
 namespace {
@@ -232,6 +233,11 @@ int runSymbols(const QStringList &arguments)
     const std::optional<QByteArray> content = tool::readInput(fileName);
     if (!content)
         return tool::BadInput;
+    const QString refusal = symbolfile::refusal(*content);
+    if (!refusal.isEmpty()) {
+        tool::complain(QStringLiteral("%1: %2").arg(fileName, refusal));
+        return tool::BadInput;
+    }
     const SpecialCharacters symbols = loadedSymbols(*content);
     for (auto symbol = symbols.cbegin(); symbol != symbols.cend(); ++symbol) {
         tool::print(headOf(symbol.key(), *symbol));

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "fiscalsplit.h"
+#include "printerdocs/symbolfile_p.h"
 
 namespace templatelint {
 
@@ -29,23 +30,31 @@ void sort(QVector<Range> &ranges)
         range.last = last = std::max(last, range.last);
 }
 
+/// Where and why a text isn't XML; empty if it is.
+QString xmlFault(const QByteArray &content)
+{
+    QXmlStreamReader reader(content);
+    while (!reader.atEnd())
+        reader.readNext();
+    return reader.hasError() ? QStringLiteral("%1:%2: %3")
+                                   .arg(reader.lineNumber())
+                                   .arg(reader.columnNumber() + 1)
+                                   .arg(reader.errorString())
+                             : QString();
+}
+
 /// What is wrong with a file of symbols, empty if nothing is.
 QString faultOf(const QString &path, SpecialCharacters &drawings)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return QStringLiteral("the file \"%1\" can't be read: %2").arg(path, file.errorString());
+    const QByteArray content = file.read(symbolfile::mostBytes + 1);
     const bool isRead = drawings.load(path);
-    QXmlStreamReader reader(&file);
-    while (!reader.atEnd())
-        reader.readNext();
-    QString damage;
-    if (reader.hasError())
-        damage = QStringLiteral("%1:%2: %3")
-                     .arg(reader.lineNumber())
-                     .arg(reader.columnNumber() + 1)
-                     .arg(reader.errorString());
-    else if (!isRead)
+    QString damage = symbolfile::refusal(content);
+    if (damage.isEmpty())
+        damage = xmlFault(content);
+    if (damage.isEmpty() && !isRead)
         damage = QStringLiteral("a symbol or the root element is wrong");
     return damage.isEmpty()
                ? damage

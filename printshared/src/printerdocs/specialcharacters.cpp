@@ -1,15 +1,20 @@
 #include "printerdocs/specialcharacters.h"
 
+#include <QBuffer>
 #include <QDebug>
 #include <QFile>
 #include <QXmlStreamReader>
 
 #include "printerdocs/bitrows_p.h"
+#include "printerdocs/symbolfile_p.h"
 
 namespace {
 
 // Keeps a wild cell size from taking the machine's memory.
 constexpr qint64 maximumPicturePixels = qint64(1) << 26;
+
+// Of those that a file may use, "&lt;" and its like, each is one character.
+constexpr int longestEntity = 1;
 
 signed char keyOf(int code)
 {
@@ -71,7 +76,17 @@ bool SpecialCharacters::load(const QString &fileName)
         qCritical() << static_cast<int>(file.error()) << file.errorString();
         return false;
     }
-    QXmlStreamReader reader(&file);
+    QByteArray content = file.read(symbolfile::mostBytes + 1);
+    file.close();
+    const QString refusal = symbolfile::refusal(content);
+    if (!refusal.isEmpty()) {
+        qCritical() << fileName << refusal;
+        return false;
+    }
+    QBuffer buffer(&content);
+    buffer.open(QIODevice::ReadOnly);
+    QXmlStreamReader reader(&buffer);
+    reader.setEntityExpansionLimit(longestEntity);
     bool complete = isOver(reader);
     while (!complete) {
         if (nextStartElement(reader) &&
@@ -82,7 +97,6 @@ bool SpecialCharacters::load(const QString &fileName)
     if (reader.hasError())
         qCritical() << static_cast<int>(reader.error()) << reader.errorString()
                     << reader.lineNumber() << reader.columnNumber();
-    file.close();
     return complete;
 }
 

@@ -30,6 +30,9 @@ public:
     /// Replaces the table by the file's drawings. False if the file can't be opened, its root has
     /// another name, or a symbol has lines of a wrong number or length; symbols in front of the
     /// fault stay. What can't be opened and what isn't XML is logged as critical.
+    /// False too, with an empty table and a critical log line, for a file of more than 16 MiB, one
+    /// whose document type declaration has entities or attribute lists, and one with start tags in
+    /// one another of more than 1,024 characters: its reader would take any time and memory.
     /// Intended: a fault in the XML ends the reading like the end of the file, with true, unless it
     /// strikes a symbol that lacks lines; the receipt then prints with the symbols that were read.
     bool load(const QString &fileName);
