@@ -552,6 +552,76 @@ private Q_SLOTS:
         QTEST(formatter.timeToString(format, time), "time");
     }
 
+    /// A long format is taken in pieces, as Qt's time grows with its square.
+    void longFormatReadsLikeAShortOne_data()
+    {
+        QTest::addColumn<QString>("piece");
+        for (const char *piece : {"d",
+                                  "M",
+                                  "y",
+                                  "h",
+                                  "H",
+                                  "z",
+                                  "zz",
+                                  "a",
+                                  "ap",
+                                  "AP",
+                                  "aP",
+                                  "t",
+                                  "'",
+                                  "''",
+                                  "x",
+                                  "hx",
+                                  "dM",
+                                  "dddddM",
+                                  "yyy ",
+                                  "hh",
+                                  "h'a'",
+                                  "'dd'd",
+                                  "h'''d'",
+                                  "a'p'",
+                                  "dd.MM.yyyy hh:mm ",
+                                  "hhhhhhhhhhhhhpa",
+                                  "\u0447h"})
+            QTest::newRow(piece) << QString(piece);
+    }
+
+    void longFormatReadsLikeAShortOne()
+    {
+        QFETCH(QString, piece);
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        const QDate date(2024, 5, 6);
+        const QTime time(15, 2, 3, 45);
+        for (const QString &end :
+             {QString(), QString("p"), QString("'a"), QString("ap"), QString("h'x")}) {
+            for (int count = 1; count < 900; count = count * 3 / 2 + 1) {
+                // Minutes are "n" here, and "m" is a month.
+                const QString format = piece.repeated(count) + end;
+                QString qtFormat = QString(format).replace('m', 'M').replace('n', 'm');
+                const QDateTime both(date, time);
+                QCOMPARE(formatter.dtToString(format, both), both.toString(qtFormat));
+                QCOMPARE(formatter.dateToString(format, date), date.toString(qtFormat));
+                QCOMPARE(formatter.timeToString(format, time), time.toString(qtFormat));
+            }
+            const QString format = piece.repeated(300) + end;
+            QCOMPARE(formatter.dateToString(format, QDate()), QString());
+        }
+    }
+
+    /// Steps through a format that Qt repeats for each of its letters would take minutes.
+    void formatOfAMillionCharactersIsRead()
+    {
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        const QDateTime both(QDate(2024, 5, 6), QTime(15, 2));
+        constexpr int count = 1 << 20;
+        QCOMPARE(formatter.dtToString(QString(count, 'y'), both),
+                 QString("2024").repeated(count / 4));
+        QCOMPARE(formatter.dtToString(QString("hx").repeated(count), both),
+                 QString("15x").repeated(count));
+        QCOMPARE(formatter.dtToString(QString("hd").repeated(count) + 'a', both),
+                 QString("36").repeated(count) + "pm");
+    }
+
     void invalidDatePrintsNothing()
     {
         const PrinterDocumentFormatter formatter(0, nullptr);

@@ -104,6 +104,25 @@ private Q_SLOTS:
                                          "|   |   |-- [/size]\n"));
     }
 
+    /// As bbcpp::printDocument() would print it, but for what lies deeper than 65 levels.
+    void deepTreeIsIndentedToSomeLevel()
+    {
+        constexpr int depth = 200000;
+        const ReceiptRun outcome =
+            runBbCode({"-", "--as", "tree"}, QByteArray("[b]").repeated(depth) + "[i a=b c=d]x");
+        QCOMPARE(outcome.status, 0);
+        const QStringList lines = outcome.output.split('\n');
+        QCOMPARE(lines.size(), 1 + depth + 4 + 1);
+        QCOMPARE(lines.at(65), QString("|   ").repeated(64) + "|-- [b]");
+        const QString indentation = QString("|   ").repeated(64) + "|-- (level %1) ";
+        QCOMPARE(lines.at(66), indentation.arg(66) + "[b]");
+        QCOMPARE(lines.mid(depth),
+                 QStringList({indentation.arg(depth) + "[b]", indentation.arg(depth + 1) + "[i]",
+                              indentation.arg(depth + 2) + "[i]",
+                              indentation.arg(depth + 3) + "{ {a=b}, {c=d} }",
+                              indentation.arg(depth + 3) + "@\"x\"", ""}));
+    }
+
     void htmlIsATable()
     {
         const ReceiptRun outcome = runBbCode({"-", "--as", "html"}, "[center][b]A[/b][/center]");

@@ -1,7 +1,9 @@
 #include <printerslib/drivers/escapedhtml.h>
 
 #include <QJsonDocument>
+#include <iostream>
 #include <memory>
+#include <string>
 
 #include "bbcpp/bbdocument.h"
 #include "commands.h"
@@ -63,12 +65,51 @@ void printJson(const Request &request)
     tool::printContent(tool::linesOf(json.toJson(form)));
 }
 
+/// Of a deeper node the depth is told in figures, as the indentation of a tree that goes on and on
+/// grows with the square of the text.
+constexpr unsigned int deepestIndented = 64;
+
+std::string indentationOf(unsigned int depth)
+{
+    if (depth <= deepestIndented)
+        return bbcpp::getIndentString(depth);
+    return bbcpp::getIndentString(deepestIndented) + "(level " + std::to_string(depth + 1) + ") ";
+}
+
+std::string parametersOf(const bbcpp::BBElement &element)
+{
+    std::string text;
+    for (const auto &[key, value] : element.getParameters()) {
+        text += text.empty() ? "{" : ", {";
+        text += key + '=' + value + '}';
+    }
+    return "{ " + text + " }";
+}
+
+/// What stands on the node's lines.
+std::string treeLinesOf(const bbcpp::BBNodePtr &node, unsigned int depth)
+{
+    if (const auto text = bbcpp::tryDowncast<bbcpp::BBText>(node))
+        return indentationOf(depth) + "@\"" + text->getText() + "\"\n";
+    const auto element = bbcpp::downcast<bbcpp::BBElement>(node);
+    const auto type = element->getElementType();
+    std::string lines = indentationOf(depth) +
+                        (type == bbcpp::BBElement::ElementClosing ? "[/" : "[") +
+                        element->getNodeName() + "]\n";
+    if (type == bbcpp::BBElement::ElementParameter)
+        lines += indentationOf(depth + 1) + parametersOf(*element) + '\n';
+    return lines;
+}
+
 void printTree(const Request &request)
 {
     const auto document = std::make_shared<bbcpp::BBDocument>();
     document->load(request.text.toStdString());
     const terminaltext::CoutAsContent shown;
-    bbcpp::printDocument(*document);
+    std::cout << "#document\n";
+    bbcpp::walk(*document, [](const bbcpp::BBNodePtr &node, unsigned int depth) {
+        std::cout << treeLinesOf(node, depth);
+    });
 }
 
 struct Form
@@ -104,7 +145,9 @@ int runBbCode(const QStringList &arguments)
                                  QStringLiteral("BBCode text in UTF-8; - is standard input."));
     const QCommandLineOption as(
         QStringLiteral("as"),
-        QStringLiteral("text (default), html, json (the map form), or tree (the tags as read)."),
+        QStringLiteral(
+            "text (default), html, json (the map form), or tree (the tags as read; below the "
+            "65th level the depth is told in figures)."),
         QStringLiteral("form"), QStringLiteral("text"));
     const QCommandLineOption width(QStringLiteral("width"),
                                    QStringLiteral("Characters per line, %1 to %2; default 42. "

@@ -98,6 +98,71 @@ QString toQtFormat(QStringView format, const char *defaultFormat)
     return qtFormat;
 }
 
+// Qt looks through the whole format for each hour in it, and to the end of a run of one letter at
+// each step through it.
+constexpr int longestQtFormat = 256;
+// A multiple of the lengths that stand for something: "yyyy", "dddd", "zzz", "hh" and "t".
+constexpr int piecePeriod = 12;
+
+/// Whether the texts of two parts of a format, cut outside quotation marks, are that of the whole.
+bool mayCut(const QString &format, int at, int runLength)
+{
+    const QChar before = format.at(at - 1).toLower();
+    const QChar behind = format.at(at).toLower();
+    if (behind == QLatin1Char('\''))
+        return false;
+    if (before == QLatin1Char('a') && behind == QLatin1Char('p'))
+        return false;
+    return format.at(at - 1) != format.at(at) || runLength % piecePeriod == 0;
+}
+
+/// Where to cut a format, from a place on.
+int endOfPiece(const QString &format, int begin)
+{
+    bool isQuoted = false;
+    int run = begin;
+    for (int at = begin; at < format.size(); ++at) {
+        if (at - begin >= longestQtFormat && !isQuoted && mayCut(format, at, at - run))
+            return at;
+        if (format.at(at) == QLatin1Char('\''))
+            isQuoted = !isQuoted;
+        if (format.at(at) != format.at(run))
+            run = at;
+    }
+    return format.size();
+}
+
+/// Whether hours count to 12: an "a" that isn't quoted says so for the whole format.
+bool hasHalfDays(const QString &format)
+{
+    bool isQuoted = false;
+    for (const QChar character : format) {
+        if (character == QLatin1Char('\''))
+            isQuoted = !isQuoted;
+        else if (!isQuoted && character.toLower() == QLatin1Char('a'))
+            return true;
+    }
+    return false;
+}
+
+/// The text of a value by a format of any length, in time that grows with it.
+template <class Value>
+QString formatted(const Value &value, const QString &format)
+{
+    if (format.size() <= longestQtFormat)
+        return value.toString(format);
+    // Each part is told of half days, and a quotation mark keeps that apart from a "p".
+    const QString before = hasHalfDays(format) ? QStringLiteral("a''") : QString();
+    const int surplus = before.isEmpty() ? 0 : value.toString(before).size();
+    QString text;
+    for (int begin = 0; begin < format.size();) {
+        const int end = endOfPiece(format, begin);
+        text += value.toString(before + format.mid(begin, end - begin)).midRef(surplus);
+        begin = end;
+    }
+    return text;
+}
+
 }  // namespace
 
 void valueformat::appendInteger(QString &text, QStringView format, qint64 value)
@@ -170,15 +235,15 @@ QString valueformat::ofReal(QStringView format, double value)
 
 QString valueformat::ofDateTime(QStringView format, const QDateTime &value)
 {
-    return value.toString(toQtFormat(format, "dd.MM.yy hh:mm"));
+    return formatted(value, toQtFormat(format, "dd.MM.yy hh:mm"));
 }
 
 QString valueformat::ofDate(QStringView format, const QDate &value)
 {
-    return value.toString(toQtFormat(format, "dd.MM.yy"));
+    return formatted(value, toQtFormat(format, "dd.MM.yy"));
 }
 
 QString valueformat::ofTime(QStringView format, const QTime &value)
 {
-    return value.toString(toQtFormat(format, "hh:mm"));
+    return formatted(value, toQtFormat(format, "hh:mm"));
 }
