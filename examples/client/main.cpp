@@ -1,6 +1,7 @@
 // A minimal print service: reads its settings, finds the printer, fills a receipt, keeps it in a
 // document file, prints it, and tells the system how that went.
 #include <printerslib/drivers/documentcleaner.h>
+#include <printerslib/drivers/documentfiles.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -29,6 +30,7 @@
 #include "shownlog.h"
 
 using printerslib::drivers::DocumentCleaner;
+using printerslib::drivers::DocumentFiles;
 
 namespace {
 
@@ -148,15 +150,14 @@ std::optional<TextPrinterDocument> makeReceipt(const QString &templateFile,
     return receipt;
 }
 
-/// True only when the document is on the disk and can be read back. A file keeps the map form,
-/// which doesn't give all of a document back: not a QR code's alignment, and no symbol of a high
-/// code.
+/// True only when the document is on the disk and can be read back. Nothing is opened in a folder
+/// or behind a name where somebody else could have put something.
 bool keep(const TextPrinterDocument &receipt, const QString &fileName)
 {
-    TextPrinterDocument expected;
-    expected.setMap(receipt.toMap());
-    TextPrinterDocument kept;
-    return receipt.saveToFile(fileName) && kept.loadFromFile(fileName) && kept == expected;
+    const QString fault = DocumentFiles::save(receipt, fileName);
+    if (!fault.isEmpty())
+        qCritical().noquote() << fault;
+    return fault.isEmpty();
 }
 
 /// What a driver makes of a document; this one knows text, line ends and the cut.
