@@ -44,7 +44,8 @@ offers 'endless-value entries-in-text' lint --explain en
 offers 'kiosk.cpt kiosk.json' render kiosk
 offers 'images' bbcode --images im
 offers 'check remove repair save show' document ''
-offers '--codec' document save --c
+offers '--clean --codec' document save --c
+offers 'all bidirectional brackets controls equals invisible tags' render --clean ''
 offers 'export import show' settings ''
 offers '--printer' settings export --p
 exit $((failures > 0))
