@@ -1,11 +1,20 @@
+#include <fcntl.h>
+#include <grp.h>
 #include <signal.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSerialPort>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <cstring>
 
 #include "virtualprinter.h"
 
@@ -145,6 +154,252 @@ private Q_SLOTS:
                                      "receipt: There no devices finded\n"));
     }
 
+    void aliasesOfOnePortAreSearchedOnce()
+    {
+        VirtualPrinter printer(printerOnFirstLine("EPSON_EU_4XX"));
+        printer.start();
+        const QTemporaryDir folder;
+        const QString alias = folder.filePath("printer");
+        QVERIFY(QFile::link(printer.portPath(), alias));
+        const Run run = receipt({"--port", alias, "--port", printer.portPath(), "--json"});
+        QCOMPARE(run.exitCode, 0);
+        const QJsonArray expected{deviceJson(alias, "EPSON_EU_4XX")};
+        QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(), expected);
+        QCOMPARE(run.errors.count('\n'), 1);
+    }
+
+    void recordsOfOnePortAreAskedInTurn()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const QTemporaryDir folder;
+        const QString alias = folder.filePath("printer");
+        QVERIFY(QFile::link(printer.portPath(), alias));
+        const QJsonArray records{deviceJson(printer.portPath(), "CUSTOM_VKP_80", 9600),
+                                 deviceJson(alias, "CUSTOM_VKP_80")};
+        const Run run = confirm(QJsonDocument(records).toJson(), {"--json"});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(), QJsonArray{records.at(1)});
+    }
+
+    void recordThatIsNoPrinterIsNamed()
+    {
+        QJsonObject record = deviceJson("ttyS0", "AV_268");
+        record.insert("deviceType", 2);
+        const Run run = confirm(QJsonDocument(QJsonArray{record}).toJson(), {});
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.errors,
+                 QString("receipt: find: device 1 is no serial printer with a model and a port\n"
+                         "receipt: There no devices finded\n"));
+    }
+
+    void portInUseIsNamedBeforeTheSearch()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const VirtualPrinter busy(printerOnFirstLine("CUSTOM_VKP_80"));
+        QSerialPort holder(busy.portPath());
+        QVERIFY(holder.open(QIODevice::ReadWrite));
+        const Run run = receipt({"--port", busy.portPath(), "--port", printer.portPath()});
+        QCOMPARE(run.exitCode, 0);
+        const QString start = QString("receipt: find: %1 is held by process %2 (tst_receipt_fin) ")
+                                  .arg(busy.portPath())
+                                  .arg(QCoreApplication::applicationPid());
+        QVERIFY2(run.errors.startsWith(start), qPrintable(run.errors));
+    }
+
+    // As another user, for whom the owner of ports and lock files is a stranger.
+    void portsOfOtherUsersAreNamedWithTheReason_data()
+    {
+        QTest::addColumn<QString>("obstacle");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("not permitted") << "mode"
+                                       << " is not permitted: user \"root\" may use it";
+        QTest::newRow("not permitted, a group may")
+            << "group"
+            << " is not permitted: members of the group \"dialout\" may use it";
+        QTest::newRow("open elsewhere") << "open"
+                                        << " is held by another process";
+        QTest::newRow("left lock") << "lock"
+                                   << " of user root, and no process is behind it; remove it";
+    }
+
+    void portsOfOtherUsersAreNamedWithTheReason()
+    {
+        QFETCH(QString, obstacle);
+        QFETCH(QString, reason);
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() != 0 || QStandardPaths::findExecutable("setpriv").isEmpty())
+            QSKIP("only root can run a program as somebody else");
+        const VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        const QByteArray path = printer.portPath().toLocal8Bit();
+        const group *const dialout = ::getgrnam("dialout");
+        const bool isPermitted = obstacle == "open" || obstacle == "lock";
+        QCOMPARE(::chown(path.constData(), isPermitted ? nobody : 0,
+                         obstacle == "group" && dialout != nullptr ? dialout->gr_gid : 0),
+                 0);
+        QCOMPARE(::chmod(path.constData(), obstacle == "group" ? 0660 : 0600), 0);
+        const int descriptor = ::open(path.constData(), O_RDWR | O_NOCTTY);
+        QFile lock("/var/lock/LCK..pts_" + printer.portName().section('/', 1));
+        if (obstacle == "open") {
+            QCOMPARE(::ioctl(descriptor, TIOCEXCL), 0);
+        } else if (obstacle == "lock") {
+            QVERIFY(lock.open(QIODevice::WriteOnly));
+            lock.write("999999999\ntill\n" + QSysInfo::machineHostName().toLocal8Bit() + "\n");
+            lock.close();
+        }
+        QProcess program;
+        program.start("setpriv", {"--reuid", "65534", "--regid", "65534", "--clear-groups",
+                                  RECEIPT_PROGRAM, "find", "--port", printer.portPath()});
+        QVERIFY(program.waitForFinished(runMilliseconds));
+        ::close(descriptor);
+        lock.remove();
+        const QString errors = QString::fromUtf8(program.readAllStandardError());
+        if (errors.contains("setpriv:"))
+            QSKIP("the program isn't for others to run");
+        QCOMPARE(program.exitCode(), 1);
+        QVERIFY2(errors.startsWith("receipt: find: " + printer.portPath() + ' '),
+                 qPrintable(errors));
+        QVERIFY2(errors.contains(reason + '\n'), qPrintable(errors));
+        QVERIFY2(errors.endsWith("receipt: There no devices finded\n"), qPrintable(errors));
+    }
+
+    // --last
+
+    void lastSearchesOnceAndThenConfirms()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("printers.json");
+        const QStringList arguments{"--last", file, "--port", printer.portPath(), "--json"};
+        const Run first = receipt(arguments);
+        QCOMPARE(first.exitCode, 0);
+        QCOMPARE(content(file), first.output.toUtf8());
+        QVERIFY(first.errors.contains("line setting 1 of 63"));
+
+        // The one that answers as it stands there is left as it is, with those beside it.
+        const QJsonArray known{deviceJson("no-such-port", "AV_268"),
+                               deviceJson(printer.portPath(), "CUSTOM_VKP_80")};
+        write(file, QJsonDocument(known).toJson());
+        const Run second = receipt(arguments);
+        QCOMPARE(second.exitCode, 0);
+        QCOMPARE(second.output, first.output);
+        QVERIFY(second.errors.contains("line setting 1 of 1"));
+        QVERIFY(!second.errors.contains("of 63"));
+        QCOMPARE(content(file), QJsonDocument(known).toJson());
+    }
+
+    void lastSearchesWhenNoKnownPrinterAnswers()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("printers.json");
+        write(file, QJsonDocument(QJsonArray{deviceJson(printer.portPath(), "CUSTOM_VKP_80", 9600)})
+                        .toJson());
+        const Run run = receipt({"--last", file, "--port", printer.portPath(), "--json"});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(),
+                 QJsonArray{deviceJson(printer.portPath(), "CUSTOM_VKP_80")});
+        QCOMPARE(content(file), run.output.toUtf8());
+    }
+
+    void lastKeepsItsFileWhenNobodyAnswers()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("printers.json");
+        const QByteArray known =
+            QJsonDocument(QJsonArray{deviceJson("no-such-port", "AV_268")}).toJson();
+        write(file, known);
+        const Run run = receipt({"--last", file, "--port", "no-such-port", "--json"});
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.output, QString("[\n]\n"));
+        QCOMPARE(content(file), known);
+        QCOMPARE(run.errors, QString("receipt: find: there is no port /dev/no-such-port\n"
+                                     "receipt: There no devices finded\n"));
+    }
+
+    void lastLeavesAFileOfAnotherKindAlone()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("receipt.tpl");
+        write(file, "<C>SHOP\n");
+        const Run run = receipt({"--last", file, "--port", printer.portPath()});
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(content(file), QByteArray("<C>SHOP\n"));
+        QVERIFY2(run.errors.contains("receipt.tpl"), qPrintable(run.errors));
+        QCOMPARE(printer.received(), QByteArray());
+    }
+
+    void lastThatCannotBeWrittenIsBadInput()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const Run run =
+            receipt({"--last", "/no-such-folder/printers.json", "--port", printer.portPath()});
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY(run.output.contains("CUSTOM_VKP_80"));
+        QVERIFY2(run.errors.contains("/no-such-folder/printers.json"), qPrintable(run.errors));
+    }
+
+    void emptyLastIsAFirstSearch()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("printers.json");
+        write(file, "");
+        QCOMPARE(receipt({"--last", file, "--port", printer.portPath()}).exitCode, 0);
+        QVERIFY(content(file).contains("CUSTOM_VKP_80"));
+    }
+
+    void loggingRulesOfTheEnvironmentChangeNoProgress()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        qputenv("QT_LOGGING_RULES", "*=false");
+        const Run run = receipt({"--port", printer.portPath()});
+        qunsetenv("QT_LOGGING_RULES");
+        QCOMPARE(run.errors, printer.portName() +
+                                 ": line setting 1 of 63, Custom, Citizen, Epson, 115200 baud\n");
+    }
+
+    void interruptLeavesThePortsAsTheyWere()
+    {
+        VirtualPrinterOptions options = printerOnFirstLine("CUSTOM_VKP_80");
+        options.fault = VirtualFault::Silent;
+        VirtualPrinter printer(options);
+        printer.start();
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+            const int descriptor =
+                ::open(printer.portPath().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
+            termios before = {};
+            termios after = {};
+            QCOMPARE(::tcgetattr(descriptor, &before), 0);
+            const int sent = printer.received().size();
+            QProcess program;
+            program.start(RECEIPT_PROGRAM, {"find", "--port", printer.portPath(), "--json"});
+            QTRY_VERIFY(printer.received().size() > sent);
+            ::kill(static_cast<pid_t>(program.processId()), signal);
+            QVERIFY(program.waitForFinished(runMilliseconds));
+            QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(program.exitCode(), 1);
+            QCOMPARE(program.readAllStandardOutput(), QByteArray("[\n]\n"));
+            QVERIFY(program.readAllStandardError().endsWith("receipt: cancelled\n"));
+            QCOMPARE(::tcgetattr(descriptor, &after), 0);
+            ::close(descriptor);
+            QVERIFY(std::memcmp(&before, &after, sizeof before) == 0);
+            QCOMPARE(
+                QDir("/var/lock").entryList({"LCK..pts_" + printer.portName().section('/', 1)}),
+                QStringList());
+            // No dialogue has gone on behind it, not even that of the AV-268.
+            QVERIFY(!printer.received().mid(sent).contains(QByteArray("\x1B\x76")));
+        }
+    }
+
     void interruptCancels()
     {
         QProcess program;
@@ -200,6 +455,9 @@ private Q_SLOTS:
         QTest::newRow("argument") << QStringList("ttyS0");
         QTest::newRow("option") << QStringList("--ports");
         QTest::newRow("two sources") << QStringList{"--port", "a", "--virtual", "AV_268"};
+        QTest::newRow("known ones and a virtual one")
+            << QStringList{"--last", "a", "--virtual", "AV_268"};
+        QTest::newRow("known ones twice") << QStringList{"--last", "a", "--confirm", "a"};
         QTest::newRow("unknown virtual model") << QStringList{"--virtual", "WPK_833"};
     }
 
@@ -220,6 +478,19 @@ private Q_SLOTS:
     }
 
 private:
+    static QByteArray content(const QString &fileName)
+    {
+        QFile file(fileName);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    static void write(const QString &fileName, const QByteArray &text)
+    {
+        QFile file(fileName);
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("%s can't be written", qPrintable(fileName));
+    }
+
     static Run confirm(const QByteArray &text, const QStringList &options)
     {
         const QTemporaryDir folder;

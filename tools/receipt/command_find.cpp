@@ -1,18 +1,13 @@
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QLoggingCategory>
-#include <QSocketNotifier>
-#include <QThreadPool>
-#include <csignal>
-#include <memory>
+#include <QSerialPortInfo>
+#include <cstdio>
 
 #include "commands.h"
 #include "devicejson.h"
+#include "interrupt.h"
+#include "portsearch.h"
 #include "printdevicefinder/printdevicefinder.h"
 #include "printers/printerinfo.h"
 #include "searchprogress.h"
@@ -21,79 +16,13 @@
 
 namespace {
 
+constexpr unsigned int serialTextPrinter = 1;
+
 const QString portOption = QStringLiteral("port");
 const QString jsonOption = QStringLiteral("json");
 const QString confirmOption = QStringLiteral("confirm");
+const QString lastOption = QStringLiteral("last");
 const QString virtualOption = QStringLiteral("virtual");
-
-/// Turns an interrupt into an event. The second one ends the program as ever.
-class Interrupt
-{
-public:
-    Interrupt()
-    {
-        if (::pipe2(_pipe, O_CLOEXEC | O_NONBLOCK) != 0)
-            return;
-        notifier = std::make_unique<QSocketNotifier>(_pipe[0], QSocketNotifier::Read);
-        struct sigaction action = {};
-        action.sa_handler = [](int) {
-            const char byte = 0;
-            const ssize_t written = ::write(_pipe[1], &byte, 1);
-            Q_UNUSED(written)
-        };
-        action.sa_flags = static_cast<int>(SA_RESETHAND);
-        ::sigaction(SIGINT, &action, nullptr);
-        ::sigaction(SIGTERM, &action, nullptr);
-    }
-
-    std::unique_ptr<QSocketNotifier> notifier;
-
-private:
-    static int _pipe[2];
-};
-
-int Interrupt::_pipe[2] = {-1, -1};
-
-struct Outcome
-{
-    QList<PrintDeviceInfo> devices;
-    QString message;  ///< Why there are none.
-};
-
-/// Runs a search or a test, whichever begin() starts, to its end.
-/// @param confirmed the records of a test; empty for a search
-template <typename Begin>
-Outcome run(bool verbose, const QList<PrintDeviceInfo> &confirmed, Begin begin)
-{
-    SearchProgress progress(verbose, confirmed);
-    const Interrupt interrupt;
-    PrintDeviceFinder finder;
-    QEventLoop loop;
-    Outcome outcome;
-    // "finished" comes before the device, and not at all for an empty input.
-    QObject::connect(&finder, &PrintDeviceFinder::finished, &loop, &QEventLoop::quit,
-                     Qt::QueuedConnection);
-    QObject::connect(&finder, &PrintDeviceFinder::noDevices, &loop, &QEventLoop::quit,
-                     Qt::QueuedConnection);
-    QObject::connect(&finder, &PrintDeviceFinder::noDevices, &loop,
-                     [&outcome](const QString &err) { outcome.message = err; });
-    QObject::connect(&finder, &PrintDeviceFinder::deviceFinded, &loop,
-                     [&outcome](const PrintDeviceInfo &info) { outcome.devices.append(info); });
-    if (interrupt.notifier) {
-        QObject::connect(interrupt.notifier.get(), &QSocketNotifier::activated, &loop,
-                         [&outcome, &finder, &interrupt] {
-                             interrupt.notifier->setEnabled(false);
-                             outcome.message = QStringLiteral("cancelled");
-                             finder.cancel();
-                         });
-    }
-    begin(finder);
-    loop.exec();
-    progress.show();
-    // Tasks that were cancelled close their ports; the program can't end before that.
-    QThreadPool::globalInstance()->waitForDone();
-    return outcome;
-}
 
 /// The model's name in the catalogue; empty if it has none.
 QString modelName(const QString &id)
@@ -104,6 +33,11 @@ QString modelName(const QString &id)
             return model.name();
     }
     return {};
+}
+
+QStringList jsonLines(const QList<PrintDeviceInfo> &devices)
+{
+    return tool::linesOf(QJsonDocument(devicejson::write(devices)).toJson());
 }
 
 void printTable(const QList<PrintDeviceInfo> &devices)
@@ -123,90 +57,213 @@ void printTable(const QList<PrintDeviceInfo> &devices)
             devicejson::lineText(device.settings()));
 }
 
-int report(const Outcome &outcome, bool asJson)
+/// One run of the command: which options it has, and what has been found.
+class FindCommand
 {
-    if (asJson)
-        tool::printContent(
-            tool::linesOf(QJsonDocument(devicejson::write(outcome.devices)).toJson()));
-    else if (!outcome.devices.isEmpty())
-        printTable(outcome.devices);
-    if (!outcome.devices.isEmpty())
-        return tool::Success;
-    tool::complain(outcome.message);
-    return tool::BadInput;
+public:
+    explicit FindCommand(const QCommandLineParser &parser);
+
+    int run();
+
+private:
+    int confirm();
+    int last();
+    int searchVirtual();
+    int search(const QStringList &ports);
+    /// What is known from earlier; nothing if the file can't be read.
+    static std::optional<QList<PrintDeviceInfo>> knownDevices(const QString &fileName);
+
+    QList<PortTask> searchTasks(const QStringList &ports);
+    QList<PortTask> confirmTasks(const QList<PrintDeviceInfo> &records);
+    /// The task on the port of this name, a new one if it has none yet; null if it isn't usable.
+    PortTask *taskOn(const QString &port, QList<PortTask> &tasks);
+    void runTasks(const QList<PortTask> &tasks);
+
+    void printFound() const;
+    int reported(const QString &reason) const;
+
+    const QCommandLineParser &m_parser;
+    const bool m_isVerbose;
+    const bool m_asJson;
+    const Interrupt m_interrupt;
+    QStringList m_complaints;  ///< About ports, each once.
+    QList<PrintDeviceInfo> m_found;
+};
+
+FindCommand::FindCommand(const QCommandLineParser &parser)
+    : m_parser(parser),
+      m_isVerbose(parser.isSet(tool::verboseOption().names().constFirst())),
+      m_asJson(parser.isSet(jsonOption))
+{}
+
+int FindCommand::run()
+{
+    if (m_parser.isSet(confirmOption))
+        return confirm();
+    if (m_parser.isSet(lastOption))
+        return last();
+    if (m_parser.isSet(virtualOption))
+        return searchVirtual();
+    return search(m_parser.values(portOption));
 }
 
-void describe(QCommandLineParser &parser)
+PortTask *FindCommand::taskOn(const QString &port, QList<PortTask> &tasks)
 {
-    parser.setApplicationDescription(
-        QStringLiteral("Finds the receipt printer on the serial ports by speaking to it. A port "
-                       "where nobody answers takes near three minutes. Exit status 1: nothing was "
-                       "found."));
-    parser.addOption({portOption,
-                      QStringLiteral("Search this port only; may be given again. Default: all "
-                                     "ports of the machine."),
-                      QStringLiteral("name")});
-    parser.addOption({jsonOption, QStringLiteral("Print the result as JSON.")});
-    parser.addOption({confirmOption,
-                      QStringLiteral("Check the printers in this file, as --json prints them, "
-                                     "instead of searching."),
-                      QStringLiteral("file")});
-    parser.addOption({virtualOption,
-                      QStringLiteral("Start a virtual printer of this model, and find it."),
-                      QStringLiteral("model")});
+    const PortUse use(port);
+    for (PortTask &task : tasks) {
+        if (task.port.canonicalPath() == use.canonicalPath() && use.isUsable())
+            return &task;
+    }
+    if (!use.isUsable()) {
+        if (!m_complaints.contains(use.reason()))
+            tool::complain(QStringLiteral("find: ") + use.reason());
+        m_complaints.append(use.reason());
+        return nullptr;
+    }
+    tasks.append({use, {}});
+    return &tasks.last();
 }
 
-int confirm(const QString &fileName, bool asJson, bool verbose)
+QList<PortTask> FindCommand::searchTasks(const QStringList &ports)
 {
-    const std::optional<QByteArray> text = tool::readInput(fileName);
-    if (!text)
-        return tool::BadInput;
-    std::optional<QList<PrintDeviceInfo>> records = devicejson::read(fileName, *text);
-    if (!records)
-        return tool::BadInput;
-    return report(
-        run(verbose, *records, [&records](PrintDeviceFinder &finder) { finder.test(*records); }),
-        asJson);
+    QList<PortTask> tasks;
+    for (const QString &port : ports)
+        taskOn(port, tasks);
+    return tasks;
 }
 
-/// Where a port lies, as QSerialPort reads its name.
-QString locationOf(const QString &port)
+QList<PortTask> FindCommand::confirmTasks(const QList<PrintDeviceInfo> &records)
 {
-    const auto begins = [&port](const char *start) {
-        return port.startsWith(QLatin1String(start));
-    };
-    return begins("/") || begins("./") || begins("../") ? port : QStringLiteral("/dev/") + port;
+    QList<PortTask> tasks;
+    for (const PrintDeviceInfo &record : records) {
+        const QString port = record.settings().portName();
+        if (record.deviceType() != serialTextPrinter || record.deviceId().isEmpty() ||
+            port.isEmpty()) {
+            tool::complain(
+                QStringLiteral("find: device %1 is no serial printer with a model and a port")
+                    .arg(records.indexOf(record) + 1));
+            continue;
+        }
+        if (PortTask *const task = taskOn(port, tasks))
+            task->records.append(record);
+    }
+    return tasks;
 }
 
-/// The search passes over a port that isn't there, and its name may be mistyped.
-void complainOfMissing(const QStringList &ports)
+/// Runs the tasks to their end, and prints the printer when it is found.
+void FindCommand::runTasks(const QList<PortTask> &tasks)
 {
-    for (const QString &port : ports) {
-        if (!QFileInfo::exists(locationOf(port)))
-            tool::complain(QStringLiteral("find: there is no port %1").arg(locationOf(port)));
+    PortSearch portSearch(tasks);
+    QEventLoop loop;
+    SearchProgress progress([&portSearch] { return portSearch.progress(); }, !m_isVerbose);
+    QObject::connect(&portSearch, &PortSearch::over, &loop, &QEventLoop::quit);
+    QObject::connect(&portSearch, &PortSearch::found, &loop,
+                     [this, &progress](const PrintDeviceInfo &device) {
+                         m_found.append(device);
+                         progress.clear();
+                         printFound();
+                     });
+    if (m_interrupt.notifier() != nullptr)
+        QObject::connect(m_interrupt.notifier(), &QSocketNotifier::activated, &loop,
+                         [this, &portSearch] {
+                             m_interrupt.notifier()->setEnabled(false);
+                             portSearch.interrupt();
+                         });
+    if (!m_interrupt.hasCome()) {
+        portSearch.start();
+        loop.exec();
     }
 }
 
-int search(const QStringList &ports, bool asJson, bool verbose)
+void FindCommand::printFound() const
 {
-    return report(run(verbose, {},
-                      [&ports](PrintDeviceFinder &finder) {
-                          if (ports.isEmpty())
-                              finder.start();
-                          else
-                              finder.start(ports);
-                      }),
-                  asJson);
+    if (m_asJson)
+        tool::printContent(jsonLines(m_found));
+    else
+        printTable(m_found);
+    std::fflush(stdout);
 }
 
-int searchVirtual(const QString &model, bool asJson, bool verbose)
+/// @param reason why nothing was found, if that is so
+int FindCommand::reported(const QString &reason) const
+{
+    if (!m_found.isEmpty())
+        return tool::Success;
+    if (m_asJson)
+        printFound();
+    tool::complain(m_interrupt.hasCome() ? QStringLiteral("cancelled") : reason);
+    return tool::BadInput;
+}
+
+int FindCommand::confirm()
+{
+    const QString fileName = m_parser.value(confirmOption);
+    const std::optional<QByteArray> text = tool::readInput(fileName);
+    if (!text)
+        return tool::BadInput;
+    const std::optional<QList<PrintDeviceInfo>> records = devicejson::read(fileName, *text);
+    if (!records)
+        return tool::BadInput;
+    if (records->isEmpty())
+        return reported(PrintDeviceFinder::tr("There are no available configs"));
+    runTasks(confirmTasks(*records));
+    return reported(PrintDeviceFinder::tr("There no devices finded"));
+}
+
+int FindCommand::search(const QStringList &ports)
+{
+    QStringList names = ports;
+    if (names.isEmpty()) {
+        const QList<QSerialPortInfo> available = QSerialPortInfo::availablePorts();
+        for (const QSerialPortInfo &port : available)
+            names.append(port.portName());
+    }
+    if (names.isEmpty())
+        return reported(PrintDeviceFinder::tr("There are no available ports"));
+    runTasks(searchTasks(names));
+    return reported(PrintDeviceFinder::tr("There no devices finded"));
+}
+
+std::optional<QList<PrintDeviceInfo>> FindCommand::knownDevices(const QString &fileName)
+{
+    if (!QFileInfo::exists(fileName) && !QFileInfo(fileName).isSymLink())
+        return QList<PrintDeviceInfo>();
+    const std::optional<QByteArray> text = tool::readInput(fileName);
+    if (!text)
+        return std::nullopt;
+    if (text->trimmed().isEmpty())
+        return QList<PrintDeviceInfo>();
+    return devicejson::read(fileName, *text);
+}
+
+/// A file that isn't one of devices is left alone, and so is one whose printer answers as it stands
+/// there, or when nobody answers: a printer that is switched off will be asked first again.
+int FindCommand::last()
+{
+    const QString fileName = m_parser.value(lastOption);
+    const std::optional<QList<PrintDeviceInfo>> known = knownDevices(fileName);
+    if (!known)
+        return tool::BadInput;
+    if (!known->isEmpty())
+        runTasks(confirmTasks(*known));
+    if (!m_found.isEmpty() && known->contains(m_found.constFirst()))
+        return tool::Success;
+    int status = tool::Success;
+    if (m_found.isEmpty())
+        status = search(m_parser.values(portOption));
+    if (m_found.isEmpty())
+        return status;
+    return tool::writeLines(fileName, jsonLines(m_found)) ? status : tool::BadInput;
+}
+
+int FindCommand::searchVirtual()
 {
     VirtualPrinterOptions options;
-    options.model = model;
+    options.model = m_parser.value(virtualOption);
     VirtualPrinter printer(options);
-    if (!virtualModelIds().contains(model)) {
+    if (!virtualModelIds().contains(options.model)) {
         tool::complain(QStringLiteral("find: there is no virtual \"%1\", but: %2")
-                           .arg(model, virtualModelIds().join(QStringLiteral(", "))));
+                           .arg(options.model, virtualModelIds().join(QStringLiteral(", "))));
         return tool::WrongUsage;
     }
     if (!printer.isValid()) {
@@ -214,7 +271,51 @@ int searchVirtual(const QString &model, bool asJson, bool verbose)
         return tool::BadInput;
     }
     printer.start();
-    return search({printer.portPath()}, asJson, verbose);
+    return search({printer.portPath()});
+}
+
+void describe(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(QStringLiteral(
+        "Finds the receipt printer on the serial ports by speaking to it, and prints it as soon as "
+        "it "
+        "has answered. A port where nobody answers takes 171 seconds. A port that can't be used is "
+        "named beforehand, with the reason. Ctrl+C ends the search at once and leaves the ports as "
+        "they were. Exit status 1: nothing was found."));
+    parser.addOption({portOption,
+                      QStringLiteral("Search this port only; may be given again. Default: all "
+                                     "ports of the machine."),
+                      QStringLiteral("name")});
+    parser.addOption({jsonOption, QStringLiteral("Print the result as JSON.")});
+    parser.addOption({confirmOption,
+                      QStringLiteral("Check the printers in this file, as --json prints them, "
+                                     "instead of searching. Those on one port are asked one after "
+                                     "the other."),
+                      QStringLiteral("file")});
+    parser.addOption({lastOption,
+                      QStringLiteral("Check the printers in this file first, search only if none "
+                                     "of them answers, and write what was found to it. It need not "
+                                     "exist yet."),
+                      QStringLiteral("file")});
+    parser.addOption({virtualOption,
+                      QStringLiteral("Start a virtual printer of this model, and find it."),
+                      QStringLiteral("model")});
+}
+
+/// Whether the options go together; complains if they don't.
+bool agree(const QCommandLineParser &parser)
+{
+    const int sources = static_cast<int>(parser.isSet(portOption)) +
+                        static_cast<int>(parser.isSet(confirmOption)) +
+                        static_cast<int>(parser.isSet(virtualOption));
+    const bool lastIsAlone =
+        !parser.isSet(lastOption) || sources == 0 || (sources == 1 && parser.isSet(portOption));
+    if (sources <= 1 && lastIsAlone)
+        return true;
+    tool::complain(
+        QStringLiteral("find: --port, --confirm and --virtual exclude each other, and "
+                       "--last goes with --port only"));
+    return false;
 }
 
 }  // namespace
@@ -226,22 +327,7 @@ int runFind(const QStringList &arguments)
     if (const std::optional<int> status =
             tool::parse(parser, QStringLiteral("find"), arguments, 0, 0))
         return *status;
-    const int sources = static_cast<int>(parser.isSet(portOption)) +
-                        static_cast<int>(parser.isSet(confirmOption)) +
-                        static_cast<int>(parser.isSet(virtualOption));
-    if (sources > 1) {
-        tool::complain(QStringLiteral("find: --port, --confirm and --virtual exclude each other"));
+    if (!agree(parser))
         return tool::WrongUsage;
-    }
-    const bool verbose = parser.isSet(tool::verboseOption().names().constFirst());
-    if (!verbose)
-        QLoggingCategory::setFilterRules(QStringLiteral("*=false\nprinters.debug=true"));
-    const bool asJson = parser.isSet(jsonOption);
-    if (parser.isSet(confirmOption))
-        return confirm(parser.value(confirmOption), asJson, verbose);
-    if (parser.isSet(virtualOption))
-        return searchVirtual(parser.value(virtualOption), asJson, verbose);
-    const QStringList ports = parser.values(portOption);
-    complainOfMissing(ports);
-    return search(ports, asJson, verbose);
+    return FindCommand(parser).run();
 }

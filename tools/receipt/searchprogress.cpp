@@ -1,177 +1,121 @@
 #include "searchprogress.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <QRegularExpression>
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
-#include <mutex>
+#include <utility>
 
-#include "printers/textprintermodels.h"
 #include "terminaltext.h"
 
 namespace {
 
 constexpr int showEveryMilliseconds = 200;
+constexpr int percent = 100;
+constexpr int millisecondsPerSecond = 1000;
+// The line below the last one, in which the cursor stands.
+constexpr int cursorLine = 1;
 
-// The order in which a search tries the families of printers.
-constexpr const char *probes[] = {
-    "Custom, Citizen, Epson", "Swecoin", "Star", "AV-268", "Citizen PPU-231",
-};
-constexpr int identificationProbe = 0;
-constexpr int swecoinProbe = 1;
-constexpr int starProbe = 2;
-constexpr int av268Probe = 3;
-constexpr int lastProbe = 4;
-// Only the walk over the line settings of Star printers has this length.
-constexpr int starEntries = 24;
-
-struct ModelRow
-{
-    const QString *id;
-    int probe;
-};
-
-// All other models that can be confirmed are Custom's, Citizen's and Epson's.
-constexpr ModelRow modelsWithAProbe[] = {
-    {&TextPrinterModels::MODEL_SWECOIN_TM_20XX, swecoinProbe},
-    {&TextPrinterModels::MODEL_TSP_TUP, starProbe},
-    {&TextPrinterModels::MODEL_AV_268, av268Probe},
-    {&TextPrinterModels::MODEL_CITIZEN_PPU_231, lastProbe},
-};
-
-// Log lines come from the threads of the search.
-std::mutex mutex;
-SearchProgress *current = nullptr;
-QtMessageHandler previousHandler = nullptr;
-
-QString kindOf(int probe)
-{
-    return QString::fromLatin1(probes[probe]);
-}
-
-QString kindOf(const QString &modelId)
-{
-    for (const ModelRow &row : modelsWithAProbe) {
-        if (modelId == *row.id)
-            return kindOf(row.probe);
-    }
-    return kindOf(identificationProbe);
-}
-
-/// As the log names a port: records have "/dev/ttyS0" as well as "ttyS0".
-QString loggedName(const QString &portName)
+/// A port as short as the library's log names it: "ttyS0" for "/dev/ttyS0".
+QString shortName(const QString &portName)
 {
     const QString devices = QStringLiteral("/dev/");
     return portName.startsWith(devices) ? portName.mid(devices.size()) : portName;
 }
 
-}  // namespace
-
-QString SearchProgress::Port::toString(const QString &name) const
+QString portLine(const PortProgress &port)
 {
-    if (entries == 0)
-        return QStringLiteral("%1: %2, 115200 baud").arg(name, kind);
-    return QStringLiteral("%1: line setting %2 of %3, %4, %5 baud")
-        .arg(name)
-        .arg(entry)
-        .arg(entries)
-        .arg(kind, baudRate);
+    return QStringLiteral("%1: %2").arg(shortName(port.name), port.plan.toString());
 }
 
-SearchProgress::SearchProgress(bool passOn, const QList<PrintDeviceInfo> &confirmed)
-    : m_isTerminal(::isatty(STDERR_FILENO) != 0), m_passOn(passOn)
+/// The ports are searched at once: the whole takes as long as the longest of them.
+QString wholeLine(const QList<PortProgress> &ports)
 {
-    for (const PrintDeviceInfo &record : confirmed) {
-        QStringList &kinds = m_confirmedKinds[loggedName(record.settings().portName())];
-        if (!kinds.contains(kindOf(record.deviceId())))
-            kinds.append(kindOf(record.deviceId()));
+    int whole = 0;
+    int rest = 0;
+    for (const PortProgress &port : ports) {
+        whole = std::max(whole, port.plan.wholeTime());
+        rest = std::max(rest, port.plan.restTime());
     }
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        current = this;
+    const int done =
+        whole == 0 ? percent : static_cast<int>(qint64(whole - rest) * percent / whole);
+    return QStringLiteral("%1 %, %2 s left")
+        .arg(done)
+        .arg((rest + millisecondsPerSecond - 1) / millisecondsPerSecond);
+}
+
+}  // namespace
+
+QStringList searchProgressLines(const QList<PortProgress> &ports, int height, int width)
+{
+    QStringList lines(wholeLine(ports));
+    for (const PortProgress &port : ports)
+        lines.append(portLine(port));
+    const int room = height <= 0 ? lines.size() : std::max(1, height - cursorLine);
+    if (lines.size() > room) {
+        const int hidden = lines.size() - room + 1;
+        lines = lines.mid(0, room - 1);
+        if (room > 1)
+            lines.append(QStringLiteral("and %1 more").arg(hidden));
+        else
+            lines.append(wholeLine(ports));
     }
-    previousHandler = qInstallMessageHandler(take);
+    for (QString &line : lines) {
+        line = terminaltext::shown(line);
+        // A line of the full width would wrap, and be two.
+        if (width > 0)
+            line.truncate(std::max(1, width - 1));
+    }
+    return lines;
+}
+
+SearchProgress::SearchProgress(std::function<QList<PortProgress>()> progress, bool inPlace)
+    : m_progress(std::move(progress)), m_inPlace(inPlace && ::isatty(STDERR_FILENO) != 0)
+{
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { show(); });
     m_timer.start(showEveryMilliseconds);
+    show();
 }
 
 SearchProgress::~SearchProgress()
 {
-    qInstallMessageHandler(previousHandler);
-    const std::lock_guard<std::mutex> lock(mutex);
-    current = nullptr;
-}
-
-void SearchProgress::take(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    bool passOn = true;
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        if (current != nullptr) {
-            passOn = current->m_passOn;
-            if (type == QtDebugMsg && std::strcmp(context.category, "printers") == 0)
-                current->takeLine(text);
-        }
-    }
-    if (passOn && previousHandler != nullptr)
-        previousHandler(type, context, text);
-}
-
-// Lines look like "ttyS0 57600 10 from 63"; the AV-268 has no list, and its line is the port alone.
-void SearchProgress::takeLine(const QString &text)
-{
-    static const QRegularExpression entryLine(
-        QStringLiteral("\\A(\\S+) (\\d+) (\\d+) from (\\d+)\\z"));
-    const QRegularExpressionMatch match = entryLine.match(text);
-    const QString name = match.hasMatch() ? match.captured(1) : text;
-    if (!match.hasMatch() && !m_ports.contains(name) && !m_confirmedKinds.contains(name))
-        return;
-    Port &port = m_ports[name];
-    const int entry = match.captured(3).toInt();
-    port.entries = match.captured(4).toInt();
-    port.probe = nextProbe(port, entry);
-    port.entry = entry;
-    port.baudRate = match.captured(2);
-    port.kind = m_confirmedKinds.isEmpty()
-                    ? kindOf(port.probe)
-                    : m_confirmedKinds.value(name).join(QStringLiteral(" or "));
-}
-
-/// Which family of printers a search is at: the count starting again means the next one.
-int SearchProgress::nextProbe(const Port &port, int entry)
-{
-    if (port.entries == 0)
-        return av268Probe;
-    if (port.entries == starEntries && port.probe <= starProbe)
-        return starProbe;
-    if (port.probe == av268Probe)
-        return lastProbe;
-    if (entry <= port.entry || port.probe < 0)
-        return qMin(port.probe + 1, lastProbe);
-    return port.probe;
+    clear();
 }
 
 void SearchProgress::show()
 {
-    const std::lock_guard<std::mutex> lock(mutex);
-    if (m_isTerminal) {
-        showInPlace();
-        return;
-    }
-    for (auto port = m_ports.begin(); port != m_ports.end(); ++port) {
-        if (port->kind != port->shownKind)
-            terminaltext::writeLine(stderr, port->toString(port.key()));
-        port->shownKind = port->kind;
+    const QList<PortProgress> ports = m_progress();
+    if (m_inPlace)
+        showInPlace(ports);
+    else
+        showChanges(ports);
+}
+
+void SearchProgress::showChanges(const QList<PortProgress> &ports)
+{
+    for (const PortProgress &port : ports) {
+        QString &shown = m_shownKinds[port.name];
+        if (!port.plan.kind().isEmpty() && port.plan.kind() != shown)
+            terminaltext::writeLine(stderr, portLine(port));
+        shown = port.plan.kind();
     }
 }
 
-void SearchProgress::showInPlace()
+void SearchProgress::showInPlace(const QList<PortProgress> &ports)
+{
+    winsize size = {};
+    ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size);
+    clear();
+    const QStringList lines = searchProgressLines(ports, size.ws_row, size.ws_col);
+    for (const QString &line : lines)
+        terminaltext::writeRaw(stderr, line);
+    m_linesDrawn = lines.size();
+}
+
+void SearchProgress::clear()
 {
     if (m_linesDrawn > 0)
-        std::fprintf(stderr, "\x1B[%dA", m_linesDrawn);
-    for (auto port = m_ports.cbegin(); port != m_ports.cend(); ++port)
-        terminaltext::writeRaw(
-            stderr, QStringLiteral("\r\x1B[K") + terminaltext::shown(port->toString(port.key())));
-    m_linesDrawn = m_ports.size();
+        std::fprintf(stderr, "\x1B[%dA\r\x1B[J", m_linesDrawn);
+    m_linesDrawn = 0;
 }

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <memory>
+
+/// Turns an interrupt, a hang-up of the terminal and a request to end into an event. The second one
+/// ends the program as ever. One object at a time.
+class Interrupt
+{
+public:
+    Interrupt();
+    ~Interrupt();
+    Interrupt(const Interrupt &) = delete;
+    Interrupt &operator=(const Interrupt &) = delete;
+
+    /// Activated by the first; null if the system has no pipe left.
+    QSocketNotifier *notifier() const { return m_notifier.get(); }
+    /// Whether there has been one by now.
+    bool hasCome() const;
+
+private:
+    std::unique_ptr<QSocketNotifier> m_notifier;
+};

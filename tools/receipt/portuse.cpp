@@ -1,0 +1,192 @@
+#include "portuse.h"
+
+#include <fcntl.h>
+#include <grp.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <cerrno>
+#include <csignal>
+
+namespace {
+
+constexpr mode_t groupMayUse = S_IRGRP | S_IWGRP;
+
+/// Where a port lies, as QSerialPort reads its name.
+QString locationOf(const QString &name)
+{
+    const auto begins = [&name](const char *start) {
+        return name.startsWith(QLatin1String(start));
+    };
+    return begins("/") || begins("./") || begins("../") ? name : QStringLiteral("/dev/") + name;
+}
+
+QString userName(uid_t user)
+{
+    const passwd *const entry = ::getpwuid(user);
+    return entry == nullptr ? QString::number(user) : QString::fromLocal8Bit(entry->pw_name);
+}
+
+QString groupName(gid_t group)
+{
+    const ::group *const entry = ::getgrgid(group);
+    return entry == nullptr ? QString::number(group) : QString::fromLocal8Bit(entry->gr_name);
+}
+
+bool isAlive(qint64 process)
+{
+    return process > 0 && (::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM);
+}
+
+/// For example "process 4711 (tillservice) of user shop".
+QString describedProcess(qint64 process)
+{
+    const QString folder = QStringLiteral("/proc/%1").arg(process);
+    QFile comm(folder + QStringLiteral("/comm"));
+    QString text = QStringLiteral("process %1").arg(process);
+    if (comm.open(QIODevice::ReadOnly))
+        text += QStringLiteral(" (%1)").arg(QString::fromLocal8Bit(comm.readAll()).trimmed());
+    struct stat status = {};
+    if (::stat(QFile::encodeName(folder).constData(), &status) == 0)
+        text += QStringLiteral(" of user ") + userName(status.st_uid);
+    return text;
+}
+
+/// The process other than this one that has the file open; 0 if none is to be seen.
+qint64 holderOf(const QString &path)
+{
+    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString &entry : processes) {
+        const qint64 process = entry.toLongLong();
+        if (process <= 0 || process == ::getpid())
+            continue;
+        const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(process));
+        const QStringList names = descriptors.entryList(QDir::Files | QDir::System);
+        for (const QString &name : names) {
+            if (QFile::symLinkTarget(descriptors.filePath(name)) == path)
+                return process;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+class PortUse::Descriptor
+{
+public:
+    explicit Descriptor(const QString &path)
+        : value(::open(QFile::encodeName(path).constData(),
+                       O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC))
+    {}
+    ~Descriptor()
+    {
+        if (value >= 0)
+            ::close(value);
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    const int value;
+};
+
+PortUse::PortUse(const QString &name)
+    : m_name(name),
+      m_location(locationOf(name)),
+      m_canonicalPath(QFileInfo(m_location).canonicalFilePath()),
+      m_reason(look())
+{}
+
+QString PortUse::look()
+{
+    if (m_canonicalPath.isEmpty())
+        return QStringLiteral("there is no port %1").arg(m_location);
+    QString reason = lookAtFile();
+    // A program that opened the port by the other name has locked that.
+    for (const QString &path : {m_canonicalPath, m_location}) {
+        if (reason.isEmpty())
+            reason = lookAtLock(path);
+    }
+    return reason.isEmpty() ? lookAtLine() : reason;
+}
+
+QString PortUse::lookAtFile() const
+{
+    struct stat status = {};
+    const QByteArray path = QFile::encodeName(m_canonicalPath);
+    if (::stat(path.constData(), &status) != 0)
+        return QStringLiteral("%1: %2").arg(m_location, qt_error_string(errno));
+    if (!S_ISCHR(status.st_mode))
+        return QStringLiteral("%1 is no serial port").arg(m_location);
+    if (::access(path.constData(), R_OK | W_OK) == 0)
+        return {};
+    if (errno != EACCES)
+        return QStringLiteral("%1: %2").arg(m_location, qt_error_string(errno));
+    const QString who =
+        (status.st_mode & groupMayUse) == groupMayUse
+            ? QStringLiteral("members of the group \"%1\" may use it").arg(groupName(status.st_gid))
+            : QStringLiteral("user \"%1\" may use it").arg(userName(status.st_uid));
+    return QStringLiteral("%1 is not permitted: %2").arg(m_location, who);
+}
+
+// As QtSerialPort chooses it.
+QString PortUse::lockFilePath(const QString &path)
+{
+    const char *const folders[] = {"/var/lock",         "/etc/locks", "/var/spool/locks",
+                                   "/var/spool/uucp",   "/tmp",       "/var/tmp",
+                                   "/var/lock/lockdev", "/run/lock"};
+    const QString devices = QStringLiteral("/dev/");
+    QString name = path.startsWith(devices) ? path.mid(devices.size()) : path;
+    name.replace(QLatin1Char('/'), QLatin1Char('_'));
+    for (const char *const folder : folders) {
+        const QFileInfo info(QString::fromLatin1(folder));
+        if (info.isReadable() && info.isWritable())
+            return QStringLiteral("%1/LCK..%2").arg(info.filePath(), name);
+    }
+    return {};
+}
+
+/// Tries what QSerialPort will do, and takes the lock off again.
+QString PortUse::lookAtLock(const QString &path) const
+{
+    const QString lockPath = lockFilePath(path);
+    if (lockPath.isEmpty())
+        return QStringLiteral("%1: there is no folder for its lock file").arg(m_location);
+    QLockFile lock(lockPath);
+    if (lock.tryLock(0))
+        return {};
+    struct stat status = {};
+    if (::lstat(QFile::encodeName(lockPath).constData(), &status) != 0)
+        return QStringLiteral("%1: its lock file %2 can't be made").arg(m_location, lockPath);
+    qint64 process = 0;
+    QString host;
+    QString program;
+    if (lock.getLockInfo(&process, &host, &program) && isAlive(process))
+        return QStringLiteral("%1 is held by %2, by its lock file %3 of user %4")
+            .arg(m_location, describedProcess(process), lockPath, userName(status.st_uid));
+    return QStringLiteral("%1 is locked by %2 of user %3, and no process is behind it; remove it")
+        .arg(m_location, lockPath, userName(status.st_uid));
+}
+
+QString PortUse::lookAtLine()
+{
+    m_descriptor = std::make_shared<Descriptor>(m_canonicalPath);
+    termios line = {};
+    if (m_descriptor->value >= 0) {
+        if (::tcgetattr(m_descriptor->value, &line) == 0)
+            return {};
+        return QStringLiteral("%1 is no serial port: %2").arg(m_location, qt_error_string(errno));
+    }
+    if (errno != EBUSY)
+        return QStringLiteral("%1: %2").arg(m_location, qt_error_string(errno));
+    const qint64 process = holderOf(m_canonicalPath);
+    return QStringLiteral("%1 is held by %2")
+        .arg(m_location,
+             process == 0 ? QStringLiteral("another process") : describedProcess(process));
+}

@@ -1,0 +1,62 @@
+#include "searchedport.h"
+
+#include <QElapsedTimer>
+#include <utility>
+
+#include "printdevicefinder/printershelper.h"
+
+namespace {
+
+constexpr int sliceMilliseconds = 20;
+
+}  // namespace
+
+SearchedPort::SearchedPort(const QString &path, const SearchOrders &orders,
+                           std::function<void(const QSerialPort &port)> waits)
+    : CancellablePort(path), m_orders(orders), m_waits(std::move(waits))
+{}
+
+void SearchedPort::setHelper(PrintersHelper *helper)
+{
+    m_helper = helper;
+}
+
+bool SearchedPort::mayGoOn()
+{
+    if (m_orders.stop) {
+        if (m_helper != nullptr)
+            m_helper->requestStop();
+        // The system's close would wait for what a held line doesn't take.
+        if (isOpen())
+            clear(QSerialPort::AllDirections);
+        requestClose();
+    }
+    closeIfRequested();
+    return isOpen();
+}
+
+bool SearchedPort::waitForReadyRead(int milliseconds)
+{
+    m_waits(*this);
+    QElapsedTimer clock;
+    clock.start();
+    for (qint64 left = milliseconds; mayGoOn(); left = milliseconds - clock.elapsed()) {
+        if (left <= 0)
+            return false;
+        if (CancellablePort::waitForReadyRead(
+                static_cast<int>(qMin<qint64>(left, sliceMilliseconds))))
+            return true;
+    }
+    return false;
+}
+
+HurriableOutput::HurriableOutput(QSerialPort &port, const SearchOrders &orders)
+    : SerialPortOutput(port), m_orders(orders)
+{}
+
+bool HurriableOutput::pause(int milliseconds)
+{
+    for (const qint64 end = now() + milliseconds; now() < end && !m_orders.hurry;)
+        SerialPortOutput::pause(static_cast<int>(qMin<qint64>(end - now(), sliceMilliseconds)));
+    return !m_orders.hurry;
+}
