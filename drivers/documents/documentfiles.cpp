@@ -17,6 +17,7 @@ namespace {
 constexpr const char *suffixes[] = {"", ".sha1", ".bak", ".bak.sha1"};
 constexpr std::size_t userRecordBytes = 16384;
 constexpr int octal = 8;
+constexpr qint64 mebibyte = 1024LL * 1024;
 constexpr mode_t permissionBits = 07777;
 
 struct FileKind
@@ -106,7 +107,7 @@ QString DocumentFiles::faultOfFolder(const QString &path)
         return faultText(folder, qt_error_string(error));
     if (!S_ISDIR(status->st_mode))
         return faultText(folder, QStringLiteral("is no folder"));
-    const QString fault = ownerFault(folder, *status);
+    QString fault = ownerFault(folder, *status);
     if (!fault.isEmpty() || (status->st_mode & (S_IWGRP | S_IWOTH)) == 0)
         return fault;
     return faultText(folder,
@@ -121,7 +122,7 @@ QString DocumentFiles::faultOfFile(const QString &fileName, Use use)
     if (!status)
         return error == ENOENT ? QString() : faultText(fileName, qt_error_string(error));
     for (const auto &fault : {kindFault, ownerFault}) {
-        const QString text = fault(fileName, *status);
+        QString text = fault(fileName, *status);
         if (!text.isEmpty())
             return text;
     }
@@ -129,8 +130,9 @@ QString DocumentFiles::faultOfFile(const QString &fileName, Use use)
         return faultText(fileName,
                          QStringLiteral("has %1 names (hard links)").arg(status->st_nlink));
     if (use == ToLoad && status->st_size > greatestSize)
-        return faultText(fileName, QStringLiteral("is larger than the %1 MiB of a document")
-                                       .arg(greatestSize / (1024 * 1024)));
+        return faultText(
+            fileName,
+            QStringLiteral("is larger than the %1 MiB of a document").arg(greatestSize / mebibyte));
     return QString();
 }
 
@@ -165,7 +167,7 @@ QString DocumentFiles::save(const TextPrinterDocument &document, const QString &
 
 QString DocumentFiles::load(TextPrinterDocument &document, const QString &path)
 {
-    const QString fault = faultOf(path, ToLoad);
+    QString fault = faultOf(path, ToLoad);
     if (!fault.isEmpty())
         return fault;
     return document.loadFromFile(path) ? QString()

@@ -1,4 +1,5 @@
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <QCryptographicHash>
 #include <QJsonDocument>
@@ -139,6 +140,56 @@ private Q_SLOTS:
             "{'blocks':[{'align':0,'fmt':['AA=='],'fnt':['AQ=='],'ls':[0],'txt':['A'],'type':0}],"
             "'cta':9,'init':true,'loop':0,'pta':0}";
         QCOMPARE(contentOf(m_path), QByteArray(expected).replace('\'', '"'));
+    }
+
+    void newFilesHaveTheModeOfTheUmaskAndKeepIt_data()
+    {
+        QTest::addColumn<uint>("mask");
+        for (const uint mask : {0022u, 0027u, 0077u, 0000u})
+            QTest::addRow("umask %03o", mask) << mask;
+    }
+
+    void newFilesHaveTheModeOfTheUmaskAndKeepIt()
+    {
+        QFETCH(const uint, mask);
+        const auto savedWith = [this](mode_t other) {
+            const mode_t former = ::umask(other);
+            const bool saved = newDocument.saveToFile(m_path);
+            ::umask(former);
+            return saved;
+        };
+        QVERIFY(savedWith(mask));
+        for (const mode_t later : {0022u, 0077u}) {
+            for (const QString &suffix : suffixes) {
+                struct stat status = {};
+                QCOMPARE(::stat(QFile::encodeName(m_path + suffix).constData(), &status), 0);
+                QCOMPARE(status.st_mode & 07777, 0666 & ~mask);
+            }
+            QVERIFY(savedWith(later));
+        }
+    }
+
+    void saveWithoutSyncSaysTrue_data()
+    {
+        QTest::addColumn<QByteArray>("script");  // empty: there is no such program
+        QTest::newRow("none") << QByteArray();
+        QTest::newRow("one that fails") << QByteArray("exit 1");
+    }
+
+    void saveWithoutSyncSaysTrue()
+    {
+        QFETCH(const QByteArray, script);
+        m_programs->add("sha1sum", "exec /usr/bin/sha1sum \"$1\"");
+        if (script.isEmpty())
+            m_programs->remove("sync");
+        else
+            m_programs->add("sync", script);
+        m_programs->putAlone();
+        QVERIFY(newDocument.saveToFile(m_path));
+        m_programs->putFirst();
+        bool loaded = false;
+        QVERIFY(loadedFrom(m_path, &loaded) == newDocument);
+        QVERIFY(loaded);
     }
 
     void processWithoutStandardStreamsSavesAllFourFiles_data()

@@ -79,7 +79,7 @@ QString putInPlace(const QString &written, const QString &target)
         ::chmod(from.constData(), status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO));
     if (std::rename(from.constData(), to.constData()) == 0)
         return QString();
-    const QString reason = qt_error_string(errno);
+    QString reason = qt_error_string(errno);
     QFile::remove(written);
     return reason;
 }

@@ -52,9 +52,9 @@ void CheckTemplatesSettings::setDefaultCheckTemplate(const QString &fileName)
 
 bool CheckTemplatesSettings::setValue(const QMap<QString, QVariant> &item)
 {
-    const settingsitem::Item plainItem = settingsitem::withText(item);
+    const settingsitem::Item plain = settingsitem::withText(item);
     const QMutexLocker lock(&_settingsMutex);
-    return setLocked(plainItem);
+    return setLocked(plain);
 }
 
 void CheckTemplatesSettings::setList(const QList<QVariant> &list)

@@ -31,7 +31,7 @@ public:
     };
 
     /// The greatest size in bytes of a file that is loaded.
-    static constexpr qint64 greatestSize = 16 * 1024 * 1024;
+    static constexpr qint64 greatestSize = 16LL * 1024 * 1024;
 
     /// The names of a document's files: the document, its checksum, and the same of the backup.
     static QStringList namesOf(const QString &path);
