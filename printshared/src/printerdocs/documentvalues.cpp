@@ -2,9 +2,7 @@
 
 #include <QDebug>
 #include <QLoggingCategory>
-#include <QPair>
 #include <QStringList>
-#include <QVarLengthArray>
 
 #include "log/loghelper.h"
 #include "printerdocs/expressionevaluator.h"
@@ -14,9 +12,6 @@
 namespace {
 
 constexpr char warningsCategory[] = "default";
-// Characters that values may add to one expression. Those of a receipt have some dozens; it keeps
-// values that name others, each many times, from taking the machine's memory.
-constexpr int mostGrowthOfExpression = 1 << 20;
 
 /// The lines below are written for every tag of every receipt: a client that switches the
 /// category's warnings off must not pay for making them.
@@ -41,15 +36,6 @@ QString lineOf(const QStringList &items)
     QString line;
     QDebug(&line).noquote().nospace() << loglist(items);
     return line;
-}
-
-/// @return false, and the text as it is, if it would become longer than that
-bool replaceAll(QString &text, const QString &key, const QString &value, qint64 longest)
-{
-    if (text.size() + qint64(text.count(key)) * (value.size() - key.size()) > longest)
-        return false;
-    text.replace(key, value);
-    return true;
 }
 
 }  // namespace
@@ -143,13 +129,13 @@ QStringView DocumentValues::textOfNumber(double value, QStringView format)
 
 std::optional<double> DocumentValues::evaluate(const QString &expression)
 {
-    if (!m_keys)
-        m_keys.emplace(m_attributes);
+    if (!m_insertion)
+        m_insertion.emplace(m_attributes);
     const bool logs = warningsAreOn();
     if (logs)
         logKeys();
     int error = 0;
-    const double value = te_interp(withValuesInserted(expression).toUtf8().constData(), &error);
+    const double value = te_interp(m_insertion->inserted(expression).toUtf8().constData(), &error);
     if (logs) {
         qWarning().noquote() << value;
         qWarning().noquote() << error;
@@ -160,124 +146,15 @@ std::optional<double> DocumentValues::evaluate(const QString &expression)
 void DocumentValues::logKeys()
 {
     if (!m_hasKeyLines) {
+        const KeyTable &keys = m_insertion->keys();
         QStringList ranked;
-        ranked.reserve(m_keys->size());
-        for (int rank = 0; rank < m_keys->size(); ++rank)
-            ranked.append(m_keys->keyOfRank(rank));
+        ranked.reserve(keys.size());
+        for (int rank = 0; rank < keys.size(); ++rank)
+            ranked.append(keys.keyOfRank(rank));
         m_keyLine = lineOf(m_attributes.keys());
         m_rankedKeyLine = lineOf(ranked);
         m_hasKeyLines = true;
     }
     logLine(m_keyLine);
     logLine(m_rankedKeyLine);
-}
-
-/// Each key, the longest first, is replaced by its value wherever it stands, also inside values put
-/// in before.
-/// @return null if the values add more than 1 Mi characters
-QString DocumentValues::withValuesInserted(const QString &expression) const
-{
-    const qint64 longest = qint64(expression.size()) + mostGrowthOfExpression;
-    QString text = expression;
-    quint64 lengths = m_keys->lengthsIn(text, 0, text.size());
-    for (const KeyTable::Length &length : m_keys->lengths()) {
-        if (!KeyTable::mayHold(lengths, length.characters))
-            continue;
-        const Insertion insertion = insertAtOnce(text, length.characters, longest, lengths);
-        if (insertion == Insertion::Done)
-            continue;
-        if (insertion == Insertion::TooLong || !insertOneByOne(text, length, longest))
-            return QString();
-        lengths = m_keys->lengthsIn(text, 0, text.size());
-    }
-    return text;
-}
-
-/// Replaces all keys of one length in one pass. That is only right if they don't overlap and if no
-/// value completes another such key; otherwise the order of the keys matters, the text stays as it
-/// is, and the result is OrderMatters.
-/// @param lengths takes up the lengths of the keys that can begin in the values
-DocumentValues::Insertion DocumentValues::insertAtOnce(QString &text, int keyLength, qint64 longest,
-                                                       quint64 &lengths) const
-{
-    if (keyLength == 0)
-        return Insertion::OrderMatters;
-    QString result;
-    int copied = 0;
-    QVarLengthArray<QPair<int, int>, 8> inserted;  // from and to, in the result
-    for (int place = 0; place + keyLength <= text.size(); ++place) {
-        const int rank = m_keys->rankAt(text, place, keyLength);
-        if (rank < 0)
-            continue;
-        if (place < copied)
-            return Insertion::OrderMatters;
-        if (inserted.isEmpty())
-            result.reserve(2 * text.size());
-        result.append(text.constData() + copied, place - copied);
-        const int begin = result.size();
-        appendValueOfRank(result, rank);
-        if (result.size() > longest)
-            return Insertion::TooLong;
-        inserted.append({begin, result.size()});
-        copied = place + keyLength;
-    }
-    if (inserted.isEmpty())
-        return Insertion::Done;
-    result.append(text.constData() + copied, text.size() - copied);
-    for (const auto &[begin, end] : inserted) {
-        if (holdsKey(result, begin - keyLength + 1, end + keyLength - 1, keyLength))
-            return Insertion::OrderMatters;
-        lengths |= m_keys->lengthsIn(result, begin, end);
-    }
-    text.swap(result);
-    return text.size() > longest ? Insertion::TooLong : Insertion::Done;
-}
-
-/// The same, one key after the other in the order of their ranks. The empty key stands everywhere.
-/// @return false if the text became too long
-bool DocumentValues::insertOneByOne(QString &text, const KeyTable::Length &length,
-                                    qint64 longest) const
-{
-    if (length.characters == 0)
-        return replaceAll(text, QString(), valueOfRank(length.firstRank), longest);
-    int rank = length.firstRank;
-    while (true) {
-        int lowest = -1;
-        for (int place = 0; place + length.characters <= text.size(); ++place) {
-            const int found = m_keys->rankAt(text, place, length.characters);
-            if (found >= rank && (lowest < 0 || found < lowest))
-                lowest = found;
-        }
-        if (lowest < 0)
-            return true;
-        if (!replaceAll(text, m_keys->keyOfRank(lowest), valueOfRank(lowest), longest))
-            return false;
-        rank = lowest + 1;
-    }
-}
-
-bool DocumentValues::holdsKey(const QString &text, int begin, int end, int keyLength) const
-{
-    for (int place = qMax(begin, 0); place + keyLength <= qMin(end, text.size()); ++place) {
-        if (m_keys->rankAt(text, place, keyLength) >= 0)
-            return true;
-    }
-    return false;
-}
-
-void DocumentValues::appendValueOfRank(QString &text, int rank) const
-{
-    const QVariant &value = m_keys->valueOfRank(rank);
-    if (value.type() == QVariant::Double)
-        valueformat::appendShortest(text, value.toDouble());
-    else
-        text +=
-            value.type() == QVariant::String ? numberOrText(value).toString() : value.toString();
-}
-
-QString DocumentValues::valueOfRank(int rank) const
-{
-    QString text;
-    appendValueOfRank(text, rank);
-    return text;
 }

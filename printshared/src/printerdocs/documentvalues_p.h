@@ -8,8 +8,8 @@
 #include <cstddef>
 #include <optional>
 
-#include "printerdocs/keytable_p.h"
 #include "printerdocs/printerdocument.h"
+#include "printerdocs/valueinsertion_p.h"
 
 /// The values of one document as texts for its tags. What is needed of all attribute names together
 /// is worked out once per document, at the first expression.
@@ -27,19 +27,12 @@ public:
 
 private:
     using Attributes = QMap<QString, QVariant>;
-    enum class Insertion { Done, OrderMatters, TooLong };
 
     Attributes::const_iterator findAttribute();
     QStringView textOfName(QStringView format);
     QStringView textOf(const QVariant &value, QStringView format);
     QStringView textOfNumber(double value, QStringView format);
     std::optional<double> evaluate(const QString &expression);
-    QString withValuesInserted(const QString &expression) const;
-    Insertion insertAtOnce(QString &text, int keyLength, qint64 longest, quint64 &lengths) const;
-    bool insertOneByOne(QString &text, const KeyTable::Length &length, qint64 longest) const;
-    bool holdsKey(const QString &text, int begin, int end, int keyLength) const;
-    void appendValueOfRank(QString &text, int rank) const;
-    QString valueOfRank(int rank) const;
     void logKeys();
 
     const Attributes m_attributes;
@@ -49,7 +42,7 @@ private:
     // Where the attributes of the line before were found.
     std::size_t m_tagOfLine = 0;
     std::array<Attributes::const_iterator, 8> m_foundBefore;
-    std::optional<KeyTable> m_keys;
+    std::optional<ValueInsertion> m_insertion;
     // What the log says of the names at each expression.
     bool m_hasKeyLines = false;
     QString m_keyLine;

@@ -33,6 +33,8 @@ void KeyTable::rank(const Attributes &attributes)
 void KeyTable::enter()
 {
     constexpr std::size_t slotsPerKey = 2;
+    constexpr std::size_t mostTriesPerKey = 16;
+    std::size_t triesLeft = mostTriesPerKey * (m_ranks.size() + 1);
     std::size_t slots = 1;
     while (slots < slotsPerKey * m_ranks.size() + 1)
         slots *= 2;
@@ -41,8 +43,14 @@ void KeyTable::enter()
         const QString &key = keyOfRank(rank);
         const uint hash = hashOf(key);
         std::size_t slot = hash & (slots - 1);
-        while (m_slots[slot].rank >= 0)
+        while (m_slots[slot].rank >= 0 && triesLeft > 0) {
             slot = (slot + 1) & (slots - 1);
+            --triesLeft;
+        }
+        if (triesLeft == 0) {
+            m_slots.clear();
+            return;
+        }
         m_slots[slot] = {hash, rank};
         if (!key.isEmpty())
             m_lengthsByFirst[key.at(0).unicode() % m_lengthsByFirst.size()] |= bit(key.size());
@@ -57,13 +65,18 @@ quint64 KeyTable::lengthsIn(const QString &text, int begin, int end) const
     return lengths;
 }
 
-int KeyTable::find(QStringView key) const
+int KeyTable::find(QStringView key, qint64 &looks) const
 {
+    looks += key.size();
     const std::size_t last = m_slots.size() - 1;
     const uint hash = hashOf(key);
     for (std::size_t slot = hash & last; m_slots[slot].rank >= 0; slot = (slot + 1) & last) {
         const Slot &found = m_slots[slot];
-        if (found.hash == hash && QStringView(keyOfRank(found.rank)) == key)
+        ++looks;
+        if (found.hash != hash)
+            continue;
+        looks += key.size();
+        if (QStringView(keyOfRank(found.rank)) == key)
             return found.rank;
     }
     return -1;

@@ -41,11 +41,16 @@ public:
     {
         return (lengths & bit(characters)) != 0;
     }
+    /// Whether so many names have like hashes that the table was given up; there is no rankAt()
+    /// then. Ordinary names never do.
+    bool isCrowded() const { return m_slots.empty(); }
     /// The rank of the name of so many characters that stands at the place; -1: none.
-    int rankAt(const QString &text, int place, int characters) const
+    /// @param looks is raised by the number of characters and slots looked at
+    int rankAt(const QString &text, int place, int characters, qint64 &looks) const
     {
+        ++looks;
         return mayHold(lengthsOf(text.at(place)), characters)
-                   ? find(QStringView(text).mid(place, characters))
+                   ? find(QStringView(text).mid(place, characters), looks)
                    : -1;
     }
 
@@ -63,12 +68,12 @@ private:
     }
     static quint64 bit(int characters) { return quint64(1) << qMin(characters, 63); }
     static uint hashOf(QStringView key);
-    int find(QStringView key) const;
+    int find(QStringView key, qint64 &looks) const;
     void rank(const Attributes &attributes);
     void enter();
 
     std::vector<Attributes::const_iterator> m_ranks;
     std::vector<Length> m_lengths;
-    std::vector<Slot> m_slots;                    ///< a hash table with room to spare
+    std::vector<Slot> m_slots;                    ///< a hash table with room to spare, or empty
     std::array<quint64, 256> m_lengthsByFirst{};  ///< by the low byte of a name's first character
 };
