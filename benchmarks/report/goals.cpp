@@ -1,5 +1,14 @@
 #include "goals.h"
 
+namespace {
+
+Goal hostile(const char *work, const char *ours, const char *peer)
+{
+    return {work, "bench_hostile", ours, peer, 3, "", false, {125, 250, 500, 1000}};
+}
+
+}  // namespace
+
 const std::vector<Goal> goals{
     {"text, # items", "bench_receipt", "indexed/#", "hand_map/#", 2},
     {"text, # items", "bench_receipt", "indexed/#", "grantlee_formats/#", 0.35},
@@ -24,6 +33,19 @@ const std::vector<Goal> goals{
     {"te_interp, sum of 20", "bench_expressions", "interp_sum", "muparser_parsing_sum", 0.15},
     {"te_eval, short", "bench_expressions", "eval_short", "muparser_compiled_short", 1.2},
     {"te_eval, sum of 20", "bench_expressions", "eval_sum", "muparser_compiled_sum", 2.5},
+    hostile("hostile names, staircase, #", "staircase/#", "staircase_by_the_letter/#"),
+    hostile("hostile names, long and absent, #", "long_and_absent/#",
+            "long_and_absent_by_the_letter/#"),
+    hostile("hostile names, prefixes, #", "prefixes/#", "prefixes_by_the_letter/#"),
+    hostile("hostile names, one length, #", "one_length/#", "one_length_by_the_letter/#"),
+    hostile("hostile names, overlapping, #", "overlapping/#", "overlapping_by_the_letter/#"),
+    hostile("hostile names, chain, #", "chain/#", "chain_by_the_letter/#"),
+    hostile("hostile names, seams, #", "seams/#", "seams_by_the_letter/#"),
+    hostile("hostile names, vanishing, #", "vanishing/#", "vanishing_by_the_letter/#"),
+    hostile("hostile names, growing, #", "growing/#", "growing_by_the_letter/#"),
+    hostile("hostile names, all stand, #", "all_stand/#", "all_stand_by_the_letter/#"),
+    hostile("hostile names, same low byte, #", "same_low_byte/#", "same_low_byte_by_the_letter/#"),
+    hostile("hostile names, colliding, #", "colliding/#", "colliding_by_the_letter/#"),
     {"BBCode, 10 kB", "bench_bbcode", "parse/10", "read_as_xml/10", 2},
     {"BBCode, 100 kB", "bench_bbcode", "parse/100", "read_as_xml/100", 2},
     {"BBCode, 1 MB", "bench_bbcode", "parse/1000", "read_as_xml/1000", 2},

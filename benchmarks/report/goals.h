@@ -3,7 +3,8 @@
 #include <vector>
 
 /// One comparison: what was measured of two benchmarks of one program, and what their ratio should
-/// be. A "#" in the names stands for the number of a receipt's items: 10, 100, 1000.
+/// be. A "#" in the names stands for each of the sizes: the number of a receipt's items, or of
+/// names.
 struct Goal
 {
     const char *work;
@@ -13,6 +14,7 @@ struct Goal
     double atMost;     ///< 0: only stated
     const char *counter = "";
     bool isAim = false;  ///< aimed at beyond what has to be reached
+    std::vector<int> sizes{10, 100, 1000};
 };
 
 extern const std::vector<Goal> goals;

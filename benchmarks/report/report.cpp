@@ -172,8 +172,8 @@ std::vector<Row> rowsOf(const Results &results, QStringList &missing)
         if (!results.has(goal.program))
             continue;
         const bool isSized = QString(goal.work).contains('#');
-        const QStringList sizes = isSized ? QStringList{"10", "100", "1000"} : QStringList{""};
-        for (const QString &size : sizes) {
+        for (const int number : isSized ? goal.sizes : std::vector<int>{0}) {
+            const QString size = QString::number(number);
             const QString work = QString(goal.work).replace('#', size);
             auto row = *goal.counter ? counted(goal, results, size) : compared(goal, results, size);
             if (!row) {

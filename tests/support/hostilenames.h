@@ -151,7 +151,7 @@ inline Input growing(int names)
         const QString next = i == 1 ? QString("1") : 'E' + times("Z", i - 1);
         input.attributes.insert('E' + times("Z", i), next + '+' + next);
     }
-    input.expression = 'E' + times("Z", doublings);
+    input.expression = 'E' + times("Z", doublings) + "+0";
     return input;
 }
 
@@ -173,8 +173,8 @@ inline Input allStand(int names)
 inline Input sameLowByte(int names)
 {
     Input input;
-    for (int i = 1; i <= names; ++i)
-        input.attributes.insert(QChar(0x0441 + 0x100 * (i % 16)) + times("A", i), 1);
+    for (int i = 0; i < names; ++i)
+        input.attributes.insert(QChar(0x0441 + 0x100 * (i / 10)) + times("A", 1 + i % 10), 1);
     input.expression = times("A", 100 * names) + "+1";
     return input;
 }

@@ -45,10 +45,9 @@ public:
     /// then. Ordinary names never do.
     bool isCrowded() const { return m_slots.empty(); }
     /// The rank of the name of so many characters that stands at the place; -1: none.
-    /// @param looks is raised by the number of characters and slots looked at
+    /// @param looks is raised by the characters and slots looked at, but for that at the place
     int rankAt(const QString &text, int place, int characters, qint64 &looks) const
     {
-        ++looks;
         return mayHold(lengthsOf(text.at(place)), characters)
                    ? find(QStringView(text).mid(place, characters), looks)
                    : -1;

@@ -3,6 +3,7 @@
 #include <QPair>
 #include <QStringMatcher>
 #include <QVarLengthArray>
+#include <limits>
 
 #include "printerdocs/numbertext_p.h"
 #include "printerdocs/valueformat_p.h"
@@ -67,10 +68,9 @@ ValueInsertion::Outcome ValueInsertion::insertAtOnce(QString &text, int keyLengt
     QString result;
     int copied = 0;
     QVarLengthArray<QPair<int, int>, 8> inserted;  // from and to, in the result
-    for (int place = 0; place + keyLength <= text.size(); ++place) {
-        const int rank = rankAt(text, place, keyLength);
-        if (isTooCostly())
-            return Outcome::TooCostly;
+    m_looks += text.size();
+    for (int place = 0; place + keyLength <= text.size() && !isTooCostly(); ++place) {
+        const int rank = m_keys.rankAt(text, place, keyLength, m_looks);
         if (rank < 0)
             continue;
         if (place < copied)
@@ -85,6 +85,8 @@ ValueInsertion::Outcome ValueInsertion::insertAtOnce(QString &text, int keyLengt
         inserted.append({begin, result.size()});
         copied = place + keyLength;
     }
+    if (isTooCostly())
+        return Outcome::TooCostly;
     if (inserted.isEmpty())
         return Outcome::Done;
     result.append(text.constData() + copied, text.size() - copied);
@@ -109,13 +111,14 @@ ValueInsertion::Outcome ValueInsertion::insertOneByOne(QString &text, int keyLen
         return replaceAll(text, rank) ? Outcome::Done : Outcome::TooLong;
     while (true) {
         int lowest = -1;
-        for (int place = 0; place + keyLength <= text.size(); ++place) {
-            const int found = rankAt(text, place, keyLength);
+        m_looks += text.size();
+        for (int place = 0; place + keyLength <= text.size() && !isTooCostly(); ++place) {
+            const int found = m_keys.rankAt(text, place, keyLength, m_looks);
             if (found >= rank && (lowest < 0 || found < lowest))
                 lowest = found;
-            if (isTooCostly())
-                return Outcome::TooCostly;
         }
+        if (isTooCostly())
+            return Outcome::TooCostly;
         if (lowest < 0)
             return Outcome::Done;
         if (!replaceAll(text, lowest))
@@ -127,7 +130,7 @@ ValueInsertion::Outcome ValueInsertion::insertOneByOne(QString &text, int keyLen
 /// The rule itself, for the names from one rank on.
 ValueInsertion::Outcome ValueInsertion::insertInTurn(QString &text, int rank)
 {
-    m_present.reset();
+    m_present.assign(std::numeric_limits<ushort>::max() + 1, false);
     notePresent(text);
     for (; rank < m_keys.size(); ++rank) {
         if (mayStand(m_keys.keyOfRank(rank)) && !replaceAll(text, rank))
@@ -147,7 +150,8 @@ bool ValueInsertion::replaceAll(QString &text, int rank)
     appendValueOfRank(value, rank);
     if (text.size() + qint64(m_found.size()) * (value.size() - key.size()) > m_longest)
         return false;
-    notePresent(value);
+    if (!m_present.empty())
+        notePresent(value);
     replaceFound(text, key.size(), value);
     return true;
 }
@@ -186,8 +190,9 @@ void ValueInsertion::replaceFound(QString &text, int keyLength, const QString &v
 bool ValueInsertion::holdsKey(const QString &text, int begin, int end, int keyLength)
 {
     const int last = qMin(end, text.size()) - keyLength;
+    m_looks += end - begin;
     for (int place = qMax(begin, 0); place <= last && !isTooCostly(); ++place) {
-        if (rankAt(text, place, keyLength) >= 0)
+        if (m_keys.rankAt(text, place, keyLength, m_looks) >= 0)
             return true;
     }
     return false;
@@ -199,23 +204,17 @@ quint64 ValueInsertion::lengthsIn(const QString &text, int begin, int end)
     return m_keys.lengthsIn(text, begin, end);
 }
 
-int ValueInsertion::rankAt(const QString &text, int place, int keyLength)
-{
-    return m_keys.rankAt(text, place, keyLength, m_looks);
-}
-
 void ValueInsertion::notePresent(const QString &text)
 {
     m_looks += text.size();
     for (const QChar c : text)
-        m_present.set(c.unicode() % m_present.size());
+        m_present[c.unicode()] = true;
 }
 
 /// Whether the characters at both ends of a key are in the text at all, as far as that is known.
 bool ValueInsertion::mayStand(const QString &key) const
 {
-    return key.isEmpty() || (m_present.test(key.front().unicode() % m_present.size()) &&
-                             m_present.test(key.back().unicode() % m_present.size()));
+    return key.isEmpty() || (m_present[key.front().unicode()] && m_present[key.back().unicode()]);
 }
 
 void ValueInsertion::appendValueOfRank(QString &text, int rank) const

@@ -2,7 +2,7 @@
 
 #include <QString>
 #include <QVector>
-#include <bitset>
+#include <vector>
 
 #include "printerdocs/keytable_p.h"
 
@@ -44,16 +44,15 @@ private:
     void replaceFound(QString &text, int keyLength, const QString &value);
     bool holdsKey(const QString &text, int begin, int end, int keyLength);
     quint64 lengthsIn(const QString &text, int begin, int end);
-    int rankAt(const QString &text, int place, int keyLength);
     void notePresent(const QString &text);
     bool mayStand(const QString &key) const;
     void appendValueOfRank(QString &text, int rank) const;
 
     const KeyTable m_keys;
-    qint64 m_longest = 0;        ///< characters that the text may have
-    qint64 m_looks = 0;          ///< see looks()
-    qint64 m_mostLooks = 0;      ///< what looks() may come to until names have their turns
-    std::bitset<256> m_present;  ///< low bytes of the characters that the text can have
+    qint64 m_longest = 0;         ///< characters that the text may have
+    qint64 m_looks = 0;           ///< see looks()
+    qint64 m_mostLooks = 0;       ///< what looks() may come to until names have their turns
+    std::vector<bool> m_present;  ///< by code: may the text have it? None until names have turns
     // They keep their memory from name to name.
     QVector<int> m_found;
     QString m_replaced;
