@@ -12,6 +12,10 @@
 #include "printerdocs/textprinterdocument.h"
 #include "settings/checktemplatessettings.h"
 
+#if defined(QT_NO_DEBUG) || !defined(_GLIBCXX_ASSERTIONS)
+#error "fuzzing without the assertions of Qt and of the standard library passes over what it is there for"
+#endif
+
 namespace fuzzing {
 
 namespace {
