@@ -12,6 +12,12 @@ cmake_path(ABSOLUTE_PATH PRINTERSLIB_INSTALL_TRANSLATIONSDIR BASE_DIRECTORY "/"
   OUTPUT_VARIABLE PRINTERSLIB_TRANSLATIONS_FROM_LIBDIR)
 cmake_path(RELATIVE_PATH PRINTERSLIB_TRANSLATIONS_FROM_LIBDIR BASE_DIRECTORY "${libdir}")
 
+# The build tree has them in the same folders, so that they are linked as they are installed. CMake
+# else fills the search path up with empty elements, to have room for the other path, and the loader
+# takes an empty element for the current folder, whoever may write there.
+set(PRINTERSLIB_PROGRAM_DIR "${PROJECT_BINARY_DIR}${bindir}")
+set(PRINTERSLIB_LIBRARY_DIR "${PROJECT_BINARY_DIR}${libdir}")
+
 # The way from a .pc file to the prefix, for the same reason.
 set(PRINTERSLIB_PREFIX_FROM_PKGCONFIG "/")
 cmake_path(RELATIVE_PATH PRINTERSLIB_PREFIX_FROM_PKGCONFIG BASE_DIRECTORY "${libdir}/pkgconfig")
@@ -29,8 +35,11 @@ endfunction()
 function(printerslib_install_program name)
   set(page "${CMAKE_CURRENT_BINARY_DIR}/${name}.1")
   set(maker "${PROJECT_SOURCE_DIR}/cmake/manual-page")
+  # Packages are linked without a search path.
   add_custom_command(OUTPUT "${page}"
-    COMMAND "${maker}" $<TARGET_FILE:${name}> "${CMAKE_CURRENT_SOURCE_DIR}/${name}.1.in"
+    COMMAND ${CMAKE_COMMAND} -E env --modify
+      "LD_LIBRARY_PATH=path_list_prepend:${PRINTERSLIB_LIBRARY_DIR}"
+      "${maker}" $<TARGET_FILE:${name}> "${CMAKE_CURRENT_SOURCE_DIR}/${name}.1.in"
       ${PROJECT_VERSION} "${page}"
     DEPENDS ${name} "${maker}" "${CMAKE_CURRENT_SOURCE_DIR}/${name}.1.in"
     COMMENT "Writing ${name}.1"
