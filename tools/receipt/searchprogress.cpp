@@ -13,7 +13,7 @@ namespace {
 
 constexpr int showEveryMilliseconds = 200;
 constexpr int percent = 100;
-constexpr int millisecondsPerSecond = 1000;
+constexpr int second = 1000;  // in milliseconds
 // The line below the last one, in which the cursor stands.
 constexpr int cursorLine = 1;
 
@@ -40,9 +40,7 @@ QString wholeLine(const QList<PortProgress> &ports)
     }
     const int done =
         whole == 0 ? percent : static_cast<int>(qint64(whole - rest) * percent / whole);
-    return QStringLiteral("%1 %, %2 s left")
-        .arg(done)
-        .arg((rest + millisecondsPerSecond - 1) / millisecondsPerSecond);
+    return QStringLiteral("%1 %, %2 s left").arg(done).arg((rest + second - 1) / second);
 }
 
 }  // namespace
