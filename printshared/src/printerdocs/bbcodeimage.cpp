@@ -228,7 +228,7 @@ MonochromeImage readOrKept(const QFileInfo &file)
         return read(state.path);
     if (const auto kept = keptPictures()->find(state))
         return *kept;
-    const MonochromeImage image = read(state.path);
+    MonochromeImage image = read(state.path);
     keptPictures()->keep(state, image);
     return image;
 }

@@ -227,10 +227,11 @@ int valueAt(const uchar *row, int x, int depth)
 /// Whether two readings differ at a pixel.
 bool differs(const uchar *row, const uchar *other, int x, int depth)
 {
-    constexpr int bytesOfColour = 4;
+    constexpr qsizetype bytesOfColour = 4;
     if (depth <= 8)
         return valueAt(row, x, depth) != valueAt(other, x, depth);
-    return std::memcmp(row + bytesOfColour * x, other + bytesOfColour * x, bytesOfColour) != 0;
+    return std::memcmp(row + bytesOfColour * x, other + bytesOfColour * x, size_t(bytesOfColour)) !=
+           0;
 }
 
 /// Makes each pixel white at which two readings differ: none of them read it.
@@ -263,7 +264,7 @@ QImage readTwice(QFile &file, const QByteArray &format, const QSize &size)
     const bool goesOn = format == "bmp" && !hasRunLengths(file);
     PaddedFile asItIs(file, 0x00, 0);
     PaddedFile padded(file, 0xFF, goesOn ? pixelsOf(size) * mostBytesOfPixel : 0);
-    const QImage first = readOver(0x00, &asItIs, format);
+    QImage first = readOver(0x00, &asItIs, format);
     const QImage second = readOver(0xFF, &padded, format);
     if (first.isNull() || first.size() != second.size() || first.format() != second.format())
         return QImage();
