@@ -459,6 +459,21 @@ private Q_SLOTS:
         QCOMPARE(log.lines(), QStringList());
     }
 
+    /// Clients are told that it is so: a service fixes its PATH.
+    void saveWithoutSha1sumIsTrueAndLosesTheDocument()
+    {
+        QVERIFY(oldDocument.saveToFile(m_path));
+        m_programs->remove("sha1sum");
+        m_programs->putAlone();
+        QVERIFY(newDocument.saveToFile(m_path));
+        m_programs->putFirst();
+        QCOMPARE(contentOf(m_path + ".sha1"), QByteArray());
+        QCOMPARE(contentOf(m_path + ".bak.sha1"), QByteArray());
+        bool loaded = true;
+        loadedFrom(m_path, &loaded);
+        QVERIFY(!loaded);
+    }
+
     void loadLogsNothing_data()
     {
         QTest::addColumn<QStringList>("missing");
