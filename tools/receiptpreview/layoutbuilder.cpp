@@ -111,45 +111,48 @@ void LayoutBuilder::addPicture(const DocumentBlock &block)
 void LayoutBuilder::addBarcode(const DocumentBlock &block)
 {
     const Code code = encodeBarcode(block.barcode(), block.barCodeType());
-    const int bars = code.modules.width();
-    const Paper &paper = m_layout.m_paper;
-    const int dots = moduleThatFits(barcodeModules, bars, barcodeQuietModules, paper);
-    if (!code.fault.isEmpty() || dots == 0) {
-        const QString tooWide = QStringLiteral("It doesn't fit the paper");
-        addFault(QStringLiteral("Barcode"), code.fault.isEmpty() ? tooWide : code.fault,
-                 block.barcode());
-        return;
-    }
-    const int width = qMin((bars + 2 * barcodeQuietModules) * dots, paper.printableWidth());
-    Raster raster;
-    raster.image = code.modules;
-    raster.left = leftOf(width, block.alignment()) + (width - bars * dots) / 2;
-    raster.dotsPerPixel = QSize(dots, barcodeHeight);
-    feed(barcodeFeed);
-    addRaster(raster);
-    feed(barcodeFeed);
+    CodeLook look;
+    look.name = QStringLiteral("Barcode");
+    look.quietModules = barcodeQuietModules;
+    const int dots =
+        moduleThatFits(barcodeModules, code.modules.width(), look.quietModules, m_layout.m_paper);
+    look.module = QSize(dots, barcodeHeight);
+    look.feed = barcodeFeed;
+    addCode(code, look, block.barcode(), block.alignment());
 }
 
 void LayoutBuilder::addQrCode(const DocumentBlock &block)
 {
     const Code code = encodeQrCode(block.qrCode());
-    const int modules = code.modules.width();
-    const Paper &paper = m_layout.m_paper;
-    const int dots = moduleThatFits(qrModules, modules, qrQuietModules, paper);
+    CodeLook look;
+    look.name = QStringLiteral("QR code");
+    look.quietModules = qrQuietModules;
+    const int dots =
+        moduleThatFits(qrModules, code.modules.width(), look.quietModules, m_layout.m_paper);
+    look.module = QSize(dots, dots);
+    look.feed = qrQuietModules * dots;
+    addCode(code, look, block.qrCode(), block.alignment());
+}
+
+void LayoutBuilder::addCode(const Code &code, const CodeLook &look, const QByteArray &payload,
+                            ETextAlignment alignment)
+{
+    const int dots = look.module.width();
     if (!code.fault.isEmpty() || dots == 0) {
         const QString tooWide = QStringLiteral("It doesn't fit the paper");
-        addFault(QStringLiteral("QR code"), code.fault.isEmpty() ? tooWide : code.fault,
-                 block.qrCode());
+        addFault(look.name, code.fault.isEmpty() ? tooWide : code.fault, payload);
         return;
     }
-    const int width = qMin((modules + 2 * qrQuietModules) * dots, paper.printableWidth());
+    const int modules = code.modules.width();
+    const int width =
+        qMin((modules + 2 * look.quietModules) * dots, m_layout.m_paper.printableWidth());
     Raster raster;
     raster.image = code.modules;
-    raster.left = leftOf(width, block.alignment()) + (width - modules * dots) / 2;
-    raster.dotsPerPixel = QSize(dots, dots);
-    feed(qrQuietModules * dots);
+    raster.left = leftOf(width, alignment) + (width - modules * dots) / 2;
+    raster.dotsPerPixel = look.module;
+    feed(look.feed);
     addRaster(raster);
-    feed(qrQuietModules * dots);
+    feed(look.feed);
 }
 
 void LayoutBuilder::addRaster(const Raster &raster)

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QSet>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -24,6 +25,15 @@ struct TextLine
     int spacing = 0;
 };
 
+/// How a code is printed; lengths in dots.
+struct CodeLook
+{
+    QString name;
+    QSize module;  ///< without width if none fits the paper
+    int quietModules = 0;
+    int feed = 0;  ///< above and below
+};
+
 /// Puts the blocks of a document on the paper, one below the other.
 class LayoutBuilder
 {
@@ -38,6 +48,8 @@ private:
     void addPicture(const DocumentBlock &block);
     void addBarcode(const DocumentBlock &block);
     void addQrCode(const DocumentBlock &block);
+    void addCode(const Code &code, const CodeLook &look, const QByteArray &payload,
+                 ETextAlignment alignment);
     void addCut();
     void addFault(const QString &what, const QString &fault, const QByteArray &payload);
 
