@@ -209,11 +209,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("word");
         QTest::newRow("no file") << QStringList() << "arguments";
         QTest::newRow("two files") << QStringList{"a", "b"} << "arguments";
-        QTest::newRow("unknown form") << QStringList{"-", "--as", "pdf"} << "pdf";
-        QTest::newRow("width 0") << QStringList{"-", "--width", "0"} << "0";
-        QTest::newRow("width too great") << QStringList{"-", "--width", "256"} << "256";
-        QTest::newRow("negative width") << QStringList{"-", "--width", "-5"} << "-5";
-        QTest::newRow("width is no number") << QStringList{"-", "--width", "wide"} << "wide";
         QTest::newRow("unknown option") << QStringList{"-", "--colour"} << "colour";
     }
 

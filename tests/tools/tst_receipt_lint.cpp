@@ -657,26 +657,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("options");
         QTest::addColumn<QString>("complaint");
-        QTest::newRow("form") << QStringList{"--as", "pdf"}
-                              << "--as: \"pdf\" is none of document, text, html";
-        QTest::newRow("model") << QStringList{"--model", "X"}
-                               << "there is no model \"X\"; see \"receipt models\"";
-        QTest::newRow("paper") << QStringList{"--model", "AV_268", "--paper", "1"}
-                               << "--paper: \"1\" is no number from 0 to 0";
-        QTest::newRow("paper alone")
-            << QStringList{"--paper", "1"} << "--paper and --font need --model";
-        QTest::newRow("font alone")
-            << QStringList{"--width", "40", "--font", "1"} << "--paper and --font need --model";
-        QTest::newRow("font") << QStringList{"--model", "CUSTOM_VKP_80", "--font", "4"}
-                              << "--font: \"4\" is no number from 0 to 3";
-        QTest::newRow("width and model") << QStringList{"--model", "AV_268", "--width", "30"}
-                                         << "--width and --model exclude each other";
-        QTest::newRow("width") << QStringList{"--width", "0"}
-                               << "--width: \"0\" is no number from 1 to 1000";
-        QTest::newRow("code page") << QStringList{"--code-page", "cp9999"}
-                                   << "--code-page: there is no encoding \"cp9999\"";
-        QTest::newRow("symbols") << QStringList{"--symbols", "/nowhere"}
-                                 << "--symbols: \"/nowhere\" is no folder";
         QTest::newRow("standard input twice")
             << QStringList{"--data", "-"} << "standard input can be only one of the files";
         QTest::newRow("document in the place of a template")

@@ -371,18 +371,6 @@ private Q_SLOTS:
         QTest::newRow("two sources") << QStringList{"--plain", "a", "--bbcode", "b"} << sources;
         QTest::newRow("a source and files") << files + QStringList{"--plain", "a"} << sources;
         QTest::newRow("twice the same") << QStringList{"--plain", "a", "--plain", "b"} << sources;
-        QTest::newRow("model") << files + QStringList{"--model", "X"}
-                               << "there is no model \"X\"; see \"receipt models\"";
-        QTest::newRow("paper") << files + QStringList{"--paper", "4"}
-                               << "--paper: \"4\" is no number from 0 to 3";
-        QTest::newRow("font") << files + QStringList{"--font", "4"}
-                              << "--font: \"4\" is no number from 0 to 3";
-        QTest::newRow("margin") << files + QStringList{"--margin", "-1"}
-                                << "--margin: \"-1\" is no number from 0 to 1000";
-        QTest::newRow("margin of BBCode") << QStringList{"--bbcode", "a", "--margin", "1"}
-                                          << "--margin needs a template or --plain";
-        QTest::newRow("margin of a document") << QStringList{"--document", "a", "--margin", "1"}
-                                              << "--margin needs a template or --plain";
         QTest::newRow("scale") << files + QStringList{"--scale", "0"}
                                << "--scale: \"0\" is no number from 1 to 8";
         QTest::newRow("suffix") << files + QStringList{"--output", "a.gif"}
@@ -390,10 +378,6 @@ private Q_SLOTS:
         QTest::newRow("all models and one")
             << files + QStringList{"--all-models", "d", "--model", "AV_268"}
             << "--all-models excludes --model and --output";
-        QTest::newRow("code page") << files + QStringList{"--code-page", "cp9999"}
-                                   << "--code-page: there is no encoding \"cp9999\"";
-        QTest::newRow("symbols") << files + QStringList{"--symbols", "/nonexistent"}
-                                 << "--symbols: \"/nonexistent\" is no folder";
         QTest::newRow("watching standard input")
             << QStringList{"--plain", "-", "--watch"} << "--watch: standard input can't be watched";
     }

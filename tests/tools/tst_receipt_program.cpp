@@ -104,8 +104,6 @@ private Q_SLOTS:
             << QStringList{"fill", "--nosuch", "a", "b"} << "receipt: Unknown option 'nosuch'.\n";
         QTest::newRow("option without its value") << QStringList{"fill", "a", "b", "--codec"}
                                                   << "receipt: Missing value after '--codec'.\n";
-        QTest::newRow("unknown encoding") << QStringList{"split", "a", "--codec", "cp9999"}
-                                          << "receipt: --codec: there is no encoding \"cp9999\"\n";
         QTest::newRow("two files from standard input")
             << QStringList{"fill", "-", "-"}
             << "receipt: standard input can be only one of the files\n";

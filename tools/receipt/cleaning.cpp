@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <algorithm>
 
+#include "forms.h"
 #include "support.h"
 
 namespace tool {
@@ -18,22 +19,21 @@ struct NamedRules
 };
 
 /// All rules under one name, and each under its own.
-QList<NamedRules> choices()
+QList<NamedRules> allRules()
 {
-    QList<NamedRules> choices{{QStringLiteral("all"), DocumentCleaner::CleanAll}};
+    QList<NamedRules> rows{{QStringLiteral("all"), DocumentCleaner::CleanAll}};
     const QList<DocumentCleaner::NamedRule> rules = DocumentCleaner::namedRules();
     for (const DocumentCleaner::NamedRule &rule : rules)
-        choices.append({rule.name, rule.rule});
-    return choices;
+        rows.append({rule.name, rule.rule});
+    return rows;
 }
 
-QString choiceNames()
+QStringList namesOf(const QList<NamedRules> &rows)
 {
     QStringList names;
-    const QList<NamedRules> rows = choices();
     for (const NamedRules &row : rows)
         names.append(row.name);
-    return names.join(QStringLiteral(", "));
+    return names;
 }
 
 QString optionName()
@@ -53,28 +53,33 @@ QCommandLineOption cleanOption()
         optionName(),
         QStringLiteral("Clean the texts of the document before they are filled in, by these rules "
                        "with commas between them: %1. %2.")
-            .arg(choiceNames(), effects.join(QStringLiteral("; "))),
+            .arg(namesOf(allRules()).join(QStringLiteral(", ")),
+                 effects.join(QStringLiteral("; "))),
         QStringLiteral("RULES")};
 }
 
-std::optional<DocumentCleaner::Rules> cleaningRulesOf(const QCommandLineParser &parser)
+std::optional<DocumentCleaner::Rules> cleaningRulesOf(const QCommandLineParser &parser,
+                                                      bool fillsDocument)
 {
     DocumentCleaner::Rules rules;
     if (!parser.isSet(optionName()))
         return rules;
     const QStringList names = parser.value(optionName()).split(QLatin1Char(','));
-    const QList<NamedRules> rows = choices();
+    const QList<NamedRules> rows = allRules();
     for (const QString &name : names) {
         const auto row =
             std::find_if(rows.begin(), rows.end(),
                          [&name](const NamedRules &candidate) { return candidate.name == name; });
         if (row == rows.end()) {
-            complain(QStringLiteral("--clean: \"%1\" is none of %2").arg(name, choiceNames()));
+            complainOfChoice(optionName(), name, namesOf(rows));
             return std::nullopt;
         }
         rules |= row->rules;
     }
-    return rules;
+    if (fillsDocument)
+        return rules;
+    complain(QStringLiteral("--clean needs a template and a document"));
+    return std::nullopt;
 }
 
 }  // namespace tool

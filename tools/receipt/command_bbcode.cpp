@@ -1,24 +1,21 @@
-#include <printerslib/drivers/escapedhtml.h>
-
-#include <QJsonDocument>
 #include <iostream>
 #include <memory>
 #include <string>
 
 #include "bbcpp/bbdocument.h"
 #include "commands.h"
-#include "htmlescaping.h"
+#include "documentforms.h"
+#include "folderoptions.h"
+#include "forms.h"
+#include "lineoptions.h"
 #include "printerdocs/bbcodeparser.h"
-#include "printerdocs/specialcharacters.h"
 #include "support.h"
 #include "terminaltext.h"
 
 namespace {
 
-using printerslib::drivers::EscapedHtml;
-
-constexpr int leastWidth = 1;
 constexpr int greatestWidth = 255;
+const QString defaultWidth = QStringLiteral("42");
 
 struct Request
 {
@@ -37,32 +34,24 @@ TextPrinterDocument parsedDocument(const Request &request)
     return parser.document();
 }
 
-void printText(const Request &request)
+QStringList asText(const Request &request)
 {
-    const QList<DocumentBlock> blocks = parsedDocument(request).blocks();
-    for (DocumentBlock block : blocks) {
-        const QStringList lines = block.toStringList(request.width);
-        tool::printContent(lines);
-    }
+    return tool::textLines(parsedDocument(request), request.width);
 }
 
-void printHtml(const Request &request)
+QStringList asHtml(const Request &request)
 {
-    const QString html = EscapedHtml::toHtml(parsedDocument(request), true, SpecialCharacters());
-    tool::printContent(html.split(QLatin1Char('\n')));
+    return tool::htmlLines(parsedDocument(request));
 }
 
-void printUnescapedHtml(const Request &request)
+QStringList asUnescapedHtml(const Request &request)
 {
-    const QString html = parsedDocument(request).toHtml(true, SpecialCharacters());
-    tool::printContent(html.split(QLatin1Char('\n')));
+    return tool::unescapedHtmlLines(parsedDocument(request));
 }
 
-void printJson(const Request &request)
+QStringList asJson(const Request &request)
 {
-    const auto form = request.pretty ? QJsonDocument::Indented : QJsonDocument::Compact;
-    const QJsonDocument json = QJsonDocument::fromVariant(parsedDocument(request).toMap());
-    tool::printContent(tool::linesOf(json.toJson(form)));
+    return tool::jsonLines(parsedDocument(request), request.pretty);
 }
 
 /// Of a deeper node the depth is told in figures, as the indentation of a tree that goes on and on
@@ -101,7 +90,8 @@ std::string treeLinesOf(const bbcpp::BBNodePtr &node, unsigned int depth)
     return lines;
 }
 
-void printTree(const Request &request)
+/// Writes the tree to standard output, and gives no lines of its own.
+QStringList asTree(const Request &request)
 {
     const auto document = std::make_shared<bbcpp::BBDocument>();
     document->load(request.text.toStdString());
@@ -110,72 +100,53 @@ void printTree(const Request &request)
     bbcpp::walk(*document, [](const bbcpp::BBNodePtr &node, unsigned int depth) {
         std::cout << treeLinesOf(node, depth);
     });
+    return {};
 }
 
 struct Form
 {
     const char *name;
-    void (*print)(const Request &request);
-    void (*printUnescaped)(const Request &request);  ///< null: there is no such form
+    const char *note;
+    QStringList (*lines)(const Request &request);
+    QStringList (*unescapedLines)(const Request &request);  ///< null: there is no such form
 };
 
 constexpr Form forms[] = {
-    {"text", printText, nullptr},
-    {"html", printHtml, printUnescapedHtml},
-    {"json", printJson, nullptr},
-    {"tree", printTree, nullptr},
+    {"text", "", asText, nullptr},
+    {"html", "", asHtml, asUnescapedHtml},
+    {"json", "the map form", asJson, nullptr},
+    {"tree", "the tags as read; below the 65th level the depth is told in figures", asTree,
+     nullptr},
 };
-
-const Form *findForm(const QString &name)
-{
-    for (const Form &form : forms) {
-        if (name == QLatin1String(form.name))
-            return &form;
-    }
-    return nullptr;
-}
 
 }  // namespace
 
 int runBbCode(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Shows what a BBCode text prints."));
+    parser.setApplicationDescription(
+        QStringLiteral("Shows what a BBCode text prints. Widths of 1 to 16 act as leading blanks "
+                       "of each line too."));
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("BBCode text in UTF-8; - is standard input."));
-    const QCommandLineOption as(
-        QStringLiteral("as"),
-        QStringLiteral(
-            "text (default), html, json (the map form), or tree (the tags as read; below the "
-            "65th level the depth is told in figures)."),
-        QStringLiteral("form"), QStringLiteral("text"));
-    const QCommandLineOption width(QStringLiteral("width"),
-                                   QStringLiteral("Characters per line, %1 to %2; default 42. "
-                                                  "1 to 16 act as leading blanks of each line too.")
-                                       .arg(leastWidth)
-                                       .arg(greatestWidth),
-                                   QStringLiteral("N"), QStringLiteral("42"));
-    const QCommandLineOption images(
-        QStringLiteral("images"),
-        QStringLiteral("Folder of the pictures; default: the current one."), QStringLiteral("DIR"));
-    const QCommandLineOption pretty(QStringLiteral("pretty"),
-                                    QStringLiteral("Indent the JSON text."));
-    parser.addOptions({as, width, images, pretty, tool::unescapedOption()});
+    const QCommandLineOption width = tool::widthOption(greatestWidth, defaultWidth, defaultWidth);
+    const QCommandLineOption images = tool::imagesOption(QStringLiteral("the current one"));
+    parser.addOptions(
+        {tool::formOption(forms), width, images, tool::prettyOption(), tool::unescapedOption()});
     if (const auto status = tool::parse(parser, QStringLiteral("bbcode"), arguments, 1, 1))
         return *status;
 
-    const Form *form = findForm(parser.value(as));
-    if (form == nullptr) {
-        tool::complain(QStringLiteral("--as: there is no form \"%1\"").arg(parser.value(as)));
+    const Form *form = tool::formOf(parser, forms);
+    if (form == nullptr)
         return tool::WrongUsage;
-    }
-    const auto print = tool::chosenWriter(parser, form->print, form->printUnescaped);
-    const std::optional<int> characters = tool::numberOf(parser, width, leastWidth, greatestWidth);
-    if (print == nullptr || !characters)
+    const auto linesOf = tool::chosenWriter(parser, form->lines, form->unescapedLines);
+    const std::optional<int> characters = tool::numberOf(parser, width, 1, greatestWidth);
+    if (linesOf == nullptr || !characters)
         return tool::WrongUsage;
     const std::optional<QString> text = tool::readText(parser.positionalArguments().constFirst());
     if (!text)
         return tool::BadInput;
-    print({*text, *characters, parser.value(images), parser.isSet(pretty)});
+    tool::printContent(
+        linesOf({*text, *characters, parser.value(images), parser.isSet(tool::prettyOption())}));
     return tool::Success;
 }

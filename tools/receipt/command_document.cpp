@@ -1,16 +1,14 @@
-#include <printerslib/drivers/escapedhtml.h>
-
 #include <QFileInfo>
-#include <QJsonDocument>
 
 #include "cleaning.h"
 #include "commands.h"
 #include "documentcopy.h"
+#include "documentforms.h"
 #include "filling.h"
-#include "htmlescaping.h"
+#include "folderoptions.h"
+#include "forms.h"
 #include "language.h"
 #include "printerdocs/printerdocumentformatter.h"
-#include "printerdocs/specialcharacters.h"
 #include "printerdocs/textprinterdocument.h"
 #include "printerslib/drivers/documentfiles.h"
 #include "support.h"
@@ -19,7 +17,6 @@
 namespace {
 
 using printerslib::drivers::DocumentFiles;
-using printerslib::drivers::EscapedHtml;
 
 constexpr int defaultWidth = 80;
 
@@ -106,28 +103,23 @@ int saveDocument(const QStringList &arguments)
                                  QStringLiteral("The receipt's document; - is standard input."));
     const QCommandLineOption from(QStringLiteral("from"), QStringLiteral("The template."),
                                   QStringLiteral("TEMPLATE"));
-    const QCommandLineOption symbols(QStringLiteral("symbols"),
-                                     QStringLiteral("Folder of the special symbol files; default: "
-                                                    "that of the template."),
-                                     QStringLiteral("DIR"));
-    parser.addOptions(
-        {from, symbols, tool::cleanOption(), tool::codecOption(), tool::languageOption()});
+    parser.addOptions({from, tool::symbolsOption(), tool::cleanOption(), tool::codecOption(),
+                       tool::languageOption()});
     if (const auto status = parseAction(parser, QStringLiteral("document save"), arguments, 2))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().at(0));
     const QString data = parser.positionalArguments().at(1);
     const QString templateFile = parser.value(from);
-    const auto codec = tool::codecOf(parser);
-    const auto rules = tool::cleaningRulesOf(parser);
+    const QTextCodec *codec = tool::codecOf(parser);
+    const auto rules = tool::cleaningRulesOf(parser, true);
     if (templateFile.isEmpty())
         tool::complain(QStringLiteral("document save: --from is missing"));
-    if (templateFile.isEmpty() || !codec || !rules || !isSavable(path) ||
+    if (templateFile.isEmpty() || codec == nullptr || !rules || !isSavable(path) ||
         !tool::readsInputOnce({templateFile, data}) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
-    tool::useSymbolFolder(parser.isSet(symbols) ? parser.value(symbols)
-                                                : QFileInfo(templateFile).absolutePath());
-    const auto source = tool::readTemplateAndDocument(templateFile, data, **codec, *rules);
+    tool::useSymbolFolder(tool::folderOf(parser, tool::symbolsOption(), templateFile));
+    const auto source = tool::readTemplateAndDocument(templateFile, data, *codec, *rules);
     if (!source)
         return tool::BadInput;
     PrinterDocumentFormatter formatter(0, nullptr);
@@ -136,77 +128,56 @@ int saveDocument(const QStringList &arguments)
                                                                                 : tool::BadInput;
 }
 
-void printText(const TextPrinterDocument &document)
+QStringList asText(const TextPrinterDocument &document)
 {
-    const int width = document.symbolsPerLine() > 0 ? document.symbolsPerLine() : defaultWidth;
-    const QList<DocumentBlock> blocks = document.blocks();
-    for (DocumentBlock block : blocks) {
-        const QStringList lines = block.toStringList(width);
-        tool::printContent(lines);
-    }
+    return tool::textLines(
+        document, document.symbolsPerLine() > 0 ? document.symbolsPerLine() : defaultWidth);
 }
 
-void printHtml(const TextPrinterDocument &document)
+QStringList asJson(const TextPrinterDocument &document)
 {
-    tool::printContent(
-        EscapedHtml::toHtml(document, true, SpecialCharacters()).split(QLatin1Char('\n')));
-}
-
-void printUnescapedHtml(const TextPrinterDocument &document)
-{
-    tool::printContent(document.toHtml(true, SpecialCharacters()).split(QLatin1Char('\n')));
-}
-
-void printJson(const TextPrinterDocument &document)
-{
-    const QJsonDocument json = QJsonDocument::fromVariant(document.toMap());
-    tool::printContent({QString::fromUtf8(json.toJson(QJsonDocument::Compact))});
+    return tool::jsonLines(document, false);
 }
 
 struct Form
 {
     const char *name;
-    void (*print)(const TextPrinterDocument &document);
-    void (*printUnescaped)(const TextPrinterDocument &document);  ///< null: there is no such form
+    const char *note;
+    QStringList (*lines)(const TextPrinterDocument &document);
+    QStringList (*unescapedLines)(const TextPrinterDocument &document);  ///< null: none
 };
 
 constexpr Form forms[] = {
-    {"text", printText, nullptr},
-    {"html", printHtml, printUnescapedHtml},
-    {"json", printJson, nullptr},
+    {"text", "", asText, nullptr},
+    {"html", "", tool::htmlLines, tool::unescapedHtmlLines},
+    {"json", "the map form", asJson, nullptr},
 };
 
 int showDocument(const QStringList &arguments)
 {
     QCommandLineParser parser;
     describeDocumentFile(parser, QStringLiteral("Shows the document that a load gives."));
-    const QCommandLineOption as(QStringLiteral("as"),
-                                QStringLiteral("text (default), html, or json (the map form)."),
-                                QStringLiteral("form"), QStringLiteral("text"));
-    parser.addOptions({as, tool::unescapedOption()});
+    parser.addOptions({tool::formOption(forms), tool::unescapedOption()});
     if (const auto status = parseAction(parser, QStringLiteral("document show"), arguments, 1))
         return *status;
     const QString fileName = parser.positionalArguments().constFirst();
-    for (const Form &form : forms) {
-        if (parser.value(as) != QLatin1String(form.name))
-            continue;
-        const auto print = tool::chosenWriter(parser, form.print, form.printUnescaped);
-        if (print == nullptr)
-            return tool::WrongUsage;
-        if (!mayOpen(absolutePath(fileName), DocumentFiles::ToLoad))
-            return tool::BadInput;
-        TextPrinterDocument document;
-        if (!document.loadFromFile(absolutePath(fileName))) {
-            tool::complain(QStringLiteral("%1: no copy can be loaded; \"receipt document check\" "
-                                          "says why")
-                               .arg(fileName));
-            return tool::BadInput;
-        }
-        print(document);
-        return tool::Success;
+    const Form *form = tool::formOf(parser, forms);
+    if (form == nullptr)
+        return tool::WrongUsage;
+    const auto linesOf = tool::chosenWriter(parser, form->lines, form->unescapedLines);
+    if (linesOf == nullptr)
+        return tool::WrongUsage;
+    if (!mayOpen(absolutePath(fileName), DocumentFiles::ToLoad))
+        return tool::BadInput;
+    TextPrinterDocument document;
+    if (!document.loadFromFile(absolutePath(fileName))) {
+        tool::complain(QStringLiteral("%1: no copy can be loaded; \"receipt document check\" "
+                                      "says why")
+                           .arg(fileName));
+        return tool::BadInput;
     }
-    tool::complain(QStringLiteral("--as: there is no form \"%1\"").arg(parser.value(as)));
-    return tool::WrongUsage;
+    tool::printContent(linesOf(document));
+    return tool::Success;
 }
 
 void printFinding(const QString &fileName, const QString &fault)
@@ -302,10 +273,7 @@ void printActions()
         "a\nchecksum file beside each. They and their folder must be the user's own, "
         "and nobody\nelse may be able to write to the folder; links, FIFOs and "
         "devices are refused. Actions:"));
-    for (const Command &action : actions)
-        tool::print(QStringLiteral("  %1 %2")
-                        .arg(QLatin1String(action.name), -8)
-                        .arg(QLatin1String(action.summary)));
+    tool::printCommands(actions, 8);
     tool::printOwn(QStringLiteral("\n\"receipt document ACTION --help\" says more."));
 }
 
@@ -318,10 +286,8 @@ int runDocument(const QStringList &arguments)
         printActions();
         return tool::Success;
     }
-    for (const Command &action : actions) {
-        if (name == QLatin1String(action.name))
-            return action.run(arguments.mid(1));
-    }
+    if (const Command *action = tool::findCommand(actions, name))
+        return action->run(arguments.mid(1));
     tool::complain(QStringLiteral("document: there is no action \"%1\"; see \"receipt document "
                                   "--help\"")
                        .arg(name));

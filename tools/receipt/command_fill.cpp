@@ -15,15 +15,15 @@ int runFill(const QStringList &arguments)
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("fill"), arguments, 2, 2))
         return *status;
-    const auto codec = tool::codecOf(parser);
-    const auto rules = tool::cleaningRulesOf(parser);
-    if (!codec || !rules)
+    const QTextCodec *codec = tool::codecOf(parser);
+    const auto rules = tool::cleaningRulesOf(parser, true);
+    if (codec == nullptr || !rules)
         return tool::WrongUsage;
     const QStringList files = parser.positionalArguments();
     if (!tool::readsInputOnce(files))
         return tool::WrongUsage;
     tool::useSymbolFolder(QStringLiteral("."));
-    const auto source = tool::readTemplateAndDocument(files.at(0), files.at(1), **codec, *rules,
+    const auto source = tool::readTemplateAndDocument(files.at(0), files.at(1), *codec, *rules,
                                                       templatelint::Filling::EachLine);
     if (!source)
         return tool::BadInput;

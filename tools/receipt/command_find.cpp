@@ -6,6 +6,7 @@
 
 #include "commands.h"
 #include "devicejson.h"
+#include "forms.h"
 #include "interrupt.h"
 #include "portsearch.h"
 #include "printdevicefinder/printdevicefinder.h"
@@ -19,7 +20,6 @@ namespace {
 constexpr unsigned int serialTextPrinter = 1;
 
 const QString portOption = QStringLiteral("port");
-const QString jsonOption = QStringLiteral("json");
 const QString confirmOption = QStringLiteral("confirm");
 const QString lastOption = QStringLiteral("last");
 const QString virtualOption = QStringLiteral("virtual");
@@ -92,8 +92,8 @@ private:
 
 FindCommand::FindCommand(const QCommandLineParser &parser)
     : m_parser(parser),
-      m_isVerbose(parser.isSet(tool::verboseOption().names().constFirst())),
-      m_asJson(parser.isSet(jsonOption))
+      m_isVerbose(parser.isSet(tool::verboseOption())),
+      m_asJson(parser.isSet(tool::jsonOption()))
 {}
 
 int FindCommand::run()
@@ -285,21 +285,21 @@ void describe(QCommandLineParser &parser)
     parser.addOption({portOption,
                       QStringLiteral("Search this port only; may be given again. Default: all "
                                      "ports of the machine."),
-                      QStringLiteral("name")});
-    parser.addOption({jsonOption, QStringLiteral("Print the result as JSON.")});
+                      QStringLiteral("NAME")});
+    parser.addOption(tool::jsonOption());
     parser.addOption({confirmOption,
                       QStringLiteral("Check the printers in this file, as --json prints them, "
                                      "instead of searching. Those on one port are asked one after "
                                      "the other."),
-                      QStringLiteral("file")});
+                      QStringLiteral("FILE")});
     parser.addOption({lastOption,
                       QStringLiteral("Check the printers in this file first, search only if none "
                                      "of them answers, and write what was found to it. It need not "
                                      "exist yet."),
-                      QStringLiteral("file")});
+                      QStringLiteral("FILE")});
     parser.addOption({virtualOption,
                       QStringLiteral("Start a virtual printer of this model, and find it."),
-                      QStringLiteral("model")});
+                      QStringLiteral("MODEL")});
 }
 
 /// Whether the options go together; complains if they don't.

@@ -7,8 +7,10 @@
 
 #include "commands.h"
 #include "documentfile.h"
+#include "folderoptions.h"
+#include "forms.h"
 #include "language.h"
-#include "printermodel.h"
+#include "lineoptions.h"
 #include "progressline.h"
 #include "support.h"
 #include "templatefile.h"
@@ -22,17 +24,16 @@ using templatelint::Form;
 using templatelint::Rule;
 using templatelint::Severity;
 
-constexpr int mostCharacters = 1000;
-
 struct NamedForm
 {
     const char *name;
+    const char *note;
     Form form;
 };
 constexpr NamedForm forms[] = {
-    {"document", Form::Document},
-    {"text", Form::Text},
-    {"html", Form::Html},
+    {"document", "for a printer", Form::Document},
+    {"text", "", Form::Text},
+    {"html", "", Form::Html},
 };
 
 struct Options
@@ -42,41 +43,13 @@ struct Options
         QStringLiteral("The document that fills the templates, a JSON file; - is standard input. "
                        "Without it what depends on values isn't checked."),
         QStringLiteral("DATA.json")};
-    const QCommandLineOption as{
-        QStringLiteral("as"),
-        QStringLiteral("What the templates are rendered to: document (for a printer; default), "
-                       "text or html."),
-        QStringLiteral("FORM"), QStringLiteral("document")};
-    const QCommandLineOption model{
-        QStringLiteral("model"),
-        QStringLiteral("The printer: its paper, fonts and characters; see \"receipt models\"."),
-        QStringLiteral("ID")};
-    const QCommandLineOption paper{QStringLiteral("paper"),
-                                   QStringLiteral("The model's paper type; default 0."),
-                                   QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption font{
-        QStringLiteral("font"),
-        QStringLiteral("The model's font of text that chooses none (or font 0, which is the same); "
-                       "default 0."),
-        QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption width{
-        QStringLiteral("width"),
-        QStringLiteral("Characters that a line may have, instead of a model's paper."),
-        QStringLiteral("N")};
-    const QCommandLineOption codePage{
-        QStringLiteral("code-page"),
-        QStringLiteral("The printer's character set, such as cp437; default with --model: cp866."),
-        QStringLiteral("NAME"), QStringLiteral("cp866")};
-    const QCommandLineOption symbols{
-        QStringLiteral("symbols"),
-        QStringLiteral("Folder of the special symbol files; default: that of the template."),
-        QStringLiteral("DIR")};
+    const QCommandLineOption codePage = tool::codePageOption();
+    const QCommandLineOption symbols = tool::symbolsOption();
     const QCommandLineOption fiscal{
         QStringLiteral("fiscal"),
         QStringLiteral("The client cuts the templates at their fiscal markers; each piece is "
                        "checked by itself.")};
-    const QCommandLineOption json{QStringLiteral("json"),
-                                  QStringLiteral("Print the findings as a JSON array.")};
+    const QCommandLineOption json = tool::jsonOption();
     const QCommandLineOption strict{QStringLiteral("strict"),
                                     QStringLiteral("Exit status 1 for warnings, too.")};
     const QCommandLineOption explain{
@@ -135,83 +108,41 @@ int explain(const QString &name)
     return tool::Success;
 }
 
-/// The form that --as names. Complains and gives nothing if there is none.
-std::optional<Form> formOf(const QCommandLineParser &parser, const Options &options)
+/// The paper and the fonts of a model.
+templatelint::Paper paperOf(const tool::ChosenPaper &chosen)
 {
-    const auto form = std::find_if(std::begin(forms), std::end(forms), [&](const NamedForm &row) {
-        return parser.value(options.as) == QLatin1String(row.name);
-    });
-    if (form != std::end(forms))
-        return form->form;
-    tool::complain(QStringLiteral("--as: \"%1\" is none of document, text, html")
-                       .arg(parser.value(options.as)));
-    return std::nullopt;
-}
-
-/// Takes over the paper and the fonts of a model. Complains and gives false if it lacks them.
-bool readModel(const QCommandLineParser &parser, const Options &options,
-               templatelint::Options &result)
-{
-    const auto model = tool::findModel(parser.value(options.model));
-    if (!model)
-        return false;
-    const QList<FontInfo> types = model->fontTypes();
-    const auto number = tool::numberOf(parser, options.paper, 0, model->paperTypes().lastKey());
-    const auto baseFont = tool::numberOf(parser, options.font, 0, types.size() - 1);
-    if (!number || !baseFont)
-        return false;
-    const PaperInfo paper = model->paperType(*number);
+    const PrinterInfo &model = *chosen.model;
+    const PaperInfo paper = model.paperType(chosen.paper);
+    const QList<FontInfo> types = model.fontTypes();
     QVector<templatelint::PaperFont> fonts;
     for (const FontInfo &font : types)
         fonts.append({QSize(font.width(), font.height()), font.customSymbols(), font.idAsString()});
-    fonts.first() = fonts.at(*baseFont);
-    result.paper = templatelint::Paper{
-        paper.pointsToLine(), fonts,
-        QStringLiteral("%1 with %2 paper").arg(model->id(), paper.caption()), true};
-    return true;
+    fonts.first() = fonts.at(chosen.font);
+    return {paper.pointsToLine(), fonts,
+            QStringLiteral("%1 with %2 paper").arg(model.id(), paper.caption()), true};
 }
 
 /// Takes over what a line has to fit into. Complains and gives false if that can't be told.
-bool readPaper(const QCommandLineParser &parser, const Options &options,
-               templatelint::Options &result)
+bool readPaper(const QCommandLineParser &parser, templatelint::Options &result)
 {
-    const bool hasModel = parser.isSet(options.model);
-    if (hasModel && parser.isSet(options.width)) {
-        tool::complain(QStringLiteral("--width and --model exclude each other"));
+    const auto line = tool::lineOf(parser);
+    if (!line)
         return false;
-    }
-    if (!hasModel && (parser.isSet(options.paper) || parser.isSet(options.font))) {
-        tool::complain(QStringLiteral("--paper and --font need --model"));
-        return false;
-    }
-    if (parser.isSet(options.width)) {
-        const auto width = tool::numberOf(parser, options.width, 1, mostCharacters);
-        if (width)
-            result.paper = templatelint::Paper{*width, {}, QString(), false};
-        return width.has_value();
-    }
-    if (!hasModel)
-        return true;
-    return readModel(parser, options, result);
+    if (line->paper)
+        result.paper = paperOf(*line->paper);
+    else if (line->width)
+        result.paper = templatelint::Paper{*line->width, {}, QString(), false};
+    return true;
 }
 
 /// Takes over the printer's character set. Complains and gives false if there is none of that name.
 bool readCodePage(const QCommandLineParser &parser, const Options &options,
                   templatelint::Options &result)
 {
-    if (!parser.isSet(options.model) && !parser.isSet(options.codePage))
+    if (!parser.isSet(tool::modelOption()) && !parser.isSet(options.codePage))
         return true;
-    result.codePage = tool::findCodePage(parser.value(options.codePage));
+    result.codePage = tool::codePageOf(parser);
     return result.codePage != nullptr;
-}
-
-bool readSymbolFolder(const QCommandLineParser &parser, const Options &options)
-{
-    const QString folder = parser.value(options.symbols);
-    if (!parser.isSet(options.symbols) || QFileInfo(folder).isDir())
-        return true;
-    tool::complain(QStringLiteral("--symbols: \"%1\" is no folder").arg(folder));
-    return false;
 }
 
 /// Prints the findings of all templates, and keeps in mind how bad they are.
@@ -339,17 +270,17 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
     task.options.splitsFiscalParts = parser.isSet(options.fiscal);
     task.json = parser.isSet(options.json);
     task.strict = parser.isSet(options.strict);
-    task.watches = parser.isSet(tool::watchOption().names().constFirst());
-    const auto codec = tool::codecOf(parser);
-    const auto form = formOf(parser, options);
-    if (!areTemplates(task.templates) || !codec || !form ||
-        !readPaper(parser, options, task.options) || !readCodePage(parser, options, task.options) ||
-        !readSymbolFolder(parser, options) ||
+    task.watches = parser.isSet(tool::watchOption());
+    const QTextCodec *codec = tool::codecOf(parser);
+    const NamedForm *form = tool::formOf(parser, forms);
+    if (!areTemplates(task.templates) || codec == nullptr || form == nullptr ||
+        !readPaper(parser, task.options) || !readCodePage(parser, options, task.options) ||
+        !tool::isFolder(parser, options.symbols) ||
         !tool::readsInputOnce(task.templates + QStringList(task.data)) ||
         !tool::useLanguage(parser))
         return std::nullopt;
-    task.codec = *codec;
-    task.options.form = *form;
+    task.codec = codec;
+    task.options.form = form->form;
     return task;
 }
 
@@ -360,10 +291,11 @@ int runLint(const QStringList &arguments)
     QCommandLineParser parser;
     const Options options;
     parser.setApplicationDescription(description());
-    parser.addOptions({options.data, options.as, options.model, options.paper, options.font,
-                       options.width, options.codePage, options.symbols, options.fiscal,
-                       options.json, options.strict, options.explain, tool::codecOption(),
-                       tool::languageOption(), tool::watchOption()});
+    parser.addOptions({options.data, tool::formOption(forms)});
+    parser.addOptions(tool::lineOptions());
+    parser.addOptions({options.codePage, options.symbols, options.fiscal, options.json,
+                       options.strict, options.explain, tool::codecOption(), tool::languageOption(),
+                       tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "commands.h"
+#include "forms.h"
 #include "printermodel.h"
 #include "support.h"
 
@@ -155,7 +156,7 @@ int runModels(const QStringList &arguments)
         QStringLiteral("Lists the known text printers, or tells everything about one."));
     parser.addPositionalArgument(QStringLiteral("ID"), QStringLiteral("Identifier of one model."),
                                  QStringLiteral("[ID]"));
-    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Write JSON."));
+    const QCommandLineOption json = tool::jsonOption();
     parser.addOption(json);
     if (const auto status = tool::parse(parser, QStringLiteral("models"), arguments, 0, 1))
         return *status;

@@ -6,11 +6,12 @@
 #include "cleaning.h"
 #include "commands.h"
 #include "contactsheet.h"
+#include "folderoptions.h"
 #include "language.h"
+#include "lineoptions.h"
 #include "outputfile.h"
 #include "picture.h"
 #include "previewsource.h"
-#include "printermodel.h"
 #include "progressline.h"
 #include "support.h"
 #include "templatefile.h"
@@ -18,14 +19,9 @@
 
 namespace {
 
-using printerslib::drivers::DocumentCleaner;
 using receiptpreview::Layout;
 using receiptpreview::Paper;
 using receiptpreview::Typeface;
-
-constexpr int mostPapers = 127;
-constexpr int lastFont = 3;
-constexpr int mostCharacters = 1000;
 
 // In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
@@ -76,54 +72,28 @@ struct Options
         QStringLiteral("plain"),
         QStringLiteral("Draw a text that has markup but no attributes; - is standard input."),
         QStringLiteral("FILE")};
-    const QCommandLineOption model{
-        QStringLiteral("model"),
-        QStringLiteral("Model of the catalogue; see \"receipt models\"; default CUSTOM_VKP_80."),
-        QStringLiteral("ID"), QStringLiteral("CUSTOM_VKP_80")};
-    const QCommandLineOption paper{
-        QStringLiteral("paper"),
-        QStringLiteral("The model's paper type, from 0; default 0. With --all-models a model that "
-                       "lacks it takes its last one."),
-        QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption font{
-        QStringLiteral("font"),
-        QStringLiteral("The model's font, 0 to 3, of text that chooses none (or font 0, which is "
-                       "the same); default 0."),
-        QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption margin{
-        QStringLiteral("margin"),
-        QStringLiteral("Blanks in front of each line of a template or a plain text; default 0."),
-        QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption codePage{
-        QStringLiteral("code-page"),
-        QStringLiteral("The printer's character set, such as cp437; default cp866."),
-        QStringLiteral("NAME"), QStringLiteral("cp866")};
     const QCommandLineOption output{
         QStringLiteral("output"),
         QStringLiteral(
             "The picture, written whole or not at all: FILE.png, FILE.pdf (pages of up "
-            "to 2 m) or FILE.svg; default receipt.png in the current folder. A name that "
+            "to 2 m) or FILE.svg; default: receipt.png in the current folder. A name that "
             "the receipt would take for one of its pictures is refused."),
         QStringLiteral("FILE"), QStringLiteral("receipt.png")};
     const QCommandLineOption scale{
         QStringLiteral("scale"),
         QStringLiteral("Pixels per dot of a PNG; times the real size of a PDF or SVG; a whole "
-                       "number from 1 to %1, default 1.")
+                       "number from 1 to %1; default: 1.")
             .arg(receiptpreview::greatestScale),
         QStringLiteral("N"), QStringLiteral("1")};
     const QCommandLineOption allModels{
         QStringLiteral("all-models"),
-        QStringLiteral("Write ID.png for every model of the catalogue, and contact-sheet.png with "
-                       "all of them small, into this folder, which is made if it is missing."),
+        QStringLiteral(
+            "Write ID.png for every model of the catalogue, and contact-sheet.png with "
+            "all of them small, into this folder, which is made if it is missing. A model "
+            "that lacks the paper of --paper takes its last one."),
         QStringLiteral("DIR")};
-    const QCommandLineOption symbols{
-        QStringLiteral("symbols"),
-        QStringLiteral("Folder of the special symbol files; default: that of the template."),
-        QStringLiteral("DIR")};
-    const QCommandLineOption images{
-        QStringLiteral("images"),
-        QStringLiteral("Folder of a BBCode text's pictures; default: that of the text."),
-        QStringLiteral("DIR")};
+    const QCommandLineOption symbols = tool::symbolsOption();
+    const QCommandLineOption images = tool::imagesOption(QStringLiteral("that of the text"));
     const QCommandLineOption watch = tool::watchOption();
 };
 
@@ -131,9 +101,7 @@ struct Request
 {
     tool::PreviewSource source;
     QStringList files;
-    std::optional<PrinterInfo> model;  ///< nothing: all models
-    int paper = 0;
-    int font = 0;
+    tool::ChosenPaper paper;
     int scale = 1;
     const QTextCodec *codePage = nullptr;
     QString output;  ///< a file, or a folder for all models
@@ -153,46 +121,10 @@ bool hasOneSource(const QCommandLineParser &parser, const Options &options)
     return false;
 }
 
-/// The folder of an option, or else that of the file that is read. Complains and gives nothing if
-/// there is no such folder.
-std::optional<QString> folderOf(const QCommandLineParser &parser, const QCommandLineOption &option,
-                                const QString &fileName)
-{
-    if (!parser.isSet(option))
-        return QFileInfo(fileName).path();
-    const QString folder = parser.value(option);
-    if (QFileInfo(folder).isDir())
-        return folder;
-    tool::complain(
-        QStringLiteral("--%1: \"%2\" is no folder").arg(option.names().constFirst(), folder));
-    return std::nullopt;
-}
-
-/// Complains and gives nothing for a margin of lines that don't come from a template.
-std::optional<int> marginOf(const QCommandLineParser &parser, const Options &options)
-{
-    const auto margin = tool::numberOf(parser, options.margin, 0, mostCharacters);
-    const bool hasLines = !parser.isSet(options.bbcode) && !parser.isSet(options.document);
-    if (!margin || *margin == 0 || hasLines)
-        return margin;
-    tool::complain(QStringLiteral("--margin needs a template or --plain"));
-    return std::nullopt;
-}
-
-/// Complains and gives nothing for a rule that there isn't, and where no document is filled in.
-std::optional<DocumentCleaner::Rules> cleaningRulesOf(const QCommandLineParser &parser)
-{
-    const auto rules = tool::cleaningRulesOf(parser);
-    if (!rules || *rules == DocumentCleaner::Rules() || !parser.positionalArguments().isEmpty())
-        return rules;
-    tool::complain(QStringLiteral("--clean needs a template and a document"));
-    return std::nullopt;
-}
-
 bool setSource(const QCommandLineParser &parser, const Options &options, Request &request)
 {
-    const auto codec = tool::codecOf(parser);
-    if (!codec || !hasOneSource(parser, options))
+    const QTextCodec *codec = tool::codecOf(parser);
+    if (codec == nullptr || !hasOneSource(parser, options))
         return false;
     for (const QCommandLineOption &option : {options.bbcode, options.document, options.plain}) {
         if (parser.isSet(option))
@@ -201,45 +133,40 @@ bool setSource(const QCommandLineParser &parser, const Options &options, Request
     if (request.files.isEmpty())
         request.files = parser.positionalArguments();
     const QString &file = request.files.constFirst();
-    const auto symbols = folderOf(parser, options.symbols, file);
-    const auto images = folderOf(parser, options.images, file);
-    const auto margin = marginOf(parser, options);
-    const auto rules = cleaningRulesOf(parser);
-    if (!symbols || !images || !margin || !rules || !tool::readsInputOnce(request.files))
+    const QString symbols = tool::folderOf(parser, options.symbols, file);
+    const bool hasSymbols = tool::isFolder(parser, options.symbols);
+    const bool hasImages = tool::isFolder(parser, options.images);
+    const bool hasLines = !parser.isSet(options.bbcode) && !parser.isSet(options.document);
+    const auto margin = tool::marginOf(parser, hasLines);
+    const auto rules = tool::cleaningRulesOf(parser, !parser.positionalArguments().isEmpty());
+    if (!hasSymbols || !hasImages || !margin || !rules || !tool::readsInputOnce(request.files))
         return false;
-    tool::useSymbolFolder(*symbols);
+    tool::useSymbolFolder(symbols);
     if (parser.isSet(options.bbcode))
-        request.source = tool::bbCodeSource(file, *images);
+        request.source = tool::bbCodeSource(file, tool::folderOf(parser, options.images, file));
     else if (parser.isSet(options.document))
         request.source = tool::documentSource(file);
     else if (parser.isSet(options.plain))
-        request.source = tool::plainSource(file, **codec, *margin);
+        request.source = tool::plainSource(file, *codec, *margin);
     else
         request.source =
-            tool::templateSource(file, request.files.at(1), **codec, *rules, *symbols, *margin);
+            tool::templateSource(file, request.files.at(1), *codec, *rules, symbols, *margin);
     return true;
 }
 
 bool setModel(const QCommandLineParser &parser, const Options &options, Request &request)
 {
-    int lastPaper = mostPapers;
-    if (!parser.isSet(options.allModels)) {
-        request.model = tool::findModel(parser.value(options.model));
-        if (!request.model)
-            return false;
-        lastPaper = request.model->paperTypes().lastKey();
-    } else if (parser.isSet(options.model) || parser.isSet(options.output)) {
+    const bool takesAll = parser.isSet(options.allModels);
+    if (takesAll && (parser.isSet(tool::modelOption()) || parser.isSet(options.output))) {
         tool::complain(QStringLiteral("--all-models excludes --model and --output"));
         return false;
     }
-    const auto paper = tool::numberOf(parser, options.paper, 0, lastPaper);
-    const auto font = tool::numberOf(parser, options.font, 0, lastFont);
+    const auto paper = takesAll ? tool::paperOfEveryModel(parser) : tool::paperOf(parser);
     const auto scale = tool::numberOf(parser, options.scale, 1, receiptpreview::greatestScale);
-    request.codePage = tool::findCodePage(parser.value(options.codePage));
-    if (!paper || !font || !scale || request.codePage == nullptr)
+    request.codePage = tool::codePageOf(parser);
+    if (!paper || !scale || request.codePage == nullptr)
         return false;
     request.paper = *paper;
-    request.font = *font;
     request.scale = *scale;
     return true;
 }
@@ -269,8 +196,8 @@ const Format *formatOf(const QString &fileName)
 
 bool setOutput(const QCommandLineParser &parser, const Options &options, Request &request)
 {
-    request.output = parser.value(request.model ? options.output : options.allModels);
-    if (!request.model || formatOf(request.output) != nullptr)
+    request.output = parser.value(request.paper.model ? options.output : options.allModels);
+    if (!request.paper.model || formatOf(request.output) != nullptr)
         return true;
     tool::complain(
         QStringLiteral("--output: \"%1\" ends in none of .png, .pdf, .svg").arg(request.output));
@@ -321,12 +248,12 @@ private:
 std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceipt &receipt,
                              const PrinterInfo &model, Warnings &warnings)
 {
-    const Paper paper(model, request.paper, request.font, request.codePage);
+    const Paper paper(model, request.paper.paper, request.paper.font, request.codePage);
     Layout layout(receipt.documentFor(paper), paper);
     warnings.add(layout);
     if (!layout.tooLong())
         return layout;
-    const QString name = request.model ? QString() : model.id() + QLatin1String(": ");
+    const QString name = request.paper.model ? QString() : model.id() + QLatin1String(": ");
     tool::complain(QStringLiteral("%1: %2the receipt is longer than %3 dots (125 m)")
                        .arg(request.files.constFirst(), name)
                        .arg(Layout::longestPaper));
@@ -347,7 +274,7 @@ bool writePicture(const Layout &layout, const Typeface &typeface, int scale,
 int drawOne(const Request &request, const tool::PreviewedReceipt &receipt, const Typeface &typeface)
 {
     Warnings warnings;
-    const auto layout = layOut(request, receipt, *request.model, warnings);
+    const auto layout = layOut(request, receipt, *request.paper.model, warnings);
     warnings.print(request.files.constFirst());
     if (!layout || !writePicture(*layout, typeface, request.scale, request.output))
         return tool::BadInput;
@@ -413,7 +340,7 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
 
 QStringList outputsOf(const Request &request)
 {
-    if (request.model)
+    if (request.paper.model)
         return {request.output};
     QStringList outputs{sheetNameOf(request)};
     const QList<PrinterInfo> models = PrinterInfo::fromResources();
@@ -447,8 +374,8 @@ tool::WatchedRun draw(const Request &request, const Typeface &typeface)
         return {tool::BadInput, QStringList()};
     if (!keepsCompanions(request, *receipt))
         return {tool::BadInput, receipt->companions};
-    const int status =
-        request.model ? drawOne(request, *receipt, typeface) : drawAll(request, *receipt, typeface);
+    const int status = request.paper.model ? drawOne(request, *receipt, typeface)
+                                           : drawAll(request, *receipt, typeface);
     std::fflush(stdout);
     return {status, receipt->companions};
 }
@@ -460,11 +387,11 @@ int runPreview(const QStringList &arguments)
     QCommandLineParser parser;
     const Options options;
     parser.setApplicationDescription(QString::fromLatin1(description));
-    parser.addOptions({options.bbcode, options.document, options.plain, options.model,
-                       options.paper, options.font, options.margin, options.codePage,
-                       options.output, options.scale, options.allModels, options.symbols,
-                       options.images, tool::cleanOption(), tool::codecOption(),
-                       tool::languageOption(), options.watch});
+    parser.addOptions({options.bbcode, options.document, options.plain});
+    parser.addOptions(tool::paperOptions(QStringLiteral("CUSTOM_VKP_80")));
+    parser.addOptions({tool::marginOption(), tool::codePageOption(), options.output, options.scale,
+                       options.allModels, options.symbols, options.images, tool::cleanOption(),
+                       tool::codecOption(), tool::languageOption(), options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;

@@ -1,16 +1,16 @@
 #include <printerslib/drivers/escapedhtml.h>
 
-#include <QFileInfo>
-#include <QJsonDocument>
 #include <QSharedPointer>
 
 #include "cleaning.h"
 #include "commands.h"
+#include "documentforms.h"
 #include "filling.h"
-#include "htmlescaping.h"
+#include "folderoptions.h"
+#include "forms.h"
 #include "language.h"
+#include "lineoptions.h"
 #include "printerdocs/printerdocumentformatter.h"
-#include "printermodel.h"
 #include "settings/printersettings.h"
 #include "support.h"
 #include "templatefile.h"
@@ -19,8 +19,6 @@ namespace {
 
 using printerslib::drivers::DocumentCleaner;
 using printerslib::drivers::EscapedHtml;
-
-constexpr int mostCharacters = 1000;
 
 /// What is rendered: a template with a document, or a text without attributes.
 struct Source
@@ -74,91 +72,52 @@ QStringList asUnescapedHtmlFragment(const Source &source)
 
 QStringList asJson(const Source &source)
 {
-    const TextPrinterDocument document =
-        source.document ? source.formatter->toTextPrinterDocument(*source.document)
-                        : source.formatter->plainTextToTextPrinterDocument(source.plainText);
-    const auto form = source.pretty ? QJsonDocument::Indented : QJsonDocument::Compact;
-    return tool::linesOf(QJsonDocument::fromVariant(document.toMap()).toJson(form));
+    return tool::jsonLines(source.document
+                               ? source.formatter->toTextPrinterDocument(*source.document)
+                               : source.formatter->plainTextToTextPrinterDocument(source.plainText),
+                           source.pretty);
 }
 
 struct Form
 {
     const char *name;
+    const char *note;
     QStringList (*render)(const Source &source);
     QStringList (*renderUnescaped)(const Source &source);  ///< null: there is no such form
 };
 
 constexpr Form forms[] = {
-    {"text", asText, nullptr},
-    {"html", asHtml, asUnescapedHtml},
-    {"html-fragment", asHtmlFragment, asUnescapedHtmlFragment},
-    {"json", asJson, nullptr},
+    {"text", "", asText, nullptr},
+    {"html", "", asHtml, asUnescapedHtml},
+    {"html-fragment", "", asHtmlFragment, asUnescapedHtmlFragment},
+    {"json", "the map form", asJson, nullptr},
 };
 
 struct Case
 {
     const char *name;
+    const char *note;
     IPrintDeviceSettings::ECharactersMode mode;
 };
 
 constexpr Case cases[] = {
-    {"as-is", IPrintDeviceSettings::CharactersAsWritten},
-    {"upper", IPrintDeviceSettings::CharactersUpperCase},
-    {"lower", IPrintDeviceSettings::CharactersLowerCase},
+    {"as-is", "", IPrintDeviceSettings::CharactersAsWritten},
+    {"upper", "", IPrintDeviceSettings::CharactersUpperCase},
+    {"lower", "", IPrintDeviceSettings::CharactersLowerCase},
 };
 
-/// The row that an option names. Complains and gives null if there is none.
-template <typename Row, std::size_t count>
-const Row *chosenRow(const Row (&rows)[count], const QCommandLineParser &parser,
-                     const QCommandLineOption &option)
-{
-    QStringList names;
-    for (const Row &row : rows) {
-        if (parser.value(option) == QLatin1String(row.name))
-            return &row;
-        names.append(QLatin1String(row.name));
-    }
-    tool::complain(QStringLiteral("--%1: \"%2\" is none of %3")
-                       .arg(option.names().constFirst(), parser.value(option),
-                            names.join(QStringLiteral(", "))));
-    return nullptr;
-}
+const QString caseName = QStringLiteral("case");
 
 struct Options
 {
-    const QCommandLineOption as{
-        QStringLiteral("as"),
-        QStringLiteral("text (default), html, html-fragment, or json (the map form)."),
-        QStringLiteral("FORM"), QStringLiteral("text")};
-    const QCommandLineOption width{QStringLiteral("width"),
-                                   QStringLiteral("Characters per line of text; default 42."),
-                                   QStringLiteral("N"), QStringLiteral("42")};
-    const QCommandLineOption model{
-        QStringLiteral("model"),
-        QStringLiteral("Take the width from this model of the catalogue; see \"receipt models\"."),
-        QStringLiteral("ID")};
-    const QCommandLineOption paper{QStringLiteral("paper"),
-                                   QStringLiteral("The model's paper type; default 0."),
-                                   QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption font{QStringLiteral("font"),
-                                  QStringLiteral("The model's font; default 0."),
-                                  QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption margin{QStringLiteral("margin"),
-                                    QStringLiteral("Blanks in front of each line; default 0."),
-                                    QStringLiteral("N"), QStringLiteral("0")};
-    const QCommandLineOption symbols{
-        QStringLiteral("symbols"),
-        QStringLiteral("Folder of the special symbol files; default: that of the template."),
-        QStringLiteral("DIR")};
-    const QCommandLineOption letterCase{QStringLiteral("case"),
-                                        QStringLiteral("as-is (default), upper or lower."),
-                                        QStringLiteral("CASE"), QStringLiteral("as-is")};
+    const QCommandLineOption letterCase = tool::choiceOption(
+        caseName, QStringLiteral("The letters"), QStringLiteral("CASE"), tool::choicesOf(cases));
+    const QCommandLineOption symbols = tool::symbolsOption();
     const QCommandLineOption output{
         QStringLiteral("output"),
-        QStringLiteral("File to write, whole or not at all; default: standard output."),
+        QStringLiteral("The file, written whole or not at all; default: standard output."),
         QStringLiteral("FILE")};
-    const QCommandLineOption pretty{QStringLiteral("pretty"),
-                                    QStringLiteral("Indent the JSON text.")};
+    const QCommandLineOption pretty = tool::prettyOption();
     const QCommandLineOption plain{
         QStringLiteral("plain"),
         QStringLiteral("Render a text that has no attributes; there is no document then.")};
@@ -169,8 +128,9 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
 {
     parser.setApplicationDescription(
         QStringLiteral("Renders a receipt from a template and a document."));
-    parser.addOptions({options.as, options.width, options.model, options.paper, options.font,
-                       options.margin, options.symbols, options.letterCase, options.output,
+    parser.addOption(tool::formOption(forms));
+    parser.addOptions(tool::lineOptions(QStringLiteral("42")));
+    parser.addOptions({tool::marginOption(), options.symbols, options.letterCase, options.output,
                        options.pretty, options.plain, tool::unescapedOption(), tool::cleanOption(),
                        tool::codecOption(), tool::languageOption()});
     tool::addTemplateAndDocument(parser);
@@ -184,53 +144,14 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     return tool::WrongUsage;
 }
 
-/// The folder of the special symbol files. Complains and gives nothing if there is no such folder.
-std::optional<QString> symbolFolder(const QCommandLineParser &parser, const Options &options)
+/// Characters per line, given or those of a model. Complains and gives nothing where the options
+/// don't say that.
+std::optional<int> lineWidth(const QCommandLineParser &parser)
 {
-    if (!parser.isSet(options.symbols))
-        return QFileInfo(parser.positionalArguments().constFirst()).path();
-    const QString folder = parser.value(options.symbols);
-    if (QFileInfo(folder).isDir())
-        return folder;
-    tool::complain(QStringLiteral("--symbols: \"%1\" is no folder").arg(folder));
-    return std::nullopt;
-}
-
-/// Characters per line, given or those of a model. Complains and gives nothing for what a model
-/// doesn't have, and for options that contradict each other.
-std::optional<int> lineWidth(const QCommandLineParser &parser, const Options &options)
-{
-    const bool choosesDetails = parser.isSet(options.paper) || parser.isSet(options.font);
-    if (!parser.isSet(options.model)) {
-        if (!choosesDetails)
-            return tool::numberOf(parser, options.width, 1, mostCharacters);
-        tool::complain(QStringLiteral("--paper and --font need --model"));
-        return std::nullopt;
-    }
-    if (parser.isSet(options.width)) {
-        tool::complain(QStringLiteral("--width and --model exclude each other"));
-        return std::nullopt;
-    }
-    const auto model = tool::findModel(parser.value(options.model));
-    if (!model)
-        return std::nullopt;
-    const int lastPaper = model->paperTypes().lastKey();
-    const auto paper = tool::numberOf(parser, options.paper, 0, lastPaper);
-    const auto font = tool::numberOf(parser, options.font, 0, model->fontTypes().size() - 1);
-    if (!paper || !font)
-        return std::nullopt;
-    return tool::charactersPerLine(*model, *paper, *font);
-}
-
-/// Complains and gives nothing for a rule that there isn't, and where there is no document.
-std::optional<DocumentCleaner::Rules> cleaningRulesOf(const QCommandLineParser &parser,
-                                                      const Options &options)
-{
-    const auto rules = tool::cleaningRulesOf(parser);
-    if (!rules || *rules == DocumentCleaner::Rules() || !parser.isSet(options.plain))
-        return rules;
-    tool::complain(QStringLiteral("--clean and --plain exclude each other"));
-    return std::nullopt;
+    const auto line = tool::lineOf(parser);
+    if (!line || !line->paper)
+        return line ? line->width : std::nullopt;
+    return tool::charactersPerLine(*line->paper->model, line->paper->paper, line->paper->font);
 }
 
 /// Reads the files. Complains and gives false on failure.
@@ -266,25 +187,25 @@ int runRender(const QStringList &arguments)
     const Options options;
     if (const auto status = parseCommandLine(parser, options, arguments))
         return *status;
-    const auto codec = tool::codecOf(parser);
-    const Form *form = chosenRow(forms, parser, options.as);
-    const Case *letterCase = chosenRow(cases, parser, options.letterCase);
-    const auto width = lineWidth(parser, options);
-    const auto rules = cleaningRulesOf(parser, options);
-    const auto margin = tool::numberOf(parser, options.margin, 0, mostCharacters);
-    const auto symbols = symbolFolder(parser, options);
+    const QTextCodec *codec = tool::codecOf(parser);
+    const Form *form = tool::formOf(parser, forms);
+    const Case *letterCase = tool::chosenRow(parser, caseName, cases);
+    const auto width = lineWidth(parser);
+    const auto rules = tool::cleaningRulesOf(parser, !parser.isSet(options.plain));
+    const auto margin = tool::marginOf(parser, true);
+    const bool hasSymbols = tool::isFolder(parser, options.symbols);
     const QStringList files = parser.positionalArguments();
     const auto render =
         form == nullptr ? nullptr : tool::chosenWriter(parser, form->render, form->renderUnescaped);
-    if (!codec || render == nullptr || !rules || letterCase == nullptr || !width || !margin ||
-        !symbols || !tool::readsInputOnce(files) || !tool::useLanguage(parser))
+    if (codec == nullptr || render == nullptr || !rules || letterCase == nullptr || !width ||
+        !margin || !hasSymbols || !tool::readsInputOnce(files) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
-    tool::useSymbolFolder(*symbols);
+    tool::useSymbolFolder(tool::folderOf(parser, options.symbols, files.constFirst()));
     setCase(letterCase->mode);
     PrinterDocumentFormatter formatter(*margin, nullptr);
     Source source{&formatter, std::nullopt, QString(), *width, parser.isSet(options.pretty)};
-    if (!readSource(files, **codec, *rules, source))
+    if (!readSource(files, *codec, *rules, source))
         return tool::BadInput;
     return tool::writeLines(parser.value(options.output), render(source)) ? tool::Success
                                                                           : tool::BadInput;

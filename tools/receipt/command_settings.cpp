@@ -58,22 +58,15 @@ QList<QVariant> everything(const PrinterSettings &settings)
 
 std::optional<QList<Item>> readItems(const QString &fileName)
 {
-    const std::optional<QByteArray> bytes = tool::readInput(fileName);
-    if (!bytes)
+    const auto json = tool::readJson(fileName);
+    if (!json)
         return std::nullopt;
-    QJsonParseError error{};
-    const QJsonDocument json = QJsonDocument::fromJson(*bytes, &error);
-    if (error.error != QJsonParseError::NoError) {
-        tool::complain(QStringLiteral("%1: %2").arg(tool::placeOf(fileName, *bytes, error.offset),
-                                                    error.errorString()));
-        return std::nullopt;
-    }
-    if (!json.isArray()) {
+    if (!json->isArray()) {
         tool::complain(QStringLiteral("%1: an item list is a JSON array").arg(fileName));
         return std::nullopt;
     }
     QList<Item> items;
-    const QVariantList elements = json.toVariant().toList();
+    const QVariantList elements = json->toVariant().toList();
     for (const QVariant &element : elements) {
         const Item item = element.toMap();
         for (const char *field : {"group", "key", "value"}) {

@@ -34,11 +34,11 @@ int runSplit(const QStringList &arguments)
                                  QStringLiteral("The template; - is standard input."));
     if (const auto status = tool::parse(parser, QStringLiteral("split"), arguments, 1, 1))
         return *status;
-    const auto codec = tool::codecOf(parser);
-    if (!codec)
+    const QTextCodec *codec = tool::codecOf(parser);
+    if (codec == nullptr)
         return tool::WrongUsage;
     const QString fileName = parser.positionalArguments().constFirst();
-    const auto text = tool::readTemplate(fileName, **codec);
+    const auto text = tool::readTemplate(fileName, *codec);
     if (!text)
         return tool::BadInput;
     tool::useSymbolFolder(QStringLiteral("."));

@@ -1,6 +1,4 @@
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QJsonParseError>
 
 #include "commands.h"
 #include "printsrvstate/printservicestatecorvidwrapper.h"
@@ -109,24 +107,17 @@ int runState(const QStringList &arguments)
     if (const auto status = tool::parse(parser, QStringLiteral("state"), arguments, 1, 1))
         return *status;
     const QString fileName = parser.positionalArguments().constFirst();
-    const auto text = tool::readInput(fileName);
-    if (!text)
+    const auto json = tool::readJson(fileName);
+    if (!json)
         return tool::BadInput;
-    QJsonParseError error{};
-    const QJsonDocument json = QJsonDocument::fromJson(*text, &error);
-    if (error.error != QJsonParseError::NoError) {
-        tool::complain(QStringLiteral("%1: %2").arg(tool::placeOf(fileName, *text, error.offset),
-                                                    error.errorString()));
-        return tool::BadInput;
-    }
-    if (!json.isObject()) {
+    if (!json->isObject()) {
         tool::complain(QStringLiteral("%1: a state is a JSON object").arg(fileName));
         return tool::BadInput;
     }
-    if (!checkFields(fileName, json.object()))
+    if (!checkFields(fileName, json->object()))
         return tool::BadInput;
     PrintServiceState state;
-    state.setMap(json.toVariant().toMap());
+    state.setMap(json->toVariant().toMap());
     explain(state);
     return tool::Success;
 }

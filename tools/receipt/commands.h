@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QString>
 #include <QStringList>
+#include <cstddef>
+
+#include "support.h"
 
 /// One command of the tool. `run` gets the arguments behind the command's name and gives the exit
 /// status. A new command is a file command_<name>.cpp, listed in CMakeLists.txt, a declaration
@@ -12,6 +16,32 @@ struct Command
     int (*run)(const QStringList &arguments);
     bool draws = false;  ///< whether it needs the fonts of a graphical application
 };
+
+namespace tool {
+
+/// The command of this name; null if there is none.
+template <std::size_t count>
+const Command *findCommand(const Command (&commands)[count], const QString &name)
+{
+    for (const Command &command : commands) {
+        if (name == QLatin1String(command.name))
+            return &command;
+    }
+    return nullptr;
+}
+
+/// Prints a row of a help text for each of the commands.
+/// @param width of the column of their names
+template <std::size_t count>
+void printCommands(const Command (&commands)[count], int width)
+{
+    for (const Command &command : commands)
+        print(QStringLiteral("  %1 %2")
+                  .arg(QLatin1String(command.name), -width)
+                  .arg(QLatin1String(command.summary)));
+}
+
+}  // namespace tool
 
 int runBbCode(const QStringList &arguments);
 int runDocument(const QStringList &arguments);

@@ -147,19 +147,15 @@ QJsonArray devicejson::write(const QList<PrintDeviceInfo> &devices)
 std::optional<QList<PrintDeviceInfo>> devicejson::read(const QString &fileName,
                                                        const QByteArray &text)
 {
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (error.error != QJsonParseError::NoError) {
-        tool::complain(tool::placeOf(fileName, text, error.offset) + QStringLiteral(": ") +
-                       error.errorString());
+    const auto document = tool::jsonOf(fileName, text);
+    if (!document)
         return std::nullopt;
-    }
-    if (!document.isArray()) {
+    if (!document->isArray()) {
         tool::complain(fileName + QStringLiteral(": this is no array of devices"));
         return std::nullopt;
     }
     QList<PrintDeviceInfo> devices;
-    const QJsonArray array = document.array();
+    const QJsonArray array = document->array();
     for (const auto &element : array) {
         PrintDeviceInfo device;
         const QString wrongKey = readDevice(element.toObject(), device);

@@ -162,21 +162,14 @@ namespace tool {
 
 std::optional<PrinterDocument> readDocument(const QString &fileName)
 {
-    const std::optional<QByteArray> bytes = readInput(fileName);
-    if (!bytes)
+    const auto json = readJson(fileName);
+    if (!json)
         return std::nullopt;
-    QJsonParseError error;
-    const QJsonDocument json = QJsonDocument::fromJson(*bytes, &error);
-    if (error.error != QJsonParseError::NoError) {
-        complain(QStringLiteral("%1: %2").arg(placeOf(fileName, *bytes, error.offset),
-                                              error.errorString()));
-        return std::nullopt;
-    }
-    if (!json.isObject()) {
+    if (!json->isObject()) {
         complain(QStringLiteral("%1: the document is no JSON object").arg(fileName));
         return std::nullopt;
     }
-    return DocumentReader(fileName).read(json.object());
+    return DocumentReader(fileName).read(json->object());
 }
 
 }  // namespace tool

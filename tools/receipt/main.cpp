@@ -31,29 +31,18 @@ void printHelp()
     tool::printOwn(
         QStringLiteral("Usage: receipt COMMAND [ARGUMENT...]\n\n"
                        "Fills, renders and inspects receipts. Commands:"));
-    for (const Command &command : commands)
-        tool::print(QStringLiteral("  %1 %2")
-                        .arg(QLatin1String(command.name), -10)
-                        .arg(QLatin1String(command.summary)));
+    tool::printCommands(commands, 10);
     tool::printOwn(
         QStringLiteral("\n\"receipt COMMAND --help\" says more. Exit status: 0 success, 1 bad "
                        "input, 2 wrong usage."));
-}
-
-const Command *findCommand(const QString &name)
-{
-    for (const Command &command : commands) {
-        if (name == QLatin1String(command.name))
-            return &command;
-    }
-    return nullptr;
 }
 
 /// A command that draws gets an application with fonts, and works without a display; the others
 /// don't pay for it.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
 {
-    const Command *command = argc > 1 ? findCommand(QString::fromLocal8Bit(argv[1])) : nullptr;
+    const Command *command =
+        argc > 1 ? tool::findCommand(commands, QString::fromLocal8Bit(argv[1])) : nullptr;
     if (command == nullptr || !command->draws)
         return std::make_unique<QCoreApplication>(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -92,7 +81,7 @@ int main(int argc, char *argv[])
         tool::print(QStringLiteral("receipt " RECEIPT_VERSION));
         return tool::Success;
     }
-    if (const Command *command = findCommand(name))
+    if (const Command *command = tool::findCommand(commands, name))
         return tool::finished(command->run(arguments.mid(1)));
     tool::complain(QStringLiteral("there is no command \"%1\"; see \"receipt --help\"").arg(name));
     return tool::WrongUsage;

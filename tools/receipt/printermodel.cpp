@@ -1,12 +1,44 @@
 #include "printermodel.h"
 
-#include <QTextCodec>
 #include <algorithm>
 
 #include "settings/textprintersettings.h"
 #include "support.h"
 
 namespace tool {
+
+namespace {
+
+// The numbers that some model may have.
+constexpr int lastPaperOfAny = 127;
+constexpr int lastFontOfAny = 3;
+
+QCommandLineOption paperOption()
+{
+    return {QStringLiteral("paper"), QStringLiteral("The model's paper type, from 0; default: 0."),
+            QStringLiteral("N"), QStringLiteral("0")};
+}
+
+QCommandLineOption fontOption()
+{
+    return {QStringLiteral("font"),
+            QStringLiteral("The model's font, from 0, of text that chooses none (or font 0, which "
+                           "is the same); default: 0."),
+            QStringLiteral("N"), QStringLiteral("0")};
+}
+
+std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser,
+                                     const std::optional<PrinterInfo> &model, int lastPaper,
+                                     int lastFont)
+{
+    const auto paper = numberOf(parser, paperOption(), 0, lastPaper);
+    const auto font = numberOf(parser, fontOption(), 0, lastFont);
+    if (!paper || !font)
+        return std::nullopt;
+    return ChosenPaper{model, *paper, *font};
+}
+
+}  // namespace
 
 std::optional<PrinterInfo> findModel(const QString &id)
 {
@@ -19,14 +51,6 @@ std::optional<PrinterInfo> findModel(const QString &id)
     return std::nullopt;
 }
 
-const QTextCodec *findCodePage(const QString &name)
-{
-    const QTextCodec *codec = QTextCodec::codecForName(name.toUtf8());
-    if (codec == nullptr)
-        complain(QStringLiteral("--code-page: there is no encoding \"%1\"").arg(name));
-    return codec;
-}
-
 int charactersPerLine(const PrinterInfo &model, int paper, int font)
 {
     TextPrinterSettings settings;
@@ -35,6 +59,51 @@ int charactersPerLine(const PrinterInfo &model, int paper, int font)
     settings.setDefSymbolsPerLine(0);
     settings.setBaseFiscalFont(font + 1);
     return settings.defSymbolsPerLine();
+}
+
+QCommandLineOption modelOption(const QString &byDefault)
+{
+    return {QStringLiteral("model"),
+            QStringLiteral("The printer, with its paper, fonts and characters; see \"receipt "
+                           "models\"; default: %1.")
+                .arg(byDefault.isEmpty() ? QStringLiteral("none") : byDefault),
+            QStringLiteral("ID"), byDefault};
+}
+
+QList<QCommandLineOption> paperOptions(const QString &defaultModel)
+{
+    return {modelOption(defaultModel), paperOption(), fontOption()};
+}
+
+bool choosesPaper(const QCommandLineParser &parser)
+{
+    return parser.isSet(paperOption()) || parser.isSet(fontOption());
+}
+
+std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser)
+{
+    const auto model = findModel(parser.value(modelOption()));
+    if (!model)
+        return std::nullopt;
+    return paperUpTo(parser, model, model->paperTypes().lastKey(), model->fontTypes().size() - 1);
+}
+
+std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser)
+{
+    return paperUpTo(parser, std::nullopt, lastPaperOfAny, lastFontOfAny);
+}
+
+QCommandLineOption codePageOption()
+{
+    return {
+        QStringLiteral("code-page"),
+        QStringLiteral("The printer's character set, such as cp437; default of a model: cp866."),
+        QStringLiteral("NAME"), QStringLiteral("cp866")};
+}
+
+const QTextCodec *codePageOf(const QCommandLineParser &parser)
+{
+    return encodingOf(parser, codePageOption());
 }
 
 }  // namespace tool

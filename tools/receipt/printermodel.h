@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QList>
 #include <QString>
-#include <QStringList>
 #include <optional>
 
 #include "printers/printerinfo.h"
@@ -13,12 +15,33 @@ namespace tool {
 /// The catalogue's record of a model. Complains and gives nothing for an unknown one.
 std::optional<PrinterInfo> findModel(const QString &id);
 
-/// The character set of a printer, which --code-page names. Complains and gives null if there is
-/// none of that name.
-const QTextCodec *findCodePage(const QString &name);
-
 /// Characters per line of a model's font (from 0) on one of its papers, as the library works them
 /// out.
 int charactersPerLine(const PrinterInfo &model, int paper, int font);
+
+/// What a receipt is printed on.
+struct ChosenPaper
+{
+    std::optional<PrinterInfo> model;  ///< nothing: every model
+    int paper = 0;
+    int font = 0;  ///< of text that chooses none
+};
+
+/// The option --model.
+/// @param byDefault the model without it; empty: none
+QCommandLineOption modelOption(const QString &byDefault = QString());
+/// The options --model, --paper and --font.
+QList<QCommandLineOption> paperOptions(const QString &defaultModel = QString());
+/// Whether one of --paper and --font is given.
+bool choosesPaper(const QCommandLineParser &parser);
+/// What these options say of the model. Complains and gives nothing for what isn't there.
+std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser);
+/// The same for a command that takes all models, whatever --model says.
+std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser);
+
+/// The option --code-page, the character set of a printer.
+QCommandLineOption codePageOption();
+/// What that option says. Complains and gives null if there is no such set.
+const QTextCodec *codePageOf(const QCommandLineParser &parser);
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 #include "support.h"
 
 #include <QFile>
+#include <QJsonParseError>
 #include <QLoggingCategory>
 #include <QTextCodec>
 #include <cerrno>
@@ -79,6 +80,16 @@ std::optional<int> numberOf(const QCommandLineParser &parser, const QCommandLine
     return std::nullopt;
 }
 
+const QTextCodec *encodingOf(const QCommandLineParser &parser, const QCommandLineOption &option)
+{
+    const QString name = parser.value(option);
+    const QTextCodec *codec = QTextCodec::codecForName(name.toUtf8());
+    if (codec == nullptr)
+        complain(QStringLiteral("--%1: there is no encoding \"%2\"")
+                     .arg(option.names().constFirst(), name));
+    return codec;
+}
+
 std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
                          const QStringList &arguments, int minimum, int maximum)
 {
@@ -106,7 +117,7 @@ std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
         complain(QStringLiteral("%1: wrong number of arguments; see \"%1 --help\"").arg(program));
         return WrongUsage;
     }
-    setVerbose(parser.isSet(verboseOption().names().constFirst()));
+    setVerbose(parser.isSet(verboseOption()));
     return std::nullopt;
 }
 
@@ -158,6 +169,15 @@ private:
     QString m_text;
 };
 
+/// Line and column, both from 1, of a byte offset in a UTF-8 text.
+QString placeOf(const QString &fileName, const QByteArray &text, int offset)
+{
+    const QByteArray before = text.left(offset);
+    const int line = before.count('\n') + 1;
+    const int column = QString::fromUtf8(before.mid(before.lastIndexOf('\n') + 1)).size() + 1;
+    return QStringLiteral("%1:%2:%3").arg(fileName).arg(line).arg(column);
+}
+
 /// The line, from 1, of the first bytes that don't belong to the encoding.
 int firstBadLine(const QByteArray &bytes, const QTextCodec &codec)
 {
@@ -194,12 +214,21 @@ std::optional<QString> readText(const QString &fileName, const QTextCodec &codec
     return decoder.text();
 }
 
-QString placeOf(const QString &fileName, const QByteArray &text, int offset)
+std::optional<QJsonDocument> readJson(const QString &fileName)
 {
-    const QByteArray before = text.left(offset);
-    const int line = before.count('\n') + 1;
-    const int column = QString::fromUtf8(before.mid(before.lastIndexOf('\n') + 1)).size() + 1;
-    return QStringLiteral("%1:%2:%3").arg(fileName).arg(line).arg(column);
+    const std::optional<QByteArray> text = readInput(fileName);
+    return text ? jsonOf(fileName, *text) : std::nullopt;
+}
+
+std::optional<QJsonDocument> jsonOf(const QString &fileName, const QByteArray &text)
+{
+    QJsonParseError error{};
+    const QJsonDocument json = QJsonDocument::fromJson(text, &error);
+    if (error.error == QJsonParseError::NoError)
+        return json;
+    complain(
+        QStringLiteral("%1: %2").arg(placeOf(fileName, text, error.offset), error.errorString()));
+    return std::nullopt;
 }
 
 QCommandLineOption verboseOption()

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QCommandLineParser>
+#include <QJsonDocument>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -44,6 +45,9 @@ QStringList linesOf(const QByteArray &json);
 std::optional<int> numberOf(const QCommandLineParser &parser, const QCommandLineOption &option,
                             int minimum, int maximum);
 
+/// The encoding that an option names. Complains and gives null if there is none of that name.
+const QTextCodec *encodingOf(const QCommandLineParser &parser, const QCommandLineOption &option);
+
 /// Parses a command's own arguments. `-h`/`--help` prints the help; both that and a wrong option
 /// end the command with the status given here. Nothing: go on with the parsed values.
 /// @param usage     the command's name, for example "fill"
@@ -62,8 +66,11 @@ std::optional<QString> readText(const QString &fileName);
 /// The same for another encoding.
 std::optional<QString> readText(const QString &fileName, const QTextCodec &codec);
 
-/// Line and column, both from 1, of a byte offset in a UTF-8 text, for messages.
-QString placeOf(const QString &fileName, const QByteArray &text, int offset);
+/// The JSON of a file's text. Complains, naming the place, and gives nothing if it is none.
+std::optional<QJsonDocument> jsonOf(const QString &fileName, const QByteArray &text);
+
+/// The same of a file, "-" being standard input.
+std::optional<QJsonDocument> readJson(const QString &fileName);
 
 /// The option that every command understands: library log lines go to standard error.
 QCommandLineOption verboseOption();

@@ -12,19 +12,13 @@ QCommandLineOption codecOption()
 {
     return QCommandLineOption(
         QStringLiteral("codec"),
-        QStringLiteral("Encoding of the template, such as cp866 or windows-1251; default UTF-8."),
+        QStringLiteral("Encoding of the template, such as cp866 or windows-1251; default: UTF-8."),
         QStringLiteral("NAME"), QStringLiteral("UTF-8"));
 }
 
-std::optional<const QTextCodec *> codecOf(const QCommandLineParser &parser)
+const QTextCodec *codecOf(const QCommandLineParser &parser)
 {
-    const QString name = parser.value(codecOption().names().constFirst());
-    const QTextCodec *codec = QTextCodec::codecForName(name.toUtf8());
-    if (codec == nullptr) {
-        complain(QStringLiteral("--codec: there is no encoding \"%1\"").arg(name));
-        return std::nullopt;
-    }
-    return codec;
+    return encodingOf(parser, codecOption());
 }
 
 void addTemplateAndDocument(QCommandLineParser &parser)

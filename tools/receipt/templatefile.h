@@ -12,8 +12,8 @@ namespace tool {
 
 /// The option that names the encoding of a template.
 QCommandLineOption codecOption();
-/// What that option says. Complains and gives nothing if there is no such encoding.
-std::optional<const QTextCodec *> codecOf(const QCommandLineParser &parser);
+/// What that option says. Complains and gives null if there is no such encoding.
+const QTextCodec *codecOf(const QCommandLineParser &parser);
 
 /// Adds the arguments TEMPLATE and DATA.json.
 void addTemplateAndDocument(QCommandLineParser &parser);
