@@ -310,6 +310,9 @@ private Q_SLOTS:
         const auto root = [&](const QByteArray &content) {
             return "<SpecialSymbolImages>" + good + content + "</SpecialSymbolImages>";
         };
+        const auto utf16 = [](const QString &text) {
+            return QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+        };
         const auto typed = [&](const QByteArray &type) {
             return "<!DOCTYPE a " + type + ">" + root("");
         };
@@ -344,10 +347,17 @@ private Q_SLOTS:
                                         QString(typed("[<!ENTITY e \"x\">]")))
                                  << entities;
         }
+        const QByteArray otherEncoding = "an XML declaration in another encoding than it names";
         const QByteArray declaration = "<?xml version=\"1.0\" encoding=\"IBM037\"?>";
         QTest::newRow("EBCDIC") << declaration + QTextCodec::codecForName("IBM037")->fromUnicode(
                                                      QString(typed("[<!ENTITY e \"x\">]")))
-                                << entities;
+                                << otherEncoding;
+        // 39 characters, of which UTF-16 makes 20 and a comment; the reader goes on behind it.
+        const QByteArray hidden =
+            "<?xml version=\"1.0\" encoding=\"UTF-16\"?> " +
+            utf16(QStringLiteral("<!--").leftJustified(39 - 20, QLatin1Char('x')) +
+                  QString(root("<a" + QByteArray(" b='>'").repeated(200) + "/>")));
+        QTest::newRow("tags hidden by a change of the encoding") << hidden << otherEncoding;
         QTest::newRow("long declaration")
             << QByteArray(declaration).replace(" encoding", QByteArray(5000, ' ') + "encoding")
             << QByteArray("an XML declaration of more than");
@@ -396,6 +406,14 @@ private Q_SLOTS:
         QTest::newRow("just 16 MiB") << root + QByteArray((16 << 20) - root.size(), ' ');
         for (const char *codec : {"UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32BE", "UTF-32LE"})
             QTest::newRow(codec) << QTextCodec::codecForName(codec)->fromUnicode(QString(root));
+        for (const char *codec : {"UTF-8", "UTF-16", "UTF-32"}) {
+            const QString declared =
+                QStringLiteral("\xFEFF<?xml version=\"1.0\" encoding=\"%1\"?>");
+            QTest::newRow(qPrintable(QStringLiteral("named %1").arg(codec)))
+                << QTextCodec::codecForName(codec)
+                       ->makeEncoder(QTextCodec::IgnoreHeader)
+                       ->fromUnicode(declared.arg(codec) + QString(root));
+        }
         QTest::newRow("windows-1251")
             << "<?xml version=\"1.0\" encoding=\"windows-1251\"?><!-- \xE0 -->" + root;
     }

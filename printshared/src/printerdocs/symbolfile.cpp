@@ -43,10 +43,9 @@ QByteArray namedEncoding(const QByteArray &content)
 }
 
 /// The text in UTF-8, whatever its encoding.
-QByteArray utf8Of(const QByteArray &content)
+QByteArray utf8Of(const QByteArray &content, const QByteArray &named)
 {
     constexpr int mibOfUtf8 = 106;
-    const QByteArray named = namedEncoding(content);
     const QTextCodec *const codec =
         QTextCodec::codecForName(named.isEmpty() ? encodingByStart(content) : named);
     if (codec == nullptr || codec->mibEnum() == mibOfUtf8)
@@ -192,7 +191,13 @@ QString refusal(const QByteArray &content)
 {
     if (content.size() > mostBytes)
         return QStringLiteral("the file has more than %1 bytes").arg(mostBytes);
-    return Scan(utf8Of(content)).refusal();
+    const QByteArray named = namedEncoding(content);
+    const QByteArray text = utf8Of(content, named);
+    // The reader changes to the named encoding after as many characters as the declaration has:
+    // in another one it would go on elsewhere.
+    if (!named.isEmpty() && !text.startsWith("<?xml") && !text.startsWith("\xEF\xBB\xBF<?xml"))
+        return QStringLiteral("line 1: an XML declaration in another encoding than it names");
+    return Scan(text).refusal();
 }
 
 }  // namespace symbolfile

@@ -13,8 +13,9 @@ constexpr int mostBytes = 16 << 20;
 constexpr int mostOpenCharacters = 1024;
 
 /// Why a file isn't to be read, with its line; empty if it may be. It may not if it has more than
-/// mostBytes, a document type declaration with entities or attribute lists, or a start tag that has
-/// more than mostOpenCharacters together with those of the elements in which it stands.
+/// mostBytes, an XML declaration that isn't in the encoding it names, a document type declaration
+/// with entities or attribute lists, or a start tag that has more than mostOpenCharacters together
+/// with those of the elements in which it stands.
 QString refusal(const QByteArray &content);
 
 }  // namespace symbolfile
