@@ -70,7 +70,7 @@ std::string parametersOf(const bbcpp::BBElement &element)
     std::string text;
     for (const auto &[key, value] : element.getParameters()) {
         text += text.empty() ? "{" : ", {";
-        text += key + '=' + value + '}';
+        text.append(key).append("=").append(value).append("}");
     }
     return "{ " + text + " }";
 }
