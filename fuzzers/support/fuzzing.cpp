@@ -13,7 +13,8 @@
 #include "settings/checktemplatessettings.h"
 
 #if defined(QT_NO_DEBUG) || !defined(_GLIBCXX_ASSERTIONS)
-#error "fuzzing without the assertions of Qt and of the standard library passes over what it is there for"
+#error \
+    "fuzzing without the assertions of Qt and of the standard library passes over what it is there for"
 #endif
 
 namespace fuzzing {

@@ -33,8 +33,8 @@ public:
     /// at each call from the system's configuration file, /opt/tarnwick/etc/tarn.conf. That also
     /// creates the print service's folders "printsrv" and "png" there, writable for all users, as
     /// PrintSrvSettings does; "templates" isn't created.
-    /// A folder that can't be created is logged; nothing is locked then, so a message handler may use
-    /// all settings.
+    /// A folder that can't be created is logged; nothing is locked then, so a message handler may
+    /// use all settings.
     QString checkTemplatesPath() const;
     /// Sets the folder; an empty path means the default again.
     void setCheckTemplatesPath(const QString &path);

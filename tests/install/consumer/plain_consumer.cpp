@@ -1,5 +1,5 @@
-// What works without Qt's headers may be compiled without -fPIC: then the program has copies of what the
-// library points to, and its own addresses of the library's functions.
+// What works without Qt's headers may be compiled without -fPIC: then the program has copies of
+// what the library points to, and its own addresses of the library's functions.
 #include <cstdio>
 #include <memory>
 
