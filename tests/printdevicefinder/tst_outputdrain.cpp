@@ -145,6 +145,8 @@ private Q_SLOTS:
         QTest::newRow("two stop bits") << 1200 << 2 << 12 << 110;
         QTest::newRow("an adapter's buffer at 1200") << 1200 << 1 << 128 << 1067;
         QTest::newRow("an adapter's buffer at 115200") << 115200 << 1 << 128 << 12;
+        QTest::newRow("the slowest line that is waited for") << 300 << 1 << 128 << 4267;
+        QTest::newRow("no printer's line") << 1 << 1 << 128 << 4267;
         QTest::newRow("none") << 9600 << 1 << 0 << 0;
     }
 

@@ -11,6 +11,8 @@ constexpr qint64 spareMilliseconds = 200;
 constexpr qint64 adapterCharacters = 128;
 constexpr qint64 lookEveryMilliseconds = 5;
 constexpr qint64 millisecondsPerSecond = 1000;
+// A record may name any baud rate, on which closing would take a quarter of an hour.
+constexpr qint64 slowestBaudRate = 300;
 
 int bitsPerCharacter(const QSerialPort &port)
 {
@@ -58,7 +60,7 @@ SerialPortOutput::SerialPortOutput(QSerialPort &port) : m_port(port)
 
 qint64 SerialPortOutput::millisecondsFor(qint64 characters) const
 {
-    const qint64 baudRate = std::max(1, m_port.baudRate(QSerialPort::Output));
+    const qint64 baudRate = std::max<qint64>(slowestBaudRate, m_port.baudRate(QSerialPort::Output));
     return (characters * bitsPerCharacter(m_port) * millisecondsPerSecond + baudRate - 1) /
            baudRate;
 }
