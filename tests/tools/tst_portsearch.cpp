@@ -221,6 +221,52 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(PortUse::lockFilePath(printer.portPath())));
     }
 
+    // Other makers' programs write no more than the number of their process.
+    void lockOfALivingProcessStays_data()
+    {
+        QTest::addColumn<QString>("form");
+        QTest::addColumn<int>("age");
+        const QString programs = QString("%1\ntst_portsearch\n%2\n");
+        QTest::newRow("other maker's, new") << QString("%1\n") << 0;
+        QTest::newRow("other maker's, old") << QString("%1\n") << 3600;
+        QTest::newRow("Qt's, new") << programs << 0;
+        QTest::newRow("Qt's, old") << programs << 3600;
+    }
+
+    void lockOfALivingProcessStays()
+    {
+        QFETCH(QString, form);
+        QFETCH(int, age);
+        const VirtualPrinter printer(printerOf("AV_268"));
+        QString content = form.arg(::getpid(), 10);
+        if (content.contains("%2"))
+            content = content.arg(QSysInfo::machineHostName());
+        QFile lock(PortUse::lockFilePath(printer.portPath()));
+        QVERIFY(lock.open(QIODevice::ReadWrite));
+        lock.write(content.toLocal8Bit());
+        QVERIFY(lock.flush());
+        QVERIFY(lock.setFileTime(QDateTime::currentDateTimeUtc().addSecs(-age),
+                                 QFileDevice::FileModificationTime));
+        const QString reason = PortUse(printer.portPath()).reason();
+        QVERIFY(QFile::remove(lock.fileName()));
+        const QString expected = QString("%1 is held by process %2 (tst_portsearch) of user ")
+                                     .arg(printer.portPath())
+                                     .arg(::getpid());
+        QVERIFY2(reason.startsWith(expected), qPrintable(reason));
+    }
+
+    void lockOfADeadProcessIsNoObstacle()
+    {
+        const VirtualPrinter printer(printerOf("AV_268"));
+        QFile lock(PortUse::lockFilePath(printer.portPath()));
+        QVERIFY(lock.open(QIODevice::WriteOnly));
+        lock.write(" 999999999\n");
+        lock.close();
+        const PortUse use(printer.portPath());
+        QVERIFY2(use.isUsable(), qPrintable(use.reason()));
+        QVERIFY(!lock.exists());
+    }
+
     // As one of another user is, in a folder from which only its owner may remove it.
     void lockThatNobodyHoldsIsNamedWithItsOwner()
     {

@@ -152,22 +152,27 @@ QString PortUse::lockFilePath(const QString &path)
     return {};
 }
 
-/// Tries what QSerialPort will do, and takes the lock off again.
+/// Tries what QSerialPort will do, and takes the lock off again. QLockFile would also take away the
+/// lock of a living process if it names no program, as those of other makers' programs, such as
+/// minicom, or if it is older than half a minute.
 QString PortUse::lookAtLock(const QString &path) const
 {
     const QString lockPath = lockFilePath(path);
     if (lockPath.isEmpty())
         return QStringLiteral("%1: there is no folder for its lock file").arg(m_location);
     QLockFile lock(lockPath);
-    if (lock.tryLock(0))
+    qint64 process = 0;
+    QString host;
+    QString program;
+    const bool namesLivingProcess = lock.getLockInfo(&process, &host, &program) && isAlive(process);
+    if (namesLivingProcess)
+        lock.setStaleLockTime(0);
+    if (!(namesLivingProcess && program.isEmpty()) && lock.tryLock(0))
         return {};
     struct stat status = {};
     if (::lstat(QFile::encodeName(lockPath).constData(), &status) != 0)
         return QStringLiteral("%1: its lock file %2 can't be made").arg(m_location, lockPath);
-    qint64 process = 0;
-    QString host;
-    QString program;
-    if (lock.getLockInfo(&process, &host, &program) && isAlive(process))
+    if (namesLivingProcess)
         return QStringLiteral("%1 is held by %2, by its lock file %3 of user %4")
             .arg(m_location, describedProcess(process), lockPath, userName(status.st_uid));
     return QStringLiteral("%1 is locked by %2 of user %3, and no process is behind it; remove it")
