@@ -6,6 +6,7 @@
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QtTest>
+#include <clocale>
 
 #include "portsearch.h"
 #include "searchprogress.h"
@@ -173,6 +174,27 @@ private Q_SLOTS:
         QCOMPARE(lines.constLast(), last);
         for (const QString &line : lines)
             QVERIFY(line.size() < 6);
+    }
+
+    // Links to ports may have any name.
+    void progressCountsColumns()
+    {
+        const QString port = QString::fromUtf8("/dev/\u30EC\u30B8\U0001F5A8e\u0301");
+        const auto shown = [&port](int width) {
+            return searchProgressLines(portsOf({port}), 24, width).constLast();
+        };
+        const QString name = QString::fromUtf8("\u30EC\u30B8\U0001F5A8e\u0301: l");
+        // In a locale that knows no such characters each of them may take two columns.
+        for (const char *const locale : {"C.UTF-8", "C"}) {
+            QVERIFY(std::setlocale(LC_CTYPE, locale) != nullptr);
+            QCOMPARE(shown(2), QString());
+            QCOMPARE(shown(3), name.left(1));
+            QCOMPARE(shown(4), name.left(1));
+            QCOMPARE(shown(5), name.left(2));
+            QVERIFY(!shown(6).endsWith(QChar(0xD83D)));
+        }
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        QVERIFY(shown(11).startsWith(name.left(name.size() - 2)));
     }
 
     // Ports that can't be used

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cwchar>
 #include <utility>
 
 #include "terminaltext.h"
@@ -27,6 +28,24 @@ QString shortName(const QString &portName)
 QString portLine(const PortProgress &port)
 {
     return QStringLiteral("%1: %2").arg(shortName(port.name), port.plan.toString());
+}
+
+/// The columns that a character takes: two if the locale doesn't know it.
+int columnsOf(uint character)
+{
+    const int columns = ::wcwidth(static_cast<wchar_t>(character));
+    return columns < 0 ? 2 : columns;
+}
+
+/// As much of a line's start as has room in so many columns.
+QString fitting(const QString &line, int columns)
+{
+    QVector<uint> characters = line.toUcs4();
+    int count = 0;
+    while (count < characters.size() && columnsOf(characters.at(count)) <= columns)
+        columns -= columnsOf(characters.at(count++));
+    characters.resize(count);
+    return QString::fromUcs4(characters.constData(), count);
 }
 
 /// The ports are searched at once: the whole takes as long as the longest of them.
@@ -63,7 +82,7 @@ QStringList searchProgressLines(const QList<PortProgress> &ports, int height, in
         line = terminaltext::shown(line);
         // A line of the full width would wrap, and be two.
         if (width > 0)
-            line.truncate(std::max(1, width - 1));
+            line = fitting(line, std::max(1, width - 1));
     }
     return lines;
 }
