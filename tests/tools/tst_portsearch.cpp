@@ -6,6 +6,7 @@
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QtTest>
+#include <climits>
 #include <clocale>
 
 #include "portsearch.h"
@@ -393,6 +394,50 @@ private Q_SLOTS:
             QVERIFY(!QFile::exists(PortUse::lockFilePath(printer->portPath())));
         // Not even the dialogue under way has gone on.
         QVERIFY(printers.at(0)->received().size() < 63 * 6);
+    }
+
+    void interruptLeavesClosingBytesTheTimeThatThereIs_data()
+    {
+        QTest::addColumn<qint64>("leftAfter");
+        QTest::addColumn<QStringList>("calls");
+        QTest::newRow("not under way any more") << qint64(0) << QStringList{"drop", "close"};
+        QTest::newRow("on a slow line") << qint64(50) << QStringList{"empty", "drop", "close"};
+        QTest::newRow("on a held line") << qint64(INT_MAX) << QStringList{"drop", "close"};
+    }
+
+    void interruptLeavesClosingBytesTheTimeThatThereIs()
+    {
+        // A driver's queue that is empty after so many milliseconds.
+        class SlowOutput : public HurriableOutput
+        {
+        public:
+            SlowOutput(QSerialPort &port, const SearchOrders &orders, qint64 leftAfter)
+                : HurriableOutput(port, orders), m_leftAfter(leftAfter)
+            {}
+            qint64 queued() const override { return now() < m_leftAfter ? 17 : 0; }
+            void drop() override
+            {
+                if (m_leftAfter > 0 && queued() == 0)
+                    calls.append("empty");
+                calls.append("drop");
+            }
+            void close() override { calls.append("close"); }
+
+            QStringList calls;
+
+        private:
+            const qint64 m_leftAfter;
+        };
+        QFETCH(qint64, leftAfter);
+        const VirtualPrinter printer(printerOf("AV_268"));
+        QSerialPort port(printer.portPath());
+        QVERIFY(port.open(QIODevice::ReadWrite));
+        QVERIFY(port.setBaudRate(QSerialPort::Baud1200));
+        SearchOrders orders;
+        orders.hurry = true;
+        SlowOutput output(port, orders, leftAfter);
+        discovery::closePort(output, true);
+        QTEST(output.calls, "calls");
     }
 
     void nothingToSearchIsOver()

@@ -12,7 +12,7 @@ class PrintersHelper;
 struct SearchOrders
 {
     std::atomic<bool> stop{false};   ///< Don't look any further.
-    std::atomic<bool> hurry{false};  ///< Not even the closing bytes are waited for.
+    std::atomic<bool> hurry{false};  ///< The closing bytes have 200 ms left.
 };
 
 /// A port whose waits end at once when the search is stopped: the library's own search goes on to
@@ -37,7 +37,8 @@ private:
     PrintersHelper *m_helper = nullptr;
 };
 
-/// Its closing bytes are waited for unless the program has to end.
+/// Its closing bytes are waited for; if the program has to end, no longer than it has time, and
+/// those that an adapter may still hold not at all.
 class HurriableOutput : public SerialPortOutput
 {
 public:
@@ -45,5 +46,8 @@ public:
     bool pause(int milliseconds) override;
 
 private:
+    bool mayWait();
+
     const SearchOrders &m_orders;
+    qint64 m_hurryEnd = 0;  ///< On the clock of now(); 0: there is no hurry yet.
 };
