@@ -79,6 +79,31 @@ public:
     std::unique_ptr<PrintDeviceFinder> finder;
 };
 
+/// Writes down how a port is closed, and doesn't wait.
+class RecordingOutput : public SerialPortOutput
+{
+public:
+    using SerialPortOutput::SerialPortOutput;
+    static std::unique_ptr<PortOutput> of(QSerialPort &port)
+    {
+        return std::make_unique<RecordingOutput>(port);
+    }
+
+    bool pause(int milliseconds) override
+    {
+        calls.append(QString("pause %1").arg(milliseconds));
+        return true;
+    }
+    void drop() override { calls.append("drop"); }
+    void close() override
+    {
+        calls.append("close");
+        SerialPortOutput::close();
+    }
+
+    static inline QStringList calls;
+};
+
 }  // namespace
 
 class TestPrintDeviceFinder : public QObject
@@ -878,29 +903,11 @@ private Q_SLOTS:
 
     void closingBytesLeaveTheLineBeforeThePortCloses()
     {
-        static QStringList calls;
-        class RecordingOutput : public SerialPortOutput
-        {
-        public:
-            using SerialPortOutput::SerialPortOutput;
-            bool pause(int milliseconds) override
-            {
-                calls.append(QString("pause %1").arg(milliseconds));
-                return true;
-            }
-            void drop() override { calls.append("drop"); }
-            void close() override
-            {
-                calls.append("close");
-                SerialPortOutput::close();
-            }
-        };
+        QStringList &calls = RecordingOutput::calls;
         for (const bool isPrinter : {true, false}) {
             calls.clear();
             PrinterBench bench;
-            discovery::outputOf = [](QSerialPort &port) -> std::unique_ptr<PortOutput> {
-                return std::make_unique<RecordingOutput>(port);
-            };
+            discovery::outputOf = RecordingOutput::of;
             const auto printer = bench.add(printerOf("CITIZEN_PPU_700", isPrinter ? 1200 : 9600));
             ObservedFinder observed;
             QList<PrintDeviceInfo> records{record(printer->portPath(), "CITIZEN_PPU_700", 1200)};
@@ -910,6 +917,29 @@ private Q_SLOTS:
             QCOMPARE(calls, isPrinter ? (QStringList{"pause 1067", "close"})
                                       : (QStringList{"drop", "close"}));
         }
+    }
+
+    // The system's close would wait for what a held line doesn't take.
+    void cancelledTestDropsWhatIsUnderWay()
+    {
+        std::atomic<bool> reached{false};
+        std::atomic<bool> hold{true};
+        RecordingOutput::calls.clear();
+        PrinterBench bench;
+        discovery::outputOf = RecordingOutput::of;
+        const auto printer = bench.add(printerOf("CUSTOM_VKP_80"));
+        bench.beforeWait = [&](QSerialPort &, int, int) {
+            reached = true;
+            bench.holdWhile([&hold] { return hold.load(); });
+        };
+        ObservedFinder observed;
+        QList<PrintDeviceInfo> records{record(printer->portPath())};
+        observed.finder->test(records);
+        QTRY_VERIFY(reached.load());
+        observed.finder->cancel();
+        hold = false;
+        ObservedFinder::settle();
+        QCOMPARE(RecordingOutput::calls, (QStringList{"drop", "close"}));
     }
 
     void endlessGarbageEndsTheSearch()

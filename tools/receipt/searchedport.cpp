@@ -29,9 +29,6 @@ bool SearchedPort::mayGoOn()
     if (m_orders.stop) {
         if (m_helper != nullptr)
             m_helper->requestStop();
-        // The system's close would wait for what a held line doesn't take.
-        if (isOpen())
-            clear(QSerialPort::AllDirections);
         requestClose();
     }
     closeIfRequested();

@@ -2,6 +2,8 @@
 
 #include <poll.h>
 
+#include "printdevicefinder/outputdrain_p.h"
+
 namespace {
 
 bool hasHungUp(int descriptor)
@@ -35,5 +37,5 @@ void CancellablePort::requestClose()
 void CancellablePort::closeIfRequested()
 {
     if (m_closeRequested.load(std::memory_order_relaxed) && isOpen())
-        close();
+        discovery::closePort(*discovery::outputOf(*this), false);
 }
