@@ -400,6 +400,60 @@ private Q_SLOTS:
         }
     }
 
+    // As behind "| head": a program that is killed leaves half of a command and its lock file.
+    void readerThatGoesLeavesThePortsAsTheyWere_data()
+    {
+        QTest::addColumn<int>("stream");
+        QTest::addColumn<QByteArray>("last");
+        QTest::newRow("of the output") << STDOUT_FILENO << QByteArray("\x1D\x65\x02");
+        QTest::newRow("of the progress") << STDERR_FILENO << QByteArray();
+    }
+
+    void readerThatGoesLeavesThePortsAsTheyWere()
+    {
+        class DeafProcess : public QProcess
+        {
+        public:
+            explicit DeafProcess(int stream) : m_stream(stream)
+            {
+                m_isReady = ::pipe(m_pipe) == 0 && ::close(m_pipe[0]) == 0;
+            }
+            ~DeafProcess() override { ::close(m_pipe[1]); }
+            bool isReady() const { return m_isReady; }
+
+        protected:
+            void setupChildProcess() override { ::dup2(m_pipe[1], m_stream); }
+
+        private:
+            const int m_stream;
+            int m_pipe[2] = {-1, -1};
+            bool m_isReady = false;
+        };
+        QFETCH(int, stream);
+        QFETCH(QByteArray, last);
+        VirtualPrinterOptions options = printerOnFirstLine("CUSTOM_VKP_80");
+        options.fault = last.isEmpty() ? VirtualFault::Silent : VirtualFault::None;
+        VirtualPrinter printer(options);
+        printer.start();
+        const int descriptor =
+            ::open(printer.portPath().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
+        termios before = {};
+        termios after = {};
+        QCOMPARE(::tcgetattr(descriptor, &before), 0);
+        DeafProcess program(stream);
+        QVERIFY(program.isReady());
+        program.start(RECEIPT_PROGRAM, {"find", "--port", printer.portPath()});
+        QVERIFY(program.waitForFinished(runMilliseconds));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 1);
+        QCOMPARE(::tcgetattr(descriptor, &after), 0);
+        ::close(descriptor);
+        QVERIFY(std::memcmp(&before, &after, sizeof before) == 0);
+        QCOMPARE(QDir("/var/lock").entryList({"LCK..pts_" + printer.portName().section('/', 1)}),
+                 QStringList());
+        QVERIFY(printer.received().endsWith(last));
+    }
+
     void interruptCancels()
     {
         QProcess program;

@@ -8,7 +8,12 @@
 
 namespace {
 
-constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGPIPE};
+
+bool isFromAPerson(int signal)
+{
+    return signal == SIGINT || signal == SIGTERM;
+}
 
 int interruptPipe[2] = {-1, -1};
 
@@ -28,13 +33,14 @@ Interrupt::Interrupt()
     m_notifier = std::make_unique<QSocketNotifier>(interruptPipe[0], QSocketNotifier::Read);
     struct sigaction action = {};
     action.sa_handler = noteInterrupt;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : endingSignals) {
+        // Each line to a reader that has gone gives another one.
+        action.sa_flags = signal == SIGPIPE ? 0 : static_cast<int>(SA_RESETHAND);
         struct sigaction before = {};
-        // What nohup has switched off stays off.
+        // What nohup or the parent has switched off stays off.
         const bool isOff =
             ::sigaction(signal, nullptr, &before) == 0 && before.sa_handler == SIG_IGN;
-        if (signal != SIGHUP || !isOff)
+        if (isFromAPerson(signal) || !isOff)
             ::sigaction(signal, &action, nullptr);
     }
 }

@@ -3,8 +3,9 @@
 #include <QSocketNotifier>
 #include <memory>
 
-/// Turns an interrupt, a hang-up of the terminal and a request to end into an event. The second one
-/// ends the program as ever. One object at a time.
+/// Turns an interrupt, a hang-up of the terminal, a request to end and the end of who reads the
+/// output into an event. The second one of the first three ends the program as ever. One object at
+/// a time.
 class Interrupt
 {
 public:
