@@ -75,6 +75,64 @@ private Q_SLOTS:
                  chained ? 3 : 2);
     }
 
+    void folderBehindALinkOfAnotherUserIsRefused_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::newRow("folder") << "today/out.txt";
+        QTest::newRow("folder above") << "today/inner/out.txt";
+        QTest::newRow("up again") << "today/../own/out.txt";
+        QTest::newRow("new file") << "today/new.txt";
+        QTest::newRow("behind an own link") << "link/out.txt";
+    }
+
+    void folderBehindALinkOfAnotherUserIsRefused()
+    {
+        if (::geteuid() != 0)
+            QSKIP("only root gives links away");
+        QFETCH(const QString, way);
+        const WorkFolder folder;
+        QVERIFY(QDir(folder.path(".")).mkpath("own/inner"));
+        const QString victim = folder.file("own/out.txt", "precious");
+        const QString inner = folder.file("own/inner/out.txt", "precious");
+        const QString trap = folder.path("today");
+        QVERIFY(QFile::link(folder.path("own"), trap));
+        QVERIFY(QFile::link(trap, folder.path("link")));
+        giveAway(trap);
+        const ReceiptRun run = renderTo(folder.path(way));
+        QCOMPARE(run.errors, "receipt: " + folder.path(way) +
+                                 ": a symbolic link of the user nobody isn't followed: " + trap +
+                                 "\n");
+        QCOMPARE(run.status, 1);
+        QCOMPARE(folder.content("own/out.txt"), QByteArray("precious"));
+        QCOMPARE(folder.content("own/inner/out.txt"), QByteArray("precious"));
+        QVERIFY(!QFile::exists(folder.path("own/new.txt")));
+    }
+
+    void folderBehindAnOwnLinkIsWrittenTo_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<QString>("written");
+        QTest::newRow("folder") << "link/out.txt"
+                                << "own/inner/out.txt";
+        QTest::newRow("up from where the link leads") << "link/../out.txt"
+                                                      << "own/out.txt";
+        QTest::newRow("double slash and dot") << "link//./out.txt"
+                                              << "own/inner/out.txt";
+    }
+
+    void folderBehindAnOwnLinkIsWrittenTo()
+    {
+        QFETCH(const QString, way);
+        QFETCH(const QString, written);
+        const WorkFolder folder;
+        QVERIFY(QDir(folder.path(".")).mkpath("own/inner"));
+        QCOMPARE(::symlink("own/inner", QFile::encodeName(folder.path("link")).constData()), 0);
+        const ReceiptRun run = renderTo(folder.path(".") + "/" + way);
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+        QVERIFY(!folder.content(written).isEmpty());
+    }
+
     void linkOfAnotherUserInAFolderOfPicturesIsRefused()
     {
         if (::geteuid() != 0)

@@ -42,30 +42,49 @@ QString faultOfTarget(const struct stat &status)
                                    : QStringLiteral("is there already and is no regular file");
 }
 
-/// The file that a name stands for, behind links; nothing with a fault if that can't be written.
+/// What stands at a part of a path in a folder that has no links on its way.
+QString nameOfPart(const QString &folder, const QString &part)
+{
+    if (part.isEmpty() || part == QLatin1String("."))
+        return folder;
+    return part == QLatin1String("..") ? QFileInfo(folder).path() : QDir(folder).filePath(part);
+}
+
+/// The file that a name stands for, behind links at the name and at the folders on its way; nothing
+/// with a fault if that can't be written.
 std::optional<QString> targetOf(const QString &fileName, QString &fault)
 {
-    QString name = fileName;
-    for (int links = 0; links < mostLinks; ++links) {
+    const QString slash = QStringLiteral("/");
+    // The parts as they stand: what ".." behind a link means is the link's affair.
+    QStringList left =
+        (fileName.startsWith(slash) ? fileName : QDir::currentPath() + slash + fileName)
+            .split(slash);
+    QString folder = slash;
+    for (int links = 0; links < mostLinks && fault.isEmpty();) {
+        const QString name = nameOfPart(folder, left.takeFirst());
         struct stat status = {};
         if (::lstat(QFile::encodeName(name).constData(), &status) != 0) {
-            if (errno == ENOENT)
+            if (errno == ENOENT && left.isEmpty())
                 return name;
             fault = qt_error_string(errno);
-            return std::nullopt;
-        }
-        if (!S_ISLNK(status.st_mode)) {
-            fault = faultOfTarget(status);
-            return fault.isEmpty() ? std::optional<QString>(name) : std::nullopt;
-        }
-        if (!isFollowed(status)) {
+        } else if (S_ISLNK(status.st_mode) && isFollowed(status)) {
+            left = QFileInfo(name).symLinkTarget().split(slash) + left;
+            folder = slash;
+            ++links;
+        } else if (S_ISLNK(status.st_mode)) {
             fault = QStringLiteral("a symbolic link of the user %1 isn't followed")
-                        .arg(ownerOf(status));
-            return std::nullopt;
+                        .arg(ownerOf(status)) +
+                    (left.isEmpty() ? QString() : QStringLiteral(": ") + name);
+        } else if (left.isEmpty()) {
+            fault = faultOfTarget(status);
+            if (fault.isEmpty())
+                return name;
+        } else {
+            folder = name;
         }
-        name = QFileInfo(name).symLinkTarget();
     }
-    fault = qt_error_string(ELOOP);
+    if (fault.isEmpty())
+        fault = qt_error_string(ELOOP);
     return std::nullopt;
 }
 
