@@ -1,4 +1,6 @@
 #include <malloc.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <QImage>
 #include <QImageReader>
@@ -1182,6 +1184,56 @@ private Q_SLOTS:
                      QByteArray(qstrcmp(target, "one") == 0 ? "80000000" : "40000000"));
             QCOMPARE(loaded(directory.path(), "logo").fileName(), link);
         }
+    }
+
+    /// With files of the same size and times, as they are unpacked side by side.
+    void foldersThatChangePlacesAreReadAnew()
+    {
+        const QTemporaryDir directory;
+        QDir folder(directory.path());
+        const auto changed = [&](const QString &name) {
+            return QFileInfo(directory.filePath(name)).metadataChangeTime();
+        };
+        QVERIFY(folder.mkdir("one"));
+        QVERIFY(folder.mkdir("two"));
+        do {
+            writeFile(directory.filePath("one/logo.pbm"), "P1\n2 1\n1 0\n");
+            writeFile(directory.filePath("two/logo.pbm"), "P1\n2 1\n0 1\n");
+        } while (changed("one/logo.pbm") != changed("two/logo.pbm"));
+        QTest::qSleep(2100);
+        QCOMPARE(loaded(folder.filePath("one"), "logo").image().toHex(), QByteArray("80000000"));
+        QVERIFY(folder.rename("one", "old"));
+        QVERIFY(folder.rename("two", "one"));
+        QCOMPARE(loaded(folder.filePath("one"), "logo").image().toHex(), QByteArray("40000000"));
+    }
+
+    void pictureThatCouldNotBeOpenedIsTriedAgain()
+    {
+        if (::geteuid() != 0)
+            QSKIP("only root changes its user");
+        constexpr uid_t nobody = 65534;
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.pbm"), "P1\n2 1\n1 0\n");
+        QVERIFY(QFile::setPermissions(directory.path(), QFile::Permissions(0x7555)));
+        QVERIFY(QFile::setPermissions(directory.filePath("logo.pbm"), QFile::ReadOwner));
+        QTest::qSleep(2100);
+        QCOMPARE(::seteuid(nobody), 0);
+        const int width = loaded(directory.path(), "logo").width();
+        QCOMPARE(::seteuid(0), 0);
+        QCOMPARE(width, 0);
+        QCOMPARE(loaded(directory.path(), "logo").width(), 2);
+    }
+
+    /// Nobody writes to the FIFO: whoever opens it waits.
+    void fifoIsNoPicture()
+    {
+        const QTemporaryDir directory;
+        const QString fifo = directory.filePath("logo.png");
+        QCOMPARE(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+        QVERIFY(QFile::link(fifo, directory.filePath("mark.png")));
+        QVERIFY(QFile::link("/dev/zero", directory.filePath("zero.png")));
+        for (const char *name : {"logo", "mark", "zero"})
+            QCOMPARE(loaded(directory.path(), name).width(), 0);
     }
 
     /// Where trying every way to share a name between the wildcards would never end.

@@ -1,9 +1,12 @@
 #include "printerdocs/bbcodeimage_p.h"
 
+#include <sys/stat.h>
+
 #include <QCache>
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QMutex>
@@ -47,17 +50,18 @@ bool beginsLike(const QString &name, const QString &pattern)
     return true;
 }
 
-QFileInfo findFile(const QString &directory, const QString &name)
+/// The path of the first file of that name; empty if there is none.
+QString findFile(const QString &directory, const QString &name)
 {
     QDirIterator files(directory.isEmpty() ? QDir::currentPath() : directory, QDir::Files);
     QString first;
-    QFileInfo found;
+    QString found;
     while (files.hasNext()) {
         files.next();
         const QString fileName = files.fileName();
         if (beginsLike(fileName, name) && (first.isNull() || fileName < first)) {
             first = fileName;
-            found = files.fileInfo();
+            found = files.fileInfo().absoluteFilePath();
         }
     }
     return found;
@@ -144,9 +148,9 @@ MonochromeImage packed(QImage picture)
     return image;
 }
 
-MonochromeImage read(const QString &fileName)
+MonochromeImage imageIn(QFile &file)
 {
-    QImage picture = picturefile::read(fileName, sizeOnPaper);
+    QImage picture = picturefile::read(file, sizeOnPaper);
     if (picture.isNull())
         return MonochromeImage();
     // Each step lets go of the picture before it.
@@ -155,35 +159,52 @@ MonochromeImage read(const QString &fileName)
     if (picture.isNull())
         return MonochromeImage();
     MonochromeImage image = packed(std::move(picture));
-    image.setFileName(fileName);
+    image.setFileName(file.fileName());
     return image;
 }
 
-/// A file as it was at some time.
+/// A regular file as it was at some time.
 struct FileState
 {
     QString path;
-    QString target;  // where links lead
+    dev_t device = 0;
+    ino_t number = 0;
     qint64 size = 0;
-    qint64 written = 0;  // milliseconds since 1970, like the next
+    qint64 written = 0;  // nanoseconds since 1970, like the next
     qint64 changed = 0;  // by the system's own clock, whatever time of writing somebody set
 
     bool operator==(const FileState &other) const
     {
-        return size == other.size && written == other.written && changed == other.changed &&
-               path == other.path && target == other.target;
+        return path == other.path && device == other.device && number == other.number &&
+               size == other.size && written == other.written && changed == other.changed;
     }
 };
 
 uint qHash(const FileState &state, uint seed)
 {
-    return qHash(state.path, seed) ^ ::qHash(state.written ^ state.size, seed);
+    return qHash(state.path, seed) ^ ::qHash(state.changed ^ state.size, seed);
 }
 
-FileState stateOf(const QFileInfo &file)
+constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
+
+qint64 nanosecondsOf(const timespec &time)
 {
-    return {file.absoluteFilePath(), file.canonicalFilePath(), file.size(),
-            file.lastModified().toMSecsSinceEpoch(), file.metadataChangeTime().toMSecsSinceEpoch()};
+    constexpr qint64 millisecondsPerSecond = 1000;
+    return time.tv_sec * millisecondsPerSecond * nanosecondsPerMillisecond + time.tv_nsec;
+}
+
+/// Nothing for what isn't a regular file: a FIFO would be waited for, and a device could act.
+std::optional<FileState> stateOf(const QString &path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return FileState{path,
+                     status.st_dev,
+                     status.st_ino,
+                     status.st_size,
+                     nanosecondsOf(status.st_mtim),
+                     nanosecondsOf(status.st_ctim)};
 }
 
 /// The last pictures of all threads. An unreadable one is kept as an image without pixels.
@@ -218,18 +239,26 @@ Q_GLOBAL_STATIC(KeptPictures, keptPictures)
 bool mayChangeUnseen(const FileState &state)
 {
     constexpr qint64 longestStep = 2000;
-    return QDateTime::currentMSecsSinceEpoch() - state.changed <= longestStep;
+    return QDateTime::currentMSecsSinceEpoch() - state.changed / nanosecondsPerMillisecond <=
+           longestStep;
 }
 
-MonochromeImage readOrKept(const QFileInfo &file)
+/// An image without pixels if it can't be read. That isn't kept where the file can't be opened, as
+/// it may be the process's trouble and not the file's.
+MonochromeImage readOrKept(const QString &path)
 {
-    const FileState state = stateOf(file);
-    if (mayChangeUnseen(state) || keptPictures() == nullptr)
-        return read(state.path);
-    if (const auto kept = keptPictures()->find(state))
+    const auto state = stateOf(path);
+    if (!state)
+        return MonochromeImage();
+    const bool isKept = !mayChangeUnseen(*state) && keptPictures() != nullptr;
+    if (const auto kept = isKept ? keptPictures()->find(*state) : std::nullopt)
         return *kept;
-    MonochromeImage image = read(state.path);
-    keptPictures()->keep(state, image);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return MonochromeImage();
+    MonochromeImage image = imageIn(file);
+    if (isKept)
+        keptPictures()->keep(*state, image);
     return image;
 }
 
@@ -237,10 +266,10 @@ MonochromeImage readOrKept(const QFileInfo &file)
 
 std::optional<MonochromeImage> load(const QString &directory, const QString &name)
 {
-    const QFileInfo file = findFile(directory, name);
-    if (file.filePath().isEmpty())
+    const QString path = findFile(directory, name);
+    if (path.isEmpty())
         return std::nullopt;
-    const MonochromeImage image = readOrKept(file);
+    const MonochromeImage image = readOrKept(path);
     return image.width() > 0 ? std::optional<MonochromeImage>(image) : std::nullopt;
 }
 

@@ -81,7 +81,7 @@ private:
         constexpr int wordSize = 4;
         const qint64 around = qint64(3) * wordSize;  // length, name and checksum
         char head[2 * wordSize];
-        while (m_file.read(head, sizeof head) == qint64(sizeof head)) {
+        while (m_file.peek(head, sizeof head) == qint64(sizeof head)) {
             const qint64 size = around + qFromBigEndian<quint32>(head);
             const char *const name = head + wordSize;
             const bool isNeeded = (*name & 0x20) == 0 || std::memcmp(name, "tRNS", wordSize) == 0;
@@ -89,11 +89,11 @@ private:
                 m_end = QByteArray(endChunk, int(around));
                 return;
             }
-            m_file.seek(m_file.pos() - qint64(sizeof head) + (isNeeded ? 0 : size));
             if (isNeeded) {
                 m_left = size;
                 return;
             }
+            m_file.seek(m_file.pos() + size);
         }
     }
 
@@ -316,11 +316,8 @@ QByteArray formatOf(QFile &file)
 
 }  // namespace
 
-QImage read(const QString &fileName, QSize (*scaledSize)(const QSize &size))
+QImage read(QFile &file, QSize (*scaledSize)(const QSize &size))
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return QImage();
     const QByteArray name = formatOf(file);
     const Format *const format = findFormat(name);
     if (format == nullptr || file.size() > format->mostBytes ||
