@@ -1134,6 +1134,36 @@ private Q_SLOTS:
         QCOMPARE(image.image(), QByteArray(8 * 5, '\0') + QByteArray(8 * 15, '\xFF'));
     }
 
+    void bmpWhosePixelsBeginBehindItsEndIsWhite_data()
+    {
+        QTest::addColumn<int>("bits");
+        QTest::addColumn<quint32>("begin");
+        for (const int bits : {1, 4, 8, 24, 32}) {
+            for (const quint32 begin : {0x500U, 0x00040036U, 0x7FFFFFFFU})
+                QTest::addRow("%d bits, at %u", bits, begin) << bits << begin;
+        }
+    }
+
+    void bmpWhosePixelsBeginBehindItsEndIsWhite()
+    {
+        QFETCH(int, bits);
+        QFETCH(quint32, begin);
+        // Of 8 by 2, the first colour is black, and a byte is left behind the colours.
+        QByteArray content = QByteArray::fromHex(
+            "424d 00000000 0000 0000 00000000"
+            "28000000 08000000 02000000 0100 0000 00000000 00000000"
+            "00000000 00000000 02000000 00000000 00000000 ffffff00 00");
+        constexpr int placeOfBegin = 10;
+        constexpr int placeOfBits = 28;
+        qToLittleEndian(begin, content.data() + placeOfBegin);
+        content[placeOfBits] = static_cast<char>(bits);
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.bmp"), content);
+        const MonochromeImage image = loaded(directory.path(), "logo");
+        QCOMPARE(QSize(image.width(), image.height()), QSize(8, 2));
+        QCOMPARE(image.image(), QByteArray(8, '\0'));
+    }
+
     /// Images of one reading share their bytes.
     void pictureOfSeveralTagsIsReadOnce()
     {

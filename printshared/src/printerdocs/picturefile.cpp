@@ -128,7 +128,8 @@ public:
 protected:
     qint64 readData(char *data, qint64 size) override
     {
-        const qint64 wanted = std::min(size, m_size - pos());
+        // A file may say that it goes on far behind its end, and Qt goes there.
+        const qint64 wanted = std::min(size, std::max(qint64(0), m_size - pos()));
         m_file.seek(pos());
         const qint64 inFile = std::max(qint64(0), m_file.read(data, wanted));
         std::memset(data + inFile, m_byte, size_t(wanted - inFile));
@@ -261,9 +262,10 @@ bool hasGaps(const QImage &first, const QImage &second)
 QImage readTwice(QFile &file, const QByteArray &format, const QSize &size)
 {
     constexpr int mostBytesOfPixel = 4;
+    constexpr qint64 farthestPixel = qint64(1) << 32;  // that a BMP can tell
     const bool goesOn = format == "bmp" && !hasRunLengths(file);
     PaddedFile asItIs(file, 0x00, 0);
-    PaddedFile padded(file, 0xFF, goesOn ? pixelsOf(size) * mostBytesOfPixel : 0);
+    PaddedFile padded(file, 0xFF, goesOn ? farthestPixel + pixelsOf(size) * mostBytesOfPixel : 0);
     QImage first = readOver(0x00, &asItIs, format);
     const QImage second = readOver(0xFF, &padded, format);
     if (first.isNull() || first.size() != second.size() || first.format() != second.format())
