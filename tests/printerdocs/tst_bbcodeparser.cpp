@@ -1164,6 +1164,23 @@ private Q_SLOTS:
         QCOMPARE(image.image(), QByteArray(8, '\0'));
     }
 
+    /// Whatever the stack holds where Qt looks their colours up.
+    void coloursThatABmpLacksAreWhite()
+    {
+        // Of 8 by 1 and two colours, black and white; the pixels name others, too.
+        const QByteArray content = QByteArray::fromHex(
+            "424d 00000000 0000 0000 3e000000"
+            "28000000 08000000 01000000 0100 0800 00000000 00000000"
+            "00000000 00000000 02000000 00000000 00000000 ffffff00"
+            "00 02 7f 01 ff 00 80 03");
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.bmp"), content);
+        QCOMPARE(loaded(directory.path(), "logo").image(), QByteArray::fromHex("84000000"));
+        // One that is cut off before its last pixel, and so read in another way.
+        writeFile(directory.filePath("logo.bmp"), content.chopped(1));
+        QCOMPARE(loaded(directory.path(), "logo").image().left(1), QByteArray::fromHex("84"));
+    }
+
     /// Images of one reading share their bytes.
     void pictureOfSeveralTagsIsReadOnce()
     {

@@ -3,10 +3,12 @@
 #include <QFile>
 #include <QImageIOHandler>
 #include <QImageReader>
+#include <QVector>
 #include <QtEndian>
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 namespace picturefile {
 
@@ -209,6 +211,20 @@ void prepare(QImageReader &reader, QIODevice *source, const QByteArray &format)
     reader.setAutoDetectImageFormat(false);
 }
 
+/// The picture with white for all colours that its table lacks: Qt takes those from memory that
+/// nobody wrote when it makes dots of them.
+QImage withAllColours(QImage picture)
+{
+    if (picture.format() == QImage::Format_Indexed8) {
+        constexpr int colours = 256;
+        QVector<QRgb> table = picture.colorTable();
+        while (table.size() < colours)
+            table.append(qRgb(255, 255, 255));
+        picture.setColorTable(table);
+    }
+    return picture;
+}
+
 /// The picture in memory of which each byte was the same.
 QImage readOver(uchar byte, QIODevice *source, const QByteArray &format)
 {
@@ -217,7 +233,7 @@ QImage readOver(uchar byte, QIODevice *source, const QByteArray &format)
     QImage picture(reader.size(), reader.imageFormat());
     if (!picture.isNull())
         std::memset(picture.bits(), byte, size_t(picture.sizeInBytes()));
-    return reader.read(&picture) ? picture : QImage();
+    return reader.read(&picture) ? withAllColours(std::move(picture)) : QImage();
 }
 
 int valueAt(const uchar *row, int x, int depth)
@@ -295,7 +311,7 @@ QImage readOnce(QFile &file, const QByteArray &format, const QSize &scaledSize)
     if (pixelsOf(size) > mostPixelsUnscaled && pixelsOf(scaledSize) < pixelsOf(size) &&
         reader.supportsOption(QImageIOHandler::ScaledSize) && hasUsualDepth(reader))
         reader.setScaledSize(scaledSize);
-    return reader.read();
+    return withAllColours(reader.read());
 }
 
 /// The size that a file tells; empty for one that can't be borne.
