@@ -175,8 +175,11 @@ QString PortUse::lookAtLock(const QString &path) const
     if (namesLivingProcess)
         return QStringLiteral("%1 is held by %2, by its lock file %3 of user %4")
             .arg(m_location, describedProcess(process), lockPath, userName(status.st_uid));
-    return QStringLiteral("%1 is locked by %2 of user %3, and no process is behind it; remove it")
-        .arg(m_location, lockPath, userName(status.st_uid));
+    const QString whatToDo = QFileInfo(lockPath).isReadable()
+                                 ? QStringLiteral("and no process is behind it; remove it")
+                                 : QStringLiteral("who alone may see by which process");
+    return QStringLiteral("%1 is locked by %2 of user %3, %4")
+        .arg(m_location, lockPath, userName(status.st_uid), whatToDo);
 }
 
 QString PortUse::lookAtLine()
