@@ -54,6 +54,15 @@ QString withoutEqualsSigns(QString text)
     return text.replace(QLatin1Char('='), QLatin1Char(' '));
 }
 
+/// All of it, where a conversion of a byte array stops at the first NUL.
+QString textOf(const QVariant &value)
+{
+    if (value.type() != QVariant::ByteArray)
+        return value.toString();
+    const QByteArray bytes = value.toByteArray();
+    return QString::fromUtf8(bytes.constData(), bytes.size());
+}
+
 QString cleanedEntry(const QString &entry, DocumentCleaner::Rules rules)
 {
     const int separator = entry.indexOf(QLatin1Char('='));
@@ -109,7 +118,7 @@ QString DocumentCleaner::cleanedText(const QString &text, Rules rules)
 
 QVariant DocumentCleaner::cleanedValue(const QVariant &value, Rules rules)
 {
-    const QString text = value.toString();
+    const QString text = textOf(value);
     const QString cleaned = cleanedText(text, rules);
     if (cleaned == text)
         return value;

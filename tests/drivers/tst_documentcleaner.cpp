@@ -210,6 +210,8 @@ private Q_SLOTS:
         same("clean bytes", QByteArray("007"));
         same("map", QVariantMap{{"<", "<"}});
         QTest::newRow("bytes") << QVariant(QByteArray("a\nb")) << QVariant(QByteArray("a b"));
+        QTest::newRow("bytes behind a nul")
+            << QVariant(QByteArray("a\0<", 3)) << QVariant(QByteArray("a  "));
         QTest::newRow("character") << QVariant(QChar('<')) << QVariant(QChar(' '));
         QTest::newRow("invisible character") << QVariant(QChar(0x202E)) << QVariant(QChar(' '));
         QTest::newRow("list of one text") << QVariant(QStringList{"a\nb"}) << QVariant("a b");
@@ -314,6 +316,58 @@ private Q_SLOTS:
             const auto code = static_cast<unsigned char>(byte);
             QVERIFY2(code >= 0x20 && code != 0x7F && code != '<',
                      qPrintable(QString::number(code)));
+        }
+    }
+
+    // What no rule stops, and the pages therefore name.
+
+    void paddedNameStillGoesOnBelow()
+    {
+        const QString total = "Total                     0.00";
+        const QString line =
+            printedClean(documentOf("Ann" + QString(27, ' ') + total), "<NAME>").first();
+        // A printer breaks the line of 30 columns here.
+        QCOMPARE(line.mid(30), total);
+        const QString name = DocumentCleaner::cleanedText("Ann" + QString(27, ' ') + total);
+        QCOMPARE(printedClean(documentOf(name.simplified().left(9)), "<NAME>"),
+                 QStringList{"Ann Total"});
+    }
+
+    void nameThatReadsAsNumberStillPrintsAsOne_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("line");
+        const QString unfilled = "<TOTAL>";
+        QTest::newRow("zero") << QString("0") << unfilled;
+        QTest::newRow("no number") << QString("nan") << unfilled;
+        QTest::newRow("nothing") << QString() << unfilled;
+        QTest::newRow("nothing is left of it") << QString(3, QChar(0x202E)) << unfilled;
+        QTest::newRow("exponent") << QString("1e9") << QString("For 1000000000.006.65");
+        QTest::newRow("word") << QString("Ann") << QString("For Ann6.65");
+    }
+    void nameThatReadsAsNumberStillPrintsAsOne()
+    {
+        QFETCH(QString, name);
+        QTEST(printedClean(documentOf(name), "[For <NAME>]<TOTAL>").join('|'), "line");
+    }
+
+    void textInAnExpressionStillIsPartOfIt()
+    {
+        PrinterDocument document = documentOf("2*0");
+        QCOMPARE(printedClean(document, "<TOTAL*NAME>"), QStringList{"0.00"});
+        // So are names of attributes, whatever the expression means by such a figure.
+        document.setAttributes({{"TOTAL", 6.65}, {"2", "0"}});
+        QCOMPARE(printedClean(document, "<TOTAL*2>"), QStringList{"0.00"});
+    }
+
+    void pagesNameWhatNoRuleStops()
+    {
+        for (const char *page : {"SECURITY.md", "docs/callers.md", "docs/template-authors.md"}) {
+            QFile file(QString(PRINTERSLIB_EXAMPLES "/../") + page);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QString text = QString::fromUtf8(file.readAll());
+            for (const char *example : {"goes on below", "`nan`", "`2*0`"})
+                QVERIFY2(text.contains(example), qPrintable(QString(page) + ": " + example));
         }
     }
 

@@ -18,7 +18,12 @@ namespace printerslib::drivers {
 /// texts cleans the document, or those texts alone, before it fills a template.
 ///
 /// All operations are free of state, any thread may call them, and none fails. A text without any
-/// of the characters comes back as it is. What a text may be in length stays with the client.
+/// of the characters comes back as it is.
+///
+/// What a text may be in length stays with the client: a printer goes on below where a line is
+/// full, so a text with blanks up to there begins a line of its own. So does what a text means:
+/// where it reads as a number it prints as one, "0" and "nan" remove their group, and in an
+/// expression it is part of it.
 class PRINTERSLIB_DRIVERS_EXPORT DocumentCleaner
 {
 public:
@@ -70,8 +75,8 @@ public:
     /// that from the end of an entry: such entries are built by joinedEntries().
     static QString cleanedEntries(const QString &entries, Rules rules = CleanAll);
 
-    /// Entries out of pairs of name and value, each one line of the receipt whatever they hold: the
-    /// rules act on both, and tabs and "=" become blanks whatever the rules.
+    /// Entries out of pairs of name and value, each one line of the receipt whatever characters
+    /// they hold: the rules act on both, and tabs and "=" become blanks whatever the rules.
     static QString joinedEntries(const QList<QPair<QString, QString>> &entries,
                                  Rules rules = CleanAll);
 

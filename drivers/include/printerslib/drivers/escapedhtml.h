@@ -17,10 +17,9 @@ namespace printerslib::drivers {
 /// printerslib's own `toHtml` operations don't escape: a "<img src=x onerror=..." in a customer's
 /// name, with or without ">", is part of the page. These operations give the same HTML to the
 /// letter, but for "&", "<", ">" and the double quote of the receipt's text, which stand in it as
-/// "&amp;",
-/// "&lt;", "&gt;" and "&quot;". While the HTML is made each of them is one character, as on paper:
-/// so a character keeps its format and font byte, and a cell its width. The noncharacters U+FDD0 to
-/// U+FDD3, which nobody may exchange, are shown as U+FFFD.
+/// "&amp;", "&lt;", "&gt;" and "&quot;". While the HTML is made each of them is one character, as
+/// on paper: so a character keeps its format and font byte, and a cell its width. The noncharacters
+/// U+FDD0 to U+FDD3, which nobody may exchange, are shown as U+FFFD.
 ///
 /// What isn't text stays as it is. So does `<img src="file:///tmp/tempimg" ...>`, which stands for
 /// every special symbol: the client provides that picture or puts its own address there.
