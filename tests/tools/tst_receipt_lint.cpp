@@ -358,6 +358,7 @@ private Q_SLOTS:
         row("a<\uFB01scal_body>b", false, "--fiscal", "1:2 shifted-cut");
         row("\u00DF<FISCAL_BODY>\n\u00DF<FISCAL_QR><FISCAL_QR>", false, "--fiscal",
             "1:2 unterminated-tag 1:2 shifted-cut 2:2 unterminated-tag 2:2 shifted-cut");
+        row("<FISCAL_BODY>\u00DF<FISCAL_BODY>", false, "--fiscal", "");
         blank("Stra\u00DFe <TOTAL>\n<DOCNO>\u00DF<DOCNO>", "");
         // Files of symbols.
         blank(" <SPECSYMBOLS=none> ", "1:2 missing-symbol-file");

@@ -193,14 +193,19 @@ void checkEntriesOf(const Piece &piece, const Text &line, Report &report)
     }
 }
 
+enum class Cuts { AtFirst, AtEach };
+
 /// Where a keyword stands in the upper-cased copy of a line, the line itself is cut.
-void checkCutAt(const QString &keyword, const Text &line, const UpperCased &upper, Report &report)
+void checkCutAt(const QString &keyword, Cuts cuts, const Text &line, const UpperCased &upper,
+                Report &report)
 {
     const QString &copy = upper.copy();
     for (int hit = copy.indexOf(keyword); hit >= 0; hit = copy.indexOf(keyword, hit + 1)) {
         const int begin = upper.placeInLine(hit);
         const int end = upper.placeInLine(hit + keyword.size() - 1) + 1;
         const int shift = hit + keyword.size() - end;
+        if (shift == 0 && cuts == Cuts::AtFirst)
+            return;
         if (shift == 0)
             continue;
         report.add(line.origins.at(begin),
@@ -397,9 +402,9 @@ void checkShiftedCuts(const Analysis &analysis, Report &report)
         const UpperCased upper(line.characters);
         if (upper.copy().size() == line.size())
             continue;
-        checkCutAt(entriesTag, line, upper, report);
+        checkCutAt(entriesTag, Cuts::AtEach, line, upper, report);
         for (const auto &part : parts)
-            checkCutAt(part.second, line, upper, report);
+            checkCutAt(part.second, Cuts::AtFirst, line, upper, report);
     }
 }
 

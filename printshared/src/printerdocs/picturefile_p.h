@@ -13,8 +13,8 @@ constexpr qint64 mostPixels = qint64(16) << 20;
 /// BMP, GIF, JPEG, PBM, PGM, PPM, XBM, XPM or one of those that the library was built with beside
 /// them (PRINTERSLIB_MORE_PICTURE_FORMATS).
 ///
-/// What a cut-off file lacks is white, and so are colours that its table lacks. A JPEG of more than 4 Mi pixels may be scaled while it is
-/// read.
+/// What a cut-off file lacks is white, and so are colours that its table lacks. A JPEG of more than
+/// 4 Mi pixels may be scaled while it is read.
 /// @param scaledSize the size that the caller is going to scale a picture of the given size to
 /// @return a null image for any other file, one of more than mostPixels before or after scaling,
 /// one that doesn't tell its size in front of its pixels, and one that can't be read
