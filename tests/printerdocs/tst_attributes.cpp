@@ -457,7 +457,10 @@ private Q_SLOTS:
         QTest::newRow("whole number beyond 32 bits") << "0" << 3e9 << "3000000000";
         QTest::newRow("largest whole number")
             << "0" << 9223372036854774784.0 << "9223372036854774784";
-        QTest::newRow("smallest whole number") << "" << -92233720368547744.0 << "0.00";
+        QTest::newRow("negative whole number that 64 bits just hold")
+            << "0" << -9223372036854774784.0 << "-9223372036854774784";
+        QTest::newRow("negative hundredths that 64 bits just hold")
+            << "" << -92233720368547744.0 << "0.00";
         QTest::newRow("whole number beyond 64 bits") << "0" << 9223372036854775808.0 << "0";
         QTest::newRow("whole number far beyond 64 bits") << "000" << -1e300 << "000";
         QTest::newRow("hundredths that 64 bits just hold")
