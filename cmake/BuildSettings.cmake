@@ -74,3 +74,12 @@ find_program(PRINTERSLIB_CCACHE ccache)
 if(PRINTERSLIB_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${PRINTERSLIB_CCACHE}")
 endif()
+
+# printerslib_read_more_pictures(TARGET SOURCE FORMAT...): the source of the target, the reader of
+# pictures, takes these formats too.
+function(printerslib_read_more_pictures target source)
+  # A ";" would end the definition.
+  list(JOIN ARGN "," formats)
+  set_source_files_properties("${source}" TARGET_DIRECTORY ${target} PROPERTIES
+    COMPILE_DEFINITIONS "PRINTERSLIB_MORE_PICTURE_FORMATS=\"${formats}\"")
+endfunction()

@@ -48,7 +48,7 @@ const Format *findFormat(const QByteArray &name)
                      [&](const Format &format) { return name == format.name; });
     if (found != std::end(formats))
         return found;
-    return !name.isEmpty() && QByteArray(moreFormats).split(';').contains(name) ? &more : nullptr;
+    return !name.isEmpty() && QByteArray(moreFormats).split(',').contains(name) ? &more : nullptr;
 }
 
 /// A PNG without what isn't needed for its pixels: of a thousand compressed texts each may take 8
