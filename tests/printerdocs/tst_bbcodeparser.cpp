@@ -113,6 +113,39 @@ MonochromeImage expectedImage(const QString &fileName)
     return image;
 }
 
+/// A GIF of 8 by 8 pixels whose codes stand for 8,370,186 pixels, and for 4091 more each time.
+QByteArray gifOfLongCodes(int more, const QByteArray &extension)
+{
+    constexpr int clear = 4;
+    constexpr int first = 6;
+    constexpr int last = 4095;
+    QByteArray bytes;
+    uint bits = 0;
+    int count = 0;
+    const auto add = [&](int code, int size) {
+        bits |= uint(code) << count;
+        for (count += size; count >= 8; count -= 8, bits >>= 8)
+            bytes.append(char(bits));
+    };
+    add(clear, 3);
+    add(0, 3);
+    int size = 3;
+    for (int code = first; code <= last; ++code) {
+        add(code, size);
+        if (code + 1 == 1 << size && size < 12)
+            ++size;
+    }
+    for (int i = 0; i < more; ++i)
+        add(last, 12);
+    add(clear + 1, 12);
+    add(0, 8);
+    QByteArray gif = QByteArray::fromHex("474946383961 0800 0800 80 00 00 000000 ffffff") +
+                     extension + QByteArray::fromHex("2c 0000 0000 0800 0800 00 02");
+    for (int at = 0; at < bytes.size(); at += 255)
+        gif += char(qMin(255, bytes.size() - at)) + bytes.mid(at, 255);
+    return gif + QByteArray("\0;", 2);
+}
+
 /// A picture with slanted stripes in black, white and grey.
 QImage striped(int width, int height, QImage::Format format = QImage::Format_RGB32)
 {
@@ -1231,6 +1264,40 @@ private Q_SLOTS:
                      QByteArray(qstrcmp(target, "one") == 0 ? "80000000" : "40000000"));
             QCOMPARE(loaded(directory.path(), "logo").fileName(), link);
         }
+    }
+
+    /// Qt's reader of GIF goes over all pixels that codes stand for, also behind the last one.
+    void gifOfLongCodesCountsAsUnreadable_data()
+    {
+        QTest::addColumn<int>("codes");
+        QTest::addColumn<QByteArray>("extension");
+        QTest::addColumn<bool>("isRead");
+        QTest::newRow("as many as 16 Mi pixels") << 2055 << QByteArray() << true;
+        QTest::newRow("more") << 2056 << QByteArray() << false;
+        QTest::newRow("more, behind a comment") << 2100
+                                                << QByteArray(
+                                                       "!\xFE\x03"
+                                                       "abc\x01"
+                                                       "d\0",
+                                                       9)
+                                                << false;
+        // A picture for who takes the first 0 for the end; Qt takes it for the size of one.
+        const QByteArray hidden = QByteArray(",\0\0\0\0\x08\0\x08\0\0\x02\0", 12);
+        QTest::newRow("more, behind a picture that is none")
+            << 2100
+            << QByteArray("!\xF9\0", 3) + hidden + QByteArray(44 + 1 - 12, '\0') +
+                   QByteArray(1, '\0')
+            << false;
+    }
+
+    void gifOfLongCodesCountsAsUnreadable()
+    {
+        QFETCH(const int, codes);
+        QFETCH(const QByteArray, extension);
+        QFETCH(const bool, isRead);
+        const QTemporaryDir directory;
+        writeFile(directory.filePath("logo.gif"), gifOfLongCodes(codes, extension));
+        QCOMPARE(loaded(directory.path(), "logo").width(), isRead ? 8 : 0);
     }
 
     /// With files of the same size and times, as they are unpacked side by side.

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+
+#include "printerdocs/gifcodes_p.h"
 #include <utility>
 
 namespace picturefile {
@@ -339,7 +341,8 @@ QImage read(QFile &file, QSize (*scaledSize)(const QSize &size))
     const QByteArray name = formatOf(file);
     const Format *const format = findFormat(name);
     if (format == nullptr || file.size() > format->mostBytes ||
-        (name == "jpeg" && hasTooManyScans(file)))
+        (name == "jpeg" && hasTooManyScans(file)) ||
+        (name == "gif" && gifcodes::areLongerThan(file, mostPixels)))
         return QImage();
     const QSize size = sizeOf(file, name);
     if (!isBearable(size) || !isBearable(scaledSize(size)))
