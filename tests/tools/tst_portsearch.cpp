@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -291,13 +292,29 @@ private Q_SLOTS:
     }
 
     // As one of another user is, in a folder from which only its owner may remove it.
+    void lockThatNobodyHoldsIsNamedWithItsOwner_data()
+    {
+        QTest::addColumn<QString>("kind");
+        // QLockFile would wait for the one, and fill the memory with the others.
+        for (const char *kind : {"folder", "fifo", "device", "huge"})
+            QTest::newRow(kind) << QString(kind);
+    }
     void lockThatNobodyHoldsIsNamedWithItsOwner()
     {
+        QFETCH(QString, kind);
         const VirtualPrinter printer(printerOf("AV_268"));
         const QString lock = PortUse::lockFilePath(printer.portPath());
-        QVERIFY(QDir().mkdir(lock));
+        QFile file(lock);
+        if (kind == "folder")
+            QVERIFY(QDir().mkdir(lock));
+        else if (kind == "fifo")
+            QCOMPARE(::mkfifo(qPrintable(lock), 0644), 0);
+        else if (kind == "device")
+            QVERIFY(QFile::link("/dev/zero", lock));
+        else
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(4097));
         const QString reason = PortUse(printer.portPath()).reason();
-        QVERIFY(QDir().rmdir(lock));
+        QVERIFY(kind == "folder" ? QDir().rmdir(lock) : file.remove());
         const QString owner = QFileInfo(QDir::tempPath()).owner();
         QCOMPARE(reason,
                  QString("%1 is locked by %2 of user %3, and no process is behind it; remove it")

@@ -17,6 +17,7 @@
 namespace {
 
 constexpr mode_t groupMayUse = S_IRGRP | S_IWGRP;
+constexpr off_t greatestLockFile = 4096;  // bytes; they hold a number and two names
 
 /// Where a port lies, as QSerialPort reads its name.
 QString locationOf(const QString &name)
@@ -42,6 +43,15 @@ QString groupName(gid_t group)
 bool isAlive(qint64 process)
 {
     return process > 0 && (::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM);
+}
+
+/// Whether QLockFile can read what stands at the name, if anything does: it waits for a FIFO, and
+/// reads a device or a line without end until the memory is full.
+bool isLockFileOrNothing(const QString &path)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) != 0 ||
+           (S_ISREG(status.st_mode) && status.st_size <= greatestLockFile);
 }
 
 /// For example "process 4711 (tillservice) of user shop".
@@ -164,10 +174,12 @@ QString PortUse::lookAtLock(const QString &path) const
     qint64 process = 0;
     QString host;
     QString program;
-    const bool namesLivingProcess = lock.getLockInfo(&process, &host, &program) && isAlive(process);
+    const bool canBeTried = isLockFileOrNothing(lockPath);
+    const bool namesLivingProcess =
+        canBeTried && lock.getLockInfo(&process, &host, &program) && isAlive(process);
     if (namesLivingProcess)
         lock.setStaleLockTime(0);
-    if (!(namesLivingProcess && program.isEmpty()) && lock.tryLock(0))
+    if (canBeTried && !(namesLivingProcess && program.isEmpty()) && lock.tryLock(0))
         return {};
     struct stat status = {};
     if (::lstat(QFile::encodeName(lockPath).constData(), &status) != 0)
