@@ -8,6 +8,7 @@ The targets take their numbers from the end of the input, so every text ends in 
 import hashlib
 import json
 import pathlib
+import struct
 import re
 import sys
 
@@ -218,7 +219,19 @@ def state():
             yield text.encode() + seed.content()
 
 
+def bmp(bits, colours, pixels, begin=None):
+    """A BMP of 4 x 1 pixels: its colour table, its pixels, and where it says that these begin."""
+    table = b"\0\0\0\0" + b"\xff\xff\xff\0" * max(0, colours - 1) if colours else b""
+    here = 54 + len(table)
+    head = b"BM" + struct.pack("<IHHI", here + len(pixels), 0, 0, here if begin is None else begin)
+    return head + struct.pack("<IiiHHIIiiII", 40, 4, 1, 1, bits, 0, 0, 0, 0, colours, 0) + table + pixels
+
+
 def picture():
+    yield bmp(8, 2, b"\0\1\1\0")
+    yield bmp(8, 2, b"\0\1\xff\0")  # a colour that the table lacks
+    yield bmp(24, 0, b"\0" * 12, begin=4000)  # pixels behind the end
+    yield bmp(4, 2, b"")  # no pixels at all
     yield (examples / "images/logo.png").read_bytes()
     yield b"P4\n8 2\n\xaa\x55"
     yield b"P5\n2 2\n255\n\x00\xff\x80\x00"
