@@ -8,8 +8,8 @@ The targets take their numbers from the end of the input, so every text ends in 
 import hashlib
 import json
 import pathlib
-import struct
 import re
+import struct
 import sys
 
 root = pathlib.Path(__file__).resolve().parent.parent
