@@ -9,8 +9,8 @@
 #include <cstring>
 #include <memory>
 
-#include "printerdocs/gifcodes_p.h"
 #include <utility>
+#include "printerdocs/gifcodes_p.h"
 
 namespace picturefile {
 
