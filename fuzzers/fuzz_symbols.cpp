@@ -3,8 +3,8 @@
 #include <QXmlStreamWriter>
 
 #include "fuzzing.h"
+#include "printerdocs/document/symbolfile_p.h"
 #include "printerdocs/specialcharacters.h"
-#include "printerdocs/symbolfile_p.h"
 #include "symbolsmodel.h"
 
 using fuzzing::equal;

@@ -84,7 +84,7 @@ def bbcode():
 
 
 def expression():
-    cases = (root / "tests/printerdocs/tst_expressionevaluator.cpp").read_text()
+    cases = (root / "tests/printerdocs/expression/tst_expressionevaluator.cpp").read_text()
     yield from re.findall(r'\{\s*"([^"\\\n]+)",', cases)
     for template in sorted(examples.glob("*.cpt")):
         yield from re.findall(r"<([a-z0-9(),.+*/^% -]+)>", template.read_text())

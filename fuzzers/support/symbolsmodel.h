@@ -6,8 +6,8 @@
 #include <QString>
 #include <QXmlStreamReader>
 
+#include "printerdocs/document/symbolfile_p.h"
 #include "printerdocs/monochromeimage.h"
-#include "printerdocs/symbolfile_p.h"
 
 /// A file of special symbols read once more, as plainly as can be: first the whole text becomes a
 /// tree, then the tree becomes drawings. Only Qt's tokens, and which

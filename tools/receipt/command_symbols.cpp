@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "commands.h"
+#include "printerdocs/document/symbolfile_p.h"
 #include "printerdocs/specialcharacters.h"
-#include "printerdocs/symbolfile_p.h"
 #include "support.h"
 
 namespace {

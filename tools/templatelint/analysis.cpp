@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "fiscalsplit.h"
-#include "printerdocs/symbolfile_p.h"
+#include "printerdocs/document/symbolfile_p.h"
 
 namespace templatelint {
 

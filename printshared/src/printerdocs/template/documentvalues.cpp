@@ -1,0 +1,160 @@
+#include "printerdocs/template/documentvalues_p.h"
+
+#include <QDebug>
+#include <QLoggingCategory>
+#include <QStringList>
+
+#include "log/loghelper.h"
+#include "printerdocs/expressionevaluator.h"
+#include "printerdocs/template/numbertext_p.h"
+#include "printerdocs/template/valueformat_p.h"
+
+namespace {
+
+constexpr char warningsCategory[] = "default";
+
+/// The lines below are written for every tag of every receipt: a client that switches the
+/// category's warnings off must not pay for making them.
+bool warningsAreOn()
+{
+    const QLoggingCategory *const category = QLoggingCategory::defaultCategory();
+    return category && category->isWarningEnabled();
+}
+
+/// What qWarning() would write of the text, without the cost of a stream for each of the lines.
+void logLine(const QString &text)
+{
+    qt_message_output(QtWarningMsg,
+                      QMessageLogContext(QT_MESSAGELOG_FILE, QT_MESSAGELOG_LINE, QT_MESSAGELOG_FUNC,
+                                         warningsCategory),
+                      text);
+}
+
+/// A list as the log shows it.
+QString lineOf(const QStringList &items)
+{
+    QString line;
+    QDebug(&line).noquote().nospace() << loglist(items);
+    return line;
+}
+
+}  // namespace
+
+DocumentValues::DocumentValues(const PrinterDocument &document)
+    : m_attributes(document.attributes())
+{
+    constexpr int usualLength = 64;
+    m_name.reserve(usualLength);
+    m_value.reserve(usualLength);
+    m_foundBefore.fill(m_attributes.cend());
+}
+
+QStringView DocumentValues::text(QStringView name, QStringView format)
+{
+    m_name.resize(0);
+    m_name.append(name.data(), static_cast<int>(name.size()));
+    if (warningsAreOn())
+        logLine(m_name);
+    return m_name.isEmpty() ? QStringView() : textOfName(format);
+}
+
+QStringView DocumentValues::textOfName(QStringView format)
+{
+    const auto attribute = findAttribute();
+    if (attribute == m_attributes.cend()) {
+        const std::optional<double> value = evaluate(m_name);
+        return value ? textOfNumber(*value, format) : QStringView();
+    }
+    if (attribute->type() != QVariant::String)
+        return textOf(*attribute, format);
+    const QString &text = *static_cast<const QString *>(attribute->constData());
+    return beginsLikeAWord(text) ? QStringView(text) : textOf(numberOrText(*attribute), format);
+}
+
+/// The lines of a receipt count their names up ("PRICE17", "PRICE18"), so the name of a tag often
+/// stands right behind that of the tag at the same place of the line before. To look there first
+/// saves most of the search through thousands of names.
+DocumentValues::Attributes::const_iterator DocumentValues::findAttribute()
+{
+    constexpr int nearby = 3;
+    auto &found = m_foundBefore[m_tagOfLine++ % m_foundBefore.size()];
+    auto next = found;
+    for (int i = 0; i < nearby && next != m_attributes.cend(); ++i, ++next) {
+        if (next.key() == m_name) {
+            found = next;
+            return found;
+        }
+    }
+    const auto attribute = m_attributes.constFind(m_name);
+    if (attribute != m_attributes.cend())
+        found = attribute;
+    return attribute;
+}
+
+QStringView DocumentValues::textOf(const QVariant &value, QStringView format)
+{
+    m_value.resize(0);
+    switch (static_cast<int>(value.type())) {
+        case QVariant::Int:
+        case QVariant::UInt:
+        case QVariant::LongLong:
+        case QVariant::ULongLong:
+            valueformat::appendInteger(m_value, format, value.toLongLong());
+            break;
+        case QVariant::Double:
+            valueformat::appendReal(m_value, format, value.toDouble());
+            break;
+        case QVariant::Date:
+            m_value += valueformat::ofDate(format, value.toDate());
+            break;
+        case QVariant::Time:
+            m_value += valueformat::ofTime(format, value.toTime());
+            break;
+        case QVariant::DateTime:
+            m_value += valueformat::ofDateTime(format, value.toDateTime());
+            break;
+        default:
+            m_value += value.toString();
+            break;
+    }
+    return m_value;
+}
+
+QStringView DocumentValues::textOfNumber(double value, QStringView format)
+{
+    m_value.resize(0);
+    valueformat::appendReal(m_value, format, value);
+    return m_value;
+}
+
+std::optional<double> DocumentValues::evaluate(const QString &expression)
+{
+    if (!m_insertion)
+        m_insertion.emplace(m_attributes);
+    const bool logs = warningsAreOn();
+    if (logs)
+        logKeys();
+    int error = 0;
+    const double value = te_interp(m_insertion->inserted(expression).toUtf8().constData(), &error);
+    if (logs) {
+        qWarning().noquote() << value;
+        qWarning().noquote() << error;
+    }
+    return error == 0 ? std::optional<double>(value) : std::nullopt;
+}
+
+void DocumentValues::logKeys()
+{
+    if (!m_hasKeyLines) {
+        const KeyTable &keys = m_insertion->keys();
+        QStringList ranked;
+        ranked.reserve(keys.size());
+        for (int rank = 0; rank < keys.size(); ++rank)
+            ranked.append(keys.keyOfRank(rank));
+        m_keyLine = lineOf(m_attributes.keys());
+        m_rankedKeyLine = lineOf(ranked);
+        m_hasKeyLines = true;
+    }
+    logLine(m_keyLine);
+    logLine(m_rankedKeyLine);
+}

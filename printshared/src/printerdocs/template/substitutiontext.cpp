@@ -1,0 +1,161 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "printerdocs/template/charsearch_p.h"
+#include "printerdocs/template/numbertext_p.h"
+#include "printerdocs/template/substitutiontext_p.h"
+
+namespace {
+
+// From "<" to ">" at least this far, or the tag is not an attribute's.
+constexpr int shortestAttributeTag = 5;
+constexpr double countsAsZero = 1e-12;
+
+}  // namespace
+
+AttributeTag AttributeTag::find(const QChar *text, int from, int size)
+{
+    while (from < size) {
+        const int begin = placeOf(QLatin1Char('<'), QStringView(text, size), from);
+        if (begin < 0)
+            break;
+        const int end = placeOf(QLatin1Char('>'), QStringView(text, size), begin);
+        if (end < 0)
+            break;
+        if (end - begin >= shortestAttributeTag)
+            return {begin, end};
+        from = end + 1;
+    }
+    return {};
+}
+
+bool vanishesWithItsGroup(QStringView value)
+{
+    if (beginsLikeAWord(value))
+        return false;
+    if (isShortDecimal(value)) {
+        return std::all_of(value.begin(), value.end(),
+                           [](QChar c) { return c == QLatin1Char('0') || c == QLatin1Char('.'); });
+    }
+    bool isNumber = false;
+    const double number = value.toString().toDouble(&isNumber);
+    if (isNumber)
+        return !(std::abs(number) > countsAsZero);
+    return value.isEmpty();
+}
+
+SubstitutionText::SubstitutionText(QStringView scanned, QStringView line)
+    : m_leftSize(static_cast<int>(scanned.size())), m_rightBegin(m_leftSize)
+{
+    // A null pointer is no array to append, not even one of no characters.
+    if (!scanned.isEmpty())
+        m_buffer.append(scanned.data(), m_leftSize);
+    m_buffer.append(line.data(), static_cast<int>(line.size()));
+    pushBrackets(line);
+}
+
+QStringView SubstitutionText::takeTag()
+{
+    const AttributeTag tag =
+        AttributeTag::find(m_buffer.constData(), m_rightBegin, m_buffer.size());
+    if (tag.begin < 0)
+        return QStringView();
+    keep(tag.begin - m_rightBegin);
+    drop(tag.end + 1 - tag.begin);
+    return QStringView(m_buffer.constData() + tag.begin + 1, tag.end - tag.begin - 1);
+}
+
+void SubstitutionText::insert(QStringView value)
+{
+    const int size = static_cast<int>(value.size());
+    makeRoom(size);
+    m_rightBegin -= size;
+    std::copy(value.begin(), value.end(), m_buffer.data() + m_rightBegin);
+    pushBrackets(value);
+}
+
+void SubstitutionText::dropGroup()
+{
+    if (m_openLeft.isEmpty() || m_right.isEmpty() || m_right.last().unmatchedClose < 0)
+        return;
+    const int position = m_leftSize;
+    const Bracket close = m_right[m_right.last().unmatchedClose];
+    drop(rightSize() - close.fromEnd + 1);
+    m_leftSize = m_openLeft.last();
+    m_openLeft.removeLast();
+    keep(std::min(position - m_leftSize, rightSize()));
+}
+
+QString SubstitutionText::toString() const
+{
+    QString text;
+    text.reserve(m_leftSize + rightSize());
+    text.append(m_buffer.constData(), m_leftSize);
+    text.append(m_buffer.constData() + m_rightBegin, rightSize());
+    return text;
+}
+
+/// Takes characters over from the unscanned part to the scanned one.
+void SubstitutionText::keep(int count)
+{
+    const int end = rightSize() - count;
+    while (!m_right.isEmpty() && m_right.last().fromEnd > end) {
+        const Bracket bracket = m_right.last();
+        m_right.removeLast();
+        if (bracket.isOpen)
+            m_openLeft.append(m_leftSize + rightSize() - bracket.fromEnd);
+        else if (!m_openLeft.isEmpty())
+            m_openLeft.removeLast();
+    }
+    QChar *const text = m_buffer.data();
+    std::copy(text + m_rightBegin, text + m_rightBegin + count, text + m_leftSize);
+    m_leftSize += count;
+    m_rightBegin += count;
+}
+
+/// Takes characters off the front of the unscanned part.
+void SubstitutionText::drop(int count)
+{
+    m_rightBegin += count;
+    while (!m_right.isEmpty() && m_right.last().fromEnd > rightSize())
+        m_right.removeLast();
+}
+
+/// Widens the gap to at least this many characters; the buffer at least doubles, so growth is
+/// cheap.
+void SubstitutionText::makeRoom(int count)
+{
+    if (m_rightBegin - m_leftSize >= count)
+        return;
+    const int right = rightSize();
+    const int doubled = m_buffer.size() > std::numeric_limits<int>::max() / 2
+                            ? std::numeric_limits<int>::max()
+                            : 2 * m_buffer.size();
+    m_buffer.resize(std::max(doubled, m_leftSize + right + count));
+    QChar *const text = m_buffer.data();
+    std::copy_backward(text + m_rightBegin, text + m_rightBegin + right, text + m_buffer.size());
+    m_rightBegin = m_buffer.size() - right;
+}
+
+/// Takes up the brackets of the text at the front of the unscanned part.
+void SubstitutionText::pushBrackets(QStringView text)
+{
+    for (int i = static_cast<int>(text.size()) - 1; i >= 0; --i) {
+        const QChar c = text[i];
+        if (c == QLatin1Char('[') || c == QLatin1Char(']'))
+            pushBracket(rightSize() - i, c == QLatin1Char('['));
+    }
+}
+
+void SubstitutionText::pushBracket(int fromEnd, bool isOpen)
+{
+    // A "]" is itself unmatched as seen from its place. A "[" is closed by the first unmatched "]"
+    // behind it, so what is unmatched from it on is what is unmatched behind that one.
+    int unmatched = m_right.size();
+    if (isOpen) {
+        const int partner = m_right.isEmpty() ? -1 : m_right.last().unmatchedClose;
+        unmatched = partner > 0 ? m_right[partner - 1].unmatchedClose : -1;
+    }
+    m_right.append({fromEnd, isOpen, unmatched});
+}
