@@ -10,8 +10,8 @@
 #include "printerdocs/monochromeimage.h"
 
 /// A file of special symbols read once more, as plainly as can be: first the whole text becomes a
-/// tree, then the tree becomes drawings. Only Qt's tokens, and which
-/// files are refused, are shared with the library.
+/// tree, then the tree becomes drawings. Only Qt's tokens, and which files are refused, are shared
+/// with the library.
 class SymbolsModel
 {
 public:

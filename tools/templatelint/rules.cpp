@@ -40,8 +40,7 @@ constexpr Rule table[] = {
      R"({"attributes": {"SUM1": "5.00", "COUNT": 0}})", noArguments, checkDivisions},
     {"value-format", Severity::Warning, "a format that isn't for its kind of value",
      "A format is read by the kind of the value. A whole number has no decimals, and \"0.00\" "
-     "means "
-     "four digits there: hand amounts over as text, such as \"10.00\", or calculate, as in "
+     "means four digits there: hand amounts over as text, such as \"10.00\", or calculate, as in "
      "<PAID*1>. In a date format \"m\" is the month and \"n\" the minute. A text has no format; a "
      "date is handed over as {\"datetime\": \"2026-03-14T18:05:30\"}. Needs --data.",
      "Paid <PAID,0.00>", "Paid <PAID*1,0.00>", R"({"attributes": {"PAID": 10}})", noArguments,

@@ -14,10 +14,11 @@ namespace templatelint {
 struct Inserted
 {
     QString text;
-    QVector<int>
-        origins;  ///< for each character its index in the expression, of a value's standIn()
-    QVector<int> keyBegin;  ///< for each character of the expression the begin of the attribute's
-                            ///< name that it belongs to; -1: none
+    /// For each character its index in the expression, of a value's standIn().
+    QVector<int> origins;
+    /// For each character of the expression the begin of the attribute's name that it belongs to;
+    /// -1: none.
+    QVector<int> keyBegin;
     QVector<int> keyEnd;
     bool isEndless = false;
 };

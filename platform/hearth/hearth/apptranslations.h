@@ -32,9 +32,8 @@ public:
     /// @param language as in the files' names: Latin letters, digits, "_", "-" and "@", "ru" or
     ///                 "zh_TW" for example, and exactly so; empty: no translation
     /// @return whether all components have what was asked for; false also where there is no
-    /// component
-    ///         to translate, no application object, as during static construction, or where the
-    ///         caller isn't the thread of that object
+    ///         component to translate, no application object, as during static construction, or
+    ///         where the caller isn't the thread of that object
     static bool use(const QString &language);
 
     /// The languages to which each of the components has a translation, by the names of the files,

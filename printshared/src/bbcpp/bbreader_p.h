@@ -17,8 +17,7 @@ enum CharacterClass : unsigned char {
     NameCharacter = LetterCharacter | DigitCharacter,
     SymbolCharacter = 4,  ///< what may stand in a value beside the characters of a name
     ValueCharacter = NameCharacter | SymbolCharacter,
-    SpaceCharacter =
-        8,  ///< by the rules of the C locale: a receipt reads the same in every country
+    SpaceCharacter = 8,  ///< by the C locale: a receipt reads the same in every country
 };
 
 namespace detail {

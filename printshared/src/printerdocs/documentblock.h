@@ -24,8 +24,8 @@ class SpecialCharacters;
 /// lists or sets the text first and then uses the forms of setFormat(), setFont() and
 /// setLineSpacing() that take one value.
 ///
-/// A plain value, implicitly shared; one object is used by one thread at a time. No operation fails
-/// loudly; a block that isn't valid is skipped by its consumers.
+/// A plain value, of members that are implicitly shared; one object is used by one thread at a
+/// time. No operation fails loudly; a block that isn't valid is skipped by its consumers.
 class PRINTERSLIB_EXPORT DocumentBlock
 {
 public:
@@ -142,16 +142,17 @@ public:
     /// nothing.
     void setSpacesBefore(int spaces);
 
-    /// A text block of empty lines. A count below 1, or above 16 Mi, gives a default
-    /// block.
+    /// A text block of empty lines. A count below 1, or above 16 Mi, gives a default block.
     static DocumentBlock emptyBlock(int count, ETextAlignment alignment, int lineSpacing);
 
-    /// A text block in one font and format. @param spaces as for setSpacesBefore()
+    /// A text block in one font and format.
+    /// @param spaces as for setSpacesBefore()
     static DocumentBlock createSimpleBlock(const QStringList &lines, ETextAlignment alignment,
                                            unsigned char font, unsigned char format,
                                            int lineSpacing, int spaces);
-    /// A text block of the lines of a text, separated by "\n". @param font, format one byte per
-    /// character, line breaks included; empty: all zero; shorter: the last byte goes on.
+    /// A text block of the lines of a text, separated by "\n".
+    /// @param font, format one byte per character, line breaks included; empty: all zero; shorter:
+    ///                     the last byte goes on
     static DocumentBlock createSimpleBlock(const QString &text, ETextAlignment alignment,
                                            QByteArray font, QByteArray format, int lineSpacing,
                                            int spaces);
@@ -172,9 +173,10 @@ public:
     /// One line of the above, counted from 0; empty if there is no such line.
     QString toHtml(int line, bool rightAlign, const SpecialCharacters &symbols, bool useTable,
                    int lineWidth) const;
-    /// A run of text, with a table cell around it if useTable. @param font, format one byte per
-    /// character; short ones count as in format(). @param attributes, width those of the cell; an
-    /// empty width is left out. @param lineSpacing, symbols not read.
+    /// A run of text, with a table cell around it if useTable.
+    /// @param font, format         one byte per character; short ones count as in format()
+    /// @param attributes, width    those of the cell; an empty width is left out
+    /// @param lineSpacing, symbols not read
     QString toHtml(const QString &text, QByteArray font, QByteArray format,
                    const QString &attributes, int lineSpacing, const SpecialCharacters &symbols,
                    bool useTable, QString width) const;

@@ -6,6 +6,6 @@ enum ETextAlignment : int {
     AlignLeft = 0,
     AlignRight = 1,
     AlignCenter = 2,
-    AlignJustify =
-        3,  ///< what stands before the line's tab goes to the left edge, the rest to the right
+    /// What stands before the line's tab goes to the left edge, the rest to the right.
+    AlignJustify = 3,
 };

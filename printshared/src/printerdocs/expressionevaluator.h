@@ -33,8 +33,7 @@ enum {
     TE_FUNCTION5,
     TE_FUNCTION6,
     TE_FUNCTION7,
-    TE_CLOSURE0 =
-        16,  ///< like a function, with a context pointer as the first argument of the call
+    TE_CLOSURE0 = 16,  ///< like a function, whose first argument is a context pointer
     TE_CLOSURE1,
     TE_CLOSURE2,
     TE_CLOSURE3,

@@ -15,8 +15,8 @@
 /// (alignmentBits / 8) * (width / alignmentBits, rounded up) bytes. Pictures read by BbCodeParser
 /// are aligned to 32 bits, symbols of SpecialCharacters to 8.
 ///
-/// A plain value, implicitly shared; one object is used by one thread at a time. No operation
-/// fails loudly, whatever width, height and bytes an image holds.
+/// A plain value, of bytes that are implicitly shared; one object is used by one thread at a time.
+/// No operation fails loudly, whatever width, height and bytes an image holds.
 class PRINTERSLIB_EXPORT MonochromeImage
 {
 public:

@@ -92,8 +92,7 @@ public:
     /// and zero values removed. Shorter tags are left for the line markup.
     QString processDocAttributes(const QString &line, const PrinterDocument &document) const;
     /// Cuts the next attribute tag out of the text.
-    /// @param position in: where to look from; out: where the tag stood, or just behind a tag that
-    /// is
+    /// @param position in: where to look from; out: where the tag stood, or just behind one that is
     ///                 too short, or the end of the text
     /// @return what stood between the angle brackets; null if there was no tag or it is too short
     QString extractAttr(QString &text, int &position) const;
@@ -192,7 +191,8 @@ public:
     ///              an empty text below 1; more than 16 Mi count as 16 Mi.
     QStringList toPlainText(const PrinterDocument &document, int width) const;
     /// The receipt as an HTML fragment. Text isn't escaped, as in all HTML here: see
-    /// DocumentBlock::toHtml(). @param rightAlign handed on to DocumentBlock::toHtml()
+    /// DocumentBlock::toHtml().
+    /// @param rightAlign handed on to DocumentBlock::toHtml()
     QString toHtml(const PrinterDocument &document, bool rightAlign) const;
     /// The receipt as a whole HTML document.
     QString toHtmlDocument(const PrinterDocument &document, bool rightAlign) const;

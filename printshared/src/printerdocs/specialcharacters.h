@@ -20,7 +20,7 @@ class QXmlStreamReader;
 /// characters, "0" for an empty pixel and any other for a set one. Other elements are skipped, but
 /// not inside a "Line".
 ///
-/// A plain value, implicitly shared; one object is used by one thread at a time.
+/// A plain value, of a map that is implicitly shared; one object is used by one thread at a time.
 class PRINTERSLIB_EXPORT SpecialCharacters : public QMultiMap<signed char, MonochromeImage>
 {
 public:

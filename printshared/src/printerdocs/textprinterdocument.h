@@ -16,8 +16,8 @@
 /// A print job: blocks in print order, the images of the special symbols in their text, and what
 /// the printer is to do with the ticket before and after printing.
 ///
-/// A plain value, implicitly shared; one object is used by one thread at a time. Nothing is checked
-/// on the way in; consumers skip blocks that aren't valid.
+/// A plain value, of members that are implicitly shared; one object is used by one thread at a
+/// time. Nothing is checked on the way in; consumers skip blocks that aren't valid.
 class PRINTERSLIB_EXPORT TextPrinterDocument
 {
 public:
