@@ -5,13 +5,15 @@
 #include <QString>
 
 #include "hearth/appversionmanager.h"
-#include "printerdocs/mapkey_p.h"
+#include "latin1text_p.h"
 
 namespace {
 
+using printshared::latin1Text;
+
 // Not literals of QString: the register may keep the texts beyond the unloading of this library.
-constexpr QLatin1String libraryName = mapKey("printerslib");
-constexpr QLatin1String libraryVersion = mapKey("5.0.28");
+constexpr QLatin1String libraryName = latin1Text("printerslib");
+constexpr QLatin1String libraryVersion = latin1Text("5.0.28");
 
 /// The compiler gives the date with the English name of the month and a one-digit day behind two
 /// blanks.

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
-#include "printerdocs/mapkey_p.h"
+#include "latin1text_p.h"
 
 namespace {
+
+using printshared::latin1Text;
 
 /// A field of the record and how it passes into and out of the map form.
 struct Field
@@ -22,34 +24,34 @@ State stateOf(const QVariant &value)
 }
 
 constexpr Field fields[] = {
-    {mapKey("serviceState"),
+    {latin1Text("serviceState"),
      [](const PrintServiceState &state) {
          return QVariant(static_cast<int>(state.serviceState()));
      },
      [](PrintServiceState &state, const QVariant &value) {
          state.setServiceState(stateOf<PrintServiceState::EServiceState>(value));
      }},
-    {mapKey("deviceState"),
+    {latin1Text("deviceState"),
      [](const PrintServiceState &state) { return QVariant(static_cast<int>(state.deviceState())); },
      [](PrintServiceState &state, const QVariant &value) {
          state.setDeviceState(stateOf<PrintServiceState::EDeviceState>(value));
      }},
-    {mapKey("deviceErrorCode"),
+    {latin1Text("deviceErrorCode"),
      [](const PrintServiceState &state) { return QVariant(qint64{state.deviceErrorCode()}); },
      [](PrintServiceState &state, const QVariant &value) {
          state.setDeviceErrorCode(value.toUInt());
      }},
-    {mapKey("deviceNativeCode"),
+    {latin1Text("deviceNativeCode"),
      [](const PrintServiceState &state) { return QVariant(qint64{state.deviceNativeCode()}); },
      [](PrintServiceState &state, const QVariant &value) {
          state.setDeviceNativeCode(value.toUInt());
      }},
-    {mapKey("deviceErrorMsg"),
+    {latin1Text("deviceErrorMsg"),
      [](const PrintServiceState &state) { return QVariant(state.deviceErrorMsg()); },
      [](PrintServiceState &state, const QVariant &value) {
          state.setDeviceErorMsg(value.toString());
      }},
-    {mapKey("tapeAvailable"),
+    {latin1Text("tapeAvailable"),
      [](const PrintServiceState &state) { return QVariant(state.tapeAvailable()); },
      [](PrintServiceState &state, const QVariant &value) {
          state.setTapeAvailable(value.toBool());

@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "latin1text_p.h"
 #include "log/loghelper.h"
-#include "printerdocs/mapkey_p.h"
 
 using corvid::ClientState;
 
 namespace {
+
+using printshared::latin1Text;
 
 struct TypeName
 {
@@ -20,11 +22,11 @@ struct TypeName
 };
 
 constexpr TypeName typeNames[] = {
-    {ClientState::StateNormal, mapKey("NORMAL")},
-    {ClientState::StateWarning, mapKey("WARNING")},
-    {ClientState::StateCritical, mapKey("CRITICAL")},
-    {ClientState::StateFatal, mapKey("FATAL")},
-    {ClientState::StateInvalid, mapKey("INVALID")},
+    {ClientState::StateNormal, latin1Text("NORMAL")},
+    {ClientState::StateWarning, latin1Text("WARNING")},
+    {ClientState::StateCritical, latin1Text("CRITICAL")},
+    {ClientState::StateFatal, latin1Text("FATAL")},
+    {ClientState::StateInvalid, latin1Text("INVALID")},
 };
 
 QString nameOf(ClientState::EStateType type)
@@ -151,15 +153,15 @@ ClientState PrintServiceStateCorvidWrapper::toClientState() const
 QMap<QString, QVariant> PrintServiceStateCorvidWrapper::toMap() const
 {
     return {
-        {mapKey("stateType"), int{static_cast<qint8>(m_stateType)}},
-        {mapKey("stateDt"), m_stateDt.toUTC().toString(Qt::ISODate)},
-        {mapKey("stateDescription"), nameOf(m_stateType)},
-        {mapKey("serviceState"), static_cast<int>(m_state.serviceState())},
-        {mapKey("deviceState"), static_cast<int>(m_state.deviceState())},
-        {mapKey("deviceErrorCode"), m_state.deviceErrorCode()},
-        {mapKey("deviceNativeCode"), m_state.deviceNativeCode()},
-        {mapKey("deviceErrorMsg"), m_state.deviceErrorMsg()},
-        {mapKey("tapeAvailablle"), m_state.tapeAvailable()},
+        {latin1Text("stateType"), int{static_cast<qint8>(m_stateType)}},
+        {latin1Text("stateDt"), m_stateDt.toUTC().toString(Qt::ISODate)},
+        {latin1Text("stateDescription"), nameOf(m_stateType)},
+        {latin1Text("serviceState"), static_cast<int>(m_state.serviceState())},
+        {latin1Text("deviceState"), static_cast<int>(m_state.deviceState())},
+        {latin1Text("deviceErrorCode"), m_state.deviceErrorCode()},
+        {latin1Text("deviceNativeCode"), m_state.deviceNativeCode()},
+        {latin1Text("deviceErrorMsg"), m_state.deviceErrorMsg()},
+        {latin1Text("tapeAvailablle"), m_state.tapeAvailable()},
     };
 }
 

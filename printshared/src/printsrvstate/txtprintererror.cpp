@@ -1,12 +1,14 @@
 #include "printsrvstate/txtprintererror.h"
 
-#include "printerdocs/mapkey_p.h"
+#include "latin1text_p.h"
 
 namespace {
 
-constexpr QLatin1String codeKey = mapKey("code");
-constexpr QLatin1String writtenTextKey = mapKey("msg");
-constexpr QLatin1String readTextKey = mapKey("text");
+using printshared::latin1Text;
+
+constexpr QLatin1String codeKey = latin1Text("code");
+constexpr QLatin1String writtenTextKey = latin1Text("msg");
+constexpr QLatin1String readTextKey = latin1Text("text");
 
 }  // namespace
 

@@ -7,6 +7,8 @@
 
 using hostilenames::Attributes;
 using hostilenames::Input;
+using templates::KeyTable;
+using templates::ValueInsertion;
 
 Q_DECLARE_METATYPE(Input)
 

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "printerdocs/bbcode/picturefile_p.h"
+#include "printerdocs/document/monochromeimage_p.h"
 
 namespace bbcodeimage {
 
@@ -118,8 +119,10 @@ void packColours(const QImage &picture, int y, char *row)
 {
     const auto *colours = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
     for (int x = 0; x < picture.width(); ++x) {
-        if (isBlack(colours[x]))
-            row[x / 8] = static_cast<char>(row[x / 8] | (0x80 >> (x % 8)));
+        if (isBlack(colours[x])) {
+            char &byte = row[x / documents::bitsPerByte];
+            byte = static_cast<char>(static_cast<uchar>(byte) | documents::bitOfPixel(x));
+        }
     }
 }
 

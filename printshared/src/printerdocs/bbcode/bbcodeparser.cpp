@@ -8,7 +8,6 @@
 #include "printerdocs/bbcode/bbcodeimage_p.h"
 #include "printerdocs/bbcode/bbcodeparser_p.h"
 #include "printerdocs/bbcode/bbcodetext_p.h"
-#include "printerdocs/document/linelimits_p.h"
 #include "printerdocs/echarformat.h"
 
 struct BbCodeParser::Tag
@@ -267,7 +266,7 @@ QString BbCodeParser::laidOutInField(const QString &text)
 /// Whether the text being parsed may have so many more characters of padding; if so, they count.
 bool BbCodeParser::countPadding(qint64 characters)
 {
-    if (characters > mostPaddingOfText - m_padding)
+    if (characters > bbcodetext::mostPadding - m_padding)
         return false;
     m_padding += characters;
     return true;

@@ -9,6 +9,10 @@
 /// What BbCodeParser does with a piece of text before it joins the block.
 namespace bbcodetext {
 
+/// Most characters that the padding of columns and fields may add to one text. A receipt has some
+/// hundreds; it keeps a few megabytes of line ends from becoming gigabytes.
+constexpr int mostPadding = 1 << 24;
+
 /// The text with a question mark for each half of a character that has lost its other half, as
 /// every way through UTF-8 gives it.
 QString withoutBrokenSurrogates(QString text);

@@ -3,22 +3,17 @@
 #include <algorithm>
 #include <limits>
 
+#include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/echarformat.h"
 
 namespace {
 
+using namespace documents;
+
 constexpr int maximumSpacesBefore = 16;
 // Keeps a wild count from taking the machine's memory.
 constexpr int mostEmptyLines = 1 << 24;
-
-QByteArray extended(QByteArray bytes, int length)
-{
-    const char last = bytes.isEmpty() ? '\0' : bytes.back();
-    if (bytes.size() < length)
-        bytes.append(length - bytes.size(), last);
-    return bytes;
-}
 
 // The bytes of each line; those of the line breaks between the lines are left out.
 QList<QByteArray> bytesPerLine(const QStringList &lines, const QByteArray &bytes)
@@ -312,8 +307,8 @@ DocumentBlock DocumentBlock::createSimpleBlock(const QString &text, ETextAlignme
     DocumentBlock block;
     block.setText(lines);
     block.setAlignment(alignment);
-    block.setFont(bytesPerLine(lines, extended(font, text.size())));
-    block.setFormat(bytesPerLine(lines, extended(format, text.size())));
+    block.setFont(bytesPerLine(lines, CharacterBytes::extended(font, text.size())));
+    block.setFormat(bytesPerLine(lines, CharacterBytes::extended(format, text.size())));
     block.setLineSpacing(lineSpacing);
     block.setSpacesBefore(spaces);
     block.setType(BlockText);

@@ -1,6 +1,12 @@
 #include "printerdocs/document/htmlwriter_p.h"
 #include "printerdocs/documentblock.h"
 
+namespace {
+
+using namespace documents;
+
+}  // namespace
+
 QString DocumentBlock::toHtml(bool rightAlign, const SpecialCharacters &symbols, bool useTable,
                               int lineWidth) const
 {

@@ -1,21 +1,23 @@
 // The map form of a block: keys and kinds of value are what stored documents hold.
 #include <algorithm>
 
+#include "latin1text_p.h"
 #include "printerdocs/documentblock.h"
-#include "printerdocs/mapkey_p.h"
 
 namespace {
 
-constexpr QLatin1String typeKey = mapKey("type");
-constexpr QLatin1String imageKey = mapKey("img");
-constexpr QLatin1String textKey = mapKey("txt");
-constexpr QLatin1String formatKey = mapKey("fmt");
-constexpr QLatin1String fontKey = mapKey("fnt");
-constexpr QLatin1String alignmentKey = mapKey("align");
-constexpr QLatin1String lineSpacingKey = mapKey("ls");
-constexpr QLatin1String barcodeKey = mapKey("bar");
-constexpr QLatin1String barcodeTypeKey = mapKey("bt");
-constexpr QLatin1String qrCodeKey = mapKey("qr");
+using printshared::latin1Text;
+
+constexpr QLatin1String typeKey = latin1Text("type");
+constexpr QLatin1String imageKey = latin1Text("img");
+constexpr QLatin1String textKey = latin1Text("txt");
+constexpr QLatin1String formatKey = latin1Text("fmt");
+constexpr QLatin1String fontKey = latin1Text("fnt");
+constexpr QLatin1String alignmentKey = latin1Text("align");
+constexpr QLatin1String lineSpacingKey = latin1Text("ls");
+constexpr QLatin1String barcodeKey = latin1Text("bar");
+constexpr QLatin1String barcodeTypeKey = latin1Text("bt");
+constexpr QLatin1String qrCodeKey = latin1Text("qr");
 
 constexpr int numberOfAlignments = 4;
 
@@ -87,8 +89,8 @@ void DocumentBlock::setMap(const QMap<QString, QVariant> &map)
 
 void DocumentBlock::readTextMap(const QMap<QString, QVariant> &map)
 {
-    // Intended: the remainder, which takes the number's sign; stored documents may hold
-    // numbers above 3. See tst_documentblock_map, alignmentIsReadAsTheRemainderByFour.
+    // Intended: the remainder, which takes the number's sign; stored documents may hold numbers
+    // above 3. See tst_documentblock_map, alignmentIsReadAsTheRemainderByFour.
     m_alignment = static_cast<ETextAlignment>(map.value(alignmentKey).toInt() % numberOfAlignments);
     const QVariantList text = map.value(textKey).toList();
     const QVariantList format = map.value(formatKey).toList();

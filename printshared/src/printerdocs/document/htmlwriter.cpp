@@ -5,30 +5,20 @@
 #include <array>
 #include <charconv>
 
-#include "printerdocs/document/linelimits_p.h"
+#include "latin1text_p.h"
 #include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/echarformat.h"
-#include "printerdocs/latin1text_p.h"
+
+namespace documents {
 
 namespace {
 
+using printshared::latin1Text;
+
 constexpr QLatin1String lineBreak = latin1Text("<br>");
-constexpr int firstSymbolCode = 1;
-constexpr int lastSymbolCode = 7;
 // Room for the tags of a line with one run, and the most that is reserved in advance.
 constexpr qint64 tagsPerLine = 100;
 constexpr qint64 maximumReserve = qint64(1) << 26;
-
-bool hasFormat(char format, ECharFormat bit)
-{
-    return (static_cast<uchar>(format) & static_cast<uint>(bit)) != 0;
-}
-
-bool isSymbol(QChar character, char format)
-{
-    return character.unicode() >= firstSymbolCode && character.unicode() <= lastSymbolCode &&
-           !hasFormat(format, CharRawCode);
-}
 
 // Behind the last character that shares the start's tags.
 int endOfRun(QStringView text, const CharacterBytes &font, const CharacterBytes &format, int start)
@@ -116,9 +106,7 @@ QByteArray widened(QByteArray bytes, const WidenedTab &tabPlace)
         return bytes.prepend(added, '\0');
     if (tabPlace.second == 0)
         return bytes.append(added, '\0');
-    if (bytes.size() < tabPlace.first)
-        bytes.append(tabPlace.first - bytes.size(), bytes.isEmpty() ? '\0' : bytes.back());
-    return bytes.insert(tabPlace.first, added, '\0');
+    return CharacterBytes::extended(bytes, tabPlace.first).insert(tabPlace.first, added, '\0');
 }
 
 }  // namespace
@@ -289,3 +277,5 @@ void HtmlWriter::appendSymbol()
     }
     m_html += m_symbolTag;
 }
+
+}  // namespace documents

@@ -5,38 +5,10 @@
 #include <QString>
 #include <QStringView>
 
+#include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/documentblock.h"
 
-/// The format or font bytes of a text, of whatever length: an empty array stands for zero bytes, a
-/// short one goes on with its last byte.
-/// Refers to the array.
-class CharacterBytes
-{
-public:
-    explicit CharacterBytes(const QByteArray &bytes)
-        : m_bytes(bytes.constData()), m_size(bytes.size()), m_last(m_size > 0 ? bytes.back() : '\0')
-    {}
-
-    char at(int character) const
-    {
-        const int index = m_start + character;
-        return index < m_size ? m_bytes[index] : m_last;
-    }
-
-    /// Those of the text from this character on.
-    CharacterBytes from(int character) const
-    {
-        CharacterBytes rest = *this;
-        rest.m_start += character;
-        return rest;
-    }
-
-private:
-    const char *m_bytes;
-    int m_size;
-    int m_start = 0;
-    char m_last;
-};
+namespace documents {
 
 /// Appends the HTML of blocks to one text. Text isn't escaped: receipts carry HTML of their own.
 class HtmlWriter
@@ -91,3 +63,5 @@ private:
     QString &m_html;
     QString m_symbolTag;
 };
+
+}  // namespace documents

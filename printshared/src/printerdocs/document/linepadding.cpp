@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "printerdocs/document/linelimits_p.h"
+namespace documents {
 
 namespace {
 
@@ -70,3 +70,5 @@ QString paddedLine(const QString &line, ETextAlignment alignment, int width)
     }
     return line;
 }
+
+}  // namespace documents

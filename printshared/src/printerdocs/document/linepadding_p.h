@@ -4,11 +4,19 @@
 
 #include "printerdocs/etextalignment.h"
 
+namespace documents {
+
 constexpr QChar blank = QLatin1Char(' ');
 /// Stands between the parts of a justified line.
 constexpr QChar tab = QLatin1Char('\t');
 
+/// Longest line, in characters, that padding may make. No printer comes near it; it keeps a wild
+/// width from taking the machine's memory.
+constexpr int longestPaddedLine = 1 << 24;
+
 /// The line as it is printed in this width, in characters: at its edge, or with its tabs widened.
-/// A longer line is not cut; padding that would make a line of more than 16 Mi characters is left
+/// A longer line is not cut; padding that would make a longer one than longestPaddedLine is left
 /// out.
 QString paddedLine(const QString &line, ETextAlignment alignment, int width);
+
+}  // namespace documents

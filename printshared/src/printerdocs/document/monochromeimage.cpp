@@ -1,18 +1,21 @@
 #include "printerdocs/monochromeimage.h"
 
-#include "printerdocs/document/bitrows_p.h"
-#include "printerdocs/mapkey_p.h"
+#include "latin1text_p.h"
+#include "printerdocs/document/monochromeimage_p.h"
 
 namespace {
+
+using namespace documents;
+using printshared::latin1Text;
 
 constexpr qint64 noOffset = -1;
 // No receipt comes near it; it keeps a wild size in a file from taking the machine's memory.
 constexpr qint64 maximumBytes = qint64(1) << 28;
 
-constexpr QLatin1String widthKey = mapKey("w");
-constexpr QLatin1String heightKey = mapKey("h");
-constexpr QLatin1String dataKey = mapKey("data");
-constexpr QLatin1String fileNameKey = mapKey("fn");
+constexpr QLatin1String widthKey = latin1Text("w");
+constexpr QLatin1String heightKey = latin1Text("h");
+constexpr QLatin1String dataKey = latin1Text("data");
+constexpr QLatin1String fileNameKey = latin1Text("fn");
 
 qint64 alignedRowLength(int width, int alignmentBits)
 {
@@ -27,11 +30,6 @@ QByteArray zeroBytes(qint64 rowLength, int rows)
     if (rowLength <= 0 || rows <= 0 || rowLength > maximumBytes / rows)
         return QByteArray();
     return QByteArray(static_cast<int>(rowLength * rows), '\0');
-}
-
-uint maskOf(int x)
-{
-    return 0x80U >> static_cast<uint>(x % bitsPerByte);
 }
 
 }  // namespace
@@ -105,7 +103,7 @@ bool MonochromeImage::pixel(int x, int y, int alignmentBits) const
     const qint64 offset = offsetOf(x, y, alignmentBits);
     if (offset == noOffset || offset == m_image.size())
         return false;
-    return (static_cast<uchar>(m_image.at(static_cast<int>(offset))) & maskOf(x)) != 0;
+    return (static_cast<uchar>(m_image.at(static_cast<int>(offset))) & bitOfPixel(x)) != 0;
 }
 
 bool MonochromeImage::setPixel(int x, int y, bool value, int alignmentBits)
@@ -117,7 +115,7 @@ bool MonochromeImage::setPixel(int x, int y, bool value, int alignmentBits)
         m_image.append('\0');
     char &byte = m_image.data()[offset];
     const uint old = static_cast<uchar>(byte);
-    byte = static_cast<char>(value ? old | maskOf(x) : old & ~maskOf(x));
+    byte = static_cast<char>(value ? old | bitOfPixel(x) : old & ~bitOfPixel(x));
     return pixel(x, y, alignmentBits);
 }
 

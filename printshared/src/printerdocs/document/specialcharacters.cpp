@@ -5,10 +5,12 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
-#include "printerdocs/document/bitrows_p.h"
+#include "printerdocs/document/monochromeimage_p.h"
 #include "printerdocs/document/symbolfile_p.h"
 
 namespace {
+
+using namespace documents;
 
 // Keeps a wild cell size from taking the machine's memory.
 constexpr qint64 maximumPicturePixels = qint64(1) << 26;
@@ -134,7 +136,7 @@ QImage SpecialCharacters::getPngImage(int code, int width, int height)
         return picture;
     picture.fill(Qt::white);
     const QByteArray data = image.image();
-    const qint64 stride = (image.width() + bitsPerByte - 1) / bitsPerByte;
+    const qint64 stride = bytesOfRow(image.width());
     for (int row = 0; row < image.height() && data.size() > (row + 1) * stride; ++row)
         paintRow(reinterpret_cast<QRgb *>(picture.scanLine(row)), image.width(),
                  data.constData() + row * stride);
@@ -203,12 +205,12 @@ bool SpecialCharacters::strToData(const QString &line, int width, QByteArray &da
 {
     if (width < 1 || width > line.size())
         return false;
-    data.fill('\0', (width + bitsPerByte - 1) / bitsPerByte);
+    data.fill('\0', static_cast<int>(bytesOfRow(width)));
     for (int x = 0; x < width; ++x) {
         if (line.at(x) == QLatin1Char('0'))
             continue;
         char &byte = data.data()[x / bitsPerByte];
-        byte = static_cast<char>(static_cast<uchar>(byte) | 0x80U >> (x % bitsPerByte));
+        byte = static_cast<char>(static_cast<uchar>(byte) | bitOfPixel(x));
     }
     return true;
 }

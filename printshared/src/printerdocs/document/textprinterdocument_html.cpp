@@ -8,10 +8,10 @@ QString TextPrinterDocument::toHtml(bool useTable, const SpecialCharacters &symb
         "<html><head>\n"
         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=UTF-8\">\n"
         "</head><body>\n");
-    HtmlWriter writer(html);
+    documents::HtmlWriter writer(html);
     qint64 room = 0;
     for (const DocumentBlock &block : m_blocks)
-        room += HtmlWriter::roomFor(block);
+        room += documents::HtmlWriter::roomFor(block);
     writer.reserve(room);
     // Intended: no blank before "cellspacing"; clients compare pages with this line. See
     // tst_document_html, documentIsATableOrASequence.

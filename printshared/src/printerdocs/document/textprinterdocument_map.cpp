@@ -1,21 +1,23 @@
 // The map form of a document: keys and kinds of value are what stored documents hold.
-#include "printerdocs/mapkey_p.h"
+#include "latin1text_p.h"
 #include "printerdocs/textprinterdocument.h"
 
 namespace {
 
+using printshared::latin1Text;
+
 using Map = QMap<QString, QVariant>;
 using CharImages = QMultiMap<signed char, MonochromeImage>;
 
-constexpr QLatin1String blocksKey = mapKey("blocks");
-constexpr QLatin1String charImagesKey = mapKey("cis");
-constexpr QLatin1String charImagePrefix = mapKey("ci_");
-constexpr QLatin1String prevTicketActionKey = mapKey("pta");
-constexpr QLatin1String currentTicketActionKey = mapKey("cta");
-constexpr QLatin1String retractionTimeoutKey = mapKey("rtout");
-constexpr QLatin1String loopPolicyKey = mapKey("loop");
-constexpr QLatin1String doInitKey = mapKey("init");
-constexpr QLatin1String symbolsPerLineKey = mapKey("spl");
+constexpr QLatin1String blocksKey = latin1Text("blocks");
+constexpr QLatin1String charImagesKey = latin1Text("cis");
+constexpr QLatin1String charImagePrefix = latin1Text("ci_");
+constexpr QLatin1String prevTicketActionKey = latin1Text("pta");
+constexpr QLatin1String currentTicketActionKey = latin1Text("cta");
+constexpr QLatin1String retractionTimeoutKey = latin1Text("rtout");
+constexpr QLatin1String loopPolicyKey = latin1Text("loop");
+constexpr QLatin1String doInitKey = latin1Text("init");
+constexpr QLatin1String symbolsPerLineKey = latin1Text("spl");
 
 // Intended: only wider lines are written, as readers take 32 for granted; see
 // tst_textprinterdocument_map, symbolsPerLineIsWrittenAbove32.

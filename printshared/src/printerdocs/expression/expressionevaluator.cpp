@@ -9,7 +9,7 @@
 #include <new>
 #include <vector>
 
-#include "printerdocs/expression/expressionevaluator_p.h"
+#include "printerdocs/expression/expressionfunctions_p.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "printerdocs/expression/expressionevaluator_p.h"
+#include "printerdocs/expression/expressionfunctions_p.h"
 
 namespace {
 

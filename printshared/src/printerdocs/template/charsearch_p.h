@@ -4,6 +4,8 @@
 #include <QStringView>
 #include <algorithm>
 
+namespace templates {
+
 // Searches in the lines of a receipt, which are short: a plain loop is done before a search through
 // a function of Qt's has begun.
 
@@ -31,3 +33,5 @@ inline int placeOfTag(QLatin1String tag, QStringView text)
     }
     return -1;
 }
+
+}  // namespace templates

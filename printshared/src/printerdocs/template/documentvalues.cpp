@@ -9,6 +9,8 @@
 #include "printerdocs/template/numbertext_p.h"
 #include "printerdocs/template/valueformat_p.h"
 
+namespace templates {
+
 namespace {
 
 constexpr char warningsCategory[] = "default";
@@ -158,3 +160,5 @@ void DocumentValues::logKeys()
     logLine(m_keyLine);
     logLine(m_rankedKeyLine);
 }
+
+}  // namespace templates

@@ -11,6 +11,8 @@
 #include "printerdocs/printerdocument.h"
 #include "printerdocs/template/valueinsertion_p.h"
 
+namespace templates {
+
 /// The values of one document as texts for its tags. What is needed of all attribute names together
 /// is worked out once per document, at the first expression.
 class DocumentValues
@@ -48,3 +50,5 @@ private:
     QString m_keyLine;
     QString m_rankedKeyLine;
 };
+
+}  // namespace templates

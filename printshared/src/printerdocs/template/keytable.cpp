@@ -3,6 +3,8 @@
 #include <QHash>
 #include <utility>
 
+namespace templates {
+
 KeyTable::KeyTable(const Attributes &attributes)
 {
     rank(attributes);
@@ -88,3 +90,5 @@ uint KeyTable::hashOf(QStringView key)
     constexpr quint64 scatter = 0x9E3779B97F4A7C15;  // 2^64 by the golden ratio
     return static_cast<uint>((qHash(key) * scatter) >> 32U);
 }
+
+}  // namespace templates

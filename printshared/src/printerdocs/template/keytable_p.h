@@ -7,6 +7,8 @@
 #include <array>
 #include <vector>
 
+namespace templates {
+
 /// The attribute names of a document as expressions need them: what names stand in a text, the
 /// longest first. A receipt has thousands of names and an expression holds two or three, so a text
 /// is searched for the few lengths and places at which a name can stand at all.
@@ -76,3 +78,5 @@ private:
     std::vector<Slot> m_slots;                    ///< a hash table with room to spare, or empty
     std::array<quint64, 256> m_lengthsByFirst{};  ///< by the low byte of a name's first character
 };
+
+}  // namespace templates

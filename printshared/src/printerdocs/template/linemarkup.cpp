@@ -1,72 +1,13 @@
 #include <QVector>
 #include <algorithm>
 
-#include "printerdocs/document/linelimits_p.h"
-#include "printerdocs/latin1text_p.h"
+#include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/template/charsearch_p.h"
 #include "printerdocs/template/linemarkup_p.h"
 
+namespace templates {
+
 namespace {
-
-// Kinds of tags, a bit each.
-enum TagKind : quint32 {
-    TabTag = 1U << 0U,
-    CenterTag = 1U << 1U,
-    RightTag = 1U << 2U,
-    ObsoleteTag = 1U << 3U,
-    SpacingTag = 1U << 4U,
-    Brackets = 1U << 5U,
-    EmptyTag = 1U << 6U,
-    CodeTag = 1U << 7U,
-    FontTag = 1U << 8U,
-    // The formats' kinds are these, shifted by the format's flag.
-    WholeLineTag = 1U << 9U,
-    RangeTag = 1U << 15U,
-    EveryTag = ~0U,
-};
-
-constexpr quint32 wholeLineKind(ECharFormat flag)
-{
-    return WholeLineTag * static_cast<quint32>(flag);
-}
-
-constexpr quint32 allRanges = RangeTag * 0x3FU;
-
-constexpr quint32 rangeKind(ECharFormat flag)
-{
-    return RangeTag * static_cast<quint32>(flag);
-}
-
-struct FormatTag
-{
-    QLatin1String wholeLine;
-    QLatin1String open;
-    QLatin1String close;
-    ECharFormat flag;
-};
-
-constexpr FormatTag bold{latin1Text("<B>"), latin1Text("<B:>"), latin1Text("<:B>"), CharBold};
-constexpr FormatTag marked{latin1Text("<Z>"), latin1Text("<Z:>"), latin1Text("<:Z>"), CharMarkZ};
-constexpr FormatTag italic{latin1Text("<N>"), latin1Text("<N:>"), latin1Text("<:N>"), CharItalic};
-constexpr FormatTag underlined{latin1Text("<U>"), latin1Text("<U:>"), latin1Text("<:U>"),
-                               CharUnderline};
-constexpr FormatTag tall{latin1Text("<H2>"), latin1Text("<H2:>"), latin1Text("<:H2>"),
-                         CharDoubleHeight};
-constexpr FormatTag wide{latin1Text("<W2>"), latin1Text("<W2:>"), latin1Text("<:W2>"),
-                         CharDoubleWidth};
-
-// The orders differ and decide about tags that stand next to each other.
-constexpr FormatTag wholeLineOrder[] = {marked, bold, tall, wide, italic, underlined};
-constexpr FormatTag rangeOrder[] = {bold, marked, underlined, italic, tall, wide};
-
-constexpr QLatin1String tabTag = latin1Text("<S>");
-constexpr QLatin1String centerTag = latin1Text("<C>");
-constexpr QLatin1String rightTag = latin1Text("<R>");
-constexpr QLatin1String obsoleteTag = latin1Text("<L1>");
-constexpr QLatin1String emptyTag = latin1Text("<:>");
-constexpr QLatin1String spacingTags[] = {
-    latin1Text("<LS0>"), latin1Text("<LS1>"), latin1Text("<LS2>"), latin1Text("<LS3>"),
-    latin1Text("<LS4>"), latin1Text("<LS5>"), latin1Text("<LS6>"), latin1Text("<LS7>")};
 
 constexpr int lowByte = 0xFF;
 constexpr int fontCount = 4;
@@ -78,15 +19,24 @@ struct FoundTag
     const QChar *end = nullptr;
 };
 
+FoundTag plainTagAt(const QChar *text, const QChar *end)
+{
+    for (const PlainTag &tag : plainTags) {
+        if (text[1] == QLatin1Char(tag.text.data()[1]) && standsAt(text, end, tag.text))
+            return {tag.kind, text + tag.text.size()};
+    }
+    return {};
+}
+
 FoundTag formatTagAt(const QChar *text, const QChar *end)
 {
     for (const FormatTag &tag : rangeOrder) {
         if (standsAt(text, end, tag.wholeLine))
-            return {wholeLineKind(tag.flag), text + tag.wholeLine.size()};
+            return {tag.lineKind, text + tag.wholeLine.size()};
         if (standsAt(text, end, tag.open))
-            return {rangeKind(tag.flag), text + tag.open.size()};
+            return {tag.rangeKind, text + tag.open.size()};
         if (standsAt(text, end, tag.close))
-            return {rangeKind(tag.flag), text + tag.close.size()};
+            return {tag.rangeKind, text + tag.close.size()};
     }
     return {};
 }
@@ -94,8 +44,8 @@ FoundTag formatTagAt(const QChar *text, const QChar *end)
 /// A tag with a number: nothing but digits, so that no step before can change it.
 FoundTag numberTagAt(const QChar *text, const QChar *end)
 {
-    const bool isFont = text[1] == QLatin1Char('F');
-    const bool isCode = text[1] == QLatin1Char('#') || text[1].isDigit();
+    const bool isFont = text[1] == fontLetter;
+    const bool isCode = text[1] == plainCodeSign || text[1].isDigit();
     if (!isFont && !isCode)
         return {};
     const QChar *const stop = std::find_if_not(text + 2, end, [](QChar c) { return c.isDigit(); });
@@ -110,23 +60,9 @@ FoundTag tagAt(const QChar *text, const QChar *end)
     constexpr int shortest = 3;
     if (end - text < shortest)
         return {};
-    constexpr struct
-    {
-        QLatin1String text;
-        TagKind kind;
-    } plainTags[] = {{tabTag, TabTag},
-                     {centerTag, CenterTag},
-                     {rightTag, RightTag},
-                     {emptyTag, EmptyTag},
-                     {obsoleteTag, ObsoleteTag}};
-    for (const auto &tag : plainTags) {
-        if (standsAt(text, end, tag.text))
-            return {tag.kind, text + tag.text.size()};
-    }
-    for (const QLatin1String tag : spacingTags) {
-        if (text[1] == QLatin1Char('L') && standsAt(text, end, tag))
-            return {SpacingTag, text + tag.size()};
-    }
+    const FoundTag plain = plainTagAt(text, end);
+    if (plain.kind != 0)
+        return plain;
     const FoundTag format = formatTagAt(text, end);
     return format.kind != 0 ? format : numberTagAt(text, end);
 }
@@ -261,13 +197,19 @@ LineMarkup::LineMarkup(const QString &line, unsigned char format)
     : m_text(line), m_tags(tagsOf(line)), m_firstFormat(format), m_byteCount(line.size())
 {}
 
-/// At each hit the bytes are removed at the hit's index in the unchanged text, as far as there are
-/// any: from the second hit on text and bytes part, and receipts are known to print that way.
-bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String replacement)
+/// Most tags aren't there, and to find that out is all that a line without them costs.
+Q_ALWAYS_INLINE bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String replacement)
 {
     const int hit = placeOfTag(tag, m_text);
-    if (hit < 0)
-        return false;
+    if (hit >= 0)
+        replaceFrom(hit, tag, replacement);
+    return hit >= 0;
+}
+
+/// At each hit the bytes are removed at the hit's index in the unchanged text, as far as there are
+/// any: from the second hit on text and bytes part, and receipts are known to print that way.
+void LineMarkup::replaceFrom(int hit, QLatin1String tag, QLatin1String replacement)
+{
     QChar *const text = m_text.data();
     const QChar *const end = text + m_text.size();
     const QChar *read = text + hit;
@@ -284,33 +226,51 @@ bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String replacement)
         written = std::copy(rest, read, written);
     }
     m_text.truncate(static_cast<int>(written - text));
-    return true;
+}
+
+/// Takes the tags of a step's first row out that hits. @return the row; null: none did
+template <MarkupStep step>
+const PlainTag *LineMarkup::takeFirst()
+{
+    constexpr PlainTagRange tags = plainTagsOf<step>;
+    if (!mayHold(tags.kinds))
+        return nullptr;
+    for (const PlainTag &tag : tags) {
+        if (mayHold(tag.kind) && replaceTag(tag.text, tag.left))
+            return &tag;
+    }
+    return nullptr;
+}
+
+/// Takes the tags of all of a step's rows out.
+template <MarkupStep step>
+void LineMarkup::takeEach()
+{
+    constexpr PlainTagRange tags = plainTagsOf<step>;
+    if (!mayHold(tags.kinds))
+        return;
+    for (const PlainTag &tag : tags)
+        replaceTag(tag.text, tag.left);
 }
 
 ETextAlignment LineMarkup::takeAlignment()
 {
-    if (mayHold(TabTag) && replaceTag(tabTag, QLatin1String("\t")))
-        return AlignJustify;
-    if (mayHold(CenterTag) && replaceTag(centerTag, QLatin1String()))
-        return AlignCenter;
-    if (mayHold(RightTag) && replaceTag(rightTag, QLatin1String()))
-        return AlignRight;
-    return AlignLeft;
+    const PlainTag *const tag = takeFirst<MarkupStep::Align>();
+    return tag != nullptr ? static_cast<ETextAlignment>(tag->value) : AlignLeft;
 }
 
 void LineMarkup::takeObsolete()
 {
-    if (mayHold(ObsoleteTag))
-        replaceTag(obsoleteTag, QLatin1String());
+    takeEach<MarkupStep::TakeObsolete>();
 }
 
 void LineMarkup::wrapWholeLine()
 {
     for (const FormatTag &tag : wholeLineOrder) {
-        if (!mayHold(wholeLineKind(tag.flag)) || !replaceTag(tag.wholeLine, QLatin1String()))
+        if (!mayHold(tag.lineKind) || !replaceTag(tag.wholeLine, QLatin1String()))
             continue;
         wrapLine(tag.open, tag.close);
-        m_tags |= rangeKind(tag.flag);
+        m_tags |= tag.rangeKind;
     }
 }
 
@@ -328,15 +288,8 @@ void LineMarkup::wrapLine(QLatin1String open, QLatin1String close)
 
 int LineMarkup::takeSpacing(int otherwise)
 {
-    if (!mayHold(SpacingTag))
-        return otherwise;
-    int spacing = 0;
-    for (const QLatin1String tag : spacingTags) {
-        if (replaceTag(tag, QLatin1String()))
-            return spacing;
-        ++spacing;
-    }
-    return otherwise;
+    const PlainTag *const tag = takeFirst<MarkupStep::SetSpacing>();
+    return tag != nullptr ? tag->value : otherwise;
 }
 
 void LineMarkup::takeBrackets()
@@ -345,8 +298,7 @@ void LineMarkup::takeBrackets()
         replaceTag(QLatin1String("["), QLatin1String());
         replaceTag(QLatin1String("]"), QLatin1String());
     }
-    if (mayHold(EmptyTag))
-        replaceTag(emptyTag, QLatin1String());
+    takeEach<MarkupStep::TakeEmpty>();
 }
 
 bool LineMarkup::mayHoldCharacterTags() const
@@ -368,7 +320,7 @@ void LineMarkup::placeCodes()
         if (end < 0)
             break;
         const QChar first = line.at(tag + 1);
-        const bool isPlain = first == QLatin1Char('#');
+        const bool isPlain = first == plainCodeSign;
         if (!isPlain && !first.isDigit())
             continue;
         const int code = line.textOf(tag + (isPlain ? 2 : 1), end).toInt();  // 0 if it is no number
@@ -383,7 +335,7 @@ void LineMarkup::placeCodes()
 void LineMarkup::applyFormats(unsigned char &format)
 {
     for (const FormatTag &tag : rangeOrder) {
-        if (mayHold(rangeKind(tag.flag)))
+        if (mayHold(tag.rangeKind))
             applyFormatRange(tag.open, tag.close, tag.flag, format);
     }
 }
@@ -449,7 +401,7 @@ void LineMarkup::applyFonts(unsigned char &font)
     int next = -1;
     for (int tag = line.find(QLatin1Char('<'), 0); tag >= 0; tag = next) {
         next = line.find(QLatin1Char('<'), tag + 1);
-        if (tag + 1 >= line.size() || line.at(tag + 1) != QLatin1Char('F'))
+        if (tag + 1 >= line.size() || line.at(tag + 1) != fontLetter)
             continue;
         if (end < tag)
             end = line.find(QLatin1Char('>'), tag);
@@ -485,8 +437,10 @@ void LineMarkup::addMargin(int blanks)
 {
     if (blanks < 1)
         return;
-    const int count = qMin(blanks, longestPaddedLine);
+    const int count = qMin(blanks, documents::longestPaddedLine);
     m_text.prepend(QString(count, QLatin1Char(' ')));
     m_formats.prepend(QByteArray(count, '\0'));
     m_fonts.prepend(QByteArray(count, '\0'));
 }
+
+}  // namespace templates

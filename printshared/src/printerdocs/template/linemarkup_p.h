@@ -5,6 +5,9 @@
 
 #include "printerdocs/echarformat.h"
 #include "printerdocs/etextalignment.h"
+#include "printerdocs/template/templatetags_p.h"
+
+namespace templates {
 
 /// One line on its way from markup to text. The steps are called in the order in which they are
 /// declared; each is linear in the length of the line.
@@ -43,7 +46,12 @@ public:
 private:
     /// Whether a tag of these kinds may stand in the text: a step without its tags has no work.
     bool mayHold(quint32 kinds) const { return (m_tags & kinds) != 0; }
+    template <MarkupStep step>
+    const PlainTag *takeFirst();
+    template <MarkupStep step>
+    void takeEach();
     bool replaceTag(QLatin1String tag, QLatin1String replacement);
+    void replaceFrom(int hit, QLatin1String tag, QLatin1String replacement);
     void wrapLine(QLatin1String open, QLatin1String close);
     void applyFormatRange(QLatin1String open, QLatin1String close, ECharFormat flag,
                           unsigned char &format);
@@ -57,3 +65,5 @@ private:
     QByteArray m_formats;
     QByteArray m_fonts;
 };
+
+}  // namespace templates

@@ -4,6 +4,8 @@
 #include <QStringView>
 #include <QVariant>
 
+namespace templates {
+
 /// What a text value counts as: a whole number, a real number, or the text that it is; see
 /// PrinterDocument::attributeValue().
 QVariant numberOrText(const QVariant &value);
@@ -35,3 +37,5 @@ inline bool isShortDecimal(QStringView text)
     }
     return points <= 1;
 }
+
+}  // namespace templates

@@ -5,7 +5,6 @@
 #include <QTextStream>
 
 #include "log/loghelper.h"
-#include "printerdocs/template/printerdocumentformatter_p.h"
 #include "settings/checktemplatessettings.h"
 
 // The stages of a template's way to a receipt lie in files of their own: _fiscal, _attributes,

@@ -1,5 +1,4 @@
 #include "printerdocs/printerdocumentformatter.h"
-#include "printerdocs/template/printerdocumentformatter_p.h"
 
 const QList<QPair<CheckBlockType, QString>> PrinterDocumentFormatter::PARTS = {
     {FiscalHeader, QStringLiteral("<FISCAL_HEADER>")},

@@ -1,16 +1,17 @@
 #include "printerdocs/document/htmlwriter_p.h"
-#include "printerdocs/document/linelimits_p.h"
 #include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/charsearch_p.h"
 #include "printerdocs/template/documentvalues_p.h"
-#include "printerdocs/template/formattedline_p.h"
-#include "printerdocs/template/printerdocumentformatter_p.h"
+#include "printerdocs/template/linefilling_p.h"
+#include "printerdocs/template/printedline_p.h"
+#include "printerdocs/template/templatetags_p.h"
 #include "settings/iprintdevicesettings.h"
 
 namespace {
 
-const QLatin1String qrTag("<QR>");
+using namespace documents;
+using namespace templates;
 
 // Intended: the first has no blank in front of "cellspacing"; clients compare the texts.
 // Test: htmlFrames.
@@ -28,25 +29,25 @@ constexpr int receiptTicketAction = 9;
 // Characters of HTML that a line takes, roughly.
 constexpr qint64 htmlPerLine = 150;
 
-/// Formats a document's lines one after the other.
-class LineFormatter
+/// Reads the markup of a document's lines one after the other, and folds their case.
+class MarkupRun
 {
 public:
-    explicit LineFormatter(int leftMargin, LineParts wanted = LineParts::All)
+    explicit MarkupRun(int leftMargin, LineDetail wanted = LineDetail::WithBytes)
         : m_leftMargin(leftMargin), m_wanted(wanted), m_charactersMode(charactersMode())
     {}
 
     /// A line without case folding.
-    FormattedLine unfolded(const QString &line)
+    PrintedLine unfolded(const QString &line)
     {
-        return formattedLine(line, m_carried, 0, m_leftMargin, m_wanted);
+        return printedLine(line, m_carried, 0, m_leftMargin, m_wanted);
     }
-    FormattedLine formatted(const QString &line)
+    PrintedLine printed(const QString &line)
     {
-        FormattedLine formatted = unfolded(line);
+        PrintedLine printed = unfolded(line);
         if (!line.isEmpty())
-            formatted.text = folded(formatted.text);
-        return formatted;
+            printed.text = folded(printed.text);
+        return printed;
     }
 
     QString folded(const QString &text) const
@@ -66,9 +67,9 @@ private:
     }
 
     const int m_leftMargin;
-    const LineParts m_wanted;
+    const LineDetail m_wanted;
     const IPrintDeviceSettings::ECharactersMode m_charactersMode;
-    LineFormat m_carried;
+    CarriedStyle m_carried;
 };
 
 QStringList linesOf(const QString &text)
@@ -78,7 +79,7 @@ QStringList linesOf(const QString &text)
 
 QStringList textOfLines(const QStringList &lines, int leftMargin, int width)
 {
-    LineFormatter formatter(leftMargin, LineParts::Text);
+    MarkupRun run(leftMargin, LineDetail::TextOnly);
     const QString emptyLine(qBound(0, width, longestPaddedLine), QLatin1Char(' '));
     QStringList result;
     result.reserve(lines.size());
@@ -87,9 +88,9 @@ QStringList textOfLines(const QStringList &lines, int leftMargin, int width)
             result.append(emptyLine);
             continue;
         }
-        const FormattedLine formatted = formatter.formatted(line);
-        if (formatted.isValid)
-            result.append(paddedLine(formatted.text, formatted.alignment, width));
+        const PrintedLine printed = run.printed(line);
+        if (printed.isValid)
+            result.append(paddedLine(printed.text, printed.alignment, width));
     }
     return result;
 }
@@ -97,16 +98,16 @@ QStringList textOfLines(const QStringList &lines, int leftMargin, int width)
 QString htmlOfLines(const QStringList &lines, int leftMargin, bool rightAlign, QLatin1String head,
                     QLatin1String tail)
 {
-    LineFormatter formatter(leftMargin);
+    MarkupRun run(leftMargin);
     QString html = head;
     HtmlWriter writer(html);
     writer.reserve(qint64(lines.size()) * htmlPerLine);
     for (const QString &line : lines) {
-        const FormattedLine formatted = formatter.formatted(line);
-        if (!formatted.isValid)
+        const PrintedLine printed = run.printed(line);
+        if (!printed.isValid)
             continue;
         html += QLatin1Char('\n');
-        writer.appendRow(formatted.text, formatted.fonts, formatted.formats, formatted.alignment,
+        writer.appendRow(printed.text, printed.fonts, printed.formats, printed.alignment,
                          rightAlign);
     }
     html += QLatin1Char('\n');
@@ -118,7 +119,7 @@ QString htmlOfLines(const QStringList &lines, int leftMargin, bool rightAlign, Q
 class BlockList
 {
 public:
-    void add(const FormattedLine &line)
+    void add(const PrintedLine &line)
     {
         if (!line.isValid)
             return;
@@ -171,17 +172,17 @@ private:
 /// Text in front of a code becomes text of its own. Intended: it keeps its case, and the code's
 /// stored text is folded; clients compare blocks.
 /// Test: textInFrontOfACodeKeepsItsCaseAndThePayloadIsFolded.
-void addLineWithCode(BlockList &blocks, const QString &line, int tag, LineFormatter &formatter)
+void addLineWithCode(BlockList &blocks, const QString &line, int tag, MarkupRun &run)
 {
     const QString head = line.left(tag);
     if (!head.trimmed().isEmpty())
-        blocks.add(formatter.unfolded(head));
+        blocks.add(run.unfolded(head));
     DocumentBlock block;
     block.setQrCode(line.midRef(tag + qrTag.size()).trimmed().toUtf8());
     block.setAlignment(AlignCenter);
     QStringList text = block.text();
     for (QString &part : text)
-        part = formatter.folded(part);
+        part = run.folded(part);
     block.setText(text);
     blocks.add(block);
 }
@@ -189,14 +190,14 @@ void addLineWithCode(BlockList &blocks, const QString &line, int tag, LineFormat
 TextPrinterDocument documentOfLines(const QStringList &lines, int leftMargin, bool readsQrTag,
                                     const SpecialCharacters &symbols)
 {
-    LineFormatter formatter(leftMargin);
+    MarkupRun run(leftMargin);
     BlockList blocks;
     for (const QString &line : lines) {
         const int tag = readsQrTag ? placeOfTag(qrTag, line) : -1;
         if (tag < 0)
-            blocks.add(formatter.formatted(line));
+            blocks.add(run.printed(line));
         else
-            addLineWithCode(blocks, line, tag, formatter);
+            addLineWithCode(blocks, line, tag, run);
     }
     TextPrinterDocument document;
     document.setBlocks(blocks.take());

@@ -4,18 +4,13 @@
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/charsearch_p.h"
 #include "printerdocs/template/documentvalues_p.h"
-#include "printerdocs/template/printerdocumentformatter_p.h"
+#include "printerdocs/template/linefilling_p.h"
+#include "printerdocs/template/symbolsline_p.h"
+#include "printerdocs/template/templatetags_p.h"
 
 namespace {
 
-const QLatin1String docNoTag("<DOCNO>");
-const QLatin1String entriesTag("<ENTRIES>");
-const QLatin1String symbolsTag("<SPECSYMBOLS=");
-const QLatin1String emptyLineTag("<X>");
-const QLatin1String removalBegin("<X:>");
-const QLatin1String removalEnd("<:X>");
-const QLatin1String imageBegin("<I>");
-const QLatin1String imageEnd("</I>");
+using namespace templates;
 
 /// Removes everything from the first `open` through the next `close` until no such pair is left; a
 /// removal may bring the halves of another tag together, which then counts.
@@ -93,27 +88,11 @@ bool mayHoldParts(const QString &line)
     return false;
 }
 
-bool isSymbolsLine(const QString &line)
-{
-    const QStringRef trimmed = QStringRef(&line).trimmed();
-    return trimmed.startsWith(symbolsTag) && trimmed.endsWith(QLatin1Char('>'));
-}
-
-QString symbolsFile(const QString &line, const QString &folder)
-{
-    const QStringRef trimmed = QStringRef(&line).trimmed();
-    QString path = folder + QLatin1Char('/') +
-                   trimmed.mid(symbolsTag.size(), trimmed.size() - symbolsTag.size() - 1);
-    if (!path.contains(QLatin1String(".ssi")) && !path.contains(QLatin1String(".SSI")))
-        path += QLatin1String(".ssi");
-    return path;
-}
-
 /// The document's entries as lines of the template language, name and value at the two edges.
 QStringList entryLines(const PrinterDocument &document)
 {
     QString entries = document.entries();
-    entries.replace(QLatin1Char('='), QLatin1String("<S>"));
+    entries.replace(QLatin1Char('='), tabTag);
     return entries.split(QLatin1Char('\t'));
 }
 
@@ -247,10 +226,10 @@ void PrinterDocumentFormatter::addCopyInfo(QStringList &lines,
     if (!document.isCopy())
         return;
     const auto number = std::find_if(lines.cbegin(), lines.cend(), [](const QString &line) {
-        return holdsKeyword(line, docNoTag);
+        return holdsKeyword(line, copyNumberTag);
     });
     if (number != lines.cend())
-        lines.insert(static_cast<int>(number - lines.cbegin()) + 1, tr("<C>CHECK_COPY"));
+        lines.insert(static_cast<int>(number - lines.cbegin()) + 1, tr(copyMark));
 }
 
 void PrinterDocumentFormatter::unpackEntries(QStringList &lines,
@@ -308,10 +287,10 @@ void PrinterDocumentFormatter::removeXParts(QStringList &lines, bool remove) con
 
 void PrinterDocumentFormatter::removeXParts(QString &line, bool remove) const
 {
-    if (!line.contains(emptyLineTag))
+    if (!line.contains(blankLineTag))
         return;
     if (remove)
         line = QString();
     else
-        line.remove(emptyLineTag);
+        line.remove(blankLineTag);
 }

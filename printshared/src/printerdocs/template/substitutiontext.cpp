@@ -2,33 +2,11 @@
 #include <cmath>
 #include <limits>
 
-#include "printerdocs/template/charsearch_p.h"
+#include "printerdocs/template/attributetag_p.h"
 #include "printerdocs/template/numbertext_p.h"
 #include "printerdocs/template/substitutiontext_p.h"
 
-namespace {
-
-// From "<" to ">" at least this far, or the tag is not an attribute's.
-constexpr int shortestAttributeTag = 5;
-constexpr double countsAsZero = 1e-12;
-
-}  // namespace
-
-AttributeTag AttributeTag::find(const QChar *text, int from, int size)
-{
-    while (from < size) {
-        const int begin = placeOf(QLatin1Char('<'), QStringView(text, size), from);
-        if (begin < 0)
-            break;
-        const int end = placeOf(QLatin1Char('>'), QStringView(text, size), begin);
-        if (end < 0)
-            break;
-        if (end - begin >= shortestAttributeTag)
-            return {begin, end};
-        from = end + 1;
-    }
-    return {};
-}
+namespace templates {
 
 bool vanishesWithItsGroup(QStringView value)
 {
@@ -159,3 +137,5 @@ void SubstitutionText::pushBracket(int fromEnd, bool isOpen)
     }
     m_right.append({fromEnd, isOpen, unmatched});
 }
+
+}  // namespace templates

@@ -4,19 +4,10 @@
 #include <QStringView>
 #include <QVarLengthArray>
 
-/// The position of an attribute tag in a text: "<" to the next ">", at least four characters
-/// between.
-struct AttributeTag
-{
-    int begin = -1;  ///< of the "<"; -1: there is no such tag from the given position on
-    int end = -1;    ///< of the ">"
+namespace templates {
 
-    /// The first tag from `from` on; shorter ones are passed over, they belong to the line markup.
-    static AttributeTag find(const QChar *text, int from, int size);
-};
-
-/// Whether a value makes the group around its tag vanish: it is empty, a number of at most 1e-12 in
-/// size, or "nan".
+/// Whether a value makes the group around its tag vanish: it is empty, a number of at most
+/// countsAsZero in size, or "nan".
 bool vanishesWithItsGroup(QStringView value);
 
 /// One template line while its attribute tags are being replaced.
@@ -53,8 +44,7 @@ private:
     {
         int fromEnd;  ///< distance from the end of the buffer, which is stable
         bool isOpen;
-        int unmatchedClose;  ///< index here of the first unmatched "]" from this bracket on; -1:
-                             ///< none
+        int unmatchedClose;  ///< index here of the first unmatched "]" from here on; -1: none
     };
 
     int rightSize() const { return m_buffer.size() - m_rightBegin; }
@@ -70,3 +60,5 @@ private:
     QVarLengthArray<int, 16> m_openLeft;   ///< indices of the unmatched "[" of the scanned part
     QVarLengthArray<Bracket, 16> m_right;  ///< brackets of the unscanned part, the nearest last
 };
+
+}  // namespace templates

@@ -9,6 +9,8 @@
 
 namespace {
 
+using templates::placeOf;
+
 constexpr int mostDecimals = std::numeric_limits<quint32>::digits10;
 
 /// 10 to the power of the number of decimals, in the 32 bits that a fixed-point number takes.

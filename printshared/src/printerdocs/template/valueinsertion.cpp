@@ -8,6 +8,8 @@
 #include "printerdocs/template/numbertext_p.h"
 #include "printerdocs/template/valueformat_p.h"
 
+namespace templates {
+
 namespace {
 
 // Characters that values may add to one expression. Those of a receipt have some dozens; it keeps
@@ -226,3 +228,5 @@ void ValueInsertion::appendValueOfRank(QString &text, int rank) const
         text +=
             value.type() == QVariant::String ? numberOrText(value).toString() : value.toString();
 }
+
+}  // namespace templates

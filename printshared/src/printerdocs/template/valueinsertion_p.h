@@ -6,6 +6,8 @@
 
 #include "printerdocs/template/keytable_p.h"
 
+namespace templates {
+
 /// Puts the values of a document's attributes into expressions, in the places of their names: each
 /// name in its turn, the longest first, is replaced by its value wherever it stands, also inside
 /// values put in before.
@@ -57,3 +59,5 @@ private:
     QVector<int> m_found;
     QString m_replaced;
 };
+
+}  // namespace templates

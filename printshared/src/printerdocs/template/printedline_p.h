@@ -5,16 +5,18 @@
 
 #include "printerdocs/documentblock.h"
 
-/// What carries from line to line while a document's lines are formatted.
-struct LineFormat
+namespace templates {
+
+/// What carries from line to line while the markup of a document's lines is read.
+struct CarriedStyle
 {
     unsigned char format = 0;
     unsigned char font = 0;
     ETextAlignment alignment = AlignLeft;  ///< of the last line that had text
 };
 
-/// One formatted line: what PrinterDocumentFormatter::formatPrintStr() makes a block of.
-struct FormattedLine
+/// One line as it is printed: what PrinterDocumentFormatter::formatPrintStr() makes a block of.
+struct PrintedLine
 {
     bool isValid = false;  ///< a line of nothing but tags isn't
     QString text;
@@ -27,7 +29,10 @@ struct FormattedLine
 };
 
 /// What is wanted of a line. Where only its text is, most lines go without the bytes.
-enum class LineParts { Text, All };
+enum class LineDetail { TextOnly, WithBytes };
 
-FormattedLine formattedLine(const QString &line, LineFormat &carried, int lineSpacing,
-                            int leftMargin, LineParts wanted = LineParts::All);
+/// Reads the markup of one line.
+PrintedLine printedLine(const QString &line, CarriedStyle &carried, int lineSpacing, int leftMargin,
+                        LineDetail wanted = LineDetail::WithBytes);
+
+}  // namespace templates

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <limits>
 
-#include "printerdocs/expression/expressionevaluator_p.h"
+#include "printerdocs/expression/expressionfunctions_p.h"
 
 namespace expression {
 
