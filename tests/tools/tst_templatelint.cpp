@@ -4,6 +4,8 @@
 #include "analysis.h"
 #include "fiscalsplit.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/templatetags_p.h"
+#include "tags.h"
 #include "templatelint.h"
 
 using namespace templatelint;
@@ -98,6 +100,23 @@ private:
 private Q_SLOTS:
     // The engine logs every tag that it fills.
     void initTestCase() { QLoggingCategory::setFilterRules("default.warning=false"); }
+
+    void everyTagOfTheLanguageIsMarkup()
+    {
+        using namespace templates;
+        for (const PlainTag &tag : plainTags)
+            QVERIFY2(isMarkup(innerOf(tag.text)), tag.text.data());
+        for (const FormatTag &tag : rangeOrder) {
+            for (const QLatin1String text : {tag.wholeLine, tag.open, tag.close})
+                QVERIFY2(isMarkup(innerOf(text)), text.data());
+            QVERIFY(isFormatSwitch(innerOf(tag.open)) && isFormatSwitch(innerOf(tag.close)));
+            QVERIFY(!isFormatSwitch(innerOf(tag.wholeLine)));
+        }
+        for (const QLatin1String text :
+             {blankLineTag, removalBegin, removalEnd, imageBegin, imageEnd, qrTag, entriesTag})
+            QVERIFY2(isMarkup(innerOf(text)), text.data());
+        QVERIFY(!isMarkup("copy") && !isMarkup("") && !isMarkup("S ") && !isMarkup(":B:"));
+    }
 
     void preparedLinesAreThoseOfTheEngine()
     {

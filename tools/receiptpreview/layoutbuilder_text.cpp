@@ -3,33 +3,22 @@
 #include "layoutbuilder.h"
 
 #include <algorithm>
+#include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/echarformat.h"
 
 namespace receiptpreview {
 
 namespace {
 
-constexpr ushort firstSymbol = 1;
-constexpr ushort lastSymbol = 7;
 constexpr ushort firstPrinting = 0x20;
 constexpr ushort lastOfAscii = 0x7F;
 constexpr ushort lastOfByte = 0xFF;
 constexpr int greatestSpacing = 7;
 constexpr int mostNamedCharacters = 20;
 
-/// The byte of a character: an empty array stands for zero bytes, a short one goes on with its
-/// last byte.
 unsigned char byteAt(const QByteArray &bytes, int index)
 {
-    if (bytes.isEmpty())
-        return 0;
-    return static_cast<unsigned char>(bytes.at(qMin(index, bytes.size() - 1)));
-}
-
-bool isSymbol(QChar character, unsigned char format)
-{
-    return (format & CharRawCode) == 0 && character.unicode() >= firstSymbol &&
-           character.unicode() <= lastSymbol;
+    return static_cast<unsigned char>(documents::CharacterBytes(bytes).at(index));
 }
 
 /// A model's ability to show a format bit, and the effect on the cell.
@@ -77,7 +66,7 @@ void LayoutBuilder::addLine(const TextLine &line)
     for (int i = 0; i < line.text.size() && !m_layout.m_tooLong; ++i) {
         if (line.text.at(i) == QLatin1Char('\t'))
             addTab(cellOf(line, i), unit, tabRoom);
-        else if (isSymbol(line.text.at(i), byteAt(line.format, i)))
+        else if (documents::isSymbol(line.text.at(i), static_cast<char>(byteAt(line.format, i))))
             addSymbol(line, i);
         else
             addCharacter(line, i);

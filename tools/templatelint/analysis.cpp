@@ -7,6 +7,7 @@
 
 #include "fiscalsplit.h"
 #include "printerdocs/document/symbolfile_p.h"
+#include "printerdocs/template/symbolsline_p.h"
 
 namespace templatelint {
 
@@ -113,19 +114,16 @@ SymbolFile namedSymbolFile(QVector<Text> &lines, const QString &folder)
     QVector<Text> others;
     others.reserve(lines.size());
     for (const Text &line : qAsConst(lines)) {
-        if (!isSymbolsLine(line.characters)) {
+        if (!templates::isSymbolsLine(line.characters)) {
             others.append(line);
             continue;
         }
-        result.offsets.append(line.origins.at(line.characters.indexOf(symbolsTag)));
-        result.path = folder + QLatin1Char('/') + symbolsFile(line.characters);
+        result.offsets.append(line.origins.at(line.characters.indexOf(templates::symbolsTag)));
+        result.path = templates::symbolsFile(line.characters, folder);
     }
     lines = others;
     if (result.offsets.isEmpty())
         return result;
-    if (!result.path.contains(QLatin1String(".ssi")) &&
-        !result.path.contains(QLatin1String(".SSI")))
-        result.path += QLatin1String(".ssi");
     const QFileInfo file(result.path);
     result.exists = file.exists();
     if (!result.exists)

@@ -91,7 +91,7 @@ TagVerdict TagJudge::judged(const AttributeTag &tag)
         return {};
     if (m_values != nullptr && m_values->has(tag.name))
         return judgedByFormat(tag);
-    if (tag.inner.startsWith(QLatin1String(symbolsTag.data() + 1)))
+    if (isSymbolsTag(tag.inner))
         return {
             TagVerdict::Misspelt, 0,
             QStringLiteral("\"<%1>\" counts only on a line of its own").arg(clipped(tag.inner))};

@@ -4,16 +4,15 @@
 
 #include "analysis.h"
 #include "checks.h"
+#include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/echarformat.h"
+#include "printerdocs/template/templatetags_p.h"
 
 // Rules about what the template needs beside it: files, the document, the paper.
 
 namespace templatelint {
 
 namespace {
-
-constexpr int firstSymbol = 1;
-constexpr int lastSymbol = 7;
 
 /// The lines of a piece as texts.
 QString templateOf(const Piece &piece)
@@ -39,7 +38,7 @@ bool marksCopies(const Piece &piece, const Options &options)
 int formattedNumber(const Analysis &analysis)
 {
     const auto isFormatted = [](const AttributeTag &tag) {
-        return tag.name == QLatin1String("DOCNO") && tag.inner != tag.name;
+        return tag.name == innerOf(templates::copyNumberTag) && tag.inner != tag.name;
     };
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines) {
@@ -54,8 +53,13 @@ int formattedNumber(const Analysis &analysis)
 /// The font of a character. The paper has at least one.
 const PaperFont &fontAt(const Printed &line, int index, const Paper &paper)
 {
-    const int number = line.fonts.size() > index ? line.fonts.at(index) : 0;
+    const int number = documents::CharacterBytes(line.fonts).at(index);
     return paper.fonts.at(number >= 0 && number < paper.fonts.size() ? number : 0);
+}
+
+char formatAt(const Printed &line, int index)
+{
+    return documents::CharacterBytes(line.formats).at(index);
 }
 
 /// What the printed characters of a line take up on a paper.
@@ -87,8 +91,8 @@ private:
     int widthAt(int index) const
     {
         const int cell = cellAt(index);
-        const bool isDouble = m_form == Form::Document && m_line.formats.size() > index &&
-                              (m_line.formats.at(index) & CharDoubleWidth) != 0;
+        const bool isDouble = m_form == Form::Document &&
+                              documents::hasFormat(formatAt(m_line, index), CharDoubleWidth);
         return isDouble ? 2 * cell : cell;
     }
 
@@ -109,13 +113,12 @@ QString widthMessage(const Printed &line, int width, const Paper &paper)
 
 bool isRaw(const Printed &line, int index)
 {
-    return line.formats.size() > index && (line.formats.at(index) & CharRawCode) != 0;
+    return documents::hasFormat(formatAt(line, index), CharRawCode);
 }
 
 bool isSymbol(const Printed &line, int index)
 {
-    const ushort code = line.text.characters.at(index).unicode();
-    return code >= firstSymbol && code <= lastSymbol && !isRaw(line, index);
+    return documents::isSymbol(line.text.characters.at(index), formatAt(line, index));
 }
 
 bool fits(const MonochromeImage &image, const QSize &cell)

@@ -4,6 +4,7 @@
 #include "analysis.h"
 #include "checks.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
 
 // Rules about tags and groups that get in each other's way.
@@ -32,7 +33,15 @@ QVector<const Road *> allRoads(const Piece &piece)
 
 bool isAlignment(const QString &inner)
 {
-    return inner == QLatin1String("C") || inner == QLatin1String("R");
+    return inner == innerOf(templates::centerTag) || inner == innerOf(templates::rightTag);
+}
+
+bool isSpacing(const QString &inner)
+{
+    constexpr auto tags = templates::plainTagsOf<templates::MarkupStep::SetSpacing>;
+    return std::any_of(tags.begin(), tags.end(), [&inner](const templates::PlainTag &tag) {
+        return inner == innerOf(tag.text);
+    });
 }
 
 /// The brackets of a line outside of its tags, and those inside.
@@ -179,17 +188,17 @@ void checkEntriesOf(const Piece &piece, const Text &line, Report &report)
 {
     const QString &text = line.characters;
     const UpperCased upper(text);
-    int hit = upper.copy().indexOf(entriesTag);
-    if (hit < 0 || QStringRef(&text).trimmed().size() == entriesTag.size())
+    int hit = upper.copy().indexOf(templates::entriesTag);
+    if (hit < 0 || QStringRef(&text).trimmed().size() == templates::entriesTag.size())
         return;
-    for (; hit >= 0; hit = upper.copy().indexOf(entriesTag, hit + 1)) {
+    for (; hit >= 0; hit = upper.copy().indexOf(templates::entriesTag, hit + 1)) {
         const int begin = upper.placeInLine(hit);
         if (piece.isPrinted(line.origins.at(begin)))
             report.add(
                 line.origins.at(begin),
                 QStringLiteral("\"%1\" stands inside other text, which goes to the first and "
                                "to the last entry only")
-                    .arg(text.mid(begin, entriesTag.size())));
+                    .arg(text.mid(begin, templates::entriesTag.size())));
     }
 }
 
@@ -235,7 +244,7 @@ void checkCode(const Text &code, Report &report)
     static const QRegularExpression number(QStringLiteral("^#?\\d+$"));
     const QString &text = code.characters;
     int begin = -1;
-    for (int i = qrTag.size(); i < text.size(); ++i) {
+    for (int i = templates::qrTag.size(); i < text.size(); ++i) {
         if (text.at(i) == QLatin1Char('<'))
             begin = i;
         if (text.at(i) != QLatin1Char('>') || begin < 0)
@@ -342,7 +351,7 @@ void checkLineSpacing(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
         forEachLeftover(allRoads(piece), [&report](const Leftover &tag) {
-            if (tag.inner.startsWith(QLatin1String("LS")) && isMarkup(tag.inner))
+            if (isSpacing(tag.inner))
                 report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: the line has "
                                                       "a smaller spacing")
                                            .arg(tag.inner));
@@ -377,10 +386,10 @@ void checkRemovals(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
         forEachLeftover(analysis.decisiveRoads(piece), [&report](const Leftover &tag) {
-            if (tag.inner == QLatin1String("X:"))
+            if (tag.inner == innerOf(templates::removalBegin))
                 report.add(tag.offset, QStringLiteral("\"<X:>\" prints as it stands: there is no "
                                                       "\"<:X>\" behind it"));
-            else if (tag.inner == QLatin1String(":X"))
+            else if (tag.inner == innerOf(templates::removalEnd))
                 report.add(tag.offset, QStringLiteral("\"<:X>\" prints as it stands: there is no "
                                                       "\"<X:>\" in front of it"));
         });
@@ -402,7 +411,7 @@ void checkShiftedCuts(const Analysis &analysis, Report &report)
         const UpperCased upper(line.characters);
         if (upper.copy().size() == line.size())
             continue;
-        checkCutAt(entriesTag, Cuts::AtEach, line, upper, report);
+        checkCutAt(templates::entriesTag, Cuts::AtEach, line, upper, report);
         for (const auto &part : parts)
             checkCutAt(part.second, Cuts::AtFirst, line, upper, report);
     }
@@ -435,7 +444,7 @@ void checkQrInText(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
         forEachLeftover({&piece.blank}, [&](const Leftover &tag) {
-            if (tag.inner == QLatin1String("QR"))
+            if (tag.inner == innerOf(templates::qrTag))
                 report.add(tag.offset, QStringLiteral("\"<QR>\" and its data print as they stand "
                                                       "in text and HTML"));
         });

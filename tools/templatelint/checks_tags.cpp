@@ -4,6 +4,7 @@
 #include "analysis.h"
 #include "checks.h"
 #include "expression.h"
+#include "printerdocs/template/templatetags_p.h"
 
 // Rules about tags that aren't spelt as the library reads them.
 
@@ -61,7 +62,7 @@ bool isUnknownMarkup(const Analysis &analysis, const QString &inner)
 
 void reportSpelling(const Analysis &analysis, const Leftover &tag, Report &report)
 {
-    if (tag.inner == QLatin1String("I") || tag.inner == QLatin1String("/I")) {
+    if (tag.inner == innerOf(templates::imageBegin) || tag.inner == innerOf(templates::imageEnd)) {
         report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: an image lies between "
                                               "\"<I>\" and \"</I>\" on one line")
                                    .arg(tag.inner));

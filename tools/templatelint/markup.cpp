@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
+#include "printerdocs/template/templatetags_p.h"
+#include "tags.h"
+
 namespace templatelint {
 
 namespace {
 
-// The two orders of the library: of the tags for a whole line, and of those for a part of it.
-const char *const wholeLineOrder[] = {"Z", "B", "H2", "W2", "N", "U"};
-const char *const rangeOrder[] = {"B", "Z", "U", "N", "H2", "W2"};
-constexpr int lineSpacings = 8;
 constexpr int lowByte = 0xFF;
 
 /// Cuts parts out of a text, or puts one character in their place.
@@ -60,33 +59,45 @@ class TagTaker
 public:
     explicit TagTaker(const Text &line) : m_text(line), m_bytes(line.size()) {}
 
-    bool replace(const QString &tag, QChar replacement = QChar())
+    bool replace(QLatin1String tag, QLatin1String left = QLatin1String())
     {
-        const int kept = replacement.isNull() ? 0 : 1;
         int hit = m_text.characters.indexOf(tag);
         if (hit < 0)
             return false;
         Rewriting rewriting(m_text);
         for (int next = hit; hit >= 0; hit = next) {
-            m_bytes -= qBound(0, m_bytes - hit, tag.size() - kept);
+            m_bytes -= qBound(0, m_bytes - hit, tag.size() - left.size());
             next = m_text.characters.indexOf(tag, hit + tag.size());
             const int origin = Text::standIn(Text::offsetOf(m_text.origins.at(hit)));
             rewriting.keepUpTo(hit);
-            if (kept == 1)
-                rewriting.put(replacement, origin, tag.size());
-            else
+            if (left.size() == 0)
                 rewriting.drop(tag.size());
+            else
+                rewriting.put(left.front(), origin, tag.size());
         }
         return true;
     }
-    void wrap(const QString &letters)
+    /// The row of the step whose tags were taken out; null: none was there.
+    const templates::PlainTag *takeFirst(const templates::PlainTagRange &tags)
+    {
+        const auto *const taken = std::find_if(
+            tags.begin(), tags.end(),
+            [this](const templates::PlainTag &tag) { return replace(tag.text, tag.left); });
+        return taken != tags.end() ? taken : nullptr;
+    }
+    void takeEach(const templates::PlainTagRange &tags)
+    {
+        for (const templates::PlainTag &tag : tags)
+            replace(tag.text, tag.left);
+    }
+    void wrap(const templates::FormatTag &tag)
     {
         if (m_text.isEmpty() || m_bytes != m_text.size())
             return;
         Text wrapped;
-        wrapped.append(QLatin1Char('<') + letters + QLatin1String(":>"), Text::nowhere);
+        wrapped.append(tag.open, Text::nowhere);
         wrapped.append(m_text);
-        wrapped.append(QLatin1String("<:") + letters + QLatin1Char('>'), Text::nowhere);
+        wrapped.append(tag.close, Text::nowhere);
         m_text = wrapped;
         m_bytes = m_text.size();
     }
@@ -153,28 +164,24 @@ QVector<int> Markup::openFormats() const
 
 Text Markup::withoutTags(const Text &line, Printed &printed)
 {
+    using templates::MarkupStep;
     TagTaker taker(line);
-    printed.hasTab = taker.replace(QStringLiteral("<S>"), QLatin1Char('\t'));
-    if (!printed.hasTab && !taker.replace(QStringLiteral("<C>")))
-        taker.replace(QStringLiteral("<R>"));
-    taker.replace(QStringLiteral("<L1>"));
-    for (const char *letters : wholeLineOrder) {
-        const QString name = QLatin1String(letters);
-        const QString tag = QLatin1Char('<') + name + QLatin1Char('>');
-        const int begin = taker.text().characters.indexOf(tag);
+    const auto *const alignment = taker.takeFirst(templates::plainTagsOf<MarkupStep::Align>);
+    printed.hasTab = alignment != nullptr && alignment->text == templates::tabTag;
+    taker.takeEach(templates::plainTagsOf<MarkupStep::TakeObsolete>);
+    for (const templates::FormatTag &tag : templates::wholeLineOrder) {
+        const int begin = taker.text().characters.indexOf(tag.wholeLine);
         if (begin < 0)
             continue;
-        printed.wholeLineTags.insert(name, Text::offsetOf(taker.text().origins.at(begin)));
-        taker.replace(tag);
-        taker.wrap(name);
+        printed.wholeLineTags.insert(innerOf(tag.wholeLine),
+                                     Text::offsetOf(taker.text().origins.at(begin)));
+        taker.replace(tag.wholeLine);
+        taker.wrap(tag);
     }
-    for (int spacing = 0; spacing < lineSpacings; ++spacing) {
-        if (taker.replace(QStringLiteral("<LS%1>").arg(spacing)))
-            break;
-    }
-    taker.replace(QStringLiteral("["));
-    taker.replace(QStringLiteral("]"));
-    taker.replace(QStringLiteral("<:>"));
+    taker.takeFirst(templates::plainTagsOf<MarkupStep::SetSpacing>);
+    taker.replace(QLatin1String("["));
+    taker.replace(QLatin1String("]"));
+    taker.takeEach(templates::plainTagsOf<MarkupStep::TakeEmpty>);
     Text text = taker.text();
     placeCodes(text);
     for (int format = 0; format < static_cast<int>(m_openTags.size()); ++format)
@@ -197,7 +204,7 @@ void Markup::placeCodes(Text &text)
             return;
         from = begin + 1;
         const QChar first = line.characters.at(begin + 1);
-        const bool isPlain = first == QLatin1Char('#');
+        const bool isPlain = first == templates::plainCodeSign;
         if (!isPlain && !first.isDigit())
             continue;
         const QString inner = line.characters.mid(begin + 1, end - begin - 1);
@@ -214,8 +221,8 @@ void Markup::placeCodes(Text &text)
 
 void Markup::switchFormat(Text &text, int format)
 {
-    const QString openName = QStringLiteral("<%1:>").arg(QLatin1String(rangeOrder[format]));
-    const QString closeName = QStringLiteral("<:%1>").arg(QLatin1String(rangeOrder[format]));
+    const QString openName = templates::rangeOrder[format].open;
+    const QString closeName = templates::rangeOrder[format].close;
     if (!text.characters.contains(openName) && !text.characters.contains(closeName))
         return;
     Hits open(text.characters, openName);
@@ -246,8 +253,8 @@ void Markup::takeFonts(Text &text)
     Rewriting rewriting(text);
     int end = -1;
     int next = -1;
-    for (int begin = line.indexOf(QLatin1String("<F")); begin >= 0; begin = next) {
-        next = line.indexOf(QLatin1String("<F"), begin + 1);
+    for (int begin = line.indexOf(templates::fontTag); begin >= 0; begin = next) {
+        next = line.indexOf(templates::fontTag, begin + 1);
         if (end < begin)
             end = line.indexOf(QLatin1Char('>'), begin);
         if (end < 0)

@@ -3,23 +3,19 @@
 #include <algorithm>
 
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/symbolsline_p.h"
+#include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
 
 namespace templatelint {
 
 namespace {
 
-const QLatin1String removalBegin("<X:>");
-const QLatin1String removalEnd("<:X>");
-const QLatin1String imageBegin("<I>");
-const QLatin1String imageEnd("</I>");
-const QLatin1String emptyLine("<X>");
-const QLatin1String numberTag("<DOCNO>");
-
 bool holdEntriesTag(const QStringList &entries)
 {
-    return std::any_of(entries.cbegin() + 1, entries.cend(),
-                       [](const QString &entry) { return entry.toUpper().contains(entriesTag); });
+    return std::any_of(entries.cbegin() + 1, entries.cend(), [](const QString &entry) {
+        return entry.toUpper().contains(templates::entriesTag);
+    });
 }
 
 /// A line that is searched for the tag of the entries from front to back: what was put in last, and
@@ -29,19 +25,20 @@ class EntriesScan
 public:
     explicit EntriesScan(const Text &line) : m_line(line), m_upper(line.characters) {}
 
-    /// Moves behind the next tag. @return whether there is one; `before` is the text in front of
-    /// it,
-    ///         and `origin` is that of what goes in its place
+    /// Moves behind the next tag.
+    /// @param before the text in front of it
+    /// @param origin that of what goes in its place
+    /// @return whether there is one
     bool next(Text &before, int &origin)
     {
         const QString carried = m_carried.characters.toUpper();
         const int from = m_upper.placeInCopy(m_from);
         // A tag can have come together where the two meet.
-        const int seam = std::min(carried.size(), entriesTag.size() - 1);
+        const int seam = std::min(carried.size(), templates::entriesTag.size() - 1);
         const QString around =
-            carried.right(seam) + m_upper.copy().midRef(from, entriesTag.size() - 1);
-        const int inSeam = around.indexOf(entriesTag);
-        const int inRest = inSeam < 0 ? m_upper.copy().indexOf(entriesTag, from) : -1;
+            carried.right(seam) + m_upper.copy().midRef(from, templates::entriesTag.size() - 1);
+        const int inSeam = around.indexOf(templates::entriesTag);
+        const int inRest = inSeam < 0 ? m_upper.copy().indexOf(templates::entriesTag, from) : -1;
         if (inSeam < 0 && inRest < 0)
             return false;
         const int place = carried.size() + (inSeam < 0 ? inRest - from : inSeam - seam);
@@ -50,7 +47,7 @@ public:
         const int ofRest = place - m_carried.size();
         before = m_carried.mid(0, place);
         before.append(m_line, m_from, std::max(0, ofRest));
-        m_from = std::min(m_from + ofRest + entriesTag.size(), m_line.size());
+        m_from = std::min(m_from + ofRest + templates::entriesTag.size(), m_line.size());
         m_carried = Text();
         return true;
     }
@@ -130,7 +127,8 @@ bool removeSpans(Text &text, QLatin1String open, QLatin1String close, QVector<Ra
 
 bool hasRemovals(const Text &line)
 {
-    return line.characters.contains(removalBegin) || line.characters.contains(removalEnd) ||
+    return line.characters.contains(templates::removalBegin) ||
+           line.characters.contains(templates::removalEnd) ||
            line.characters.contains(QLatin1Char('\n'));
 }
 
@@ -147,7 +145,7 @@ void removeParts(QVector<Text> &lines, QVector<Range> &removed)
             joined.append(QLatin1Char('\n'), Text::nowhere);
         joined.append(lines.at(i));
     }
-    removeSpans(joined, removalBegin, removalEnd, removed);
+    removeSpans(joined, templates::removalBegin, templates::removalEnd, removed);
     lines.clear();
     int from = 0;
     for (int end = 0; end >= 0; from = end + 1) {
@@ -172,7 +170,7 @@ QVector<Text> filledLines(const QVector<Text> &lines, const ValueOf &valueOf, Ro
     result.reserve(lines.size());
     for (const Text &line : lines) {
         step(progress);
-        if (isSymbolsLine(line.characters))
+        if (templates::isSymbolsLine(line.characters))
             continue;
         if (!line.characters.contains(QLatin1Char('<'))) {
             result.append(line);
@@ -193,9 +191,9 @@ QVector<Text> filledLines(const QVector<Text> &lines, const ValueOf &valueOf, Ro
 /// What images and the tag for a blank line leave of a line; false: nothing, not even a blank line.
 bool reduceLine(Text &line, QVector<Range> &removed)
 {
-    if (removeSpans(line, imageBegin, imageEnd, removed) && line.isEmpty())
+    if (removeSpans(line, templates::imageBegin, templates::imageEnd, removed) && line.isEmpty())
         return false;
-    if (line.characters.contains(emptyLine)) {
+    if (line.characters.contains(templates::blankLineTag)) {
         addRange(line, 0, line.size(), removed);
         line = Text();
     }
@@ -204,7 +202,7 @@ bool reduceLine(Text &line, QVector<Range> &removed)
 
 void takePayload(Text &line, Road &road)
 {
-    const int qr = line.characters.indexOf(qrTag);
+    const int qr = line.characters.indexOf(templates::qrTag);
     if (qr < 0)
         return;
     addRange(line, qr, line.size(), road.payloads);
@@ -220,11 +218,11 @@ QVector<Text> withCopyMark(const QVector<Text> &lines)
     for (int i = 0; i < result.size(); ++i) {
         const Text &line = result.at(i);
         const UpperCased upper(line.characters);
-        const int tag = upper.copy().indexOf(numberTag);
+        const int tag = upper.copy().indexOf(templates::copyNumberTag);
         if (tag < 0)
             continue;
         Text mark;
-        mark.append(PrinterDocumentFormatter::tr("<C>CHECK_COPY"),
+        mark.append(PrinterDocumentFormatter::tr(templates::copyMark),
                     Text::standIn(line.origins.at(upper.placeInLine(tag))));
         result.insert(i + 1, mark);
         break;
@@ -235,7 +233,7 @@ QVector<Text> withCopyMark(const QVector<Text> &lines)
 QVector<Text> withEntries(const QVector<Text> &lines, const QString &text)
 {
     QString entries = text;
-    entries.replace(QLatin1Char('='), QLatin1String("<S>"));
+    entries.replace(QLatin1Char('='), templates::tabTag);
     const QStringList list = entries.split(QLatin1Char('\t'));
     QVector<Text> result;
     result.reserve(lines.size());

@@ -4,13 +4,13 @@
 #include <cmath>
 
 #include "attributes.h"
+#include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
 
 namespace templatelint {
 
 namespace {
 
-constexpr double countsAsZero = 1e-12;
 // A template's own tags are filled once each. Tags that come out of values may go on for long, but
 // no receipt needs as many as this.
 constexpr int mostTagsOfValues = 10000;
@@ -182,7 +182,7 @@ bool isZeroOrEmpty(const QString &value)
 {
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
-    return isNumber ? !(std::abs(number) > countsAsZero) : value.isEmpty();
+    return isNumber ? !(std::abs(number) > templates::countsAsZero) : value.isEmpty();
 }
 
 Filled fill(const Text &line, const ValueOf &valueOf)

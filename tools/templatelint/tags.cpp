@@ -4,20 +4,16 @@
 #include <algorithm>
 
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/attributetag_p.h"
+#include "printerdocs/template/templatetags_p.h"
 
 namespace templatelint {
 
-const QLatin1String entriesTag("<ENTRIES>");
-const QLatin1String symbolsTag("<SPECSYMBOLS=");
-
 namespace {
 
-constexpr int shortestAttributeTag = 6;
-
-const char *const formats[] = {"B", "Z", "U", "N", "H2", "W2"};
-const char *const otherMarkup[] = {"S",   "C",   "R",   "L1", "LS0", "LS1", "LS2", "LS3", "LS4",
-                                   "LS5", "LS6", "LS7", ":",  "X",   "X:",  ":X",  "I",   "/I",
-                                   "QR",  "B",   "Z",   "U",  "N",   "H2",  "W2"};
+const QLatin1String otherMarkup[] = {templates::blankLineTag, templates::removalBegin,
+                                     templates::removalEnd,   templates::imageBegin,
+                                     templates::imageEnd,     templates::qrTag};
 
 /// What people write who know other languages or mistype these, and what they mean.
 struct Habit
@@ -64,13 +60,24 @@ QString upperWithoutBlanks(const QString &text)
 
 bool isFontTag(const QString &inner)
 {
-    return inner.startsWith(QLatin1Char('F')) && inner.midRef(1).toInt() >= 1;
+    return inner.startsWith(templates::fontLetter) && inner.midRef(1).toInt() >= 1;
+}
+
+/// Whether a tag is always the same text, and no switch.
+bool isPlainMarkup(const QString &inner)
+{
+    using namespace templates;
+    return std::any_of(std::begin(plainTags), std::end(plainTags),
+                       [&](const PlainTag &tag) { return inner == innerOf(tag.text); }) ||
+           std::any_of(std::begin(wholeLineOrder), std::end(wholeLineOrder),
+                       [&](const FormatTag &tag) { return inner == innerOf(tag.wholeLine); }) ||
+           std::any_of(std::begin(otherMarkup), std::end(otherMarkup),
+                       [&](QLatin1String tag) { return inner == innerOf(tag); });
 }
 
 bool isKeyword(const QString &inner)
 {
-    return isEntriesTag(inner) || isFiscalMarker(inner) ||
-           inner.startsWith(QLatin1String(symbolsTag.data() + 1));
+    return isEntriesTag(inner) || isFiscalMarker(inner) || isSymbolsTag(inner);
 }
 
 std::optional<QString> meantByHabit(const QString &inner)
@@ -85,46 +92,42 @@ std::optional<QString> meantByHabit(const QString &inner)
 
 }  // namespace
 
+QLatin1String innerOf(QLatin1String tag)
+{
+    return tag.mid(1, tag.size() - 2);
+}
+
 bool isAttributeTag(int length)
 {
-    return length >= shortestAttributeTag;
+    return length >= templates::shortestAttributeTag;
 }
 
 QVector<AttributeTag> attributeTags(const QString &line)
 {
     QVector<AttributeTag> tags;
-    int begin = line.indexOf(QLatin1Char('<'));
-    while (begin >= 0) {
-        const int end = line.indexOf(QLatin1Char('>'), begin) + 1;
-        if (end == 0)
-            break;
-        if (isAttributeTag(end - begin)) {
-            AttributeTag tag{begin, end, line.mid(begin + 1, end - begin - 2), {}, {}};
-            const int comma = tag.inner.lastIndexOf(QLatin1Char(','));
-            tag.name = tag.inner.left(comma < 0 ? tag.inner.size() : comma);
-            tag.format = comma < 0 ? QString() : tag.inner.mid(comma + 1);
-            tags.append(tag);
-        }
-        begin = line.indexOf(QLatin1Char('<'), end);
+    const auto tagFrom = [&line](int from) {
+        return templates::AttributeTag::find(line.constData(), from, line.size());
+    };
+    for (auto found = tagFrom(0); found.begin >= 0; found = tagFrom(found.end + 1)) {
+        const QString inner = line.mid(found.begin + 1, found.end - found.begin - 1);
+        const auto parts = templates::TagParts::of(inner);
+        tags.append(
+            {found.begin, found.end + 1, inner, parts.name.toString(), parts.format.toString()});
     }
     return tags;
 }
 
 bool isFormatSwitch(const QString &inner)
 {
-    return std::any_of(std::begin(formats), std::end(formats), [&inner](const char *letters) {
-        const QLatin1String name(letters);
-        return (inner.startsWith(name) && inner.size() == name.size() + 1 &&
-                inner.endsWith(QLatin1Char(':'))) ||
-               (inner.startsWith(QLatin1Char(':')) && inner.midRef(1) == name);
-    });
+    return std::any_of(std::begin(templates::rangeOrder), std::end(templates::rangeOrder),
+                       [&inner](const templates::FormatTag &tag) {
+                           return inner == innerOf(tag.open) || inner == innerOf(tag.close);
+                       });
 }
 
 bool isMarkup(const QString &inner)
 {
-    return isFormatSwitch(inner) || isFontTag(inner) || isKeyword(inner) ||
-           std::any_of(std::begin(otherMarkup), std::end(otherMarkup),
-                       [&inner](const char *name) { return inner == QLatin1String(name); });
+    return isFormatSwitch(inner) || isFontTag(inner) || isKeyword(inner) || isPlainMarkup(inner);
 }
 
 std::optional<QString> intendedMarkup(const QString &inner)
@@ -135,9 +138,8 @@ std::optional<QString> intendedMarkup(const QString &inner)
     if (auto meant = meantByHabit(withLatinLetters(inner)))
         return meant;
     const QString upper = upperWithoutBlanks(inner);
-    if (upper.startsWith(QLatin1String(symbolsTag.data() + 1)))
-        return QLatin1String(symbolsTag.data() + 1) +
-               inner.midRef(inner.indexOf(QLatin1Char('=')) + 1);
+    if (isSymbolsTag(upper))
+        return templates::symbolsTag.mid(1) + inner.midRef(inner.indexOf(QLatin1Char('=')) + 1);
     if (isMarkup(upper) && upper != inner)
         return upper;
     return meantByHabit(upper);
@@ -145,7 +147,7 @@ std::optional<QString> intendedMarkup(const QString &inner)
 
 bool isEntriesTag(const QString &inner)
 {
-    return inner.toUpper() == QLatin1String("ENTRIES");
+    return inner.toUpper() == innerOf(templates::entriesTag);
 }
 
 bool isFiscalMarker(const QString &inner)
@@ -157,16 +159,9 @@ bool isFiscalMarker(const QString &inner)
     });
 }
 
-bool isSymbolsLine(const QString &line)
+bool isSymbolsTag(const QString &inner)
 {
-    const QStringRef trimmed = QStringRef(&line).trimmed();
-    return trimmed.startsWith(symbolsTag) && trimmed.endsWith(QLatin1Char('>'));
-}
-
-QString symbolsFile(const QString &line)
-{
-    const QString trimmed = line.trimmed();
-    return trimmed.mid(symbolsTag.size(), trimmed.size() - symbolsTag.size() - 1);
+    return inner.startsWith(templates::symbolsTag.mid(1));
 }
 
 QString withLatinLetters(const QString &text)

@@ -8,7 +8,8 @@
 
 namespace templatelint {
 
-const QLatin1String qrTag("<QR>");
+/// What stands between the brackets of a tag.
+QLatin1String innerOf(QLatin1String tag);
 
 /// Whether a tag of this length, both of its brackets counted, is an attribute's.
 bool isAttributeTag(int length);
@@ -36,13 +37,8 @@ bool isFormatSwitch(const QString &inner);
 
 bool isEntriesTag(const QString &inner);
 bool isFiscalMarker(const QString &inner);
-/// Whether a line names a file of special symbols.
-bool isSymbolsLine(const QString &line);
-/// What it names.
-QString symbolsFile(const QString &line);
-
-extern const QLatin1String entriesTag;
-extern const QLatin1String symbolsTag;
+/// Whether it begins like that of a line which names a file of special symbols.
+bool isSymbolsTag(const QString &inner);
 
 /// The text with Latin letters in place of the Cyrillic ones that look the same.
 QString withLatinLetters(const QString &text);

@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "analysis.h"
+#include "printerdocs/template/symbolsline_p.h"
 
 namespace templatelint {
 
@@ -75,7 +76,7 @@ std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
     const auto valueOf = [&values](const QString &inner) { return values.ofTag(inner); };
     for (const Text &text : qAsConst(texts)) {
         if (!text.characters.contains(QLatin1Char('<')) ||
-            (isReceipt && isSymbolsLine(text.characters)))
+            (isReceipt && templates::isSymbolsLine(text.characters)))
             continue;
         if (const auto endless = fill(text, valueOf).endless) {
             const Place place = source.place(endless->offset);
