@@ -54,9 +54,13 @@ QByteArray takeFile(FuzzedDataProvider &input)
     return buffer.data().left(static_cast<int>(2 * part * buffer.data().size()));
 }
 
-/// The picture pixel by pixel.
+/// The picture pixel by pixel. Colours that its table lacks are white.
 MonochromeImage expectedImage(QImage picture)
 {
+    if (picture.format() == QImage::Format_Indexed8) {
+        for (int colour = picture.colorCount(); colour < 256; ++colour)
+            picture.setColor(colour, qRgb(255, 255, 255));
+    }
     picture = picture.convertToFormat(QImage::Format_Mono);
     if (picture.height() > 384)
         picture = picture.scaledToWidth(384, Qt::SmoothTransformation);
@@ -84,18 +88,23 @@ QImage readOver(uchar byte, const QString &path)
     return reader.read(&picture) ? picture : QImage();
 }
 
-/// Whether a BMP has the bytes of all its pixels, as far as its head tells.
+/// Whether a BMP has the bytes of all its pixels, as far as its head tells. Its pixels begin where
+/// it says, but not in front of the end of its colours.
 bool isWhole(QFile &file)
 {
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    const QByteArray head = file.read(34).leftJustified(34, '\0');
+    constexpr int headSize = 54;
+    const QByteArray head = file.read(headSize).leftJustified(headSize, '\0');
     file.close();
     const auto word = [&](int at) { return qFromLittleEndian<qint32>(head.constData() + at); };
     const qint64 bits = qFromLittleEndian<quint16>(head.constData() + 28);
     const bool isUsual = word(14) >= 40 && word(30) == 0;
+    const qint64 usualColours = bits <= 8 ? qint64(1) << bits : 0;
+    const qint64 colours = bits <= 8 && word(46) > 0 ? word(46) : usualColours;
+    const qint64 begin = qMax<qint64>(word(10), 14 + qint64(word(14)) + 4 * colours);
     const qint64 rowBytes = (word(18) * bits + 31) / 32 * 4;
-    return isUsual && file.size() >= word(10) + rowBytes * qAbs(qint64(word(22)));
+    return isUsual && file.size() >= begin + rowBytes * qAbs(qint64(word(22)));
 }
 
 bool isListed(const QByteArray &format)
