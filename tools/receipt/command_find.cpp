@@ -164,10 +164,10 @@ void FindCommand::runTasks(const QList<PortTask> &tasks)
                          printFound();
                      });
     if (m_interrupt.notifier() != nullptr)
-        QObject::connect(m_interrupt.notifier(), &QSocketNotifier::activated, &loop,
-                         [this, &portSearch] {
+        QObject::connect(m_interrupt.notifier(), &QSocketNotifier::activated, &portSearch,
+                         [this, search = &portSearch] {
                              m_interrupt.notifier()->setEnabled(false);
-                             portSearch.interrupt();
+                             search->interrupt();
                          });
     if (!m_interrupt.hasCome()) {
         portSearch.start();

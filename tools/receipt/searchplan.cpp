@@ -21,9 +21,15 @@ const ModelRow modelsWithAProbe[] = {
     {&TextPrinterModels::MODEL_CITIZEN_PPU_231, 4},
 };
 
-const QVector<int> allBaudRates{115200, 57600, 38400, 19200, 9600, 4800, 1200};
-const QVector<QSerialPort::FlowControl> allFlowControls{
-    QSerialPort::NoFlowControl, QSerialPort::HardwareControl, QSerialPort::SoftwareControl};
+QVector<int> everyBaudRate()
+{
+    return {115200, 57600, 38400, 19200, 9600, 4800, 1200};
+}
+
+QVector<QSerialPort::FlowControl> everyFlowControl()
+{
+    return {QSerialPort::NoFlowControl, QSerialPort::HardwareControl, QSerialPort::SoftwareControl};
+}
 
 }  // namespace
 
@@ -37,14 +43,14 @@ struct SearchPlan::ProbeRow
 
 // In the order of the probes, and of a search.
 const SearchPlan::ProbeRow SearchPlan::_rows[] = {
-    {"Custom, Citizen, Epson", 2 * 300, allBaudRates, allFlowControls},
-    {"Swecoin", 1400, allBaudRates, allFlowControls},
+    {"Custom, Citizen, Epson", 2 * 300, everyBaudRate(), everyFlowControl()},
+    {"Swecoin", 1400, everyBaudRate(), everyFlowControl()},
     {"Star",
      300,
      {38400, 19200, 9600, 4800},
      {QSerialPort::NoFlowControl, QSerialPort::HardwareControl}},
     {"AV-268", 1000, {115200}, {QSerialPort::SoftwareControl}},
-    {"Citizen PPU-231", 1000, {19200, 9600, 4800, 1200}, allFlowControls},
+    {"Citizen PPU-231", 1000, {19200, 9600, 4800, 1200}, everyFlowControl()},
 };
 
 SearchPlan SearchPlan::ofSearch()

@@ -407,7 +407,8 @@ void checkEntries(const Analysis &analysis, Report &report)
 void checkShiftedCuts(const Analysis &analysis, Report &report)
 {
     const auto &parts = PrinterDocumentFormatter::PARTS;
-    for (const Text &line : analysis.source().lines()) {
+    const QVector<Text> lines = analysis.source().lines();
+    for (const Text &line : lines) {
         const UpperCased upper(line.characters);
         if (upper.copy().size() == line.size())
             continue;

@@ -14,7 +14,8 @@ namespace {
 bool holdEntriesTag(const QStringList &entries)
 {
     return std::any_of(entries.cbegin() + 1, entries.cend(), [](const QString &entry) {
-        return entry.toUpper().contains(templates::entriesTag);
+        const QString upperCased = entry.toUpper();
+        return upperCased.contains(templates::entriesTag);
     });
 }
 

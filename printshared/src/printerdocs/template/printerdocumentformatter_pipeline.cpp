@@ -69,7 +69,10 @@ bool mayHoldKeyword(QStringView line, QLatin1String keyword)
 /// Whether a keyword of capitals stands in the line in any case.
 bool holdsKeyword(const QString &line, QLatin1String keyword)
 {
-    return mayHoldKeyword(line, keyword) && line.toUpper().contains(keyword);
+    if (!mayHoldKeyword(line, keyword))
+        return false;
+    const QString upperCased = line.toUpper();
+    return upperCased.contains(keyword);
 }
 
 /// Whether a line may hold a tag of the parts to remove or of an image, or is several lines.
