@@ -103,27 +103,28 @@ inline constexpr PlainTag plainTags[] = {
     {latin1Text("<:>"), EmptyTag, MarkupStep::TakeEmpty},
 };
 
-/// The rows of one step.
+/// The rows of one step. By index: what the undefined behaviour sanitizer adds keeps GCC from
+/// comparing pointers in constants.
 struct PlainTagRange
 {
-    const PlainTag *first = nullptr;
-    const PlainTag *last = nullptr;
+    std::size_t first = 0;
+    std::size_t last = 0;
     quint32 kinds = 0;  ///< of all rows together
 
-    constexpr const PlainTag *begin() const { return first; }
-    constexpr const PlainTag *end() const { return last; }
+    constexpr const PlainTag *begin() const { return plainTags + first; }
+    constexpr const PlainTag *end() const { return plainTags + last; }
 };
 
 constexpr PlainTagRange findPlainTags(MarkupStep step)
 {
     PlainTagRange range;
-    for (const PlainTag &tag : plainTags) {
-        if (tag.step != step)
+    for (std::size_t row = 0; row < std::size(plainTags); ++row) {
+        if (plainTags[row].step != step)
             continue;
-        if (range.first == nullptr)
-            range.first = &tag;
-        range.last = &tag + 1;
-        range.kinds |= tag.kind;
+        if (range.last == 0)
+            range.first = row;
+        range.last = row + 1;
+        range.kinds |= plainTags[row].kind;
     }
     return range;
 }
@@ -191,13 +192,11 @@ constexpr bool takeKind(quint32 &taken, quint32 kind)
 constexpr bool kindsAreDisjoint()
 {
     quint32 taken = Brackets | CodeTag | FontTag;  // those without a row
-    const PlainTag *previous = nullptr;
-    for (const PlainTag &tag : plainTags) {
-        const bool isOfItsKind =
-            previous != nullptr && previous->kind == tag.kind && previous->step == tag.step;
-        if (!isOfItsKind && !takeKind(taken, tag.kind))
+    for (std::size_t row = 0; row < std::size(plainTags); ++row) {
+        const bool isOfTheLastKind = row > 0 && plainTags[row - 1].kind == plainTags[row].kind &&
+                                     plainTags[row - 1].step == plainTags[row].step;
+        if (!isOfTheLastKind && !takeKind(taken, plainTags[row].kind))
             return false;
-        previous = &tag;
     }
     for (const FormatTag &tag : rangeOrder) {
         if (!takeKind(taken, tag.lineKind) || !takeKind(taken, tag.rangeKind))
@@ -209,11 +208,9 @@ static_assert(kindsAreDisjoint());
 
 constexpr bool stepsStandTogether()
 {
-    const PlainTag *previous = nullptr;
-    for (const PlainTag &tag : plainTags) {
-        if (previous != nullptr && previous->step > tag.step)
+    for (std::size_t row = 1; row < std::size(plainTags); ++row) {
+        if (plainTags[row - 1].step > plainTags[row].step)
             return false;
-        previous = &tag;
     }
     return true;
 }
