@@ -89,7 +89,7 @@ std::error_code makeFolder(const QByteArray &path, mode_t mode)
     if (::mkdir(folder.c_str(), S_IRWXU) != 0)
         return std::error_code(errno, std::generic_category());
     giveMode(folder.c_str(), mode);
-    return error;
+    return std::error_code();
 }
 
 }  // namespace

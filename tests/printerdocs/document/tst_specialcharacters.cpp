@@ -4,6 +4,7 @@
 #include <QtTest>
 #include <algorithm>
 #include <limits>
+#include <memory>
 
 #include "printerdocs/specialcharacters.h"
 
@@ -409,10 +410,10 @@ private Q_SLOTS:
         for (const char *codec : {"UTF-8", "UTF-16", "UTF-32"}) {
             const QString declared =
                 QStringLiteral("\xFEFF<?xml version=\"1.0\" encoding=\"%1\"?>");
+            const std::unique_ptr<QTextEncoder> encoder(
+                QTextCodec::codecForName(codec)->makeEncoder(QTextCodec::IgnoreHeader));
             QTest::newRow(qPrintable(QStringLiteral("named %1").arg(codec)))
-                << QTextCodec::codecForName(codec)
-                       ->makeEncoder(QTextCodec::IgnoreHeader)
-                       ->fromUnicode(declared.arg(codec) + QString(root));
+                << encoder->fromUnicode(declared.arg(codec) + QString(root));
         }
         QTest::newRow("windows-1251")
             << "<?xml version=\"1.0\" encoding=\"windows-1251\"?><!-- \xE0 -->" + root;
