@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QScopedPointer>
+#include <QVector>
+
+#include "printerslib/drivers/drivers_export.h"
+#include "printerslib/drivers/paper.h"
+#include "printerslib/drivers/printerprofile.h"
+
+namespace printerslib::drivers {
+
+/// Draws the modules of codes. The interpreter knows no symbology itself: without one of these,
+/// codes are known by their payload and take no place.
+class PRINTERSLIB_DRIVERS_EXPORT CodeDrawer
+{
+public:
+    CodeDrawer() = default;
+    virtual ~CodeDrawer();
+    CodeDrawer(const CodeDrawer &) = delete;
+    CodeDrawer &operator=(const CodeDrawer &) = delete;
+
+    /// Fills `modules` and `rows` of a code of which symbology, payload and level are known, or
+    /// `fault`.
+    virtual void draw(Paper::Code &code) const = 0;
+};
+
+/// A printer without mechanics: takes its stream and gives the papers that come out.
+///
+/// One thread at a time. Input may be anything; memory is bounded by a multiple of the bytes that
+/// belong to the paper at hand.
+class PRINTERSLIB_DRIVERS_EXPORT StreamInterpreter
+{
+public:
+    struct Options
+    {
+        int paperDots = 0;         ///< of the paper's line; 0, or more than the head's: the head's
+        int columns = 0;           ///< of the first font; 0: as many as fit
+        int codePage = -1;         ///< number that is in force after a reset; -1: the model's
+        const CodeDrawer *codes = nullptr;  ///< outlives the interpreter
+    };
+
+    explicit StreamInterpreter(const PrinterProfile &profile, const Options &options = {});
+    ~StreamInterpreter();
+    StreamInterpreter(const StreamInterpreter &) = delete;
+    StreamInterpreter &operator=(const StreamInterpreter &) = delete;
+
+    /// Takes bytes and gives the pieces of paper that were cut off by them.
+    QVector<Paper> read(const QByteArray &bytes);
+    /// The end of the stream: what still hangs in the printer, unless nothing does.
+    QVector<Paper> finish();
+
+    /// All papers of a whole stream, the last one perhaps not cut.
+    static QVector<Paper> papersOf(const QByteArray &stream, const PrinterProfile &profile,
+                                   const Options &options = {});
+
+private:
+    class State;
+    QScopedPointer<State> d;
+};
+
+}  // namespace printerslib::drivers
