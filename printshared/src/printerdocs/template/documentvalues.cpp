@@ -48,7 +48,6 @@ DocumentValues::DocumentValues(const PrinterDocument &document)
     constexpr int usualLength = 64;
     m_name.reserve(usualLength);
     m_value.reserve(usualLength);
-    m_foundBefore.fill(m_attributes.cend());
 }
 
 QStringView DocumentValues::text(QStringView name, QStringView format)
@@ -62,7 +61,7 @@ QStringView DocumentValues::text(QStringView name, QStringView format)
 
 QStringView DocumentValues::textOfName(QStringView format)
 {
-    const auto attribute = findAttribute();
+    const auto attribute = m_attributes.constFind(m_name);
     if (attribute == m_attributes.cend()) {
         const std::optional<double> value = evaluate(m_name);
         return value ? textOfNumber(*value, format) : QStringView();
@@ -71,26 +70,6 @@ QStringView DocumentValues::textOfName(QStringView format)
         return textOf(*attribute, format);
     const QString &text = *static_cast<const QString *>(attribute->constData());
     return beginsLikeAWord(text) ? QStringView(text) : textOf(numberOrText(*attribute), format);
-}
-
-/// The lines of a receipt count their names up ("PRICE17", "PRICE18"), so the name of a tag often
-/// stands right behind that of the tag at the same place of the line before. To look there first
-/// saves most of the search through thousands of names.
-DocumentValues::Attributes::const_iterator DocumentValues::findAttribute()
-{
-    constexpr int nearby = 3;
-    auto &found = m_foundBefore[m_tagOfLine++ % m_foundBefore.size()];
-    auto next = found;
-    for (int i = 0; i < nearby && next != m_attributes.cend(); ++i, ++next) {
-        if (next.key() == m_name) {
-            found = next;
-            return found;
-        }
-    }
-    const auto attribute = m_attributes.constFind(m_name);
-    if (attribute != m_attributes.cend())
-        found = attribute;
-    return attribute;
 }
 
 QStringView DocumentValues::textOf(const QVariant &value, QStringView format)

@@ -4,8 +4,6 @@
 #include <QString>
 #include <QStringView>
 #include <QVariant>
-#include <array>
-#include <cstddef>
 #include <optional>
 
 #include "printerdocs/printerdocument.h"
@@ -20,30 +18,21 @@ class DocumentValues
 public:
     explicit DocumentValues(const PrinterDocument &document);
 
-    /// Tells that the tags of another line follow.
-    void beginLine() { m_tagOfLine = 0; }
-
     /// The text of an attribute, or else of an expression over the attributes; empty for a name
     /// that is neither, and for an empty one. Valid up to the next call.
     QStringView text(QStringView name, QStringView format);
 
 private:
-    using Attributes = QMap<QString, QVariant>;
-
-    Attributes::const_iterator findAttribute();
     QStringView textOfName(QStringView format);
     QStringView textOf(const QVariant &value, QStringView format);
     QStringView textOfNumber(double value, QStringView format);
     std::optional<double> evaluate(const QString &expression);
     void logKeys();
 
-    const Attributes m_attributes;
+    const QMap<QString, QVariant> m_attributes;
     // Those of the tag at hand; they keep their memory from tag to tag.
     QString m_name;
     QString m_value;
-    // Where the attributes of the line before were found.
-    std::size_t m_tagOfLine = 0;
-    std::array<Attributes::const_iterator, 8> m_foundBefore;
     std::optional<ValueInsertion> m_insertion;
     // What the log says of the names at each expression.
     bool m_hasKeyLines = false;

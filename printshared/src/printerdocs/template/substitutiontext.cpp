@@ -23,12 +23,8 @@ bool vanishesWithItsGroup(QStringView value)
     return value.isEmpty();
 }
 
-SubstitutionText::SubstitutionText(QStringView scanned, QStringView line)
-    : m_leftSize(static_cast<int>(scanned.size())), m_rightBegin(m_leftSize)
+SubstitutionText::SubstitutionText(QStringView line)
 {
-    // A null pointer is no array to append, not even one of no characters.
-    if (!scanned.isEmpty())
-        m_buffer.append(scanned.data(), m_leftSize);
     m_buffer.append(line.data(), static_cast<int>(line.size()));
     pushBrackets(line);
 }

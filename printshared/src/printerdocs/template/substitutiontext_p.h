@@ -19,9 +19,7 @@ bool vanishesWithItsGroup(QStringView value);
 class SubstitutionText
 {
 public:
-    /// @param scanned what has been scanned already, without brackets
-    /// @param line    the rest
-    SubstitutionText(QStringView scanned, QStringView line);
+    explicit SubstitutionText(QStringView line);
 
     /// Moves the scan to the next tag and cuts it out.
     /// @return what stood between the angle brackets, valid up to the next call of anything; null
