@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <memory>
 #include <new>
 #include <vector>
 
@@ -95,44 +94,6 @@ struct ValueBuilder
     static void release(Node) {}
 };
 
-/// A stack of plain values: some lie where the stack itself lies, more of them on the heap.
-template <typename Value, std::size_t usualSize>
-class PlainStack
-{
-public:
-    PlainStack() : m_values(m_usual) {}
-    PlainStack(const PlainStack &) = delete;
-    PlainStack &operator=(const PlainStack &) = delete;
-
-    bool isEmpty() const { return m_size == 0; }
-    Value &top() { return m_values[m_size - 1]; }
-    void push(const Value &value)
-    {
-        if (m_size == m_capacity)
-            grow();
-        m_values[m_size++] = value;
-    }
-    void pop(std::size_t count = 1) { m_size -= count; }
-    /// The uppermost so many values, the lowest of them first.
-    const Value *uppermost(std::size_t count) const { return m_values + m_size - count; }
-
-private:
-    void grow()
-    {
-        auto more = std::make_unique<Value[]>(2 * m_capacity);
-        std::copy(m_values, m_values + m_size, more.get());
-        m_more = std::move(more);
-        m_values = m_more.get();
-        m_capacity *= 2;
-    }
-
-    Value m_usual[usualSize];  // of which nothing is read before it is written
-    Value *m_values;
-    std::size_t m_size = 0;
-    std::size_t m_capacity = usualSize;
-    std::unique_ptr<Value[]> m_more;
-};
-
 /// Reads an expression by the precedence of its operators. What waits for an operand waits on a
 /// stack on the heap, so that no nesting takes up the thread's own.
 template <typename Builder>
@@ -151,8 +112,8 @@ public:
     }
     ~Parser()
     {
-        for (; !m_operands.isEmpty(); m_operands.pop())
-            Builder::release(m_operands.top());
+        for (; !m_operands.empty(); m_operands.pop_back())
+            Builder::release(m_operands.back());
     }
     Parser(const Parser &) = delete;
     Parser &operator=(const Parser &) = delete;
@@ -165,7 +126,7 @@ public:
         if (m_state.type != TE_TOKEN_END)
             return Node();
         applyBinary(listLevel);
-        if (!m_waiting.isEmpty()) {
+        if (!m_waiting.empty()) {
             m_state.type = TE_TOKEN_ERROR;
             return Node();
         }
@@ -200,9 +161,6 @@ private:
                                ///< counts, of a list the arguments in front of the present one
     };
 
-    static constexpr std::size_t usualOperands = 8;
-    static constexpr std::size_t usualWaiting = 8;
-
     static Level levelOf(const void *function)
     {
         if (function == addressOf(add) || function == addressOf(sub))
@@ -223,8 +181,8 @@ private:
 
     Node takeOperand()
     {
-        const Node node = m_operands.top();
-        m_operands.pop();
+        const Node node = m_operands.back();
+        m_operands.pop_back();
         return node;
     }
 
@@ -241,9 +199,9 @@ private:
         if (isCall(m_state.type))
             return readCallWithoutArguments();
         if (m_state.type == TE_TOKEN_NUMBER)
-            m_operands.push(Builder::constant(m_state.value));
+            m_operands.push_back(Builder::constant(m_state.value));
         else if (m_state.type == TE_TOKEN_VARIABLE)
-            m_operands.push(Builder::variable(m_state.bound));
+            m_operands.push_back(Builder::variable(m_state.bound));
         else
             return failed();
         next_token(&m_state);
@@ -257,7 +215,7 @@ private:
         for (; isSign(); next_token(&m_state))
             isNegative = isNegative != (m_state.function == addressOf(sub));
         if (isNegative)
-            m_waiting.push(
+            m_waiting.push_back(
                 {addressOf(negate), nullptr, PrefixCall, TE_FUNCTION1 | TE_FLAG_PURE, 0});
     }
 
@@ -284,7 +242,7 @@ private:
         if (waiting.role != PrefixCall)
             next_token(&m_state);
         ++m_nesting;
-        m_waiting.push(waiting);
+        m_waiting.push_back(waiting);
         return true;
     }
 
@@ -316,9 +274,9 @@ private:
         if (m_state.type != TE_TOKEN_SEPARATOR)
             return false;
         applyBinary(sumLevel);
-        if (m_waiting.isEmpty() || m_waiting.top().role != ArgumentList)
+        if (m_waiting.empty() || m_waiting.back().role != ArgumentList)
             return waitForRightSide(addressOf(comma), listLevel);
-        Waiting &list = m_waiting.top();
+        Waiting &list = m_waiting.back();
         if (++list.number == arityOf(list.type))
             return failed();
         next_token(&m_state);
@@ -328,7 +286,8 @@ private:
     bool waitForRightSide(const void *function, Level level)
     {
         applyBinary(level);
-        m_waiting.push({function, nullptr, BinaryOperator, TE_FUNCTION2 | TE_FLAG_PURE, level});
+        m_waiting.push_back(
+            {function, nullptr, BinaryOperator, TE_FUNCTION2 | TE_FLAG_PURE, level});
         next_token(&m_state);
         return true;
     }
@@ -336,12 +295,12 @@ private:
     bool closeNesting()
     {
         applyBinary(listLevel);
-        if (m_waiting.isEmpty())
+        if (m_waiting.empty())
             return failed();
-        const Waiting waiting = m_waiting.top();
+        const Waiting waiting = m_waiting.back();
         if (waiting.role == ArgumentList && waiting.number != arityOf(waiting.type) - 1)
             return failed();
-        m_waiting.pop();
+        m_waiting.pop_back();
         --m_nesting;
         next_token(&m_state);
         if (waiting.role == ArgumentList)
@@ -353,20 +312,20 @@ private:
     /// The operators of this level and of those that bind tighter have both their sides.
     void applyBinary(Level level)
     {
-        while (!m_waiting.isEmpty() && m_waiting.top().role == BinaryOperator &&
-               m_waiting.top().number >= level) {
+        while (!m_waiting.empty() && m_waiting.back().role == BinaryOperator &&
+               m_waiting.back().number >= level) {
             const Node right = takeOperand();
-            Node &left = m_operands.top();
-            left = Builder::pair(m_waiting.top().function, left, right);
-            m_waiting.pop();
+            Node &left = m_operands.back();
+            left = Builder::pair(m_waiting.back().function, left, right);
+            m_waiting.pop_back();
         }
     }
 
     void applyPrefixes()
     {
-        while (!m_waiting.isEmpty() && m_waiting.top().role == PrefixCall) {
-            const Waiting waiting = m_waiting.top();
-            m_waiting.pop();
+        while (!m_waiting.empty() && m_waiting.back().role == PrefixCall) {
+            const Waiting waiting = m_waiting.back();
+            m_waiting.pop_back();
             m_nesting -= waiting.number;
             apply(waiting);
         }
@@ -375,17 +334,18 @@ private:
     /// Replaces the arguments by the call.
     void apply(const Waiting &waiting)
     {
-        const auto count = static_cast<std::size_t>(arityOf(waiting.type));
+        const std::size_t front =
+            m_operands.size() - static_cast<std::size_t>(arityOf(waiting.type));
         const Node node = Builder::call(waiting.type, waiting.function, waiting.context,
-                                        m_operands.uppermost(count));
-        m_operands.pop(count);
-        m_operands.push(node);
+                                        m_operands.data() + front);
+        m_operands.resize(front);
+        m_operands.push_back(node);
     }
 
     te_state m_state;
     int m_nesting = 0;
-    PlainStack<Node, usualOperands> m_operands;
-    PlainStack<Waiting, usualWaiting> m_waiting;
+    std::vector<Node> m_operands;
+    std::vector<Waiting> m_waiting;
 };
 
 /// A node and its depth in the tree.

@@ -1,8 +1,6 @@
 #include <locale.h>
-#include <cfloat>
 #include <charconv>
 #include <clocale>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -62,43 +60,10 @@ const char *decimalEnd(const char *c)
     return c;
 }
 
-/// A number of up to 15 digits without exponent. Such digits and such a power of ten are doubles
-/// without rounding, so their quotient is the double nearest to the number.
-/// @return whether it was one
-bool readShortNumber(const char *text, const char **end, double *value)
-{
-    constexpr int mostDigits = 15;
-    static constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                             1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    std::int64_t digits = 0;
-    const char *point = nullptr;
-    const char *c = text;
-    for (; isDigit(*c) || (*c == '.' && !point); ++c) {
-        if (*c == '.')
-            point = c;
-        else if (c - text > mostDigits)
-            return false;
-        else
-            digits = digits * 10 + (*c - '0');
-    }
-    const auto count = c - text - (point ? 1 : 0);
-    const bool goesOn = *c == 'e' || *c == 'E' || *c == 'x' || *c == 'X';
-    if (FLT_EVAL_METHOD != 0 || goesOn || count < 1 || count > mostDigits)
-        return false;
-    *end = c;
-    *value = static_cast<double>(digits);
-    if (point)
-        *value /= powersOfTen[c - point - 1];
-    return true;
-}
-
 /// What strtod() does in the C locale. Hexadecimal numbers and those beyond the range of a double
 /// are left to it; all others are read by faster functions.
 double readNumber(const char *text, const char **end)
 {
-    double shortNumber = 0;
-    if (readShortNumber(text, end, &shortNumber))
-        return shortNumber;
     const bool isHexadecimal = text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
     double value = 0;
     if (!isHexadecimal) {
