@@ -11,11 +11,6 @@ namespace {
 
 using Settings = PrinterSettings;
 
-constexpr const char *sectionKeys[] = {
-    "printerType", "printerName",   "emptyStringsAtEnd", "spacesBeforeString", "paperLoopFlag",
-    "moveCheckTo", "characterMode", "enablePortLogging", "baseFiscFont",       "defSymPerLine",
-};
-
 // A printer of which everything is supported under the name "able".
 class AbleSettings : public PrinterSettings
 {
@@ -52,16 +47,8 @@ public:
 void resetSettings()
 {
     Settings settings;
-    settings.setPrinterType(0);
     settings.setPrinterId(QString());
-    settings.setEmptyStringsAtEnd(5);
-    settings.setSpacesBeforeString(0);
-    settings.setPaperLoopFlag(PaperLoopNone);
-    settings.setCheckMovingTo(50);
-    settings.setCharactersMode(Settings::CharactersAsWritten);
-    settings.setPortLoggingEnabled(false);
-    settings.setBaseFiscalFont(1);
-    settings.setDefSymbolsPerLine(0);
+    settings.setList(sectionItems());
     settings.setPortSettings(QString(), hearth::RS232Settings(QString()));
 }
 
@@ -294,7 +281,7 @@ private Q_SLOTS:
         settings.setPortSettings("fresh", source);
         QCOMPARE(settings.port("fresh")->text(), QString("text"));
         AbleSettings::dropPort();
-        QCOMPARE(keysOf(settings.toList()).size(), 17);
+        QCOMPARE(keysOf(settings.toList()), keysOf(sectionItems() + portItems("till")));
     }
 
     void constructionNamesThePort()
@@ -386,30 +373,16 @@ private Q_SLOTS:
         settings.setCharactersMode(Settings::CharactersUpperCase);
         settings.setPortLoggingEnabled(true);
         settings.port("other");
-        const QList<QVariant> expected{
-            item("PRINTER", "printerType", 1),
-            item("PRINTER", "printerName", "till"),
-            item("PRINTER", "emptyStringsAtEnd", 5),
-            item("PRINTER", "spacesBeforeString", 0),
-            item("PRINTER", "paperLoopFlag", 0),
-            item("PRINTER", "moveCheckTo", 50),
-            item("PRINTER", "characterMode", 1),
-            item("PRINTER", "enablePortLogging", 1),
-            item("PRINTER", "baseFiscFont", 1),
-            item("PRINTER", "defSymPerLine", 0),
-            item("till", "portName", ""),
-            item("till", "baudRate", 9600),
-            item("till", "dataBits", 8),
-            item("till", "parity", 0),
-            item("till", "stopBits", 1),
-            item("till", "flowControl", 0),
-            item("till", "portText", ""),
-        };
+        QList<QVariant> expected = sectionItems() + portItems("till");
+        expected = withValue(expected, "printerType", 1);
+        expected = withValue(expected, "printerName", "till");
+        expected = withValue(expected, "characterMode", 1);
+        expected = withValue(expected, "enablePortLogging", 1);
         const QList<QVariant> list = settings.toList();
         QCOMPARE(list, expected);
-        for (int row = 0; row < 10; ++row)
+        for (int row = 0; row < list.size(); ++row)
             QCOMPARE(list.at(row).toMap().value("value").userType(),
-                     row == 1 ? int(QMetaType::QString) : int(QMetaType::Int));
+                     expected.at(row).toMap().value("value").userType());
         QCOMPARE(settings.port()->name(), QString("till"));
     }
 
@@ -488,19 +461,20 @@ private Q_SLOTS:
     void itemWithoutValueIsEmptyOrZero_data()
     {
         QTest::addColumn<QString>("key");
-        for (const char *key : sectionKeys)
-            QTest::newRow(key) << key;
+        for (const QString &key : keysOf(sectionItems()))
+            QTest::newRow(qPrintable(key)) << key;
     }
 
     void itemWithoutValueIsEmptyOrZero()
     {
         QFETCH(QString, key);
         Settings settings;
-        for (const char *other : sectionKeys)
+        const QStringList keys = keysOf(sectionItems());
+        for (const QString &other : keys)
             QVERIFY(settings.setValue(item("PRINTER", other, 1)));
         QVERIFY(settings.setValue({{"group", "PRINTER"}, {"key", key}}));
         const QList<QVariant> list = settings.toList();
-        for (const QVariant &one : list.mid(0, 10))
+        for (const QVariant &one : list.mid(0, keys.size()))
             QCOMPARE(one.toMap().value("value").toString(), keyOf(one) != key      ? "1"
                                                             : key == "printerName" ? ""
                                                                                    : "0");

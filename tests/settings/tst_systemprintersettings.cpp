@@ -37,10 +37,9 @@ void resetSettings()
     settings.setList(startItems(QString()));
 }
 
-// The items behind those of PrinterSettings: ten of the section and seven of the port.
 QList<QVariant> ownItems()
 {
-    return Settings().toList().mid(17);
+    return addedItems(Settings().toList());
 }
 
 }  // namespace

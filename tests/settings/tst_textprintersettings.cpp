@@ -3,6 +3,7 @@
 #include <QtTest>
 #include <atomic>
 
+#include "cataloguemodels.h"
 #include "printers/textprintermodels.h"
 #include "settings/isystemprintersettings.h"
 #include "settings/textprintersettings.h"
@@ -12,6 +13,7 @@
 namespace {
 
 using Settings = TextPrinterSettings;
+using cataloguemodels::modelCount;
 
 // Prints images, forms loops, can be moved; four papers; fonts of 10, 14, 14 and 18 dots.
 const QString able = "CUSTOM_VKP_80";
@@ -57,10 +59,9 @@ public:
     void setCodec(const QString &, const QString &) override {}
 };
 
-// The items behind those of PrinterSettings: ten of the section and seven of the port.
 QList<QVariant> ownItems(const Settings &settings)
 {
-    return settings.toList().mid(17);
+    return addedItems(settings.toList());
 }
 
 }  // namespace
@@ -80,7 +81,7 @@ private Q_SLOTS:
         QVERIFY(settings.defaultFont().isNull());
         QCOMPARE(settings.printAsImage(able), false);
         QCOMPARE(int(settings.codePage()), 0);
-        QCOMPARE(settings.availablePrinters().size(), 16);
+        QCOMPARE(settings.availablePrinters().size(), modelCount);
     }
 
     void cleanup()
@@ -161,7 +162,8 @@ private Q_SLOTS:
         IPrintDeviceSettings::setPrintDeviceSettings(
             QSharedPointer<IPrintDeviceSettings>(new TextPrinterSettings));
         QVERIFY(IPrintDeviceSettings::textPrinterSettings());
-        QCOMPARE(IPrintDeviceSettings::textPrinterSettings()->availablePrinters().size(), 16);
+        QCOMPARE(IPrintDeviceSettings::textPrinterSettings()->availablePrinters().size(),
+                 modelCount);
         QVERIFY(IPrintDeviceSettings::systemPrinterSettings().isNull());
     }
 
@@ -267,17 +269,17 @@ private Q_SLOTS:
         settings.setAvailablePrinters({{"own", own}});
         QCOMPARE(settings.printerInfo("own").id(), QString("own"));
         QVERIFY(settings.printerInfo(able).id().isEmpty());
-        QCOMPARE(Settings().availablePrinters().size(), 16);
+        QCOMPARE(Settings().availablePrinters().size(), modelCount);
         settings.loadAvailablePrinters();
         QCOMPARE(settings.printerInfo(able).id(), able);
         QCOMPARE(settings.printerInfo("own").id(), QString("own"));
-        QCOMPARE(settings.availablePrinters().size(), 17);
+        QCOMPARE(settings.availablePrinters().size(), modelCount + 1);
         own.setId(able);
         own.setName("replaced by the catalogue");
         settings.setAvailablePrinters({{able, own}});
         settings.loadAvailablePrinters();
         QVERIFY(settings.printerInfo(able).name() != own.name());
-        QCOMPARE(Settings().availablePrinters().size(), 16);
+        QCOMPARE(Settings().availablePrinters().size(), modelCount);
     }
 
     void settingsOfAClientsOwnKnowTheCatalogue()

@@ -39,3 +39,43 @@ inline QVariant valueOf(const QList<QVariant> &list, const QString &key)
     }
     return QVariant();
 }
+
+/// What a new process holds in the section of PrinterSettings, in the order of its list.
+inline QList<QVariant> sectionItems()
+{
+    const QString section = "PRINTER";
+    return {
+        item(section, "printerType", 0),       item(section, "printerName", QString()),
+        item(section, "emptyStringsAtEnd", 5), item(section, "spacesBeforeString", 0),
+        item(section, "paperLoopFlag", 0),     item(section, "moveCheckTo", 50),
+        item(section, "characterMode", 0),     item(section, "enablePortLogging", 0),
+        item(section, "baseFiscFont", 1),      item(section, "defSymPerLine", 0),
+    };
+}
+
+/// What a new port adds under the printer's name.
+inline QList<QVariant> portItems(const QString &name)
+{
+    return {
+        item(name, "portName", QString()), item(name, "baudRate", 9600),
+        item(name, "dataBits", 8),         item(name, "parity", 0),
+        item(name, "stopBits", 1),         item(name, "flowControl", 0),
+        item(name, "portText", QString()),
+    };
+}
+
+/// The items behind those that all printers have: what a derived class adds.
+inline QList<QVariant> addedItems(const QList<QVariant> &list)
+{
+    return list.mid(sectionItems().size() + portItems(QString()).size());
+}
+
+/// The list with another value under a key.
+inline QList<QVariant> withValue(QList<QVariant> list, const QString &key, const QVariant &value)
+{
+    for (QVariant &listItem : list) {
+        if (keyOf(listItem) == key)
+            listItem = item(groupOf(listItem), key, value);
+    }
+    return list;
+}
