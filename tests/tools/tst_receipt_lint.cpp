@@ -1,57 +1,17 @@
 #include <QDirIterator>
 #include <QtTest>
 
-#include "receiptprogram.h"
+#include "lintrun.h"
 #include "templatelint.h"
 
+using lintrun::lint;
+using lintrun::placesOf;
+using lintrun::sale;
+
+/// The command: its rules and their words, its forms of output, its files.
 class TestReceiptLint : public QObject
 {
     Q_OBJECT
-
-private:
-    static QByteArray json(const char *text) { return QByteArray(text).replace('\'', '"'); }
-
-    static QByteArray sale()
-    {
-        return json(
-            "{'attributes': {'SHOP': 'Kiosk', 'DOCNO': 7, 'QTY': 2, 'PRICE': 1.5, 'ZERO': 0, "
-            "'A1': 5, 'EMPTY': '', 'WHEN': {'date': '2026-03-14'}, 'TAGGED': '<B:>x', "
-            "'ENDED': 'x<:B>', 'REMOVES': '<:X>', 'GROUP': 'a]', 'GUEST': 'Maya <#3>', "
-            "'AT': {'datetime': '2026-03-14T18:05:30'}, 'CLOSES': {'time': '18:05:30'}, "
-            "'Номер': 12, 'SHOP NAME': 'Kiosk', 'LOOP': '<LOOP>', 'GROWS': '<GROWS><GROWS>'}, "
-            "'entries': 'Cash=10\\tChange=2.50'} ");
-    }
-
-    /// Runs the checker in a folder that has the files of symbols, and a document.
-    static ReceiptRun lint(const QByteArray &templateText, const QStringList &options,
-                           const QByteArray &document = QByteArray())
-    {
-        const WorkFolder folder;
-        QFile::copy(example("symbols/shop.ssi"), folder.path("shop.ssi"));
-        folder.file("damaged.ssi",
-                    "<SpecialSymbolImages><Font Width=\"2\" Height=\"1\"><Symbol Code=\"1\">"
-                    "<Line>111</Line></Symbol></Font></SpecialSymbolImages>");
-        folder.file("broken.ssi", "<SpecialSymbolImages>\n  <Font></Fnt>");
-        QStringList arguments{"lint", folder.file("t.cpt", templateText)};
-        if (!document.isEmpty())
-            arguments += {"--data", folder.file("data.json", document)};
-        ReceiptRun run = runReceipt(arguments + options);
-        run.output.remove(folder.path("") + '/');
-        run.errors.remove(folder.path("") + '/');
-        return run;
-    }
-
-    /// The findings as "line:column rule".
-    static QStringList placesOf(const QString &output)
-    {
-        QStringList places;
-        const QRegularExpression finding("^t\\.cpt:(\\d+:\\d+): .* \\[([a-z-]+)\\]$");
-        for (const QString &line : output.split('\n', Qt::SkipEmptyParts)) {
-            const auto match = finding.match(line);
-            places.append(match.hasMatch() ? match.captured(1) + ' ' + match.captured(2) : line);
-        }
-        return places;
-    }
 
 private Q_SLOTS:
     void everyRuleSpeaksOnItsWrongExampleOnly_data()
@@ -210,283 +170,6 @@ private Q_SLOTS:
         QCOMPARE(run.errors, QString());
     }
 
-    void places_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<bool>("withSale");
-        QTest::addColumn<QString>("options");
-        QTest::addColumn<QString>("places");
-        const auto row = [](const char *text, bool withSale, const char *options,
-                            const char *places) {
-            QTest::newRow(QByteArray(text) + (withSale ? " with values " : " ") + options)
-                << QByteArray(text) << withSale << options << places;
-        };
-        const auto blank = [&row](const char *text, const char *places) {
-            row(text, false, "", places);
-        };
-        const auto filled = [&row](const char *text, const char *places) {
-            row(text, true, "", places);
-        };
-        // Attributes and expressions. "" is silence.
-        blank("<SHOP><UNKNOWN,0.00><QTY*PRICE><(A+B)*2,0>", "");
-        filled("<SHOP><QTY*PRICE><WHEN,dd.mm.yyyy><Номер><SHOP NAME><SHOP NAME,x,y>",
-               "1:64 unknown-attribute");
-        filled("<QTY*PRICE,0.00><SHOP,9><sin QTY><pow(QTY,2),0><pi*1><e + 1>", "");
-        filled("<DOCNO*1><QTY1*2>", "1:11 unknown-attribute");
-        filled("<foo(1)>", "1:2 bad-expression");
-        filled("<shop>", "1:1 unknown-attribute");
-        filled("<,0.00>", "1:2 bad-expression");
-        // A decimal comma in the format.
-        blank("<TOTAL,0,00>x<PRICE,0,000>x<SUM*2,0,00>",
-              "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
-        filled("<DOCNO,0,00>x<PRICE,0,000>x<QTY*2,0,00>",
-               "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
-        filled("[<EMPTY,0,00>]x<NOSUCH,0,00>", "1:10 cut-expression 1:17 unknown-attribute");
-        filled("<pow(QTY,2),0.00><pow(pow(QTY,2),3),0>", "");
-        blank("<pow(QTY,2),0.00><pow(pow(QTY,2),3),0>", "");
-        blank("<====><---->", "1:2 bad-expression 1:12 bad-expression");
-        blank("<Amount (EUR)><SHOP-NAME,dd.mm><VAT 20%>", "");
-        blank("<(1+2,0><QTY*,0>", "1:6 bad-expression 1:14 bad-expression");
-        blank("<ncr(5,2)><pow(A,B),0><QTY*PRICE,9.99><QTY*2,000>", "1:7 cut-expression");
-        filled("<pow(QTY,2)><PRICE*1,50>", "1:9 cut-expression 1:21 cut-expression");
-        filled("<X:><NOSUCH><QTY*><:X>x", "");
-        filled("<X><NOSUCH><abc>", "");
-        filled("<SHPO><X>", "");
-        filled("<X>gone<SHPO>", "");
-        filled("<X>[<EMPTY>]<SHOP>", "");
-        filled("<X>[ab<ZERO>]<SHOP>\n[ab<ZERO>]<SHOP>", "2:11 hidden-tag");
-        filled("<SHPO>\n<SHPO><X><SHPO>\n<SHPO>", "1:1 unknown-attribute 3:1 unknown-attribute");
-        filled("<I>2 2 <ab></I>x", "");
-        filled("a<X:>\n<NOSUCH>\n<:X>b<NOSUCH>", "3:6 unknown-attribute");
-        // An empty value: wanted in a group, and a mistake of the document elsewhere.
-        filled("[<EMPTY*2>]x", "");
-        filled("[a[b]<EMPTY*2>c]x", "");
-        filled("<EMPTY*2>x[a]", "1:7 bad-expression");
-        filled("[a]<EMPTY*2>]x", "1:10 bad-expression 1:13 unmatched-bracket");
-        filled("[<QTY**PRICE>]x", "1:7 bad-expression");
-        // Formats and the kinds of values.
-        blank("<DOCNO,0.00><WHEN,hh:mm>", "");
-        filled("<DOCNO,0000><PRICE,0.00><PRICE,000><QTY*1,0.00><DOCNO,>", "");
-        filled("<AT,dd.mm.yy hh:nn><AT,hhnn><WHEN,d.m.yy><CLOSES,h:nn><AT,d/m>", "");
-        filled("<QTY,.0>x<PRICE,dd.mm>", "1:6 value-format 1:17 value-format");
-        filled("<AT,hh:mm><AT,HHMM><CLOSES,hh.mm>",
-               "1:5 value-format 1:15 value-format 1:28 value-format");
-        filled("<AT,0.00><WHEN,dd.mm hh:nn><CLOSES,dd.mm>",
-               "1:5 value-format 1:16 value-format 1:36 value-format");
-        filled("<SHOP,0.00><SHOP,x><SHOP,dd.mm.yyyy>", "1:26 value-format");
-        filled("<EMPTY,dd.mm.yyyy>x<X:><DOCNO,0.00><:X>", "");
-        // Short tags and spelling.
-        blank("<ABC><AB><A1><A,0><A*2><tag>",
-              "1:1 short-tag 1:6 short-tag 1:10 short-tag 1:14 short-tag 1:19 short-tag "
-              "1:24 short-tag");
-        blank("<1+2><1x><#x>", "1:1 short-tag 1:6 markup-spelling 1:10 markup-spelling");
-        filled("<A1>", "1:1 short-tag");
-        blank("1 < 2 > 0, <>, <-->, <=>, <!>, a <- b", "");
-        blank("<W3><C ><c><ls2><LS8><F0></B><B;>x<w2:><: B>",
-              "1:1 markup-spelling 1:5 markup-spelling 1:9 markup-spelling 1:12 markup-spelling "
-              "1:17 markup-spelling 1:22 markup-spelling 1:26 markup-spelling 1:30 markup-spelling "
-              "1:35 markup-spelling 1:40 markup-spelling");
-        blank("< W2:>x<SpecSymbols=shop>", "1:1 markup-spelling 1:8 markup-spelling");
-        blank("x<SPECSYMBOLS=shop>", "1:2 markup-spelling");
-        blank("<F 1>x<F12><65><#65><L1><:><321>", "");
-        blank("<C:><:C><:S><R:><S:>",
-              "1:1 markup-spelling 1:5 markup-spelling 1:9 markup-spelling 1:13 markup-spelling "
-              "1:17 markup-spelling");
-        blank("</C><B/><QR:><x y>",
-              "1:1 markup-spelling 1:5 markup-spelling 1:9 markup-spelling 1:14 markup-spelling");
-        blank("1 < a > 0<:;>", "");
-        blank("a<I>x", "1:2 markup-spelling");
-        // Tags without an end.
-        blank("a < b <", "1:7 unterminated-tag");
-        blank("a < b < ", "");
-        blank("a<", "1:2 unterminated-tag");
-        blank("<", "1:1 unterminated-tag");
-        blank("<<B>b", "1:1 unterminated-tag");
-        blank("[<]", "1:2 unterminated-tag");
-        blank("a<[b]", "1:2 unterminated-tag");
-        blank("<QR>a<", "");
-        blank("a <B", "1:3 unterminated-tag");
-        blank("a < b <C>", "1:3 unterminated-tag");
-        blank("<B<C>x", "1:1 unterminated-tag");
-        blank("<<C>x", "1:1 unterminated-tag");
-        blank("<QR>https://x?a<b", "");
-        // Brackets and groups.
-        blank("[a[b]", "1:1 unmatched-bracket");
-        blank("a]", "1:2 unmatched-bracket");
-        blank("]x[", "1:1 unmatched-bracket 1:3 unmatched-bracket");
-        blank("[a <QTY]>", "1:1 unmatched-bracket 1:8 unmatched-bracket");
-        blank("<#91>a<93>[b [c]]", "");
-        blank("[x\ny]", "1:1 unmatched-bracket 2:2 unmatched-bracket");
-        filled("[x <GROUP>", "");
-        filled("[x <SHOP>", "1:1 unmatched-bracket");
-        blank("[<AAAA>]<BBBB>", "1:9 hidden-tag");
-        blank("[<AAAA>] <BBBB>", "");
-        blank("[ab<AAAA>]x<BBBB>", "1:12 hidden-tag");
-        blank("[ab<AAAA>]xyz<BBBB>", "");
-        blank("[ab<AAAA>]<C>", "");
-        blank("[<AAAA> <BBBB>] x <CCCC>", "");
-        filled("[<SHOP> <ZERO>] <QTY*1>", "1:17 hidden-tag");
-        filled("[<SHOP> <DOCNO>] <QTY*1>", "1:18 hidden-tag");
-        blank("[a[b<AAAA>]c<BBBB>]", "1:13 hidden-tag");
-        // Tags in each other's way.
-        blank("<S>a<C><R>", "1:5 align-with-tab 1:8 align-with-tab");
-        blank("<C>a<C>", "");
-        blank("<S>\n<C>a", "");
-        blank("<LS5>a<LS2>b<LS2>", "1:1 repeated-line-spacing");
-        blank("<B:>a\n<B>b", "");
-        blank("<B:>a\n<U:>b<:B>", "2:1 open-format");
-        blank("<B:>a<B:>b", "1:1 open-format");
-        filled("<B:>a<ENDED>", "");
-        filled("a<TAGGED>", "1:2 open-format");
-        filled("<B:>a<SHOP>", "1:1 open-format");
-        blank("<B:><:B>a", "");
-        blank("<B:><B:>a<:B>", "1:5 tag-behind-pair");
-        blank("<B><B:>a", "1:4 tag-behind-pair");
-        blank("<U>a<:U>", "1:1 tag-behind-pair");
-        blank("a<:X>", "1:2 open-removal");
-        blank("<X:>a<X:>b<:X>c<:X>", "1:16 open-removal");
-        filled("<X:>a<REMOVES>b", "");
-        blank("<ENTRIES>\n  <entries> \n<X:><ENTRIES><:X>", "");
-        blank("[<ENTRIES>]", "1:2 entries-in-text");
-        blank("a<ENTRIES>b<Entries>", "1:2 entries-in-text 1:12 entries-in-text");
-        // Keywords behind letters that are more in upper case.
-        blank("Stra\u00DFe <ENTRIES>", "1:8 entries-in-text 1:8 shifted-cut");
-        blank("<ENTRIES>\u00DF", "1:1 entries-in-text");
-        blank("stra\u00DFe <fiscal_body> x", "1:8 shifted-cut 1:8 fiscal-marker");
-        row("Stra\u00DFe\nStra\u00DFe<FISCAL_BODY>", false, "--fiscal",
-            "2:7 unterminated-tag 2:7 shifted-cut");
-        row("a<\uFB01scal_body>b", false, "--fiscal", "1:2 shifted-cut");
-        row("\u00DF<FISCAL_BODY>\n\u00DF<FISCAL_QR><FISCAL_QR>", false, "--fiscal",
-            "1:2 unterminated-tag 1:2 shifted-cut 2:2 unterminated-tag 2:2 shifted-cut");
-        row("<FISCAL_BODY>\u00DF<FISCAL_BODY>", false, "--fiscal", "");
-        blank("Stra\u00DFe <TOTAL>\n<DOCNO>\u00DF<DOCNO>", "");
-        // Files of symbols.
-        blank(" <SPECSYMBOLS=none> ", "1:2 missing-symbol-file");
-        blank("<SPECSYMBOLS=none>\n<SPECSYMBOLS=shop.ssi>\n<SPECSYMBOLS=shop>",
-              "2:1 repeated-symbol-file 3:1 repeated-symbol-file");
-        blank("<SPECSYMBOLS=none>\n<#1>", "1:1 missing-symbol-file");
-        blank("<SPECSYMBOLS=shop>\n<#1><#7><1><#65>", "");
-        blank("<#3>", "1:1 undrawn-symbol");
-        filled("<GUEST>", "1:1 undrawn-symbol");
-        row("<SPECSYMBOLS=shop>\n<#1>", false, "--model TSP-TUP", "");
-        row("<SPECSYMBOLS=shop>\n<#1>", false, "--model SWECOIN_TM_20XX", "2:1 undrawn-symbol");
-        row("<SPECSYMBOLS=shop>\n<#1>\n<F3><#1>", false, "--model AV_268",
-            "2:1 undrawn-symbol 3:5 undrawn-symbol");
-        // Forms and fiscal splits.
-        row("<QR>a", false, "--as text", "1:1 qr-in-text");
-        row("<QR>a", false, "--as html", "1:1 qr-in-text");
-        row("<QR>a <b>", false, "--as document", "");
-        blank("x <fiscal_qr> <FISCAL_QR>", "1:3 fiscal-marker 1:15 fiscal-marker");
-        row("a<B:><FISCAL_QR>b<:B>", false, "--fiscal", "1:2 open-format");
-        row("<SPECSYMBOLS=shop>\n<FISCAL_QR>\n<#1>", false, "--fiscal", "3:1 undrawn-symbol");
-        row("  <abc> <FISCAL_BODY> <xyz>", false, "--fiscal", "1:3 short-tag 1:23 short-tag");
-        // The data of QR codes.
-        row("<B:>a<:B><QR>b<:B>c<#1><65><F2>", false, "",
-            "1:15 markup-in-qr 1:20 markup-in-qr 1:24 markup-in-qr 1:28 markup-in-qr");
-        row("<C><QR>a<QR>b", false, "", "1:9 markup-in-qr");
-        row("<QR>{\"a\": [1, 2], \"b\": \"<x> 1 < 2 > 0\"}", false, "", "");
-        row("<QR>[a<SHOP>]", true, "", "1:5 markup-in-qr 1:13 markup-in-qr");
-        row("[x<QR>a<SHOP>]", true, "", "1:14 markup-in-qr");
-        row("[x<SHOP>]<QR>a", true, "", "");
-        row("<X:><QR><B>a<:X>", false, "", "");
-        filled("<QR>a<TAGGED>", "1:6 markup-in-qr");
-        row("<QR><B>a", false, "--as text", "1:1 qr-in-text");
-        // Divisions by zero.
-        row("<QTY/0><QTY / 0.00,0><QTY/(0)><QTY%0><1/.0>", false, "",
-            "1:1 division-by-zero 1:8 division-by-zero 1:31 division-by-zero 1:38 "
-            "division-by-zero");
-        row("<QTY/0.5><QTY/00.5,0><QTY/0^0><QTY/0 ^ 0><QTY/0e1><QTY/05>", false, "", "");
-        filled("<QTY/ZERO><QTY/(ZERO)><ZERO/QTY><QTY/0.5>",
-               "1:1 division-by-zero 1:11 division-by-zero");
-        filled("[a<QTY/ZERO>][b<QTY/ZERO,0.>]", "1:16 division-by-zero");
-        filled("[a<QTY/0,0>]", "1:3 division-by-zero");
-        filled("<ln(ZERO)><2^5000,0><QTY%ZERO,0.0>",
-               "1:1 division-by-zero 1:11 division-by-zero 1:21 division-by-zero");
-        row("<X:><QTY/0><:X>", false, "", "");
-        // Paper and characters.
-        row("<SHOP>123456", true, "--width 10", "1:1 wide-line");
-        row("<SHOP>12345", true, "--width 10", "");
-        row("<W2><SHOP>", true, "--width 9", "1:1 wide-line");
-        row("<W2><SHOP>", true, "--width 9 --as text", "");
-        row("<SHOP>123456", true, "--width 10 --as html", "");
-        row("<SHOP>123456", false, "--width 10", "");
-        row("a<S>b<S>c", true, "--width 10", "1:1 wide-line");
-        row("a<S>b<S>c", true, "--width 5", "");
-        row("a<S>b<S>c", true, "--width 4", "1:1 wide-line");
-        row("12345678901234567890<S>12345678901234567890123456789", false, "--model CUSTOM_VKP_80",
-            "");
-        row("12345678901234567890<S>12345678901234567890123456789", true, "--model CUSTOM_VKP_80",
-            "");
-        row("1234567890123456789<S>1234567890123456789<S>12345678901", true,
-            "--model CUSTOM_VKP_80", "");
-        row("1234567890123456789<S>1234567890123456789<S>1234567890", true, "--model CUSTOM_VKP_80",
-            "1:1 wide-line");
-        // 512 dots: 51 characters of font 0, 36 of font 1, 28 of font 3.
-        row("<SHOP>1234567890123456789012345678901234567890123456", true, "--model CUSTOM_VKP_80",
-            "");
-        row("<SHOP>1234567890123456789012345678901", true, "--model CUSTOM_VKP_80 --font 1", "");
-        row("<SHOP>12345678901234567890123456789012", true, "--model CUSTOM_VKP_80 --font 1",
-            "1:1 wide-line");
-        row("<F1><SHOP>12345678901234567890123456789012", true, "--model CUSTOM_VKP_80 --font 1",
-            "1:1 wide-line");
-        row("<F4><SHOP>12345678901234567890123", true, "--model CUSTOM_VKP_80 --font 1", "");
-        row("<F4><SHOP>123456789012345678901234", true, "--model CUSTOM_VKP_80 --font 1",
-            "1:1 wide-line");
-        row("x\n<ENTRIES>", true, "--width 7", "2:1 wide-line");
-        row("a <ZERO>[<ZERO>1234567890]", true, "--width 10", "");
-        row("\xE2\x84\x96 \xC2\xAB\xC2\xBB\xC2\xAB", false, "--model AV_268",
-            "1:3 unprintable-character 1:4 unprintable-character");
-        row("\xE2\x82\xAC", false, "", "");
-        row("\xE2\x82\xAC", false, "--code-page windows-1252", "");
-        row("\xD0\x96", false, "--code-page windows-1252", "1:1 unprintable-character");
-        // Columns are UTF-16 units.
-        row("\xF0\x9F\x98\x80<abc>", false, "--model AV_268",
-            "1:1 unprintable-character 1:3 short-tag");
-        // What never ends.
-        filled("a\nb <LOOP>", "2:3 endless-value");
-        filled("<GROWS>", "1:1 endless-value");
-    }
-    void places()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(bool, withSale);
-        QFETCH(QString, options);
-        QFETCH(QString, places);
-        const ReceiptRun run =
-            lint(text, options.split(' ', Qt::SkipEmptyParts), withSale ? sale() : QByteArray());
-        QCOMPARE(placesOf(run.output).join(' '), places);
-        QCOMPARE(run.errors, QString());
-    }
-
-    void copyMarks_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("options");
-        QTest::addColumn<QString>("places");
-        QTest::newRow("none") << QByteArray("a\nb") << ""
-                              << "1:1 no-copy-mark";
-        QTest::newRow("any case") << QByteArray("a <docno>") << ""
-                                  << "";
-        QTest::newRow("removed") << QByteArray("<X:>\n<DOCNO>\n<:X>a") << ""
-                                 << "1:1 no-copy-mark";
-        QTest::newRow("too wide") << QByteArray("<W2:>a <DOCNO>\nx<:W2>") << "--width 12"
-                                  << "1:1 wide-line";
-        QTest::newRow("that fits") << QByteArray("<W2:>a <DOCNO>\nx<:W2>") << "--width 20"
-                                   << "";
-        QTest::newRow("in a piece") << QByteArray("a\n<FISCAL_BODY>\n<DOCNO>") << "--fiscal"
-                                    << "";
-    }
-    void copyMarks()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(QString, options);
-        QFETCH(QString, places);
-        const QByteArray document =
-            json("{'attributes': {'DOCNO': 1, 'docno': 1}, 'isCopy': true}");
-        const ReceiptRun run = lint(text, options.split(' ', Qt::SkipEmptyParts), document);
-        QCOMPARE(placesOf(run.output).join(' '), places);
-    }
-
     void examplesAreClean_data()
     {
         QTest::addColumn<QString>("name");
@@ -547,6 +230,7 @@ private Q_SLOTS:
         QCOMPARE(run.errors, QString());
         QCOMPARE(run.status, 0);
     }
+
     // The call that the page for authors names finds nothing.
     void pageForAuthorsChecksTheExample()
     {
@@ -561,6 +245,7 @@ private Q_SLOTS:
         QCOMPARE(run.output + run.errors, QString());
         QCOMPARE(run.status, 0);
     }
+
     void everyExampleIsInTheTable()
     {
         const QStringList listed{"authors/code",

@@ -1,0 +1,153 @@
+#include <QtTest>
+
+#include "lintrun.h"
+
+using lintrun::addTemplates;
+using lintrun::blank;
+using lintrun::blankWith;
+using lintrun::checkPlaces;
+using lintrun::filled;
+using lintrun::filledWith;
+
+/// Rules about what comes to the paper: copies, drawings, codes, widths and characters.
+class TestLintPaper : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void noCopyMark_data()
+    {
+        addTemplates();
+        const auto copied = [](const char *options, const char *name, const char *text,
+                               const char *places) {
+            lintrun::row(name, text,
+                         lintrun::json("{'attributes': {'DOCNO': 1, 'docno': 1}, 'isCopy': true}"),
+                         options, places);
+        };
+        copied("", "none", "a\nb", "1:1 no-copy-mark");
+        copied("", "any case", "a <docno>", "");
+        copied("", "removed", "<X:>\n<DOCNO>\n<:X>a", "1:1 no-copy-mark");
+        copied("--width 12", "too wide", "<W2:>a <DOCNO>\nx<:W2>", "1:1 wide-line");
+        copied("--width 20", "that fits", "<W2:>a <DOCNO>\nx<:W2>", "");
+        copied("--fiscal", "in a piece", "a\n<FISCAL_BODY>\n<DOCNO>", "");
+    }
+    void noCopyMark() { checkPlaces(); }
+
+    void missingSymbolFile_data()
+    {
+        addTemplates();
+        blank("blanks around the line", " <SPECSYMBOLS=none> ", "1:2 missing-symbol-file");
+        blank("its symbols get no second finding", "<SPECSYMBOLS=none>\n<#1>",
+              "1:1 missing-symbol-file");
+    }
+    void missingSymbolFile() { checkPlaces(); }
+
+    void repeatedSymbolFile_data()
+    {
+        addTemplates();
+        blank("the same file under two names, below one that is missing",
+              "<SPECSYMBOLS=none>\n<SPECSYMBOLS=shop.ssi>\n<SPECSYMBOLS=shop>",
+              "2:1 repeated-symbol-file 3:1 repeated-symbol-file");
+    }
+    void repeatedSymbolFile() { checkPlaces(); }
+
+    void undrawnSymbol_data()
+    {
+        addTemplates();
+        blank("the file draws all of them", "<SPECSYMBOLS=shop>\n<#1><#7><1><#65>", "");
+        blank("no file", "<#3>", "1:1 undrawn-symbol");
+        filled("in a value", "<GUEST>", "1:1 undrawn-symbol");
+        blankWith("--model TSP-TUP", "the model draws them", "<SPECSYMBOLS=shop>\n<#1>", "");
+        blankWith("--model SWECOIN_TM_20XX", "the model draws none", "<SPECSYMBOLS=shop>\n<#1>",
+                  "2:1 undrawn-symbol");
+        blankWith("--model AV_268", "no drawing of the sizes of two fonts",
+                  "<SPECSYMBOLS=shop>\n<#1>\n<F3><#1>", "2:1 undrawn-symbol 3:5 undrawn-symbol");
+        blankWith("--fiscal", "a piece doesn't know the file of another",
+                  "<SPECSYMBOLS=shop>\n<FISCAL_QR>\n<#1>", "3:1 undrawn-symbol");
+    }
+    void undrawnSymbol() { checkPlaces(); }
+
+    void qrInText_data()
+    {
+        addTemplates();
+        blankWith("--as text", "as text", "<QR>a", "1:1 qr-in-text");
+        blankWith("--as html", "as HTML", "<QR>a", "1:1 qr-in-text");
+        blankWith("--as document", "as a document", "<QR>a <b>", "");
+        blankWith("--as text", "markup behind it", "<QR><B>a", "1:1 qr-in-text");
+    }
+    void qrInText() { checkPlaces(); }
+
+    void markupInQr_data()
+    {
+        addTemplates();
+        blank("formats, codes and fonts", "<B:>a<:B><QR>b<:B>c<#1><65><F2>",
+              "1:15 markup-in-qr 1:20 markup-in-qr 1:24 markup-in-qr 1:28 markup-in-qr");
+        blank("a second QR tag", "<C><QR>a<QR>b", "1:9 markup-in-qr");
+        blank("JSON with brackets and comparisons", "<QR>{\"a\": [1, 2], \"b\": \"<x> 1 < 2 > 0\"}",
+              "");
+        filled("a group of the data", "<QR>[a<SHOP>]", "1:5 markup-in-qr 1:13 markup-in-qr");
+        filled("a group that begins in front", "[x<QR>a<SHOP>]", "1:14 markup-in-qr");
+        filled("a group in front", "[x<SHOP>]<QR>a", "");
+        blank("in a part that is removed", "<X:><QR><B>a<:X>", "");
+        filled("in a value", "<QR>a<TAGGED>", "1:6 markup-in-qr");
+    }
+    void markupInQr() { checkPlaces(); }
+
+    void wideLine_data()
+    {
+        addTemplates();
+        filledWith("--width 10", "one character too many", "<SHOP>123456", "1:1 wide-line");
+        filledWith("--width 10", "as wide as the paper", "<SHOP>12345", "");
+        filledWith("--width 9", "double width", "<W2><SHOP>", "1:1 wide-line");
+        filledWith("--width 9 --as text", "text has no double width", "<W2><SHOP>", "");
+        filledWith("--width 10 --as html", "HTML has no width", "<SHOP>123456", "");
+        blankWith("--width 10", "without a document no width is known", "<SHOP>123456", "");
+        filledWith("--width 10", "gaps of tabs that are rounded up", "a<S>b<S>c", "1:1 wide-line");
+        filledWith("--width 5", "gaps of tabs that fit", "a<S>b<S>c", "");
+        filledWith("--width 4", "gaps of tabs, a character too many", "a<S>b<S>c", "1:1 wide-line");
+        filledWith("--width 7", "the entries", "x\n<ENTRIES>", "2:1 wide-line");
+        filledWith("--width 10", "a group of zero takes nothing", "a <ZERO>[<ZERO>1234567890]", "");
+    }
+    void wideLine() { checkPlaces(); }
+
+    // 512 dots: 51 characters of font 0, 36 of font 1, 28 of font 3.
+    void wideLineOfAModel_data()
+    {
+        addTemplates();
+        const char *const font0 = "--model CUSTOM_VKP_80";
+        const char *const font1 = "--model CUSTOM_VKP_80 --font 1";
+        blankWith(font0, "a tab, without a document",
+                  "12345678901234567890<S>12345678901234567890123456789", "");
+        filledWith(font0, "a tab", "12345678901234567890<S>12345678901234567890123456789", "");
+        filledWith(font0, "two tabs that fit",
+                   "1234567890123456789<S>1234567890123456789<S>12345678901", "");
+        filledWith(font0, "two tabs whose gaps are rounded up",
+                   "1234567890123456789<S>1234567890123456789<S>1234567890", "1:1 wide-line");
+        filledWith(font0, "font 0 fits", "<SHOP>1234567890123456789012345678901234567890123456",
+                   "");
+        filledWith(font1, "the chosen font fits", "<SHOP>1234567890123456789012345678901", "");
+        filledWith(font1, "the chosen font, a character too many",
+                   "<SHOP>12345678901234567890123456789012", "1:1 wide-line");
+        filledWith(font1, "the first font tag is the chosen font",
+                   "<F1><SHOP>12345678901234567890123456789012", "1:1 wide-line");
+        filledWith(font1, "another font tag fits", "<F4><SHOP>12345678901234567890123", "");
+        filledWith(font1, "another font tag, a character too many",
+                   "<F4><SHOP>123456789012345678901234", "1:1 wide-line");
+    }
+    void wideLineOfAModel() { checkPlaces(); }
+
+    void unprintableCharacter_data()
+    {
+        addTemplates();
+        blankWith("--model AV_268", "each one once", "\xE2\x84\x96 \xC2\xAB\xC2\xBB\xC2\xAB",
+                  "1:3 unprintable-character 1:4 unprintable-character");
+        blank("without a model or code page none is known", "\xE2\x82\xAC", "");
+        blankWith("--code-page windows-1252", "in the code page", "\xE2\x82\xAC", "");
+        blankWith("--code-page windows-1252", "not in the code page", "\xD0\x96",
+                  "1:1 unprintable-character");
+    }
+    void unprintableCharacter() { checkPlaces(); }
+};
+
+QTEST_GUILESS_MAIN(TestLintPaper)
+#include "tst_lint_paper.moc"

@@ -1,0 +1,149 @@
+#include <QtTest>
+
+#include "lintrun.h"
+
+using lintrun::addTemplates;
+using lintrun::blank;
+using lintrun::checkPlaces;
+using lintrun::filled;
+
+/// Rules about what fills a template: names, expressions, formats, and groups that vanish.
+class TestLintValues : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void unknownAttribute_data()
+    {
+        addTemplates();
+        blank("without a document no name is unknown", "<SHOP><UNKNOWN,0.00><QTY*PRICE><(A+B)*2,0>",
+              "");
+        filled("the last comma alone ends a name",
+               "<SHOP><QTY*PRICE><WHEN,dd.mm.yyyy><Номер><SHOP NAME><SHOP NAME,x,y>",
+               "1:64 unknown-attribute");
+        filled("functions and constants are no names",
+               "<QTY*PRICE,0.00><SHOP,9><sin QTY><pow(QTY,2),0><pi*1><e + 1>", "");
+        filled("a name in an expression that begins with a known one", "<DOCNO*1><QTY1*2>",
+               "1:11 unknown-attribute");
+        filled("a known name in small letters", "<shop>", "1:1 unknown-attribute");
+        filled("in a part that is removed", "<X:><NOSUCH><QTY*><:X>x", "");
+        filled("behind a part over several lines that is removed", "a<X:>\n<NOSUCH>\n<:X>b<NOSUCH>",
+               "3:6 unknown-attribute");
+        filled("on a line that is removed", "<X><NOSUCH><abc>", "");
+        filled("in front of the tag that removes its line", "<SHPO><X>", "");
+        filled("behind the text of a line that is removed", "<X>gone<SHPO>", "");
+        filled("on the lines around one that is removed", "<SHPO>\n<SHPO><X><SHPO>\n<SHPO>",
+               "1:1 unknown-attribute 3:1 unknown-attribute");
+    }
+    void unknownAttribute() { checkPlaces(); }
+
+    void badExpression_data()
+    {
+        addTemplates();
+        filled("a function that there isn't", "<foo(1)>", "1:2 bad-expression");
+        filled("nothing in front of the format", "<,0.00>", "1:2 bad-expression");
+        blank("nothing but operators", "<====><---->", "1:2 bad-expression 1:12 bad-expression");
+        blank("names that look like expressions", "<Amount (EUR)><SHOP-NAME,dd.mm><VAT 20%>", "");
+        blank("no end, whatever the values are", "<(1+2,0><QTY*,0>",
+              "1:6 bad-expression 1:14 bad-expression");
+        filled("an empty value in a group is wanted", "[<EMPTY*2>]x", "");
+        filled("an empty value in a group with another in front", "[a[b]<EMPTY*2>c]x", "");
+        filled("an empty value in front of a group", "<EMPTY*2>x[a]", "1:7 bad-expression");
+        filled("an empty value behind a group", "[a]<EMPTY*2>]x",
+               "1:10 bad-expression 1:13 unmatched-bracket");
+        filled("a mistake of the author in a group", "[<QTY**PRICE>]x", "1:7 bad-expression");
+    }
+    void badExpression() { checkPlaces(); }
+
+    void cutExpression_data()
+    {
+        addTemplates();
+        blank("a decimal comma in the format", "<TOTAL,0,00>x<PRICE,0,000>x<SUM*2,0,00>",
+              "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
+        filled("a decimal comma in the format, with values",
+               "<DOCNO,0,00>x<PRICE,0,000>x<QTY*2,0,00>",
+               "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
+        filled("a decimal comma of an empty and of an unknown value",
+               "[<EMPTY,0,00>]x<NOSUCH,0,00>", "1:10 cut-expression 1:17 unknown-attribute");
+        blank("a format behind the commas of functions", "<pow(QTY,2),0.00><pow(pow(QTY,2),3),0>",
+              "");
+        filled("a format behind the commas of functions, with values",
+               "<pow(QTY,2),0.00><pow(pow(QTY,2),3),0>", "");
+        blank("no format behind the comma of a function",
+              "<ncr(5,2)><pow(A,B),0><QTY*PRICE,9.99><QTY*2,000>", "1:7 cut-expression");
+        filled("no format behind a function, a comma in a number", "<pow(QTY,2)><PRICE*1,50>",
+               "1:9 cut-expression 1:21 cut-expression");
+    }
+    void cutExpression() { checkPlaces(); }
+
+    void divisionByZero_data()
+    {
+        addTemplates();
+        blank("a zero in all its spellings", "<QTY/0><QTY / 0.00,0><QTY/(0)><QTY%0><1/.0>",
+              "1:1 division-by-zero 1:8 division-by-zero 1:31 division-by-zero 1:38 "
+              "division-by-zero");
+        blank("numbers that begin with a zero",
+              "<QTY/0.5><QTY/00.5,0><QTY/0^0><QTY/0 ^ 0><QTY/0e1><QTY/05>", "");
+        filled("a value of zero below, not above", "<QTY/ZERO><QTY/(ZERO)><ZERO/QTY><QTY/0.5>",
+               "1:1 division-by-zero 1:11 division-by-zero");
+        filled("a group goes, unless the format prints no zero", "[a<QTY/ZERO>][b<QTY/ZERO,0.>]",
+               "1:16 division-by-zero");
+        filled("a decimal comma in a group", "[a<QTY/0,0>]", "1:3 division-by-zero");
+        filled("no finite value for another reason", "<ln(ZERO)><2^5000,0><QTY%ZERO,0.0>",
+               "1:1 division-by-zero 1:11 division-by-zero 1:21 division-by-zero");
+        blank("in a part that is removed", "<X:><QTY/0><:X>", "");
+    }
+    void divisionByZero() { checkPlaces(); }
+
+    void valueFormat_data()
+    {
+        addTemplates();
+        blank("without a document no kind is known", "<DOCNO,0.00><WHEN,hh:mm>", "");
+        filled("numbers in formats of their kind",
+               "<DOCNO,0000><PRICE,0.00><PRICE,000><QTY*1,0.00><DOCNO,>", "");
+        filled("dates and times in formats of their kind",
+               "<AT,dd.mm.yy hh:nn><AT,hhnn><WHEN,d.m.yy><CLOSES,h:nn><AT,d/m>", "");
+        filled("decimals of a whole number, a date's format for a real one",
+               "<QTY,.0>x<PRICE,dd.mm>", "1:6 value-format 1:17 value-format");
+        filled("months for minutes", "<AT,hh:mm><AT,HHMM><CLOSES,hh.mm>",
+               "1:5 value-format 1:15 value-format 1:28 value-format");
+        filled("a number's format for a date, hours of a date, days of a time",
+               "<AT,0.00><WHEN,dd.mm hh:nn><CLOSES,dd.mm>",
+               "1:5 value-format 1:16 value-format 1:36 value-format");
+        filled("a date's format for a text", "<SHOP,0.00><SHOP,x><SHOP,dd.mm.yyyy>",
+               "1:26 value-format");
+        filled("an empty value, and one in a part that is removed",
+               "<EMPTY,dd.mm.yyyy>x<X:><DOCNO,0.00><:X>", "");
+    }
+    void valueFormat() { checkPlaces(); }
+
+    void hiddenTag_data()
+    {
+        addTemplates();
+        blank("right behind the group", "[<AAAA>]<BBBB>", "1:9 hidden-tag");
+        blank("a blank behind the group", "[<AAAA>] <BBBB>", "");
+        blank("nearer than the value is to its bracket", "[ab<AAAA>]x<BBBB>", "1:12 hidden-tag");
+        blank("as far as the value is from its bracket", "[ab<AAAA>]xyz<BBBB>", "");
+        blank("markup", "[ab<AAAA>]<C>", "");
+        blank("tags inside the group", "[<AAAA> <BBBB>] x <CCCC>", "");
+        blank("a group inside another", "[a[b<AAAA>]c<BBBB>]", "1:13 hidden-tag");
+        filled("by a value of zero", "[<SHOP> <ZERO>] <QTY*1>", "1:17 hidden-tag");
+        filled("by a value that this time isn't zero", "[<SHOP> <DOCNO>] <QTY*1>",
+               "1:18 hidden-tag");
+        filled("on a line that is removed", "<X>[<EMPTY>]<SHOP>", "");
+        filled("on a line that is removed, and on the next",
+               "<X>[ab<ZERO>]<SHOP>\n[ab<ZERO>]<SHOP>", "2:11 hidden-tag");
+    }
+    void hiddenTag() { checkPlaces(); }
+
+    void endlessValue_data()
+    {
+        addTemplates();
+        filled("a value that names itself", "a\nb <LOOP>", "2:3 endless-value");
+        filled("a value that names itself twice", "<GROWS>", "1:1 endless-value");
+    }
+    void endlessValue() { checkPlaces(); }
+};
+
+QTEST_GUILESS_MAIN(TestLintValues)
+#include "tst_lint_values.moc"
