@@ -35,7 +35,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
     {
         int left = 0;
         int top = 0;
-        quint16 width = 0;   ///< of the cell with its enlargement
+        quint16 width = 0;  ///< of the cell with its enlargement
         quint16 height = 0;
         quint8 widthScale = 1;  ///< 1 to 8
         quint8 heightScale = 1;
@@ -47,10 +47,10 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
     /// Dots: a picture, or the drawing of a character.
     struct Picture
     {
-        QRect place;                 ///< on the paper
-        QSize size;                  ///< in pixels
+        QRect place;  ///< on the paper
+        QSize size;   ///< in pixels
         QSize dotsPerPixel{1, 1};
-        QByteArray rows;             ///< each of whole bytes, the leftmost pixel the highest bit
+        QByteArray rows;  ///< each of whole bytes, the leftmost pixel the highest bit
     };
 
     /// What a code is.
@@ -78,15 +78,34 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
     /// A barcode or two-dimensional code that the printer draws by itself.
     struct Code
     {
+        /// Forms of one symbology.
+        enum Variant : quint8 {
+            Usual,            ///< GS1 DataBar: omnidirectional, truncated or not
+            Limited,          ///< GS1 DataBar
+            Expanded,         ///< GS1 DataBar
+            Stacked,          ///< GS1 DataBar
+            StackedOmni,      ///< GS1 DataBar
+            ExpandedStacked,  ///< GS1 DataBar
+            Compact,          ///< PDF417, Aztec
+            ModelOne,         ///< QR codes
+            Rectangular,      ///< Data Matrix
+            OnlySetB,         ///< Code 128: no digits in pairs
+        };
+
         Symbology symbology = Symbology::Other;
-        QByteArray payload;        ///< as the code holds it, without marks of code sets
-        QByteArray sent;           ///< as the stream has it
-        QRect place;               ///< modules, without quiet zone and digits
-        QSize module;              ///< dots of one module; in barcodes its height is that of the bars
-        char correctionLevel = 0;  ///< of QR codes: 'L', 'M', 'Q' or 'H'
-        QSize modules;             ///< how many
-        QByteArray rows;           ///< the modules, as in Picture; a barcode is one row
-        QString fault;             ///< why it can't be drawn; then there are no modules
+        /// As the code holds it, without marks of code sets. FNC1 is the byte 1D, as readers give
+        /// it.
+        QByteArray payload;
+        QByteArray sent;  ///< as the stream has it
+        QRect place;      ///< modules, without quiet zone and digits
+        QSize module;     ///< dots of one module; in barcodes its height is that of the bars
+        /// Of QR codes 'L', 'M', 'Q' or 'H', of PDF417 '0' to '8'; 0: as the drawer likes.
+        char correctionLevel = 0;
+        Variant variant = Usual;
+        QSize grid;       ///< PDF417: columns and rows of code words; 0: as fits the data
+        QSize modules;    ///< how many
+        QByteArray rows;  ///< the modules, as in Picture; a barcode is one row
+        QString fault;    ///< why it can't be drawn; then there are no modules
     };
 
     /// What happened at a place of the paper.
@@ -101,8 +120,8 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
             Pulse,       ///< of a drawer
             Beep,
             Reset,
-            Status,      ///< an answer is due
-            Note,        ///< what the printer doesn't do as the stream asks, or a fault in it
+            Status,  ///< an answer is due
+            Note,    ///< what the printer doesn't do as the stream asks, or a fault in it
         };
         Kind kind = Note;
         qint64 offset = 0;  ///< of its command in the stream
@@ -110,7 +129,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
         int pin = 0;        ///< Pulse: 2 or 5, as the connector counts
         int onMilliseconds = 0;
         int offMilliseconds = 0;
-        QString text;       ///< in English
+        QString text;  ///< in English
     };
 
     /// A printed line or another strip, from top to bottom in the order of printing. Pages of page
@@ -131,12 +150,12 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
         int blankLines = 0;  ///< Feed: how many lines a reader sees there
     };
 
-    int width = 0;    ///< dots that can be burnt
-    int length = 0;   ///< dots from the first to the cut, or to where the stream ends
+    int width = 0;   ///< dots that can be burnt
+    int length = 0;  ///< dots from the first to the cut, or to where the stream ends
     int dotsPerInch = 203;
-    QSize cell;       ///< of the font after a reset: the unit of columns in the text
-    qint64 firstByte = 0;  ///< of the stream; events before it belong to it, too
-    bool isCut = false;    ///< false for what hangs in the printer when the stream ends
+    QSize cell;              ///< of the font after a reset: the unit of columns in the text
+    qint64 firstByte = 0;    ///< of the stream; events before it belong to it, too
+    bool isCut = false;      ///< false for what hangs in the printer when the stream ends
     bool isTooLong = false;  ///< more than `longest`; the rest was left out
     QVector<Line> lines;
     QVector<Cell> cells;

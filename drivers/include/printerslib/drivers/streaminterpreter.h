@@ -4,26 +4,12 @@
 #include <QScopedPointer>
 #include <QVector>
 
+#include "printerslib/drivers/codedrawer.h"
 #include "printerslib/drivers/drivers_export.h"
 #include "printerslib/drivers/paper.h"
 #include "printerslib/drivers/printerprofile.h"
 
 namespace printerslib::drivers {
-
-/// Draws the modules of codes. The interpreter knows no symbology itself: without one of these,
-/// codes are known by their payload and take no place.
-class PRINTERSLIB_DRIVERS_EXPORT CodeDrawer
-{
-public:
-    CodeDrawer() = default;
-    virtual ~CodeDrawer();
-    CodeDrawer(const CodeDrawer &) = delete;
-    CodeDrawer &operator=(const CodeDrawer &) = delete;
-
-    /// Fills `modules` and `rows` of a code of which symbology, payload and level are known, or
-    /// `fault`.
-    virtual void draw(Paper::Code &code) const = 0;
-};
 
 /// A printer without mechanics: takes its stream and gives the papers that come out.
 ///
@@ -34,9 +20,9 @@ class PRINTERSLIB_DRIVERS_EXPORT StreamInterpreter
 public:
     struct Options
     {
-        int paperDots = 0;         ///< of the paper's line; 0, or more than the head's: the head's
-        int columns = 0;           ///< of the first font; 0: as many as fit
-        int codePage = -1;         ///< number that is in force after a reset; -1: the model's
+        int paperDots = 0;  ///< of the paper's line; 0, or more than the head's: the head's
+        int columns = 0;    ///< of the first font; 0: as many as fit
+        int codePage = -1;  ///< number that is in force after a reset; -1: the model's
         const CodeDrawer *codes = nullptr;  ///< outlives the interpreter
     };
 
