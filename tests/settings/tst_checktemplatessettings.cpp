@@ -1,10 +1,9 @@
-#include <QThreadPool>
-#include <QtConcurrent>
 #include <QtTest>
 #include <atomic>
 
 #include "settings/checktemplatessettings.h"
 #include "settingsitems.h"
+#include "threads.h"
 
 namespace {
 
@@ -148,24 +147,18 @@ private Q_SLOTS:
     void anyThreadMayUseAnything()
     {
         std::atomic<int> wrong{0};
-        QThreadPool pool;
-        pool.setMaxThreadCount(4);
-        QList<QFuture<void>> running;
-        for (int thread = 0; thread < 4; ++thread)
-            running.append(QtConcurrent::run(&pool, [&wrong] {
-                for (int round = 0; round < 50; ++round) {
-                    Settings settings;
-                    settings.setCheckTemplatesPath(round % 2 ? QString("/a") : QString());
-                    settings.setDefaultCheckTemplate(QString("/b %1").arg(round));
-                    settings.setList(settings.toList());
-                    settings.setValue(item("CHECK_TEMPLATES", "checkTemplatesPath", ""));
-                    if (!settings.checkTemplatesPath().startsWith('/') ||
-                        !settings.defaultCheckTemplate().startsWith("/b "))
-                        ++wrong;
-                }
-            }));
-        for (QFuture<void> &future : running)
-            future.waitForFinished();
+        runOnThreads(4, [&wrong](int) {
+            for (int round = 0; round < 50; ++round) {
+                Settings settings;
+                settings.setCheckTemplatesPath(round % 2 ? QString("/a") : QString());
+                settings.setDefaultCheckTemplate(QString("/b %1").arg(round));
+                settings.setList(settings.toList());
+                settings.setValue(item("CHECK_TEMPLATES", "checkTemplatesPath", ""));
+                if (!settings.checkTemplatesPath().startsWith('/') ||
+                    !settings.defaultCheckTemplate().startsWith("/b "))
+                    ++wrong;
+            }
+        });
         QCOMPARE(wrong.load(), 0);
     }
 };

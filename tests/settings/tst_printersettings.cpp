@@ -1,11 +1,12 @@
-#include <QThreadPool>
-#include <QtConcurrent>
 #include <QtTest>
 #include <atomic>
 
 #include "settings/printersettings.h"
 #include "settingsitems.h"
-#include "vtableslot.h"
+#include "settingsreset.h"
+#include "threads.h"
+
+using namespace settingsreset;
 
 namespace {
 
@@ -22,35 +23,7 @@ public:
         return checkMoveSettingsSupported(printerId());
     }
     bool checkMoveSettingsSupported(const QString &name) const override { return name == "able"; }
-    static void dropPort() { _port.reset(); }
-    static QSharedPointer<hearth::RS232Settings> portAsItStands() { return _port; }
 };
-
-// Notes which forms of port() are asked for.
-class WatchedPort : public PrinterSettings
-{
-public:
-    using PrinterSettings::port;
-    QSharedPointer<hearth::RS232Settings> port() const override
-    {
-        m_calls.append("port()");
-        return PrinterSettings::port();
-    }
-    QSharedPointer<hearth::RS232Settings> port(const QString &name) const override
-    {
-        m_calls.append("port(" + name + ")");
-        return PrinterSettings::port(name);
-    }
-    mutable QStringList m_calls;
-};
-
-void resetSettings()
-{
-    Settings settings;
-    settings.setPrinterId(QString());
-    settings.setList(sectionItems());
-    settings.setPortSettings(QString(), hearth::RS232Settings(QString()));
-}
 
 int stored(const QString &key)
 {
@@ -87,81 +60,7 @@ private Q_SLOTS:
     void cleanup()
     {
         IPrintDeviceSettings::setPrintDeviceSettings({});
-        resetSettings();
-    }
-
-    void keyConstants()
-    {
-        QCOMPARE(Settings::SECTION, QString("PRINTER"));
-        QCOMPARE(Settings::PRINTER_TYPE, QString("printerType"));
-        QCOMPARE(Settings::PRINTER_ID, QString("printerName"));
-        QCOMPARE(Settings::EMPTY_STRINGS_AT_END, QString("emptyStringsAtEnd"));
-        QCOMPARE(Settings::SPACES_BEFORE_STRING, QString("spacesBeforeString"));
-        QCOMPARE(Settings::PAPER_LOOP_FLAG, QString("paperLoopFlag"));
-        QCOMPARE(Settings::MOVE_CHECK_TO, QString("moveCheckTo"));
-        QCOMPARE(Settings::CHARACTER_MODE, QString("characterMode"));
-        QCOMPARE(Settings::ENABLE_PORT_LOGGING, QString("enablePortLogging"));
-        QCOMPARE(Settings::BASE_FISCAL_FONT, QString("baseFiscFont"));
-        QCOMPARE(Settings::DEFAULT_SYMBOLS_PER_LINE, QString("defSymPerLine"));
-        QCOMPARE(Settings::MAPPED_EMPTY_STRINGS_AT_END, QString("PRINT_EMPTY_STRINGS_AT_END"));
-        QCOMPARE(Settings::MAPPED_SPACES_BEFORE_STRING, QString("PRINT_SPACES_BEFORE_STRING"));
-        QCOMPARE(Settings::MAPPED_PAPER_LOOP_FLAG, QString("PAPER_LOOP_FLAG"));
-        QCOMPARE(Settings::MAPPED_MOVE_CHECK_TO, QString("MOVE_TICKET_TO"));
-        QCOMPARE(Settings::MAPPED_PRINTER_CHARACTER_MODE, QString("PRINTER_CHARACTER_MODE"));
-    }
-
-    void enumerationsHaveTheirNumbers()
-    {
-        QCOMPARE(int(Settings::CharactersAsWritten), 0);
-        QCOMPARE(int(Settings::CharactersUpperCase), 1);
-        QCOMPARE(int(Settings::CharactersLowerCase), 2);
-        QCOMPARE(int(PaperLoopNone), 0);
-        QCOMPARE(int(PaperLoopFirst), 1);
-        QCOMPARE(int(PaperLoopSecond), 2);
-        QCOMPARE(sizeof(Settings::ECharactersMode), sizeof(int));
-        QCOMPARE(sizeof(EPaperLoopFlag), sizeof(int));
-    }
-
-    void operationsKeepTheirSlots()
-    {
-        using I = IPrintDeviceSettings;
-        using P = PrinterSettings;
-        using Name = const QString &;
-        using Port = QSharedPointer<hearth::RS232Settings>;
-        const QList<int> slots{
-            vtableSlot<Port (I::*)(Name) const>(&I::port),
-            vtableSlot<Port (I::*)() const>(&I::port),
-            vtableSlot(&I::printerType),
-            vtableSlot(&I::setPrinterType),
-            vtableSlot(&I::printerId),
-            vtableSlot(&I::setPrinterId),
-            vtableSlot(&I::portLoggingEnabled),
-            vtableSlot(&I::setPortLoggingEnabled),
-            vtableSlot(&I::emptyStringsAtEnd),
-            vtableSlot(&I::setEmptyStringsAtEnd),
-            vtableSlot(&I::spacessBeforeString),
-            vtableSlot(&I::setSpacesBeforeString),
-            vtableSlot(&I::charactersMode),
-            vtableSlot(&I::setCharactersMode),
-            vtableSlot<bool (P::*)() const>(&P::paperLoopSupported),
-            vtableSlot<bool (P::*)(Name) const>(&P::paperLoopSupported),
-            vtableSlot<EPaperLoopFlag (P::*)() const>(&P::paperLoopFlag),
-            vtableSlot<void (P::*)(EPaperLoopFlag)>(&P::setPaperLoopFlag),
-            vtableSlot<EPaperLoopFlag (P::*)(Name)>(&P::paperLoopFlag),
-            vtableSlot<void (P::*)(EPaperLoopFlag, Name)>(&P::setPaperLoopFlag),
-            vtableSlot<bool (P::*)() const>(&P::checkMoveSettingsSupported),
-            vtableSlot<bool (P::*)(Name) const>(&P::checkMoveSettingsSupported),
-            vtableSlot(&P::baseFiscalFont),
-            vtableSlot(&P::setBaseFiscalFont),
-            vtableSlot(&P::getDefSymbolsPerLine),
-            vtableSlot(&P::setDefSymbolsPerLine),
-            vtableSlot(&P::toList),
-            vtableSlot(&P::setList),
-            vtableSlot(&P::setValue),
-            vtableSlot(&P::defSymbolsPerLine),
-        };
-        for (int row = 0; row < slots.size(); ++row)
-            QCOMPARE(slots.at(row), row + 2);
+        resetPrinterSettings();
     }
 
     void everyObjectIsAViewOnTheSameValues()
@@ -214,37 +113,6 @@ private Q_SLOTS:
         QCOMPARE(plain.getDefSymbolsPerLine(), 33);
     }
 
-    void setPrinterIdNamesThePort()
-    {
-        Settings settings;
-        const auto port = settings.port();
-        settings.setPrinterId("till");
-        QCOMPARE(port->name(), QString("till"));
-        QCOMPARE(settings.port(), port);
-    }
-
-    void setPrinterIdAsksTheVirtualPort()
-    {
-        WatchedPort settings;
-        settings.setPrinterId("till");
-        QCOMPARE(settings.m_calls, QStringList({"port()", "port(till)"}));
-        QCOMPARE(settings.port()->name(), QString("till"));
-        QCOMPARE(settings.m_calls.mid(2), QStringList({"port()", "port(till)"}));
-    }
-
-    void setPortSettingsNamesThePortThatItMakes()
-    {
-        Settings settings;
-        settings.setPrinterId("till");
-        AbleSettings::dropPort();
-        hearth::RS232Settings source("source");
-        source.setText("text");
-        settings.setPortSettings("fresh", source);
-        QVERIFY(AbleSettings::portAsItStands());
-        QCOMPARE(AbleSettings::portAsItStands()->name(), QString("fresh"));
-        QCOMPARE(AbleSettings::portAsItStands()->text(), QString("text"));
-    }
-
     void settersStoreUnknownNumbers()
     {
         Settings settings;
@@ -253,64 +121,6 @@ private Q_SLOTS:
         QCOMPARE(int(settings.charactersMode()), 7);
         QCOMPARE(stored("characterMode"), 7);
         QCOMPARE(stored("paperLoopFlag"), 7);
-    }
-
-    void portOfAnotherNameIsTheSameObjectRenamed()
-    {
-        Settings settings;
-        settings.setPrinterId("till");
-        const auto port = settings.port("other");
-        QCOMPARE(port->name(), QString("other"));
-        QCOMPARE(settings.printerId(), QString("till"));
-        QCOMPARE(settings.port(), port);
-        QCOMPARE(port->name(), QString("till"));
-    }
-
-    void portIsMadeWhenThereIsNone()
-    {
-        Settings settings;
-        settings.setPrinterId("till");
-        AbleSettings::dropPort();
-        QCOMPARE(settings.port("x")->name(), QString("x"));
-        AbleSettings::dropPort();
-        QVERIFY(settings.setValue(item("till", "baudRate", 4800)));
-        QCOMPARE(settings.port()->portSettings().baudRate(), 4800);
-        AbleSettings::dropPort();
-        hearth::RS232Settings source("source");
-        source.setText("text");
-        settings.setPortSettings("fresh", source);
-        QCOMPARE(settings.port("fresh")->text(), QString("text"));
-        AbleSettings::dropPort();
-        QCOMPARE(keysOf(settings.toList()), keysOf(sectionItems() + portItems("till")));
-    }
-
-    void constructionNamesThePort()
-    {
-        Settings settings;
-        settings.setPrinterId("till");
-        const auto port = settings.port("other");
-        const Settings another;
-        QCOMPARE(port->name(), QString("till"));
-    }
-
-    void setPortSettingsCopiesTextAndLineButNoName()
-    {
-        hearth::RS232Settings source("source");
-        source.setText("at the back");
-        hearth::Rs232PortSettings line;
-        line.setPortName("ttyS4");
-        line.setBaudRate(1200);
-        source.setPortSettings(line);
-
-        Settings settings;
-        settings.setPrinterId("till");
-        settings.setPortSettings("unused", source);
-        const auto port = settings.port();
-        QCOMPARE(port->name(), QString("till"));
-        QCOMPARE(port->text(), QString("at the back"));
-        QVERIFY(port->portSettings() == line);
-        settings.setPortSettings("unused", *port);
-        QVERIFY(port->portSettings() == line);
     }
 
     void sectionNameIsEscaped()
@@ -397,7 +207,7 @@ private Q_SLOTS:
         port.setText("text");
         settings.setPortSettings("till", port);
         const QList<QVariant> list = settings.toList();
-        resetSettings();
+        resetPrinterSettings();
         QVERIFY(settings.toList() != list);
         settings.setList(list);
         QCOMPARE(settings.toList(), list);
@@ -445,7 +255,7 @@ private Q_SLOTS:
         QFETCH(QVariant, value);
         QFETCH(QVariant, read);
         for (const bool asList : {false, true}) {
-            resetSettings();
+            resetPrinterSettings();
             Settings settings;
             settings.setPaperLoopFlag(PaperLoopFirst);
             settings.setCharactersMode(Settings::CharactersUpperCase);
@@ -478,18 +288,6 @@ private Q_SLOTS:
             QCOMPARE(one.toMap().value("value").toString(), keyOf(one) != key      ? "1"
                                                             : key == "printerName" ? ""
                                                                                    : "0");
-    }
-
-    void nameFromAnItemDoesNotReachThePort()
-    {
-        Settings settings;
-        settings.setPrinterId("old");
-        const auto port = settings.port();
-        QVERIFY(settings.setValue(item("PRINTER", "printerName", "new")));
-        QCOMPARE(port->name(), QString("old"));
-        QCOMPARE(settings.printerId(), QString("new"));
-        QVERIFY(settings.setValue(item("new", "baudRate", 1200)));
-        QCOMPARE(port->name(), QString("new"));
     }
 
     void itemsThatAreNotTaken_data()
@@ -574,48 +372,16 @@ private Q_SLOTS:
         QVERIFY(died);
     }
 
-    void portRenamedByAnotherThreadStillTakesAndGivesThePrintersItems()
-    {
-        constexpr int rounds = 20000;
-        Settings settings;
-        settings.setPrinterId("till");
-        std::atomic<bool> stop{false};
-        QThreadPool pool;
-        QFuture<void> renaming = QtConcurrent::run(&pool, [&stop] {
-            const Settings other;
-            while (!stop)
-                other.port("other");
-        });
-        int refused = 0;
-        int wrongGroups = 0;
-        for (int round = 0; round < rounds; ++round) {
-            if (!settings.setValue(item("till", "baudRate", 1200)))
-                ++refused;
-            if (groupOf(settings.toList().constLast()) != "till")
-                ++wrongGroups;
-        }
-        stop = true;
-        renaming.waitForFinished();
-        QCOMPARE(refused, 0);
-        QCOMPARE(wrongGroups, 0);
-    }
-
     // Says little by itself; under ThreadSanitizer it proves that every access is guarded.
     void anyThreadMayUseAnything()
     {
         constexpr int threads = 4;
         constexpr int rounds = 200;
         std::atomic<int> wrong{0};
-        QThreadPool pool;
-        pool.setMaxThreadCount(threads);
-        QList<QFuture<void>> running;
-        for (int thread = 0; thread < threads; ++thread)
-            running.append(QtConcurrent::run(&pool, [thread, &wrong] {
-                for (int round = 0; round < rounds; ++round)
-                    useEverything(QString("printer %1").arg(thread), round, wrong);
-            }));
-        for (QFuture<void> &future : running)
-            future.waitForFinished();
+        runOnThreads(threads, [&wrong](int thread) {
+            for (int round = 0; round < rounds; ++round)
+                useEverything(QString("printer %1").arg(thread), round, wrong);
+        });
         QCOMPARE(wrong.load(), 0);
     }
 

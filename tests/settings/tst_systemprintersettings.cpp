@@ -1,13 +1,11 @@
 #include <QFontDatabase>
-#include <QThreadPool>
-#include <QtConcurrent>
 #include <QtTest>
 #include <atomic>
 
 #include "settings/itextprintersettings.h"
 #include "settings/systemprintersettings.h"
 #include "settingsitems.h"
-#include "vtableslot.h"
+#include "threads.h"
 
 namespace {
 
@@ -72,58 +70,6 @@ private Q_SLOTS:
     {
         IPrintDeviceSettings::setPrintDeviceSettings({});
         resetSettings();
-    }
-
-    void keyConstants()
-    {
-        QCOMPARE(Settings::DEFAULT_FONT, QString("defaultFont"));
-        QCOMPARE(Settings::UNIT, QString("unit"));
-        QCOMPARE(Settings::PAGE_SIZE_KEY, QString("pageSizeKey"));
-        QCOMPARE(Settings::PAGE_WIDTH, QString("pageWidth"));
-        QCOMPARE(Settings::PAGE_HEIGHT, QString("pageHeight"));
-        QCOMPARE(Settings::AUTO_PAGE_HEIGHT, QString("autoPageHeight"));
-        QCOMPARE(Settings::LEFT_MARGIN, QString("leftMargin"));
-        QCOMPARE(Settings::RIGHT_MARGIN, QString("rightMargin"));
-        QCOMPARE(Settings::TOP_MARGIN, QString("topMargin"));
-        QCOMPARE(Settings::BOTTOM_MARGIN, QString("bottomMargin"));
-        QCOMPARE(Settings::ORIENTATION, QString("orientation"));
-        QCOMPARE(Settings::PRINTER_MODE, QString("printerMode"));
-        QCOMPARE(Settings::FULL_JUSTIFY_ALIGN, QString("fullJustifyAlignment"));
-    }
-
-    void operationsOfTheInterfaceKeepTheirSlots()
-    {
-        using I = ISystemPrinterSettings;
-        const QList<int> slots{
-            vtableSlot(&I::defaultFont),
-            vtableSlot(&I::setDefaultFont),
-            vtableSlot(&I::unit),
-            vtableSlot(&I::setUnit),
-            vtableSlot(&I::pageSizeKey),
-            vtableSlot(&I::setPageSizeKey),
-            vtableSlot(&I::pageWidgth),
-            vtableSlot(&I::setPageWidth),
-            vtableSlot(&I::pageHeight),
-            vtableSlot(&I::setPageHeight),
-            vtableSlot(&I::autoPageHeight),
-            vtableSlot(&I::setAutoPageHeight),
-            vtableSlot(&I::leftMargin),
-            vtableSlot(&I::setLeftMargin),
-            vtableSlot(&I::rightMargin),
-            vtableSlot(&I::setRightMargin),
-            vtableSlot(&I::topMargin),
-            vtableSlot(&I::setTopMargin),
-            vtableSlot(&I::bottomMargin),
-            vtableSlot(&I::setBottomMargin),
-            vtableSlot(&I::orientation),
-            vtableSlot(&I::setOrientation),
-            vtableSlot(&I::printerMode),
-            vtableSlot(&I::setPrinterMode),
-            vtableSlot(&I::fullJustifyAlign),
-            vtableSlot(&I::setFullJustifyAlign),
-        };
-        for (int row = 0; row < slots.size(); ++row)
-            QCOMPARE(slots.at(row), row + 2);
     }
 
     void interfaceIsFoundOnlyOnASystemPrinter()
@@ -413,16 +359,10 @@ private Q_SLOTS:
     void anyThreadMayUseAnything()
     {
         std::atomic<int> wrong{0};
-        QThreadPool pool;
-        pool.setMaxThreadCount(4);
-        QList<QFuture<void>> running;
-        for (int thread = 0; thread < 4; ++thread)
-            running.append(QtConcurrent::run(&pool, [&wrong] {
-                for (int round = 0; round < 50; ++round)
-                    useEverything(round, wrong);
-            }));
-        for (QFuture<void> &future : running)
-            future.waitForFinished();
+        runOnThreads(4, [&wrong](int) {
+            for (int round = 0; round < 50; ++round)
+                useEverything(round, wrong);
+        });
         QCOMPARE(wrong.load(), 0);
     }
 

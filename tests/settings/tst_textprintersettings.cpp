@@ -1,5 +1,3 @@
-#include <QThreadPool>
-#include <QtConcurrent>
 #include <QtTest>
 #include <atomic>
 
@@ -8,36 +6,15 @@
 #include "settings/isystemprintersettings.h"
 #include "settings/textprintersettings.h"
 #include "settingsitems.h"
-#include "vtableslot.h"
+#include "settingsreset.h"
+#include "threads.h"
+
+using cataloguemodels::modelCount;
+using namespace settingsreset;
 
 namespace {
 
 using Settings = TextPrinterSettings;
-using cataloguemodels::modelCount;
-
-// Prints images, forms loops, can be moved; four papers; fonts of 10, 14, 14 and 18 dots.
-const QString able = "CUSTOM_VKP_80";
-// Can nothing of that; the codec can be set; two papers; fonts of 12 dots.
-const QString general = "GENERAL_EPSON_PROTOCOL";
-// Fonts of 8, 8, 16 and 16 dots, one paper of 384 dots.
-const QString narrow = "AV_268";
-
-void resetSettings()
-{
-    Settings settings;
-    settings.setPrinterType(0);
-    settings.setPrinterId(able);
-    settings.setPaperTypeId(0);
-    settings.setCodec("cp866");
-    settings.setDefaultFont(QString());
-    settings.setPrintAsImage(false);
-    settings.setCodePage(0);
-    settings.setPrinterId(QString());
-    settings.setPaperLoopFlag(PaperLoopNone);
-    settings.setCheckMovingTo(50);
-    settings.setBaseFiscalFont(1);
-    settings.setDefSymbolsPerLine(0);
-}
 
 /// Settings of a client's own, which share with ours nothing but the interface.
 class ClientsSettings : public ITextPrinterSettings
@@ -58,11 +35,6 @@ public:
     void setCodec(const QString &) override {}
     void setCodec(const QString &, const QString &) override {}
 };
-
-QList<QVariant> ownItems(const Settings &settings)
-{
-    return addedItems(settings.toList());
-}
 
 }  // namespace
 
@@ -87,70 +59,7 @@ private Q_SLOTS:
     void cleanup()
     {
         IPrintDeviceSettings::setPrintDeviceSettings({});
-        resetSettings();
-    }
-
-    void keyConstants()
-    {
-        QCOMPARE(Settings::PAPER_TYPR_ID, QString("paperTypeId"));
-        QCOMPARE(Settings::PRINTER_CODEC, QString("codec"));
-        QCOMPARE(Settings::DEFAULT_FONT, QString("defaultFont"));
-        QCOMPARE(Settings::PRINT_AS_IMAGE, QString("printAsImage"));
-        QCOMPARE(Settings::CODEPAGE, QString("cpage"));
-    }
-
-    void operationsOfTheInterfaceKeepTheirSlots()
-    {
-        using I = ITextPrinterSettings;
-        using Name = const QString &;
-        const QList<int> slots{
-            vtableSlot(&I::availablePrinters),
-            vtableSlot(&I::setAvailablePrinters),
-            vtableSlot<PrinterInfo (I::*)(Name) const>(&I::printerInfo),
-            vtableSlot<PrinterInfo (I::*)() const>(&I::printerInfo),
-            vtableSlot<PaperInfo (I::*)(Name) const>(&I::paper),
-            vtableSlot<PaperInfo (I::*)() const>(&I::paper),
-            vtableSlot<int (I::*)(Name) const>(&I::paperTypeId),
-            vtableSlot<int (I::*)() const>(&I::paperTypeId),
-            vtableSlot<void (I::*)(Name, int)>(&I::setPaperTypeId),
-            vtableSlot<void (I::*)(int)>(&I::setPaperTypeId),
-            vtableSlot<bool (I::*)() const>(&I::needCodecSettings),
-            vtableSlot<bool (I::*)(Name) const>(&I::needCodecSettings),
-            vtableSlot<QString (I::*)() const>(&I::codec),
-            vtableSlot<QString (I::*)(Name) const>(&I::codec),
-            vtableSlot<void (I::*)(Name)>(&I::setCodec),
-            vtableSlot<void (I::*)(Name, Name)>(&I::setCodec),
-            vtableSlot(&I::loadAvailablePrinters),
-        };
-        for (int row = 0; row < slots.size(); ++row)
-            QCOMPARE(slots.at(row), row + 2);
-    }
-
-    void operationsOfTheClassKeepTheirSlots()
-    {
-        using T = TextPrinterSettings;
-        using Name = const QString &;
-        const QList<int> slots{
-            vtableSlot<PrinterInfo (T::*)(Name) const>(&T::printerInfo),
-            vtableSlot<PrinterInfo (T::*)() const>(&T::printerInfo),
-            vtableSlot<PaperInfo (T::*)(Name) const>(&T::paper),
-            vtableSlot<PaperInfo (T::*)() const>(&T::paper),
-            vtableSlot<int (T::*)(Name) const>(&T::paperTypeId),
-            vtableSlot<int (T::*)() const>(&T::paperTypeId),
-            vtableSlot<bool (T::*)(Name) const>(&T::imageAvailable),
-            vtableSlot<bool (T::*)() const>(&T::imageAvailable),
-            vtableSlot<void (T::*)(Name, int)>(&T::setPaperTypeId),
-            vtableSlot<void (T::*)(int)>(&T::setPaperTypeId),
-            vtableSlot<bool (T::*)() const>(&T::needCodecSettings),
-            vtableSlot<QString (T::*)() const>(&T::codec),
-            vtableSlot<void (T::*)(Name)>(&T::setCodec),
-            vtableSlot<bool (T::*)(Name) const>(&T::needCodecSettings),
-            vtableSlot<QString (T::*)(Name) const>(&T::codec),
-            vtableSlot<void (T::*)(Name, Name)>(&T::setCodec),
-        };
-        const int behindTheBase = vtableSlot(&PrinterSettings::defSymbolsPerLine) + 1;
-        for (int row = 0; row < slots.size(); ++row)
-            QCOMPARE(slots.at(row), row + behindTheBase);
+        resetTextPrinterSettings();
     }
 
     void interfaceIsFoundOnlyOnATextPrinter()
@@ -345,218 +254,14 @@ private Q_SLOTS:
         QCOMPARE(settings.defSymbolsPerLine(), 0);
     }
 
-    void listOfAPrinterWithCodec()
-    {
-        Settings settings;
-        settings.setPrinterId(general);
-        settings.setPaperTypeId(1);
-        settings.setCodePage(200);
-        const QList<QVariant> items = ownItems(settings);
-        QCOMPARE(items, (QList<QVariant>{
-                            item(general, "paperTypeId", 1),
-                            item(general, "codec", "cp866"),
-                            item(general, "cpage", 200U),
-                        }));
-        QCOMPARE(items.at(0).toMap().value("value").userType(), int(QMetaType::Int));
-        QCOMPARE(items.at(2).toMap().value("value").userType(), int(QMetaType::UInt));
-    }
-
-    void listOfAPrinterWithImages()
-    {
-        Settings settings;
-        settings.setPrinterId(able);
-        settings.setDefaultFont("Arial,10");
-        QCOMPARE(ownItems(settings), (QList<QVariant>{
-                                         item(able, "paperTypeId", 0),
-                                         item(able, "printAsImage", 0),
-                                         item(able, "cpage", 0U),
-                                     }));
-        settings.setPrintAsImage(true);
-        QCOMPARE(ownItems(settings), (QList<QVariant>{
-                                         item(able, "paperTypeId", 0),
-                                         item(able, "printAsImage", 1),
-                                         item(able, "defaultFont", "Arial,10"),
-                                         item(able, "cpage", 0U),
-                                     }));
-    }
-
-    void listFillsTheSettings()
-    {
-        Settings settings;
-        settings.setPrinterType(1);
-        settings.setPrinterId(able);
-        settings.setPaperTypeId(2);
-        settings.setPrintAsImage(true);
-        settings.setDefaultFont("Arial,10");
-        settings.setCodePage(17);
-        const QList<QVariant> list = settings.toList();
-        resetSettings();
-        settings.setList(list);
-        QCOMPARE(settings.toList(), list);
-    }
-
-    void listOfAnotherPrintersGroupIsPassedOver()
-    {
-        Settings settings;
-        settings.setPrinterId(able);
-        settings.setList({item("other", "paperTypeId", 3), item(able, "paperTypeId", 2), QVariant(),
-                          QVariantMap{{"key", "paperTypeId"}, {"value", 1}}});
-        QCOMPARE(settings.paperTypeId(), 2);
-    }
-
-    void codecIsTakenOnlyWhereItCanBeSet()
-    {
-        Settings settings;
-        settings.setPrinterId(able);
-        QVERIFY(settings.setValue(item(able, "codec", "koi8-r")));
-        QCOMPARE(settings.codec(), QString("cp866"));
-        settings.setPrinterId(general);
-        QVERIFY(settings.setValue(item(general, "codec", "koi8-r")));
-        QCOMPARE(settings.codec(), QString("koi8-r"));
-    }
-
-    void itemsOfAPrinterWithImages()
-    {
-        Settings settings;
-        settings.setPrinterId(able);
-        QVERIFY(settings.setValue(item(able, "printAsImage", "2")));
-        QCOMPARE(settings.printAsImage(), true);
-        QVERIFY(settings.setValue(item(able, "defaultFont", "Arial,10")));
-        QCOMPARE(settings.defaultFont(), QString("Arial,10"));
-        QVERIFY(settings.setValue(item(able, "cpage", 257)));
-        QCOMPARE(int(settings.codePage()), 1);
-        QVERIFY(settings.setValue(item(able, "unknown", 1)));
-        QCOMPARE(settings.printAsImage(), true);
-        QCOMPARE(settings.defaultFont(), QString("Arial,10"));
-        QVERIFY(settings.setValue(item(able, "printAsImage", -1)));
-        QCOMPARE(settings.printAsImage(), false);
-    }
-
-    void anyOtherKeySwitchesImagesOffWithoutImages_data()
-    {
-        QTest::addColumn<QString>("key");
-        QTest::newRow("code page") << "cpage";
-        QTest::newRow("font") << "defaultFont";
-        QTest::newRow("images") << "printAsImage";
-        QTest::newRow("unknown") << "unknown";
-    }
-
-    void anyOtherKeySwitchesImagesOffWithoutImages()
-    {
-        QFETCH(QString, key);
-        Settings settings;
-        settings.setPrintAsImage(true, able);
-        settings.setDefaultFont("Arial,10");
-        settings.setPrinterId(general);
-        QVERIFY(settings.setValue(item(general, key, 7)));
-        QCOMPARE(settings.defaultFont(), QString(""));
-        QCOMPARE(settings.printAsImage(able), false);
-        QCOMPARE(int(settings.codePage()), 0);
-    }
-
-    void itemsOfTheBaseComeFirst()
-    {
-        Settings settings;
-        settings.setPrinterId(general);
-        settings.setDefaultFont("Arial,10");
-        QVERIFY(settings.setValue(item("PRINTER", "emptyStringsAtEnd", 5)));
-        QVERIFY(settings.setValue(item(general, "baudRate", 1200)));
-        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
-        QCOMPARE(settings.defaultFont(), QString("Arial,10"));
-        QVERIFY(!settings.setValue(item("PRINTER", "paperTypeId", 1)));
-        QVERIFY(!settings.setValue(item("other", "paperTypeId", 1)));
-        QVERIFY(!settings.setValue({{"key", "paperTypeId"}, {"value", 1}}));
-        QCOMPARE(settings.paperTypeId(), 0);
-    }
-
-    void portItemOfAListSwitchesImagesOffWithoutImages()
-    {
-        // The list is walked twice, and the second walk doesn't know what the port took.
-        Settings settings;
-        settings.setPrintAsImage(true, able);
-        settings.setDefaultFont("Arial,10");
-        settings.setPrinterId(narrow);
-        QVERIFY(settings.setValue(item(narrow, "baudRate", 1200)));
-        QCOMPARE(settings.defaultFont(), QString("Arial,10"));
-        QCOMPARE(settings.printAsImage(able), true);
-        settings.setList({item(narrow, "baudRate", 2400)});
-        QCOMPARE(settings.port()->portSettings().baudRate(), 2400);
-        QCOMPARE(settings.defaultFont(), QString(""));
-        QCOMPARE(settings.printAsImage(able), false);
-    }
-
-    void portItemOfAListLeavesImagesOfAPrinterThatHasThem()
-    {
-        Settings settings;
-        settings.setPrinterId(able);
-        settings.setPrintAsImage(true);
-        settings.setDefaultFont("Arial,10");
-        settings.setList({item(able, "baudRate", 2400)});
-        QCOMPARE(settings.port()->portSettings().baudRate(), 2400);
-        QCOMPARE(settings.defaultFont(), QString("Arial,10"));
-        QCOMPARE(settings.printAsImage(), true);
-    }
-
-    void portItemThatThePortRefusesCountsAsTaken_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("keepsImages");
-        QTest::newRow("without images") << narrow << false;
-        QTest::newRow("with images") << able << true;
-    }
-
-    void portItemThatThePortRefusesCountsAsTaken()
-    {
-        QFETCH(QString, name);
-        QFETCH(bool, keepsImages);
-        Settings settings;
-        settings.setPrintAsImage(true, able);
-        settings.setDefaultFont("Arial,10");
-        settings.setPrinterId(name);
-        QVERIFY(settings.setValue(item(name, "baudRate", 1200)));
-        QVERIFY(settings.setValue(item(name, "baudRate", -1)));
-        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
-        QCOMPARE(settings.defaultFont(), QString(keepsImages ? "Arial,10" : ""));
-        QCOMPARE(settings.printAsImage(able), keepsImages);
-    }
-
-    void nameBehindItsItemsLosesOnlyThePortsItems()
-    {
-        Settings settings;
-        settings.setPrinterId(narrow);
-        QVERIFY(settings.setValue(item(narrow, "baudRate", 1200)));
-        settings.setList({item(able, "paperTypeId", 2), item(able, "baudRate", 2400),
-                          item("PRINTER", "printerName", able)});
-        QCOMPARE(settings.printerId(), able);
-        QCOMPARE(settings.paperTypeId(), 2);
-        QCOMPARE(settings.port()->portSettings().baudRate(), 1200);
-    }
-
-    void itemsOfTheFormerNameReachOnlyThePort()
-    {
-        Settings settings;
-        settings.setPrinterId(narrow);
-        settings.setList({item(narrow, "paperTypeId", 2), item(narrow, "baudRate", 2400),
-                          item("PRINTER", "printerName", able)});
-        QCOMPARE(settings.paperTypeId(), 0);
-        QCOMPARE(settings.port()->portSettings().baudRate(), 2400);
-        QCOMPARE(settings.port()->name(), able);
-    }
-
     // Says little by itself; under ThreadSanitizer it proves that every access is guarded.
     void anyThreadMayUseAnything()
     {
         std::atomic<int> wrong{0};
-        QThreadPool pool;
-        pool.setMaxThreadCount(4);
-        QList<QFuture<void>> running;
-        for (int thread = 0; thread < 4; ++thread)
-            running.append(QtConcurrent::run(&pool, [&wrong] {
-                for (int round = 0; round < 50; ++round)
-                    useEverything(round, wrong);
-            }));
-        for (QFuture<void> &future : running)
-            future.waitForFinished();
+        runOnThreads(4, [&wrong](int) {
+            for (int round = 0; round < 50; ++round)
+                useEverything(round, wrong);
+        });
         QCOMPARE(wrong.load(), 0);
     }
 

@@ -87,6 +87,12 @@ inline void setCharactersMode(int mode)
     IPrintDeviceSettings::setPrintDeviceSettings(settings);
 }
 
+inline void clearSettings()
+{
+    setCharactersMode(0);
+    IPrintDeviceSettings::setPrintDeviceSettings({});
+}
+
 inline void writeFile(const QString &path, const QByteArray &content)
 {
     QDir().mkpath(QFileInfo(path).path());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QMetaType>
+#include <QtTest>
 
 #include "markupmodel.h"
 #include "printerdocs/printerdocumentformatter.h"
@@ -97,6 +97,12 @@ struct LineCase
     }
 };
 
+}  // namespace linecase
+
+Q_DECLARE_METATYPE(linecase::LineCase)
+
+namespace linecase {
+
 inline LineCase line(const QString &text)
 {
     LineCase made;
@@ -184,6 +190,22 @@ inline QString differenceOfTheModel(const LineCase &told)
     return "model: " + shown(modelled, carry) + "\ntold:  " + shown(told.outcome, told.after);
 }
 
-}  // namespace linecase
+inline void addLines()
+{
+    QTest::addColumn<LineCase>("told");
+}
 
-Q_DECLARE_METATYPE(linecase::LineCase)
+inline QTestData &row(const char *name)
+{
+    return QTest::newRow(name);
+}
+
+/// Compares model and library with the row.
+inline void checkLine()
+{
+    QFETCH(LineCase, told);
+    for (const QString &difference : {differenceOfTheModel(told), differenceOfTheLibrary(told)})
+        QVERIFY2(difference.isEmpty(), qPrintable(difference));
+}
+
+}  // namespace linecase

@@ -4,8 +4,7 @@
 #include "formatterbench.h"
 #include "logcatcher.h"
 
-using formatterbench::Attributes;
-using formatterbench::documentOf;
+using namespace formatterbench;
 
 namespace {
 

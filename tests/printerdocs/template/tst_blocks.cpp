@@ -3,10 +3,7 @@
 
 #include "formatterbench.h"
 
-using formatterbench::documentOf;
-using formatterbench::manyLines;
-using formatterbench::setCharactersMode;
-using formatterbench::shown;
+using namespace formatterbench;
 
 class TestBlocks : public QObject
 {
@@ -17,12 +14,7 @@ private Q_SLOTS:
 
     void init() { m_formatter = std::make_unique<PrinterDocumentFormatter>(0, nullptr); }
 
-    void cleanup()
-    {
-        setCharactersMode(0);
-        IPrintDeviceSettings::setPrintDeviceSettings({});
-        m_formatter.reset();
-    }
+    void cleanup() { clearSettings(); }
 
     void documentOfOneLine()
     {

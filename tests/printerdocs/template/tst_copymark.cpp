@@ -4,9 +4,7 @@
 
 #include "formatterbench.h"
 
-using formatterbench::copyOf;
-using formatterbench::documentOf;
-using formatterbench::shown;
+using namespace formatterbench;
 
 namespace {
 

@@ -3,8 +3,7 @@
 
 #include "formatterbench.h"
 
-using formatterbench::documentOf;
-using formatterbench::shown;
+using namespace formatterbench;
 
 class TestEntries : public QObject
 {

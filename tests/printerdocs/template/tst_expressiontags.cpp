@@ -3,8 +3,7 @@
 
 #include "formatterbench.h"
 
-using formatterbench::Attributes;
-using formatterbench::documentOf;
+using namespace formatterbench;
 
 class TestExpressionTags : public QObject
 {

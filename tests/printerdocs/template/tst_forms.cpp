@@ -5,18 +5,8 @@
 #include "formatterbench.h"
 #include "htmlframes.h"
 
-using formatterbench::copyOf;
-using formatterbench::documentOf;
-using formatterbench::setCharactersMode;
-using formatterbench::shown;
-using formatterbench::SymbolFolder;
-using htmlframes::cellOf;
-using htmlframes::documentHead;
-using htmlframes::documentTail;
-using htmlframes::fragmentHead;
-using htmlframes::fragmentTail;
-using htmlframes::html;
-using htmlframes::plainFragmentHead;
+using namespace formatterbench;
+using namespace htmlframes;
 
 /// Plain text, HTML and blocks of the same template, from call to call.
 class TestForms : public QObject
@@ -28,12 +18,7 @@ private Q_SLOTS:
 
     void init() { m_formatter = std::make_unique<PrinterDocumentFormatter>(0, nullptr); }
 
-    void cleanup()
-    {
-        setCharactersMode(0);
-        IPrintDeviceSettings::setPrintDeviceSettings({});
-        m_formatter.reset();
-    }
+    void cleanup() { clearSettings(); }
 
     void plainTextIsLaidOut_data()
     {

@@ -2,10 +2,7 @@
 
 #include "linecase.h"
 
-using linecase::differenceOfTheLibrary;
-using linecase::differenceOfTheModel;
-using linecase::line;
-using linecase::LineCase;
+using namespace linecase;
 
 /// Tags that act from their place on.
 class TestInlineTags : public QObject
@@ -186,17 +183,6 @@ private Q_SLOTS:
             << line("<B:>a<F2>b<:B>c").gives("abc").formats("01 01 00").fonts("011").leavesFont(1);
     }
     void fonts() { checkLine(); }
-
-private:
-    static void addLines() { QTest::addColumn<LineCase>("told"); }
-    static QTestData &row(const char *name) { return QTest::newRow(name); }
-
-    static void checkLine()
-    {
-        QFETCH(LineCase, told);
-        for (const QString &difference : {differenceOfTheModel(told), differenceOfTheLibrary(told)})
-            QVERIFY2(difference.isEmpty(), qPrintable(difference));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestInlineTags)

@@ -2,10 +2,7 @@
 
 #include "linecase.h"
 
-using linecase::differenceOfTheLibrary;
-using linecase::differenceOfTheModel;
-using linecase::line;
-using linecase::LineCase;
+using namespace linecase;
 
 /// Tags that hold for their line, wherever they stand in it.
 class TestLineMarkup : public QObject
@@ -216,17 +213,6 @@ private Q_SLOTS:
             row(text) << line(text).gives(text);
     }
     void unknownTagsStayAsText() { checkLine(); }
-
-private:
-    static void addLines() { QTest::addColumn<LineCase>("told"); }
-    static QTestData &row(const char *name) { return QTest::newRow(name); }
-
-    static void checkLine()
-    {
-        QFETCH(LineCase, told);
-        for (const QString &difference : {differenceOfTheModel(told), differenceOfTheLibrary(told)})
-            QVERIFY2(difference.isEmpty(), qPrintable(difference));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestLineMarkup)

@@ -2,9 +2,7 @@
 
 #include "linecase.h"
 
-using linecase::differenceOfTheLibrary;
-using linecase::line;
-using linecase::LineCase;
+using namespace linecase;
 
 namespace {
 
@@ -116,8 +114,6 @@ private Q_SLOTS:
     }
 
 private:
-    static void addLines() { QTest::addColumn<LineCase>("told"); }
-    static QTestData &row(const char *name) { return QTest::newRow(name); }
     static LineCase sameText(const QString &text) { return line(text).gives(text); }
     static constexpr int tagCount = 50000;
     static constexpr int unitLength = 20;

@@ -3,12 +3,7 @@
 
 #include "formatterbench.h"
 
-using formatterbench::Attributes;
-using formatterbench::copyOf;
-using formatterbench::documentOf;
-using formatterbench::manyLines;
-using formatterbench::setCharactersMode;
-using formatterbench::SymbolFolder;
+using namespace formatterbench;
 
 /// What becomes of a template before its markup is read, and in which order.
 class TestPipeline : public QObject
@@ -20,12 +15,7 @@ private Q_SLOTS:
 
     void init() { m_formatter = std::make_unique<PrinterDocumentFormatter>(0, nullptr); }
 
-    void cleanup()
-    {
-        setCharactersMode(0);
-        IPrintDeviceSettings::setPrintDeviceSettings({});
-        m_formatter.reset();
-    }
+    void cleanup() { clearSettings(); }
 
     void templateIsPrepared_data()
     {

@@ -3,7 +3,7 @@
 
 #include "formatterbench.h"
 
-using formatterbench::documentOf;
+using namespace formatterbench;
 
 class TestRemoval : public QObject
 {

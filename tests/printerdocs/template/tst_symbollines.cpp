@@ -5,11 +5,7 @@
 #include "logcatcher.h"
 #include "settings/checktemplatessettings.h"
 
-using formatterbench::documentOf;
-using formatterbench::shown;
-using formatterbench::symbolFile;
-using formatterbench::SymbolFolder;
-using formatterbench::writeFile;
+using namespace formatterbench;
 
 class TestSymbolLines : public QObject
 {

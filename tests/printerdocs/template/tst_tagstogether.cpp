@@ -5,13 +5,7 @@
 
 #include "linecase.h"
 
-using linecase::differenceOfTheLibrary;
-using linecase::differenceOfTheModel;
-using linecase::line;
-using linecase::LineCase;
-using linecase::readByLibrary;
-using linecase::same;
-using linecase::shown;
+using namespace linecase;
 
 namespace {
 
@@ -244,16 +238,6 @@ private Q_SLOTS:
     }
 
 private:
-    static void addLines() { QTest::addColumn<LineCase>("told"); }
-    static QTestData &row(const char *name) { return QTest::newRow(name); }
-
-    static void checkLine()
-    {
-        QFETCH(LineCase, told);
-        for (const QString &difference : {differenceOfTheModel(told), differenceOfTheLibrary(told)})
-            QVERIFY2(difference.isEmpty(), qPrintable(difference));
-    }
-
     const PrinterDocumentFormatter &formatterFor(int margin)
     {
         auto &formatter = m_formatters[margin];
