@@ -25,13 +25,13 @@ struct CommandRow
     CommandId id;
     const char *introducer;  ///< with zero bytes among them, so it has a length
     quint8 introducerSize;
-    const char *mnemonic;    ///< "GS v 0"
-    const char *operands;    ///< names of the single bytes, separated by blanks: "m xL xH yL yH"
+    const char *mnemonic;  ///< "GS v 0"
+    const char *operands;  ///< names of the single bytes, separated by blanks: "m xL xH yL yH"
     PayloadRule payload;
     quint8 traits;
-    Vendor vendor;           ///< General, or the one whose printers alone know it so
-    const char *meaning;     ///< "prints a raster picture"
-    const char *source;      ///< the manual that it was taken from
+    Vendor vendor;        ///< General, or the one whose printers alone know it so
+    const char *meaning;  ///< "prints a raster picture"
+    const char *source;   ///< the manual that it was taken from
 };
 
 /// The rows of a dialect as a vendor's printers know them: of two with the same introducer the

@@ -44,7 +44,7 @@ public:
     int dotsPerInch() const;
     /// Units of horizontal and of vertical motion per inch, until GS P or its like says otherwise.
     QSize motionUnitsPerInch() const;
-    /// Units per inch of ESC 3 n, or 0 where they are those of vertical motion.
+    /// Units per inch of ESC 3 n, or 0 where they are those of vertical motion, and so follow GS P.
     int lineSpacingUnitsPerInch() const;
     /// Dots from the top of a line to that of the next after a reset.
     int lineSpacing() const;
@@ -63,9 +63,13 @@ public:
     /// Where a fact is from, by its name in the data, such as "headDots"; empty if it is the
     /// general Epson one.
     QString sourceOf(const QString &fact) const;
+    /// What a reader of the facts should know, such as that the model has no public manual.
+    QString note() const;
 
 private:
+    friend class ModelsFile;
     struct Data;
+    explicit PrinterProfile(Data *data);
     QSharedDataPointer<Data> d;
 };
 

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QHash>
+#include <QSharedData>
+
+#include "printerslib/drivers/printerprofile.h"
+
+namespace printerslib::drivers {
+
+struct PrinterProfile::Data : QSharedData
+{
+    QString modelId;
+    Dialect dialect = Dialect::EscPos;
+    Vendor vendor = Vendor::General;
+    int headDots = 0;
+    int dotsPerInch = 0;
+    QSize motionUnits;
+    int lineSpacingUnits = 0;
+    int lineSpacing = 0;
+    QVector<QSize> fonts;
+    int initialFont = 0;
+    QMap<int, QString> codePages;
+    int initialCodePage = 0;
+    QString kanjiSet;
+    int dotsToCutter = 0;
+    QString note;
+    QHash<QString, QString> sources;
+};
+
+}  // namespace printerslib::drivers
