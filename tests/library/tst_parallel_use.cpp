@@ -2,7 +2,9 @@
 // same time, each on a thread of its own.
 #include <QEventLoop>
 #include <QtTest>
+#include <optional>
 
+#include "logcatcher.h"
 #include "printdevicefinder/printdevicefinder.h"
 #include "printerbench.h"
 #include "printerdocs/bbcodeparser.h"
@@ -85,15 +87,12 @@ class TestParallelUse : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    }
+    void initTestCase() { m_quiet.emplace(); }
 
     void cleanupTestCase()
     {
         IPrintDeviceSettings::setPrintDeviceSettings({});
-        qInstallMessageHandler(nullptr);
+        m_quiet.reset();
     }
 
     void settingsReceiptsAndSearchesDontDisturbEachOther()
@@ -127,6 +126,9 @@ private Q_SLOTS:
         runTogether(threads);
         QCOMPARE(wrong.load(), 0);
     }
+
+private:
+    std::optional<QuietLog> m_quiet;
 };
 
 QTEST_GUILESS_MAIN(TestParallelUse)

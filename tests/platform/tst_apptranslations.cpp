@@ -10,6 +10,7 @@
 #include "hearth/apptranslations.h"
 #include "hearth/appversionmanager.h"
 #include "hearth/dircreator.h"
+#include "logcatcher.h"
 #include "printdevicefinder/printdevicefinder.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "threads.h"
@@ -335,15 +336,13 @@ private Q_SLOTS:
         QVERIFY(addCopyMark("de", "&lt;C&gt;GEKÜRZT"));
         QVERIFY(whole.open(QIODevice::ReadOnly));
         const QByteArray bytes = whole.readAll();
-        const QtMessageHandler before =
-            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        const QuietLog quiet;
         QSet<QString> marks;
         for (int length = 0; length < bytes.size(); ++length) {
             write(siteFile("de"), bytes.left(length));
             AppTranslations::use("de");
             marks.insert(copyMark());
         }
-        qInstallMessageHandler(before);
         const QSet<QString> possible{"<C>KOPIE", QString::fromUtf8("<C>GEKÜRZT")};
         QVERIFY2(possible.contains(marks), qPrintable(marks.values().join(", ")));
     }

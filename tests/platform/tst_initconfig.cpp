@@ -2,23 +2,14 @@
 
 #include "hearth/dircreator.h"
 #include "hearth/initconfig.h"
+#include "logcatcher.h"
 #include "threads.h"
 #include "vtableslot.h"
 
 using hearth::DirCreator;
 using hearth::InitConfig;
 
-namespace {
-
-std::atomic<int> warnings{0};
-
-void countWarnings(QtMsgType type, const QMessageLogContext &, const QString &)
-{
-    if (type == QtWarningMsg)
-        ++warnings;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 class TestInitConfig : public QObject
 {
@@ -184,16 +175,11 @@ private Q_SLOTS:
             QtWarningMsg, qPrintable("Can't create the directory " + path + ": Not a directory"));
         QVERIFY(!DirCreator::checkAndCreate(path, DirCreator::DEFAULT_ALL));
 
-        warnings = 0;
-        const QtMessageHandler before = qInstallMessageHandler(countWarnings);
-        const bool again = DirCreator::checkAndCreate(path, DirCreator::DEFAULT_ALL);
-        const int afterTheSame = warnings;
+        const LogCatcher log;
+        QVERIFY(!DirCreator::checkAndCreate(path, DirCreator::DEFAULT_ALL));
+        QCOMPARE(log.lines(), QStringList());
         DirCreator::checkAndCreate(path + "2", DirCreator::DEFAULT_ALL);
-        const int afterAnother = warnings;
-        qInstallMessageHandler(before);
-        QVERIFY(!again);
-        QCOMPARE(afterTheSame, 0);
-        QCOMPARE(afterAnother, 1);
+        QCOMPARE(log.lines("default warning ").size(), 1);
     }
 
     void failuresOfManyThreadsAreLoggedOncePerPath()
@@ -201,16 +187,14 @@ private Q_SLOTS:
         constexpr int paths = 50;
         const QString obstacle = newConfiguration(QByteArray());
         std::atomic<int> wrong{0};
-        warnings = 0;
-        const QtMessageHandler before = qInstallMessageHandler(countWarnings);
+        const LogCatcher log;
         runOnThreads(4, [&](int) {
             for (int number = 0; number < paths; ++number)
                 wrong += DirCreator::checkAndCreate(QString("%1/%2").arg(obstacle).arg(number),
                                                     DirCreator::DEFAULT_ALL);
         });
-        qInstallMessageHandler(before);
         QCOMPARE(wrong.load(), 0);
-        QCOMPARE(warnings.load(), paths);
+        QCOMPARE(log.lines("default warning ").size(), paths);
     }
 
     void threadsMayCreateOneDirectory()

@@ -2,8 +2,10 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <QtTest>
+#include <optional>
 #include <random>
 
+#include "logcatcher.h"
 #include "printdevicefinder/printdevicefinder.h"
 #include "printerbench.h"
 #include "threads.h"
@@ -51,14 +53,11 @@ class TestFinderThreads : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    }
+    void initTestCase() { m_quiet.emplace(); }
 
     void cleanup() { QThreadPool::globalInstance()->waitForDone(); }
 
-    void cleanupTestCase() { qInstallMessageHandler(nullptr); }
+    void cleanupTestCase() { m_quiet.reset(); }
 
     void findersOnTheirOwnThreadsFindTheirPrinters()
     {
@@ -133,6 +132,9 @@ private Q_SLOTS:
         });
         QCOMPARE(wrong.load(), 0);
     }
+
+private:
+    std::optional<QuietLog> m_quiet;
 };
 
 QTEST_GUILESS_MAIN(TestFinderThreads)

@@ -4,6 +4,7 @@
 #include <QtTest>
 #include <atomic>
 #include <chrono>
+#include <optional>
 #include <random>
 #include <thread>
 
@@ -111,14 +112,11 @@ class TestPrintDeviceFinder : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    }
+    void initTestCase() { m_quiet.emplace(); }
 
     void cleanup() { ObservedFinder::settle(); }
 
-    void cleanupTestCase() { qInstallMessageHandler(nullptr); }
+    void cleanupTestCase() { m_quiet.reset(); }
 
     void constructorWidensTheThreadPool()
     {
@@ -952,6 +950,9 @@ private Q_SLOTS:
         observed.finder->start(ports);
         QVERIFY(observed.waitForFinished());
     }
+
+private:
+    std::optional<QuietLog> m_quiet;
 };
 
 QTEST_GUILESS_MAIN(TestPrintDeviceFinder)

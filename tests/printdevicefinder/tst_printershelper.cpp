@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QtTest>
+#include <optional>
 #include <random>
 
 #include "logcatcher.h"
@@ -165,10 +166,10 @@ private Q_SLOTS:
     void initTestCase()
     {
         // Quiet for those tests that don't look at the log; debug lines are still made.
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        m_quiet.emplace();
     }
 
-    void cleanupTestCase() { qInstallMessageHandler(nullptr); }
+    void cleanupTestCase() { m_quiet.reset(); }
 
     // Helper and line settings
 
@@ -1308,6 +1309,8 @@ private:
         row("simple that answers the filler", "1B76:00 010203:00",
             twice + QStringList{"< 01 02 03", "> 00"}, false);
     }
+
+    std::optional<QuietLog> m_quiet;
 };
 
 QTEST_GUILESS_MAIN(TestPrintersHelper)

@@ -1,6 +1,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include "logcatcher.h"
 #include "printdevicefinder/printdevicefinder.h"
 #include "printerbench.h"
 
@@ -13,7 +14,7 @@ class TestSilentPort : public QObject
 private Q_SLOTS:
     void searchTakesTheSumOfItsWaits()
     {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        const QuietLog quiet;
         VirtualPrinter printer(faultyPrinter(VirtualFault::Silent));
         printer.start();
         PrintDeviceFinder finder(nullptr);
@@ -27,7 +28,6 @@ private Q_SLOTS:
         finder.start(QStringList(printer.portPath()));
         QVERIFY(finished.wait(limit));
         const qint64 elapsed = clock.elapsed();
-        qInstallMessageHandler(nullptr);
 
         QCOMPARE(noDevices.size(), 1);
         const QStringList lines = linesOf(printer);

@@ -4,6 +4,7 @@
 #include <QtTest>
 #include <type_traits>
 
+#include "logcatcher.h"
 #include "settings/printsrvsettings.h"
 
 namespace {
@@ -32,20 +33,6 @@ bool mayCreateBelow(QString folder)
         folder = QFileInfo(folder).path();
     return faccessat(AT_FDCWD, qPrintable(folder), W_OK, AT_EACCESS) == 0;
 }
-
-// Keeps the log quiet as long as it lives.
-class Silence
-{
-public:
-    Silence()
-    {
-        m_old = qInstallMessageHandler([](auto, const auto &, const auto &) {});
-    }
-    ~Silence() { qInstallMessageHandler(m_old); }
-
-private:
-    QtMessageHandler m_old;
-};
 
 }  // namespace
 
@@ -101,7 +88,7 @@ private Q_SLOTS:
         const WithoutRights guard;
         if (mayCreateBelow("/opt/tarnwick"))
             QSKIP("the construction would create folders on this machine");
-        const Silence silence;
+        const QuietLog quiet;
         const PrintSrvSettings settings;
         QCOMPARE(settings.settingsFileName(), QString("/opt/tarnwick/etc/tarn.conf"));
     }

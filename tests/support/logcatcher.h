@@ -82,3 +82,19 @@ private:
     QtMessageHandler m_previous = nullptr;
     QStringList m_lines;
 };
+
+/// Keeps the log quiet for its lifetime. It has no lock, which would put threads in order that
+/// ThreadSanitizer is to watch.
+class QuietLog
+{
+public:
+    QuietLog() : m_previous(qInstallMessageHandler(drop)) {}
+    ~QuietLog() { qInstallMessageHandler(m_previous); }
+    QuietLog(const QuietLog &) = delete;
+    QuietLog &operator=(const QuietLog &) = delete;
+
+private:
+    static void drop(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+    QtMessageHandler m_previous;
+};

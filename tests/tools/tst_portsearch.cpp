@@ -9,7 +9,9 @@
 #include <QtTest>
 #include <climits>
 #include <clocale>
+#include <optional>
 
+#include "logcatcher.h"
 #include "portsearch.h"
 #include "searchprogress.h"
 #include "virtualprinter.h"
@@ -72,10 +74,10 @@ private Q_SLOTS:
         // At the first opening Qt makes its list of lock folders, which ThreadSanitizer doesn't
         // see.
         QSerialPort().open(QIODevice::ReadWrite);
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        m_quiet.emplace();
     }
 
-    void cleanupTestCase() { qInstallMessageHandler(nullptr); }
+    void cleanupTestCase() { m_quiet.reset(); }
 
     // The plan
 
@@ -476,6 +478,9 @@ private Q_SLOTS:
         }
         QVERIFY(!QFile::exists(PortUse::lockFilePath(silent.portPath())));
     }
+
+private:
+    std::optional<QuietLog> m_quiet;
 };
 
 QTEST_GUILESS_MAIN(TestPortSearch)

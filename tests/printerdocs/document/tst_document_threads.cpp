@@ -3,8 +3,10 @@
 // afterwards, so that they also meet at whatever is made at the first use.
 #include <QTemporaryDir>
 #include <QtTest>
+#include <optional>
 
 #include "documentfiles.h"
+#include "logcatcher.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/expressionevaluator.h"
 #include "printerdocs/printerdocumentformatter.h"
@@ -90,12 +92,9 @@ class TestDocumentThreads : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    }
+    void initTestCase() { m_quiet.emplace(); }
 
-    void cleanupTestCase() { qInstallMessageHandler(nullptr); }
+    void cleanupTestCase() { m_quiet.reset(); }
 
     // The first test, as what is made at the first use is made but once in a process.
     void formattersShareADocument()
@@ -272,6 +271,8 @@ private:
         parser.parseText(text);
         return parser.document();
     }
+
+    std::optional<QuietLog> m_quiet;
 };
 
 QTEST_GUILESS_MAIN(TestDocumentThreads)

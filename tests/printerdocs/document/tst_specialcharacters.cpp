@@ -2,46 +2,16 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 #include <QtTest>
-#include <algorithm>
 #include <limits>
 #include <memory>
 
+#include "logcatcher.h"
 #include "printerdocs/specialcharacters.h"
 
 namespace {
 
 constexpr int maximum = std::numeric_limits<int>::max();
 constexpr int minimum = std::numeric_limits<int>::min();
-
-struct LogLine
-{
-    QtMsgType type;
-    QString category;
-    QString text;
-};
-
-QList<LogLine> *logLines = nullptr;
-
-void keepLogLine(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    logLines->append({type, context.category, text});
-}
-
-// Gathers log lines as long as it lives.
-class Log
-{
-public:
-    Log()
-    {
-        logLines = &m_lines;
-        m_old = qInstallMessageHandler(keepLogLine);
-    }
-    ~Log() { qInstallMessageHandler(m_old); }
-    QList<LogLine> m_lines;
-
-private:
-    QtMessageHandler m_old;
-};
 
 QByteArray symbol(int code, int width, int height)
 {
@@ -103,9 +73,9 @@ private Q_SLOTS:
             file(font(8, 8, symbol(1, 8, 8) + symbol(2, 8, 8)) + font(16, 16, symbol(1, 16, 16))) +
             "<!-- the end -->\n\n");
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), true);
-        QCOMPARE(log.m_lines.size(), 0);
+        QCOMPARE(log.lines(), QStringList());
         QCOMPARE(table.size(), 3);
         QVERIFY(table.values(1).at(0) == filled(16, 16));
         QVERIFY(table.values(1).at(1) == filled(8, 8));
@@ -128,45 +98,42 @@ private Q_SLOTS:
         QFETCH(QByteArray, content);
         const QString name = write(content);
         SpecialCharacters table = tableOf(1, filled(8, 8));
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), true);
         QVERIFY(table.isEmpty());
-        QCOMPARE(log.m_lines.size(), 0);
+        QCOMPARE(log.lines(), QStringList());
     }
 
     void fileThatCannotBeOpenedIsCritical()
     {
         SpecialCharacters table = tableOf(1, filled(8, 8));
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(m_folder.filePath("missing.ssi")), false);
         QVERIFY(table.isEmpty());
-        QCOMPARE(log.m_lines.size(), 1);
-        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
-        QCOMPARE(log.m_lines.first().category, QString("default"));
         const int openError = QFileDevice::OpenError;
-        QCOMPARE(log.m_lines.first().text,
-                 QString::number(openError) + " \"No such file or directory\"");
+        QCOMPARE(log.lines(),
+                 QStringList(
+                     QString("default critical %1 \"No such file or directory\"").arg(openError)));
     }
 
     void folderAndEmptyNameCannotBeOpened()
     {
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(m_folder.path()), false);
         QCOMPARE(table.load(QString()), false);
         // Qt adds a warning of its own about the empty name.
-        const auto isCritical = [](const LogLine &line) { return line.type == QtCriticalMsg; };
-        QCOMPARE(std::count_if(log.m_lines.begin(), log.m_lines.end(), isCritical), 2);
+        QCOMPARE(log.lines("default critical ").size(), 2);
     }
 
     void otherRootIsNoSymbolFile()
     {
         const QString name = write("<Images>" + font(8, 1, symbol(1, 8, 1)) + "</Images>");
         SpecialCharacters table = tableOf(1, filled(8, 8));
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), false);
         QVERIFY(table.isEmpty());
-        QCOMPARE(log.m_lines.size(), 0);
+        QCOMPARE(log.lines(), QStringList());
     }
 
     void unknownElementsAreSkipped()
@@ -177,10 +144,10 @@ private Q_SLOTS:
                                                  "<Symbol Code=\"1\"><Note><Line>1</Line></Note>"
                                                  "<Line>11111111</Line><Note/></Symbol>")));
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), true);
         QVERIFY(table == tableOf(1, filled(8, 1)));
-        QCOMPARE(log.m_lines.size(), 0);
+        QCOMPARE(log.lines(), QStringList());
     }
 
     void missingAttributesCountAsZero()
@@ -218,10 +185,10 @@ private Q_SLOTS:
         QFETCH(QByteArray, wrong);
         const QString name = write(file(font(4, 1, symbol(1, 4, 1) + wrong + symbol(3, 4, 1))));
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), false);
         QVERIFY(table == tableOf(1, filled(4, 1)));
-        QCOMPARE(log.m_lines.size(), 0);
+        QCOMPARE(log.lines(), QStringList());
     }
 
     void wildSizesAreWrongSymbols()
@@ -242,16 +209,16 @@ private Q_SLOTS:
         const QString name = write("<SpecialSymbolImages>\n<Font Width=\"4\" Height=\"1\">\n" +
                                    symbol(1, 4, 1) + "</Wrong>");
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), true);
         QVERIFY(table == tableOf(1, filled(4, 1)));
-        QCOMPARE(log.m_lines.size(), 1);
-        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
-        QCOMPARE(log.m_lines.first().category, QString("default"));
+        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(log.lines("default critical ").size(), 1);
         const int syntaxError = QXmlStreamReader::NotWellFormedError;
-        QVERIFY(log.m_lines.first().text.startsWith(QString::number(syntaxError) + " \""));
+        QVERIFY(log.lines().first().startsWith("default critical " + QString::number(syntaxError) +
+                                               " \""));
         // The symbol takes the lines 3 to 5; the wrong tag ends at column 8 of line 6.
-        QVERIFY(log.m_lines.first().text.endsWith("\" 6 8"));
+        QVERIFY(log.lines().first().endsWith("\" 6 8"));
     }
 
     void syntaxErrorInAnUnfinishedSymbolFails()
@@ -260,11 +227,11 @@ private Q_SLOTS:
             write("<SpecialSymbolImages><Font Width=\"4\" Height=\"2\">" + symbol(1, 4, 2) +
                   "<Symbol Code=\"2\"><Line>1111</Line></Wrong>");
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), false);
         QVERIFY(table == tableOf(1, filled(4, 2)));
-        QCOMPARE(log.m_lines.size(), 1);
-        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(log.lines("default critical ").size(), 1);
     }
 
     void syntaxErrorBehindTheLastLineOfASymbolKeepsIt()
@@ -273,10 +240,10 @@ private Q_SLOTS:
             "<SpecialSymbolImages><Font Width=\"4\" Height=\"1\">"
             "<Symbol Code=\"1\"><Line>1111</Line></Wrong>");
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), true);
         QVERIFY(table == tableOf(1, filled(4, 1)));
-        QCOMPARE(log.m_lines.size(), 1);
+        QCOMPARE(log.lines().size(), 1);
     }
 
     void fileThatEndsEarlyOrIsNoXmlIsLogged_data()
@@ -295,11 +262,11 @@ private Q_SLOTS:
         QFETCH(QByteArray, content);
         const QString name = write(content);
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), true);
         QVERIFY(table.isEmpty());
-        QCOMPARE(log.m_lines.size(), 1);
-        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(log.lines("default critical ").size(), 1);
     }
 
     /// What would make Qt's reader take time and memory out of proportion.
@@ -372,13 +339,13 @@ private Q_SLOTS:
         QFETCH(QByteArray, reason);
         SpecialCharacters table = tableOf(7, filled(8, 8));
         const QString name = write(content);
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), false);
         QVERIFY(table.isEmpty());
-        QCOMPARE(log.m_lines.size(), 1);
-        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
-        QVERIFY2(log.m_lines.first().text.contains(name), qPrintable(log.m_lines.first().text));
-        QVERIFY2(log.m_lines.first().text.contains(reason), qPrintable(log.m_lines.first().text));
+        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(log.lines("default critical ").size(), 1);
+        QVERIFY2(log.lines().first().contains(name), qPrintable(log.lines().first()));
+        QVERIFY2(log.lines().first().contains(reason), qPrintable(log.lines().first()));
     }
 
     void fileWithinBoundsIsRead_data()
@@ -423,9 +390,9 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, content);
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(write(content)), true);
-        QCOMPARE(log.m_lines.size(), 0);
+        QCOMPARE(log.lines(), QStringList());
         QCOMPARE(table.values(1).size(), 1);
     }
 
@@ -448,13 +415,14 @@ private Q_SLOTS:
         QFile::remove(name);
         QVERIFY(QFile::link(source, name));
         SpecialCharacters table = tableOf(1, filled(8, 8));
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), true);
         QVERIFY(table.isEmpty());
-        QCOMPARE(log.m_lines.size(), 1);
-        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(log.lines("default critical ").size(), 1);
         const int endedEarly = QXmlStreamReader::PrematureEndOfDocumentError;
-        QVERIFY(log.m_lines.first().text.startsWith(QString::number(endedEarly) + " \""));
+        QVERIFY(log.lines().first().startsWith("default critical " + QString::number(endedEarly) +
+                                               " \""));
     }
 
     void fileThatEndsInsideASymbolFails_data()
@@ -473,13 +441,14 @@ private Q_SLOTS:
         const QString name = write("<SpecialSymbolImages><Font Width=\"4\" Height=\"2\">" +
                                    symbol(1, 4, 2) + "<Symbol Code=\"2\">" + last);
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(name), false);
         QVERIFY(table == tableOf(1, filled(4, 2)));
-        QCOMPARE(log.m_lines.size(), 1);
-        QCOMPARE(log.m_lines.first().type, QtCriticalMsg);
+        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(log.lines("default critical ").size(), 1);
         const int endedEarly = QXmlStreamReader::PrematureEndOfDocumentError;
-        QVERIFY(log.m_lines.first().text.startsWith(QString::number(endedEarly) + " \""));
+        QVERIFY(log.lines().first().startsWith("default critical " + QString::number(endedEarly) +
+                                               " \""));
     }
 
     // The text of a line is complete as soon as its end tag begins.
@@ -491,10 +460,10 @@ private Q_SLOTS:
                 "<SpecialSymbolImages><Font Width=\"4\" Height=\"2\">"
                 "<Symbol Code=\"1\"><Line>1111</Line><Line>1111" +
                 QByteArray(endTag));
-            Log log;
+            const LogCatcher log;
             QCOMPARE(table.load(name), true);
             QVERIFY(table == tableOf(1, filled(4, 2)));
-            QCOMPARE(log.m_lines.size(), 1);
+            QCOMPARE(log.lines().size(), 1);
         }
     }
 
@@ -535,12 +504,12 @@ private Q_SLOTS:
     void elementInsideALineIsAnError()
     {
         SpecialCharacters table;
-        Log log;
+        const LogCatcher log;
         QCOMPARE(table.load(write(file(font(1, 1,
                                             "<Symbol Code=\"1\"><Line><b>1</b></Line>"
                                             "</Symbol>")))),
                  false);
-        QCOMPARE(log.m_lines.size(), 1);
+        QCOMPARE(log.lines().size(), 1);
     }
 
     void everyCharacterButZeroSetsAPixel_data()

@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "logcatcher.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "settings/checktemplatessettings.h"
 
@@ -95,15 +96,10 @@ private Q_SLOTS:
     {
         PrinterDocumentFormatter formatter(0, nullptr);
         formatter.setTemplate("old");
-        static int lines;
-        lines = 0;
-        const QtMessageHandler previous = qInstallMessageHandler(
-            [](QtMsgType, const QMessageLogContext &, const QString &) { ++lines; });
-        const bool loaded = formatter.loadTemplate(fileWith(QByteArray()), "UTF-8");
-        qInstallMessageHandler(previous);
-        QVERIFY(!loaded);
+        const LogCatcher log;
+        QVERIFY(!formatter.loadTemplate(fileWith(QByteArray()), "UTF-8"));
         QVERIFY(!formatter.isValid());
-        QCOMPARE(lines, 0);
+        QCOMPARE(log.lines(), QStringList());
     }
 
     void fileThatGivesLessThanItsSizeComesToAnEnd()
@@ -127,13 +123,10 @@ private Q_SLOTS:
 
     void missingFileIsLoggedInTheDefaultCategory()
     {
-        static QString category;
-        const QtMessageHandler previous =
-            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context,
-                                      const QString &) { category = context.category; });
+        const LogCatcher log;
         PrinterDocumentFormatter(0, nullptr).loadTemplate("/no such/file.cpt", "UTF-8");
-        qInstallMessageHandler(previous);
-        QCOMPARE(category, QString("default"));
+        QCOMPARE(log.lines().size(), 1);
+        QVERIFY2(log.lines().first().startsWith("default "), qPrintable(log.lines().first()));
     }
 
     void missingFileIsLoggedAndKeepsTheTemplate()
