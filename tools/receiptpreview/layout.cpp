@@ -3,12 +3,34 @@
 #include <algorithm>
 
 #include "layoutbuilder.h"
+#include "printlayoutbuilder.h"
 
 namespace receiptpreview {
+
+QTransform turnOf(quint16 effects, const QSizeF &cell)
+{
+    QTransform transform;
+    if ((effects & Cell::Turned) != 0)
+        transform *= QTransform(0, 1, -1, 0, cell.width(), 0);
+    if ((effects & Cell::UpsideDown) != 0)
+        transform *= QTransform(-1, 0, 0, -1, cell.width(), cell.height());
+    return transform;
+}
 
 Layout::Layout(const TextPrinterDocument &document, const Paper &paper) : m_paper(paper)
 {
     LayoutBuilder(*this, document).build();
+}
+
+Layout::Layout(const QVector<printerslib::drivers::Paper> &pieces, const Paper &paper)
+    : m_paper(paper)
+{
+    int line = 0;
+    for (const printerslib::drivers::Paper &piece : pieces)
+        line = qMax(line, piece.width);
+    if (line > 0)
+        m_paper = paper.withLine(line, pieces.constFirst().dotsPerInch);
+    PrintLayoutBuilder(*this).build(pieces);
 }
 
 const MonochromeImage &Layout::symbol(const Cell &cell) const
@@ -22,7 +44,7 @@ const MonochromeImage &Layout::symbol(const Cell &cell) const
 std::vector<Row>::const_iterator Layout::firstRowBelow(int top) const
 {
     return std::lower_bound(m_rows.begin(), m_rows.end(), top,
-                            [](const Row &row, int dot) { return row.bottom() <= dot; });
+                            [](const Row &row, int dot) { return row.reach <= dot; });
 }
 
 }  // namespace receiptpreview

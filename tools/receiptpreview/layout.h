@@ -1,9 +1,13 @@
 #pragma once
 
+#include <printerslib/drivers/paper.h>
+
 #include <QRect>
 #include <QSize>
 #include <QString>
 #include <QStringList>
+#include <QTransform>
+#include <QVector>
 #include <map>
 #include <tuple>
 #include <vector>
@@ -14,23 +18,29 @@
 
 namespace receiptpreview {
 
-/// One printed character. Its cell stands on the bottom of its row.
+/// One printed character. Its cell stands on the bottom of its row, or so far above it.
 struct Cell
 {
-    enum Effect : quint8 {
-        Bold = 1,
-        Italic = 2,
-        Underline = 4,
-        DoubleWidth = 8,
-        DoubleHeight = 16,
-        Symbol = 32,  ///< `code` is that of a special symbol
+    enum Effect : quint16 {
+        Bold = 0x01,
+        Italic = 0x02,
+        Underline = 0x04,
+        DoubleWidth = 0x08,
+        DoubleHeight = 0x10,
+        Symbol = 0x20,         ///< `code` is that of a special symbol
+        FineUnderline = 0x40,  ///< half as high as the other
+        Inverse = 0x80,        ///< white on black
+        UpsideDown = 0x100,
+        Turned = 0x200,  ///< by 90 degrees clockwise; width and height are those on the paper
     };
 
-    quint16 left = 0;  ///< from the paper's left edge
+    int left = 0;  ///< from the paper's left edge
     quint16 width = 0;
     quint16 height = 0;
     char16_t code = 0;
-    quint8 effects = 0;
+    quint16 effects = 0;
+    int rise = 0;
+    int drawing = -1;  ///< into Layout::drawings(), in place of the code
 
     bool has(Effect effect) const { return (effects & effect) != 0; }
     /// The cell of the font, without doubling.
@@ -40,6 +50,9 @@ struct Cell
     }
 };
 
+/// From an upright cell to one of these effects, which has this size on the paper.
+QTransform turnOf(quint16 effects, const QSizeF &cell);
+
 /// A picture or a code: each pixel is a rectangle of dots.
 struct Raster
 {
@@ -47,9 +60,11 @@ struct Raster
     int alignmentBits = 8;
     int left = 0;
     QSize dotsPerPixel{1, 1};
+    int top = 0;  ///< from that of the row
 };
 
-/// A horizontal strip of the paper. Strips follow each other from the top and don't overlap.
+/// A horizontal strip of the paper, in the order of their upper edges. Those of a document follow
+/// each other and don't overlap; those of what a printer has printed may.
 struct Row
 {
     enum Kind : quint8 {
@@ -57,7 +72,9 @@ struct Row
         Image,        ///< a raster
         FrameTop,     ///< upper edge of the frame around a fault
         FrameBottom,  ///< lower edge
+        Print,        ///< cells and rasters at any place in it
         Cut,
+        Gap,  ///< no paper: what lies between two pieces
     };
 
     Kind kind = Text;
@@ -65,16 +82,18 @@ struct Row
     bool framed = false;     ///< part of a fault, so with the frame's sides
     int top = 0;
     int height = 0;
+    int reach = 0;      ///< the lowest bottom of this row and those before it
     int firstCell = 0;  ///< into Layout::cells()
     int cellCount = 0;
-    int raster = -1;  ///< into Layout::rasters()
+    int firstRaster = 0;  ///< into Layout::rasters()
+    int rasterCount = 0;
 
     int bottom() const { return top + height; }
 };
 
-/// What a document looks like on a paper: everything has its place, nothing is painted yet. The
-/// unit is the dot, the origin the paper's upper left corner. Linear in the document's size, and
-/// bounded by the longest paper.
+/// What a document, or what a printer has printed, looks like on a paper: everything has its place,
+/// nothing is painted yet. The unit is the dot, the origin the paper's upper left corner. Linear in
+/// the document's size, and bounded by the longest paper.
 class Layout
 {
 public:
@@ -84,22 +103,30 @@ public:
     static constexpr int endMargin = 24;
     static constexpr int cutHeight = 2;
     static constexpr int dotsPerLineSpacing = 4;
+    static constexpr int gapHeight = 40;
 
     Layout(const TextPrinterDocument &document, const Paper &paper);
+    /// Pieces of printed paper, one below the other, with a gap between them.
+    /// @param paper what they are cut from; the printed line is theirs
+    Layout(const QVector<printerslib::drivers::Paper> &pieces, const Paper &paper);
 
     const Paper &paper() const { return m_paper; }
     QSize size() const { return {m_paper.width(), m_height}; }
     const std::vector<Row> &rows() const { return m_rows; }
     const std::vector<Cell> &cells() const { return m_cells; }
     const std::vector<Raster> &rasters() const { return m_rasters; }
+    /// Characters that a stream defines. Their rows are aligned to 8 bits, and each of their pixels
+    /// is so many dots on the paper.
+    const std::vector<Raster> &drawings() const { return m_drawings; }
+    bool hasInverse() const { return m_hasInverse; }
 
     QRect cellRect(const Row &row, const Cell &cell) const
     {
-        return {cell.left, row.bottom() - cell.height, cell.width, cell.height};
+        return {cell.left, row.bottom() - cell.rise - cell.height, cell.width, cell.height};
     }
     /// The drawing of a cell with a special symbol. Its rows are aligned to 8 bits.
     const MonochromeImage &symbol(const Cell &cell) const;
-    /// The first row that ends below a height.
+    /// The first row that may end below a height: all before it end above.
     std::vector<Row>::const_iterator firstRowBelow(int top) const;
 
     bool tooLong() const { return m_tooLong; }
@@ -108,13 +135,16 @@ public:
 
 private:
     friend class LayoutBuilder;
+    friend class PrintLayoutBuilder;
 
     Paper m_paper;
     int m_height = 0;
     bool m_tooLong = false;
+    bool m_hasInverse = false;
     std::vector<Row> m_rows;
     std::vector<Cell> m_cells;
     std::vector<Raster> m_rasters;
+    std::vector<Raster> m_drawings;
     std::map<std::tuple<int, int, int>, MonochromeImage> m_symbols;
     QStringList m_warnings;
 };

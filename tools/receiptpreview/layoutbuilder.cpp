@@ -160,7 +160,8 @@ void LayoutBuilder::addRaster(const Raster &raster)
     const qint64 height = qint64(raster.image.height()) * raster.dotsPerPixel.height();
     m_layout.m_rasters.push_back(raster);
     Row &row = addRow(Row::Image, static_cast<int>(qMin<qint64>(height, Layout::longestPaper)));
-    row.raster = static_cast<int>(m_layout.m_rasters.size()) - 1;
+    row.firstRaster = static_cast<int>(m_layout.m_rasters.size()) - 1;
+    row.rasterCount = 1;
 }
 
 void LayoutBuilder::addCut()
@@ -192,6 +193,7 @@ Row &LayoutBuilder::addRow(Row::Kind kind, int height)
     row.framed = m_isFramed;
     row.top = m_layout.m_height;
     row.height = height;
+    row.reach = row.bottom();
     m_layout.m_rows.push_back(row);
     feed(height);
     return m_layout.m_rows.back();

@@ -67,7 +67,7 @@ private:
 
     Cell cellOf(const TextLine &line, int index) const;
     const FontInfo &fontOf(const TextLine &line, int index) const;
-    quint8 effectsOf(unsigned char format) const;
+    quint16 effectsOf(unsigned char format) const;
     char16_t printedCode(QChar character, unsigned char format) const;
 
     void addRaster(const Raster &raster);

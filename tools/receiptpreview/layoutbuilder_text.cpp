@@ -93,7 +93,7 @@ void LayoutBuilder::addTab(Cell cell, int unit, int freeCells)
 {
     addCell(cell);
     cell.width = static_cast<quint16>(unit);
-    cell.effects &= static_cast<quint8>(~Cell::DoubleWidth);
+    cell.effects &= static_cast<quint16>(~Cell::DoubleWidth);
     for (int i = 0; i < freeCells; ++i)
         addCell(cell);
 }
@@ -176,7 +176,7 @@ void LayoutBuilder::addCell(Cell cell)
         m_isContinuation = true;
         m_next = m_indent;
     }
-    cell.left = static_cast<quint16>(m_layout.m_paper.leftMargin() + m_next);
+    cell.left = m_layout.m_paper.leftMargin() + m_next;
     m_next += cell.width;
     m_layout.m_cells.push_back(cell);
 }
@@ -227,9 +227,9 @@ char16_t LayoutBuilder::printedCode(QChar character, unsigned char format) const
     return shown.isEmpty() ? code : shown.at(0).unicode();
 }
 
-quint8 LayoutBuilder::effectsOf(unsigned char format) const
+quint16 LayoutBuilder::effectsOf(unsigned char format) const
 {
-    quint8 effects = 0;
+    quint16 effects = 0;
     for (const Ability &ability : abilities) {
         if ((format & ability.format) != 0 && (m_layout.m_paper.model().*ability.has)())
             effects |= ability.effect;

@@ -5,6 +5,7 @@ namespace receiptpreview {
 namespace {
 
 constexpr int underlineDots = 2;
+constexpr int fineUnderlineDots = 1;
 constexpr int dashDots = 12;
 constexpr int gapDots = 8;
 constexpr int frameDots = 2;
@@ -20,6 +21,18 @@ public:
         : m_layout(layout), m_top(top), m_bottom(bottom), m_canvas(canvas)
     {}
 
+    /// Cells that are white on black: what else stands there burns into their white, too.
+    void paintInverse(const Row &row)
+    {
+        for (int i = row.firstCell; i < row.firstCell + row.cellCount; ++i) {
+            const Cell &cell = m_layout.cells().at(static_cast<std::size_t>(i));
+            if (!cell.has(Cell::Inverse))
+                continue;
+            m_canvas.fill(m_layout.cellRect(row, cell), Ink::Print);
+            paintCharacter(row, cell);
+        }
+    }
+
     void paint(const Row &row)
     {
         if (row.continues)
@@ -28,10 +41,15 @@ public:
             paintFrame(row);
         if (row.kind == Row::Cut)
             paintCut(row);
-        if (row.kind == Row::Image)
-            paintRaster(row);
-        for (int i = row.firstCell; i < row.firstCell + row.cellCount; ++i)
-            paintCell(row, m_layout.cells().at(static_cast<std::size_t>(i)));
+        if (row.kind == Row::Gap)
+            m_canvas.fill({0, row.top, m_layout.paper().width(), row.height}, Ink::Table);
+        for (int i = row.firstRaster; i < row.firstRaster + row.rasterCount; ++i)
+            paintRaster(row, m_layout.rasters().at(static_cast<std::size_t>(i)));
+        for (int i = row.firstCell; i < row.firstCell + row.cellCount; ++i) {
+            const Cell &cell = m_layout.cells().at(static_cast<std::size_t>(i));
+            if (!cell.has(Cell::Inverse))
+                paintCell(row, cell);
+        }
     }
 
 private:
@@ -65,26 +83,53 @@ private:
 
     void paintCell(const Row &row, const Cell &cell)
     {
+        paintCharacter(row, cell);
+        if (!cell.has(Cell::Underline) && !cell.has(Cell::FineUnderline))
+            return;
+        const QRect rect = m_layout.cellRect(row, cell);
+        const int dots = cell.has(Cell::FineUnderline)
+                             ? fineUnderlineDots
+                             : underlineDots * (cell.has(Cell::DoubleHeight) ? 2 : 1);
+        const int top = cell.has(Cell::UpsideDown) ? rect.top() : rect.bottom() + 1 - dots;
+        m_canvas.fill({rect.left(), top, rect.width(), dots}, Ink::Print);
+    }
+
+    void paintCharacter(const Row &row, const Cell &cell)
+    {
         const QRect rect = m_layout.cellRect(row, cell);
         if (cell.has(Cell::Symbol)) {
             const QSize font = cell.fontCell();
             const QSize dots(cell.width / font.width(), cell.height / font.height());
             paintPixels(m_layout.symbol(cell), 8, rect.topLeft(), dots, rect.width());
+        } else if (cell.drawing >= 0) {
+            paintDrawing(cell, rect);
         } else if (cell.code != u' ') {
             m_canvas.glyph(rect, cell.code, cell.effects);
         }
-        if (cell.has(Cell::Underline)) {
-            const int dots = underlineDots * (cell.has(Cell::DoubleHeight) ? 2 : 1);
-            m_canvas.fill({rect.left(), rect.bottom() + 1 - dots, rect.width(), dots}, Ink::Print);
-        }
     }
 
-    void paintRaster(const Row &row)
+    /// A character that the stream defines, spread over its cell.
+    void paintDrawing(const Cell &cell, const QRect &rect)
     {
-        const Raster &raster = m_layout.rasters().at(static_cast<std::size_t>(row.raster));
+        const Raster &drawing = m_layout.drawings().at(static_cast<std::size_t>(cell.drawing));
+        const QTransform turn = turnOf(cell.effects, rect.size());
+        const QSize dots = drawing.dotsPerPixel;
+        const QRect inside(QPoint(0, 0), rect.size());
+        forEachRun(drawing.image, drawing.alignmentBits, drawing.image.width(), 0,
+                   drawing.image.height() - 1, [&](const QRect &run) {
+                       const QRect upright(run.left() * dots.width(), run.top() * dots.height(),
+                                           run.width() * dots.width(), dots.height());
+                       const QRect shown = turn.mapRect(upright).intersected(inside);
+                       if (!shown.isEmpty())
+                           m_canvas.fill(shown.translated(rect.topLeft()), inkOf(cell.effects));
+                   });
+    }
+
+    void paintRaster(const Row &row, const Raster &raster)
+    {
         const Paper &paper = m_layout.paper();
-        paintPixels(raster.image, raster.alignmentBits, {raster.left, row.top}, raster.dotsPerPixel,
-                    paper.leftMargin() + paper.printableWidth() - raster.left);
+        paintPixels(raster.image, raster.alignmentBits, {raster.left, row.top + raster.top},
+                    raster.dotsPerPixel, paper.leftMargin() + paper.printableWidth() - raster.left);
     }
 
     /// Paints runs of set pixels, of the rows between the two heights.
@@ -94,16 +139,26 @@ private:
         const int columns = qMin(image.width(), widthInDots / dots.width());
         const int firstRow = qMax(0, (m_top - origin.y()) / dots.height());
         const int lastRow = qMin(image.height() - 1, (m_bottom - origin.y()) / dots.height());
+        forEachRun(image, alignmentBits, columns, firstRow, lastRow, [&](const QRect &run) {
+            m_canvas.fill(
+                {origin.x() + run.left() * dots.width(), origin.y() + run.top() * dots.height(),
+                 run.width() * dots.width(), dots.height()},
+                Ink::Print);
+        });
+    }
+
+    /// Calls with the runs of set pixels of some rows, each one pixel high.
+    template <typename Function>
+    static void forEachRun(const MonochromeImage &image, int alignmentBits, int columns,
+                           int firstRow, int lastRow, const Function &call)
+    {
         for (int y = firstRow; y <= lastRow; ++y) {
             for (int x = 0; x < columns; ++x) {
                 const int start = x;
                 while (x < columns && image.pixel(x, y, alignmentBits))
                     ++x;
                 if (x > start)
-                    m_canvas.fill(
-                        {origin.x() + start * dots.width(), origin.y() + y * dots.height(),
-                         (x - start) * dots.width(), dots.height()},
-                        Ink::Print);
+                    call(QRect(start, y, x - start, 1));
             }
         }
     }
@@ -119,9 +174,16 @@ private:
 void paint(const Layout &layout, int top, int bottom, Canvas &canvas)
 {
     RowPainter painter(layout, top, bottom, canvas);
-    for (auto row = layout.firstRowBelow(top); row != layout.rows().end() && row->top < bottom;
-         ++row)
-        painter.paint(*row);
+    const auto first = layout.firstRowBelow(top);
+    const auto end = layout.rows().end();
+    if (layout.hasInverse()) {
+        for (auto row = first; row != end && row->top < bottom; ++row)
+            painter.paintInverse(*row);
+    }
+    for (auto row = first; row != end && row->top < bottom; ++row) {
+        if (row->bottom() > top)
+            painter.paint(*row);
+    }
 }
 
 }  // namespace receiptpreview

@@ -6,8 +6,9 @@
 
 namespace receiptpreview {
 
-/// Colours that mean something: what the print head burns, and what only the picture shows.
-enum class Ink { Print, Note, Guide };
+/// Colours that mean something: what the print head burns or leaves, and what only the picture
+/// shows.
+enum class Ink { Print, Note, Guide, Blank, Table };
 
 /// Colour of an ink, as 0xRRGGBB.
 constexpr unsigned int colourOf(Ink ink)
@@ -17,9 +18,19 @@ constexpr unsigned int colourOf(Ink ink)
             return 0xC00000;
         case Ink::Guide:
             return 0x808080;
+        case Ink::Blank:
+            return 0xFFFFFF;
+        case Ink::Table:
+            return 0xD0D0D0;
         default:
             return 0x000000;
     }
+}
+
+/// What a character of these effects is drawn with.
+constexpr Ink inkOf(quint16 effects)
+{
+    return (effects & Cell::Inverse) != 0 ? Ink::Blank : Ink::Print;
 }
 
 /// What rows are painted on, in dots.
@@ -33,7 +44,7 @@ public:
 
     virtual void fill(const QRect &dots, Ink ink) = 0;
     /// Draws a character; the cell is neither a blank nor a special symbol.
-    virtual void glyph(const QRect &dots, char16_t code, quint8 effects) = 0;
+    virtual void glyph(const QRect &dots, char16_t code, quint16 effects) = 0;
 };
 
 /// Paints what lies between two heights, and perhaps somewhat more of it.

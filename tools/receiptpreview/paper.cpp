@@ -50,9 +50,22 @@ Paper::Paper(const PrinterInfo &model, int paperId, int baseFont, const QTextCod
         if (font.id() == baseFont)
             m_baseFont = font;
     }
+    setLine(m_info.pointsToLine());
+}
+
+void Paper::setLine(int dots)
+{
     const int paperDots = qRound(millimetresOf(m_info) / millimetresPerInch * m_dotsPerInch);
-    m_printableWidth = qBound(leastLine, m_info.pointsToLine(), mostDots);
+    m_printableWidth = qBound(leastLine, dots, mostDots);
     m_width = qBound(m_printableWidth, paperDots, 2 * mostDots);
+}
+
+Paper Paper::withLine(int dots, int dotsPerInch) const
+{
+    Paper paper = *this;
+    paper.m_dotsPerInch = dotsPerInch > 0 ? dotsPerInch : usualDotsPerInch;
+    paper.setLine(dots);
+    return paper;
 }
 
 const FontInfo &Paper::font(unsigned char number) const

@@ -19,6 +19,9 @@ public:
     Paper(const PrinterInfo &model, int paperId, int baseFont,
           const QTextCodec *codePage = nullptr);
 
+    /// The same paper with a line of other dots, as it was printed.
+    Paper withLine(int dots, int dotsPerInch) const;
+
     const PrinterInfo &model() const { return m_model; }
     const PaperInfo &info() const { return m_info; }
 
@@ -40,6 +43,8 @@ public:
     int charactersPerLine() const { return m_printableWidth / m_baseFont.width(); }
 
 private:
+    void setLine(int dots);
+
     PrinterInfo m_model;
     PaperInfo m_info;
     QList<FontInfo> m_fonts;

@@ -30,7 +30,7 @@ public:
         m_painter.fillRect(dots.translated(0, -m_top), QColor(QRgb(colourOf(ink))));
     }
 
-    void glyph(const QRect &dots, char16_t code, quint8 effects) override
+    void glyph(const QRect &dots, char16_t code, quint16 effects) override
     {
         QGlyphRun run;
         run.setRawFont((effects & Cell::Bold) != 0 ? m_bold : m_regular);
@@ -39,6 +39,7 @@ public:
         const QTransform outer = m_painter.transform();
         const QTransform place = QTransform::fromTranslate(dots.left(), dots.top() - m_top);
         m_painter.setTransform(m_typeface.toCell(effects, dots.size()) * place * outer);
+        m_painter.setPen(QColor(QRgb(colourOf(inkOf(effects)))));
         m_painter.drawGlyphRun(QPointF(0, 0), run);
         m_painter.setTransform(outer);
     }
@@ -51,24 +52,57 @@ private:
     int m_top = 0;
 };
 
-/// Where pages end: before a row that would be beyond the height, unless a row is higher than that.
-std::vector<int> pageEnds(const Layout &layout, int pageHeight)
+/// What a page shows of the paper.
+struct Page
 {
-    std::vector<int> ends;
-    int top = 0;
-    for (const Row &row : layout.rows()) {
-        if (row.bottom() - top > pageHeight && row.top > top) {
-            top = row.top;
-            ends.push_back(top);
+    int top;
+    int bottom;
+
+    int height() const { return bottom - top; }
+};
+
+/// Pages end before a row that would be beyond the height, unless a row is higher than that, and
+/// with each piece of paper. One that ends in blank paper may be twice as high.
+class Pages
+{
+public:
+    Pages(const Layout &layout, int pageHeight) : m_pageHeight(pageHeight)
+    {
+        for (const Row &row : layout.rows()) {
+            if (row.kind == Row::Gap)
+                end(row.top, row.bottom());
+            else if (row.bottom() - m_top > m_pageHeight)
+                endBefore(row);
         }
-        while (row.bottom() - top > pageHeight) {
-            top += pageHeight;
-            ends.push_back(top);
-        }
+        end(layout.size().height(), 0);
     }
-    ends.push_back(layout.size().height());
-    return ends;
-}
+
+    const std::vector<Page> &pages() const { return m_pages; }
+
+private:
+    void endBefore(const Row &row)
+    {
+        if (row.top > m_top)
+            end(row.top, row.top);
+        while (row.bottom() - m_top > m_pageHeight)
+            add(m_top + m_pageHeight, m_top + m_pageHeight);
+    }
+    void end(int bottom, int nextTop)
+    {
+        while (bottom - m_top > 2 * m_pageHeight)
+            add(m_top + m_pageHeight, m_top + m_pageHeight);
+        add(bottom, nextTop);
+    }
+    void add(int bottom, int nextTop)
+    {
+        m_pages.push_back({m_top, bottom});
+        m_top = nextTop;
+    }
+
+    const int m_pageHeight;
+    int m_top = 0;
+    std::vector<Page> m_pages;
+};
 
 QPageSize pageOf(const Layout &layout, int height, int scale)
 {
@@ -98,25 +132,23 @@ bool paintPages(const Layout &layout, const Typeface &typeface, int scale, QPdfW
 {
     const int dotsPerInch = layout.paper().dotsPerInch();
     const int pageHeight = qRound(tallestPageMillimetres / millimetresPerInch * dotsPerInch);
-    const std::vector<int> ends = pageEnds(layout, pageHeight);
+    const std::vector<Page> pages = Pages(layout, pageHeight).pages();
     writer.setResolution(dotsPerInch);
     writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-    writer.setPageSize(pageOf(layout, ends.front(), scale));
+    writer.setPageSize(pageOf(layout, pages.front().height(), scale));
     QPainter painter;
     if (!painter.begin(&writer))
         return false;
     painter.scale(scale, scale);
     PdfCanvas canvas(painter, typeface);
-    int top = 0;
-    for (const int end : ends) {
-        if (top > 0) {
-            writer.setPageSize(pageOf(layout, end - top, scale));
+    for (const Page &page : pages) {
+        if (page.top > 0) {
+            writer.setPageSize(pageOf(layout, page.height(), scale));
             writer.newPage();
         }
-        canvas.setTop(top);
-        paint(layout, top, end, canvas);
-        top = end;
-        progress(end, layout.size().height());
+        canvas.setTop(page.top);
+        paint(layout, page.top, page.bottom, canvas);
+        progress(page.bottom, layout.size().height());
     }
     return painter.end();
 }

@@ -54,7 +54,7 @@ public:
     {
         m_xml.writeStartElement(QStringLiteral("defs"));
         for (const Cell &cell : layout.cells()) {
-            if (!cell.has(Cell::Symbol) && cell.code != u' ')
+            if (!cell.has(Cell::Symbol) && cell.drawing < 0 && cell.code != u' ')
                 define(cell.code, cell.effects, QSize(cell.width, cell.height));
         }
         m_xml.writeEndElement();
@@ -67,11 +67,10 @@ public:
         attribute("y", dots.y());
         attribute("width", dots.width());
         attribute("height", dots.height());
-        if (ink != Ink::Print)
-            m_xml.writeAttribute(QStringLiteral("fill"), QColor(QRgb(colourOf(ink))).name());
+        writeInk(ink);
     }
 
-    void glyph(const QRect &dots, char16_t code, quint8 effects) override
+    void glyph(const QRect &dots, char16_t code, quint16 effects) override
     {
         const auto found = m_ids.find(keyOf(code, effects, dots.size()));
         if (found == m_ids.end())
@@ -80,12 +79,13 @@ public:
         m_xml.writeAttribute(QStringLiteral("xlink:href"), QLatin1Char('#') + found->second);
         attribute("x", dots.x());
         attribute("y", dots.y());
+        writeInk(inkOf(effects));
     }
 
 private:
-    using Key = std::tuple<char16_t, quint8, int, int>;
+    using Key = std::tuple<char16_t, quint16, int, int>;
 
-    static Key keyOf(char16_t code, quint8 effects, const QSize &size)
+    static Key keyOf(char16_t code, quint16 effects, const QSize &size)
     {
         return {code, effects, size.width(), size.height()};
     }
@@ -95,7 +95,13 @@ private:
         m_xml.writeAttribute(QLatin1String(name), QString::number(value));
     }
 
-    void define(char16_t code, quint8 effects, const QSize &size)
+    void writeInk(Ink ink)
+    {
+        if (ink != Ink::Print)
+            m_xml.writeAttribute(QStringLiteral("fill"), QColor(QRgb(colourOf(ink))).name());
+    }
+
+    void define(char16_t code, quint16 effects, const QSize &size)
     {
         QString &id = m_ids[keyOf(code, effects, size)];
         if (!id.isEmpty())

@@ -11,10 +11,10 @@ constexpr int mostImages = 5000;
 
 }  // namespace
 
-const QImage &GlyphImages::image(const QSize &cell, char16_t code, quint8 effects)
+const QImage &GlyphImages::image(const QSize &cell, char16_t code, quint16 effects)
 {
-    const quint64 key = quint64(code) | quint64(effects) << 16 | quint64(cell.width()) << 24 |
-                        quint64(cell.height()) << 40;
+    const quint64 key = quint64(code) | quint64(effects) << 16 | quint64(cell.width()) << 32 |
+                        quint64(cell.height()) << 48;
     const auto found = m_images.constFind(key);
     if (found != m_images.constEnd())
         return *found;
@@ -24,7 +24,8 @@ const QImage &GlyphImages::image(const QSize &cell, char16_t code, quint8 effect
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(m_typeface.outline(code, effects, cell * m_scale), Qt::black);
+    painter.fillPath(m_typeface.outline(code, effects, cell * m_scale),
+                     QColor(QRgb(colourOf(inkOf(effects)))));
     painter.end();
     return *m_images.insert(key, image);
 }
@@ -40,7 +41,7 @@ void RasterCanvas::fill(const QRect &dots, Ink ink)
                        QColor(QRgb(colourOf(ink))));
 }
 
-void RasterCanvas::glyph(const QRect &dots, char16_t code, quint8 effects)
+void RasterCanvas::glyph(const QRect &dots, char16_t code, quint16 effects)
 {
     m_painter.drawImage(QPoint(dots.left() * m_scale, (dots.top() - m_top) * m_scale),
                         m_glyphs.image(dots.size(), code, effects));

@@ -15,7 +15,7 @@ class GlyphImages
 public:
     GlyphImages(const Typeface &typeface, int scale) : m_typeface(typeface), m_scale(scale) {}
 
-    const QImage &image(const QSize &cell, char16_t code, quint8 effects);
+    const QImage &image(const QSize &cell, char16_t code, quint16 effects);
 
 private:
     const Typeface &m_typeface;
@@ -30,7 +30,7 @@ public:
     RasterCanvas(QImage &image, int top, int scale, GlyphImages &glyphs);
 
     void fill(const QRect &dots, Ink ink) override;
-    void glyph(const QRect &dots, char16_t code, quint8 effects) override;
+    void glyph(const QRect &dots, char16_t code, quint16 effects) override;
 
 private:
     const int m_top;

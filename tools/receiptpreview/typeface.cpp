@@ -41,7 +41,7 @@ bool Typeface::loadFace(Face &face, const QString &path, QString *error)
 
 /// Qt embeds only what comes from its font database, which looks fonts up by name. The outlines say
 /// whether what it found is the file's own font.
-QRawFont Typeface::embeddableFont(quint8 effects) const
+QRawFont Typeface::embeddableFont(quint16 effects) const
 {
     const Face &own = face(effects);
     QFontDatabase::addApplicationFont(own.path);
@@ -54,14 +54,14 @@ QRawFont Typeface::embeddableFont(quint8 effects) const
     return found.fontTable("glyf") == own.outlines.fontTable("glyf") ? found : own.outlines;
 }
 
-QPainterPath Typeface::outline(char16_t code, quint8 effects, const QSizeF &cell) const
+QPainterPath Typeface::outline(char16_t code, quint16 effects, const QSizeF &cell) const
 {
     if (code == u' ')
         return QPainterPath();
     return toCell(effects, cell).map(font(effects).pathForGlyph(glyph(code, effects)));
 }
 
-quint32 Typeface::glyph(char16_t code, quint8 effects) const
+quint32 Typeface::glyph(char16_t code, quint16 effects) const
 {
     quint32 index = 0;
     int count = 1;
@@ -70,7 +70,13 @@ quint32 Typeface::glyph(char16_t code, quint8 effects) const
     return index;
 }
 
-QTransform Typeface::toCell(quint8 effects, const QSizeF &cell) const
+QTransform Typeface::toCell(quint16 effects, const QSizeF &cell) const
+{
+    const bool isTurned = (effects & Cell::Turned) != 0;
+    return toUprightCell(effects, isTurned ? cell.transposed() : cell) * turnOf(effects, cell);
+}
+
+QTransform Typeface::toUprightCell(quint16 effects, const QSizeF &cell) const
 {
     const QRawFont &face = font(effects);
     const QPointF advance = face.advancesForGlyphIndexes({glyph(u'0', effects)}).value(0);

@@ -25,15 +25,15 @@ public:
 
     /// The outline of a character in a cell of this size, with the cell's upper left corner at the
     /// origin. Empty for a blank.
-    QPainterPath outline(char16_t code, quint8 effects, const QSizeF &cell) const;
+    QPainterPath outline(char16_t code, quint16 effects, const QSizeF &cell) const;
 
-    const QRawFont &font(quint8 effects) const { return face(effects).outlines; }
+    const QRawFont &font(quint16 effects) const { return face(effects).outlines; }
     /// The same font in a form that Qt embeds in a PDF, where it can be had; else as font(). Looks
     /// the font up each time.
-    QRawFont embeddableFont(quint8 effects) const;
-    quint32 glyph(char16_t code, quint8 effects) const;
+    QRawFont embeddableFont(quint16 effects) const;
+    quint32 glyph(char16_t code, quint16 effects) const;
     /// From the font's own units, with the origin on the base line, to a cell.
-    QTransform toCell(quint8 effects, const QSizeF &cell) const;
+    QTransform toCell(quint16 effects, const QSizeF &cell) const;
 
 private:
     struct Face
@@ -42,8 +42,9 @@ private:
         QRawFont outlines;
     };
 
+    QTransform toUprightCell(quint16 effects, const QSizeF &cell) const;
     static bool loadFace(Face &face, const QString &path, QString *error);
-    const Face &face(quint8 effects) const
+    const Face &face(quint16 effects) const
     {
         return (effects & Cell::Bold) != 0 ? m_bold : m_regular;
     }
