@@ -52,7 +52,7 @@ struct CommandRow
     quint8 operandCount;
     /// The operands that the row is for, where manuals distinguish functions by them. They stand
     /// at `selectorAt`, an index of the operands. Without any the row is for all values.
-    char selector[4];
+    char selector[8];
     quint8 selectorSize;
     quint8 selectorAt;
     PayloadRule payload;

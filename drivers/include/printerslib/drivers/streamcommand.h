@@ -32,19 +32,22 @@ struct PRINTERSLIB_DRIVERS_EXPORT StreamCommand
     };
 
     Kind kind = Text;
-    qint64 offset = 0;               ///< from the start of the stream
-    QByteArray bytes;                ///< all of it, introducer and data among them
-    const CommandRow *row = nullptr;  ///< null in texts, and where nothing is known
-    int operandsBegin = 0;           ///< of `bytes`: behind the introducer
-    int payloadBegin = 0;            ///< behind the single operands
-    qint64 bytesExpected = 0;        ///< Incomplete: how long the whole would be; 0: not known
-    QVector<RealTime> realTime;      ///< in the order of their offsets
+    qint64 offset = 0;  ///< from the start of the stream
+    QByteArray bytes;   ///< all of it, introducer and data among them
+    /// Null in texts, and where nothing is known. Incomplete: of several that begin so the first.
+    const CommandRow *row = nullptr;
+    int operandsBegin = 0;       ///< of `bytes`: behind the introducer
+    int payloadBegin = 0;        ///< behind the single operands
+    qint64 bytesExpected = 0;    ///< Incomplete: how long the whole would be; 0: not known
+    bool isSwitchedOff = false;  ///< by GS ( D, so it does nothing
+    QVector<RealTime> realTime;  ///< in the order of their offsets
 
     /// A single operand, in the row's order; 0 where there is none.
     int operand(int index) const
     {
         const int at = operandsBegin + index;
-        return at < payloadBegin && at < bytes.size() ? static_cast<unsigned char>(bytes.at(at)) : 0;
+        return at < payloadBegin && at < bytes.size() ? static_cast<unsigned char>(bytes.at(at))
+                                                      : 0;
     }
     /// Two neighbouring operands, the low one first.
     int word(int index) const { return operand(index) + 256 * operand(index + 1); }

@@ -12,8 +12,9 @@ namespace printerslib::drivers {
 
 /// Cuts a printer's stream into commands and texts, as they come in.
 ///
-/// Any bytes are a stream: none is an error. What is kept is what the last command still lacks, so
-/// memory is bounded by the bytes that came in. One thread at a time.
+/// Any bytes are a stream: none is an error. What is kept is the command that isn't whole yet, 64
+/// MiB of it at most; a longer one is given up as incomplete, and reading goes on behind. A command
+/// takes at most 200 bytes of memory for each of its bytes. One thread at a time.
 class PRINTERSLIB_DRIVERS_EXPORT StreamReader
 {
 public:

@@ -1,0 +1,535 @@
+#include <QtTest>
+
+#include "commandsets/commandrow_p.h"
+#include "printerslib/drivers/streamreader.h"
+#include "printerstreams.h"
+
+using namespace printerslib::drivers;
+
+namespace {
+
+const char *const streamModels[] = {
+    "GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80",    "CITIZEN_PPU_700", "TSP-TUP",
+    "SWECOIN_TM_20XX",        "CITIZEN_CTS_2000",
+};
+
+PrinterProfile profileOf(const char *model)
+{
+    return PrinterProfile::forModel(QLatin1String(model)).value();
+}
+
+/// Bytes from hexadecimal digits and, between quotes, texts: "1b40 'Total' 0a".
+QByteArray bytesOf(const QByteArray &notation)
+{
+    QByteArray bytes;
+    const QList<QByteArray> parts = notation.split('\'');
+    for (int i = 0; i < parts.size(); ++i)
+        bytes += i % 2 == 0 ? QByteArray::fromHex(parts.at(i)) : parts.at(i);
+    return bytes;
+}
+
+QByteArray told(const StreamCommand &command)
+{
+    const QByteArray name = command.row == nullptr ? "" : command.row->mnemonic;
+    switch (command.kind) {
+        case StreamCommand::Text:
+            return '\'' + command.bytes + '\'';
+        case StreamCommand::Command:
+            return name + ' ' + command.bytes.mid(command.operandsBegin).toHex();
+        case StreamCommand::Skipped:
+            return "skipped " + name + ' ' + command.bytes.mid(command.operandsBegin).toHex();
+        case StreamCommand::Unknown:
+            return "unknown " + command.bytes.toHex();
+        case StreamCommand::Incomplete:
+            break;
+    }
+    return "incomplete " + name + ' ' + QByteArray::number(command.bytes.size()) + '/' +
+           QByteArray::number(command.bytesExpected);
+}
+
+QByteArray told(const QVector<StreamCommand> &commands)
+{
+    QByteArray all;
+    for (const StreamCommand &command : commands)
+        all += (all.isEmpty() ? "" : "; ") + told(command).trimmed();
+    return all;
+}
+
+QByteArray told(const QByteArray &notation, const char *model = "GENERAL_EPSON_PROTOCOL")
+{
+    return told(StreamReader::commandsOf(bytesOf(notation), profileOf(model)));
+}
+
+QByteArray together(const QVector<StreamCommand> &commands)
+{
+    QByteArray bytes;
+    for (const StreamCommand &command : commands)
+        bytes += command.bytes;
+    return bytes;
+}
+
+/// With texts that follow each other as one.
+QVector<StreamCommand> joined(const QVector<StreamCommand> &commands)
+{
+    QVector<StreamCommand> made;
+    for (const StreamCommand &command : commands) {
+        const bool goesOn = command.kind == StreamCommand::Text && !made.isEmpty() &&
+                            made.last().kind == StreamCommand::Text;
+        if (goesOn)
+            made.last().bytes += command.bytes;
+        else
+            made.append(command);
+    }
+    return made;
+}
+
+bool areSame(const StreamCommand::RealTime &a, const StreamCommand::RealTime &b)
+{
+    return a.offset == b.offset && a.row == b.row && a.bytes == b.bytes &&
+           a.isSwitchedOff == b.isSwitchedOff;
+}
+
+bool areSame(const StreamCommand &a, const StreamCommand &b)
+{
+    return a.kind == b.kind && a.offset == b.offset && a.bytes == b.bytes && a.row == b.row &&
+           a.operandsBegin == b.operandsBegin && a.payloadBegin == b.payloadBegin &&
+           a.bytesExpected == b.bytesExpected && a.isSwitchedOff == b.isSwitchedOff &&
+           std::equal(a.realTime.begin(), a.realTime.end(), b.realTime.begin(), b.realTime.end(),
+                      [](const auto &x, const auto &y) { return areSame(x, y); });
+}
+
+bool areSame(const QVector<StreamCommand> &a, const QVector<StreamCommand> &b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const auto &x, const auto &y) { return areSame(x, y); });
+}
+
+QVector<StreamCommand> readInPieces(const QByteArray &stream, const PrinterProfile &profile,
+                                    const std::vector<int> &sizes)
+{
+    StreamReader reader(profile);
+    QVector<StreamCommand> commands;
+    int at = 0;
+    for (const int size : sizes) {
+        commands += reader.read(stream.mid(at, size));
+        at += size;
+    }
+    commands += reader.read(stream.mid(at));
+    return commands + reader.finish();
+}
+
+/// A law over streams of any model.
+template <typename Law>
+void holds(const char *description, Law law)
+{
+    QVERIFY(rc::check(description, [&law] {
+        const PrinterProfile profile =
+            profileOf(streamModels[*rc::gen::inRange(0, int(std::size(streamModels)))]);
+        const bool isWild = *rc::gen::inRange(0, 4) == 0;
+        law(isWild ? printerstreams::anyBytes(60)
+                   : printerstreams::anyStream(profile.dialect(), profile.vendor()),
+            profile);
+    }));
+}
+
+}  // namespace
+
+class TestStreamReader : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void streamsAreCutIntoCommands_data();
+    void streamsAreCutIntoCommands();
+    void commandsOfOtherDialects_data();
+    void commandsOfOtherDialects();
+    void endsInsideCommands_data();
+    void endsInsideCommands();
+    void offsetsCountFromTheStart();
+    void operandsAndPayloadAreApart();
+    void countedOperandsMayBeMissing();
+    void textIsNotLookedForInPayloads();
+    void realTimeCommandsAreFoundInPayloads();
+    void realTimeCommandsAreNotFoundAcrossPayloads();
+    void realTimeCommandsAreFoundInTheIncomplete();
+    void pulsesAreSwitchedByGsD();
+    void powerOffIsOffUntilSwitchedOn();
+    void initializeSwitchesBack();
+    void rasterModeHasCommandsOfItsOwn();
+    void lettersAreTextOutsideTheRasterMode();
+    void emptyStreamHasNoCommands();
+    void nextStreamBeginsAnew();
+    void readerKeepsNothingOfTheCallers();
+    void whatIsTooLongIsGivenUp();
+    void longCommandsInSmallPiecesTakeNoLonger();
+    void unendingTextsInSmallPiecesAreSearchedOnce();
+    void bytesPutTogetherAreTheStream();
+    void piecesMakeTheSameCommands();
+    void everyCutOfAStreamIsRead();
+};
+
+void TestStreamReader::streamsAreCutIntoCommands_data()
+{
+    QTest::addColumn<QByteArray>("stream");
+    QTest::addColumn<QByteArray>("commands");
+    const auto row = [](const char *name, const char *stream, const char *commands) {
+        QTest::newRow(name) << QByteArray(stream) << QByteArray(commands);
+    };
+    row("text", "'Total'", "'Total'");
+    row("text of high bytes", "80ff7f", "'\x80\xff\x7f'");
+    row("text between commands", "1b40'A'0a'B'0a", "ESC @; 'A'; LF; 'B'; LF");
+    row("operands", "1b4501 1d2111 1b330a", "ESC E 01; GS ! 11; ESC 3 0a");
+    row("operand that looks like a command", "1b451b'A'", "ESC E 1b; 'A'");
+    row("introducer of three bytes", "1b633001", "unknown 1b6330; unknown 01");
+    row("introducer of three bytes, known", "1b633301", "ESC c 3 01");
+    row("unknown escape", "1b01'A'", "unknown 1b01; 'A'");
+    row("unknown control characters", "0100'A'", "unknown 01; unknown 00; 'A'");
+    row("unknown real-time", "1005ff'A'", "unknown 1005ff; 'A'");
+    row("tab stops", "1b44081000'A'", "ESC D 081000; 'A'");
+    row("tab stops that fall", "1b44100841", "ESC D 10; unknown 08; 'A'");
+    row("tab stops, none", "1b4400", "ESC D 00");
+    row("raster picture", "1d763000 0200 0300 'abcdef' 'A'", "GS v 0 0002000300616263646566; 'A'");
+    row("raster picture without rows", "1d763000 0200 0000 'A'", "GS v 0 0002000000; 'A'");
+    row("columns of one byte", "1b2a00 0300 'abc' 'A'", "ESC * 000300616263; 'A'");
+    row("columns of three bytes", "1b2a21 0100 'abc' 'A'", "ESC * 210100616263; 'A'");
+    row("defined picture", "1d2a0101'01234567''A'", "GS * 01013031323334353637; 'A'");
+    row("barcode with an end", "1d6b02'400638133393'00'A'",
+        "GS k 0234303036333831333333393300; 'A'");
+    row("barcode with a length", "1d6b4904'{B12''A'", "GS k 49047b423132; 'A'");
+    row("barcode of no symbology", "1d6b07'A'", "unknown 1d6b07; 'A'");
+    row("code", "1d286b0600315030'abc''A'", "GS ( k 0600315030616263; 'A'");
+    row("code, unknown function", "1d286b040031ff3030'A'", "skipped GS ( 6b040031ff3030; 'A'");
+    row("code, unknown symbology", "1d286b0200ffff'A'", "skipped GS ( 6b0200ffff; 'A'");
+    row("code, too short for a function", "1d286b01003150'A'", "skipped GS ( 6b010031; 'PA'");
+    row("unknown with a length", "1d28790300'abc''A'", "skipped GS ( 790300616263; 'A'");
+    row("unknown with a long length", "1d385a03000000'abc''A'",
+        "skipped GS 8 5a03000000616263; 'A'");
+    row("unknown of ESC (", "1b284301000a'A'", "skipped ESC ( 4301000a; 'A'");
+    row("unknown of FS (", "1c285a0000'A'", "skipped FS ( 5a0000; 'A'");
+    row("graphics", "1d384c0c000000 3070300101310800 0200 1122'A'",
+        "GS 8 L 0c0000003070300101310800020011 22; 'A'");
+    row("cut", "1d5600'A'", "GS V 00; 'A'");
+    row("cut with feed", "1d564205'A'", "GS V 4205; 'A'");
+    row("cut of no known kind", "1d5605'A'", "GS V 05; 'A'");
+    row("user's characters", "1b26034142 01'abc' 00 'A'", "ESC & 03414201616263 00; 'A'");
+    row("user's characters, none", "1b26034241'A'", "ESC & 034241; 'A'");
+    row("stored pictures", "1c7102 01000100'01234567' 00000000 'A'",
+        "FS q 0201000100303132333435363700000000; 'A'");
+    row("bitmap", "1d4430433031 3031 31 '' 424d08000000'ab''A'",
+        "GS D 30433031303131424d080000006162; 'A'");
+    row("counter", "1d433b'1;2;3;4;5;''A'", "GS C ; 313b323b333b343b353b; 'A'");
+    row("counter without its end", "1d433b'1;2''A'", "GS C ; 313b32; 'A'");
+    row("two-byte characters", "1c26 b1b2 1c2e", "FS &; '\xb1\xb2'; FS .");
+    row("pulse", "1b700019fa", "ESC p 0019fa");
+    row("pulse at once", "1014010001", "DLE DC4 010001");
+    row("buffer clear", "101408 01031401060208", "DLE DC4 0801031401060208");
+    row("italics with an operand", "1b3401'A'", "ESC 4 01; 'A'");
+    row("italics without one", "1b34'A'1b35", "ESC 4; 'A'; ESC 5");
+    row("ejector of another vendor", "1d6505", "unknown 1d65; unknown 05");
+}
+
+void TestStreamReader::streamsAreCutIntoCommands()
+{
+    QFETCH(QByteArray, stream);
+    QFETCH(QByteArray, commands);
+    QByteArray wanted = commands;
+    QByteArray found = told(stream);
+    QCOMPARE(found.replace(" ", ""), wanted.replace(" ", ""));
+}
+
+void TestStreamReader::commandsOfOtherDialects_data()
+{
+    QTest::addColumn<QByteArray>("model");
+    QTest::addColumn<QByteArray>("stream");
+    QTest::addColumn<QByteArray>("commands");
+    const auto row = [](const char *name, const char *model, const char *stream,
+                        const char *commands) {
+        QTest::newRow(name) << QByteArray(model) << QByteArray(stream) << QByteArray(commands);
+    };
+    row("Custom: eject", "CUSTOM_VKP_80", "1d6505'A'", "GS e 05; 'A'");
+    row("Custom: present by steps", "CUSTOM_VKP_80", "1d65030c'A'", "GS e 030c; 'A'");
+    row("Custom: italics take an operand", "CUSTOM_VKP_80", "1b3441'A'", "ESC 4 41; 'A'");
+    row("Citizen: retract", "CITIZEN_PPU_700", "1d5230'A'", "GS R 30; 'A'");
+    row("Citizen: timer", "CITIZEN_PPU_700", "1d523105'A'", "GS R 3105; 'A'");
+    row("Star: code page", "TSP-TUP", "1b1d740a'A'", "ESC GS t 0a; 'A'");
+    row("Star: bold", "TSP-TUP", "1b45'A'1b46", "ESC E; 'A'; ESC F");
+    row("Star: QR", "TSP-TUP", "1b1d79443100 0300'abc' 1b1d7950",
+        "ESC GS y D 1 000300616263; ESC GS y P");
+    row("Star: barcode", "TSP-TUP", "1b6236010250'123'1e'A'", "ESC b 360102503132331e; 'A'");
+    row("Star: 24 rows", "TSP-TUP", "1b6b0100'012345678901234567890123''A'",
+        "ESC k 0100303132333435363738393031323334353637383930313233; 'A'");
+    row("Star: form's length in inches", "TSP-TUP", "1b43000c'A'", "ESC C 000c; 'A'");
+    row("Star: form's length in lines", "TSP-TUP", "1b430c'A'", "ESC C 0c; 'A'");
+    row("Star: status", "TSP-TUP", "05041b0601", "ENQ; EOT; ESC ACK SOH");
+    row("Star: drawers", "TSP-TUP", "071c191a", "BEL; FS; EM; SUB");
+    row("Swecoin: cuts", "SWECOIN_TM_20XX", "1e1b1e1b0c0a1905", "RS; ESC RS; ESC FF 0a; EM 05");
+    row("Swecoin: status", "SWECOIN_TM_20XX", "051b0506", "ENQ; ESC ENQ 06");
+    row("Swecoin: parameter", "SWECOIN_TM_20XX", "1b26500113'A'", "ESC & P 0113; 'A'");
+    row("Swecoin: parameters", "SWECOIN_TM_20XX", "1b2650000f020506'A'", "ESC & P 000f020506; 'A'");
+}
+
+void TestStreamReader::commandsOfOtherDialects()
+{
+    QFETCH(QByteArray, model);
+    QFETCH(QByteArray, stream);
+    QFETCH(QByteArray, commands);
+    QCOMPARE(told(stream, model.constData()), commands);
+}
+
+void TestStreamReader::endsInsideCommands_data()
+{
+    QTest::addColumn<QByteArray>("stream");
+    QTest::addColumn<QByteArray>("commands");
+    const auto row = [](const char *name, const char *stream, const char *commands) {
+        QTest::newRow(name) << QByteArray(stream) << QByteArray(commands);
+    };
+    row("introducer", "'A'1b", "'A'; incomplete  1/0");
+    row("operand", "1b45", "incomplete ESC E 2/3");
+    row("last operand", "1b7000", "incomplete ESC p 3/5");
+    row("length", "1d286b03", "incomplete GS ( k 4/0");
+    row("function", "1d286b030031", "incomplete GS ( k 6/8");
+    row("length of a picture", "1d7630000200", "incomplete GS v 0 6/0");
+    row("data of a picture", "1d76300002000300'abcde'", "incomplete GS v 0 13/14");
+    row("no data of a picture", "1d76300060006000", "incomplete GS v 0 8/9224");
+    row("data without an end", "1d6b02'4006'", "incomplete GS k 7/0");
+    row("tab stops", "1b440810", "incomplete ESC D 4/0");
+    row("unknown with a length", "1d28790300'ab'", "incomplete GS ( 7/8");
+    row("unknown without its length", "1d28", "incomplete GS ( 2/0");
+    row("operand that may be missing", "1b34", "ESC 4");
+    row("stored pictures", "1c7102 00000000 00", "incomplete FS q 8/0");
+    row("four bytes of length", "1d384c ffffffff 3070", "incomplete GS 8 L 9/4294967302");
+}
+
+void TestStreamReader::endsInsideCommands()
+{
+    QFETCH(QByteArray, stream);
+    QFETCH(QByteArray, commands);
+    QCOMPARE(told(stream), commands);
+}
+
+void TestStreamReader::offsetsCountFromTheStart()
+{
+    StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
+    QVector<StreamCommand> commands = reader.read("\x1B@Total\n\x1B");
+    commands += reader.read("E\x01");
+    QVector<qint64> offsets;
+    for (const StreamCommand &command : qAsConst(commands))
+        offsets.append(command.offset);
+    QCOMPARE(offsets, (QVector<qint64>{0, 2, 7, 8}));
+}
+
+void TestStreamReader::operandsAndPayloadAreApart()
+{
+    const auto commands = StreamReader::commandsOf(
+        bytesOf("1d76300130000100'") + QByteArray(48, 'x'), profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(commands.size(), 1);
+    QCOMPARE(commands.first().operand(0), 1);
+    QCOMPARE(commands.first().word(1), 48);
+    QCOMPARE(commands.first().word(3), 1);
+    QCOMPARE(commands.first().operand(5), 0);
+    QCOMPARE(commands.first().payload(), QByteArray(48, 'x'));
+}
+
+// The row of GS ( E names one operand behind the length; a printer takes what is counted.
+void TestStreamReader::countedOperandsMayBeMissing()
+{
+    const auto commands =
+        StreamReader::commandsOf(bytesOf("1d28450000'A'"), profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(told(commands), QByteArray("GS ( E 0000; 'A'"));
+    QCOMPARE(commands.first().operand(2), 0);
+    QVERIFY(commands.first().payload().isEmpty());
+}
+
+void TestStreamReader::textIsNotLookedForInPayloads()
+{
+    QCOMPARE(told("1d763000020002 00 1b40 0a0a"), QByteArray("GS v 0 00020002001b400a0a"));
+}
+
+void TestStreamReader::realTimeCommandsAreFoundInPayloads()
+{
+    const auto commands = StreamReader::commandsOf(
+        bytesOf("'A' 1d763000 0800 0200 1004 01 100501 101401000100 0000 100409"),
+        profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(commands.size(), 3);
+    const QVector<StreamCommand::RealTime> &found = commands.at(1).realTime;
+    QCOMPARE(found.size(), 3);
+    QCOMPARE(found.at(0).row->mnemonic, "DLE EOT");
+    QCOMPARE(found.at(0).offset, qint64(9));
+    QCOMPARE(found.at(0).bytes.toHex(), QByteArray("100401"));
+    QCOMPARE(found.at(1).row->mnemonic, "DLE ENQ");
+    QCOMPARE(found.at(1).offset, qint64(12));
+    QCOMPARE(found.at(2).row->mnemonic, "DLE DC4");
+    QCOMPARE(found.at(2).bytes.toHex(), QByteArray("1014010001"));
+    QVERIFY(!found.at(2).isSwitchedOff);
+    QCOMPARE(commands.at(1).payload().size(), 16);
+}
+
+void TestStreamReader::realTimeCommandsAreNotFoundAcrossPayloads()
+{
+    const auto commands = StreamReader::commandsOf(bytesOf("1d763000 0200 0100 1004 01"),
+                                                   profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(told(commands), QByteArray("GS v 0 00020001001004; unknown 01"));
+    QVERIFY(commands.first().realTime.isEmpty());
+}
+
+void TestStreamReader::realTimeCommandsAreFoundInTheIncomplete()
+{
+    const auto commands = StreamReader::commandsOf(bytesOf("1d763000 0200 0800 100402 00"),
+                                                   profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(told(commands), QByteArray("incomplete GS v 0 12/24"));
+    QCOMPARE(commands.first().realTime.size(), 1);
+}
+
+void TestStreamReader::pulsesAreSwitchedByGsD()
+{
+    const auto commands = StreamReader::commandsOf(
+        bytesOf("1014010101 1d284403001401 00 1014010101 1d763000 0500 0100 1014010101"
+                "1d28440300140131 1014010101"),
+        profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(commands.size(), 6);
+    QVERIFY(!commands.at(0).isSwitchedOff);
+    QVERIFY(commands.at(2).isSwitchedOff);
+    QVERIFY(commands.at(3).realTime.first().isSwitchedOff);
+    QVERIFY(!commands.at(5).isSwitchedOff);
+}
+
+void TestStreamReader::powerOffIsOffUntilSwitchedOn()
+{
+    const auto commands =
+        StreamReader::commandsOf(bytesOf("1014020108 1d2844050014013002 31 1014020108 1014010001"),
+                                 profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(commands.size(), 4);
+    QVERIFY(commands.at(0).isSwitchedOff);
+    QVERIFY(!commands.at(2).isSwitchedOff);
+    QVERIFY(commands.at(3).isSwitchedOff);
+}
+
+void TestStreamReader::initializeSwitchesBack()
+{
+    const auto commands = StreamReader::commandsOf(bytesOf("1d28440300140100 1b40 1014010001"),
+                                                   profileOf("GENERAL_EPSON_PROTOCOL"));
+    QVERIFY(!commands.last().isSwitchedOff);
+}
+
+void TestStreamReader::rasterModeHasCommandsOfItsOwn()
+{
+    QCOMPARE(
+        told("1b2a7241 620200'ab' 6b0100'c' 1b2a725931300a00 'A' 1b0c00 1b2a7242 'bA'", "TSP-TUP"),
+        QByteArray("ESC * r A; b 02006162; k 010063; ESC * r Y 31300a00; unknown 41; "
+                   "ESC FF NUL; ESC * r B; 'bA'"));
+}
+
+void TestStreamReader::lettersAreTextOutsideTheRasterMode()
+{
+    QCOMPARE(told("620200", "TSP-TUP"), QByteArray("'b'; unknown 02; unknown 00"));
+}
+
+void TestStreamReader::emptyStreamHasNoCommands()
+{
+    StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
+    QVERIFY(reader.read(QByteArray()).isEmpty());
+    QVERIFY(reader.finish().isEmpty());
+    QVERIFY(reader.finish().isEmpty());
+}
+
+void TestStreamReader::nextStreamBeginsAnew()
+{
+    StreamReader reader(profileOf("TSP-TUP"));
+    reader.read(bytesOf("1b2a7241 1b"));
+    reader.finish();
+    const auto commands = reader.read("b");
+    QCOMPARE(told(commands), QByteArray("'b'"));
+    QCOMPARE(commands.first().offset, qint64(0));
+}
+
+void TestStreamReader::readerKeepsNothingOfTheCallers()
+{
+    StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
+    char buffer[] = "A\x1B";
+    const auto texts = reader.read(QByteArray::fromRawData(buffer, 2));
+    buffer[0] = 'x';
+    buffer[1] = 'x';
+    QCOMPARE(told(texts), QByteArray("'A'"));
+    QCOMPARE(told(reader.read("@")), QByteArray("ESC @"));
+}
+
+void TestStreamReader::whatIsTooLongIsGivenUp()
+{
+    StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
+    const QByteArray block(8 * 1024 * 1024, 'x');
+    QVector<StreamCommand> commands = reader.read(bytesOf("1d385affffffff"));
+    for (int i = 0; i < 8; ++i)
+        commands += reader.read(block);
+    QCOMPARE(commands.size(), 1);
+    QCOMPARE(commands.first().kind, StreamCommand::Incomplete);
+    QCOMPARE(commands.first().bytesExpected, 4294967302);
+    QCOMPARE(commands.first().bytes.size(), 8 * block.size() + 7);
+    commands = reader.read("A");
+    QCOMPARE(told(commands), QByteArray("'A'"));
+    QCOMPARE(commands.first().offset, qint64(8) * block.size() + 7);
+}
+
+// Were the bytes looked at again with each new one, these would take hours.
+void TestStreamReader::longCommandsInSmallPiecesTakeNoLonger()
+{
+    constexpr int size = 1'000'000;
+    StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
+    reader.read(bytesOf("1d385a40420f00"));
+    for (int i = 0; i < size - 1; ++i)
+        QVERIFY(reader.read("x").isEmpty());
+    const auto commands = reader.read("x");
+    QCOMPARE(commands.size(), 1);
+    QCOMPARE(commands.first().bytes.size(), size + 7);
+}
+
+void TestStreamReader::unendingTextsInSmallPiecesAreSearchedOnce()
+{
+    constexpr int size = 1'000'000;
+    StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
+    reader.read(bytesOf("1d6b04"));
+    for (int i = 0; i < size; ++i)
+        QVERIFY(reader.read("x").isEmpty());
+    const auto commands = reader.read(QByteArray(1, '\0'));
+    QCOMPARE(commands.size(), 1);
+    QCOMPARE(commands.first().bytes.size(), size + 4);
+}
+
+void TestStreamReader::bytesPutTogetherAreTheStream()
+{
+    holds("put together = stream", [](const QByteArray &stream, const PrinterProfile &profile) {
+        const auto commands = StreamReader::commandsOf(stream, profile);
+        RC_ASSERT(together(commands) == stream);
+        qint64 offset = 0;
+        for (const StreamCommand &command : commands) {
+            RC_ASSERT(command.offset == offset);
+            RC_ASSERT(!command.bytes.isEmpty());
+            RC_ASSERT(command.operandsBegin <= command.payloadBegin);
+            RC_ASSERT(command.payloadBegin <= command.bytes.size());
+            offset += command.bytes.size();
+        }
+    });
+}
+
+void TestStreamReader::piecesMakeTheSameCommands()
+{
+    holds("pieces = whole", [](const QByteArray &stream, const PrinterProfile &profile) {
+        const auto sizes = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 9));
+        const auto whole = StreamReader::commandsOf(stream, profile);
+        RC_ASSERT(areSame(joined(readInPieces(stream, profile, sizes)), joined(whole)));
+    });
+}
+
+void TestStreamReader::everyCutOfAStreamIsRead()
+{
+    holds("cut anywhere", [](const QByteArray &stream, const PrinterProfile &profile) {
+        for (int size = 0; size <= stream.size(); ++size) {
+            const auto commands = StreamReader::commandsOf(stream.left(size), profile);
+            RC_ASSERT(together(commands) == stream.left(size));
+            for (int i = 0; i + 1 < commands.size(); ++i)
+                RC_ASSERT(commands.at(i).kind != StreamCommand::Incomplete);
+        }
+    });
+}
+
+QTEST_APPLESS_MAIN(TestStreamReader)
+#include "tst_streamreader.moc"
