@@ -8,7 +8,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QSerialPort>
 #include <QStandardPaths>
@@ -16,54 +15,12 @@
 #include <QtTest>
 #include <cstring>
 
+#include "findrun.h"
 #include "virtualprinter.h"
 
-namespace {
+using namespace findrun;
 
-constexpr int runMilliseconds = 60000;
-
-struct Run
-{
-    int exitCode = -1;
-    QString output;
-    QString errors;
-};
-
-Run receipt(const QStringList &arguments)
-{
-    QProcess program;
-    program.start(RECEIPT_PROGRAM, QStringList("find") + arguments);
-    Run run;
-    if (program.waitForFinished(runMilliseconds) && program.exitStatus() == QProcess::NormalExit)
-        run.exitCode = program.exitCode();
-    run.output = QString::fromUtf8(program.readAllStandardOutput());
-    run.errors = QString::fromUtf8(program.readAllStandardError());
-    return run;
-}
-
-VirtualPrinterOptions printerOnFirstLine(const QString &model)
-{
-    VirtualPrinterOptions options;
-    options.model = model;
-    options.baudRate = 115200;
-    options.flowControl = QSerialPort::NoFlowControl;
-    return options;
-}
-
-QJsonObject deviceJson(const QString &port, const QString &id, int baudRate = 115200)
-{
-    return {{"deviceType", 1},
-            {"deviceId", id},
-            {"settings", QJsonObject{{"portName", port},
-                                     {"baudRate", baudRate},
-                                     {"dataBits", 8},
-                                     {"parity", "none"},
-                                     {"stopBits", 1},
-                                     {"flowControl", "none"}}}};
-}
-
-}  // namespace
-
+/// The search: its output, its ports, and its end.
 class TestReceiptFind : public QObject
 {
     Q_OBJECT
@@ -108,35 +65,6 @@ private Q_SLOTS:
         QCOMPARE(QJsonDocument::fromJson(gone.output.toUtf8()).array(), QJsonArray());
     }
 
-    void progressOfAConfirmationNamesTheDialogueOfTheModel_data()
-    {
-        QTest::addColumn<int>("baudRate");
-        QTest::addColumn<QString>("progress");
-        const QString onTheGivenLine = ": line setting 1 of 1, %1, 19200 baud";
-        QTest::newRow("CITIZEN_PPU_700") << 19200 << onTheGivenLine.arg("Custom, Citizen, Epson");
-        QTest::newRow("SWECOIN_TM_20XX") << 19200 << onTheGivenLine.arg("Swecoin");
-        QTest::newRow("CITIZEN_PPU_231") << 19200 << onTheGivenLine.arg("Citizen PPU-231");
-        QTest::newRow("TSP-TUP") << 38400 << ": line setting 1 of 24, Star, 38400 baud";
-        QTest::newRow("AV_268") << 115200 << ": AV-268, 115200 baud";
-    }
-
-    void progressOfAConfirmationNamesTheDialogueOfTheModel()
-    {
-        QFETCH(int, baudRate);
-        QFETCH(QString, progress);
-        const QString model = QTest::currentDataTag();
-        VirtualPrinterOptions options = printerOnFirstLine(model);
-        options.baudRate = baudRate;
-        if (model == "AV_268")
-            options.flowControl = QSerialPort::SoftwareControl;
-        VirtualPrinter printer(options);
-        printer.start();
-        const QJsonArray record{deviceJson(printer.portPath(), model, 19200)};
-        const Run run = confirm(QJsonDocument(record).toJson(), {});
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(run.errors, printer.portName() + progress + "\n");
-    }
-
     void virtualPrinterIsFound()
     {
         const Run run = receipt({"--virtual", "CUSTOM_TG_2480_H"});
@@ -166,31 +94,6 @@ private Q_SLOTS:
         const QJsonArray expected{deviceJson(alias, "EPSON_EU_4XX")};
         QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(), expected);
         QCOMPARE(run.errors.count('\n'), 1);
-    }
-
-    void recordsOfOnePortAreAskedInTurn()
-    {
-        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
-        printer.start();
-        const QTemporaryDir folder;
-        const QString alias = folder.filePath("printer");
-        QVERIFY(QFile::link(printer.portPath(), alias));
-        const QJsonArray records{deviceJson(printer.portPath(), "CUSTOM_VKP_80", 9600),
-                                 deviceJson(alias, "CUSTOM_VKP_80")};
-        const Run run = confirm(QJsonDocument(records).toJson(), {"--json"});
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(), QJsonArray{records.at(1)});
-    }
-
-    void recordThatIsNoPrinterIsNamed()
-    {
-        QJsonObject record = deviceJson("ttyS0", "AV_268");
-        record.insert("deviceType", 2);
-        const Run run = confirm(QJsonDocument(QJsonArray{record}).toJson(), {});
-        QCOMPARE(run.exitCode, 1);
-        QCOMPARE(run.errors,
-                 QString("receipt: find: device 1 is no serial printer with a model and a port\n"
-                         "receipt: There no devices finded\n"));
     }
 
     void portInUseIsNamedBeforeTheSearch()
@@ -266,98 +169,6 @@ private Q_SLOTS:
                  qPrintable(errors));
         QVERIFY2(errors.contains(reason + '\n'), qPrintable(errors));
         QVERIFY2(errors.endsWith("receipt: There no devices finded\n"), qPrintable(errors));
-    }
-
-    // --last
-
-    void lastSearchesOnceAndThenConfirms()
-    {
-        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
-        printer.start();
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("printers.json");
-        const QStringList arguments{"--last", file, "--port", printer.portPath(), "--json"};
-        const Run first = receipt(arguments);
-        QCOMPARE(first.exitCode, 0);
-        QCOMPARE(content(file), first.output.toUtf8());
-        QVERIFY(first.errors.contains("line setting 1 of 63"));
-
-        // The one that answers as it stands there is left as it is, with those beside it.
-        const QJsonArray known{deviceJson("no-such-port", "AV_268"),
-                               deviceJson(printer.portPath(), "CUSTOM_VKP_80")};
-        write(file, QJsonDocument(known).toJson());
-        const Run second = receipt(arguments);
-        QCOMPARE(second.exitCode, 0);
-        QCOMPARE(second.output, first.output);
-        QVERIFY(second.errors.contains("line setting 1 of 1"));
-        QVERIFY(!second.errors.contains("of 63"));
-        QCOMPARE(content(file), QJsonDocument(known).toJson());
-    }
-
-    void lastSearchesWhenNoKnownPrinterAnswers()
-    {
-        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
-        printer.start();
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("printers.json");
-        write(file, QJsonDocument(QJsonArray{deviceJson(printer.portPath(), "CUSTOM_VKP_80", 9600)})
-                        .toJson());
-        const Run run = receipt({"--last", file, "--port", printer.portPath(), "--json"});
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(),
-                 QJsonArray{deviceJson(printer.portPath(), "CUSTOM_VKP_80")});
-        QCOMPARE(content(file), run.output.toUtf8());
-    }
-
-    void lastKeepsItsFileWhenNobodyAnswers()
-    {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("printers.json");
-        const QByteArray known =
-            QJsonDocument(QJsonArray{deviceJson("no-such-port", "AV_268")}).toJson();
-        write(file, known);
-        const Run run = receipt({"--last", file, "--port", "no-such-port", "--json"});
-        QCOMPARE(run.exitCode, 1);
-        QCOMPARE(run.output, QString("[\n]\n"));
-        QCOMPARE(content(file), known);
-        QCOMPARE(run.errors, QString("receipt: find: there is no port /dev/no-such-port\n"
-                                     "receipt: There no devices finded\n"));
-    }
-
-    void lastLeavesAFileOfAnotherKindAlone()
-    {
-        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
-        printer.start();
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("receipt.tpl");
-        write(file, "<C>SHOP\n");
-        const Run run = receipt({"--last", file, "--port", printer.portPath()});
-        QCOMPARE(run.exitCode, 1);
-        QCOMPARE(content(file), QByteArray("<C>SHOP\n"));
-        QVERIFY2(run.errors.contains("receipt.tpl"), qPrintable(run.errors));
-        QCOMPARE(printer.received(), QByteArray());
-    }
-
-    void lastThatCannotBeWrittenIsBadInput()
-    {
-        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
-        printer.start();
-        const Run run =
-            receipt({"--last", "/no-such-folder/printers.json", "--port", printer.portPath()});
-        QCOMPARE(run.exitCode, 1);
-        QVERIFY(run.output.contains("CUSTOM_VKP_80"));
-        QVERIFY2(run.errors.contains("/no-such-folder/printers.json"), qPrintable(run.errors));
-    }
-
-    void emptyLastIsAFirstSearch()
-    {
-        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
-        printer.start();
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("printers.json");
-        write(file, "");
-        QCOMPARE(receipt({"--last", file, "--port", printer.portPath()}).exitCode, 0);
-        QVERIFY(content(file).contains("CUSTOM_VKP_80"));
     }
 
     void loggingRulesOfTheEnvironmentChangeNoProgress()
@@ -473,40 +284,6 @@ private Q_SLOTS:
         QCOMPARE(program.readAllStandardOutput(), QByteArray());
     }
 
-    void wrongFilesAreNamed_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("complaint");
-        const auto row = [](const char *name, const QByteArray &text, const QString &complaint) {
-            QTest::newRow(name) << text << complaint;
-        };
-        row("not JSON", "[\n  {", ":2:");
-        row("no array", "{}", ": this is no array of devices");
-        row("empty array", "[]", "There are no available configs");
-        row("no device", "[7]", ": device 1: \"deviceType\" is missing or wrong");
-        row("no id", "[{\"deviceType\": 1}]", ": device 1: \"deviceId\" is missing or wrong");
-        QJsonObject device = deviceJson("ttyS0", "AV_268");
-        QJsonObject settings = device.value("settings").toObject();
-        settings.insert("parity", "some");
-        device.insert("settings", settings);
-        row("unknown parity",
-            QJsonDocument(QJsonArray{deviceJson("ttyS0", "AV_268"), device}).toJson(),
-            ": device 2: \"settings.parity\" is missing or wrong");
-        device.remove("settings");
-        row("no settings", QJsonDocument(QJsonArray{device}).toJson(),
-            ": device 1: \"settings\" is missing or wrong");
-    }
-
-    void wrongFilesAreNamed()
-    {
-        QFETCH(QByteArray, text);
-        QFETCH(QString, complaint);
-        const Run run = confirm(text, {});
-        QCOMPARE(run.exitCode, 1);
-        QVERIFY2(run.errors.contains(complaint), qPrintable(run.errors));
-        QCOMPARE(run.output, QString());
-    }
-
     void wrongUsageIsStatusTwo_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -526,38 +303,6 @@ private Q_SLOTS:
         QCOMPARE(run.exitCode, 2);
         QVERIFY(!run.errors.isEmpty());
         QCOMPARE(run.output, QString());
-    }
-
-    void missingFileIsBadInput()
-    {
-        const Run run = receipt({"--confirm", "no-such-file.json"});
-        QCOMPARE(run.exitCode, 1);
-        QVERIFY2(run.errors.contains("no-such-file.json"), qPrintable(run.errors));
-    }
-
-private:
-    static QByteArray content(const QString &fileName)
-    {
-        QFile file(fileName);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    static void write(const QString &fileName, const QByteArray &text)
-    {
-        QFile file(fileName);
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("%s can't be written", qPrintable(fileName));
-    }
-
-    static Run confirm(const QByteArray &text, const QStringList &options)
-    {
-        const QTemporaryDir folder;
-        QFile file(folder.filePath("devices.json"));
-        if (!file.open(QIODevice::WriteOnly))
-            return {};
-        file.write(text);
-        file.close();
-        return receipt(QStringList{"--confirm", file.fileName()} + options);
     }
 };
 

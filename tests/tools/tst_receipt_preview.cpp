@@ -1,79 +1,19 @@
-#include <signal.h>
-#include <sys/stat.h>
-
-#include <QDirIterator>
 #include <QImage>
 #include <QRegularExpression>
 #include <QtTest>
 
 #include "cataloguemodels.h"
+#include "previewbench.h"
 #include "receiptprogram.h"
 
-namespace {
+using namespace previewbench;
 
-constexpr int patience = 30000;
+namespace {
 
 QStringList grocery()
 {
     return {"preview", example("grocery.cpt"), example("grocery.json")};
 }
-
-/// Pixels that aren't white in a part of a picture.
-int inked(const QImage &picture, const QRect &rect)
-{
-    int count = 0;
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        for (int x = rect.left(); x <= rect.right(); ++x)
-            count += qGray(picture.pixel(x, y)) < 255 ? 1 : 0;
-    }
-    return count;
-}
-
-/// A run that goes on until it is told to end.
-class Watcher
-{
-public:
-    explicit Watcher(const QStringList &arguments) { m_process.start(RECEIPT_PROGRAM, arguments); }
-    ~Watcher() { m_process.kill(), m_process.waitForFinished(); }
-
-    bool says(const QByteArray &text)
-    {
-        return QTest::qWaitFor(
-            [&] {
-                m_errors += m_process.readAllStandardError();
-                return m_errors.contains(text);
-            },
-            patience);
-    }
-    void forget() { m_errors.clear(); }
-
-    /// Ends it as Ctrl+C does, not in the middle of a run, which that would kill, and gives its
-    /// exit status.
-    int end()
-    {
-        if (!QTest::qWaitFor([this] { return takesInterrupts(); }, patience))
-            return -1;
-        ::kill(static_cast<pid_t>(m_process.processId()), SIGINT);
-        if (!m_process.waitForFinished(patience) || m_process.exitStatus() != QProcess::NormalExit)
-            return -1;
-        return m_process.exitCode();
-    }
-
-private:
-    /// Whether the signal is kept for the event loop.
-    bool takesInterrupts() const
-    {
-        QFile status(QString("/proc/%1/status").arg(m_process.processId()));
-        if (!status.open(QIODevice::ReadOnly))
-            return false;
-        const QRegularExpression blocked("SigBlk:\\s*([0-9a-f]+)");
-        const QString mask = blocked.match(QString::fromLatin1(status.readAll())).captured(1);
-        return (mask.toULongLong(nullptr, 16) >> (SIGINT - 1) & 1U) != 0;
-    }
-
-    QProcess m_process;
-    QByteArray m_errors;
-};
 
 }  // namespace
 
@@ -418,109 +358,6 @@ private Q_SLOTS:
         QCOMPARE(run.errors,
                  "receipt: " + text + ": the receipt is longer than 1000000 dots (125 m)\n");
         QVERIFY(!QFile::exists(folder.path("r.png")));
-    }
-
-    void watchingDrawsAgainHoweverTheFileIsSaved()
-    {
-        const WorkFolder folder;
-        const QString text = folder.file("t.txt", "one");
-        Watcher watcher({"preview", "--plain", text, "--output", folder.path("r.png"), "--watch"});
-        QVERIFY(watcher.says("Watching " + text.toUtf8() + "; Ctrl+C ends.\n"));
-        const auto heightBecomes = [&folder](int lines) {
-            return QTest::qWaitFor(
-                [&] { return QImage(folder.path("r.png")).height() == 74 + 24 * lines; }, patience);
-        };
-        QVERIFY(heightBecomes(1));
-        folder.file("t.txt", "one\ntwo");  // written in place
-        QVERIFY(heightBecomes(2));
-        for (int lines = 3; lines < 6; ++lines) {  // replaced, as editors do, again and again
-            folder.file("t.new", QByteArray("x\n").repeated(lines));
-            QCOMPARE(::rename(qPrintable(folder.path("t.new")), qPrintable(text)), 0);
-            QVERIFY(heightBecomes(lines));
-        }
-        QVERIFY(QFile::rename(text, folder.path("t.bak")));  // moved away and written anew
-        QVERIFY(watcher.says("Waiting for " + text.toUtf8()));
-        folder.file("t.txt", "x\nx\nx\nx\nx\nx\nx");
-        QVERIFY(heightBecomes(7));
-        QCOMPARE(watcher.end(), 0);
-    }
-
-    // Nobody ever writes into this pipe.
-    void watchingEndsAlsoWhileADrawingNeverEnds()
-    {
-        const WorkFolder folder;
-        const QString text = folder.path("r.txt");
-        QCOMPARE(::mkfifo(qPrintable(text), 0600), 0);
-        QProcess program;
-        program.start(RECEIPT_PROGRAM,
-                      {"preview", "--plain", text, "--output", folder.path("r.png"), "--watch"});
-        QVERIFY(program.waitForStarted());
-        QVERIFY(!program.waitForFinished(300));
-        program.terminate();
-        QVERIFY(program.waitForFinished());
-        QCOMPARE(program.exitStatus(), QProcess::CrashExit);
-    }
-
-    void watchingOutlivesBadInput()
-    {
-        const WorkFolder folder;
-        const QString data = folder.file("d.json", "{");
-        Watcher watcher(
-            {"preview", example("kiosk.cpt"), data, "--output", folder.path("r.png"), "--watch"});
-        QVERIFY(watcher.says("d.json:1:"));
-        folder.file("d.json", "{}");
-        QVERIFY(QTest::qWaitFor([&] { return !QImage(folder.path("r.png")).isNull(); }, patience));
-        watcher.forget();
-        folder.file("d.json", "[");
-        QVERIFY(watcher.says("d.json:1:"));
-        QCOMPARE(watcher.end(), 1);
-    }
-
-    void watchingFollowsTheFileOfSymbols()
-    {
-        const WorkFolder folder;
-        const WorkFolder symbols;
-        const QString file = folder.file("t.cpt", "<SPECSYMBOLS=shop>\n<#1>");
-        const QString data = folder.file("d.json", "{}");
-        const QString picture = folder.path("r.png");
-        Watcher watcher(
-            {"preview", file, data, "--symbols", symbols.path(""), "--output", picture, "--watch"});
-        QVERIFY(watcher.says("Watching " + file.toUtf8() + ", " + data.toUtf8() + ", " +
-                             symbols.path("shop.ssi").toUtf8() + "; Ctrl+C ends.\n"));
-        const QRect line(0, 24, 639, 24);
-        QCOMPARE(inked(QImage(picture), line), 0);
-        QVERIFY(QFile::copy(example("symbols/shop.ssi"), symbols.path("shop.ssi")));
-        QVERIFY(QTest::qWaitFor([&] { return inked(QImage(picture), line) > 0; }, patience));
-        QVERIFY(QFile::remove(symbols.path("shop.ssi")));
-        QVERIFY(QTest::qWaitFor([&] { return inked(QImage(picture), line) == 0; }, patience));
-        QCOMPARE(watcher.end(), 0);
-    }
-
-    // The first file whose name begins so is the picture.
-    void watchingFollowsPictures()
-    {
-        const WorkFolder folder;
-        const QString text = folder.file("c.bbcode", "[img name=logo][/img]");
-        Watcher watcher({"preview", "--bbcode", text, "--output", folder.path("r.png"), "--watch"});
-        QVERIFY(watcher.says("/logo*; Ctrl+C ends.\n"));
-        const auto save = [&folder](const QString &name, int height) {
-            QImage picture(16, height, QImage::Format_Mono);
-            picture.fill(0);
-            picture.save(folder.path(name));
-        };
-        const auto heightBecomes = [&folder](int height) {
-            return QTest::qWaitFor(
-                [&] { return QImage(folder.path("r.png")).height() == 74 + height; }, patience);
-        };
-        save("logo_b.png", 40);
-        QVERIFY(heightBecomes(40));
-        save("logo_b.png", 50);
-        QVERIFY(heightBecomes(50));
-        save("logo_a.png", 60);
-        QVERIFY(heightBecomes(60));
-        QVERIFY(QFile::remove(folder.path("logo_a.png")));
-        QVERIFY(heightBecomes(50));
-        QCOMPARE(watcher.end(), 0);
     }
 
     void outputThatTheReceiptWouldTakeForAPicture_data()
