@@ -15,6 +15,7 @@ constexpr const char *earlyReference = "Epson ESC/POS APG, revision 3.40 (TM-T85
 constexpr const char *vkp80 = "Custom VKP80, VKP80II Command Reference";
 constexpr const char *tptcm = "Custom TPTCM User Manual";
 constexpr const char *ctS2000 = "Citizen CT-S2000 Command Reference, rev. 0.04";
+constexpr const char *xprinter = "Xprinter POS-80 Programmer Manual";
 constexpr const char *ppu700 = "Citizen PPU-700/700II Command Reference, rev. 1.11";
 
 /// A function of a command that counts everything behind pL and pH.
@@ -375,6 +376,7 @@ constexpr CommandRow rows[] = {
             "feeds to the cutter and by n, cuts, a bridge left, and feeds back", quickReference),
         0, "h"),
     row(Id::Pulse, "ESC p", "m t1 t2", "opens the drawer", tmT90),
+    row(Id::Buzzer, "ESC B", "n t", "sounds the buzzer n times", xprinter),
     onlyOf(Vendor::Custom, forOperands(row(Id::EjectorPresent, "GS e", "n",
                                            "presents the ticket by the usual steps", tptcm),
                                        0, "\x00")),

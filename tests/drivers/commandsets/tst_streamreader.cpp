@@ -221,6 +221,7 @@ void TestStreamReader::streamsAreCutIntoCommands_data()
     row("counter without its end", "1d433b'1;2''A'", "GS C ; 313b32; 'A'");
     row("two-byte characters", "1c26 b1b2 1c2e", "FS &; '\xb1\xb2'; FS .");
     row("pulse", "1b700019fa", "ESC p 0019fa");
+    row("buzzer", "1b420203", "ESC B 0203");
     row("pulse at once", "1014010001", "DLE DC4 010001");
     row("buffer clear", "101408 01031401060208", "DLE DC4 0801031401060208");
     row("italics with an operand", "1b3401'A'", "ESC 4 01; 'A'");
