@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -31,6 +33,46 @@ inline TextPrinterDocument documentOf(const QString &text)
     TextPrinterDocument document;
     document.appendBlock(block);
     document.setSymbolsPerLine(48);
+    return document;
+}
+
+inline const TextPrinterDocument oldDocument = documentOf("OLD 1.00");
+inline const TextPrinterDocument newDocument = documentOf(QString::fromUtf8("НОВЫЙ 2.50"));
+/// What a document holds before it is loaded.
+inline const TextPrinterDocument before = documentOf("what the document held before the load");
+
+inline QByteArray digestOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
+}
+
+/// What a document that can't be parsed leaves: the map form's empty map.
+inline TextPrinterDocument emptied()
+{
+    TextPrinterDocument document;
+    document.setMap({});
+    return document;
+}
+
+/// Both copies hold the text, with right checksums.
+inline Folder folderOf(const QByteArray &primary, const QByteArray &backup)
+{
+    return {{"", primary},
+            {".sha1", digestOf(primary) + "  P\n"},
+            {".bak", backup},
+            {".bak.sha1", digestOf(backup) + "  P.bak\n"}};
+}
+
+inline QByteArray jsonOf(const TextPrinterDocument &document)
+{
+    return QJsonDocument::fromVariant(document.toMap()).toJson(QJsonDocument::Compact);
+}
+
+/// Loads into a document that held something else; `loaded` is the result.
+inline TextPrinterDocument loadedFrom(const QString &path, bool *loaded)
+{
+    TextPrinterDocument document = before;
+    *loaded = document.loadFromFile(path);
     return document;
 }
 

@@ -17,10 +17,6 @@ using namespace documentfiles;
 
 namespace {
 
-const TextPrinterDocument oldDocument = documentOf("OLD 1.00");
-const TextPrinterDocument newDocument = documentOf(QString::fromUtf8("НОВЫЙ 2.50"));
-const TextPrinterDocument before = documentOf("what the document held before the load");
-
 /// A program that a save ran, and the document's files at that moment.
 struct Step
 {
