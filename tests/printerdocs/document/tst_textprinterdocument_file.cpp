@@ -8,7 +8,7 @@
 
 using namespace documentfiles;
 
-Q_DECLARE_METATYPE(Folder)
+Q_DECLARE_METATYPE(TextPrinterDocument)
 
 class TestTextPrinterDocumentFile : public QObject
 {
