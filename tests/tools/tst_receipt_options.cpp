@@ -111,6 +111,7 @@ private Q_SLOTS:
         }
         QCOMPARE(commandsOf["symbols"],
                  (QStringList{"lint", "preview", "render", "document save"}));
+        QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview"}));
         QCOMPARE(commandsOf["model"], (QStringList{"lint", "preview", "render"}));
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"], (QStringList{"fill", "preview", "render", "document save"}));
@@ -139,15 +140,13 @@ private Q_SLOTS:
                 QTest::addRow("%s: %s", qPrintable(command), name)
                     << command << options << complaint;
         };
-        const QStringList checkFolders{"lint", "preview", "render"};
-        rows(checkFolders, "folder that isn't there", {"--symbols", "/nowhere"},
-             "--symbols: \"/nowhere\" is no folder");
-        rows(checkFolders, "file for a folder", {"--symbols", example("kiosk.cpt")},
-             "--symbols: \"" + example("kiosk.cpt") + "\" is no folder");
-        rows(checkFolders, "folder without a name", {"--symbols", ""},
-             "--symbols: \"\" is no folder");
-        rows({"preview"}, "folder of pictures", {"--images", "/nowhere"},
-             "--images: \"/nowhere\" is no folder");
+        const auto folder = [&](const QStringList &commands, const QString &option) {
+            for (const QString &name : {QString("/nowhere"), example("kiosk.cpt"), QString()})
+                rows(commands, qPrintable(option + " \"" + name + '"'), {option, name},
+                     QString("%1: \"%2\" is no folder").arg(option, name));
+        };
+        folder({"lint", "preview", "render", "document save"}, "--symbols");
+        folder({"bbcode", "preview"}, "--images");
 
         const QStringList haveModels{"lint", "preview", "render"};
         rows(haveModels, "unknown model", {"--model", "X"},

@@ -141,7 +141,8 @@ int runBbCode(const QStringList &arguments)
         return tool::WrongUsage;
     const auto linesOf = tool::chosenWriter(parser, form->lines, form->unescapedLines);
     const std::optional<int> characters = tool::numberOf(parser, width, 1, greatestWidth);
-    if (linesOf == nullptr || !characters)
+    const bool hasImages = tool::isFolder(parser, images);
+    if (linesOf == nullptr || !characters || !hasImages)
         return tool::WrongUsage;
     const std::optional<QString> text = tool::readText(parser.positionalArguments().constFirst());
     if (!text)

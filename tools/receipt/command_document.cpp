@@ -114,7 +114,8 @@ int saveDocument(const QStringList &arguments)
     const auto rules = tool::cleaningRulesOf(parser, true);
     if (templateFile.isEmpty())
         tool::complain(QStringLiteral("document save: --from is missing"));
-    if (templateFile.isEmpty() || codec == nullptr || !rules || !isSavable(path) ||
+    const bool hasSymbols = tool::isFolder(parser, tool::symbolsOption());
+    if (templateFile.isEmpty() || codec == nullptr || !rules || !hasSymbols || !isSavable(path) ||
         !tool::readsInputOnce({templateFile, data}) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
