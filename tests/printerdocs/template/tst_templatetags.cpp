@@ -58,6 +58,20 @@ private Q_SLOTS:
         QCOMPARE(block.lineSpacing(), QList<int>{spacing});
     }
 
+    // The row of another tag doesn't compile.
+    void tagOfTheMarkupIsShortAndWhole()
+    {
+        QVERIFY(isMarkup(latin1Text("<A>")));
+        QVERIFY(isMarkup(latin1Text("<:H2>")));
+        QVERIFY(!isMarkup(latin1Text("<ABC4>")));  // an attribute
+        QVERIFY(!isMarkup(latin1Text("<>")));
+        QVERIFY(!isMarkup(latin1Text("<A<>")));
+        QVERIFY(!isMarkup(latin1Text("<A>>")));
+        QVERIFY(!isMarkup(latin1Text("A>>")));
+        QVERIFY(!isMarkup(latin1Text("<AB")));
+        QVERIFY(!isMarkup(QLatin1String()));
+    }
+
     void eachFormatHasThreeTags_data()
     {
         QTest::addColumn<int>("row");

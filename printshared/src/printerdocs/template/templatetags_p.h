@@ -180,6 +180,34 @@ constexpr QLatin1Char plainCodeSign('#');
 
 // The tables as such.
 
+/// Whether the line markup gets to see a tag, whole: a longer one is an attribute's, and what
+/// holds a bracket of another could be the rest of one.
+constexpr bool isMarkup(QLatin1String text)
+{
+    constexpr int shortest = 3;
+    if (text.size() < shortest || text.size() >= shortestAttributeTag)
+        return false;
+    for (int i = 1; i < text.size() - 1; ++i) {
+        if (text.data()[i] == '<' || text.data()[i] == '>')
+            return false;
+    }
+    return text.data()[0] == '<' && text.data()[text.size() - 1] == '>';
+}
+
+constexpr bool tagsAreMarkup()
+{
+    for (const PlainTag &tag : plainTags) {
+        if (!isMarkup(tag.text))
+            return false;
+    }
+    for (const FormatTag &tag : rangeOrder) {
+        if (!isMarkup(tag.wholeLine) || !isMarkup(tag.open) || !isMarkup(tag.close))
+            return false;
+    }
+    return true;
+}
+static_assert(tagsAreMarkup());
+
 /// Takes a kind for a row. @return whether it is a single bit that was free
 constexpr bool takeKind(quint32 &taken, quint32 kind)
 {
