@@ -24,7 +24,7 @@ inline bool beginsLikeAWord(QStringView text)
 /// Whether a text is a plain decimal number, short enough that it is 0 or not by its digits alone.
 inline bool isShortDecimal(QStringView text)
 {
-    constexpr int longest = 11;  // 1e-10 is far from what counts as zero
+    constexpr int longest = 11;  // the smallest is 1e-9, far above countsAsZero
     if (text.isEmpty() || text.size() > longest || text.at(0) == QLatin1Char('.') ||
         text.at(text.size() - 1) == QLatin1Char('.'))
         return false;

@@ -84,8 +84,11 @@ bool mayHoldParts(const QString &line)
             return true;
         if (*c != QLatin1Char('<') || c + 1 == end)
             continue;
-        const ushort next = (c + 1)->unicode();
-        if (next == 'X' || next == 'I' || next == ':')
+        const auto goesOnLike = [next = *(c + 1)](QLatin1String tag) {
+            return next == QLatin1Char(tag.data()[1]);
+        };
+        if (goesOnLike(blankLineTag) || goesOnLike(removalBegin) || goesOnLike(removalEnd) ||
+            goesOnLike(imageBegin))
             return true;
     }
     return false;
