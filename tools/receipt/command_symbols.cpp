@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "commands.h"
+#include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/document/symbolfile_p.h"
 #include "printerdocs/specialcharacters.h"
 #include "support.h"
@@ -14,8 +15,6 @@ namespace {
 constexpr int rowAlignment = 8;
 constexpr int smallestCode = -128;
 constexpr int largestCode = 255;
-constexpr int firstPrintedCode = 1;
-constexpr int lastPrintedCode = 7;
 
 /// Reads a symbol file beside the library, which stops at the first wrong symbol without a word,
 /// and complains about everything that is wrong in it.
@@ -194,13 +193,15 @@ SpecialCharacters loadedSymbols(const QByteArray &content)
 
 QString headOf(int code, const MonochromeImage &image)
 {
-    const bool printed = code >= firstPrintedCode && code <= lastPrintedCode;
+    const bool printed = code >= documents::firstSymbol && code <= documents::lastSymbol;
+    const QString note = QStringLiteral(" (never printed: symbols have the codes %1 to %2)")
+                             .arg(documents::firstSymbol)
+                             .arg(documents::lastSymbol);
     return QStringLiteral("code %1, %2 x %3%4")
         .arg(code)
         .arg(image.width())
         .arg(image.height())
-        .arg(printed ? QString()
-                     : QStringLiteral(" (never printed: symbols have the codes 1 to 7)"));
+        .arg(printed ? QString() : note);
 }
 
 void draw(const MonochromeImage &image)
