@@ -15,7 +15,6 @@
 namespace {
 
 constexpr int greatestWidth = 255;
-const QString defaultWidth = QStringLiteral("42");
 
 struct Request
 {
@@ -103,18 +102,10 @@ QStringList asTree(const Request &request)
     return {};
 }
 
-struct Form
-{
-    const char *name;
-    const char *note;
-    QStringList (*lines)(const Request &request);
-    QStringList (*unescapedLines)(const Request &request);  ///< null: there is no such form
-};
-
-constexpr Form forms[] = {
+constexpr tool::WrittenForm<Request> forms[] = {
     {"text", "", asText, nullptr},
     {"html", "", asHtml, asUnescapedHtml},
-    {"json", "the map form", asJson, nullptr},
+    {"json", tool::jsonNote, asJson, nullptr},
     {"tree", "the tags as read; below the 65th level the depth is told in figures", asTree,
      nullptr},
 };
@@ -129,17 +120,18 @@ int runBbCode(const QStringList &arguments)
                        "of each line too."));
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("BBCode text in UTF-8; - is standard input."));
-    const QCommandLineOption width = tool::widthOption(greatestWidth, defaultWidth, defaultWidth);
+    const QString usualWidth = QString::number(tool::usualWidth);
+    const QCommandLineOption width = tool::widthOption(greatestWidth, usualWidth, usualWidth);
     const QCommandLineOption images = tool::imagesOption(QStringLiteral("the current one"));
     parser.addOptions(
         {tool::formOption(forms), width, images, tool::prettyOption(), tool::unescapedOption()});
     if (const auto status = tool::parse(parser, QStringLiteral("bbcode"), arguments, 1, 1))
         return *status;
 
-    const Form *form = tool::formOf(parser, forms);
+    const auto *form = tool::formOf(parser, forms);
     if (form == nullptr)
         return tool::WrongUsage;
-    const auto linesOf = tool::chosenWriter(parser, form->lines, form->unescapedLines);
+    const auto linesOf = tool::chosenWriter(parser, *form);
     const std::optional<int> characters = tool::numberOf(parser, width, 1, greatestWidth);
     const bool hasImages = tool::isFolder(parser, images);
     if (linesOf == nullptr || !characters || !hasImages)

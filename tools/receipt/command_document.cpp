@@ -140,18 +140,10 @@ QStringList asJson(const TextPrinterDocument &document)
     return tool::jsonLines(document, false);
 }
 
-struct Form
-{
-    const char *name;
-    const char *note;
-    QStringList (*lines)(const TextPrinterDocument &document);
-    QStringList (*unescapedLines)(const TextPrinterDocument &document);  ///< null: none
-};
-
-constexpr Form forms[] = {
+constexpr tool::WrittenForm<TextPrinterDocument> forms[] = {
     {"text", "", asText, nullptr},
     {"html", "", tool::htmlLines, tool::unescapedHtmlLines},
-    {"json", "the map form", asJson, nullptr},
+    {"json", tool::jsonNote, asJson, nullptr},
 };
 
 int showDocument(const QStringList &arguments)
@@ -162,10 +154,10 @@ int showDocument(const QStringList &arguments)
     if (const auto status = parseAction(parser, QStringLiteral("document show"), arguments, 1))
         return *status;
     const QString fileName = parser.positionalArguments().constFirst();
-    const Form *form = tool::formOf(parser, forms);
+    const auto *form = tool::formOf(parser, forms);
     if (form == nullptr)
         return tool::WrongUsage;
-    const auto linesOf = tool::chosenWriter(parser, form->lines, form->unescapedLines);
+    const auto linesOf = tool::chosenWriter(parser, *form);
     if (linesOf == nullptr)
         return tool::WrongUsage;
     if (!mayOpen(absolutePath(fileName), DocumentFiles::ToLoad))

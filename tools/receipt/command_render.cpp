@@ -78,19 +78,11 @@ QStringList asJson(const Source &source)
                            source.pretty);
 }
 
-struct Form
-{
-    const char *name;
-    const char *note;
-    QStringList (*render)(const Source &source);
-    QStringList (*renderUnescaped)(const Source &source);  ///< null: there is no such form
-};
-
-constexpr Form forms[] = {
+constexpr tool::WrittenForm<Source> forms[] = {
     {"text", "", asText, nullptr},
     {"html", "", asHtml, asUnescapedHtml},
     {"html-fragment", "", asHtmlFragment, asUnescapedHtmlFragment},
-    {"json", "the map form", asJson, nullptr},
+    {"json", tool::jsonNote, asJson, nullptr},
 };
 
 struct Case
@@ -129,7 +121,7 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     parser.setApplicationDescription(
         QStringLiteral("Renders a receipt from a template and a document."));
     parser.addOption(tool::formOption(forms));
-    parser.addOptions(tool::lineOptions(QStringLiteral("42")));
+    parser.addOptions(tool::lineOptions(QString::number(tool::usualWidth)));
     parser.addOptions({tool::marginOption(), options.symbols, options.letterCase, options.output,
                        options.pretty, options.plain, tool::unescapedOption(), tool::cleanOption(),
                        tool::codecOption(), tool::languageOption()});
@@ -188,15 +180,14 @@ int runRender(const QStringList &arguments)
     if (const auto status = parseCommandLine(parser, options, arguments))
         return *status;
     const QTextCodec *codec = tool::codecOf(parser);
-    const Form *form = tool::formOf(parser, forms);
+    const auto *form = tool::formOf(parser, forms);
     const Case *letterCase = tool::chosenRow(parser, caseName, cases);
     const auto width = lineWidth(parser);
     const auto rules = tool::cleaningRulesOf(parser, !parser.isSet(options.plain));
     const auto margin = tool::marginOf(parser, true);
     const bool hasSymbols = tool::isFolder(parser, options.symbols);
     const QStringList files = parser.positionalArguments();
-    const auto render =
-        form == nullptr ? nullptr : tool::chosenWriter(parser, form->render, form->renderUnescaped);
+    const auto render = form == nullptr ? nullptr : tool::chosenWriter(parser, *form);
     if (codec == nullptr || render == nullptr || !rules || letterCase == nullptr || !width ||
         !margin || !hasSymbols || !tool::readsInputOnce(files) || !tool::useLanguage(parser))
         return tool::WrongUsage;

@@ -66,19 +66,32 @@ const Row *formOf(const QCommandLineParser &parser, const Row (&rows)[count])
     return chosenRow(parser, QStringLiteral("as"), rows);
 }
 
+/// A form in which a command writes what it has, a row of its table.
+template <typename Source>
+struct WrittenForm
+{
+    const char *name;
+    const char *note;
+    QStringList (*lines)(const Source &source);
+    QStringList (*unescapedLines)(const Source &source);  ///< null: the form isn't HTML
+};
+
+/// The note of the form "json".
+constexpr const char *jsonNote = "the map form";
+
 /// The option to leave the receipt's text in HTML as it is.
 QCommandLineOption unescapedOption();
 
-/// Of the two functions of a form the one that the option asks for. Complains and gives null where
-/// the form isn't HTML and so has no unescaped one.
-template <typename Function>
-Function chosenWriter(const QCommandLineParser &parser, Function escaped, Function unescaped)
+/// The function of a form, the unescaped one if the option asks for it. Complains and gives null
+/// where there is none.
+template <typename Source>
+auto chosenWriter(const QCommandLineParser &parser, const WrittenForm<Source> &form)
 {
     if (!parser.isSet(unescapedOption()))
-        return escaped;
-    if (unescaped == nullptr)
+        return form.lines;
+    if (form.unescapedLines == nullptr)
         complain(QStringLiteral("--unescaped needs HTML, see --as"));
-    return unescaped;
+    return form.unescapedLines;
 }
 
 /// The option --json.

@@ -12,6 +12,8 @@ namespace tool {
 
 /// The greatest width and margin that a template's lines may be given.
 constexpr int mostCharacters = 1000;
+/// The default width of commands that make lines of text.
+constexpr int usualWidth = 42;
 
 /// The option --width.
 /// @param byDefault the width without it, as the help calls it
