@@ -26,7 +26,10 @@ public:
         const CodeDrawer *codes = nullptr;  ///< outlives the interpreter
     };
 
-    explicit StreamInterpreter(const PrinterProfile &profile, const Options &options = {});
+    explicit StreamInterpreter(const PrinterProfile &profile)
+        : StreamInterpreter(profile, Options())
+    {}
+    StreamInterpreter(const PrinterProfile &profile, const Options &options);
     ~StreamInterpreter();
     StreamInterpreter(const StreamInterpreter &) = delete;
     StreamInterpreter &operator=(const StreamInterpreter &) = delete;
@@ -37,8 +40,12 @@ public:
     QVector<Paper> finish();
 
     /// All papers of a whole stream, the last one perhaps not cut.
+    static QVector<Paper> papersOf(const QByteArray &stream, const PrinterProfile &profile)
+    {
+        return papersOf(stream, profile, Options());
+    }
     static QVector<Paper> papersOf(const QByteArray &stream, const PrinterProfile &profile,
-                                   const Options &options = {});
+                                   const Options &options);
 
 private:
     class State;
