@@ -41,6 +41,10 @@ class WalkerTest(unittest.TestCase):
         self.assertEqual(names('escpos', b'\x1dk\x04AB\0C'), ['GS k', 'text'])
         self.assertEqual(names('escpos', b'\x1dk\x45\x02A\0C'), ['GS k', 'text'])
 
+    def test_tab_stops_end_with_nul_or_a_column_that_is_not_further(self):
+        self.assertEqual(names('escpos', b'\x1bD\x08\x10\0A'), ['ESC D', 'text'])
+        self.assertEqual(names('escpos', b'\x1bD\x08\x04A'), ['ESC D', 'unknown', 'text'])
+
     def test_cut_feeds_by_an_operand_in_some_forms(self):
         self.assertEqual(names('escpos', b'\x1dV\0A\x1dVBA\x1dV\x31A'), ['GS V', 'text', 'GS V', 'GS V', 'text'])
 

@@ -21,6 +21,7 @@ The longest introducer that fits counts.
 """
 
 import collections
+import random
 import sys
 
 
@@ -68,11 +69,25 @@ def characters_defined(data, at):
     return at
 
 
+def tab_stops(data, at):
+    """ESC D: columns up to NUL; one that isn't greater than the one before is no part of it any more."""
+    last = 0
+    while data[at] > last:
+        last = data[at]
+        at += 1
+    return at + 1 if data[at] == 0 else at
+
+
+def italics(data, at):
+    """ESC 4: ESC/P has it without an operand, Custom's printers with 0 or 1."""
+    return at + 1 if data[at] in (0, 1) else at
+
+
 def escpos_barcode(data, at):
-    """GS k m: up to 6 the data ends with NUL, from 65 on its length comes first."""
+    """GS k m: up to 6 the data ends with NUL, from 65 to 79 its length comes first."""
     if data[at] <= 6:
         return data.index(0, at + 1) + 1
-    return at + 2 + data[at + 1]
+    return at + 2 + data[at + 1] if 65 <= data[at] <= 79 else at + 1
 
 
 ESC, FS, GS, RS, DLE = b'\x1b', b'\x1c', b'\x1d', b'\x1e', b'\x10'
@@ -84,8 +99,8 @@ ESCPOS = {
     DLE + b'\x14': first({1: 2, 2: 2, 3: 5, 7: 1, 8: 7}, 0),
     ESC + b'\x0c': 0, ESC + b' ': 1, ESC + b'!': 1, ESC + b'$': 2, ESC + b'%': 1,
     ESC + b'&': characters_defined, ESC + b'(': LENGTH_WORD, ESC + b'*': columns_of_dots,
-    ESC + b'-': 1, ESC + b'2': 0, ESC + b'3': 1, ESC + b'4': 1, ESC + b'5': 1, ESC + b'=': 1, ESC + b'?': 1,
-    ESC + b'@': 0, ESC + b'B': 2, ESC + b'D': until(0), ESC + b'E': 1, ESC + b'G': 1, ESC + b'J': 1,
+    ESC + b'-': 1, ESC + b'2': 0, ESC + b'3': 1, ESC + b'4': italics, ESC + b'5': 0, ESC + b'=': 1, ESC + b'?': 1,
+    ESC + b'@': 0, ESC + b'B': 2, ESC + b'D': tab_stops, ESC + b'E': 1, ESC + b'G': 1, ESC + b'J': 1,
     ESC + b'K': 1, ESC + b'L': 0, ESC + b'M': 1, ESC + b'R': 1, ESC + b'S': 0, ESC + b'T': 1, ESC + b'V': 1,
     ESC + b'W': 8, ESC + b'\\': 2, ESC + b'a': 1, ESC + b'c3': 1, ESC + b'c4': 1, ESC + b'c5': 1,
     ESC + b'd': 1, ESC + b'e': 1, ESC + b'i': 0, ESC + b'm': 0, ESC + b'p': 3, ESC + b'r': 1, ESC + b't': 1,
@@ -104,20 +119,21 @@ ESCPOS = {
 }
 
 # Commands of the raster mode have numbers in digits, up to a NUL.
-STAR_RASTER = {ESC + b'*r' + bytes([letter]): until(0) for letter in b'EFPQTYXZmltrKqpR'}
+STAR_RASTER = {ESC + b'*r' + letters: until(0) for letters in
+               (b'D', b'E', b'F', b'K', b'N', b'P', b'Q', b'T', b'V', b'Y', b'ml', b'mr')}
 
 STAR = {
     b'\x05': 0, b'\x07': 0, b'\t': 0, b'\n': 0, b'\x0b': 0, b'\x0c': 0, b'\r': 0, b'\x0e': 0, b'\x0f': 0,
     b'\x12': 0, b'\x14': 0, b'\x18': 0, b'\x19': 0, b'\x1a': 0, b'\x1c': 0, b'\x04': 0,
     ESC + b'\x06\x01': 0, ESC + b'\x07': 2, ESC + b'\x0c': 1, ESC + b'\x0e': 0, ESC + b'\x14': 0,
     ESC + b' ': 1, ESC + b'$': 1, ESC + b'-': 1, ESC + b'0': 0, ESC + b'1': 0, ESC + b'2': 0, ESC + b'3': 1,
-    ESC + b'4': 0, ESC + b'5': 0, ESC + b'A': 1, ESC + b'@': 0, ESC + b'B': until(0), ESC + b'C': 1,
-    ESC + b'D': until(0), ESC + b'E': 0, ESC + b'F': 0, ESC + b'I': 1, ESC + b'J': 1,
+    ESC + b'4': 0, ESC + b'5': 0, ESC + b'A': 1, ESC + b'@': 0, ESC + b'B': tab_stops, ESC + b'C': first({0: 1}, 0),
+    ESC + b'D': tab_stops, ESC + b'E': 0, ESC + b'F': 0, ESC + b'I': 1, ESC + b'J': 1,
     ESC + b'K': counted(2, word), ESC + b'L': counted(2, word), ESC + b'M': 0, ESC + b'P': 0, ESC + b':': 0,
     ESC + b'Q': 1, ESC + b'R': 1, ESC + b'W': 1, ESC + b'X': counted(2, lambda data, at: 3 * word(data, at)),
     ESC + b'_': 1, ESC + b'a': 1, ESC + b'b': until(0x1e), ESC + b'd': 1, ESC + b'h': 1, ESC + b'i': 2,
     ESC + b'k': counted(2, lambda data, at: 24 * word(data, at)), ESC + b'l': 1, ESC + b's': 2, ESC + b'z': 1,
-    ESC + RS + b'A': 1, ESC + RS + b'C': 1, ESC + RS + b'F': 1, ESC + RS + b'R': 1, ESC + RS + b'a': 1,
+    ESC + RS + b'A': 1, ESC + RS + b'C': 1, ESC + RS + b'F': 1, ESC + RS + b'a': 1,
     ESC + RS + b'd': 1, ESC + RS + b'r': 1,
     ESC + GS + b'\x03': 3, ESC + GS + b'A': 2, ESC + GS + b'R': 2, ESC + GS + b'a': 1, ESC + GS + b't': 1,
     ESC + GS + b'P0': 0, ESC + GS + b'P1': 0, ESC + GS + b'P3': 8, ESC + GS + b'P4': 2, ESC + GS + b'P5': 2,
@@ -127,16 +143,8 @@ STAR = {
     ESC + GS + b'xD': counted(2, word), ESC + GS + b'xP': 0, ESC + GS + b'xI': 0,
     ESC + GS + b'yS0': 1, ESC + GS + b'yS1': 1, ESC + GS + b'yS2': 1,
     ESC + GS + b'yD1': counted(3, lambda data, at: word(data, at + 1)), ESC + GS + b'yP': 0, ESC + GS + b'yI': 0,
-    ESC + b'*rA': 0, ESC + b'*rB': 0, ESC + b'*rC': 0, **STAR_RASTER,
+    ESC + b'*rA': 0, ESC + b'*rB': 0, ESC + b'*rC': 0, ESC + b'*rR': 0, **STAR_RASTER,
 }
-# Some drivers send the selectors of codes as numbers instead of digits.
-for letter in b'xy':
-    for digit in b'0123':
-        for kind in b'SD':
-            introducer = ESC + GS + bytes([letter, kind])
-            if introducer + bytes([digit]) in STAR:
-                STAR[introducer + bytes([digit - 48])] = STAR[introducer + bytes([digit])]
-
 # Between ESC * r A and ESC * r B a line of dots is a letter, a length and so many bytes.
 STAR_LINES_OF_DOTS = {b'b': counted(2, word), b'k': counted(2, word)}
 
@@ -145,6 +153,7 @@ NAMES = {0x04: 'EOT', 0x05: 'ENQ', 0x06: 'ACK', 0x07: 'BEL', 0x09: 'HT', 0x0a: '
          0x1a: 'SUB', 0x1b: 'ESC', 0x1c: 'FS', 0x1d: 'GS', 0x1e: 'RS', 0x20: 'SP', 0x03: 'ETX', 0x01: 'SOH',
          0x00: 'NUL', 0x02: 'STX'}
 TABLES = {'escpos': ESCPOS, 'star': STAR}
+INTRODUCERS = {'escpos': ESC + FS + GS, 'star': ESC}
 
 
 def name_of(introducer):
@@ -185,9 +194,29 @@ def pieces(dialect, data):
                 end += 1
             yield at, end - at, 'text'
         else:
-            end = min(len(data), at + (2 if data[at] in (0x1b, 0x1c, 0x1d) else 1))
+            end = min(len(data), at + (2 if data[at] in INTRODUCERS[dialect] else 1))
             yield at, end - at, 'unknown'
         at = end
+
+
+# What acts at once is searched for inside other commands' data too, so it has to be right.
+AT_ONCE = [b'\x10\x04\x01', b'\x10\x05\x01', b'\x10\x14\x01\0\x01', b'\x10\x14\x08\x01\x03\x14\x01\x06\x02\x08']
+
+
+def random_stream(dialect, seed, count=300):
+    """So many texts and commands with operands at random; most of them are whole."""
+    chosen = random.Random(seed)
+    stream = bytearray()
+    for _ in range(count):
+        introducer = chosen.choice(sorted(TABLES[dialect]))
+        stream += bytes(chosen.choices(b'AZaz09 \xe0\xff', k=chosen.randrange(6)))
+        if introducer.startswith(DLE):
+            stream += chosen.choice(AT_ONCE)
+            continue
+        stream += introducer + bytes(chosen.choices(range(6), k=8))
+        if callable(TABLES[dialect][introducer]):
+            stream += bytes(chosen.choices((0, 0x1e, 0x41, 0x61), k=chosen.randrange(60)))
+    return bytes(stream)
 
 
 def main(arguments):
