@@ -16,8 +16,7 @@ namespace hearth {
 class Q_DECL_EXPORT FixNumber
 {
 public:
-    /// @param multiplier parts per unit, a power of ten (100: two decimals); 0 rounds to a whole
-    /// number
+    /// @param multiplier parts per unit, a power of ten (100: two decimals); 0 rounds to units
     /// @param value      the number to hold
     FixNumber(quint32 multiplier, double value);
 

@@ -23,7 +23,7 @@ namespace bbcpp {
 class PRINTERSLIB_EXPORT BBNode : public std::enable_shared_from_this<BBNode>
 {
 public:
-    /// Kind of a node.
+    /// What a node is, and so to which class tryDowncast() leads.
     enum NodeType : int {
         NodeDocument = 0,
         NodeElement = 1,
@@ -41,7 +41,7 @@ public:
 
     /// The element's name, the text of a text node, "#document" for the document.
     const std::string &getNodeName() const { return m_nodeName; }
-    /// Kind of the node.
+    /// Set for good when the node is made.
     NodeType getNodeType() const { return m_nodeType; }
     /// Null on the root, and on a node whose parent is gone.
     std::shared_ptr<BBNode> getParent() const { return m_parent.lock(); }
@@ -52,7 +52,7 @@ protected:
     /// A node without parent and children.
     BBNode(std::string name, NodeType type);
 
-    /// What getNodeName() gives.
+    /// A text node keeps its text here.
     std::string m_nodeName;
 
 private:
@@ -65,10 +65,10 @@ private:
 class PRINTERSLIB_EXPORT BBText : public BBNode
 {
 public:
-    /// A text node of this text.
+    /// Takes any bytes, UTF-8 or not.
     explicit BBText(std::string text);
 
-    /// The text.
+    /// The same as getNodeName().
     virtual std::string getText() const;
     /// Adds text behind the node's own.
     void append(const std::string &text);
@@ -99,7 +99,7 @@ public:
     const Parameters &getParameters() const { return m_parameters; }
     /// Empty if there is no such key.
     std::string getParameter(const std::string &key) const;
-    /// Whether there is such a key.
+    /// Tells a key with an empty value from none.
     bool hasParameter(const std::string &key) const;
 
 private:
@@ -107,11 +107,11 @@ private:
     Parameters m_parameters;
 };
 
-/// How nodes are held.
+/// A node as its parent holds it.
 using BBNodePtr = std::shared_ptr<BBNode>;
-/// How texts are held.
+/// What newText() gives.
 using BBTextPtr = std::shared_ptr<BBText>;
-/// How elements are held.
+/// What newElement() and its kin give.
 using BBElementPtr = std::shared_ptr<BBElement>;
 
 /// The root of a tree. Made on the heap and held by a shared pointer from the start, as its nodes

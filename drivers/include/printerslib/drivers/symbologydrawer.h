@@ -9,8 +9,8 @@ namespace printerslib::drivers {
 /// Draws the codes of all symbologies of Paper, by the library zint.
 ///
 /// - Modules are square, and a barcode is one row of them. A row of a PDF417 is one row, too, so
-/// the
-///   height of its module is that of the row; those of stacked GS1 DataBar codes are repeated.
+///   that the height of its module is that of the row; those of stacked GS1 DataBar codes are
+///   repeated.
 /// - A check digit that the payload lacks is added, and one that is wrong is a fault. UPC-E takes
 ///   the 11 or 12 digits of a UPC-A, too. Code 39 is drawn with its "*", whether the payload has
 ///   them or not.
