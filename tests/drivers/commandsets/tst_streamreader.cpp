@@ -3,6 +3,7 @@
 #include "commandsets/commandrow_p.h"
 #include "printerslib/drivers/streamreader.h"
 #include "printerstreams.h"
+#include "streamnotation.h"
 
 using namespace printerslib::drivers;
 
@@ -16,16 +17,6 @@ const char *const streamModels[] = {
 PrinterProfile profileOf(const char *model)
 {
     return PrinterProfile::forModel(QLatin1String(model)).value();
-}
-
-/// Bytes from hexadecimal digits and, between quotes, texts: "1b40 'Total' 0a".
-QByteArray bytesOf(const QByteArray &notation)
-{
-    QByteArray bytes;
-    const QList<QByteArray> parts = notation.split('\'');
-    for (int i = 0; i < parts.size(); ++i)
-        bytes += i % 2 == 0 ? QByteArray::fromHex(parts.at(i)) : parts.at(i);
-    return bytes;
 }
 
 QByteArray told(const StreamCommand &command)
@@ -57,7 +48,7 @@ QByteArray told(const QVector<StreamCommand> &commands)
 
 QByteArray told(const QByteArray &notation, const char *model = "GENERAL_EPSON_PROTOCOL")
 {
-    return told(StreamReader::commandsOf(bytesOf(notation), profileOf(model)));
+    return told(StreamReader::commandsOf(streamOf(notation), profileOf(model)));
 }
 
 QByteArray together(const QVector<StreamCommand> &commands)
@@ -322,7 +313,7 @@ void TestStreamReader::offsetsCountFromTheStart()
 void TestStreamReader::operandsAndPayloadAreApart()
 {
     const auto commands = StreamReader::commandsOf(
-        bytesOf("1d76300130000100'") + QByteArray(48, 'x'), profileOf("GENERAL_EPSON_PROTOCOL"));
+        streamOf("1d76300130000100'") + QByteArray(48, 'x'), profileOf("GENERAL_EPSON_PROTOCOL"));
     QCOMPARE(commands.size(), 1);
     QCOMPARE(commands.first().operand(0), 1);
     QCOMPARE(commands.first().word(1), 48);
@@ -335,7 +326,7 @@ void TestStreamReader::operandsAndPayloadAreApart()
 void TestStreamReader::countedOperandsMayBeMissing()
 {
     const auto commands =
-        StreamReader::commandsOf(bytesOf("1d28450000'A'"), profileOf("GENERAL_EPSON_PROTOCOL"));
+        StreamReader::commandsOf(streamOf("1d28450000'A'"), profileOf("GENERAL_EPSON_PROTOCOL"));
     QCOMPARE(told(commands), QByteArray("GS ( E 0000; 'A'"));
     QCOMPARE(commands.first().operand(2), 0);
     QVERIFY(commands.first().payload().isEmpty());
@@ -349,7 +340,7 @@ void TestStreamReader::textIsNotLookedForInPayloads()
 void TestStreamReader::realTimeCommandsAreFoundInPayloads()
 {
     const auto commands = StreamReader::commandsOf(
-        bytesOf("'A' 1d763000 0800 0200 1004 01 100501 101401000100 0000 100409"),
+        streamOf("'A' 1d763000 0800 0200 1004 01 100501 101401000100 0000 100409"),
         profileOf("GENERAL_EPSON_PROTOCOL"));
     QCOMPARE(commands.size(), 3);
     const QVector<StreamCommand::RealTime> &found = commands.at(1).realTime;
@@ -367,7 +358,7 @@ void TestStreamReader::realTimeCommandsAreFoundInPayloads()
 
 void TestStreamReader::realTimeCommandsAreNotFoundAcrossPayloads()
 {
-    const auto commands = StreamReader::commandsOf(bytesOf("1d763000 0200 0100 1004 01"),
+    const auto commands = StreamReader::commandsOf(streamOf("1d763000 0200 0100 1004 01"),
                                                    profileOf("GENERAL_EPSON_PROTOCOL"));
     QCOMPARE(told(commands), QByteArray("GS v 0 00020001001004; unknown 01"));
     QVERIFY(commands.first().realTime.isEmpty());
@@ -375,7 +366,7 @@ void TestStreamReader::realTimeCommandsAreNotFoundAcrossPayloads()
 
 void TestStreamReader::realTimeCommandsAreFoundInTheIncomplete()
 {
-    const auto commands = StreamReader::commandsOf(bytesOf("1d763000 0200 0800 100402 00"),
+    const auto commands = StreamReader::commandsOf(streamOf("1d763000 0200 0800 100402 00"),
                                                    profileOf("GENERAL_EPSON_PROTOCOL"));
     QCOMPARE(told(commands), QByteArray("incomplete GS v 0 12/24"));
     QCOMPARE(commands.first().realTime.size(), 1);
@@ -384,8 +375,8 @@ void TestStreamReader::realTimeCommandsAreFoundInTheIncomplete()
 void TestStreamReader::pulsesAreSwitchedByGsD()
 {
     const auto commands = StreamReader::commandsOf(
-        bytesOf("1014010101 1d284403001401 00 1014010101 1d763000 0500 0100 1014010101"
-                "1d28440300140131 1014010101"),
+        streamOf("1014010101 1d284403001401 00 1014010101 1d763000 0500 0100 1014010101"
+                 "1d28440300140131 1014010101"),
         profileOf("GENERAL_EPSON_PROTOCOL"));
     QCOMPARE(commands.size(), 6);
     QVERIFY(!commands.at(0).isSwitchedOff);
@@ -397,7 +388,7 @@ void TestStreamReader::pulsesAreSwitchedByGsD()
 void TestStreamReader::powerOffIsOffUntilSwitchedOn()
 {
     const auto commands =
-        StreamReader::commandsOf(bytesOf("1014020108 1d2844050014013002 31 1014020108 1014010001"),
+        StreamReader::commandsOf(streamOf("1014020108 1d2844050014013002 31 1014020108 1014010001"),
                                  profileOf("GENERAL_EPSON_PROTOCOL"));
     QCOMPARE(commands.size(), 4);
     QVERIFY(commands.at(0).isSwitchedOff);
@@ -407,7 +398,7 @@ void TestStreamReader::powerOffIsOffUntilSwitchedOn()
 
 void TestStreamReader::initializeSwitchesBack()
 {
-    const auto commands = StreamReader::commandsOf(bytesOf("1d28440300140100 1b40 1014010001"),
+    const auto commands = StreamReader::commandsOf(streamOf("1d28440300140100 1b40 1014010001"),
                                                    profileOf("GENERAL_EPSON_PROTOCOL"));
     QVERIFY(!commands.last().isSwitchedOff);
 }
@@ -436,7 +427,7 @@ void TestStreamReader::emptyStreamHasNoCommands()
 void TestStreamReader::nextStreamBeginsAnew()
 {
     StreamReader reader(profileOf("TSP-TUP"));
-    reader.read(bytesOf("1b2a7241 1b"));
+    reader.read(streamOf("1b2a7241 1b"));
     reader.finish();
     const auto commands = reader.read("b");
     QCOMPARE(told(commands), QByteArray("'b'"));
@@ -458,7 +449,7 @@ void TestStreamReader::whatIsTooLongIsGivenUp()
 {
     StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
     const QByteArray block(8 * 1024 * 1024, 'x');
-    QVector<StreamCommand> commands = reader.read(bytesOf("1d385affffffff"));
+    QVector<StreamCommand> commands = reader.read(streamOf("1d385affffffff"));
     for (int i = 0; i < 8; ++i)
         commands += reader.read(block);
     QCOMPARE(commands.size(), 1);
@@ -475,7 +466,7 @@ void TestStreamReader::longCommandsInSmallPiecesTakeNoLonger()
 {
     constexpr int size = 1'000'000;
     StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
-    reader.read(bytesOf("1d385a40420f00"));
+    reader.read(streamOf("1d385a40420f00"));
     for (int i = 0; i < size - 1; ++i)
         QVERIFY(reader.read("x").isEmpty());
     const auto commands = reader.read("x");
@@ -487,7 +478,7 @@ void TestStreamReader::unendingTextsInSmallPiecesAreSearchedOnce()
 {
     constexpr int size = 1'000'000;
     StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
-    reader.read(bytesOf("1d6b04"));
+    reader.read(streamOf("1d6b04"));
     for (int i = 0; i < size; ++i)
         QVERIFY(reader.read("x").isEmpty());
     const auto commands = reader.read(QByteArray(1, '\0'));

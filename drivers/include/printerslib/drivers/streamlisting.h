@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QScopedPointer>
 #include <QString>
 
 #include "printerslib/drivers/drivers_export.h"

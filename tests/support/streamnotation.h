@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+
+/// Bytes from hexadecimal digits and, between quotes, texts: "1b40 'Total' 0a".
+inline QByteArray streamOf(const QByteArray &notation)
+{
+    QByteArray bytes;
+    const QList<QByteArray> parts = notation.split('\'');
+    for (int i = 0; i < parts.size(); ++i)
+        bytes += i % 2 == 0 ? QByteArray::fromHex(parts.at(i)) : parts.at(i);
+    return bytes;
+}
