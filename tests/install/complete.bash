@@ -37,8 +37,8 @@ offers 'CUSTOM_TG_2480_H CUSTOM_TG_2480_SE CUSTOM_VKP_80' render --model CUSTOM
 offers 'html html-fragment json text' render --as ''
 offers 'html html-fragment' render --as h
 offers 'as-is lower upper' render --case ''
-offers 'de en ru' render --language ''
-offers 'de' preview --language d
+find "$prefix" -name 'printerslib_*.qm' | sed 's/.*printerslib_//; s/\.qm$//' | offers_all render --language ''
+offers 'ru' preview --language ru
 offers 'document html text' lint --as ''
 offers 'endless-value entries-in-text' lint --explain en
 offers 'kiosk.cpt kiosk.json' render kiosk

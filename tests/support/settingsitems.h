@@ -43,14 +43,21 @@ inline QVariant valueOf(const QList<QVariant> &list, const QString &key)
 /// What a new process holds in the section of PrinterSettings, in the order of its list.
 inline QList<QVariant> sectionItems()
 {
-    const QString section = "PRINTER";
-    return {
-        item(section, "printerType", 0),       item(section, "printerName", QString()),
-        item(section, "emptyStringsAtEnd", 5), item(section, "spacesBeforeString", 0),
-        item(section, "paperLoopFlag", 0),     item(section, "moveCheckTo", 50),
-        item(section, "characterMode", 0),     item(section, "enablePortLogging", 0),
-        item(section, "baseFiscFont", 1),      item(section, "defSymPerLine", 0),
+    QList<QVariant> items;
+    const auto add = [&items](const char *key, const QVariant &value) {
+        items.append(item("PRINTER", key, value));
     };
+    add("printerType", 0);
+    add("printerName", QString());
+    add("emptyStringsAtEnd", 5);
+    add("spacesBeforeString", 0);
+    add("paperLoopFlag", 0);
+    add("moveCheckTo", 50);
+    add("characterMode", 0);
+    add("enablePortLogging", 0);
+    add("baseFiscFont", 1);
+    add("defSymPerLine", 0);
+    return items;
 }
 
 /// What a new port adds under the printer's name.
