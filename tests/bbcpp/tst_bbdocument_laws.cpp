@@ -2,12 +2,13 @@
 #include <rapidcheck/gtest.h>
 
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "bbcpp/bbdocument.h"
+#include "bbtree.h"
 #include "referencetree.h"
+
+using namespace bbtree;
 
 namespace {
 
@@ -27,34 +28,18 @@ rc::Gen<std::string> bbCode()
                         });
 }
 
-std::shared_ptr<bbcpp::BBDocument> loaded(const std::string &text)
-{
-    auto document = std::make_shared<bbcpp::BBDocument>();
-    document->load(text);
-    return document;
-}
-
-std::string printed(const bbcpp::BBDocument &document)
-{
-    std::ostringstream text;
-    std::streambuf *const previous = std::cout.rdbuf(text.rdbuf());
-    bbcpp::printDocument(document);
-    std::cout.rdbuf(previous);
-    return text.str();
-}
-
 }  // namespace
 
 RC_GTEST_PROP(BBDocumentLaws, treeIsThatOfTheGrammar, ())
 {
     const std::string text = *bbCode();
-    RC_ASSERT(printed(*loaded(text)) == ReferenceTree(text).print());
+    RC_ASSERT(printed(*parsed(text)) == ReferenceTree(text).print());
 }
 
 RC_GTEST_PROP(BBDocumentLaws, textWithoutBracketsIsOneNode, (std::string text))
 {
     text.erase(std::remove(text.begin(), text.end(), '['), text.end());
-    const auto document = loaded(text);
+    const auto document = parsed(text);
     RC_ASSERT(document->getChildren().size() == (text.empty() ? 0U : 1U));
     RC_ASSERT(bbcpp::getRawString(*document) == text);
 }
@@ -65,19 +50,19 @@ RC_GTEST_PROP(BBDocumentLaws, textGoesOnBehindACompleteTag, ())
     std::string after = *rc::gen::arbitrary<std::string>();
     after.erase(std::remove(after.begin(), after.end(), '['), after.end());
     const std::string tag = *rc::gen::element<std::string>("[b]", "[/b]");
-    RC_ASSERT(bbcpp::getRawString(*loaded(before + tag + after)) ==
-              bbcpp::getRawString(*loaded(before + tag)) + after);
+    RC_ASSERT(bbcpp::getRawString(*parsed(before + tag + after)) ==
+              bbcpp::getRawString(*parsed(before + tag)) + after);
 }
 
 RC_GTEST_PROP(BBDocumentLaws, rawTextIsNoLongerThanTheSource, ())
 {
     const std::string text = *bbCode();
-    RC_ASSERT(bbcpp::getRawString(*loaded(text)).size() <= text.size());
+    RC_ASSERT(bbcpp::getRawString(*parsed(text)).size() <= text.size());
 }
 
 RC_GTEST_PROP(BBDocumentLaws, everyNodeHasItsParentAndNoTextsTouch, ())
 {
-    const auto document = loaded(*bbCode());
+    const auto document = parsed(*bbCode());
     std::vector<bbcpp::BBNodePtr> nodes{document};
     while (!nodes.empty()) {
         const bbcpp::BBNodePtr node = nodes.back();
