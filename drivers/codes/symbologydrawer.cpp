@@ -211,6 +211,11 @@ int heightOfRow(const zint_symbol &symbol, int row)
     return qMax(1, qRound(height));
 }
 
+int bytesOfRow(int modules)
+{
+    return (modules + bitsPerByte - 1) / bitsPerByte;
+}
+
 /// Sets a bit of a row, counted from its highest.
 void setBit(char *row, int bit)
 {
@@ -221,7 +226,7 @@ void setBit(char *row, int bit)
 /// A row of modules, whose highest bit is the leftmost; zint has it the other way round.
 QByteArray rowOf(const zint_symbol &symbol, int row)
 {
-    QByteArray bytes((symbol.width + bitsPerByte - 1) / bitsPerByte, '\0');
+    QByteArray bytes(bytesOfRow(symbol.width), '\0');
     for (int column = 0; column < symbol.width; ++column) {
         const int byte = symbol.encoded_data[row][column / bitsPerByte];
         if ((byte >> (column % bitsPerByte) & 1) != 0)
@@ -253,7 +258,7 @@ bool takeDots(zint_symbol &symbol, Paper::Code &code)
     if (ZBarcode_Buffer(&symbol, 0) >= ZINT_ERROR)
         return false;
     const int width = symbol.bitmap_width;
-    const int bytesPerRow = (width + bitsPerByte - 1) / bitsPerByte;
+    const int bytesPerRow = bytesOfRow(width);
     code.modules = QSize(width, symbol.bitmap_height);
     code.rows = QByteArray(bytesPerRow * symbol.bitmap_height, '\0');
     for (int y = 0; y < symbol.bitmap_height; ++y) {

@@ -108,8 +108,8 @@ void packBits(const QImage &picture, int y, char *row, int rowBytes)
     for (int i = 0; i < rowBytes; ++i)
         row[i] = static_cast<char>((bits[i] & whereSet) | (~bits[i] & whereClear));
     // Behind the picture's width the bits are undefined in QImage and 0 in a MonochromeImage.
-    const int usedBits = picture.width() % 8;
-    const int usedBytes = (picture.width() + 7) / 8;
+    const int usedBits = picture.width() % documents::bitsPerByte;
+    const int usedBytes = static_cast<int>(documents::bytesOfRow(picture.width()));
     if (usedBits != 0)
         row[usedBytes - 1] = static_cast<char>(row[usedBytes - 1] & (0xFF00 >> usedBits));
     std::fill(row + usedBytes, row + rowBytes, '\0');

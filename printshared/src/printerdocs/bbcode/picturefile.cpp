@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "printerdocs/bbcode/gifcodes_p.h"
+#include "printerdocs/document/monochromeimage_p.h"
 
 namespace picturefile {
 
@@ -238,9 +239,10 @@ QImage readOver(uchar byte, QIODevice *source, const QByteArray &format)
     return reader.read(&picture) ? withAllColours(std::move(picture)) : QImage();
 }
 
-int valueAt(const uchar *row, int x, int depth)
+/// Of a pixel of one bit, the bit in its place.
+uint valueAt(const uchar *row, int x, int depth)
 {
-    return depth == 1 ? row[x / 8] >> (7 - x % 8) & 1 : row[x];
+    return depth == 1 ? row[x / documents::bitsPerByte] & documents::bitOfPixel(x) : row[x];
 }
 
 /// Whether two readings differ at a pixel.
@@ -267,7 +269,7 @@ void whiten(QImage &picture, const QImage &first, const QImage &second)
 
 bool hasGaps(const QImage &first, const QImage &second)
 {
-    const int bytes = (first.width() * first.depth() + 7) / 8;
+    const qint64 bytes = documents::bytesOfRow(qint64(first.width()) * first.depth());
     for (int y = 0; y < first.height(); ++y) {
         if (std::memcmp(first.constScanLine(y), second.constScanLine(y), size_t(bytes)) != 0)
             return true;
