@@ -263,8 +263,8 @@ bool takeDots(zint_symbol &symbol, Paper::Code &code)
     code.rows = QByteArray(bytesPerRow * symbol.bitmap_height, '\0');
     for (int y = 0; y < symbol.bitmap_height; ++y) {
         for (int x = 0; x < width; ++x) {
-            if (symbol.bitmap[(y * width + x) * bytesPerPixel] < 0x80)
-                setBit(code.rows.data() + y * bytesPerRow, x);
+            if (symbol.bitmap[(qsizetype(y) * width + x) * bytesPerPixel] < 0x80)
+                setBit(code.rows.data() + qsizetype(y) * bytesPerRow, x);
         }
     }
     return true;
