@@ -1,0 +1,77 @@
+#include "interpreter/handlers_p.h"
+#include "interpreter/macro_p.h"
+
+namespace printerslib::drivers {
+
+namespace {
+
+constexpr int mostMacroBytes = 2048;
+// A few bytes ask for 255 times the macro: what is played stays within a multiple of the stream.
+constexpr qint64 bytesPlayedAtFirst = 100'000;
+constexpr qint64 bytesPlayedPerByte = 50;
+
+void switchMacroDefinition(Printer &printer, const StreamCommand & /*command*/)
+{
+    MacroState &macro = printer.macro;
+    if (!macro.isRecorded) {
+        macro.commands.clear();
+        macro.bytes = 0;
+    }
+    macro.isRecorded = !macro.isRecorded;
+}
+
+void playMacro(Printer &printer, const StreamCommand &command)
+{
+    // Played while it is being defined, it is taken back.
+    if (printer.macro.isRecorded) {
+        printer.macro.isRecorded = false;
+        printer.macro.commands.clear();
+        return;
+    }
+    const QVector<StreamCommand> commands = printer.macro.commands;
+    const qint64 most = bytesPlayedAtFirst + bytesPlayedPerByte * command.offset;
+    for (int round = 0; round < command.operand(0); ++round) {
+        for (StreamCommand played : commands) {
+            printer.macro.bytesPlayed += played.bytes.size();
+            if (printer.macro.bytesPlayed > most) {
+                printer.noteFor(command, QStringLiteral("is played no further"));
+                return;
+            }
+            played.offset = command.offset;
+            played.realTime.clear();
+            printer.obey(played);
+        }
+    }
+}
+
+constexpr HandlerRow macroRows[] = {
+    {CommandId::MacroDefinition, switchMacroDefinition},
+    {CommandId::MacroExecution, playMacro},
+};
+
+}  // namespace
+
+bool recordForMacro(Printer &printer, const StreamCommand &command)
+{
+    MacroState &macro = printer.macro;
+    const bool isAboutMacro =
+        command.kind == StreamCommand::Command &&
+        (command.row->id == CommandId::MacroDefinition ||
+         command.row->id == CommandId::MacroExecution);
+    if (!macro.isRecorded || isAboutMacro || command.kind == StreamCommand::Incomplete)
+        return false;
+    if (macro.bytes + command.bytes.size() > mostMacroBytes) {
+        printer.note(QStringLiteral("the macro is longer than %1 bytes").arg(mostMacroBytes));
+        return true;
+    }
+    macro.bytes += command.bytes.size();
+    macro.commands.append(command);
+    return true;
+}
+
+HandlerRows macroHandlers()
+{
+    return {std::begin(macroRows), std::end(macroRows)};
+}
+
+}  // namespace printerslib::drivers

@@ -1,0 +1,409 @@
+#include <algorithm>
+
+#include "interpreter/barcodedata_p.h"
+#include "interpreter/dots_p.h"
+#include "interpreter/handlers_p.h"
+#include "interpreter/symbols_p.h"
+
+namespace printerslib::drivers {
+
+namespace {
+
+using Event = Paper::Event;
+using Symbology = Paper::Symbology;
+
+constexpr int dotsPerMillimetre = 8;
+
+// Characters
+
+void setScale(Printer &printer, const StreamCommand &command)
+{
+    const int height = choiceOf(command, 0, 6);
+    const int width = choiceOf(command, 1, 6);
+    if (height < 0 || width < 0)
+        return;
+    printer.state.heightScale = height + 1;
+    printer.state.widthScale = width + 1;
+}
+
+template <auto member>
+void setOneScale(Printer &printer, const StreamCommand &command)
+{
+    const int scale = choiceOf(command, 0, 6);
+    if (scale >= 0)
+        printer.state.*member = scale + 1;
+}
+
+template <auto member, auto value>
+void setStarState(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.state.*member = value;
+}
+
+// Upside down counts for the line, as it does with ESC/POS.
+template <bool value>
+void setStarUpsideDown(Printer &printer, const StreamCommand &command)
+{
+    if (printer.isAtLineStart(command))
+        printer.state.isUpsideDown = value;
+}
+
+void setStarFont(Printer &printer, const StreamCommand &command)
+{
+    const int font = choiceOf(command, 0, printer.fonts().size());
+    printer.state.pitch = 0;
+    if (font >= 0)
+        printer.state.font = font;
+    else
+        printer.noteFor(command, QStringLiteral("asks for font %1, which the model hasn't")
+                                     .arg(command.operand(0)));
+}
+
+void setRotation(Printer &printer, const StreamCommand &command)
+{
+    printer.state.isTurned = (choiceOf(command, 0, 4) & 1) != 0;
+}
+
+void noteUpperline(Printer &printer, const StreamCommand &command)
+{
+    if (isSwitchedOn(command))
+        printer.noteFor(command, QStringLiteral("asks for a line above, which isn't drawn"));
+}
+
+void defineStarCharacter(Printer &printer, const StreamCommand &command)
+{
+    // Sixteen columns of three bytes, of which the font takes what it has.
+    const Paper::Picture drawn = pictureOfColumns(command.payload(), 16, 3);
+    const int key = 0x10000 * (printer.state.font + 1) + command.operand(2);
+    printer.ownCharacters.insert(key, croppedPicture(drawn, printer.cellSize()));
+}
+
+void cancelStarCharacter(Printer &printer, const StreamCommand &command)
+{
+    printer.ownCharacters.remove(0x10000 * (printer.state.font + 1) + command.operand(2));
+}
+
+// Lines
+
+/// In characters of the chosen font.
+void setMargins(Printer &printer, int left, int right)
+{
+    printer.state.leftMargin = std::clamp(left, 0, printer.paperDots);
+    printer.state.areaWidth = std::clamp(right, printer.state.leftMargin, printer.paperDots) -
+                              printer.state.leftMargin;
+}
+
+void setLeftCharacters(Printer &printer, const StreamCommand &command)
+{
+    const int right = printer.state.leftMargin + printer.state.areaWidth;
+    if (printer.isAtLineStart(command))
+        setMargins(printer, command.operand(0) * printer.columnWidth(), right);
+}
+
+void setRightCharacters(Printer &printer, const StreamCommand &command)
+{
+    if (printer.isAtLineStart(command) && command.operand(0) > 0)
+        setMargins(printer, printer.state.leftMargin,
+                   command.operand(0) * printer.columnWidth());
+}
+
+template <int quarterMillimetres>
+void setStarSpacing(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.state.lineSpacing = quarterMillimetres * dotsPerMillimetre / 4;
+}
+
+void chooseStarSpacing(Printer &printer, const StreamCommand &command)
+{
+    constexpr int narrow = 3;  // millimetres
+    constexpr int wide = 4;
+    printer.state.lineSpacing = dotsPerMillimetre * (isSwitchedOn(command) ? wide : narrow);
+}
+
+template <int unitsPerInch>
+void setSpacingByUnits(Printer &printer, const StreamCommand &command)
+{
+    printer.state.lineSpacing =
+        qRound(double(command.operand(0)) * printer.profile.dotsPerInch() / unitsPerInch);
+}
+
+void setSevenSeventySeconds(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.state.lineSpacing = qRound(7.0 * printer.profile.dotsPerInch() / 72);
+}
+
+void defineSpacing(Printer &printer, const StreamCommand &command)
+{
+    printer.state.definedSpacing =
+        qRound(double(command.operand(0)) * printer.profile.dotsPerInch() / 72);
+}
+
+void useDefinedSpacing(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.state.lineSpacing = printer.state.definedSpacing;
+}
+
+/// A quarter of a millimetre is two dots.
+template <int dotsPerUnit>
+void feedStarUnits(Printer &printer, const StreamCommand &command)
+{
+    printer.printLineAndFeed(dotsPerUnit * command.operand(0));
+}
+
+// Bit images
+
+template <int bytesPerColumn, int width, int height>
+void addStarBitImage(Printer &printer, const StreamCommand &command)
+{
+    Paper::Picture picture =
+        pictureOfColumns(command.payload(), command.word(0), bytesPerColumn);
+    picture.dotsPerPixel = {width, height};
+    printer.addToLine(picture);
+}
+
+void addFineRaster(Printer &printer, const StreamCommand &command)
+{
+    printer.addToLine(pictureOfRows(command.payload(), 8 * command.operand(0), 24));
+}
+
+void printNvImages(Printer &printer, const StreamCommand &command)
+{
+    printer.endLineFor(command);
+    for (const Paper::Picture &picture : qAsConst(printer.graphics.nvPictures))
+        printer.printPicture(picture);
+}
+
+// Codes
+
+struct StarBarcodeRow
+{
+    char number;
+    Symbology symbology;
+    /// Dots of a narrow module by the mode, from 1 on.
+    int widths[9];
+};
+
+constexpr StarBarcodeRow starBarcodes[] = {
+    {'0', Symbology::UpcE, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {'1', Symbology::UpcA, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {'2', Symbology::Ean8, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {'3', Symbology::Ean13, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {'4', Symbology::Code39, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {'5', Symbology::Itf, {2, 4, 6, 2, 4, 6, 2, 3, 4}},
+    {'6', Symbology::Code128, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {'7', Symbology::Code93, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {'8', Symbology::Codabar, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+};
+
+/// n1: what, n2: digits and line feed, n3: width, n4: height; the data ends with RS.
+void printStarBarcode(Printer &printer, const StreamCommand &command)
+{
+    const int number = choiceOf(command, 0, 9);
+    const int text = choiceOf(command, 1, 5);
+    const int mode = choiceOf(command, 2, 10);
+    if (number < 0 || text < 1 || mode < 1) {
+        printer.noteFor(command, QStringLiteral("has no such kind, digits or width"));
+        return;
+    }
+    printer.endLineFor(command);
+    const StarBarcodeRow &row = starBarcodes[number];
+    QByteArray sent = command.payload();
+    if (sent.endsWith('\x1E'))
+        sent.chop(1);
+    Paper::Code code;
+    code.symbology = row.symbology;
+    code.sent = QByteArray(sent.constData(), sent.size());
+    code.payload = barcodePayload(row.symbology, code.sent, false);
+    code.module = {row.widths[mode - 1], std::max(1, command.operand(3))};
+    BarcodeState barcode;
+    barcode.textPosition = text % 2 == 0 ? 2 : 0;
+    printer.printCode(code, barcode);
+    if (text <= 2)
+        printer.printLine(1);
+}
+
+void setStarQrModel(Printer &printer, const StreamCommand &command)
+{
+    printer.symbols[1].variant =
+        choiceOf(command, 0, 3) == 1 ? Paper::Code::ModelOne : Paper::Code::Usual;
+}
+
+void setStarQrLevel(Printer &printer, const StreamCommand &command)
+{
+    const int level = choiceOf(command, 0, 4);
+    if (level >= 0)
+        printer.symbols[1].level = "LMQH"[level];
+}
+
+template <int family>
+void setStarModuleSize(Printer &printer, const StreamCommand &command)
+{
+    if (command.operand(0) > 0)
+        printer.symbols[family].moduleWidth = std::min(command.operand(0), 16);
+}
+
+template <int family>
+void storeStarData(Printer &printer, const StreamCommand &command)
+{
+    const QByteArray data = command.payload();
+    printer.symbols[family].data = QByteArray(data.constData(), data.size());
+}
+
+/// Parts of a type, a word and so many bytes: the bytes make up the data.
+void storeStarParts(Printer &printer, const StreamCommand &command)
+{
+    const QByteArray parts = command.payload();
+    QByteArray data;
+    int at = 0;
+    while (at + 3 <= parts.size()) {
+        const int size = static_cast<unsigned char>(parts.at(at + 1)) +
+                         256 * static_cast<unsigned char>(parts.at(at + 2));
+        data += parts.mid(at + 3, size);
+        at += 3 + size;
+    }
+    printer.symbols[1].data = data;
+}
+
+template <int family>
+void printStarSymbol(Printer &printer, const StreamCommand &command)
+{
+    printSymbol(printer, command, printer.symbols.value(family), symbologyOfFamily(family));
+}
+
+void setStarPdf417Shape(Printer &printer, const StreamCommand &command)
+{
+    if (choiceOf(command, 0, 2) == 1)
+        printer.symbols[0].grid = {command.operand(2), command.operand(1)};
+}
+
+void setStarPdf417Level(Printer &printer, const StreamCommand &command)
+{
+    const int level = choiceOf(command, 0, 9);
+    if (level >= 0)
+        printer.symbols[0].level = static_cast<char>('0' + level);
+}
+
+void setStarPdf417Height(Printer &printer, const StreamCommand &command)
+{
+    printer.symbols[0].moduleHeight = std::clamp(command.operand(0), 1, 10);
+}
+
+// Cutter, drawers, buzzer
+
+/// 0 and 1 cut where the paper is, 2 and 3 at the end of what is printed; the odd ones leave a
+/// bridge.
+void cutStar(Printer &printer, const StreamCommand &command)
+{
+    const int mode = choiceOf(command, 0, 4);
+    if (mode < 0) {
+        printer.noteFor(command, QStringLiteral("has no mode %1").arg(command.operand(0)));
+        return;
+    }
+    printer.endLineFor(command);
+    const int distance = mode < 2 ? printer.profile.dotsToCutter() : 0;
+    printer.roll.cut(mode % 2 == 0 ? Event::Cut : Event::PartialCut,
+                     printer.roll.top() - distance);
+}
+
+template <int pin>
+void openStarDrawer(Printer &printer, const StreamCommand & /*command*/)
+{
+    Event event;
+    event.kind = Event::Pulse;
+    event.pin = pin;
+    event.onMilliseconds = pin == 2 ? printer.drawerPulse.width() : 200;
+    event.offMilliseconds = pin == 2 ? printer.drawerPulse.height() : 200;
+    event.text = QStringLiteral("pulse of %1 ms to pin %2").arg(event.onMilliseconds).arg(pin);
+    printer.roll.addEvent(event);
+}
+
+void setDrawerPulse(Printer &printer, const StreamCommand &command)
+{
+    constexpr int unit = 10;  // milliseconds
+    printer.drawerPulse = {unit * command.operand(0), unit * command.operand(1)};
+}
+
+void beepStar(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.roll.addEvent(Event::Beep, QStringLiteral("beep"));
+}
+
+/// ESC SYN n m: 0 sets, 1 presents, 2 takes back.
+void movePresenter(Printer &printer, const StreamCommand &command)
+{
+    const int choice = choiceOf(command, 0, 5);
+    if (choice == 1)
+        printer.roll.addEvent(Event::Present, QStringLiteral("presents the ticket"));
+    else if (choice == 2)
+        printer.roll.addEvent(Event::Retract, QStringLiteral("takes the ticket back"));
+}
+
+constexpr HandlerRow starRows[] = {
+    {CommandId::CharacterScale, setScale},
+    {CommandId::WidthScale, setOneScale<&PrintState::widthScale>},
+    {CommandId::HeightScale, setOneScale<&PrintState::heightScale>},
+    {CommandId::DoubleWidthOn, setStarState<&PrintState::widthScale, 2>},
+    {CommandId::DoubleWidthOff, setStarState<&PrintState::widthScale, 1>},
+    {CommandId::DoubleHeightOn, setStarState<&PrintState::heightScale, 2>},
+    {CommandId::DoubleHeightOff, setStarState<&PrintState::heightScale, 1>},
+    {CommandId::BoldOn, setStarState<&PrintState::isBold, true>},
+    {CommandId::BoldOff, setStarState<&PrintState::isBold, false>},
+    {CommandId::InverseOn, setStarState<&PrintState::isInverse, true>},
+    {CommandId::InverseOff, setStarState<&PrintState::isInverse, false>},
+    {CommandId::UpsideDownOn, setStarUpsideDown<true>},
+    {CommandId::UpsideDownOff, setStarUpsideDown<false>},
+    {CommandId::Font, setStarFont},
+    {CommandId::Pitch12, setStarState<&PrintState::pitch, 12>},
+    {CommandId::Pitch14, setStarState<&PrintState::pitch, 14>},
+    {CommandId::Pitch15, setStarState<&PrintState::pitch, 15>},
+    {CommandId::Pitch16, setStarState<&PrintState::pitch, 16>},
+    {CommandId::Rotation, setRotation},
+    {CommandId::Upperline, noteUpperline},
+    {CommandId::DefineCharacter, defineStarCharacter},
+    {CommandId::CancelCharacter, cancelStarCharacter},
+    {CommandId::LeftMargin, setLeftCharacters},
+    {CommandId::RightMargin, setRightCharacters},
+    {CommandId::LineSpacingChoice, chooseStarSpacing},
+    {CommandId::NarrowLineSpacing, setStarSpacing<12>},
+    {CommandId::SevenSeventySecondsSpacing, setSevenSeventySeconds},
+    {CommandId::DefineSpacing, defineSpacing},
+    {CommandId::DefinedSpacing, useDefinedSpacing},
+    {CommandId::LineSpacing, setSpacingByUnits<216>},
+    {CommandId::LineSpacing144, setSpacingByUnits<144>},
+    {CommandId::FeedUnits, feedStarUnits<2>},
+    {CommandId::FeedHalfUnits, feedStarUnits<1>},
+    {CommandId::CoarseBitImage, addStarBitImage<1, 3, 3>},
+    {CommandId::WideBitImage, addStarBitImage<1, 1, 3>},
+    {CommandId::FineBitImage, addStarBitImage<3, 1, 1>},
+    {CommandId::FineRasterImage, addFineRaster},
+    {CommandId::PrintNvImages, printNvImages},
+    {CommandId::StarBarcode, printStarBarcode},
+    {CommandId::QrModel, setStarQrModel},
+    {CommandId::QrLevel, setStarQrLevel},
+    {CommandId::QrModuleSize, setStarModuleSize<1>},
+    {CommandId::QrStore, storeStarData<1>},
+    {CommandId::QrStoreParts, storeStarParts},
+    {CommandId::QrPrint, printStarSymbol<1>},
+    {CommandId::Pdf417Shape, setStarPdf417Shape},
+    {CommandId::Pdf417Level, setStarPdf417Level},
+    {CommandId::Pdf417Width, setStarModuleSize<0>},
+    {CommandId::Pdf417Height, setStarPdf417Height},
+    {CommandId::Pdf417Store, storeStarData<0>},
+    {CommandId::Pdf417Print, printStarSymbol<0>},
+    {CommandId::StarCut, cutStar},
+    {CommandId::Drawer1, openStarDrawer<2>},
+    {CommandId::Drawer2, openStarDrawer<5>},
+    {CommandId::DrawerPulse, setDrawerPulse},
+    {CommandId::Buzzer, beepStar},
+    {CommandId::BuzzerSound, beepStar},
+    {CommandId::Presenter, movePresenter},
+};
+
+}  // namespace
+
+HandlerRows starHandlers()
+{
+    return {std::begin(starRows), std::end(starRows)};
+}
+
+}  // namespace printerslib::drivers

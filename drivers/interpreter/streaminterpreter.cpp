@@ -1,0 +1,76 @@
+#include "printerslib/drivers/streaminterpreter.h"
+
+#include "interpreter/pageprint_p.h"
+#include "interpreter/printer_p.h"
+#include "interpreter/rasterrows_p.h"
+#include "printerslib/drivers/streamreader.h"
+
+namespace printerslib::drivers {
+
+class StreamInterpreter::State
+{
+public:
+    State(const PrinterProfile &givenProfile, const Options &givenOptions)
+        : profile(givenProfile), options(givenOptions), reader(givenProfile)
+    {
+        startPrinter();
+    }
+
+    void startPrinter() { printer.reset(new Printer(profile, options)); }
+    void obey(const QVector<StreamCommand> &commands)
+    {
+        for (const StreamCommand &command : commands)
+            printer->obey(command);
+    }
+
+    const PrinterProfile profile;
+    const Options options;
+    StreamReader reader;
+    QScopedPointer<Printer> printer;
+};
+
+StreamInterpreter::StreamInterpreter(const PrinterProfile &profile, const Options &options)
+    : d(new State(profile, options))
+{
+}
+
+StreamInterpreter::~StreamInterpreter() = default;
+
+QVector<Paper> StreamInterpreter::read(const QByteArray &bytes)
+{
+    d->obey(d->reader.read(bytes));
+    return d->printer->roll.takePieces();
+}
+
+QVector<Paper> StreamInterpreter::finish()
+{
+    d->obey(d->reader.finish());
+    d->printer->finish();
+    const QVector<Paper> pieces = d->printer->roll.finish();
+    d->startPrinter();
+    return pieces;
+}
+
+QVector<Paper> StreamInterpreter::papersOf(const QByteArray &stream, const PrinterProfile &profile,
+                                           const Options &options)
+{
+    StreamInterpreter interpreter(profile, options);
+    QVector<Paper> papers = interpreter.read(stream);
+    papers += interpreter.finish();
+    return papers;
+}
+
+void Printer::finish()
+{
+    flushRasterRows(*this);
+    if (isPageMode && !(page.items().isEmpty() && line.isEmpty())) {
+        note(QStringLiteral("the page isn't printed before a command for that comes"));
+        printPage(*this);
+        leavePageMode(*this);
+    } else if (!line.isEmpty()) {
+        note(QStringLiteral("the last line isn't printed before its line feed comes"));
+        printLine(1);
+    }
+}
+
+}  // namespace printerslib::drivers
