@@ -17,7 +17,8 @@ void addBarcodeText(LineItems &items, const Paper::Code &code, QSize cell, int t
         digit.top = top;
         digit.width = quint16(cell.width());
         digit.height = quint16(cell.height());
-        digit.character = static_cast<unsigned char>(byte) < 0x20 ? u' ' : QLatin1Char(byte).unicode();
+        digit.character =
+            static_cast<unsigned char>(byte) < 0x20 ? u' ' : QLatin1Char(byte).unicode();
         items.cells.append(digit);
         left += cell.width();
     }
@@ -73,9 +74,8 @@ void Printer::printCode(Paper::Code code, const BarcodeState &barcode)
         addBarcodeText(items, code, cell, 0);
     if (texts.isBelow)
         addBarcodeText(items, code, cell, barsTop + size.height());
-    const int height = code.place.isEmpty()
-                           ? 0
-                           : barsTop + size.height() + (texts.isBelow ? cell.height() : 0);
+    const int height =
+        code.place.isEmpty() ? 0 : barsTop + size.height() + (texts.isBelow ? cell.height() : 0);
     roll.print(Paper::Line::Graphics, items, height, height);
 }
 

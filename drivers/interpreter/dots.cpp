@@ -89,8 +89,7 @@ Paper::Picture turnedPicture(const Paper::Picture &picture, int quarters)
     const int height = picture.size.height();
     const bool isSwapped = quarters % 2 != 0;
     Paper::Picture turned = isSwapped ? blankPicture(height, width) : blankPicture(width, height);
-    turned.dotsPerPixel =
-        isSwapped ? picture.dotsPerPixel.transposed() : picture.dotsPerPixel;
+    turned.dotsPerPixel = isSwapped ? picture.dotsPerPixel.transposed() : picture.dotsPerPixel;
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             if (!isDark(picture, x, y))

@@ -14,7 +14,13 @@ void setCharacterSpacing(Printer &printer, const StreamCommand &command)
 
 void setPrintModes(Printer &printer, const StreamCommand &command)
 {
-    enum Bit { FontB = 0x01, Bold = 0x08, DoubleHeight = 0x10, DoubleWidth = 0x20, Underline = 0x80 };
+    enum Bit {
+        FontB = 0x01,
+        Bold = 0x08,
+        DoubleHeight = 0x10,
+        DoubleWidth = 0x20,
+        Underline = 0x80
+    };
     const int modes = command.operand(0);
     PrintState &state = printer.state;
     if (printer.fonts().size() > 1)
@@ -47,8 +53,9 @@ void setFont(Printer &printer, const StreamCommand &command)
 {
     const int font = choiceOf(command, 0, printer.fonts().size());
     if (font < 0)
-        printer.noteFor(command, QStringLiteral("asks for font %1, which the model hasn't")
-                                     .arg(command.operand(0)));
+        printer.noteFor(
+            command,
+            QStringLiteral("asks for font %1, which the model hasn't").arg(command.operand(0)));
     else
         printer.state.font = font;
 }
@@ -99,8 +106,9 @@ void setCodePage(Printer &printer, const StreamCommand &command)
 void setCountry(Printer &printer, const StreamCommand &command)
 {
     if (!printer.state.charset.setCountry(command.operand(0)))
-        printer.noteFor(command, QStringLiteral("asks for country %1, which nobody knows")
-                                     .arg(command.operand(0)));
+        printer.noteFor(
+            command,
+            QStringLiteral("asks for country %1, which nobody knows").arg(command.operand(0)));
 }
 
 void useOwnCharacters(Printer &printer, const StreamCommand &command)

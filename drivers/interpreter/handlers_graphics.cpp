@@ -35,8 +35,7 @@ void addBitImage(Printer &printer, const StreamCommand &command)
         printer.noteFor(command, QStringLiteral("has no mode %1").arg(mode));
         return;
     }
-    Paper::Picture picture =
-        pictureOfColumns(command.payload(), command.word(1), isTall ? 3 : 1);
+    Paper::Picture picture = pictureOfColumns(command.payload(), command.word(1), isTall ? 3 : 1);
     picture.dotsPerPixel = {mode % 2 == 0 ? 2 : 1, isTall ? 1 : 3};
     printer.addToLine(picture);
 }
@@ -56,8 +55,8 @@ void printRaster(Printer &printer, const StreamCommand &command)
     }
     printer.endLineFor(command);
     const QSize bytesAndRows = sizeFrom(command, 1);
-    Paper::Picture picture = pictureOfRows(command.payload(), 8 * bytesAndRows.width(),
-                                           bytesAndRows.height());
+    Paper::Picture picture =
+        pictureOfRows(command.payload(), 8 * bytesAndRows.width(), bytesAndRows.height());
     picture.dotsPerPixel = rasterScale(mode);
     printer.printPicture(picture);
 }
@@ -67,8 +66,8 @@ void printTallBitImage(Printer &printer, const StreamCommand &command)
 {
     printer.endLineFor(command);
     const QSize columnsAndBytes = sizeFrom(command, 1);
-    Paper::Picture picture = pictureOfColumns(command.payload(), columnsAndBytes.width(),
-                                              columnsAndBytes.height());
+    Paper::Picture picture =
+        pictureOfColumns(command.payload(), columnsAndBytes.width(), columnsAndBytes.height());
     picture.dotsPerPixel = rasterScale(std::max(0, choiceOf(command, 0, 4)));
     printer.printPicture(picture);
 }
@@ -176,9 +175,9 @@ void storeGraphics(Printer &printer, const StreamCommand &command)
     const int first = graphicsOperands(command).first;
     const QSize size = sizeFrom(command, first + 4);
     const QByteArray data = command.payload();
-    Paper::Picture picture =
-        isColumns ? pictureOfColumns(data, size.width(), (size.height() + 7) / 8)
-                  : pictureOfRows(data, size.width(), size.height());
+    Paper::Picture picture = isColumns
+                                 ? pictureOfColumns(data, size.width(), (size.height() + 7) / 8)
+                                 : pictureOfRows(data, size.width(), size.height());
     picture.dotsPerPixel = {std::clamp(command.operand(first + 1), 1, 2),
                             std::clamp(command.operand(first + 2), 1, 2)};
     printer.graphics.waiting.append(picture);

@@ -120,8 +120,7 @@ void setLineSpacing(Printer &printer, const StreamCommand &command)
     const int units = printer.profile.lineSpacingUnitsPerInch();
     const int n = command.operand(0);
     printer.state.lineSpacing =
-        units > 0 ? qRound(double(n) * printer.profile.dotsPerInch() / units)
-                  : printer.dotsDown(n);
+        units > 0 ? qRound(double(n) * printer.profile.dotsPerInch() / units) : printer.dotsDown(n);
 }
 
 void setEighthLineSpacing(Printer &printer, const StreamCommand & /*command*/)

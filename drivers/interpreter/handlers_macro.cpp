@@ -55,9 +55,8 @@ bool recordForMacro(Printer &printer, const StreamCommand &command)
 {
     MacroState &macro = printer.macro;
     const bool isAboutMacro =
-        command.kind == StreamCommand::Command &&
-        (command.row->id == CommandId::MacroDefinition ||
-         command.row->id == CommandId::MacroExecution);
+        command.kind == StreamCommand::Command && (command.row->id == CommandId::MacroDefinition ||
+                                                   command.row->id == CommandId::MacroExecution);
     if (!macro.isRecorded || isAboutMacro || command.kind == StreamCommand::Incomplete)
         return false;
     if (macro.bytes + command.bytes.size() > mostMacroBytes) {

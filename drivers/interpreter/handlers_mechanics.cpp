@@ -77,12 +77,9 @@ void pulse(Printer &printer, const StreamCommand &command)
 void pulseAtOnce(Printer &printer, const StreamCommand &command)
 {
     constexpr int unit = 100;  // milliseconds
-    constexpr int pulseBit = 1;
     const int choice = choiceOf(command, 1, 2);
     const int time = unit * command.operand(2);
-    if ((printer.realTimeSwitches & pulseBit) == 0)
-        printer.noteFor(command, QStringLiteral("is switched off"));
-    else if (choice >= 0)
+    if (choice >= 0)
         addPulse(printer, pinOf(choice), time, time);
 }
 

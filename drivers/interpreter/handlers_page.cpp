@@ -81,9 +81,8 @@ void setPageArea(Printer &printer, const StreamCommand &command)
 {
     if (!printer.isPageMode)
         return;
-    const QRect wanted(
-        printer.dotsAcross(command.word(0)), printer.dotsDown(command.word(2)),
-        printer.dotsAcross(command.word(4)), printer.dotsDown(command.word(6)));
+    const QRect wanted(printer.dotsAcross(command.word(0)), printer.dotsDown(command.word(2)),
+                       printer.dotsAcross(command.word(4)), printer.dotsDown(command.word(6)));
     const QRect area = wanted & QRect(0, 0, printer.paperDots, Paper::longest);
     if (area.isEmpty()) {
         printer.noteFor(command, QStringLiteral("sets an area beside the paper"));

@@ -55,8 +55,9 @@ void setStarFont(Printer &printer, const StreamCommand &command)
     if (font >= 0)
         printer.state.font = font;
     else
-        printer.noteFor(command, QStringLiteral("asks for font %1, which the model hasn't")
-                                     .arg(command.operand(0)));
+        printer.noteFor(
+            command,
+            QStringLiteral("asks for font %1, which the model hasn't").arg(command.operand(0)));
 }
 
 void setRotation(Printer &printer, const StreamCommand &command)
@@ -89,8 +90,8 @@ void cancelStarCharacter(Printer &printer, const StreamCommand &command)
 void setMargins(Printer &printer, int left, int right)
 {
     printer.state.leftMargin = std::clamp(left, 0, printer.paperDots);
-    printer.state.areaWidth = std::clamp(right, printer.state.leftMargin, printer.paperDots) -
-                              printer.state.leftMargin;
+    printer.state.areaWidth =
+        std::clamp(right, printer.state.leftMargin, printer.paperDots) - printer.state.leftMargin;
 }
 
 void setLeftCharacters(Printer &printer, const StreamCommand &command)
@@ -103,8 +104,7 @@ void setLeftCharacters(Printer &printer, const StreamCommand &command)
 void setRightCharacters(Printer &printer, const StreamCommand &command)
 {
     if (printer.isAtLineStart(command) && command.operand(0) > 0)
-        setMargins(printer, printer.state.leftMargin,
-                   command.operand(0) * printer.columnWidth());
+        setMargins(printer, printer.state.leftMargin, command.operand(0) * printer.columnWidth());
 }
 
 template <int quarterMillimetres>
@@ -155,8 +155,7 @@ void feedStarUnits(Printer &printer, const StreamCommand &command)
 template <int bytesPerColumn, int width, int height>
 void addStarBitImage(Printer &printer, const StreamCommand &command)
 {
-    Paper::Picture picture =
-        pictureOfColumns(command.payload(), command.word(0), bytesPerColumn);
+    Paper::Picture picture = pictureOfColumns(command.payload(), command.word(0), bytesPerColumn);
     picture.dotsPerPixel = {width, height};
     printer.addToLine(picture);
 }
@@ -301,8 +300,7 @@ void cutStar(Printer &printer, const StreamCommand &command)
     }
     printer.endLineFor(command);
     const int distance = mode < 2 ? printer.profile.dotsToCutter() : 0;
-    printer.roll.cut(mode % 2 == 0 ? Event::Cut : Event::PartialCut,
-                     printer.roll.top() - distance);
+    printer.roll.cut(mode % 2 == 0 ? Event::Cut : Event::PartialCut, printer.roll.top() - distance);
 }
 
 template <int pin>

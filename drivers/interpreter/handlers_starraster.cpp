@@ -15,8 +15,7 @@ void flushRasterRows(Printer &printer)
     const Paper::Picture picture = pictureOfRows(raster.rows, 8 * raster.bytesPerRow, rows);
     raster.rows.clear();
     const int left = std::exchange(printer.state.leftMargin, raster.leftMargin);
-    const int width =
-        std::exchange(printer.state.areaWidth, printer.paperDots - raster.leftMargin);
+    const int width = std::exchange(printer.state.areaWidth, printer.paperDots - raster.leftMargin);
     printer.printPicture(picture);
     printer.state.leftMargin = left;
     printer.state.areaWidth = width;

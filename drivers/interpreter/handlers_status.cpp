@@ -1,3 +1,4 @@
+#include "commandsets/commandtext_p.h"
 #include "interpreter/handlers_p.h"
 
 namespace printerslib::drivers {
@@ -6,59 +7,43 @@ namespace {
 
 void askStatus(Printer &printer, const StreamCommand &command)
 {
-    printer.roll.addEvent(
-        Paper::Event::Status,
-        QStringLiteral("%1 %2").arg(QString::fromLatin1(command.row->mnemonic),
-                                    QString::fromLatin1(command.row->meaning)));
-}
-
-void switchRealTime(Printer &printer, const StreamCommand &command)
-{
-    // pL pH m, then pairs of a function and 0 or 1.
-    const QByteArray pairs = command.payload();
-    for (int i = 0; i + 1 < pairs.size(); i += 2) {
-        const int function = pairs.at(i);
-        if (function != 1 && function != 2)
-            continue;
-        const int bit = 1 << (function - 1);
-        const bool isOn = (pairs.at(i + 1) & 1) != 0;
-        printer.realTimeSwitches = isOn ? printer.realTimeSwitches | bit
-                                        : printer.realTimeSwitches & ~bit;
-    }
+    printer.roll.addEvent(Paper::Event::Status,
+                          QStringLiteral("%1 %2").arg(QString::fromLatin1(command.row->mnemonic),
+                                                      QString::fromLatin1(command.row->meaning)));
 }
 
 /// What changes nothing that can be seen on paper.
 void changeNothing(Printer & /*printer*/, const StreamCommand & /*command*/) {}
 
 constexpr CommandId questions[] = {
-    CommandId::RealTimeStatus,   CommandId::DrawerStatus,     CommandId::PaperStatus,
-    CommandId::Identification,   CommandId::TransmitStatus,   CommandId::AutomaticStatus,
-    CommandId::RequestResponse,  CommandId::GraphicsCapacity, CommandId::GraphicsFree,
-    CommandId::GraphicsList,     CommandId::DownloadsList,    CommandId::QrSize,
-    CommandId::Pdf417Size,       CommandId::MaxiCodeSize,     CommandId::DataBarSize,
-    CommandId::CompositeSize,    CommandId::AztecSize,        CommandId::DataMatrixSize,
-    CommandId::EjectorStatus,    CommandId::MaintenanceCounter, CommandId::UserMemoryRead,
-    CommandId::StatusRequest,    CommandId::ParameterStatus,  CommandId::Acknowledge,
+    CommandId::RealTimeStatus,  CommandId::DrawerStatus,       CommandId::PaperStatus,
+    CommandId::Identification,  CommandId::TransmitStatus,     CommandId::AutomaticStatus,
+    CommandId::RequestResponse, CommandId::GraphicsCapacity,   CommandId::GraphicsFree,
+    CommandId::GraphicsList,    CommandId::DownloadsList,      CommandId::QrSize,
+    CommandId::Pdf417Size,      CommandId::MaxiCodeSize,       CommandId::DataBarSize,
+    CommandId::CompositeSize,   CommandId::AztecSize,          CommandId::DataMatrixSize,
+    CommandId::EjectorStatus,   CommandId::MaintenanceCounter, CommandId::UserMemoryRead,
+    CommandId::StatusRequest,   CommandId::ParameterStatus,    CommandId::Acknowledge,
 };
 
 constexpr CommandId unseen[] = {
-    CommandId::Smoothing,        CommandId::RealTimeRequest,  CommandId::RealTimePowerOff,
-    CommandId::SensorsForEnd,    CommandId::SensorsForStop,   CommandId::PanelButtons,
-    CommandId::PrinterSelect,    CommandId::InkStatus,        CommandId::OfflineResponse,
-    CommandId::OneDirection,     CommandId::PrintControl,     CommandId::GraphicsDensity,
-    CommandId::PrintDensity,     CommandId::PrintSpeed,       CommandId::MaintenanceReset,
-    CommandId::OnlineRecovery,   CommandId::NotchDistance,    CommandId::UserMemory,
-    CommandId::UserMemoryWrite,  CommandId::Customize,        CommandId::UserSetup,
-    CommandId::KanjiFont,        CommandId::SlashedZero,      CommandId::EtbMark,
-    CommandId::EtbReset,         CommandId::EndMark,          CommandId::MemorySwitch,
-    CommandId::DriverMode,       CommandId::BuzzerPulse,      CommandId::TwoColours,
-    CommandId::Calibrate,        CommandId::SetParameters,    CommandId::SetParameter,
-    CommandId::StoreParameters,
+    CommandId::RealTimeSwitch,   CommandId::Smoothing,       CommandId::RealTimeRequest,
+    CommandId::RealTimePowerOff, CommandId::SensorsForEnd,   CommandId::SensorsForStop,
+    CommandId::PanelButtons,     CommandId::PrinterSelect,   CommandId::InkStatus,
+    CommandId::OfflineResponse,  CommandId::OneDirection,    CommandId::PrintControl,
+    CommandId::GraphicsDensity,  CommandId::PrintDensity,    CommandId::PrintSpeed,
+    CommandId::MaintenanceReset, CommandId::OnlineRecovery,  CommandId::NotchDistance,
+    CommandId::UserMemory,       CommandId::UserMemoryWrite, CommandId::Customize,
+    CommandId::UserSetup,        CommandId::KanjiFont,       CommandId::SlashedZero,
+    CommandId::EtbMark,          CommandId::EtbReset,        CommandId::EndMark,
+    CommandId::MemorySwitch,     CommandId::DriverMode,      CommandId::BuzzerPulse,
+    CommandId::TwoColours,       CommandId::Calibrate,       CommandId::SetParameters,
+    CommandId::SetParameter,     CommandId::StoreParameters,
 };
 
 QVector<HandlerRow> makeStatusRows()
 {
-    QVector<HandlerRow> rows = {{CommandId::RealTimeSwitch, switchRealTime}};
+    QVector<HandlerRow> rows;
     for (const CommandId id : questions)
         rows.append({id, askStatus});
     for (const CommandId id : unseen)

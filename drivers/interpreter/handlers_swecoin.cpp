@@ -35,8 +35,8 @@ void cutAndEject(Printer &printer, const StreamCommand &command)
 
 void presentTicket(Printer &printer, const StreamCommand &command)
 {
-    printer.roll.addEvent(
-        Event::Present, QStringLiteral("presents %1 mm of the ticket").arg(command.operand(0)));
+    printer.roll.addEvent(Event::Present,
+                          QStringLiteral("presents %1 mm of the ticket").arg(command.operand(0)));
 }
 
 /// Below 100 the ticket goes out, from there on it is taken back.

@@ -164,9 +164,8 @@ constexpr HandlerRow symbolRows[] = {
 
 Symbology symbologyOfFamily(int number)
 {
-    const auto *const row =
-        std::find_if(std::begin(symbolFamilies), std::end(symbolFamilies),
-                     [number](const auto &r) { return r.family == number; });
+    const auto *const row = std::find_if(std::begin(symbolFamilies), std::end(symbolFamilies),
+                                         [number](const auto &r) { return r.family == number; });
     return row == std::end(symbolFamilies) ? Symbology::Other : row->symbology;
 }
 

@@ -9,9 +9,9 @@ namespace printerslib::drivers {
 struct LineBuffer
 {
     LineItems items;
-    int x = 0;        ///< where the next character goes
-    int end = 0;      ///< right edge of what stands there, or where the stream went to
-    int height = 0;   ///< of the tallest
+    int x = 0;       ///< where the next character goes
+    int end = 0;     ///< right edge of what stands there, or where the stream went to
+    int height = 0;  ///< of the tallest
     bool isWrapped = false;
 
     bool isEmpty() const { return items.isEmpty(); }

@@ -199,7 +199,8 @@ void PaperRoll::cut(Paper::Event::Kind kind, int place)
         cutOff(place, lineCount);
 }
 
-/// The first lines become a piece of their own. Blank paper between cutter and head isn't anybody's.
+/// The first lines become a piece of their own. Blank paper between cutter and head isn't
+/// anybody's.
 void PaperRoll::cutOff(int place, int lineCount)
 {
     const bool isPrintedBelow =

@@ -9,8 +9,8 @@ namespace {
 /// Something of a line, where a reader of it sees it.
 struct Fragment
 {
-    int row = 0;     ///< what stands on one row is read together
-    int begin = 0;   ///< along the row
+    int row = 0;    ///< what stands on one row is read together
+    int begin = 0;  ///< along the row
     int end = 0;
     char16_t character = 0;  ///< 0: a text
     QString text;
@@ -25,14 +25,22 @@ const char *nameOf(Paper::Symbology symbology)
     };
     using Symbology = Paper::Symbology;
     static constexpr Name names[] = {
-        {Symbology::UpcA, "UPC-A"},           {Symbology::UpcE, "UPC-E"},
-        {Symbology::Ean13, "EAN-13"},         {Symbology::Ean8, "EAN-8"},
-        {Symbology::Code39, "Code 39"},       {Symbology::Itf, "ITF"},
-        {Symbology::Codabar, "Codabar"},      {Symbology::Code93, "Code 93"},
-        {Symbology::Code128, "Code 128"},     {Symbology::Gs1_128, "GS1-128"},
-        {Symbology::GS1DataBar, "GS1 DataBar"}, {Symbology::QrCode, "QR"},
-        {Symbology::MicroQrCode, "Micro QR"}, {Symbology::Pdf417, "PDF417"},
-        {Symbology::DataMatrix, "Data Matrix"}, {Symbology::Aztec, "Aztec"},
+        {Symbology::UpcA, "UPC-A"},
+        {Symbology::UpcE, "UPC-E"},
+        {Symbology::Ean13, "EAN-13"},
+        {Symbology::Ean8, "EAN-8"},
+        {Symbology::Code39, "Code 39"},
+        {Symbology::Itf, "ITF"},
+        {Symbology::Codabar, "Codabar"},
+        {Symbology::Code93, "Code 93"},
+        {Symbology::Code128, "Code 128"},
+        {Symbology::Gs1_128, "GS1-128"},
+        {Symbology::GS1DataBar, "GS1 DataBar"},
+        {Symbology::QrCode, "QR"},
+        {Symbology::MicroQrCode, "Micro QR"},
+        {Symbology::Pdf417, "PDF417"},
+        {Symbology::DataMatrix, "Data Matrix"},
+        {Symbology::Aztec, "Aztec"},
         {Symbology::MaxiCode, "MaxiCode"},
     };
     for (const Name &name : names) {
@@ -61,8 +69,8 @@ QString payloadText(const QByteArray &payload)
 
 QString textOf(const Paper::Code &code)
 {
-    return QStringLiteral("[%1: %2]").arg(QLatin1String(nameOf(code.symbology)),
-                                          payloadText(code.payload));
+    return QStringLiteral("[%1: %2]")
+        .arg(QLatin1String(nameOf(code.symbology)), payloadText(code.payload));
 }
 
 QString pictureText(const QRect &place)
@@ -74,10 +82,7 @@ QString pictureText(const QRect &place)
 class Reader
 {
 public:
-    explicit Reader(const Paper &paper)
-        : m_paper(paper), m_unit(std::max(1, paper.cell.width()))
-    {
-    }
+    explicit Reader(const Paper &paper) : m_paper(paper), m_unit(std::max(1, paper.cell.width())) {}
 
     QString read()
     {

@@ -1,8 +1,8 @@
 #include "interpreter/printer_p.h"
 
-#include <QLocale>
 #include <algorithm>
 
+#include "commandsets/commandtext_p.h"
 #include "interpreter/dots_p.h"
 #include "interpreter/macro_p.h"
 
@@ -35,11 +35,6 @@ int keyOfOwn(int font, unsigned char byte)
     return 0x10000 * (font + 1) + byte;
 }
 
-QString hexOf(const QByteArray &bytes)
-{
-    return QString::fromLatin1(bytes.toHex(' ').toUpper());
-}
-
 }  // namespace
 
 Printer::Printer(const PrinterProfile &printerProfile,
@@ -51,8 +46,7 @@ Printer::Printer(const PrinterProfile &printerProfile,
       roll(blankPaper(profile, paperDots)),
       state(profile, firstCodePage, paperDots),
       page(paperDots, profile.fontCells().value(profile.initialFont()).height())
-{
-}
+{}
 
 void Printer::obey(const StreamCommand &command)
 {
@@ -89,10 +83,8 @@ void Printer::obeyAtOnce(const StreamCommand &command)
         own.row = inner.row;
         own.operandsBegin = inner.row->introducerSize;
         own.payloadBegin = own.bytes.size();
-        if (inner.isSwitchedOff)
-            noteFor(own, QStringLiteral("is switched off"));
-        else
-            call(own);
+        own.isSwitchedOff = inner.isSwitchedOff;
+        call(own);
     }
     roll.setOffset(command.offset);
 }
@@ -100,7 +92,9 @@ void Printer::obeyAtOnce(const StreamCommand &command)
 void Printer::call(const StreamCommand &command)
 {
     const CommandHandler handler = handlerOf(profile.dialect(), command.row->id);
-    if (handler != nullptr)
+    if (command.isSwitchedOff)
+        noteFor(command, QStringLiteral("is switched off"));
+    else if (handler != nullptr)
         handler(*this, command);
     else
         noteFor(command, QStringLiteral("isn't carried out"));
@@ -108,29 +102,18 @@ void Printer::call(const StreamCommand &command)
 
 void Printer::noteFor(const StreamCommand &command, const QString &text)
 {
-    const QString name = command.row != nullptr ? QString::fromLatin1(command.row->mnemonic)
-                                                : hexOf(command.bytes.left(2));
-    note(name + u' ' + text);
+    note(mnemonicOf(command) + u' ' + text);
 }
 
 void Printer::tellUnknown(const StreamCommand &command)
 {
-    const QLocale english(QLocale::English);
-    const auto size = english.toString(qlonglong(command.bytes.size()));
-    if (command.kind == StreamCommand::Skipped) {
-        note(QStringLiteral("%1 isn't known; its %2 bytes are skipped")
-                 .arg(hexOf(command.bytes.left(3)), size));
-    } else if (command.kind == StreamCommand::Unknown) {
-        note(hexOf(command.bytes) + QStringLiteral(" isn't known"));
-    } else {
-        const QString name = command.row != nullptr ? QString::fromLatin1(command.row->mnemonic)
-                                                    : hexOf(command.bytes.left(2));
-        const QString whole = command.bytesExpected > 0
-                                  ? QStringLiteral("%1 of %2").arg(
-                                        size, english.toString(command.bytesExpected))
-                                  : size;
-        note(QStringLiteral("ends inside %1, %2 bytes").arg(name, whole));
-    }
+    if (command.kind == StreamCommand::Skipped)
+        noteFor(command,
+                QStringLiteral("isn't known; its %1 bytes are skipped").arg(command.bytes.size()));
+    else if (command.kind == StreamCommand::Unknown)
+        noteFor(command, QStringLiteral("isn't known"));
+    else
+        note(endsInside(command));
 }
 
 QVector<QSize> Printer::fonts() const
@@ -345,8 +328,8 @@ void Printer::addToLine(Paper::Picture picture)
         note(QStringLiteral("a picture of %1 dots is wider than the %2 that are left")
                  .arg(dots.width())
                  .arg(room));
-        picture = croppedPicture(
-            picture, {room / picture.dotsPerPixel.width(), picture.size.height()});
+        picture =
+            croppedPicture(picture, {room / picture.dotsPerPixel.width(), picture.size.height()});
     }
     if (picture.size.isEmpty())
         return;
@@ -395,7 +378,6 @@ void Printer::reset()
     graphics.downloaded.clear();
     graphics.download = {};
     graphics.waiting.clear();
-    realTimeSwitches = 1;
     roll.addEvent(Paper::Event::Reset, QStringLiteral("reset"));
 }
 

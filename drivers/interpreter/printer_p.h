@@ -111,7 +111,6 @@ public:
     RasterState raster;
     MacroState macro;
     QHash<int, Paper::Picture> ownCharacters;  ///< by font and byte, or two bytes
-    int realTimeSwitches = 1;                  ///< bit 0: DLE DC4's pulse, bit 1: power-off
     QSize drawerPulse{200, 200};               ///< Star: on and off, in milliseconds
 
 private:

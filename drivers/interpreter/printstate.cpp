@@ -72,10 +72,14 @@ quint16 PrintState::effects() const
         Paper::Effect effect;
     };
     const Row rows[] = {
-        {isBold || isDoubleStrike, Paper::Bold}, {isItalic, Paper::Italic},
-        {underline == 1, Paper::Underline},      {underline > 1, Paper::ThickUnderline},
-        {isInverse, Paper::Inverse},             {isUpsideDown, Paper::UpsideDown},
-        {isTurned, Paper::Turned},               {isSecondColour, Paper::SecondColour},
+        {isBold || isDoubleStrike, Paper::Bold},
+        {isItalic, Paper::Italic},
+        {underline == 1, Paper::Underline},
+        {underline > 1, Paper::ThickUnderline},
+        {isInverse, Paper::Inverse},
+        {isUpsideDown, Paper::UpsideDown},
+        {isTurned, Paper::Turned},
+        {isSecondColour, Paper::SecondColour},
     };
     quint16 effects = 0;
     for (const Row &row : rows)

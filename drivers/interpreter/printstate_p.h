@@ -67,9 +67,9 @@ struct PrintState
     bool isTurned = false;
     bool isSecondColour = false;
     bool usesOwnCharacters = false;
-    int underline = 0;  ///< in dots
-    int spacing = 0;    ///< right of characters, in dots
-    int pitch = 0;      ///< dots from character to character; 0: those of the cell
+    int underline = 0;          ///< in dots
+    int spacing = 0;            ///< right of characters, in dots
+    int pitch = 0;              ///< dots from character to character; 0: those of the cell
     int charactersPerInch = 0;  ///< Custom: which fonts are A and B
 
     int alignment = 0;  ///< 1: in the middle, 2: at the right

@@ -31,8 +31,7 @@ public:
 
 StreamInterpreter::StreamInterpreter(const PrinterProfile &profile, const Options &options)
     : d(new State(profile, options))
-{
-}
+{}
 
 StreamInterpreter::~StreamInterpreter() = default;
 
