@@ -239,8 +239,24 @@ def picture():
     yield b"#define a_width 8\n#define a_height 1\nstatic char a_bits[] = { 0x55 };"
 
 
+def stream():
+    # The last byte chooses the model, the one before it how the stream is parted.
+    models = ["GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80", "CITIZEN_PPU_700", "CITIZEN_CTS_2000", "TSP-TUP",
+              "SWECOIN_TM_20XX"]
+    for description in sorted((root / "tests/data/streams").glob("*.json")):
+        model = models.index(json.loads(description.read_text())["model"])
+        content = description.with_suffix(".bin").read_bytes()
+        for begin in range(0, min(len(content), 4000), 1000):
+            yield content[begin:begin + 1000] + bytes([6, model])
+    for model in range(len(models)):
+        yield b"\x1dv0\0\2\0\4\0\x10\4\1abc\x10\x14\1\0\1" + bytes([2, model])
+        yield b"\x1d(D\3\0\x14\1\0\x1dk\4AB\0\x1b&\3AB\1abc\0" + bytes([0, model])
+        yield b"\x1b*rA" + b"b\2\0abk\1\0c" + b"\x1b*rY10\0\x1b*rB\x1bb6\1\2P123\x1e" + bytes([3, model])
+        yield b"\x1cq\1\1\0\1\0abcdefgh\x1d8L\x0c\0\0\0" + b"0p0\1\0011\x08\0\2\0ab" + bytes([9, model])
+
+
 # Bytes for the numbers of a target, and for a truth value that chooses text as the form of input.
-tails = {"documentmap": b"\x01", "state": b"", "picture": b"\0\x01"}
+tails = {"documentmap": b"\x01", "state": b"", "picture": b"\0\x01", "stream": b""}
 
 
 def bytesOf(content, target):
@@ -254,7 +270,7 @@ def main():
     if len(sys.argv) != 2:
         sys.exit(__doc__)
     for target in (pipeline, markup, bbcode, expression, symbols, documentmap, documentfiles, catalogue,
-                   settings, state, picture):
+                   settings, state, picture, stream):
         folder = pathlib.Path(sys.argv[1]) / target.__name__
         folder.mkdir(parents=True, exist_ok=True)
         for number, content in enumerate(target()):

@@ -139,7 +139,8 @@ std::unique_ptr<Characters> readOwn(const QString &name)
 const Characters *charactersOf(const QString &name)
 {
     static QMutex mutex;
-    static QHash<QString, const Characters *> known;
+    // Not destroyed at the end, as what it holds is in use till then.
+    static auto &known = *new QHash<QString, const Characters *>;
     const QMutexLocker lock(&mutex);
     const auto it = known.constFind(name);
     if (it != known.constEnd())

@@ -9,10 +9,7 @@ namespace printerslib::drivers {
 
 namespace {
 
-constexpr int dialectCount = static_cast<int>(Dialect::Swecoin) + 1;
-constexpr int vendorCount = static_cast<int>(Vendor::Swecoin) + 1;
-
-CommandRows rowsOf(Dialect dialect)
+CommandRows tableOf(Dialect dialect)
 {
     switch (dialect) {
         case Dialect::EscPos:
@@ -37,7 +34,7 @@ bool standForTheSame(const CommandRow &a, const CommandRow &b)
 QVector<const CommandRow *> rowsFor(Dialect dialect, Vendor vendor)
 {
     QVector<const CommandRow *> found;
-    const CommandRows rows = rowsOf(dialect);
+    const CommandRows rows = tableOf(dialect);
     for (const CommandRow *row = rows.first; row != rows.end; ++row) {
         if (row->vendor != Vendor::General && row->vendor != vendor)
             continue;

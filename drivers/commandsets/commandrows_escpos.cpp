@@ -59,7 +59,7 @@ constexpr CommandRow atOnce(Id id, const char *mnemonic, const char *operands,
                       CommandRow::ActsAtOnce);
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow escPosTable[] = {
     // Control characters
     row(Id::HorizontalTab, "HT", "", "goes to the next tab stop", tmT90),
     row(Id::LineFeed, "LF", "", "prints the line and feeds", tmT90),
@@ -480,7 +480,7 @@ constexpr CommandRow rows[] = {
 
 CommandRows escPosRows()
 {
-    return {std::begin(rows), std::end(rows)};
+    return {std::begin(escPosTable), std::end(escPosTable)};
 }
 
 }  // namespace printerslib::drivers

@@ -6,6 +6,9 @@
 
 namespace printerslib::drivers {
 
+constexpr int dialectCount = static_cast<int>(Dialect::Swecoin) + 1;
+constexpr int vendorCount = static_cast<int>(Vendor::Swecoin) + 1;
+
 /// The rows of a dialect, those of vendors among them.
 struct CommandRows
 {

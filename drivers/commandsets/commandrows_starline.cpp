@@ -22,7 +22,7 @@ constexpr CommandRow rasterSetting(Id id, const char *mnemonic, const char *mean
     return row(id, mnemonic, "", meaning, hybrid, Rule::NulTerminated);
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow starLineTable[] = {
     // Control characters
     row(Id::HorizontalTab, "HT", "", "goes to the next tab stop", lineThermal),
     row(Id::LineFeed, "LF", "", "prints the line and feeds", lineThermal),
@@ -225,7 +225,7 @@ constexpr CommandRow rows[] = {
 
 CommandRows starLineRows()
 {
-    return {std::begin(rows), std::end(rows)};
+    return {std::begin(starLineTable), std::end(starLineTable)};
 }
 
 }  // namespace printerslib::drivers

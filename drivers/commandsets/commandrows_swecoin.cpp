@@ -11,7 +11,7 @@ using Rule = PayloadRule;
 constexpr const char *ttp2000 = "Zebra TTP 2000 Technical Manual, P1002902-002";
 constexpr const char *ttp8000 = "Zebra TTP 8000 Technical Manual, P1003638-003";
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow swecoinTable[] = {
     // Control characters
     row(Id::Backspace, "BS", "", "goes one step to the left", ttp2000),
     row(Id::HorizontalTab, "HT", "", "goes to the next tab stop", ttp2000),
@@ -64,7 +64,7 @@ constexpr CommandRow rows[] = {
 
 CommandRows swecoinRows()
 {
-    return {std::begin(rows), std::end(rows)};
+    return {std::begin(swecoinTable), std::end(swecoinTable)};
 }
 
 }  // namespace printerslib::drivers

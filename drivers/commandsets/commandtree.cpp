@@ -4,6 +4,7 @@
 #include <array>
 
 #include "commandsets/commandlength_p.h"
+#include "commandsets/commandrows_p.h"
 
 namespace printerslib::drivers {
 
@@ -70,8 +71,6 @@ const CommandTree::Node *CommandTree::child(const Node &node, char c) const
 
 const CommandTree &CommandTree::of(Dialect dialect, Vendor vendor)
 {
-    constexpr int dialectCount = static_cast<int>(Dialect::Swecoin) + 1;
-    constexpr int vendorCount = static_cast<int>(Vendor::Swecoin) + 1;
     static const std::vector<CommandTree> trees = [] {
         std::vector<CommandTree> made;
         for (int i = 0; i < dialectCount * vendorCount; ++i)

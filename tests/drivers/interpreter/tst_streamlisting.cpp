@@ -79,6 +79,7 @@ private Q_SLOTS:
     void unknownIsSaidOfUnknownCommandsOnly();
     void listingIsComplete();
     void othersStreamsHaveNothingUnknown();
+    void pageShowsAListing();
 };
 
 void TestStreamListing::linesHaveColumns()
@@ -322,6 +323,17 @@ void TestStreamListing::othersStreamsHaveNothingUnknown()
                 command.kind != StreamCommand::Text && command.kind != StreamCommand::Command;
         QVERIFY2(unknown == (name.startsWith("thermal-epson-drawer") ? 1 : 0), qPrintable(name));
     }
+}
+
+void TestStreamListing::pageShowsAListing()
+{
+    QFile page(QStringLiteral(PRINTERSLIB_DOCS) + "/streams.md");
+    QVERIFY(page.open(QFile::ReadOnly));
+    const QByteArray shop = "8ca0a3a0a7a8ad20'\"'9faaaee0ec'\"'";
+    const QString lines =
+        listed("1b40 1b7411" + shop + "0a 1d763000 0500 0100 1014010001 1b7e 1d564200");
+    QVERIFY2(QString::fromUtf8(page.readAll()).contains("```text\n" + lines + "```\n"),
+             qPrintable(lines));
 }
 
 QTEST_APPLESS_MAIN(TestStreamListing)

@@ -1,0 +1,117 @@
+// What goes to a printer: read whole and in pieces, and listed.
+#include <algorithm>
+
+#include "fuzzing.h"
+#include "printerslib/drivers/streamlisting.h"
+#include "printerslib/drivers/streamreader.h"
+
+using fuzzing::equal;
+using fuzzing::holds;
+using namespace printerslib::drivers;
+
+namespace {
+
+const char *const models[] = {"GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80", "CITIZEN_PPU_700",
+                              "CITIZEN_CTS_2000",       "TSP-TUP",       "SWECOIN_TM_20XX"};
+constexpr int mostModels = 6;
+constexpr int longestPiece = 64;
+
+/// Texts that follow each other are one.
+QVector<StreamCommand> joined(const QVector<StreamCommand> &commands)
+{
+    QVector<StreamCommand> made;
+    for (const StreamCommand &command : commands) {
+        const bool goesOn = command.kind == StreamCommand::Text && !made.isEmpty() &&
+                            made.last().kind == StreamCommand::Text;
+        if (goesOn)
+            made.last().bytes += command.bytes;
+        else
+            made.append(command);
+    }
+    return made;
+}
+
+QVector<StreamCommand> readInPieces(const QByteArray &stream, const PrinterProfile &profile,
+                                    int size)
+{
+    StreamReader reader(profile);
+    QVector<StreamCommand> commands;
+    for (int at = 0; at < stream.size(); at += size)
+        commands += reader.read(stream.mid(at, size));
+    commands += reader.finish();
+    return joined(commands);
+}
+
+void togetherTheyAreTheStream(const QByteArray &stream, const QVector<StreamCommand> &commands)
+{
+    QByteArray bytes;
+    for (const StreamCommand &command : commands) {
+        equal("offsets have no gaps", command.offset, qint64(bytes.size()));
+        holds("no command is empty", !command.bytes.isEmpty());
+        holds("operands stand before data", command.operandsBegin <= command.payloadBegin &&
+                                                command.payloadBegin <= command.bytes.size());
+        bytes += command.bytes;
+        const bool isLast = bytes.size() == stream.size();
+        holds("only the end cuts commands off",
+              isLast || command.kind != StreamCommand::Incomplete);
+    }
+    equal("put together they are the stream", bytes, stream);
+}
+
+void immediateOnesLieInData(const StreamCommand &command)
+{
+    qint64 last = command.offset + command.payloadBegin;
+    for (const StreamCommand::RealTime &found : command.realTime) {
+        holds("one behind the other", found.offset >= last);
+        last = found.offset + found.bytes.size();
+        equal("the bytes of the data", found.bytes,
+              command.bytes.mid(int(found.offset - command.offset), found.bytes.size()));
+    }
+    holds("inside the command",
+          command.realTime.isEmpty() || last <= command.offset + command.bytes.size());
+}
+
+void isTheSame(const StreamCommand &piece, const StreamCommand &whole)
+{
+    equal("the kind", int(piece.kind), int(whole.kind));
+    equal("the bytes", piece.bytes, whole.bytes);
+    holds("the row", piece.row == whole.row);
+    equal("the expected length", piece.bytesExpected, whole.bytesExpected);
+    equal("what is inside", piece.realTime.size(), whole.realTime.size());
+    equal("whether it works", piece.isSwitchedOff, whole.isSwitchedOff);
+}
+
+void listingHasALineForEach(const QVector<StreamCommand> &commands, const PrinterProfile &profile)
+{
+    StreamListing listing(profile);
+    for (const StreamCommand &command : commands) {
+        const QString lines = listing.linesOf(command);
+        equal("a line for each command", lines.count('\n'), 1 + command.realTime.size());
+        holds("nothing that a terminal obeys",
+              std::none_of(lines.begin(), lines.end(), [](QChar c) {
+                  return c != '\n' && c.category() == QChar::Other_Control;
+              }));
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    FuzzedDataProvider input(data, size);
+    const char *model = models[input.ConsumeIntegralInRange<int>(0, mostModels - 1)];
+    const int pieceSize = input.ConsumeIntegralInRange<int>(1, longestPiece);
+    const QByteArray stream = QByteArray::fromStdString(input.ConsumeRemainingBytesAsString());
+
+    const PrinterProfile profile = PrinterProfile::forModel(QLatin1String(model)).value();
+    const QVector<StreamCommand> whole = StreamReader::commandsOf(stream, profile);
+    togetherTheyAreTheStream(stream, whole);
+    const QVector<StreamCommand> pieces = readInPieces(stream, profile, pieceSize);
+    equal("pieces make as many commands", pieces.size(), whole.size());
+    for (int i = 0; i < whole.size(); ++i) {
+        immediateOnesLieInData(whole.at(i));
+        isTheSame(pieces.at(i), whole.at(i));
+    }
+    listingHasALineForEach(whole, profile);
+    return 0;
+}
