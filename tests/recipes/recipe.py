@@ -189,3 +189,11 @@ def follow(recipe, tree, quick=False, environment=None):
 
 def read_recipes(folder):
     return [read_recipe(path) for path in sorted(Path(folder).glob("*.toml"))]
+
+
+def chosen(known, names):
+    by_name = {recipe.name: recipe for recipe in known}
+    for name in names:
+        if name not in by_name:
+            raise Failure(f"there is no recipe \"{name}\"; there are: {', '.join(by_name)}")
+    return [by_name[name] for name in names] if names else known
