@@ -219,7 +219,11 @@ constexpr bool takeKind(quint32 &taken, quint32 kind)
 /// Whether no two tags that different work belongs to have one kind.
 constexpr bool kindsAreDisjoint()
 {
-    quint32 taken = Brackets | CodeTag | FontTag;  // those without a row
+    quint32 taken = 0;
+    for (const TagKind withoutRow : {Brackets, CodeTag, FontTag}) {
+        if (!takeKind(taken, withoutRow))
+            return false;
+    }
     for (std::size_t row = 0; row < std::size(plainTags); ++row) {
         const bool isOfTheLastKind = row > 0 && plainTags[row - 1].kind == plainTags[row].kind &&
                                      plainTags[row - 1].step == plainTags[row].step;
