@@ -18,9 +18,6 @@ namespace {
 
 constexpr uid_t nobody = 65534;
 
-const TextPrinterDocument oldDocument = documentOf("OLD 1.00");
-const TextPrinterDocument newDocument = documentOf(QString::fromUtf8("НОВЫЙ 2.50"));
-
 QByteArray nameOf(const QString &path)
 {
     return QFile::encodeName(path);
