@@ -7,12 +7,7 @@ namespace {
 
 void chooseSet(Printer &printer, const StreamCommand &command, const char *name)
 {
-    KanjiState &kanji = printer.state.kanji;
-    if (!printer.profile.kanjiSet().isEmpty())
-        name = printer.profile.kanjiSet() == QLatin1String("SHIFT_JIS") ? name : nullptr;
-    if (name != nullptr)
-        kanji.set = TwoByteSet::forName(QLatin1String(name));
-    if (printer.profile.kanjiSet().isEmpty())
+    if (!printer.state.kanji.choose(printer.profile, name))
         printer.noteFor(command, QStringLiteral("is for two-byte characters, of which the model's "
                                                 "data knows nothing; they are taken for %1")
                                      .arg(QLatin1String(name)));

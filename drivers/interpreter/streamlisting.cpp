@@ -3,12 +3,9 @@
 #include <QStringList>
 #include <algorithm>
 #include <iterator>
-#include <optional>
 
-#include "commandsets/codepage_p.h"
 #include "commandsets/commandtext_p.h"
-#include "commandsets/internationalset_p.h"
-#include "printerslib/drivers/codepage.h"
+#include "interpreter/printstate_p.h"
 
 namespace printerslib::drivers {
 
@@ -122,60 +119,58 @@ public:
 
 private:
     void reset();
-    void setCodePage(int number);
-    char16_t characterOf(unsigned char byte) const;
+    void followKanjiCode(bool isShifted);
 
     const PrinterProfile m_profile;
     const int m_codePage;
-    std::optional<CodePage> m_page;
-    int m_country = 0;
-    std::optional<TwoByteSet> m_kanji;
-    bool m_isKanji = false;
-    int m_lead = -1;  ///< of a two-byte character that the last text ended in
+    PrintCharset m_charset;
+    KanjiState m_kanji;
 };
 
 void StreamListing::State::reset()
 {
-    m_page.reset();
-    m_country = 0;
-    m_lead = -1;
-    m_kanji = TwoByteSet::forName(m_profile.kanjiSet());
-    m_isKanji = m_kanji.has_value();
-    setCodePage(m_codePage);
-    if (!m_page)
-        setCodePage(m_profile.initialCodePage());
-}
-
-void StreamListing::State::setCodePage(int number)
-{
-    if (const auto page = CodePage::forName(m_profile.codePages().value(number)))
-        m_page = page;
+    const PrintState state(m_profile, m_codePage, m_profile.headDots());
+    m_charset = state.charset;
+    m_kanji = state.kanji;
 }
 
 void StreamListing::State::follow(const StreamCommand &command)
 {
     if (command.kind != StreamCommand::Text)
-        m_lead = -1;
+        m_kanji.lead = -1;
     if (command.kind != StreamCommand::Command)
         return;
+    const bool isStar = m_profile.dialect() == Dialect::StarLine;
     switch (command.row->id) {
         case CommandId::Initialize:
             return reset();
         case CommandId::CodePage:
-            return setCodePage(command.operand(0));
+            m_charset.setCodePage(m_profile, command.operand(0));
+            return;
         case CommandId::InternationalSet:
-            if (internationalCharacters(command.operand(0)) != nullptr)
-                m_country = command.operand(0);
+            m_charset.setCountry(command.operand(0));
             return;
         case CommandId::KanjiOn:
-            m_isKanji = true;
+            if (isStar || !m_kanji.set)
+                m_kanji.choose(m_profile, isStar ? "JIS" : "GB18030");
+            m_kanji.isOn = true;
             return;
         case CommandId::KanjiOff:
-            m_isKanji = false;
+            m_kanji.isOn = false;
             return;
+        case CommandId::KanjiCode:
+            return followKanjiCode((command.operand(0) & 1) != 0);
         default:
             return;
     }
+}
+
+/// The code of two-byte characters, which Star's printers begin or end with it.
+void StreamListing::State::followKanjiCode(bool isShifted)
+{
+    m_kanji.choose(m_profile, isShifted ? "SHIFT_JIS" : "JIS");
+    if (m_profile.dialect() == Dialect::StarLine)
+        m_kanji.isOn = isShifted;
 }
 
 QString StreamListing::State::meaningOf(const StreamCommand &command) const
@@ -188,28 +183,20 @@ QString StreamListing::State::meaningOf(const StreamCommand &command) const
         meaning, name.isEmpty() ? QStringLiteral("the printer has no such one") : name);
 }
 
-char16_t StreamListing::State::characterOf(unsigned char byte) const
-{
-    const auto *const place =
-        std::find(std::begin(internationalBytes), std::end(internationalBytes), byte);
-    if (m_country != 0 && place != std::end(internationalBytes))
-        return internationalCharacters(m_country)[place - internationalBytes];
-    return m_page ? m_page->character(byte) : byte;
-}
-
 QString StreamListing::State::textOf(const QByteArray &bytes)
 {
     QString text;
     text.reserve(bytes.size());
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
-        if (m_isKanji && m_kanji && m_lead < 0 && m_kanji->isLead(byte)) {
-            m_lead = byte;
+        if (m_kanji.isOn && m_kanji.set && m_kanji.lead < 0 && m_kanji.set->isLead(byte)) {
+            m_kanji.lead = byte;
             continue;
         }
-        QChar character = m_lead < 0 ? characterOf(byte)
-                                     : m_kanji->character(static_cast<unsigned char>(m_lead), byte);
-        m_lead = -1;
+        QChar character = m_kanji.lead < 0 ? m_charset.character(byte)
+                                           : m_kanji.set->character(
+                                                 static_cast<unsigned char>(m_kanji.lead), byte);
+        m_kanji.lead = -1;
         // What a terminal obeys doesn't print.
         if (character.category() == QChar::Other_Control)
             character = QChar::ReplacementCharacter;

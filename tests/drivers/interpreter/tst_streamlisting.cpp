@@ -71,7 +71,8 @@ private Q_SLOTS:
     void initializeTakesTheCodePageBack();
     void codePagesAreNamed();
     void whatATerminalObeysIsReplaced();
-    void twoByteTextWithoutASetIsOfTheCodePage();
+    void twoByteTextIsOfItsSet();
+    void twoByteCharactersMayBeParted();
     void realTimeCommandsInDataHaveLines();
     void switchedOffCommandsSaySo();
     void streamsThatEndInsideACommandSaySo_data();
@@ -211,12 +212,26 @@ void TestStreamListing::whatATerminalObeysIsReplaced()
              QStringList{QString(QChar::ReplacementCharacter)});
 }
 
-void TestStreamListing::twoByteTextWithoutASetIsOfTheCodePage()
+// Chinese, unless the model's data says otherwise.
+void TestStreamListing::twoByteTextIsOfItsSet()
+{
+    QCOMPARE(textsIn(listed("1c26 c4e3'A'bac3 1c2e c4")),
+             (QStringList{QStringLiteral("你A好"), QStringLiteral("─")}));
+    QCOMPARE(textsIn(listed("1b70 3021 1b71 3021", "TSP-TUP")),
+             (QStringList{QStringLiteral("亜"), "0!"}));
+}
+
+void TestStreamListing::twoByteCharactersMayBeParted()
 {
     const PrinterProfile profile = profileOf("GENERAL_EPSON_PROTOCOL");
-    QVERIFY(profile.kanjiSet().isEmpty());
-    // Without a set of two-byte characters the bytes are those of the code page.
-    QCOMPARE(textsIn(listed("1c26 8081 1c2e")), QStringList{QStringLiteral("Çü")});
+    StreamReader reader(profile);
+    StreamListing listing(profile);
+    QString lines;
+    for (const char *piece : {"\x1C&", "\xC4", "\xE3"}) {
+        for (const StreamCommand &command : reader.read(piece))
+            lines += listing.linesOf(command);
+    }
+    QCOMPARE(textsIn(lines), (QStringList{"", QStringLiteral("你")}));
 }
 
 void TestStreamListing::realTimeCommandsInDataHaveLines()
