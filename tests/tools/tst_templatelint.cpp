@@ -105,17 +105,18 @@ private Q_SLOTS:
     {
         using namespace templates;
         for (const PlainTag &tag : plainTags)
-            QVERIFY2(isMarkup(innerOf(tag.text)), tag.text.data());
+            QVERIFY2(templatelint::isMarkup(innerOf(tag.text)), tag.text.data());
         for (const FormatTag &tag : rangeOrder) {
             for (const QLatin1String text : {tag.wholeLine, tag.open, tag.close})
-                QVERIFY2(isMarkup(innerOf(text)), text.data());
+                QVERIFY2(templatelint::isMarkup(innerOf(text)), text.data());
             QVERIFY(isFormatSwitch(innerOf(tag.open)) && isFormatSwitch(innerOf(tag.close)));
             QVERIFY(!isFormatSwitch(innerOf(tag.wholeLine)));
         }
         for (const QLatin1String text :
              {blankLineTag, removalBegin, removalEnd, imageBegin, imageEnd, qrTag, entriesTag})
-            QVERIFY2(isMarkup(innerOf(text)), text.data());
-        QVERIFY(!isMarkup("copy") && !isMarkup("") && !isMarkup("S ") && !isMarkup(":B:"));
+            QVERIFY2(templatelint::isMarkup(innerOf(text)), text.data());
+        QVERIFY(!templatelint::isMarkup("copy") && !templatelint::isMarkup("") &&
+                !templatelint::isMarkup("S ") && !templatelint::isMarkup(":B:"));
     }
 
     void preparedLinesAreThoseOfTheEngine()
