@@ -90,7 +90,7 @@ private Q_SLOTS:
     void optionOfSeveralCommandsIsDescribedInTheSameWords()
     {
         // These have other values, or write something else, in each command.
-        const QStringList ofOneCommand{"as", "output", "plain"};
+        const QStringList ofOneCommand{"as", "code-page", "output", "plain"};
         QMap<QString, QStringList> commandsOf;
         QMap<QString, HelpRow> first;
         const QStringList commands = commandNames();
@@ -112,11 +112,11 @@ private Q_SLOTS:
         QCOMPARE(commandsOf["symbols"],
                  (QStringList{"lint", "preview", "render", "document save"}));
         QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview"}));
-        QCOMPARE(commandsOf["model"], (QStringList{"lint", "preview", "render"}));
+        QCOMPARE(commandsOf["model"], (QStringList{"decode", "lint", "preview", "render"}));
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"], (QStringList{"fill", "preview", "render", "document save"}));
         QCOMPARE(commandsOf["json"], (QStringList{"find", "lint", "models"}));
-        QCOMPARE(commandsOf["as"], (QStringList{"bbcode", "lint", "render", "document show"}));
+        QCOMPARE(commandsOf["as"], (QStringList{"bbcode", "decode", "lint", "render", "document show"}));
     }
 
     void valuesStandInCapitals()

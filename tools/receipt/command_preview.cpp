@@ -10,7 +10,7 @@
 #include "language.h"
 #include "lineoptions.h"
 #include "outputfile.h"
-#include "picture.h"
+#include "picturefile.h"
 #include "previewsource.h"
 #include "progressline.h"
 #include "support.h"
@@ -79,12 +79,7 @@ struct Options
             "to 2 m) or FILE.svg; default: receipt.png in the current folder. A name that "
             "the receipt would take for one of its pictures is refused."),
         QStringLiteral("FILE"), QStringLiteral("receipt.png")};
-    const QCommandLineOption scale{
-        QStringLiteral("scale"),
-        QStringLiteral("Pixels per dot of a PNG; times the real size of a PDF or SVG; a whole "
-                       "number from 1 to %1; default: 1.")
-            .arg(receiptpreview::greatestScale),
-        QStringLiteral("N"), QStringLiteral("1")};
+    const QCommandLineOption scale = tool::scaleOption();
     const QCommandLineOption allModels{
         QStringLiteral("all-models"),
         QStringLiteral(
@@ -162,7 +157,7 @@ bool setModel(const QCommandLineParser &parser, const Options &options, Request 
         return false;
     }
     const auto paper = takesAll ? tool::paperOfEveryModel(parser) : tool::paperOf(parser);
-    const auto scale = tool::numberOf(parser, options.scale, 1, receiptpreview::greatestScale);
+    const auto scale = tool::scaleOf(parser);
     request.codePage = tool::codePageOf(parser);
     if (!paper || !scale || request.codePage == nullptr)
         return false;
@@ -171,33 +166,10 @@ bool setModel(const QCommandLineParser &parser, const Options &options, Request 
     return true;
 }
 
-struct Format
-{
-    const char *suffix;
-    bool (*write)(const Layout &layout, const Typeface &typeface, int scale, QIODevice &device,
-                  const receiptpreview::Progress &progress, QString *error);
-};
-
-constexpr Format formats[] = {
-    {"png", receiptpreview::writePng},
-    {"pdf", receiptpreview::writePdf},
-    {"svg", receiptpreview::writeSvg},
-};
-
-const Format *formatOf(const QString &fileName)
-{
-    const QString suffix = QFileInfo(fileName).suffix().toLower();
-    for (const Format &format : formats) {
-        if (suffix == QLatin1String(format.suffix))
-            return &format;
-    }
-    return nullptr;
-}
-
 bool setOutput(const QCommandLineParser &parser, const Options &options, Request &request)
 {
     request.output = parser.value(request.paper.model ? options.output : options.allModels);
-    if (!request.paper.model || formatOf(request.output) != nullptr)
+    if (!request.paper.model || tool::pictureFormOf(request.output) != nullptr)
         return true;
     tool::complain(
         QStringLiteral("--output: \"%1\" ends in none of .png, .pdf, .svg").arg(request.output));
@@ -260,23 +232,13 @@ std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceip
     return std::nullopt;
 }
 
-bool writePicture(const Layout &layout, const Typeface &typeface, int scale,
-                  const QString &fileName)
-{
-    tool::ProgressLine line(QStringLiteral("drawing"));
-    const auto progress = [&line](int done, int all) { line.show(done, all); };
-    const Format *format = formatOf(fileName);
-    return tool::writeFile(fileName, [&](QIODevice &device, QString *error) {
-        return format->write(layout, typeface, scale, device, progress, error);
-    });
-}
-
 int drawOne(const Request &request, const tool::PreviewedReceipt &receipt, const Typeface &typeface)
 {
     Warnings warnings;
     const auto layout = layOut(request, receipt, *request.paper.model, warnings);
     warnings.print(request.files.constFirst());
-    if (!layout || !writePicture(*layout, typeface, request.scale, request.output))
+    if (!layout || !tool::writePicture(*tool::pictureFormOf(request.output), *layout, typeface,
+                                       request.scale, request.output))
         return tool::BadInput;
     const Paper &paper = layout->paper();
     tool::print(QStringLiteral("%1: %2, paper %3, %4 x %5 dots")
@@ -305,8 +267,8 @@ bool drawEach(const Request &request, const tool::PreviewedReceipt &receipt,
     tool::ProgressLine line(QStringLiteral("drawing all models"));
     for (const PrinterInfo &model : models) {
         const auto layout = layOut(request, receipt, model, warnings);
-        if (!layout ||
-            !writePicture(*layout, typeface, request.scale, pictureNameOf(request, model)))
+        if (!layout || !tool::writePicture(*tool::pictureForm(QStringLiteral("png")), *layout,
+                                           typeface, request.scale, pictureNameOf(request, model)))
             return false;
         sheet.add(model.id(), *layout);
         line.show(models.indexOf(model) + 1, models.size());
@@ -400,12 +362,9 @@ int runPreview(const QStringList &arguments)
         !setOutput(parser, options, request) || !tool::useLanguage(parser))
         return tool::WrongUsage;
 
-    Typeface typeface;
-    QString error;
-    if (!typeface.load(Typeface::defaultFolder(), &error)) {
-        tool::complain(error);
+    const auto typeface = tool::loadedTypeface();
+    if (!typeface)
         return tool::BadInput;
-    }
-    const auto run = [&request, &typeface] { return draw(request, typeface); };
+    const auto run = [&request, &typeface] { return draw(request, *typeface); };
     return parser.isSet(options.watch) ? tool::runAndWatch(request.files, run) : run().status;
 }

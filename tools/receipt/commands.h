@@ -14,7 +14,8 @@ struct Command
     const char *name;
     const char *summary;
     int (*run)(const QStringList &arguments);
-    bool draws = false;  ///< whether it needs the fonts of a graphical application
+    /// Whether it needs the fonts of a graphical application; null: never.
+    bool (*draws)(const QStringList &arguments) = nullptr;
 };
 
 namespace tool {
@@ -44,6 +45,8 @@ void printCommands(const Command (&commands)[count], int width)
 }  // namespace tool
 
 int runBbCode(const QStringList &arguments);
+int runDecode(const QStringList &arguments);
+bool drawsDecoded(const QStringList &arguments);
 int runDocument(const QStringList &arguments);
 int runEval(const QStringList &arguments);
 int runFill(const QStringList &arguments);

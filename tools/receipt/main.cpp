@@ -1,8 +1,6 @@
-#include <QGuiApplication>
-#include <QHash>
-#include <QLoggingCategory>
-#include <memory>
+#include <QCoreApplication>
 
+#include "application.h"
 #include "commands.h"
 #include "programstart.h"
 #include "support.h"
@@ -10,15 +8,21 @@
 
 namespace {
 
+bool drawsAlways(const QStringList &)
+{
+    return true;
+}
+
 constexpr Command commands[] = {
     {"bbcode", "show what a BBCode text prints", runBbCode},
+    {"decode", "show what a printer makes of the bytes sent to it", runDecode, drawsDecoded},
     {"document", "save, show, check, repair and remove document files", runDocument},
     {"eval", "evaluate an arithmetic expression", runEval},
     {"fill", "fill a template's lines from a document", runFill},
     {"find", "find receipt printers on serial ports", runFind},
     {"lint", "say what is wrong in templates", runLint},
     {"models", "list the known printers and what they can do", runModels},
-    {"preview", "draw a receipt as a printer model prints it", runPreview, true},
+    {"preview", "draw a receipt as a printer model prints it", runPreview, drawsAlways},
     {"render", "print a receipt from a template and a document", runRender},
     {"settings", "show, check and make lists of settings", runSettings},
     {"split", "show the fiscal sections of a template", runSplit},
@@ -37,22 +41,14 @@ void printHelp()
                        "input, 2 wrong usage."));
 }
 
-/// A command that draws gets an application with fonts, and works without a display; the others
-/// don't pay for it.
-std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
+/// Whether the arguments are those of a command that draws.
+bool draws(int argc, char *argv[])
 {
-    const Command *command =
-        argc > 1 ? tool::findCommand(commands, QString::fromLocal8Bit(argv[1])) : nullptr;
-    if (command == nullptr || !command->draws)
-        return std::make_unique<QCoreApplication>(argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Qt writes the fonts of a PDF in the order of a hash, which is to be the same on every run.
-    qSetGlobalQHashSeed(0);
-    // What Qt finds missing for a desktop is nothing to the user of a command.
-    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
-    auto application = std::make_unique<QGuiApplication>(argc, argv);
-    QLoggingCategory::setFilterRules(QString());
-    return application;
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const Command *command = tool::findCommand(commands, arguments.value(0));
+    return command != nullptr && command->draws != nullptr && command->draws(arguments);
 }
 
 }  // namespace
@@ -61,7 +57,7 @@ int main(int argc, char *argv[])
 {
     programstart::begin("receipt");
     qInstallMessageHandler(terminaltext::writeLogLine);
-    const auto application = makeApplication(argc, argv);
+    const auto application = receiptpreview::makeApplication(argc, argv, draws(argc, argv));
     const QString refusal = programstart::refusalOfArguments(argc, argv);
     if (!refusal.isEmpty()) {
         tool::complain(refusal);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "paper.h"
 #include "settings/textprintersettings.h"
 #include "support.h"
 
@@ -13,10 +14,12 @@ namespace {
 constexpr int lastPaperOfAny = 127;
 constexpr int lastFontOfAny = 3;
 
-QCommandLineOption paperOption()
+QCommandLineOption paperOption(const QString &byDefault = QStringLiteral("0"),
+                               const QString &value = QStringLiteral("0"))
 {
-    return {QStringLiteral("paper"), QStringLiteral("The model's paper type, from 0; default: 0."),
-            QStringLiteral("N"), QStringLiteral("0")};
+    return {QStringLiteral("paper"),
+            QStringLiteral("The model's paper type, from 0; default: %1.").arg(byDefault),
+            QStringLiteral("N"), value};
 }
 
 QCommandLineOption fontOption()
@@ -91,6 +94,24 @@ std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser)
 std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser)
 {
     return paperUpTo(parser, std::nullopt, lastPaperOfAny, lastFontOfAny);
+}
+
+QList<QCommandLineOption> printedPaperOptions()
+{
+    return {modelOption(), paperOption(QStringLiteral("the widest"), QString())};
+}
+
+std::optional<ChosenPaper> printedPaperOf(const QCommandLineParser &parser)
+{
+    const auto model = findModel(parser.value(modelOption()));
+    if (!model)
+        return std::nullopt;
+    if (!parser.isSet(paperOption()))
+        return ChosenPaper{model, receiptpreview::widestPaperOf(*model), 0};
+    const auto paper = numberOf(parser, paperOption(), 0, model->paperTypes().lastKey());
+    if (!paper)
+        return std::nullopt;
+    return ChosenPaper{model, *paper, 0};
 }
 
 QCommandLineOption codePageOption()

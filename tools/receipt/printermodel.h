@@ -39,6 +39,12 @@ std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser);
 /// The same for a command that takes all models, whatever --model says.
 std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser);
 
+/// The options --model and --paper of a command that reads what one printer has printed. Without
+/// the second it is the widest.
+QList<QCommandLineOption> printedPaperOptions();
+/// What these say. Complains and gives nothing for what isn't there.
+std::optional<ChosenPaper> printedPaperOf(const QCommandLineParser &parser);
+
 /// The option --code-page, the character set of a printer.
 QCommandLineOption codePageOption();
 /// What that option says. Complains and gives null if there is no such set.

@@ -1,5 +1,7 @@
 #include "support.h"
 
+#include <unistd.h>
+
 #include <QFile>
 #include <QJsonParseError>
 #include <QLoggingCategory>
@@ -119,6 +121,42 @@ std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
     }
     setVerbose(parser.isSet(verboseOption()));
     return std::nullopt;
+}
+
+namespace {
+
+constexpr qint64 pieceSize = 65536;
+
+bool openInput(QFile &file, const QString &fileName)
+{
+    // Past stdio, which waits for a whole buffer.
+    if (fileName == QLatin1String("-"))
+        return file.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Unbuffered);
+    file.setFileName(fileName);
+    return file.open(QIODevice::ReadOnly);
+}
+
+}  // namespace
+
+bool readInPieces(const QString &fileName,
+                  const std::function<void(const QByteArray &, qint64, qint64)> &take)
+{
+    QFile file;
+    bool isGood = openInput(file, fileName);
+    qint64 done = 0;
+    while (isGood) {
+        QByteArray piece(static_cast<int>(pieceSize), Qt::Uninitialized);
+        const qint64 count = file.read(piece.data(), pieceSize);
+        isGood = count >= 0 && file.error() == QFileDevice::NoError;
+        if (count <= 0)
+            break;
+        piece.truncate(static_cast<int>(count));
+        done += count;
+        take(piece, done, file.isSequential() ? 0 : file.size());
+    }
+    if (!isGood)
+        complain(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    return isGood;
 }
 
 std::optional<QByteArray> readInput(const QString &fileName)

@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
 class QTextCodec;
@@ -58,6 +59,12 @@ std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
 
 /// The bytes of a file, "-" being standard input. Complains and gives nothing on failure.
 std::optional<QByteArray> readInput(const QString &fileName);
+
+/// The same in pieces, as they come: bytes, how many there have been, and how many there will be,
+/// or 0 where nobody knows. Complains and gives false on failure.
+bool readInPieces(
+    const QString &fileName,
+    const std::function<void(const QByteArray &piece, qint64 done, qint64 all)> &take);
 
 /// The text of a UTF-8 file, "-" being standard input. Complains, naming the first line that isn't
 /// UTF-8, and gives nothing on failure.

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <QtMath>
+#include <algorithm>
 
 namespace receiptpreview {
 
@@ -33,6 +34,16 @@ FontInfo usable(FontInfo font)
 }
 
 }  // namespace
+
+int widestPaperOf(const PrinterInfo &model)
+{
+    const QMap<int, PaperInfo> papers = model.paperTypes();
+    const auto isNarrower = [](const PaperInfo &one, const PaperInfo &other) {
+        return one.pointsToLine() < other.pointsToLine();
+    };
+    const auto widest = std::max_element(papers.begin(), papers.end(), isNarrower);
+    return widest == papers.end() ? 0 : widest.key();
+}
 
 Paper::Paper(const PrinterInfo &model, int paperId, int baseFont, const QTextCodec *codePage)
     : m_model(model),

@@ -8,6 +8,9 @@ namespace receiptpreview {
 
 constexpr double millimetresPerInch = 25.4;
 
+/// The paper type of a model that has the longest line.
+int widestPaperOf(const PrinterInfo &model);
+
 /// A model with one of its papers and the font of text that chooses none: what the geometry of a
 /// picture depends on. Lengths are in dots of the print head.
 class Paper

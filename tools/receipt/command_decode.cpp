@@ -1,0 +1,488 @@
+#include <printerslib/drivers/printerprofile.h>
+#include <printerslib/drivers/streaminterpreter.h>
+#include <printerslib/drivers/streamlisting.h>
+#include <printerslib/drivers/streamreader.h>
+#include <printerslib/drivers/symbologydrawer.h>
+
+#include <QHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <memory>
+
+#include "commands.h"
+#include "forms.h"
+#include "outputfile.h"
+#include "paperjson.h"
+#include "picturefile.h"
+#include "printermodel.h"
+#include "progressline.h"
+#include "support.h"
+#include "watch.h"
+
+namespace {
+
+using printerslib::drivers::PrinterProfile;
+using printerslib::drivers::StreamCommand;
+using printerslib::drivers::StreamInterpreter;
+using printerslib::drivers::StreamListing;
+using printerslib::drivers::StreamReader;
+using printerslib::drivers::SymbologyDrawer;
+using receiptpreview::Layout;
+using Print = printerslib::drivers::Paper;
+
+// In lines of up to 79 characters, as a terminal shows them.
+const char description[] =
+    R"(Says what a printer makes of the bytes that it is sent, without a printer: what
+stands on the paper, as text, as a picture or as JSON, or what each command is.
+FILE holds the bytes as they go to the printer, - is standard input.
+
+The text has a line for each printed line. Codes stand in it as "[QR: payload]",
+pictures as "[picture 384 x 120]", and "[cut]" where the paper is cut. In JSON
+there is all that is known: each character and dot with its place, codes with
+their payload, what happened besides, such as a cut or the pulse of a drawer.
+The listing has a line for each command with its offset, its bytes, its name,
+its operands and what it does; there the word "unknown" stands nowhere else but
+with a command that isn't known.
+
+What is cut off is a piece of paper. A text and a JSON text hold all of them.
+In a PNG or SVG they lie one below the other, with a grey gap between two, and a
+dashed grey line where one is cut; in a PDF each begins a page. 24 blank dots
+are above and below each. What hangs in the printer when the stream ends is the
+last piece. A line that was too long and goes on is marked by a red bar in the
+margin. The second colour is black.
+
+Standard error tells what the printer doesn't do as the stream asks, with the
+offset of the byte, once each. A piece of paper longer than 10 m is cut short,
+and more than 1000000 dots in all are no picture. The exit status is 1 if
+nothing comes out: the file can't be read, is empty, or prints nothing.)";
+
+struct Request
+{
+    QString file;
+    PrinterProfile profile;
+    PrinterInfo model;
+    int paper = 0;  ///< of the model
+    StreamInterpreter::Options options;
+    int scale = 1;
+    QString output;  ///< empty: standard output
+    bool isPretty = false;
+};
+
+/// What comes of a stream, piece by piece.
+class Sink
+{
+public:
+    explicit Sink(const Request &request) : m_request(request) {}
+    virtual ~Sink() = default;
+    Sink(const Sink &) = delete;
+    Sink &operator=(const Sink &) = delete;
+
+    virtual void take(const QByteArray &bytes) = 0;
+    /// The end of the stream. Gives the exit status.
+    virtual int finish() = 0;
+
+protected:
+    const Request &request() const { return m_request; }
+
+    /// Writes lines at once to standard output, and keeps those for a file.
+    void write(const QString &text)
+    {
+        QStringList lines = text.split(QLatin1Char('\n'));
+        if (lines.constLast().isEmpty())
+            lines.removeLast();
+        if (m_request.output.isEmpty())
+            tool::printContent(lines);
+        else
+            m_lines += lines;
+    }
+    int writeFile() const
+    {
+        const bool isWritten =
+            m_request.output.isEmpty() || tool::writeLines(m_request.output, m_lines);
+        return isWritten ? tool::Success : tool::BadInput;
+    }
+
+private:
+    const Request &m_request;
+    QStringList m_lines;
+};
+
+class ListingSink : public Sink
+{
+public:
+    explicit ListingSink(const Request &request)
+        : Sink(request),
+          m_reader(request.profile),
+          m_listing(request.profile, request.options.codePage)
+    {}
+
+    void take(const QByteArray &bytes) override { list(m_reader.read(bytes)); }
+    int finish() override
+    {
+        list(m_reader.finish());
+        return writeFile();
+    }
+
+private:
+    void list(const QVector<StreamCommand> &commands)
+    {
+        QString text;
+        for (const StreamCommand &command : commands)
+            text += m_listing.linesOf(command);
+        if (!text.isEmpty())
+            write(text);
+    }
+
+    StreamReader m_reader;
+    StreamListing m_listing;
+};
+
+/// What the printer doesn't do as the stream asks: each thing once.
+class Notes
+{
+public:
+    void add(const QVector<Print> &pieces)
+    {
+        for (const Print &piece : pieces) {
+            for (const Print::Event &event : piece.events) {
+                if (event.kind == Print::Event::Note)
+                    add(event);
+            }
+        }
+    }
+    void print(const QString &fileName) const
+    {
+        for (const Row &row : m_rows)
+            tool::complain(QStringLiteral("%1: byte %2%3: %4")
+                               .arg(fileName)
+                               .arg(row.offset)
+                               .arg(row.count > 1
+                                        ? QStringLiteral(" and %1 more times").arg(row.count - 1)
+                                        : QString(),
+                                    row.text));
+        if (m_more > 0)
+            tool::complain(QStringLiteral("%1: and %2 notes more").arg(fileName).arg(m_more));
+    }
+
+private:
+    static constexpr int mostRows = 100;
+
+    struct Row
+    {
+        qint64 offset;
+        int count;
+        QString text;
+    };
+
+    void add(const Print::Event &event)
+    {
+        const auto known = m_indices.constFind(event.text);
+        if (known != m_indices.constEnd()) {
+            ++m_rows[*known].count;
+        } else if (m_rows.size() < mostRows) {
+            m_indices.insert(event.text, m_rows.size());
+            m_rows.append({event.offset, 1, event.text});
+        } else {
+            ++m_more;
+        }
+    }
+
+    QVector<Row> m_rows;
+    QHash<QString, int> m_indices;  ///< in the rows
+    int m_more = 0;
+};
+
+/// What needs the paper.
+class PaperSink : public Sink
+{
+public:
+    explicit PaperSink(const Request &request)
+        : Sink(request), m_interpreter(request.profile, request.options)
+    {}
+
+    void take(const QByteArray &bytes) override { takeAll(m_interpreter.read(bytes)); }
+    int finish() override
+    {
+        takeAll(m_interpreter.finish());
+        m_notes.print(request().file);
+        if (m_hasPrint || !needsPrint())
+            return finishPieces();
+        tool::complain(QStringLiteral("%1: nothing is printed by it").arg(request().file));
+        return tool::BadInput;
+    }
+
+protected:
+    virtual void takePiece(const Print &piece) = 0;
+    virtual int finishPieces() = 0;
+    virtual bool needsPrint() const { return true; }
+
+private:
+    void takeAll(const QVector<Print> &pieces)
+    {
+        m_notes.add(pieces);
+        for (const Print &piece : pieces) {
+            m_hasPrint = m_hasPrint || !piece.lines.isEmpty();
+            takePiece(piece);
+        }
+    }
+
+    StreamInterpreter m_interpreter;
+    Notes m_notes;
+    bool m_hasPrint = false;
+};
+
+class TextSink : public PaperSink
+{
+public:
+    using PaperSink::PaperSink;
+
+private:
+    void takePiece(const Print &piece) override
+    {
+        const QString text = piece.toText();
+        if (!text.isEmpty())
+            write(text);
+    }
+    int finishPieces() override { return writeFile(); }
+};
+
+class JsonSink : public PaperSink
+{
+public:
+    using PaperSink::PaperSink;
+
+private:
+    void takePiece(const Print &piece) override { m_pieces.append(paperjson::write(piece)); }
+    int finishPieces() override
+    {
+        const QJsonObject json{{QStringLiteral("model"), request().model.id()},
+                               {QStringLiteral("papers"), m_pieces}};
+        write(QString::fromUtf8(QJsonDocument(json).toJson(
+            request().isPretty ? QJsonDocument::Indented : QJsonDocument::Compact)));
+        return writeFile();
+    }
+    bool needsPrint() const override { return false; }
+
+    QJsonArray m_pieces;
+};
+
+class PictureSink : public PaperSink
+{
+public:
+    PictureSink(const Request &request, const tool::PictureForm &form)
+        : PaperSink(request), m_form(form)
+    {}
+
+private:
+    void takePiece(const Print &piece) override
+    {
+        if (!piece.lines.isEmpty())
+            m_pieces.append(piece);
+    }
+    int finishPieces() override
+    {
+        const auto typeface = tool::loadedTypeface();
+        if (!typeface)
+            return tool::BadInput;
+        const receiptpreview::Paper paper(request().model, request().paper, 0);
+        const Layout layout(m_pieces, paper);
+        if (layout.tooLong()) {
+            tool::complain(QStringLiteral("%1: the paper is longer than %2 dots (125 m)")
+                               .arg(request().file)
+                               .arg(Layout::longestPaper));
+            return tool::BadInput;
+        }
+        if (!tool::writePicture(m_form, layout, *typeface, request().scale, request().output))
+            return tool::BadInput;
+        tool::print(QStringLiteral("%1: %2, paper %3, %4 x %5 dots, pieces: %6")
+                        .arg(request().output, request().model.id(), paper.info().caption())
+                        .arg(layout.size().width())
+                        .arg(layout.size().height())
+                        .arg(m_pieces.size()));
+        return tool::Success;
+    }
+
+    const tool::PictureForm &m_form;
+    QVector<Print> m_pieces;
+};
+
+template <typename SinkOfForm>
+std::unique_ptr<Sink> makeSink(const Request &request, const tool::PictureForm *)
+{
+    return std::make_unique<SinkOfForm>(request);
+}
+
+std::unique_ptr<Sink> makePictureSink(const Request &request, const tool::PictureForm *form)
+{
+    return std::make_unique<PictureSink>(request, *form);
+}
+
+struct Form
+{
+    const char *name;
+    const char *note;
+    std::unique_ptr<Sink> (*sink)(const Request &request, const tool::PictureForm *form);
+    bool drawsCodes;
+};
+
+constexpr Form forms[] = {
+    {"text", "", makeSink<TextSink>, false}, {"listing", "", makeSink<ListingSink>, false},
+    {"json", "", makeSink<JsonSink>, true},  {"png", "", makePictureSink, true},
+    {"pdf", "", makePictureSink, true},      {"svg", "", makePictureSink, true},
+};
+
+struct Options
+{
+    const QCommandLineOption columns{
+        QStringLiteral("columns"),
+        QStringLiteral("Characters of the first font in a line, 1 to %1; default: as many as fit.")
+            .arg(mostColumns),
+        QStringLiteral("N")};
+    const QCommandLineOption codePage{
+        QStringLiteral("code-page"),
+        QStringLiteral("The character set in force at the start and after a reset, by the number "
+                       "that the printer's command has for it; default: the model's."),
+        QStringLiteral("N")};
+    const QCommandLineOption output{
+        QStringLiteral("output"),
+        QStringLiteral("Write to this file, whole or not at all; default: standard output, and for "
+                       "a picture paper.png, paper.pdf or paper.svg in the current folder."),
+        QStringLiteral("FILE")};
+    const QCommandLineOption watch = tool::watchOption();
+
+    static constexpr int mostColumns = 255;
+};
+
+bool setModel(const QCommandLineParser &parser, Request &request)
+{
+    if (!parser.isSet(tool::modelOption())) {
+        tool::complain(QStringLiteral("--model is needed: what bytes mean depends on the printer"));
+        return false;
+    }
+    const auto paper = tool::printedPaperOf(parser);
+    if (!paper)
+        return false;
+    request.model = *paper->model;
+    request.paper = paper->paper;
+    const auto profile = PrinterProfile::forModel(request.model.id());
+    if (!profile) {
+        tool::complain(
+            QStringLiteral("the commands of the model %1 aren't known").arg(request.model.id()));
+        return false;
+    }
+    request.profile = *profile;
+    request.options.paperDots = request.model.paperType(request.paper).pointsToLine();
+    return true;
+}
+
+QString characterSets(const QMap<int, QString> &codePages)
+{
+    QStringList sets;
+    for (auto page = codePages.begin(); page != codePages.end(); ++page)
+        sets.append(QStringLiteral("%1 (%2)").arg(page.key()).arg(page.value()));
+    return sets.join(QStringLiteral(", "));
+}
+
+bool setCharacters(const QCommandLineParser &parser, const Options &options, Request &request)
+{
+    constexpr int lastCodePage = 255;
+    if (parser.isSet(options.columns)) {
+        const auto columns = tool::numberOf(parser, options.columns, 1, Options::mostColumns);
+        if (!columns)
+            return false;
+        request.options.columns = *columns;
+    }
+    if (!parser.isSet(options.codePage))
+        return true;
+    const auto codePage = tool::numberOf(parser, options.codePage, 0, lastCodePage);
+    if (!codePage)
+        return false;
+    request.options.codePage = *codePage;
+    const QMap<int, QString> known = request.profile.codePages();
+    if (known.contains(*codePage))
+        return true;
+    tool::complain(QStringLiteral("--code-page: the model has no character set %1; it has: %2")
+                       .arg(*codePage)
+                       .arg(characterSets(known)));
+    return false;
+}
+
+bool setOutput(const QCommandLineParser &parser, const Options &options, const QString &form,
+               Request &request)
+{
+    const auto scale = tool::scaleOf(parser);
+    if (!scale)
+        return false;
+    request.scale = *scale;
+    request.isPretty = parser.isSet(tool::prettyOption());
+    request.output = parser.value(options.output);
+    if (tool::pictureForm(form) == nullptr)
+        return true;
+    if (request.output.isEmpty())
+        request.output = QStringLiteral("paper.") + form;
+    return true;
+}
+
+int decode(const Request &request, const Form &form)
+{
+    const std::unique_ptr<Sink> sink =
+        form.sink(request, tool::pictureForm(QLatin1String(form.name)));
+    tool::ProgressLine line(QStringLiteral("reading"));
+    qint64 read = 0;
+    const bool isRead =
+        tool::readInPieces(request.file, [&](const QByteArray &piece, qint64 done, qint64 all) {
+            line.clear();
+            sink->take(piece);
+            read = done;
+            if (all > 0)
+                line.show(done, all);
+        });
+    line.clear();
+    if (!isRead)
+        return tool::BadInput;
+    if (read == 0) {
+        tool::complain(QStringLiteral("%1: the stream is empty").arg(request.file));
+        return tool::BadInput;
+    }
+    const int status = sink->finish();
+    std::fflush(stdout);
+    return status;
+}
+
+}  // namespace
+
+bool drawsDecoded(const QStringList &arguments)
+{
+    return std::any_of(arguments.begin(), arguments.end(), [](const QString &argument) {
+        return tool::pictureForm(argument.section(QLatin1Char('='), -1)) != nullptr;
+    });
+}
+
+int runDecode(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    const Options options;
+    parser.setApplicationDescription(QString::fromLatin1(description));
+    parser.addOptions(tool::printedPaperOptions());
+    parser.addOptions({options.columns, options.codePage, tool::formOption(forms), options.output,
+                       tool::prettyOption(), tool::scaleOption(), options.watch});
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("What the printer is sent; - is standard input."));
+    if (const auto status = tool::parse(parser, QStringLiteral("decode"), arguments, 1, 1))
+        return *status;
+    Request request;
+    request.file = parser.positionalArguments().constFirst();
+    const Form *form = tool::formOf(parser, forms);
+    if (form == nullptr || !setModel(parser, request) || !setCharacters(parser, options, request) ||
+        !setOutput(parser, options, QLatin1String(form->name), request))
+        return tool::WrongUsage;
+    const SymbologyDrawer codes;
+    if (form->drawsCodes)
+        request.options.codes = &codes;
+    const auto run = [&request, form]() -> tool::WatchedRun {
+        return {decode(request, *form), {}};
+    };
+    return parser.isSet(options.watch) ? tool::runAndWatch({request.file}, run) : run().status;
+}
