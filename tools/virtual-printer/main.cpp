@@ -4,12 +4,17 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <memory>
 #include <optional>
 
+#include "application.h"
+#include "paperfolder.h"
 #include "programstart.h"
+#include "streamlines.h"
 #include "terminaltext.h"
 #include "virtualprinter.h"
 
@@ -86,6 +91,8 @@ struct Arguments
 {
     VirtualPrinterOptions printer;
     QString link;
+    std::optional<QString> paper;  ///< folder for what is printed
+    bool hasListing = false;
 };
 
 /// @return the option that asks for help
@@ -108,6 +115,15 @@ QCommandLineOption describe(QCommandLineParser &parser)
            "partial or differing-ids.",
            "kind");
     option("link", "A symbolic link to make to the port.", "path");
+    option(
+        "paper",
+        "Draw each piece of paper as it is cut, paper-0001.png and its text paper-0001.txt, into "
+        "this folder, which is made if it is missing, and print a line for it. The paper is the "
+        "model's widest. What isn't cut is drawn at the end.",
+        "folder");
+    parser.addOption({QStringLiteral("listing"),
+                      QStringLiteral("Print the commands that the printer is sent, with their "
+                                     "offsets and meanings, instead of hexadecimal.")});
     return parser.addHelpOption();
 }
 
@@ -127,6 +143,9 @@ std::optional<Arguments> readArguments()
     VirtualPrinterOptions &printer = arguments.printer;
     printer.model = parser.value(QStringLiteral("model"));
     arguments.link = parser.value(QStringLiteral("link"));
+    if (parser.isSet(QStringLiteral("paper")))
+        arguments.paper = parser.value(QStringLiteral("paper"));
+    arguments.hasListing = parser.isSet(QStringLiteral("listing"));
     using Reader = bool (*)(const QString &, VirtualPrinterOptions &);
     const std::pair<const char *, Reader> readers[] = {
         {"baud", readBaud}, {"flow", readFlow}, {"fault", readFault}};
@@ -146,18 +165,52 @@ std::optional<Arguments> readArguments()
     return arguments;
 }
 
-void play(VirtualPrinter &printer)
+void catchInterrupts()
 {
     struct sigaction action = {};
     action.sa_handler = interrupt;
     ::sigaction(SIGINT, &action, nullptr);
     ::sigaction(SIGTERM, &action, nullptr);
-    printer.setObserver(
-        [](const VirtualExchange &exchange) { print(stdout, exchange.toString()); });
-    while (interrupted == 0 && !printer.hasHungUp())
+}
+
+void printLines(const QStringList &lines)
+{
+    for (const QString &line : lines)
+        print(stdout, line);
+}
+
+/// What the printer is sent goes there once it has answered, as drawing takes its time.
+/// @param lines null: hexadecimal
+/// @param paper null: nothing is drawn
+void play(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper)
+{
+    QByteArray sent;
+    printer.setObserver([&sent, lines](const VirtualExchange &exchange) {
+        printLines(lines == nullptr ? QStringList(exchange.toString()) : lines->linesOf(exchange));
+        if (!exchange.fromPrinter && exchange.isOnItsLine)
+            sent += exchange.bytes;
+    });
+    while (interrupted == 0 && !printer.hasHungUp()) {
         printer.waitAndService(pollMilliseconds);
+        if (paper != nullptr && !sent.isEmpty())
+            printLines(paper->take(sent));
+        sent.clear();
+    }
+    printer.setObserver(nullptr);
+    if (lines != nullptr)
+        printLines(lines->finish());
+    if (paper != nullptr)
+        printLines(paper->finish());
     if (printer.hasHungUp())
         print(stdout, QStringLiteral("hung up after %1 bytes").arg(printer.received().size()));
+}
+
+/// Whether pictures are drawn. The application object has to be made before the arguments are read.
+bool draws(int argc, char *argv[])
+{
+    return std::any_of(argv, argv + argc, [](const char *argument) {
+        return QByteArray(argument).startsWith("--paper");
+    });
 }
 
 }  // namespace
@@ -166,7 +219,7 @@ int main(int argc, char *argv[])
 {
     programstart::begin("virtual-printer");
     qInstallMessageHandler(terminaltext::writeLogLine);
-    const QCoreApplication application(argc, argv);
+    const auto application = receiptpreview::makeApplication(argc, argv, draws(argc, argv));
     const QString refusal = programstart::refusalOfArguments(argc, argv);
     if (!refusal.isEmpty()) {
         print(stderr, QStringLiteral("virtual-printer: ") + refusal);
@@ -175,6 +228,18 @@ int main(int argc, char *argv[])
     const std::optional<Arguments> arguments = readArguments();
     if (!arguments)
         return wrongUsage;
+    std::unique_ptr<PaperFolder> paper;
+    if (arguments->paper) {
+        paper = std::make_unique<PaperFolder>(arguments->printer.model, *arguments->paper);
+        QString error;
+        if (!paper->open(&error)) {
+            print(stderr, QStringLiteral("virtual-printer: ") + error);
+            return 1;
+        }
+    }
+    std::unique_ptr<StreamLines> lines;
+    if (arguments->hasListing)
+        lines = std::make_unique<StreamLines>(arguments->printer.model);
     VirtualPrinter printer(arguments->printer);
     if (!printer.isValid()) {
         print(stderr, QStringLiteral("virtual-printer: there is no pseudo terminal to be had"));
@@ -189,7 +254,8 @@ int main(int argc, char *argv[])
         return 1;
     }
     print(stdout, printer.portPath());
-    play(printer);
+    catchInterrupts();
+    play(printer, lines.get(), paper.get());
     if (!link.isEmpty())
         ::unlink(link.constData());
     return 0;

@@ -73,12 +73,16 @@ VirtualModel modelOf(const VirtualPrinterOptions &options)
 
 }  // namespace
 
+QString VirtualExchange::heading() const
+{
+    return QStringLiteral("%1 %2 %3")
+        .arg(baudRate)
+        .arg(flowControlName(flowControl), QLatin1String(fromPrinter ? ">" : "<"));
+}
+
 QString VirtualExchange::toString() const
 {
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(baudRate)
-        .arg(flowControlName(flowControl), QLatin1String(fromPrinter ? ">" : "<"),
-             QString::fromLatin1(bytes.toHex(' ').toUpper()));
+    return heading() + QLatin1Char(' ') + QString::fromLatin1(bytes.toHex(' ').toUpper());
 }
 
 VirtualPrinter::VirtualPrinter(const VirtualPrinterOptions &options)
@@ -176,6 +180,7 @@ void VirtualPrinter::record(VirtualExchange exchange, bool fromPrinter, const QB
 {
     exchange.fromPrinter = fromPrinter;
     exchange.bytes = bytes;
+    exchange.isOnItsLine = lineMatches(exchange);
     if (m_dialogue.size() < exchangesKept)
         m_dialogue.append(exchange);
     if (m_observer)

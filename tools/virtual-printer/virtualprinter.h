@@ -41,7 +41,10 @@ struct VirtualExchange
     int baudRate = 0;
     QSerialPort::FlowControl flowControl = QSerialPort::NoFlowControl;
     QByteArray bytes;
+    bool isOnItsLine = false;  ///< whether the port had the printer's own line settings
 
+    /// For example "19200 none <".
+    QString heading() const;
     /// For example "19200 none < 1D 49 01", ">" being from the printer.
     QString toString() const;
 };

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <printerslib/drivers/streaminterpreter.h>
+#include <printerslib/drivers/symbologydrawer.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include "printers/printerinfo.h"
+#include "typeface.h"
+
+/// What a virtual printer prints, in a folder: a picture and the text of each piece of paper. Files
+/// that are there already stay; the numbers go on behind them.
+class PaperFolder
+{
+public:
+    /// @param modelId one of the catalogue; the paper is its widest
+    PaperFolder(const QString &modelId, const QString &folder);
+
+    /// Makes the folder and loads the fonts. Gives false with a message on failure.
+    bool open(QString *error);
+
+    /// Takes what the printer is sent, and gives a line for each piece that is cut by it.
+    QStringList take(const QByteArray &bytes);
+    /// The end: what hangs in the printer is written, too.
+    QStringList finish();
+
+private:
+    using Print = printerslib::drivers::Paper;
+
+    QStringList write(const QVector<Print> &pieces);
+    QString write(const Print &piece);
+    QString freeName();
+
+    const printerslib::drivers::SymbologyDrawer m_codes;
+    PrinterInfo m_model;
+    int m_paper = 0;
+    printerslib::drivers::StreamInterpreter m_interpreter;
+    const QString m_folder;
+    receiptpreview::Typeface m_typeface;
+    int m_number = 0;  ///< of the last piece
+};
