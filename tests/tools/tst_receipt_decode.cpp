@@ -67,6 +67,19 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString("Hello\n  world\n[cut]\n"));
     }
 
+    // The cutter is 120 dots from the head, and a QR code higher than that.
+    void textIsCutWhereCodesLeaveIt()
+    {
+        const QByteArray cutAtOnce("\x1DV\x00", 3);
+        const QByteArray stream = "above\n" + qrOf(QByteArray(200, 'a')) + cutAtOnce;
+        QString expected;
+        for (const QJsonValue &paper : jsonOf(stream)["papers"].toArray())
+            expected += paper.toObject()["text"].toString();
+        QVERIFY2(expected.startsWith("above\n"), qPrintable(expected));
+        QVERIFY2(expected.contains("[cut]\n"), qPrintable(expected));
+        QCOMPARE(decoded(stream).output, expected);
+    }
+
     void fileIsReadAsStandardInputIs()
     {
         const ReceiptRun run = runReceipt(decode(example("kiosk.bin")));
@@ -180,7 +193,8 @@ private Q_SLOTS:
         QStringList kinds;
         for (const QJsonValue &event : events)
             kinds.append(event.toObject()["kind"].toString());
-        QVERIFY2(kinds.contains("pulse") && kinds.contains("partialCut"), qPrintable(kinds.join(' ')));
+        QVERIFY2(kinds.contains("pulse") && kinds.contains("partialCut"),
+                 qPrintable(kinds.join(' ')));
         const QJsonObject pulse = events.at(kinds.indexOf("pulse")).toObject();
         QCOMPARE(pulse["offset"].toInt(), 2);
         QCOMPARE(pulse["pin"].toInt(), 2);

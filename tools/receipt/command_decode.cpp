@@ -324,13 +324,12 @@ struct Form
     const char *name;
     const char *note;
     std::unique_ptr<Sink> (*sink)(const Request &request, const tool::PictureForm *form);
-    bool drawsCodes;
 };
 
 constexpr Form forms[] = {
-    {"text", "", makeSink<TextSink>, false}, {"listing", "", makeSink<ListingSink>, false},
-    {"json", "", makeSink<JsonSink>, true},  {"png", "", makePictureSink, true},
-    {"pdf", "", makePictureSink, true},      {"svg", "", makePictureSink, true},
+    {"text", "", makeSink<TextSink>}, {"listing", "", makeSink<ListingSink>},
+    {"json", "", makeSink<JsonSink>}, {"png", "", makePictureSink},
+    {"pdf", "", makePictureSink},     {"svg", "", makePictureSink},
 };
 
 struct Options
@@ -478,9 +477,9 @@ int runDecode(const QStringList &arguments)
     if (form == nullptr || !setModel(parser, request) || !setCharacters(parser, options, request) ||
         !setOutput(parser, options, QLatin1String(form->name), request))
         return tool::WrongUsage;
+    // Texts need them too: where a cut falls depends on the codes' heights.
     const SymbologyDrawer codes;
-    if (form->drawsCodes)
-        request.options.codes = &codes;
+    request.options.codes = &codes;
     const auto run = [&request, form]() -> tool::WatchedRun {
         return {decode(request, *form), {}};
     };
