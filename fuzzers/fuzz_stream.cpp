@@ -1,7 +1,8 @@
-// What goes to a printer: read whole and in pieces, and listed.
+// What goes to a printer: read whole and in pieces, listed and printed.
 #include <algorithm>
 
 #include "fuzzing.h"
+#include "printerslib/drivers/streaminterpreter.h"
 #include "printerslib/drivers/streamlisting.h"
 #include "printerslib/drivers/streamreader.h"
 
@@ -94,6 +95,78 @@ void listingHasALineForEach(const QVector<StreamCommand> &commands, const Printe
     }
 }
 
+void partsFollowEachOther(const Paper &paper)
+{
+    int cells = 0;
+    int pictures = 0;
+    int codes = 0;
+    for (const Paper::Line &line : paper.lines) {
+        equal("cells of lines follow each other", line.firstCell, cells);
+        // Between them are the drawings of characters.
+        holds("pictures of lines follow each other", line.firstPicture >= pictures);
+        equal("codes of lines follow each other", line.firstCode, codes);
+        cells += line.cellCount;
+        pictures = line.firstPicture + line.pictureCount;
+        codes += line.codeCount;
+        holds("lines lie on the paper", line.top >= 0 && line.height >= 0);
+    }
+    equal("all cells are of a line", cells, paper.cells.size());
+    holds("pictures of lines are there", pictures <= paper.pictures.size());
+    equal("all codes are of a line", codes, paper.codes.size());
+}
+
+void picturesHaveTheirRows(const Paper &paper)
+{
+    for (const Paper::Picture &picture : paper.pictures) {
+        holds("pictures have a size", picture.size.width() >= 0 && picture.size.height() >= 0);
+        equal("rows of whole bytes", picture.rows.size(),
+              (picture.size.width() + 7) / 8 * picture.size.height());
+    }
+}
+
+void paperIsInShape(const Paper &paper)
+{
+    holds("no longer than 10 m", paper.length >= 0 && paper.length <= Paper::longest);
+    partsFollowEachOther(paper);
+    picturesHaveTheirRows(paper);
+    for (const Paper::Cell &cell : paper.cells) {
+        holds("cells have a size", cell.width > 0 && cell.height > 0);
+        holds("and show something", cell.character != 0);
+        holds("drawings are there", cell.drawing >= -1 && cell.drawing < paper.pictures.size());
+    }
+    const QString text = paper.toText();
+    holds("text ends its lines", text.isEmpty() || text.endsWith('\n'));
+    holds("no line has blanks at its end", !text.contains(QLatin1String(" \n")));
+}
+
+/// Of pieces of paper what tells one from another.
+QStringList outlines(const QVector<Paper> &papers)
+{
+    QStringList all;
+    for (const Paper &paper : papers)
+        all.append(QStringLiteral("%1 %2 %3 %4 %5\n%6")
+                       .arg(paper.length)
+                       .arg(paper.lines.size())
+                       .arg(paper.cells.size())
+                       .arg(paper.pictures.size())
+                       .arg(paper.events.size())
+                       .arg(paper.toText()));
+    return all;
+}
+
+void piecesPrintTheSame(const QByteArray &stream, const PrinterProfile &profile, int size)
+{
+    const QVector<Paper> whole = StreamInterpreter::papersOf(stream, profile);
+    for (const Paper &paper : whole)
+        paperIsInShape(paper);
+    StreamInterpreter interpreter(profile);
+    QVector<Paper> papers;
+    for (int at = 0; at < stream.size(); at += size)
+        papers += interpreter.read(stream.mid(at, size));
+    papers += interpreter.finish();
+    equal("pieces print the same", outlines(papers), outlines(whole));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -113,5 +186,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         isTheSame(pieces.at(i), whole.at(i));
     }
     listingHasALineForEach(whole, profile);
+    piecesPrintTheSame(stream, profile, pieceSize);
     return 0;
 }

@@ -102,6 +102,14 @@ CommandLength counted(const Reading &reading)
     return exactly(at + Size + count);
 }
 
+CommandLength countedHighFirst(const Reading &reading)
+{
+    const qint64 at = reading.lengthBegin();
+    if (!reading.has(at + 2))
+        return atLeast(at + 2);
+    return exactly(at + 2 + 256 * reading.byte(at) + reading.byte(at + 1));
+}
+
 CommandLength rasterWords(const Reading &reading)
 {
     const qint64 at = reading.lengthBegin();
@@ -178,22 +186,24 @@ CommandLength fixed(const Reading &reading)
 
 // In the order of PayloadRule.
 constexpr CommandLength (*const lengthRules[])(const Reading &) = {
-    withoutData,    upToMark<'\0'>, upToMark<'\x1E'>, tabStops,      fiveSemicolons,
-    counted<1>,     counted<2>,     counted<4>,       rasterWords,   columns<1>,
-    columns<3>,     columnsByMode,  columns<24>,      eightDotCells, nvPictures,
-    userCharacters, qrParts,        bitmap,           fixed<48>,     fixed<72>,
+    withoutData,   upToMark<'\0'>,   upToMark<'\x1E'>, tabStops,    fiveSemicolons, counted<1>,
+    counted<2>,    countedHighFirst, counted<4>,       rasterWords, columns<1>,     columns<3>,
+    columnsByMode, columns<24>,      eightDotCells,    nvPictures,  userCharacters, qrParts,
+    bitmap,        fixed<48>,        fixed<72>,
 };
 static_assert(std::size(lengthRules) == static_cast<std::size_t>(PayloadRule::Bytes72) + 1);
 
 bool isCounted(PayloadRule rule)
 {
     return rule == PayloadRule::LengthByte || rule == PayloadRule::LengthWord ||
-           rule == PayloadRule::LengthDouble;
+           rule == PayloadRule::LengthWordHighFirst || rule == PayloadRule::LengthDouble;
 }
 
 int sizeOfCount(PayloadRule rule)
 {
-    return rule == PayloadRule::LengthByte ? 1 : rule == PayloadRule::LengthWord ? 2 : 4;
+    if (rule == PayloadRule::LengthByte)
+        return 1;
+    return rule == PayloadRule::LengthDouble ? 4 : 2;
 }
 
 }  // namespace

@@ -11,25 +11,26 @@ namespace printerslib::drivers {
 /// How long the data behind a command's operands is.
 enum class PayloadRule : quint8 {
     None,
-    NulTerminated,    ///< up to a zero byte
-    RsTerminated,     ///< up to 1E
-    TabStops,         ///< up to a zero byte; 32 bytes at most, each greater than the one before
-    FiveSemicolons,   ///< five numbers, each with a semicolon behind it
-    LengthByte,       ///< counted by one operand
-    LengthWord,       ///< counted by two, the low one first
-    LengthDouble,     ///< counted by four, the lowest first
-    RasterWords,      ///< two words: bytes of a row, rows
-    ColumnsOfByte,    ///< a word: columns of one byte
-    ColumnsOf3Bytes,  ///< a word: columns of three bytes
-    ColumnsByMode,    ///< a mode and a word: columns of one byte, in modes 32 and 33 of three
-    RowsOf24,         ///< two bytes: bytes of a row and nothing, 24 rows
-    EightDotCells,    ///< two bytes: x and y, 8 bytes for each of x * y
-    NvPictures,       ///< a byte: so many pictures, each of two words and 8 bytes for each x * y
-    UserCharacters,   ///< bytes of a column, first and last character; each of columns and data
-    QrParts,          ///< a byte: so many parts, each of a type, a word and as many bytes
-    Bitmap,           ///< a file of Windows' format, which has its length in it
-    Bytes48,          ///< 48 bytes
-    Bytes72,          ///< 72 bytes
+    NulTerminated,        ///< up to a zero byte
+    RsTerminated,         ///< up to 1E
+    TabStops,             ///< up to a zero byte; 32 bytes at most, each greater than the one before
+    FiveSemicolons,       ///< five numbers, each with a semicolon behind it
+    LengthByte,           ///< counted by one operand
+    LengthWord,           ///< counted by two, the low one first
+    LengthWordHighFirst,  ///< counted by two, the high one first
+    LengthDouble,         ///< counted by four, the lowest first
+    RasterWords,          ///< two words: bytes of a row, rows
+    ColumnsOfByte,        ///< a word: columns of one byte
+    ColumnsOf3Bytes,      ///< a word: columns of three bytes
+    ColumnsByMode,        ///< a mode and a word: columns of one byte, in modes 32 and 33 of three
+    RowsOf24,             ///< two bytes: bytes of a row and nothing, 24 rows
+    EightDotCells,        ///< two bytes: x and y, 8 bytes for each of x * y
+    NvPictures,      ///< a byte: so many pictures, each of two words and 8 bytes for each x * y
+    UserCharacters,  ///< bytes of a column, first and last character; each of columns and data
+    QrParts,         ///< a byte: so many parts, each of a type, a word and as many bytes
+    Bitmap,          ///< a file of Windows' format, which has its length in it
+    Bytes48,         ///< 48 bytes
+    Bytes72,         ///< 72 bytes
 };
 
 /// One command of a dialect, as a manual has it. The one place for its bytes: reader, listing,

@@ -13,6 +13,9 @@ constexpr const char *quickReference = "Epson ESC/POS Quick Reference (TM-T20)";
 constexpr const char *tmU220 = "Epson TM-U220 Specification";
 constexpr const char *earlyReference = "Epson ESC/POS APG, revision 3.40 (TM-T85, TM-T88)";
 constexpr const char *vkp80 = "Custom VKP80, VKP80II Command Reference";
+constexpr const char *kpm300 = "Custom KPM300 Command Reference";
+constexpr const char *kpm216 = "Custom KPM216H User Manual";
+constexpr const char *ctS280 = "Citizen CT-S280, PMU2xxx series Command Reference, later revisions";
 constexpr const char *tptcm = "Custom TPTCM User Manual";
 constexpr const char *ctS2000 = "Citizen CT-S2000 Command Reference, rev. 0.04";
 constexpr const char *xprinter = "Xprinter POS-80 Programmer Manual";
@@ -85,7 +88,9 @@ constexpr CommandRow escPosTable[] = {
     onlyOf(Vendor::Custom,
            atOnce(Id::RealTimeStatus, "DLE EOT", "n", "\x14", "asks for the full status", vkp80)),
     onlyOf(Vendor::Custom, atOnce(Id::RealTimeStatus, "DLE EOT", "n", "\x15",
-                                  "asks for the identification", vkp80)),
+                                  "asks for the identification", kpm300)),
+    onlyOf(Vendor::Custom, atOnce(Id::RealTimeStatus, "DLE EOT", "n", "\x16",
+                                  "asks for the extended full status", kpm300)),
     atOnce(Id::RealTimeRequest, "DLE ENQ", "n", "\x00", "acts as the feed button", quickReference),
     atOnce(Id::RealTimeRequest, "DLE ENQ", "n", "\x01", "recovers and prints on", tmT90),
     atOnce(Id::RealTimeRequest, "DLE ENQ", "n", "\x02", "recovers and clears the buffers", tmT90),
@@ -409,6 +414,10 @@ constexpr CommandRow escPosTable[] = {
     onlyOf(Vendor::Custom, row(Id::NotchDistance, "GS 0xE7", "nH nL",
                                "sets the distance from the mark to the cut", vkp80)),
 
+    onlyOf(Vendor::Citizen, forOperands(row(Id::BezelLight, "GS R", "n a t1 t2",
+                                            "sets the light of the bezel", ctS280),
+                                        0, "2")),
+
     // Status
     row(Id::SensorsForEnd, "ESC c 3", "n", "chooses the sensors that tell of the paper's end",
         tmT90),
@@ -460,6 +469,8 @@ constexpr CommandRow escPosTable[] = {
         quickReference, Rule::LengthWord),
     row(Id::UserMemoryRead, "FS g 2", "m a1 a2 a3 a4 nL nH", "asks for the user's data",
         quickReference),
+    onlyOf(Vendor::Custom, row(Id::ResetPrinter, "FS 0xC0 CAN DLE DC4 SUB", "",
+                               "resets the printer as at power-on", kpm216)),
     onlyOf(Vendor::Custom, row(Id::PrintDensity, "GS |", "n", "sets the density", vkp80)),
     onlyOf(Vendor::Custom, row(Id::PrintSpeed, "GS 0xF0", "n", "sets the speed", vkp80)),
     onlyOf(Vendor::Custom,

@@ -14,6 +14,8 @@ constexpr const char *lineThermal =
 constexpr const char *hybrid =
     "Star Line Thermal/Dot Printer, STAR Line Mode Command Specifications, rev. 0.00";
 constexpr const char *lineMode = "Star Line Mode Command Specifications, rev. 1.9x";
+constexpr const char *oki =
+    "Oki OKIPOS 408II Programmer's Technical Reference, STAR Line Mode Command Specifications";
 constexpr const char *sp500 = "Samsung SRP-275 Operator's Manual, STAR mode (SP500)";
 
 /// A setting of the raster mode: a number in decimal digits, and a zero byte.
@@ -115,16 +117,16 @@ constexpr CommandRow starLineTable[] = {
     row(Id::NoBottomMargin, "ESC O", "", "ends the bottom margin", lineThermal),
 
     // Page mode
-    row(Id::PageMode, "ESC GS P 0", "", "begins page mode", lineMode),
-    row(Id::StandardMode, "ESC GS P 1", "", "ends page mode", lineMode),
-    row(Id::PageDirection, "ESC GS P 2", "n", "sets the direction of the page", lineMode),
+    row(Id::PageMode, "ESC GS P 0", "", "begins page mode", oki),
+    row(Id::StandardMode, "ESC GS P 1", "", "ends page mode", oki),
+    row(Id::PageDirection, "ESC GS P 2", "n", "sets the direction of the page", oki),
     row(Id::PageArea, "ESC GS P 3", "xL xH yL yH dxL dxH dyL dyH", "sets the area of the page",
-        lineMode),
-    row(Id::PageAbsoluteHeight, "ESC GS P 4", "nL nH", "goes to a height of the page", lineMode),
-    row(Id::PageRelativeHeight, "ESC GS P 5", "nL nH", "goes up or down the page", lineMode),
-    row(Id::PrintPage, "ESC GS P 6", "", "prints the page and stays in page mode", lineMode),
-    row(Id::PrintPageAndLeave, "ESC GS P 7", "", "prints the page and ends page mode", lineMode),
-    row(Id::CancelPage, "ESC GS P 8", "", "clears the page", lineMode),
+        oki),
+    row(Id::PageAbsoluteHeight, "ESC GS P 4", "nL nH", "goes to a height of the page", oki),
+    row(Id::PageRelativeHeight, "ESC GS P 5", "nL nH", "goes up or down the page", oki),
+    row(Id::PrintPage, "ESC GS P 6", "", "prints the page and stays in page mode", oki),
+    row(Id::PrintPageAndLeave, "ESC GS P 7", "", "prints the page and ends page mode", oki),
+    row(Id::CancelPage, "ESC GS P 8", "", "clears the page", oki),
 
     // Pictures
     row(Id::CoarseBitImage, "ESC K", "n1 n2", "prints columns of dots, three times as large",

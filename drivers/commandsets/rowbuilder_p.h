@@ -75,15 +75,19 @@ constexpr int indexOfWord(std::string_view text, std::string_view word)
 }
 
 /// Where the length stands, by the names that manuals give it; without any it is the last operand.
-constexpr int lengthIndex(std::string_view operands)
+constexpr int lengthIndex(std::string_view operands, PayloadRule payload)
 {
+    const int last = operands.empty() ? 0 : countWords(operands) - 1;
+    if (payload == PayloadRule::LengthByte)
+        return last;
+    if (payload == PayloadRule::LengthWordHighFirst)
+        return indexOfWord(operands, "nH");
     for (const char *const name : {"pL", "p1", "xL", "nL", "n1"}) {
         const int index = indexOfWord(operands, name);
         if (index >= 0)
             return index;
     }
-    const int count = countWords(operands);
-    return count == 0 ? 0 : count - 1;
+    return last;
 }
 
 }  // namespace rowbuilder
@@ -103,7 +107,7 @@ constexpr CommandRow row(CommandId id, const char *mnemonic, const char *operand
     made.operands = operands;
     made.operandCount = static_cast<quint8>(rowbuilder::countWords(operands));
     made.payload = payload;
-    made.lengthAt = static_cast<quint8>(rowbuilder::lengthIndex(operands));
+    made.lengthAt = static_cast<quint8>(rowbuilder::lengthIndex(operands, payload));
     made.vendor = Vendor::General;
     made.meaning = meaning;
     made.source = source;

@@ -39,6 +39,7 @@ constexpr const char *dataTexts[] = {
     "data",
     "data",
     "data",
+    "data",
     "rows of x bytes, y of them",
     "columns of 1 byte",
     "columns of 3 bytes",
@@ -52,6 +53,7 @@ constexpr const char *dataTexts[] = {
     "48 bytes",
     "72 bytes",
 };
+static_assert(std::size(dataTexts) == static_cast<std::size_t>(PayloadRule::Bytes72) + 1);
 
 /// In a table a bar ends a cell, also within code.
 QString code(QString text)

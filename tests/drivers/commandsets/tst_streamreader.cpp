@@ -256,6 +256,17 @@ void TestStreamReader::commandsOfOtherDialects_data()
     row("Star: drawers", "TSP-TUP", "071c191a", "BEL; FS; EM; SUB");
     row("Swecoin: cuts", "SWECOIN_TM_20XX", "1e1b1e1b0c0a1905", "RS; ESC RS; ESC FF 0a; EM 05");
     row("Swecoin: status", "SWECOIN_TM_20XX", "051b0506", "ENQ; ESC ENQ 06");
+    row("Swecoin: text with a length", "SWECOIN_TM_20XX", "1b74 0001 0002 03 'abc''A'",
+        "ESC t 0001000203616263; 'A'");
+    row("Swecoin: text with an end", "SWECOIN_TM_20XX", "1b74 0001 0002 00 'abc' 00 'A'",
+        "ESC t 000100020061626300; 'A'");
+    row("Swecoin: row of dots", "SWECOIN_TM_20XX", "1b7303'abc''A' 1b6c 0003'abc''A'",
+        "ESC s 03616263; 'A'; ESC l 0003616263; 'A'");
+    row("Swecoin: long row of dots", "SWECOIN_TM_20XX", "1b6c0100'a'", "incomplete ESC l 5/260");
+    row("Swecoin: packing", "SWECOIN_TM_20XX", "1b730001'A' 1b6c000000'A'",
+        "ESC s 0001; 'A'; ESC l 000000; 'A'");
+    row("Swecoin: barcode", "SWECOIN_TM_20XX", "1b4257 00'7331'00'A' 1b4201'B'",
+        "ESC B W 003733333100; 'A'; ESC B 01; 'B'");
     row("Swecoin: parameter", "SWECOIN_TM_20XX", "1b26500113'A'", "ESC & P 0113; 'A'");
     row("Swecoin: parameters", "SWECOIN_TM_20XX", "1b2650000f020506'A'", "ESC & P 000f020506; 'A'");
 }
