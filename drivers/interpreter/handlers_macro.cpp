@@ -16,6 +16,7 @@ void switchMacroDefinition(Printer &printer, const StreamCommand & /*command*/)
     if (!macro.isRecorded) {
         macro.commands.clear();
         macro.bytes = 0;
+        macro.isFull = false;
     }
     macro.isRecorded = !macro.isRecorded;
 }
@@ -59,12 +60,18 @@ bool recordForMacro(Printer &printer, const StreamCommand &command)
                                                    command.row->id == CommandId::MacroExecution);
     if (!macro.isRecorded || isAboutMacro || command.kind == StreamCommand::Incomplete)
         return false;
-    if (macro.bytes + command.bytes.size() > mostMacroBytes) {
+    StreamCommand kept = command;
+    const int room = mostMacroBytes - macro.bytes;
+    if (kept.bytes.size() > room && !macro.isFull)
         printer.note(QStringLiteral("the macro is longer than %1 bytes").arg(mostMacroBytes));
+    if (kept.bytes.size() > room)
+        macro.isFull = true;
+    if (kept.kind == StreamCommand::Text)
+        kept.bytes.truncate(room);
+    else if (macro.isFull)
         return true;
-    }
-    macro.bytes += command.bytes.size();
-    macro.commands.append(command);
+    macro.bytes += kept.bytes.size();
+    macro.commands.append(kept);
     return true;
 }
 

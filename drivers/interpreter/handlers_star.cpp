@@ -84,7 +84,31 @@ void cancelStarCharacter(Printer &printer, const StreamCommand &command)
     printer.ownCharacters.remove(0x10000 * (printer.state.font + 1) + command.operand(2));
 }
 
+/// Dots, also as digits from '0' on.
+int starDots(const StreamCommand &command, int index)
+{
+    const int value = command.operand(index);
+    return value >= '0' ? value - '0' : value;
+}
+
+void setStarSpacingBeside(Printer &printer, const StreamCommand &command)
+{
+    printer.state.spacing = starDots(command, 0);
+}
+
+void setStarKanjiSpacing(Printer &printer, const StreamCommand &command)
+{
+    printer.state.kanji.spacingLeft = starDots(command, 0);
+    printer.state.kanji.spacingRight = starDots(command, 1);
+}
+
 // Lines
+
+/// Without stops of its own, each line is one.
+void goToVerticalTab(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.printLine(1);
+}
 
 /// In characters of the chosen font.
 void setMargins(Printer &printer, int left, int right)
@@ -350,6 +374,8 @@ constexpr HandlerRow starRows[] = {
     {CommandId::InverseOff, setStarState<&PrintState::isInverse, false>},
     {CommandId::UpsideDownOn, setStarUpsideDown<true>},
     {CommandId::UpsideDownOff, setStarUpsideDown<false>},
+    {CommandId::CharacterSpacing, setStarSpacingBeside},
+    {CommandId::KanjiSpacing, setStarKanjiSpacing},
     {CommandId::Font, setStarFont},
     {CommandId::Pitch12, setStarState<&PrintState::pitch, 12>},
     {CommandId::Pitch14, setStarState<&PrintState::pitch, 14>},
@@ -359,6 +385,7 @@ constexpr HandlerRow starRows[] = {
     {CommandId::Upperline, noteUpperline},
     {CommandId::DefineCharacter, defineStarCharacter},
     {CommandId::CancelCharacter, cancelStarCharacter},
+    {CommandId::VerticalTab, goToVerticalTab},
     {CommandId::LeftMargin, setLeftCharacters},
     {CommandId::RightMargin, setRightCharacters},
     {CommandId::LineSpacingChoice, chooseStarSpacing},

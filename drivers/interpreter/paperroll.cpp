@@ -189,7 +189,7 @@ void keepLinesBefore(Paper &paper, int end, int place)
 
 void PaperRoll::cut(Paper::Event::Kind kind, int place)
 {
-    if (m_printedEnd > place)
+    if (m_printedEnd > std::max(0, place))
         note(QStringLiteral("the paper is cut %1 dots above the end of what is printed")
                  .arg(m_printedEnd - place));
     addEvent(kind, kind == Paper::Event::Cut ? QStringLiteral("cut")

@@ -51,6 +51,7 @@ Printer::Printer(const PrinterProfile &printerProfile,
 void Printer::obey(const StreamCommand &command)
 {
     roll.setOffset(command.offset);
+    m_place = command.offset;
     if (!command.realTime.isEmpty())
         obeyAtOnce(command);
     if (recordForMacro(*this, command))
@@ -162,8 +163,10 @@ void Printer::moveTo(int x)
 void Printer::printText(const QByteArray &bytes)
 {
     if (state.kanji.isOn && state.kanji.set) {
-        for (const char byte : bytes)
+        for (const char byte : bytes) {
             printTwoByte(static_cast<unsigned char>(byte));
+            ++m_place;
+        }
         return;
     }
     Paper::Cell look;
@@ -181,12 +184,14 @@ void Printer::printText(const QByteArray &bytes)
         const auto byte = static_cast<unsigned char>(c);
         const int key = state.usesOwnCharacters ? keyOfOwn(state.font, byte) : 0;
         printCharacter(state.charset.character(byte), key, look, advance);
+        ++m_place;
     }
 }
 
 void Printer::printCharacter(char16_t character, int ownKey, const Paper::Cell &look, int advance)
 {
     if (line.x > 0 && line.x + advance > lineWidth()) {
+        roll.setOffset(m_place);
         printLine(1);
         line.isWrapped = true;
     }
@@ -238,6 +243,7 @@ void Printer::printSingle(unsigned char byte)
     state.kanji.isOn = false;
     printText(QByteArray(1, static_cast<char>(byte)));
     state.kanji.isOn = true;
+    --m_place;  // the caller counts it
 }
 
 /// Where something of a width begins, by the alignment.

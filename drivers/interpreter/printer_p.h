@@ -49,6 +49,7 @@ struct RasterState
 struct MacroState
 {
     bool isRecorded = false;
+    bool isFull = false;
     int bytes = 0;
     QVector<StreamCommand> commands;
     qint64 bytesPlayed = 0;
@@ -61,8 +62,8 @@ public:
     Printer(const PrinterProfile &printerProfile, const StreamInterpreter::Options &givenOptions);
 
     void obey(const StreamCommand &command);
-    /// What a stream's end leaves unprinted.
-    void finish();
+    /// Prints what waits for more, at the stream's end.
+    void finish(qint64 end);
 
     // What characters look like, and where they go.
     void printText(const QByteArray &bytes);
@@ -114,6 +115,8 @@ public:
     QSize drawerPulse{200, 200};               ///< Star: on and off, in milliseconds
 
 private:
+    qint64 m_place = 0;  ///< of the stream: the byte at hand, in texts too
+
     void obeyAtOnce(const StreamCommand &command);
     void call(const StreamCommand &command);
     void tellUnknown(const StreamCommand &command);

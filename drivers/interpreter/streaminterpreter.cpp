@@ -16,15 +16,22 @@ public:
         startPrinter();
     }
 
-    void startPrinter() { printer.reset(new Printer(profile, options)); }
+    void startPrinter()
+    {
+        printer.reset(new Printer(profile, options));
+        end = 0;
+    }
     void obey(const QVector<StreamCommand> &commands)
     {
-        for (const StreamCommand &command : commands)
+        for (const StreamCommand &command : commands) {
             printer->obey(command);
+            end = command.offset + command.bytes.size();
+        }
     }
 
     const PrinterProfile profile;
     const Options options;
+    qint64 end = 0;  ///< of what was obeyed
     StreamReader reader;
     QScopedPointer<Printer> printer;
 };
@@ -44,7 +51,7 @@ QVector<Paper> StreamInterpreter::read(const QByteArray &bytes)
 QVector<Paper> StreamInterpreter::finish()
 {
     d->obey(d->reader.finish());
-    d->printer->finish();
+    d->printer->finish(d->end);
     const QVector<Paper> pieces = d->printer->roll.finish();
     d->startPrinter();
     return pieces;
@@ -59,8 +66,9 @@ QVector<Paper> StreamInterpreter::papersOf(const QByteArray &stream, const Print
     return papers;
 }
 
-void Printer::finish()
+void Printer::finish(qint64 end)
 {
+    roll.setOffset(end);
     flushRasterRows(*this);
     if (isPageMode && !(page.items().isEmpty() && line.isEmpty())) {
         note(QStringLiteral("the page isn't printed before a command for that comes"));

@@ -50,8 +50,8 @@ inline QString textOf(const QByteArray &stream, const PrinterProfile &profile = 
 /// "kind text" of each event, notes as their text.
 inline QStringList eventsOf(const Paper &paper)
 {
-    static const char *const kinds[] = {"cut",  "partial", "eject",  "retract", "present",
-                                        "pulse", "beep",   "reset",  "status",  "note"};
+    static const char *const kinds[] = {"cut",   "partial", "eject", "retract", "present",
+                                        "pulse", "beep",    "reset", "status",  "note"};
     QStringList events;
     for (const Paper::Event &event : paper.events)
         events.append(QStringLiteral("%1: %2").arg(QLatin1String(kinds[event.kind]), event.text));

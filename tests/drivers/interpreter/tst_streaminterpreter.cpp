@@ -1,0 +1,295 @@
+// Streams as a whole: anything is read, in any pieces, and what isn't done is told.
+#include <QtTest>
+
+#include "arbitrary.h"
+#include "commandsets/commandrow_p.h"
+#include "describedpapers.h"
+#include "paperprinting.h"
+
+using namespace paperprinting;
+using describedpapers::described;
+using namespace printerslib::drivers;
+
+namespace {
+
+/// A drawer of squares, so that codes take place.
+class SquareDrawer : public CodeDrawer
+{
+public:
+    void draw(Paper::Code &code) const override
+    {
+        code.modules = {8, 1};
+        code.rows = QByteArray(1, '\xA5');
+    }
+};
+
+/// Streams of commands with any operands and data, texts and any bytes between them.
+rc::Gen<QByteArray> streamsOf(Dialect dialect, Vendor vendor)
+{
+    return rc::gen::exec([dialect, vendor] {
+        const QVector<const CommandRow *> &rows = commandsOf(dialect, vendor);
+        QByteArray stream;
+        const int count = *rc::gen::inRange(0, 30);
+        for (int i = 0; i < count; ++i) {
+            const int kind = *rc::gen::inRange(0, 10);
+            if (kind < 6) {
+                const CommandRow *row = rows.at(*rc::gen::inRange(0, rows.size()));
+                stream += QByteArray(row->introducer, row->introducerSize);
+                const auto data = *rc::gen::container<std::string>(
+                    rc::gen::weightedOneOf<char>({{3, rc::gen::inRange<char>(0, 8)},
+                                                  {1, rc::gen::inRange<char>('0', '9')},
+                                                  {1, rc::gen::arbitrary<char>()}}));
+                stream += QByteArray::fromStdString(data);
+            } else if (kind < 8) {
+                stream += *rc::gen::element<QByteArray>("text", "a longer text\n", "\n", "\x1B@");
+            } else {
+                stream += *rc::gen::arbitrary<QByteArray>();
+            }
+        }
+        return stream;
+    });
+}
+
+/// What has to be so for any paper.
+void checkWhole(const Paper &paper)
+{
+    RC_ASSERT(paper.length >= 0);
+    RC_ASSERT(paper.length <= Paper::longest);
+    int cells = 0;
+    int pictures = 0;
+    int codes = 0;
+    for (const Paper::Line &line : paper.lines) {
+        RC_ASSERT(line.top >= 0);
+        RC_ASSERT(line.height >= 0);
+        RC_ASSERT(line.firstCell == cells);
+        RC_ASSERT(line.firstCode == codes);
+        RC_ASSERT(line.firstPicture >= pictures);
+        cells += line.cellCount;
+        codes += line.codeCount;
+        pictures = line.firstPicture + line.pictureCount;
+    }
+    RC_ASSERT(cells == paper.cells.size());
+    RC_ASSERT(codes == paper.codes.size());
+    RC_ASSERT(pictures <= paper.pictures.size());
+    for (const Paper::Cell &cell : paper.cells) {
+        RC_ASSERT(cell.left >= 0);
+        RC_ASSERT(cell.top >= 0);
+        RC_ASSERT(cell.character != 0);
+        RC_ASSERT(cell.drawing < paper.pictures.size());
+    }
+    for (const Paper::Picture &picture : paper.pictures) {
+        RC_ASSERT(picture.rows.size() == (picture.size.width() + 7) / 8 * picture.size.height());
+        RC_ASSERT(picture.place.left() >= 0);
+        RC_ASSERT(picture.place.right() < paper.width);
+    }
+    RC_ASSERT(paper.toText().count(u'\n') <= paper.cells.size() + 2 * paper.codes.size() +
+                                                 2 * paper.pictures.size() + paper.lines.size() +
+                                                 paper.length + 1);
+}
+
+}  // namespace
+
+class TestStreamInterpreter : public QObject
+{
+    Q_OBJECT
+
+    static void addModels()
+    {
+        QTest::addColumn<QByteArray>("id");
+        for (const char *id : {"GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80", "CITIZEN_PPU_700",
+                               "TSP-TUP", "SWECOIN_TM_20XX"})
+            QTest::newRow(id) << QByteArray(id);
+    }
+
+private Q_SLOTS:
+    void anyStreamIsRead_data() { addModels(); }
+    void anyStreamIsRead()
+    {
+        QFETCH(QByteArray, id);
+        const PrinterProfile profile = model(id.constData());
+        const SquareDrawer drawer;
+        StreamInterpreter::Options options;
+        options.codes = &drawer;
+        VERIFY_LAW([&profile, &options] {
+            const QByteArray stream = *streamsOf(profile.dialect(), profile.vendor());
+            for (const Paper &paper : StreamInterpreter::papersOf(stream, profile, options))
+                checkWhole(paper);
+        });
+    }
+
+    void piecesGiveWhatTheWholeGives_data() { addModels(); }
+    void piecesGiveWhatTheWholeGives()
+    {
+        QFETCH(QByteArray, id);
+        const PrinterProfile profile = model(id.constData());
+        VERIFY_LAW([&profile] {
+            const QByteArray stream = *streamsOf(profile.dialect(), profile.vendor());
+            StreamInterpreter interpreter(profile);
+            QVector<Paper> papers;
+            for (int at = 0; at < stream.size();) {
+                const int size = *rc::gen::inRange(1, 9);
+                papers += interpreter.read(stream.mid(at, size));
+                at += size;
+            }
+            papers += interpreter.finish();
+            RC_ASSERT(described(papers) == described(StreamInterpreter::papersOf(stream, profile)));
+        });
+    }
+
+    void piecesComeOutAsTheyAreCut()
+    {
+        StreamInterpreter interpreter((PrinterProfile()));
+        QVERIFY(interpreter.read("a\n").isEmpty());
+        const QVector<Paper> papers =
+            interpreter.read(bytes("\x1DV\x42\0"
+                                   "b\n\x1DV\x42\0"
+                                   "c"));
+        QCOMPARE(papers.size(), 2);
+        QCOMPARE(papers.at(1).toText(), QString("b\n[cut]\n"));
+        QCOMPARE(interpreter.finish().size(), 1);
+        QVERIFY(interpreter.finish().isEmpty());
+    }
+
+    void streamAfterTheEndBeginsAnew()
+    {
+        StreamInterpreter interpreter((PrinterProfile()));
+        interpreter.read(
+            bytes("\x1D!\x77\x1Bt\x11"
+                  "a"));
+        interpreter.finish();
+        const QVector<Paper> papers = interpreter.read(bytes("\x8F\n\x1DV\x42\0"));
+        QCOMPARE(papers.first().toText(), QString::fromUtf8("Å\n[cut]\n"));
+        QCOMPARE(papers.first().cells.first().widthScale, quint8(1));
+    }
+
+    void whatIsNotKnownIsNoted()
+    {
+        const Paper paper =
+            paperOf(bytes("a\x1B\x07"
+                          "b\n\x1D(Z\x02\0xyc\n"));
+        QCOMPARE(paper.toText(), QString("ab\nc\n"));
+        QCOMPARE(notesOf(paper).size(), 2);
+        QVERIFY2(notesOf(paper).at(0).endsWith(" isn't known"), qPrintable(notesOf(paper).at(0)));
+        QVERIFY2(notesOf(paper).at(1).endsWith(" isn't known; its 7 bytes are skipped"),
+                 qPrintable(notesOf(paper).at(1)));
+        QCOMPARE(paper.events.at(0).offset, 1LL);
+        QCOMPARE(paper.events.at(1).offset, 5LL);
+    }
+
+    void whatIsNotDoneIsNoted()
+    {
+        QCOMPARE(notesOf(paperOf(bytes("\x1D\x63"))), QStringList("GS c isn't carried out"));
+    }
+
+    void cutOffStreamSaysWhere()
+    {
+        QCOMPARE(notesOf(paperOf(bytes("a\n\x1Dv0\0\x48\0\x80\0") + QByteArray(1204, '\xFF'))),
+                 QStringList("ends inside GS v 0, 1,204 of 9,216 bytes"));
+    }
+
+    void commandsInsideDataActAtOnce()
+    {
+        const QByteArray data = bytes("\x10\x14\x01\0\x01\x10\x04\x01");
+        const Paper paper = paperOf(bytes("a\n\x1Dv0\0\x01\0\x08\0") + data);
+        QCOMPARE(eventsOf(paper), QStringList({"pulse: pulse of 100 ms to pin 2",
+                                               "status: DLE EOT asks for the printer's status"}));
+        QCOMPARE(paper.events.at(0).offset, 10LL);
+        QCOMPARE(paper.events.at(0).top, 30);
+        QCOMPARE(paper.pictures.first().rows, data);
+    }
+
+    void commandsThatActAtOnceAreSwitchedOff()
+    {
+        const QByteArray off = bytes("\x1D(D\x03\0\x14\x01\0");
+        QCOMPARE(eventsOf(paperOf(off + bytes("\x10\x14\x01\0\x01"))),
+                 QStringList("note: DLE DC4 is switched off"));
+        QCOMPARE(eventsOf(paperOf(off + bytes("\x1Dv0\0\x05\0\x01\0\x10\x14\x01\0\x01"))),
+                 QStringList("note: DLE DC4 is switched off"));
+    }
+
+    void macrosArePlayed()
+    {
+        QCOMPARE(textOf(bytes("\x1D:a\n\x1D:b\n\x1D^\x02\0\0")), QString("b\na\na\n"));
+        QCOMPARE(textOf(bytes("\x1D:a\n\x1D:\x1B@\x1D^\x01\0\0")), QString("a\n"));
+        QCOMPARE(textOf(bytes("\x1D:a\n\x1D:\x1D:\x1D:\x1D^\x02\0\0")), QString());
+        // Played while it is being defined, it's gone.
+        QCOMPARE(textOf(bytes("\x1D:a\n\x1D^\x02\0\0"
+                              "b\n\x1D^\x02\0\0")),
+                 QString("b\n"));
+    }
+
+    void macrosAreBounded()
+    {
+        const QByteArray macro = bytes("\x1D:") + QByteArray(1500, 'x') + bytes("\n\x1D:");
+        QByteArray plays;
+        for (int i = 0; i < 50; ++i)
+            plays += bytes("\x1D^\xFF\0\0");
+        const Paper paper = paperOf(macro + plays);
+        QVERIFY(paper.cells.size() < 200 * (macro.size() + plays.size()));
+        QVERIFY(notesOf(paper).contains("GS ^ is played no further"));
+        const Paper longer = paperOf(bytes("\x1D:") + QByteArray(2049, 'x') + bytes("\x1D:"));
+        QCOMPARE(notesOf(longer), QStringList("the macro is longer than 2048 bytes"));
+    }
+
+    void notesAreBounded()
+    {
+        QByteArray stream;
+        for (int i = 0; i < 2000; ++i)
+            stream += bytes("\x1B\x07");
+        const Paper paper = paperOf(stream);
+        QCOMPARE(paper.events.size(), 1001);
+        QCOMPARE(paper.events.last().text, QString("there is more to note, which is left out"));
+    }
+
+    void fewBytesMakeLittlePaper()
+    {
+        // 48 megabytes of dots, asked for with seven bytes each time.
+        const QByteArray define = bytes("\x1Cq\x01\x40\0\x40\0") + QByteArray(32768, '\xFF');
+        QByteArray prints;
+        for (int i = 0; i < 1000; ++i)
+            prints += bytes("\x1Cp\x01\0");
+        const Paper paper = paperOf(define + prints);
+        QVERIFY(paper.isTooLong);
+        QCOMPARE(paper.pictures.size(), 156);
+        QCOMPARE(paper.pictures.first().rows.constData(), paper.pictures.last().rows.constData());
+    }
+
+    void hugeTexts()
+    {
+        const Paper paper = paperOf(QByteArray(1'000'000, 'x'));
+        QVERIFY(paper.isTooLong);
+        QVERIFY(paper.cells.size() <= 48 * Paper::longest / 30);
+    }
+
+    void everyCommandIsCarriedOutOrNoted_data() { addModels(); }
+    void everyCommandIsCarriedOutOrNoted()
+    {
+        QFETCH(QByteArray, id);
+        const PrinterProfile profile = model(id.constData());
+        QStringList left;
+        for (const CommandRow *row : commandsOf(profile.dialect(), profile.vendor())) {
+            QByteArray stream(row->introducer, row->introducerSize);
+            stream += QByteArray(row->operandCount + 200, '\x01');
+            for (const Paper &paper : papersOf(stream, profile)) {
+                for (const QString &note : notesOf(paper)) {
+                    if (note.endsWith("isn't carried out"))
+                        left.append(note);
+                }
+            }
+        }
+        left.removeDuplicates();
+        // What no receipt needs.
+        const QStringList known = {
+            "GS D",    "GS ( N",     "FS ( C",   "GS ( A",   "GS ( F", "GS ( P",   "GS ( Q",
+            "GS C 0",  "GS C 1",     "GS C 2",   "GS C ;",   "GS c",   "ESC 0xFA", "GS 0xF6",
+            "GS 0xF8", "ESC GS ) U", "ESC RS A", "ESC GS S", "ESC 6",  "ESC 7",    "ESC t",
+            "ESC B",   "ESC C",      "ESC N",    "ESC O",    "ESC Z",  "ESC NUL"};
+        for (const QString &note : left) {
+            const QString name = QString(note).remove(" isn't carried out");
+            QVERIFY2(known.contains(name), qPrintable(name));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestStreamInterpreter)
+#include "tst_streaminterpreter.moc"
