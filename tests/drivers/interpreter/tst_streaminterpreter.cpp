@@ -284,10 +284,13 @@ private Q_SLOTS:
             "GS C 0",  "GS C 1",     "GS C 2",   "GS C ;",   "GS c",   "ESC 0xFA", "GS 0xF6",
             "GS 0xF8", "ESC GS ) U", "ESC RS A", "ESC GS S", "ESC 6",  "ESC 7",    "ESC t",
             "ESC B",   "ESC C",      "ESC N",    "ESC O",    "ESC Z",  "ESC NUL"};
+        QStringList unexpected;
         for (const QString &note : left) {
             const QString name = QString(note).remove(" isn't carried out");
-            QVERIFY2(known.contains(name), qPrintable(name));
+            if (!known.contains(name))
+                unexpected.append(name);
         }
+        QCOMPARE(unexpected.join(","), QString());
     }
 };
 
