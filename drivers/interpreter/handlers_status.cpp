@@ -27,18 +27,18 @@ constexpr CommandId questions[] = {
 };
 
 constexpr CommandId unseen[] = {
-    CommandId::RealTimeSwitch,   CommandId::Smoothing,       CommandId::RealTimeRequest,
-    CommandId::RealTimePowerOff, CommandId::SensorsForEnd,   CommandId::SensorsForStop,
-    CommandId::PanelButtons,     CommandId::PrinterSelect,   CommandId::InkStatus,
-    CommandId::OfflineResponse,  CommandId::OneDirection,    CommandId::PrintControl,
-    CommandId::GraphicsDensity,  CommandId::PrintDensity,    CommandId::PrintSpeed,
-    CommandId::MaintenanceReset, CommandId::OnlineRecovery,  CommandId::NotchDistance,
-    CommandId::UserMemory,       CommandId::UserMemoryWrite, CommandId::Customize,
-    CommandId::UserSetup,        CommandId::KanjiFont,       CommandId::SlashedZero,
-    CommandId::EtbMark,          CommandId::EtbReset,        CommandId::EndMark,
-    CommandId::MemorySwitch,     CommandId::DriverMode,      CommandId::BuzzerPulse,
-    CommandId::TwoColours,       CommandId::Calibrate,       CommandId::SetParameters,
-    CommandId::SetParameter,     CommandId::StoreParameters,
+    CommandId::RealTimeSwitch,   CommandId::Smoothing,        CommandId::RealTimeRequest,
+    CommandId::RealTimePowerOff, CommandId::SensorsForEnd,    CommandId::SensorsForStop,
+    CommandId::PanelButtons,     CommandId::PrinterSelect,    CommandId::InkStatus,
+    CommandId::OfflineResponse,  CommandId::OneDirection,     CommandId::PrintControl,
+    CommandId::GraphicsDensity,  CommandId::PrintDensity,     CommandId::HeadControl,
+    CommandId::PrintSpeed,       CommandId::MaintenanceReset, CommandId::OnlineRecovery,
+    CommandId::NotchDistance,    CommandId::UserMemory,       CommandId::UserMemoryWrite,
+    CommandId::Customize,        CommandId::UserSetup,        CommandId::KanjiFont,
+    CommandId::SlashedZero,      CommandId::EtbMark,          CommandId::EtbReset,
+    CommandId::EndMark,          CommandId::MemorySwitch,     CommandId::DriverMode,
+    CommandId::BuzzerPulse,      CommandId::TwoColours,       CommandId::Calibrate,
+    CommandId::SetParameters,    CommandId::SetParameter,     CommandId::StoreParameters,
 };
 
 QVector<HandlerRow> makeStatusRows()
