@@ -82,13 +82,13 @@ private Q_SLOTS:
 
     void fileIsReadAsStandardInputIs()
     {
-        const ReceiptRun run = runReceipt(decode(example("kiosk.bin")));
+        const ReceiptRun run = runReceipt(decode(example("streams/sale.bin")));
         QCOMPARE(run.errors, QString());
         QCOMPARE(run.status, 0);
         QVERIFY(run.output.contains("Receipt 1207  09.05.2026 14:30\n"));
         QVERIFY(run.output.contains("[QR: https://kiosk.example/1207]\n"));
         QVERIFY(run.output.endsWith("[cut]\n"));
-        QFile file(example("kiosk.bin"));
+        QFile file(example("streams/sale.bin"));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(decoded(file.readAll()).output, run.output);
     }
@@ -221,7 +221,7 @@ private Q_SLOTS:
         const WorkFolder folder;
         const QString file = folder.path("a." + form);
         const ReceiptRun run =
-            runReceipt(decode(example("kiosk.bin"), {"--as", form, "--output", file}));
+            runReceipt(decode(example("streams/sale.bin"), {"--as", form, "--output", file}));
         QCOMPARE(run.errors, QString());
         QCOMPARE(run.status, 0);
         QVERIFY2(run.output.startsWith(file + ": GENERAL_EPSON_PROTOCOL, paper 80 mm, 639 x "),
@@ -229,7 +229,7 @@ private Q_SLOTS:
         QVERIFY(run.output.endsWith(", pieces: 1\n"));
         QVERIFY(!folder.content("a." + form).isEmpty());
         const QByteArray first = folder.content("a." + form);
-        runReceipt(decode(example("kiosk.bin"), {"--as", form, "--output", file}));
+        runReceipt(decode(example("streams/sale.bin"), {"--as", form, "--output", file}));
         QVERIFY(folder.content("a." + form) == first);
     }
 
@@ -239,7 +239,7 @@ private Q_SLOTS:
         for (const char *form : {"png", "pdf", "svg"}) {
             QProcess process;
             process.setWorkingDirectory(folder.path());
-            process.start(RECEIPT_PROGRAM, decode(example("kiosk.bin"), {"--as", form}));
+            process.start(RECEIPT_PROGRAM, decode(example("streams/sale.bin"), {"--as", form}));
             QVERIFY(process.waitForFinished(patience));
             QCOMPARE(process.exitCode(), 0);
             QVERIFY(QFile::exists(folder.filePath(QString("paper.") + form)));
@@ -325,7 +325,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("complaint");
-        const QString file = example("kiosk.bin");
+        const QString file = example("streams/sale.bin");
         const auto row = [](const char *name, const QStringList &arguments,
                             const QString &complaint) {
             QTest::newRow(name) << arguments << complaint;
@@ -394,6 +394,89 @@ private Q_SLOTS:
         QCOMPARE(run.errors, "receipt: -: " + complaint + '\n');
         QCOMPARE(run.status, 1);
         QVERIFY(folder.content("o").isNull());
+    }
+
+    void whatThePrinterDoesNotDoIsToldOnce()
+    {
+        const QString file = example("streams/mistakes.bin");
+        for (const char *form : {"text", "json"}) {
+            const ReceiptRun run = runReceipt(decode(file, {"--as", form, "--paper", "0"}));
+            QCOMPARE(run.status, 0);
+            const QStringList notes = run.errors.split('\n', Qt::SkipEmptyParts);
+            QVERIFY(!notes.isEmpty());
+            for (const QString &note : notes)
+                QVERIFY2(note.startsWith("receipt: " + file + ": byte "), qPrintable(note));
+            QVERIFY(notes.contains("receipt: " + file + ": byte 8, 2 times: ESC ~ isn't known"));
+            QVERIFY2(notes.last().contains("ends inside GS v 0, 1,200 of 9,216 bytes"),
+                     qPrintable(notes.last()));
+        }
+    }
+
+    void codeThatCannotBePrintedIsNotInTheText()
+    {
+        const QByteArray ean =
+            "\x1DkC\x0C"
+            "46000000000A";
+        const ReceiptRun run = decoded("a\n" + ean + "b\n");
+        QCOMPARE(run.output, QString("a\nb\n"));
+        QVERIFY2(run.errors.contains("byte 2: ") && run.errors.contains("12 or 13 digits"),
+                 qPrintable(run.errors));
+    }
+
+    void manyNotesAreCounted()
+    {
+        QByteArray stream = "a\n";
+        for (int i = 0; i < 120; ++i)
+            stream += QByteArray("\x1DV") + static_cast<char>(100 + i);
+        const ReceiptRun run = decoded(stream);
+        QCOMPARE(run.status, 0);
+        QVERIFY(run.errors.count('\n') <= 101);
+    }
+
+    void changedFileIsReadAgain()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("s.bin", "first\n");
+        QProcess process;
+        process.start(RECEIPT_PROGRAM, decode(file, {"--watch"}));
+        QByteArray output;
+        const auto says = [&](const QByteArray &text) {
+            return QTest::qWaitFor(
+                [&] {
+                    output += process.readAllStandardOutput() + process.readAllStandardError();
+                    return output.contains(text);
+                },
+                patience);
+        };
+        QVERIFY(says("first\n"));
+        QVERIFY(says("Watching " + file.toUtf8()));
+        folder.file("s.bin", "second one\n");
+        QVERIFY(says("second one\n"));
+        process.kill();
+        process.waitForFinished();
+    }
+
+    void standardInputIsReadAsItComes()
+    {
+        QProcess process;
+        process.start(RECEIPT_PROGRAM, decode("-", {"--as", "listing"}));
+        process.write("\x1B@");
+        QVERIFY(QTest::qWaitFor([&] { return process.readAllStandardOutput().contains("ESC @"); },
+                                patience));
+        process.write("a\n");
+        process.closeWriteChannel();
+        QVERIFY(process.waitForFinished(patience));
+        QVERIFY(process.readAllStandardOutput().contains("\"a\""));
+        QCOMPARE(process.exitCode(), 0);
+    }
+
+    void longStreamIsReadWhole()
+    {
+        const QByteArray line = QByteArray(40, 'x') + '\n';
+        const ReceiptRun run = decoded((line.repeated(1000) + cut).repeated(10));
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.output.count('x'), 400000);
+        QCOMPARE(run.output.count("[cut]\n"), 10);
     }
 
     void fileThatIsMissingIsAFailure()

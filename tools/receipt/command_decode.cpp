@@ -54,9 +54,10 @@ last piece. A line that was too long and goes on is marked by a red bar in the
 margin. The second colour is black.
 
 Standard error tells what the printer doesn't do as the stream asks, with the
-offset of the byte, once each. A piece of paper longer than 10 m is cut short,
-and more than 1000000 dots in all are no picture. The exit status is 1 if
-nothing comes out: the file can't be read, is empty, or prints nothing.)";
+offset of the byte, each thing once. A piece of paper longer than 10 m is cut short,
+and more than 1000000 dots in all are no picture. The exit status is 1 if the
+file can't be read or is empty, and where text or a picture is asked for, if
+nothing is printed.)";
 
 struct Request
 {
@@ -155,15 +156,14 @@ public:
     void print(const QString &fileName) const
     {
         for (const Row &row : m_rows)
-            tool::complain(QStringLiteral("%1: byte %2%3: %4")
-                               .arg(fileName)
-                               .arg(row.offset)
-                               .arg(row.count > 1
-                                        ? QStringLiteral(" and %1 more times").arg(row.count - 1)
-                                        : QString(),
-                                    row.text));
+            tool::complain(
+                QStringLiteral("%1: byte %2%3: %4")
+                    .arg(fileName)
+                    .arg(row.offset)
+                    .arg(row.count > 1 ? QStringLiteral(", %1 times").arg(row.count) : QString(),
+                         row.text));
         if (m_more > 0)
-            tool::complain(QStringLiteral("%1: and %2 notes more").arg(fileName).arg(m_more));
+            tool::complain(QStringLiteral("%1: %2 notes more").arg(fileName).arg(m_more));
     }
 
 private:
@@ -434,6 +434,7 @@ int decode(const Request &request, const Form &form)
         tool::readInPieces(request.file, [&](const QByteArray &piece, qint64 done, qint64 all) {
             line.clear();
             sink->take(piece);
+            std::fflush(stdout);
             read = done;
             if (all > 0)
                 line.show(done, all);

@@ -8,6 +8,7 @@
 #include <QTextCodec>
 #include <cerrno>
 #include <cstdio>
+#include <vector>
 
 #include "outputfile.h"
 #include "terminaltext.h"
@@ -125,15 +126,24 @@ std::optional<int> parse(QCommandLineParser &parser, const QString &usage,
 
 namespace {
 
-constexpr qint64 pieceSize = 65536;
+constexpr std::size_t pieceSize = 65536;
 
 bool openInput(QFile &file, const QString &fileName)
 {
-    // Past stdio, which waits for a whole buffer.
     if (fileName == QLatin1String("-"))
         return file.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Unbuffered);
     file.setFileName(fileName);
-    return file.open(QIODevice::ReadOnly);
+    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+}
+
+/// What there is, up to a piece: QFile would wait for all of it. Below 0 on failure.
+ssize_t readPiece(const QFile &file, char *piece)
+{
+    ssize_t count = 0;
+    do {
+        count = ::read(file.handle(), piece, pieceSize);
+    } while (count < 0 && errno == EINTR);
+    return count;
 }
 
 }  // namespace
@@ -142,21 +152,21 @@ bool readInPieces(const QString &fileName,
                   const std::function<void(const QByteArray &, qint64, qint64)> &take)
 {
     QFile file;
-    bool isGood = openInput(file, fileName);
-    qint64 done = 0;
-    while (isGood) {
-        QByteArray piece(static_cast<int>(pieceSize), Qt::Uninitialized);
-        const qint64 count = file.read(piece.data(), pieceSize);
-        isGood = count >= 0 && file.error() == QFileDevice::NoError;
-        if (count <= 0)
-            break;
-        piece.truncate(static_cast<int>(count));
-        done += count;
-        take(piece, done, file.isSequential() ? 0 : file.size());
-    }
-    if (!isGood)
+    if (!openInput(file, fileName)) {
         complain(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
-    return isGood;
+        return false;
+    }
+    const qint64 all = file.isSequential() ? 0 : file.size();
+    std::vector<char> buffer(pieceSize);
+    qint64 done = 0;
+    ssize_t count = 0;
+    while ((count = readPiece(file, buffer.data())) > 0) {
+        done += count;
+        take(QByteArray(buffer.data(), static_cast<int>(count)), done, all);
+    }
+    if (count < 0)
+        complain(QStringLiteral("%1: %2").arg(fileName, qt_error_string(errno)));
+    return count == 0;
 }
 
 std::optional<QByteArray> readInput(const QString &fileName)
