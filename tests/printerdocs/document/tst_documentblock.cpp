@@ -2,8 +2,8 @@
 #include <limits>
 
 #include "blockbench.h"
-#include "printerdocs/echarformat.h"
 #include "printerdocs/documentblock.h"
+#include "printerdocs/echarformat.h"
 
 using namespace blockbench;
 
