@@ -122,7 +122,7 @@ QByteArray dataOf(const StreamCommand &command)
 
 QString endsInside(const StreamCommand &command)
 {
-    const QString place = QStringLiteral("ends inside %1").arg(mnemonicOf(command));
+    QString place = QStringLiteral("ends inside %1").arg(mnemonicOf(command));
     const qint64 whole = command.bytesExpected;
     if (command.row == nullptr || whole == 0)
         return place;

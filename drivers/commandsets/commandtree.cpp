@@ -73,13 +73,14 @@ const CommandTree &CommandTree::of(Dialect dialect, Vendor vendor)
 {
     static const std::vector<CommandTree> trees = [] {
         std::vector<CommandTree> made;
+        made.reserve(dialectCount * vendorCount);
         for (int i = 0; i < dialectCount * vendorCount; ++i)
             made.push_back(CommandTree(commandsOf(static_cast<Dialect>(i / vendorCount),
                                                   static_cast<Vendor>(i % vendorCount))));
         return made;
     }();
-    return trees[static_cast<std::size_t>(static_cast<int>(dialect) * vendorCount +
-                                          static_cast<int>(vendor))];
+    const int index = static_cast<int>(dialect) * vendorCount + static_cast<int>(vendor);
+    return trees[static_cast<std::size_t>(index)];
 }
 
 /// Of the rows with the introducer that ends at `depth` the one whose selector stands there.

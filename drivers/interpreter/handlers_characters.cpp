@@ -151,7 +151,7 @@ void setState(Printer &printer, const StreamCommand & /*command*/)
     printer.state.*member = value;
 }
 
-constexpr HandlerRow rows[] = {
+constexpr HandlerRow characterRows[] = {
     {CommandId::CharacterSpacing, setCharacterSpacing},
     {CommandId::PrintModes, setPrintModes},
     {CommandId::CharacterSize, setCharacterSize},
@@ -179,7 +179,7 @@ constexpr HandlerRow rows[] = {
 
 HandlerRows characterHandlers()
 {
-    return {std::begin(rows), std::end(rows)};
+    return {std::begin(characterRows), std::end(characterRows)};
 }
 
 }  // namespace printerslib::drivers

@@ -16,14 +16,15 @@ struct Fragment
     QString text;
 };
 
-const char *nameOf(Paper::Symbology symbology)
+using Symbology = Paper::Symbology;
+
+const char *nameOf(Symbology symbology)
 {
     struct Name
     {
-        Paper::Symbology symbology;
+        Symbology symbology;
         const char *name;
     };
-    using Symbology = Paper::Symbology;
     static constexpr Name names[] = {
         {Symbology::UpcA, "UPC-A"},
         {Symbology::UpcE, "UPC-E"},

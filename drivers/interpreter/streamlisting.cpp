@@ -175,7 +175,7 @@ void StreamListing::State::followKanjiCode(bool isShifted)
 
 QString StreamListing::State::meaningOf(const StreamCommand &command) const
 {
-    const QString meaning = meaningByKind(command);
+    QString meaning = meaningByKind(command);
     if (command.kind != StreamCommand::Command || command.row->id != CommandId::CodePage)
         return meaning;
     const QString name = m_profile.codePages().value(command.operand(0));
