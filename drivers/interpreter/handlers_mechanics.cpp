@@ -126,6 +126,7 @@ constexpr HandlerRow mechanicsRows[] = {
     {CommandId::RealTimePulse, pulseAtOnce},
     {CommandId::RealTimeClear, clearAtOnce},
     {CommandId::RealTimeBuzzer, beep},
+    {CommandId::Buzzer, beep},
     {CommandId::Beeper, beep},
     {CommandId::EjectorPresent, moveTicket<Event::Present>},
     {CommandId::EjectorHold, moveTicket<Event::Present>},

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 
 #include "interpreter/barcodedata_p.h"
 #include "interpreter/dots_p.h"
@@ -200,28 +201,36 @@ void printNvImages(Printer &printer, const StreamCommand &command)
 
 struct StarBarcodeRow
 {
-    char number;
     Symbology symbology;
+    Paper::Code::Variant variant;
+    bool hasMarks;  ///< of functions, such as {1
     /// Dots of a narrow module by the mode, from 1 on.
     int widths[9];
 };
 
+/// By n1. StarPRNT added what follows the first nine, with modules of so many dots as the mode
+/// says.
 constexpr StarBarcodeRow starBarcodes[] = {
-    {'0', Symbology::UpcE, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
-    {'1', Symbology::UpcA, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
-    {'2', Symbology::Ean8, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
-    {'3', Symbology::Ean13, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
-    {'4', Symbology::Code39, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
-    {'5', Symbology::Itf, {2, 4, 6, 2, 4, 6, 2, 3, 4}},
-    {'6', Symbology::Code128, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
-    {'7', Symbology::Code93, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
-    {'8', Symbology::Codabar, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::UpcE, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::UpcA, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::Ean8, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::Ean13, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::Code39, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::Itf, Paper::Code::Usual, false, {2, 4, 6, 2, 4, 6, 2, 3, 4}},
+    {Symbology::Code128, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::Code93, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::Codabar, Paper::Code::Usual, false, {2, 3, 4, 2, 3, 4, 2, 3, 4}},
+    {Symbology::Gs1_128, Paper::Code::Usual, true, {1, 2, 3, 4, 5, 6, 6, 6, 6}},
+    {Symbology::GS1DataBar, Paper::Code::Usual, false, {1, 2, 3, 4, 5, 6, 6, 6, 6}},
+    {Symbology::GS1DataBar, Paper::Code::Usual, false, {1, 2, 3, 4, 5, 6, 6, 6, 6}},
+    {Symbology::GS1DataBar, Paper::Code::Limited, false, {1, 2, 3, 4, 5, 6, 6, 6, 6}},
+    {Symbology::GS1DataBar, Paper::Code::Expanded, true, {1, 2, 3, 4, 5, 6, 6, 6, 6}},
 };
 
 /// n1: what, n2: digits and line feed, n3: width, n4: height; the data ends with RS.
 void printStarBarcode(Printer &printer, const StreamCommand &command)
 {
-    const int number = choiceOf(command, 0, 9);
+    const int number = choiceOf(command, 0, int(std::size(starBarcodes)));
     const int text = choiceOf(command, 1, 5);
     const int mode = choiceOf(command, 2, 10);
     if (number < 0 || text < 1 || mode < 1) {
@@ -235,8 +244,9 @@ void printStarBarcode(Printer &printer, const StreamCommand &command)
         sent.chop(1);
     Paper::Code code;
     code.symbology = row.symbology;
+    code.variant = row.variant;
     code.sent = QByteArray(sent.constData(), sent.size());
-    code.payload = barcodePayload(row.symbology, code.sent, false);
+    code.payload = barcodePayload(row.symbology, code.sent, row.hasMarks);
     code.module = {row.widths[mode - 1], std::max(1, command.operand(3))};
     BarcodeState barcode;
     barcode.textPosition = text % 2 == 0 ? 2 : 0;
