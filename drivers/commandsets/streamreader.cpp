@@ -40,6 +40,7 @@ private:
     bool readKnown(const CommandRow &row, QVector<StreamCommand> &commands);
     void readIncomplete(QVector<StreamCommand> &commands);
     const CommandRow *incompleteRow() const;
+    StreamCommand takeIncomplete(const CommandRow *row, qint64 size, const CommandLength &length);
     void waitFor(qint64 size, const CommandRow *row);
     StreamCommand take(StreamCommand::Kind kind, const CommandRow *row, qint64 size);
     void findImmediate(StreamCommand &command) const;
@@ -78,8 +79,6 @@ void StreamReader::State::readAll(QVector<StreamCommand> &commands)
 {
     while (m_bytes.size() - m_at >= m_needed && readOne(commands)) {
     }
-    if (m_bytes.size() - m_at >= longestCommand)
-        readIncomplete(commands);
 }
 
 /// False if the bytes end before the command does.
@@ -117,9 +116,14 @@ bool StreamReader::State::readKnown(const CommandRow &row, QVector<StreamCommand
     // Where a mark ends the command, all but the newest bytes have been looked at.
     const qint64 searchedTo = m_waiting == nullptr ? 0 : m_needed - 1;
     const CommandLength length = lengthOfCommand(row, bytes, searchedTo);
-    if (!length.isKnown || length.bytes > qint64(bytes.size())) {
-        waitFor(length.bytes, &row);
+    const qint64 needed = std::min<qint64>(length.bytes, longestCommand);
+    if (needed > qint64(bytes.size())) {
+        waitFor(needed, &row);
         return false;
+    }
+    if (!length.isKnown || length.bytes > longestCommand) {
+        commands.append(takeIncomplete(&row, needed, length));
+        return true;
     }
     const bool isSkipped = (row.traits & CommandRow::Family) != 0;
     StreamCommand command =
@@ -230,11 +234,17 @@ void StreamReader::State::readIncomplete(QVector<StreamCommand> &commands)
     }
     const CommandRow *row = incompleteRow();
     const CommandLength length = row == nullptr ? CommandLength() : lengthOfCommand(*row, bytes, 0);
+    commands.append(takeIncomplete(row, size, length));
+}
+
+StreamCommand StreamReader::State::takeIncomplete(const CommandRow *row, qint64 size,
+                                                  const CommandLength &length)
+{
     StreamCommand command = take(StreamCommand::Incomplete, row, size);
     command.bytesExpected = length.isKnown ? length.bytes : 0;
     if (row != nullptr)
         findImmediate(command);
-    commands.append(command);
+    return command;
 }
 
 QVector<StreamCommand> StreamReader::State::finish()

@@ -151,7 +151,9 @@ private Q_SLOTS:
     void emptyStreamHasNoCommands();
     void nextStreamBeginsAnew();
     void readerKeepsNothingOfTheCallers();
+    void whatIsTooLongIsGivenUp_data();
     void whatIsTooLongIsGivenUp();
+    void longestCommandIsWhole();
     void longCommandsInSmallPiecesTakeNoLonger();
     void unendingTextsInSmallPiecesAreSearchedOnce();
     void bytesPutTogetherAreTheStream();
@@ -458,18 +460,38 @@ void TestStreamReader::readerKeepsNothingOfTheCallers()
 
 void TestStreamReader::whatIsTooLongIsGivenUp()
 {
-    StreamReader reader(profileOf("GENERAL_EPSON_PROTOCOL"));
-    const QByteArray block(8 * 1024 * 1024, 'x');
-    QVector<StreamCommand> commands = reader.read(streamOf("1d385affffffff"));
-    for (int i = 0; i < 8; ++i)
-        commands += reader.read(block);
-    QCOMPARE(commands.size(), 1);
-    QCOMPARE(commands.first().kind, StreamCommand::Incomplete);
-    QCOMPARE(commands.first().bytesExpected, 4294967302);
-    QCOMPARE(commands.first().bytes.size(), 8 * block.size() + 7);
-    commands = reader.read("A");
-    QCOMPARE(told(commands), QByteArray("'A'"));
-    QCOMPARE(commands.first().offset, qint64(8) * block.size() + 7);
+    constexpr int longest = 64 * 1024 * 1024;
+    QFETCH(QByteArray, head);
+    QFETCH(qint64, expected);
+    const QByteArray stream = head + QByteArray(longest, 'x');
+    const PrinterProfile profile = profileOf("GENERAL_EPSON_PROTOCOL");
+    const auto whole = StreamReader::commandsOf(stream, profile);
+    QCOMPARE(whole.size(), 2);
+    QCOMPARE(whole.first().kind, StreamCommand::Incomplete);
+    QCOMPARE(whole.first().bytesExpected, expected);
+    QCOMPARE(whole.first().bytes.size(), longest);
+    QCOMPARE(told(whole.at(1)), "'" + QByteArray(head.size(), 'x') + "'");
+    QCOMPARE(whole.at(1).offset, qint64(longest));
+    QVERIFY(areSame(joined(readInPieces(stream, profile, {longest / 2, longest / 2 - 1})), whole));
+}
+
+void TestStreamReader::whatIsTooLongIsGivenUp_data()
+{
+    QTest::addColumn<QByteArray>("head");
+    QTest::addColumn<qint64>("expected");
+    QTest::newRow("a length") << streamOf("1d385affffffff") << qint64(4294967302);
+    QTest::newRow("a byte too long") << streamOf("1d385afaffff03") << qint64(64 * 1024 * 1024 + 1);
+    QTest::newRow("no end") << streamOf("1d6b04") << qint64(0);
+}
+
+void TestStreamReader::longestCommandIsWhole()
+{
+    constexpr int longest = 64 * 1024 * 1024;
+    const QByteArray stream = streamOf("1d385af9ffff03") + QByteArray(longest - 7, 'x') + 'A';
+    const auto commands = StreamReader::commandsOf(stream, profileOf("GENERAL_EPSON_PROTOCOL"));
+    QCOMPARE(commands.size(), 2);
+    QCOMPARE(commands.first().kind, StreamCommand::Skipped);
+    QCOMPARE(commands.first().bytes.size(), longest);
 }
 
 // Were the bytes looked at again with each new one, these would take hours.

@@ -13,8 +13,8 @@ namespace printerslib::drivers {
 /// Cuts a printer's stream into commands and texts, as they come in.
 ///
 /// Any bytes are a stream: none is an error. What is kept is the command that isn't whole yet, 64
-/// MiB of it at most; a longer one is given up as incomplete, and reading goes on behind. A command
-/// takes at most 200 bytes of memory for each of its bytes. One thread at a time.
+/// MiB of it at most; so much of a longer one is given up as incomplete, and what follows is read
+/// on. A command takes at most 200 bytes of memory for each of its bytes. One thread at a time.
 class PRINTERSLIB_DRIVERS_EXPORT StreamReader
 {
 public:
