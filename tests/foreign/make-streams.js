@@ -23,9 +23,6 @@ function textOf({ content, ...facts }) {
   return ['{', ...lines, ' "content": [', printed, ' ]', '}', ''].join('\n');
 }
 
-/** Whether a printer that has Latin letters alone can print a receipt. */
-const isLatin = (steps) => !/[^\u0000-\u00ff]/.test(JSON.stringify(steps));
-
 async function write(folder, name, stream, description) {
   await writeFile(join(folder, `${name}.bin`), stream);
   await writeFile(join(folder, `${name}.json`), textOf(description));
@@ -43,7 +40,8 @@ for (const [packageName, { targets, streamOf }] of makers) {
     for (const [receiptName, steps] of Object.entries(receipts)) {
       const name = `${targetName}-${receiptName}`;
       if (names.length > 0 && !names.includes(name)) continue;
-      if (target.hasLatinOnly && !isLatin(steps)) continue;
+      if (target.skips?.includes(receiptName)) continue;
+      if (target.letters && !target.letters.test(JSON.stringify(steps))) continue;
       const { bytes, content, options } = await streamOf(target, steps);
       // A target that can do none of the steps but cut.
       if (content.every(({ kind }) => kind === 'cut')) continue;

@@ -11,7 +11,7 @@ export const targets = {
   // Custom's printers have a Cyrillic set in some firmwares only, and then by Epson's number.
   'thermal-custom': { model: 'GENERAL_EPSON_PROTOCOL', paper: 1, columns: 48, options: { type: PrinterTypes.CUSTOM } },
   'thermal-vkp80': {
-    model: 'CUSTOM_VKP_80', columns: 35, hasLatinOnly: true,
+    model: 'CUSTOM_VKP_80', columns: 35, letters: /^[\0-\u00ff]*$/,
     options: { type: PrinterTypes.CUSTOM, characterSet: CharacterSet.PC858_EURO },
   },
   'thermal-star': { model: 'TSP-TUP', columns: 48, options: { type: PrinterTypes.STAR } },
@@ -88,14 +88,15 @@ const writers = {
     else printer.cut();
     return { kind: 'cut', isPartial: kind === 'partial' };
   },
-  drawer(printer, { pin }) {
+  drawer(printer, { pin }, target) {
     if (pin !== 2) return null;
     printer.openCashDrawer();
-    return { kind: 'pulse', pin: 2 };
+    return isStar(target) ? { kind: 'pulse', pin, on: 110, off: 550 } : { kind: 'pulse', pin };
   },
   beep(printer, step, target) {
-    if (isStar(target)) return;
+    if (isStar(target)) return null;
     printer.beep(2, 3);
+    return { kind: 'beep' };
   },
   feed(printer, { lines }) {
     for (let i = 0; i < lines; i++) printer.newLine();

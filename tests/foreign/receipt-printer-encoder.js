@@ -4,19 +4,22 @@ import ImageData from '@canvas/image-data';
 import ReceiptPrinterEncoder from '@point-of-sale/receipt-printer-encoder';
 import { pixelsOf } from './pictures.js';
 
+const latin = /^[\0-\u00ff]*$/;
 const epson = { model: 'GENERAL_EPSON_PROTOCOL', paper: 1, columns: 48 };
+// The cutter sits so many lines behind the head: what isn't fed on stays on the next piece.
+const feedBeforeCut = 4;
 const pages = { codepageCandidates: ['cp437', 'cp866', 'cp852', 'cp858'] };
 
 // StarPRNT is the command set of newer printers of Star: what it has in common with the line mode
 // is all but how pages begin and end (ESC GS P) and one way to send pictures.
 export const targets = {
-  'encoder-epson': { ...epson, options: { language: 'esc-pos', columns: 48, imageMode: 'column', ...pages } },
-  'encoder-raster': { ...epson, options: { language: 'esc-pos', columns: 48, imageMode: 'raster', newline: '\n', ...pages } },
-  'encoder-t88vi': { ...epson, columns: 42, options: { printerModel: 'epson-tm-t88vi', ...pages } },
+  'encoder-epson': { ...epson, options: { language: 'esc-pos', columns: 48, imageMode: 'column', feedBeforeCut, ...pages } },
+  'encoder-raster': { ...epson, options: { language: 'esc-pos', columns: 48, imageMode: 'raster', newline: '\n', feedBeforeCut, ...pages } },
+  'encoder-t20iii': { ...epson, options: { printerModel: 'epson-tm-t20iii', ...pages } },
   'encoder-citizen': { model: 'CITIZEN_CTS_2000', columns: 48, options: { printerModel: 'citizen-ct-s310ii', ...pages } },
   'encoder-vkp80': {
-    model: 'CUSTOM_VKP_80', columns: 35, hasLatinOnly: true,
-    options: { language: 'esc-pos', columns: 35, codepageMapping: { cp437: 0, cp850: 2, cp858: 19 } },
+    model: 'CUSTOM_VKP_80', columns: 35, letters: latin,
+    options: { language: 'esc-pos', columns: 35, feedBeforeCut, codepageMapping: { cp437: 0, cp850: 2, cp858: 19 } },
   },
   'encoder-starline': { model: 'TSP-TUP', columns: 48, options: { printerModel: 'star-tsp650ii', ...pages } },
   'encoder-starprnt': { model: 'TSP-TUP', columns: 48, options: { printerModel: 'star-tsp100iv', ...pages } },

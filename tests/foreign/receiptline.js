@@ -11,9 +11,9 @@ const star = { model: 'TSP-TUP', columns: 48 };
 // head of nine needles, and those for Japanese, Chinese and Thai differ in texts alone.
 export const targets = {
   'receiptline-epson': { ...epson, options: { command: 'epson', encoding: 'multilingual' } },
-  'receiptline-epson-866': { ...epson, options: { command: 'epson', encoding: 'cp866' } },
+  'receiptline-epson-866': { ...epson, letters: /^[\0-\x7fА-яЁё]*$/, options: { command: 'epson', encoding: 'cp866' } },
   'receiptline-spaced': { ...epson, options: { command: 'epson', encoding: 'multilingual', spacing: true, margin: 2 } },
-  'receiptline-turned': { ...epson, isTurned: true, options: { command: 'epson', encoding: 'multilingual', upsideDown: true } },
+  'receiptline-turned': { ...epson, isTurned: true, skips: ['wrapped'], options: { command: 'epson', encoding: 'multilingual', upsideDown: true } },
   'receiptline-generic': { ...epson, options: { command: 'generic', encoding: 'multilingual' } },
   'receiptline-fujitsu': { ...epson, options: { command: 'fit', encoding: 'multilingual' } },
   'receiptline-impact': { ...epson, without: ['qr', 'barcode'], options: { command: 'impact', encoding: 'multilingual', cpl: 40 } },
@@ -21,11 +21,11 @@ export const targets = {
   'receiptline-starline': { ...star, options: { command: 'starlinesbcs', encoding: 'multilingual' } },
   'receiptline-staremulator': { ...star, options: { command: 'emustarlinesbcs', encoding: 'multilingual' } },
   'receiptline-starprnt': { ...star, options: { command: 'starsbcs', encoding: 'multilingual' } },
-  'receiptline-stargraphic': { ...star, without: ['line', 'columns', 'rule', 'barcode', 'drawer'], options: { command: 'stargraphic', encoding: 'multilingual' } },
+  'receiptline-stargraphic': { ...star, without: ['line', 'columns', 'rule', 'qr', 'barcode', 'drawer'], options: { command: 'stargraphic', encoding: 'multilingual' } },
 };
 
 const escaped = (text) => text.replace(/[\\|{}\-=~_"`^]/g, '\\$&');
-const escapedValue = (text) => text.replace(/[\\|{}:;]/g, '\\$&');
+const escapedValue = (text) => text.replace(/[\\|{};]/g, '\\$&');
 
 const sizeMarks = { '1x1': '', '2x1': '^', '1x2': '^^', '2x2': '^^^', '3x3': '^^^^', '4x4': '^^^^^', '5x5': '^^^^^^', '6x6': '^^^^^^^' };
 const barcodeTypes = { upca: 'upc', upce: 'upc', ean13: 'ean', ean8: 'ean', code39: 'code39', itf: 'itf', codabar: 'codabar', code93: 'code93', code128: 'code128' };
@@ -72,12 +72,14 @@ const writers = {
 
 export async function streamOf(target, steps) {
   const possible = steps.filter(({ step }) => !target.without?.includes(step));
+  // Turned papers are printed from their last line on: their end is cut when all is printed.
+  const last = target.isTurned && possible[possible.length - 1].step === 'cut' ? [possible.pop()] : [];
   const written = possible.map((step) => writers[step.step]?.(step, target)).filter(Boolean);
   const document = written.map((each) => each.markup).join('\n');
-  const options = { cpl: target.columns, cutting: false, gradient: false, ...target.options };
+  const options = { cpl: target.columns, cutting: last.length > 0, gradient: false, ...target.options };
   return {
     bytes: Buffer.from(receiptline.transform(document, options), 'latin1'),
-    content: written.map((each) => each.content).filter(Boolean),
+    content: [...last.map(() => ({ kind: 'cut' })), ...written.map((each) => each.content).filter(Boolean)],
     options,
   };
 }
