@@ -14,22 +14,17 @@ QByteArray encodingByStart(const QByteArray &content)
 {
     struct Start
     {
-        QByteArray bytes;
+        const char *hex;
         const char *encoding;
     };
-    static const Start starts[] = {
-        {QByteArray::fromHex("0000feff"), "UTF-32"},
-        {QByteArray::fromHex("fffe0000"), "UTF-32"},
-        {QByteArray::fromHex("3c000000"), "UTF-32LE"},
-        {QByteArray::fromHex("0000003c"), "UTF-32BE"},
-        {QByteArray::fromHex("feff"), "UTF-16"},
-        {QByteArray::fromHex("fffe"), "UTF-16"},
-        {QByteArray::fromHex("3c00"), "UTF-16LE"},
-        {QByteArray::fromHex("003c"), "UTF-16BE"},
+    constexpr Start starts[] = {
+        {"0000feff", "UTF-32"},   {"fffe0000", "UTF-32"}, {"3c000000", "UTF-32LE"},
+        {"0000003c", "UTF-32BE"}, {"feff", "UTF-16"},     {"fffe", "UTF-16"},
+        {"3c00", "UTF-16LE"},     {"003c", "UTF-16BE"},
     };
-    const auto *const found =
-        std::find_if(std::begin(starts), std::end(starts),
-                     [&](const Start &start) { return content.startsWith(start.bytes); });
+    const auto *const found = std::find_if(
+        std::begin(starts), std::end(starts),
+        [&](const Start &start) { return content.startsWith(QByteArray::fromHex(start.hex)); });
     return found == std::end(starts) ? QByteArray("UTF-8") : QByteArray(found->encoding);
 }
 

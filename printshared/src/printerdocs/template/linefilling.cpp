@@ -8,17 +8,10 @@ namespace templates {
 
 QString lineWithValues(const QString &line, DocumentValues &values)
 {
-    if (AttributeTag::find(line.constData(), 0, line.size()).begin < 0)
-        return line;
-    SubstitutionText text(line);
-    for (QStringView tag = text.takeTag(); !tag.isNull(); tag = text.takeTag()) {
+    return filledLine(line, [&values](QStringView tag) {
         const TagParts parts = TagParts::of(tag);
-        const QStringView value = values.text(parts.name, parts.format);
-        text.insert(value);
-        if (vanishesWithItsGroup(value))
-            text.dropGroup();
-    }
-    return text.toString();
+        return values.text(parts.name, parts.format);
+    });
 }
 
 }  // namespace templates

@@ -102,11 +102,16 @@ quint32 tagsOf(const QString &line)
 /// Rewrites a text and its bytes from front to back in place: what is kept moves to the left over
 /// what was dropped. There are at least as many bytes as characters; those beyond the text move
 /// along.
+template <typename Edits>
 class Rewriter
 {
 public:
-    Rewriter(QString &text, QByteArray &bytes)
-        : m_text(text), m_bytes(bytes), m_characters(text.data()), m_data(bytes.data())
+    Rewriter(QString &text, QByteArray &bytes, Edits edits)
+        : m_text(text),
+          m_bytes(bytes),
+          m_characters(text.data()),
+          m_data(bytes.data()),
+          m_edits(edits)
     {}
 
     int position() const { return m_read; }
@@ -139,9 +144,16 @@ public:
         m_read = end;
         m_written += count;
     }
-    void drop(int count) { m_read += count; }
-    void put(QChar character, unsigned char byte)
+    void drop(int count)
     {
+        m_edits.replace(m_written, count, QStringView());
+        m_read += count;
+    }
+    /// Puts a character in the place of so many.
+    void put(QChar character, unsigned char byte, int count)
+    {
+        m_edits.replace(m_written, count, QStringView(&character, 1));
+        m_read += count;
         m_characters[m_written] = character;
         m_data[m_written] = static_cast<char>(byte);
         ++m_written;
@@ -164,6 +176,7 @@ private:
     QByteArray &m_bytes;
     QChar *m_characters;
     char *m_data;
+    const Edits m_edits;
     int m_read = 0;
     int m_written = 0;
 };
@@ -193,12 +206,18 @@ unsigned char fontOfTag(int number)
 
 }  // namespace
 
-LineMarkup::LineMarkup(const QString &line, unsigned char format)
-    : m_text(line), m_tags(tagsOf(line)), m_firstFormat(format), m_byteCount(line.size())
+template <typename Edits>
+LineMarkup<Edits>::LineMarkup(const QString &line, unsigned char format, Edits edits)
+    : m_edits(edits),
+      m_text(line),
+      m_tags(tagsOf(line)),
+      m_firstFormat(format),
+      m_byteCount(line.size())
 {}
 
 /// Most tags aren't there, and to find that out is all that a line without them costs.
-Q_ALWAYS_INLINE bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String replacement)
+template <typename Edits>
+Q_ALWAYS_INLINE bool LineMarkup<Edits>::replaceTag(QLatin1String tag, QLatin1String replacement)
 {
     const int hit = placeOfTag(tag, m_text);
     if (hit >= 0)
@@ -208,7 +227,8 @@ Q_ALWAYS_INLINE bool LineMarkup::replaceTag(QLatin1String tag, QLatin1String rep
 
 /// At each hit the bytes are removed at the hit's index in the unchanged text, as far as there are
 /// any: from the second hit on text and bytes part, and receipts are known to print that way.
-void LineMarkup::replaceFrom(int hit, QLatin1String tag, QLatin1String replacement)
+template <typename Edits>
+void LineMarkup<Edits>::replaceFrom(int hit, QLatin1String tag, QLatin1String replacement)
 {
     QChar *const text = m_text.data();
     const QChar *const end = text + m_text.size();
@@ -216,6 +236,7 @@ void LineMarkup::replaceFrom(int hit, QLatin1String tag, QLatin1String replaceme
     QChar *written = text + hit;
     while (read != end) {
         const int place = static_cast<int>(read - text);
+        m_edits.replace(static_cast<int>(written - text), tag.size(), replacement);
         m_byteCount -= qBound(0, m_byteCount - place, tag.size() - replacement.size());
         written = std::transform(replacement.begin(), replacement.end(), written,
                                  [](char c) { return QLatin1Char(c); });
@@ -229,8 +250,9 @@ void LineMarkup::replaceFrom(int hit, QLatin1String tag, QLatin1String replaceme
 }
 
 /// Takes the tags of a step's first row out that hits. @return the row; null: none did
+template <typename Edits>
 template <MarkupStep step>
-const PlainTag *LineMarkup::takeFirst()
+const PlainTag *LineMarkup<Edits>::takeFirst()
 {
     constexpr PlainTagRange tags = plainTagsOf<step>;
     if (!mayHold(tags.kinds))
@@ -243,8 +265,9 @@ const PlainTag *LineMarkup::takeFirst()
 }
 
 /// Takes the tags of all of a step's rows out.
+template <typename Edits>
 template <MarkupStep step>
-void LineMarkup::takeEach()
+void LineMarkup<Edits>::takeEach()
 {
     constexpr PlainTagRange tags = plainTagsOf<step>;
     if (!mayHold(tags.kinds))
@@ -253,18 +276,21 @@ void LineMarkup::takeEach()
         replaceTag(tag.text, tag.left);
 }
 
-ETextAlignment LineMarkup::takeAlignment()
+template <typename Edits>
+ETextAlignment LineMarkup<Edits>::takeAlignment()
 {
     const PlainTag *const tag = takeFirst<MarkupStep::Align>();
     return tag != nullptr ? static_cast<ETextAlignment>(tag->value) : AlignLeft;
 }
 
-void LineMarkup::takeObsolete()
+template <typename Edits>
+void LineMarkup<Edits>::takeObsolete()
 {
     takeEach<MarkupStep::TakeObsolete>();
 }
 
-void LineMarkup::wrapWholeLine()
+template <typename Edits>
+void LineMarkup<Edits>::wrapWholeLine()
 {
     for (const FormatTag &tag : wholeLineOrder) {
         if (!mayHold(tag.lineKind) || !replaceTag(tag.wholeLine, QLatin1String()))
@@ -276,23 +302,28 @@ void LineMarkup::wrapWholeLine()
 
 /// Intended: the close tag also ends a range that an earlier line left open (test
 /// wholeLineFormats).
-void LineMarkup::wrapLine(QLatin1String open, QLatin1String close)
+template <typename Edits>
+void LineMarkup<Edits>::wrapLine(QLatin1String open, QLatin1String close)
 {
     if (m_text.isEmpty() || m_byteCount != m_text.size())
         return;
+    m_edits.replace(0, 0, open);
+    m_edits.replace(open.size() + m_text.size(), 0, close);
     m_text.reserve(open.size() + m_text.size() + close.size());
     m_text.prepend(open);
     m_text.append(close);
     m_byteCount = m_text.size();
 }
 
-int LineMarkup::takeSpacing(int otherwise)
+template <typename Edits>
+int LineMarkup<Edits>::takeSpacing(int otherwise)
 {
     const PlainTag *const tag = takeFirst<MarkupStep::SetSpacing>();
     return tag != nullptr ? tag->value : otherwise;
 }
 
-void LineMarkup::takeBrackets()
+template <typename Edits>
+void LineMarkup<Edits>::takeBrackets()
 {
     if (mayHold(Brackets)) {
         replaceTag(QLatin1String("["), QLatin1String());
@@ -301,17 +332,19 @@ void LineMarkup::takeBrackets()
     takeEach<MarkupStep::TakeEmpty>();
 }
 
-bool LineMarkup::mayHoldCharacterTags() const
+template <typename Edits>
+bool LineMarkup<Edits>::mayHoldCharacterTags() const
 {
     return mayHold(CodeTag | allRanges | FontTag);
 }
 
-void LineMarkup::placeCodes()
+template <typename Edits>
+void LineMarkup<Edits>::placeCodes()
 {
     m_formats = QByteArray(m_byteCount, static_cast<char>(m_firstFormat));
     if (!mayHold(CodeTag))
         return;
-    Rewriter line(m_text, m_formats);
+    Rewriter line(m_text, m_formats, m_edits);
     int end = -1;
     for (int tag = line.find(QLatin1Char('<'), 0); tag >= 0;
          tag = line.find(QLatin1Char('<'), qMax(tag + 1, line.position()))) {
@@ -326,13 +359,13 @@ void LineMarkup::placeCodes()
         const int code = line.textOf(tag + (isPlain ? 2 : 1), end).toInt();  // 0 if it is no number
         const int format = line.byteAt(tag) | (isPlain ? 0 : CharRawCode);
         line.keepUpTo(tag);
-        line.drop(end + 1 - tag);
-        line.put(QChar(code & lowByte), static_cast<unsigned char>(format));
+        line.put(QChar(code & lowByte), static_cast<unsigned char>(format), end + 1 - tag);
     }
     line.finish();
 }
 
-void LineMarkup::applyFormats(unsigned char &format)
+template <typename Edits>
+void LineMarkup<Edits>::applyFormats(unsigned char &format)
 {
     for (const FormatTag &tag : rangeOrder) {
         if (mayHold(tag.rangeKind))
@@ -344,12 +377,13 @@ void LineMarkup::applyFormats(unsigned char &format)
 /// stays as text, and so do later ones of its kind until one of the pair is honoured again; only a
 /// close tag right behind an open tag is honoured. Templates in the field print like that.
 /// Test: rangeTagRightBehindItsOwnPair.
-void LineMarkup::applyFormatRange(QLatin1String open, QLatin1String close, ECharFormat flag,
-                                  unsigned char &format)
+template <typename Edits>
+void LineMarkup<Edits>::applyFormatRange(QLatin1String open, QLatin1String close, ECharFormat flag,
+                                         unsigned char &format)
 {
     if (!m_text.contains(open) && !m_text.contains(close))
         return;
-    Rewriter line(m_text, m_formats);
+    Rewriter line(m_text, m_formats, m_edits);
     QVector<Switch> switches;
     bool openIsPassed = false;
     bool closeIsPassed = false;
@@ -382,7 +416,8 @@ void LineMarkup::applyFormatRange(QLatin1String open, QLatin1String close, EChar
         format = withFlag(format, switches.constLast().value);
 }
 
-void LineMarkup::applyFonts(unsigned char &font)
+template <typename Edits>
+void LineMarkup<Edits>::applyFonts(unsigned char &font)
 {
     if (!mayHoldCharacterTags() && font == m_firstFormat) {
         m_fonts = m_formats;  // alike, so they share their bytes
@@ -395,7 +430,7 @@ void LineMarkup::applyFonts(unsigned char &font)
             font = static_cast<unsigned char>(fonts.back());
         return;
     }
-    Rewriter line(m_text, m_formats);
+    Rewriter line(m_text, m_formats, m_edits);
     QVector<Switch> switches;
     int end = -1;
     int next = -1;
@@ -427,20 +462,27 @@ void LineMarkup::applyFonts(unsigned char &font)
         font = static_cast<unsigned char>(fonts.back());
 }
 
-void LineMarkup::trimFormats()
+template <typename Edits>
+void LineMarkup<Edits>::trimFormats()
 {
     if (m_formats.size() > m_text.size())
         m_formats.chop(1);
 }
 
-void LineMarkup::addMargin(int blanks)
+template <typename Edits>
+void LineMarkup<Edits>::addMargin(int blanks)
 {
     if (blanks < 1)
         return;
     const int count = qMin(blanks, documents::longestPaddedLine);
-    m_text.prepend(QString(count, QLatin1Char(' ')));
+    const QString margin(count, QLatin1Char(' '));
+    m_edits.replace(0, 0, margin);
+    m_text.prepend(margin);
     m_formats.prepend(QByteArray(count, '\0'));
     m_fonts.prepend(QByteArray(count, '\0'));
 }
+
+template class LineMarkup<NoEdits>;
+template class LineMarkup<HeardEdits>;
 
 }  // namespace templates

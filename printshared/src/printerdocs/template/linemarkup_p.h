@@ -6,16 +6,18 @@
 #include "printerdocs/echarformat.h"
 #include "printerdocs/etextalignment.h"
 #include "printerdocs/template/templatetags_p.h"
+#include "printerdocs/template/textedits_p.h"
 
 namespace templates {
 
 /// One line on its way from markup to text. The steps are called in the order in which they are
 /// declared; each is linear in the length of the line.
+template <typename Edits>
 class LineMarkup
 {
 public:
     /// @param format byte that every character has to begin with
-    LineMarkup(const QString &line, unsigned char format);
+    LineMarkup(const QString &line, unsigned char format, Edits edits);
 
     /// Takes the alignment tags out; the line's alignment is that of the first kind that hits.
     ETextAlignment takeAlignment();
@@ -56,6 +58,7 @@ private:
     void applyFormatRange(QLatin1String open, QLatin1String close, ECharFormat flag,
                           unsigned char &format);
 
+    const Edits m_edits;
     QString m_text;
     quint32 m_tags;  ///< kinds of tags that may stand in the text
     unsigned char m_firstFormat;

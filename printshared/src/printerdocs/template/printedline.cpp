@@ -17,12 +17,13 @@ DocumentBlock PrintedLine::toBlock() const
     return block;
 }
 
+template <typename Edits>
 PrintedLine printedLine(const QString &line, CarriedStyle &carried, int lineSpacing, int leftMargin,
-                        LineDetail wanted)
+                        LineDetail wanted, Edits edits)
 {
     if (line.isEmpty())
         return {true, line, {}, {}, carried.alignment, lineSpacing};
-    LineMarkup markup(line, carried.format);
+    LineMarkup<Edits> markup(line, carried.format, edits);
     const ETextAlignment alignment = markup.takeAlignment();
     markup.takeObsolete();
     markup.wrapWholeLine();
@@ -40,5 +41,8 @@ PrintedLine printedLine(const QString &line, CarriedStyle &carried, int lineSpac
     carried.alignment = alignment;
     return {true, markup.text(), markup.formats(), markup.fonts(), alignment, spacing};
 }
+
+template PrintedLine printedLine(const QString &, CarriedStyle &, int, int, LineDetail, NoEdits);
+template PrintedLine printedLine(const QString &, CarriedStyle &, int, int, LineDetail, HeardEdits);
 
 }  // namespace templates

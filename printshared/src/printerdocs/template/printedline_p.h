@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "printerdocs/documentblock.h"
+#include "printerdocs/template/textedits_p.h"
 
 namespace templates {
 
@@ -32,7 +33,8 @@ struct PrintedLine
 enum class LineDetail { TextOnly, WithBytes };
 
 /// Reads the markup of one line.
+template <typename Edits = NoEdits>
 PrintedLine printedLine(const QString &line, CarriedStyle &carried, int lineSpacing, int leftMargin,
-                        LineDetail wanted = LineDetail::WithBytes);
+                        LineDetail wanted = LineDetail::WithBytes, Edits edits = Edits());
 
 }  // namespace templates

@@ -2,7 +2,6 @@
 #include <cmath>
 #include <limits>
 
-#include "printerdocs/template/attributetag_p.h"
 #include "printerdocs/template/numbertext_p.h"
 #include "printerdocs/template/substitutiontext_p.h"
 
@@ -23,25 +22,32 @@ bool vanishesWithItsGroup(QStringView value)
     return value.isEmpty();
 }
 
-SubstitutionText::SubstitutionText(QStringView line)
+template <typename Edits>
+SubstitutionText<Edits>::SubstitutionText(QStringView line, Edits edits) : m_edits(edits)
 {
     m_buffer.append(line.data(), static_cast<int>(line.size()));
     pushBrackets(line);
 }
 
-QStringView SubstitutionText::takeTag()
+template <typename Edits>
+QStringView SubstitutionText<Edits>::takeTag()
 {
     const AttributeTag tag =
         AttributeTag::find(m_buffer.constData(), m_rightBegin, m_buffer.size());
     if (tag.begin < 0)
         return QStringView();
+    const int size = tag.end + 1 - tag.begin;
     keep(tag.begin - m_rightBegin);
-    drop(tag.end + 1 - tag.begin);
-    return QStringView(m_buffer.constData() + tag.begin + 1, tag.end - tag.begin - 1);
+    drop(size);
+    if constexpr (Edits::areHeard)
+        m_tagSize = size;
+    return QStringView(m_buffer.constData() + tag.begin + 1, size - 2);
 }
 
-void SubstitutionText::insert(QStringView value)
+template <typename Edits>
+void SubstitutionText<Edits>::insert(QStringView value)
 {
+    m_edits.replace(m_leftSize, m_tagSize, value);
     const int size = static_cast<int>(value.size());
     makeRoom(size);
     m_rightBegin -= size;
@@ -49,19 +55,23 @@ void SubstitutionText::insert(QStringView value)
     pushBrackets(value);
 }
 
-void SubstitutionText::dropGroup()
+template <typename Edits>
+void SubstitutionText<Edits>::dropGroup()
 {
     if (m_openLeft.isEmpty() || m_right.isEmpty() || m_right.last().unmatchedClose < 0)
         return;
     const int position = m_leftSize;
     const Bracket close = m_right[m_right.last().unmatchedClose];
-    drop(rightSize() - close.fromEnd + 1);
+    const int dropped = rightSize() - close.fromEnd + 1;
+    drop(dropped);
     m_leftSize = m_openLeft.last();
+    m_edits.replace(m_leftSize, position - m_leftSize + dropped, QStringView());
     m_openLeft.removeLast();
     keep(std::min(position - m_leftSize, rightSize()));
 }
 
-QString SubstitutionText::toString() const
+template <typename Edits>
+QString SubstitutionText<Edits>::toString() const
 {
     QString text;
     text.reserve(m_leftSize + rightSize());
@@ -71,7 +81,8 @@ QString SubstitutionText::toString() const
 }
 
 /// Takes characters over from the unscanned part to the scanned one.
-void SubstitutionText::keep(int count)
+template <typename Edits>
+void SubstitutionText<Edits>::keep(int count)
 {
     const int end = rightSize() - count;
     while (!m_right.isEmpty() && m_right.last().fromEnd > end) {
@@ -89,7 +100,8 @@ void SubstitutionText::keep(int count)
 }
 
 /// Takes characters off the front of the unscanned part.
-void SubstitutionText::drop(int count)
+template <typename Edits>
+void SubstitutionText<Edits>::drop(int count)
 {
     m_rightBegin += count;
     while (!m_right.isEmpty() && m_right.last().fromEnd > rightSize())
@@ -98,7 +110,8 @@ void SubstitutionText::drop(int count)
 
 /// Widens the gap to at least this many characters; the buffer at least doubles, so growth is
 /// cheap.
-void SubstitutionText::makeRoom(int count)
+template <typename Edits>
+void SubstitutionText<Edits>::makeRoom(int count)
 {
     if (m_rightBegin - m_leftSize >= count)
         return;
@@ -113,7 +126,8 @@ void SubstitutionText::makeRoom(int count)
 }
 
 /// Takes up the brackets of the text at the front of the unscanned part.
-void SubstitutionText::pushBrackets(QStringView text)
+template <typename Edits>
+void SubstitutionText<Edits>::pushBrackets(QStringView text)
 {
     for (int i = static_cast<int>(text.size()) - 1; i >= 0; --i) {
         const QChar c = text[i];
@@ -122,7 +136,8 @@ void SubstitutionText::pushBrackets(QStringView text)
     }
 }
 
-void SubstitutionText::pushBracket(int fromEnd, bool isOpen)
+template <typename Edits>
+void SubstitutionText<Edits>::pushBracket(int fromEnd, bool isOpen)
 {
     // A "]" is itself unmatched as seen from its place. A "[" is closed by the first unmatched "]"
     // behind it, so what is unmatched from it on is what is unmatched behind that one.
@@ -133,5 +148,8 @@ void SubstitutionText::pushBracket(int fromEnd, bool isOpen)
     }
     m_right.append({fromEnd, isOpen, unmatched});
 }
+
+template class SubstitutionText<NoEdits>;
+template class SubstitutionText<HeardEdits>;
 
 }  // namespace templates
