@@ -139,6 +139,11 @@ private Q_SLOTS:
         blank("only closed", "a<:X>", "1:2 open-removal");
         blank("parts don't nest", "<X:>a<X:>b<:X>c<:X>", "1:16 open-removal");
         filled("closed by a value", "<X:>a<REMOVES>b", "");
+        blank("brought together by the removal in front", "<<X:>a<:X>X:><NOSUCH*><B><zz><:X>", "");
+        filled("brought together, over lines", "<<X:>a<:X>X:><NOSUCH>\n<QTY*>[<B>\n<zz><:X>", "");
+        blank("brought together by that of an image", "<<I>a</I>I><NOSUCH*><B><zz></I>", "");
+        blank("behind those that were brought together", "<<X:>a<:X>X:>b<:X><<I>a</I>I></I><zz>",
+              "1:34 short-tag");
     }
     void openRemoval() { checkPlaces(); }
 

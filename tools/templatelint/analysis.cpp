@@ -5,8 +5,8 @@
 #include <QXmlStreamReader>
 #include <algorithm>
 
-#include "fiscalsplit.h"
 #include "printerdocs/document/symbolfile_p.h"
+#include "printerdocs/template/attributetag_p.h"
 #include "printerdocs/template/symbolsline_p.h"
 
 namespace templatelint {
@@ -106,6 +106,30 @@ QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &pro
     return faults;
 }
 
+/// Whether a road has come by the lines that the library prepares.
+bool isRight(const Road &road, const QVector<Text> &lines, const PrinterDocument &document)
+{
+    return lines.isEmpty() ||
+           charactersOf(road.prepared) == preparedByEngine(charactersOf(lines), document);
+}
+
+/// The road of lines of which every tag with a name has a value; nothing if it isn't right.
+std::optional<Road> blankRoad(const QVector<Text> &lines, Form form, Progress &progress)
+{
+    const QString blank = QString(QChar(QChar::ObjectReplacementCharacter));
+    QMap<QString, QVariant> values;
+    PrinterDocument document;
+    document.setEntries(blank);
+    const auto valueOf = [&](const QString &inner) {
+        const QString name = templates::TagParts::of(inner).name.toString();
+        values.insert(name, blank);
+        return std::optional<QString>(name.isEmpty() ? QString() : blank);
+    };
+    const Road road = travel(lines, document, valueOf, form, &progress);
+    document.setAttributes(values);
+    return isRight(road, lines, document) ? std::optional<Road>(road) : std::nullopt;
+}
+
 }  // namespace
 
 SymbolFile namedSymbolFile(QVector<Text> &lines, const QString &folder)
@@ -169,22 +193,25 @@ Piece Analysis::pieceOf(const QVector<Text> &lines, TagJudge &judge, Progress &p
     QVector<Text> texts = lines;
     Piece piece;
     piece.symbols = takeSymbolFile(texts, m_options.symbolFolder);
+    const auto blank = blankRoad(lines, m_options.form, progress);
+    piece.isSilent = !blank;
+    if (!blank)
+        return piece;
+    piece.blank = *blank;
     for (const Text &line : qAsConst(texts))
         piece.lines.append({line, attributeTags(line.characters)});
-    const auto noValue = [](const QString &) {
-        return std::optional<QString>(QString(QChar(QChar::ObjectReplacementCharacter)));
-    };
-    piece.blank = travel(texts, noValue, nullptr, m_options.form, &progress);
     sort(piece.blank.removed);
     sort(piece.blank.payloads);
     piece.tagFaults = tagFaultsOf(piece, judge, progress);
     if (m_values == nullptr)
         return piece;
-    const QString entries = m_options.document->entries();
-    piece.filled = travel(
-        m_options.document->isCopy() ? withCopyMark(texts) : texts,
-        [this](const QString &inner) { return m_values->ofTag(inner); }, &entries, m_options.form,
-        &progress);
+    const PrinterDocument &document = *m_options.document;
+    const auto valueOf = [this](const QString &inner) { return m_values->ofTag(inner); };
+    piece.filled = travel(lines, document, valueOf, m_options.form, &progress);
+    // The library would fill endless values on and on.
+    piece.isSilent = !piece.filled->endless && !isRight(*piece.filled, lines, document);
+    if (piece.isSilent)
+        piece.filled.reset();
     return piece;
 }
 

@@ -56,6 +56,7 @@ struct Piece
     SymbolFile symbols;
     Road blank;                  ///< with a character of no meaning for every value
     std::optional<Road> filled;  ///< with the document's values
+    bool isSilent = false;       ///< a road is missing, as the library prepares other lines
 
     /// Whether something at this place can be seen on paper.
     bool isPrinted(int offset) const;

@@ -4,7 +4,7 @@
 
 #include "expression.h"
 #include "formats.h"
-#include "substitution.h"
+#include "printerdocs/template/substitutiontext_p.h"
 #include "templatelint.h"
 #include "text.h"
 
@@ -214,7 +214,7 @@ TagVerdict TagJudge::notFinite(const AttributeTag &tag, const QString &printed) 
         QStringLiteral("the expression \"%1\"%2 divides by zero or has no finite value for another "
                        "reason: it prints \"%3\"")
             .arg(clipped(tag.name), filled, printed)};
-    verdict.isFineInGroup = isZeroOrEmpty(printed) && !dividesByZero(tag.name);
+    verdict.isFineInGroup = templates::vanishesWithItsGroup(printed) && !dividesByZero(tag.name);
     return verdict;
 }
 

@@ -14,24 +14,14 @@ namespace templatelint {
 
 namespace {
 
-/// The lines of a piece as texts.
-QString templateOf(const Piece &piece)
+bool marksCopies(const Piece &piece, const Options &options)
 {
     QStringList lines;
     for (const TemplateLine &line : piece.lines)
         lines.append(line.text.characters);
-    return lines.join(QLatin1Char('\n'));
-}
-
-bool marksCopies(const Piece &piece, const Options &options)
-{
-    PrinterDocumentFormatter formatter(0, nullptr);
-    // Entries could name a file of symbols; there is none in a folder that is none.
-    formatter.setSpecCharsPath(QStringLiteral("/dev/null"));
-    formatter.setTemplate(templateOf(piece));
     PrinterDocument original = *options.document;
     original.setIsCopy(false);
-    return formatter.prepareDocument(*options.document) != formatter.prepareDocument(original);
+    return preparedByEngine(lines, *options.document) != preparedByEngine(lines, original);
 }
 
 /// Offset of the first tag of the document's number that has a format.

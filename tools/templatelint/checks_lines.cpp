@@ -4,6 +4,7 @@
 #include "analysis.h"
 #include "checks.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/substitutiontext_p.h"
 #include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
 
@@ -157,7 +158,7 @@ private:
             Group &group = m_groups.last();
             group.passed = m_length - group.begin;
             group.canGo = true;
-            group.goes = group.goes || isZeroOrEmpty(value);
+            group.goes = group.goes || templates::vanishesWithItsGroup(value);
         }
         m_length += std::max(1, value.size());
     }

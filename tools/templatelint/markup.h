@@ -5,8 +5,8 @@
 #include <QVector>
 #include <array>
 
-#include "printerdocs/documentblock.h"
-#include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/printedline_p.h"
+#include "printerdocs/template/templatetags_p.h"
 #include "text.h"
 
 namespace templatelint {
@@ -27,12 +27,9 @@ struct Printed
     bool hasTab = false;                ///< from <S>
     QHash<QString, int> wholeLineTags;  ///< by letters: the offset of the tag for the whole line,
                                         ///< whose open and close tags come from nowhere
-    bool isTraced = true;               ///< whether the origins of the text are known
 };
 
-/// The line markup of the lines of a piece, one after the other, as
-/// PrinterDocumentFormatter::formatPrintStr() does it. The library says what is printed; where that
-/// comes from is worked out here.
+/// The line markup of the lines of a piece, one after the other, read by the engine's rule.
 class Markup
 {
 public:
@@ -45,16 +42,11 @@ public:
     const QVector<BadCode> &badCodes() const { return m_badCodes; }
 
 private:
-    Text withoutTags(const Text &line, Printed &printed);
-    void placeCodes(Text &text);
-    void switchFormat(Text &text, int format);
-    static void takeFonts(Text &text);
+    void hear(const Text &removed, QStringView inserted, Printed &printed);
 
-    const PrinterDocumentFormatter m_formatter;
-    unsigned char m_format = 0;
-    unsigned char m_font = 0;
-    ETextAlignment m_alignment = AlignLeft;
-    std::array<int, 6> m_openTags;  ///< by format: the offset of its tag; Text::nowhere: it is off
+    templates::CarriedStyle m_carried;
+    std::array<int, std::size(templates::rangeOrder)>
+        m_openTags;  ///< by format: the offset of its tag; Text::nowhere: it is off
     QVector<BadCode> m_badCodes;
 };
 

@@ -3,90 +3,18 @@
 #include <algorithm>
 
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/entries_p.h"
+#include "printerdocs/template/fiscaldivision_p.h"
+#include "printerdocs/template/keyword_p.h"
+#include "printerdocs/template/removal_p.h"
 #include "printerdocs/template/symbolsline_p.h"
 #include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
+#include "tracing.h"
 
 namespace templatelint {
 
 namespace {
-
-bool holdEntriesTag(const QStringList &entries)
-{
-    return std::any_of(entries.cbegin() + 1, entries.cend(), [](const QString &entry) {
-        const QString upperCased = entry.toUpper();
-        return upperCased.contains(templates::entriesTag);
-    });
-}
-
-/// A line that is searched for the tag of the entries from front to back: what was put in last, and
-/// the rest.
-class EntriesScan
-{
-public:
-    explicit EntriesScan(const Text &line) : m_line(line), m_upper(line.characters) {}
-
-    /// Moves behind the next tag.
-    /// @param before the text in front of it
-    /// @param origin that of what goes in its place
-    /// @return whether there is one
-    bool next(Text &before, int &origin)
-    {
-        const QString carried = m_carried.characters.toUpper();
-        const int from = m_upper.placeInCopy(m_from);
-        // A tag can have come together where the two meet.
-        const int seam = std::min(carried.size(), templates::entriesTag.size() - 1);
-        const QString around =
-            carried.right(seam) + m_upper.copy().midRef(from, templates::entriesTag.size() - 1);
-        const int inSeam = around.indexOf(templates::entriesTag);
-        const int inRest = inSeam < 0 ? m_upper.copy().indexOf(templates::entriesTag, from) : -1;
-        if (inSeam < 0 && inRest < 0)
-            return false;
-        const int place = carried.size() + (inSeam < 0 ? inRest - from : inSeam - seam);
-        const int begin = inSeam < 0 ? m_upper.placeInLine(inRest) : m_from;
-        origin = Text::standIn(Text::offsetOf(m_line.origins.at(begin)));
-        const int ofRest = place - m_carried.size();
-        before = m_carried.mid(0, place);
-        before.append(m_line, m_from, std::max(0, ofRest));
-        m_from = std::min(m_from + ofRest + templates::entriesTag.size(), m_line.size());
-        m_carried = Text();
-        return true;
-    }
-    void carry(const Text &text) { m_carried = text; }
-    Text rest() const
-    {
-        Text text = m_carried;
-        text.append(m_line, m_from);
-        return text;
-    }
-
-private:
-    const Text &m_line;
-    const UpperCased m_upper;
-    Text m_carried;
-    int m_from = 0;
-};
-
-void unpackEntries(const Text &line, const QStringList &entries, QVector<Text> &result)
-{
-    const bool once = entries.size() == 1 || holdEntriesTag(entries);
-    EntriesScan scan(line);
-    Text current;
-    int origin = Text::nowhere;
-    while (scan.next(current, origin)) {
-        for (int i = 0; i < entries.size(); ++i) {
-            if (i > 0) {
-                result.append(current);
-                current = Text();
-            }
-            current.append(entries.at(i), origin);
-        }
-        scan.carry(current);
-        if (once)
-            break;
-    }
-    result.append(scan.rest());
-}
 
 /// The template's range that characters come from or stand in for, if any do.
 void addRange(const Text &text, int from, int end, QVector<Range> &ranges)
@@ -104,33 +32,13 @@ void addRange(const Text &text, int from, int end, QVector<Range> &ranges)
         ranges.append(range);
 }
 
-/// Removes what stands from one tag through the next of the other kind.
-bool removeSpans(Text &text, QLatin1String open, QLatin1String close, QVector<Range> &removed)
+/// A text with something of it removed, and where that was noted.
+template <typename Rule>
+Text reduced(const Text &text, QVector<Range> &removed, Rule rule)
 {
-    int begin = text.characters.indexOf(open);
-    Text kept;
-    int read = 0;
-    while (begin >= 0) {
-        const int end = text.characters.indexOf(close, begin);
-        if (end < 0)
-            break;
-        kept.append(text, read, begin - read);
-        read = end + close.size();
-        addRange(text, begin, read, removed);
-        begin = text.characters.indexOf(open, read);
-    }
-    if (read == 0)
-        return false;
-    kept.append(text, read);
-    text = kept;
-    return true;
-}
-
-bool hasRemovals(const Text &line)
-{
-    return line.characters.contains(templates::removalBegin) ||
-           line.characters.contains(templates::removalEnd) ||
-           line.characters.contains(QLatin1Char('\n'));
+    return traced(text, rule, [&removed](const Text &part, QStringView) {
+        addRange(part, 0, part.size(), removed);
+    });
 }
 
 /// The parts to remove may go over line ends, and values may hold line ends.
@@ -138,7 +46,7 @@ void removeParts(QVector<Text> &lines, QVector<Range> &removed)
 {
     if (lines.isEmpty())
         lines.append(Text());  // an empty text is one line
-    if (std::none_of(lines.cbegin(), lines.cend(), hasRemovals))
+    if (!templates::holdMarkedParts(charactersOf(lines)))
         return;
     Text joined;
     for (int i = 0; i < lines.size(); ++i) {
@@ -146,7 +54,9 @@ void removeParts(QVector<Text> &lines, QVector<Range> &removed)
             joined.append(QLatin1Char('\n'), Text::nowhere);
         joined.append(lines.at(i));
     }
-    removeSpans(joined, templates::removalBegin, templates::removalEnd, removed);
+    joined = reduced(joined, removed, [](QString text, templates::HeardEdits edits) {
+        templates::removeMarkedParts(text, edits);
+    });
     lines.clear();
     int from = 0;
     for (int end = 0; end >= 0; from = end + 1) {
@@ -155,6 +65,23 @@ void removeParts(QVector<Text> &lines, QVector<Range> &removed)
         if (end < 0)
             break;
     }
+}
+
+/// The lines with the mark of a copy behind the first one with the document's number.
+QVector<Text> withCopyMark(const QVector<Text> &lines)
+{
+    const int number = templates::lineOfCopyNumber(charactersOf(lines));
+    if (number < 0)
+        return lines;
+    const Text &line = lines.at(number);
+    const UpperCased upper(line.characters);
+    const int tag = upper.placeInLine(upper.copy().indexOf(templates::copyNumberTag));
+    Text mark;
+    mark.append(PrinterDocumentFormatter::tr(templates::copyMark),
+                Text::standIn(line.origins.at(tag)));
+    QVector<Text> result = lines;
+    result.insert(number + 1, mark);
+    return result;
 }
 
 void step(Progress *progress)
@@ -192,13 +119,14 @@ QVector<Text> filledLines(const QVector<Text> &lines, const ValueOf &valueOf, Ro
 /// What images and the tag for a blank line leave of a line; false: nothing, not even a blank line.
 bool reduceLine(Text &line, QVector<Range> &removed)
 {
-    if (removeSpans(line, templates::imageBegin, templates::imageEnd, removed) && line.isEmpty())
-        return false;
-    if (line.characters.contains(templates::blankLineTag)) {
-        addRange(line, 0, line.size(), removed);
-        line = Text();
-    }
-    return true;
+    if (!templates::mayHoldRemovals(line.characters))
+        return true;
+    bool isLeft = true;
+    line = reduced(line, removed, [&isLeft](QString text, templates::HeardEdits edits) {
+        isLeft = templates::removeImages(text, edits);
+        templates::emptyMarkedLine(text, edits);
+    });
+    return isLeft;
 }
 
 void takePayload(Text &line, Road &road)
@@ -213,44 +141,54 @@ void takePayload(Text &line, Road &road)
 
 }  // namespace
 
-QVector<Text> withCopyMark(const QVector<Text> &lines)
+QVector<QVector<Text>> fiscalPieces(const QVector<Text> &lines)
 {
-    QVector<Text> result = lines;
-    for (int i = 0; i < result.size(); ++i) {
-        const Text &line = result.at(i);
-        const UpperCased upper(line.characters);
-        const int tag = upper.copy().indexOf(templates::copyNumberTag);
-        if (tag < 0)
-            continue;
-        Text mark;
-        mark.append(PrinterDocumentFormatter::tr(templates::copyMark),
-                    Text::standIn(line.origins.at(upper.placeInLine(tag))));
-        result.insert(i + 1, mark);
-        break;
+    bool found = false;
+    QVector<QVector<Text>> texts;
+    const auto pieces = templates::fiscalPieces(lines, PrinterDocumentFormatter::PARTS, found);
+    for (const auto &piece : pieces) {
+        if (piece.isText)
+            texts.append(piece.lines);
     }
-    return result;
+    return texts;
 }
 
 QVector<Text> withEntries(const QVector<Text> &lines, const QString &text)
 {
-    QString entries = text;
-    entries.replace(QLatin1Char('='), templates::tabTag);
-    const QStringList list = entries.split(QLatin1Char('\t'));
+    const templates::Entries entries(text);
     QVector<Text> result;
     result.reserve(lines.size());
-    for (const Text &line : lines)
-        unpackEntries(line, list, result);
+    for (const Text &line : lines) {
+        if (!templates::holdsEntries(line.characters)) {
+            result.append(line);
+            continue;
+        }
+        QStringList unpacked;
+        const Text together =
+            traced(line, [&](const QString &characters, templates::HeardEdits edits) {
+                entries.appendUnpacked(unpacked, characters, edits);
+            });
+        int begin = 0;
+        for (const QString &part : qAsConst(unpacked)) {
+            result.append(together.mid(begin, part.size()));
+            begin += part.size();
+        }
+    }
     return result;
 }
 
-Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form,
-            Progress *progress)
+QVector<Text> unpackedLines(const QVector<Text> &lines, const PrinterDocument &document)
+{
+    return withEntries(document.isCopy() ? withCopyMark(lines) : lines, document.entries());
+}
+
+Road travel(const QVector<Text> &lines, const PrinterDocument &document, const ValueOf &valueOf,
+            Form form, Progress *progress)
 {
     Road road;
     if (lines.isEmpty())
         return road;
-    QVector<Text> filled = filledLines(entries != nullptr ? withEntries(lines, *entries) : lines,
-                                       valueOf, road, progress);
+    QVector<Text> filled = filledLines(unpackedLines(lines, document), valueOf, road, progress);
     removeParts(filled, road.removed);
     Markup markup;
     for (Text &line : filled) {
@@ -266,6 +204,24 @@ Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *e
     road.openFormats = markup.openFormats();
     road.badCodes = markup.badCodes();
     return road;
+}
+
+QStringList charactersOf(const QVector<Text> &lines)
+{
+    QStringList result;
+    result.reserve(lines.size());
+    for (const Text &line : lines)
+        result.append(line.characters);
+    return result;
+}
+
+QStringList preparedByEngine(const QStringList &lines, const PrinterDocument &document)
+{
+    PrinterDocumentFormatter formatter(0, nullptr);
+    // Lines could name a file of symbols; there is none in a folder that is none.
+    formatter.setSpecCharsPath(QStringLiteral("/dev/null"));
+    formatter.setTemplate(lines.join(QLatin1Char('\n')));
+    return formatter.prepareDocument(document);
 }
 
 namespace {

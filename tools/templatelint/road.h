@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "markup.h"
+#include "printerdocs/printerdocument.h"
 #include "progress.h"
 #include "substitution.h"
 #include "templatelint.h"
@@ -32,16 +33,25 @@ struct Road
     std::optional<Endless> endless;  ///< if there is one, the rest is missing
 };
 
-/// The lines with the mark of a copy behind the first one with the document's number.
-QVector<Text> withCopyMark(const QVector<Text> &lines);
+/// The pieces of text that are left of a template when a client cuts it at its fiscal markers.
+QVector<QVector<Text>> fiscalPieces(const QVector<Text> &lines);
 
 /// The lines with the entries, which are one text, in place of the tags for them.
 QVector<Text> withEntries(const QVector<Text> &lines, const QString &text);
 
-/// @param entries  the document's entries as one text, or null to keep the tags for them
+/// The lines with a document's entries, and with the mark of a copy if it is one.
+QVector<Text> unpackedLines(const QVector<Text> &lines, const PrinterDocument &document);
+
+/// The road of a piece by the engine's own rules.
+/// @param valueOf  gives the document's values
 /// @param progress two steps for each line; may be null
-Road travel(const QVector<Text> &lines, const ValueOf &valueOf, const QString *entries, Form form,
-            Progress *progress = nullptr);
+Road travel(const QVector<Text> &lines, const PrinterDocument &document, const ValueOf &valueOf,
+            Form form, Progress *progress = nullptr);
+
+QStringList charactersOf(const QVector<Text> &lines);
+
+/// What the library itself prepares of a piece; a road that is right has come by the same lines.
+QStringList preparedByEngine(const QStringList &lines, const PrinterDocument &document);
 
 /// A tag of the template that stays as text on the paper.
 struct Leftover

@@ -1,11 +1,11 @@
 #include "substitution.h"
 
 #include <QSet>
-#include <cmath>
 
 #include "attributes.h"
-#include "printerdocs/template/templatetags_p.h"
+#include "printerdocs/template/substitutiontext_p.h"
 #include "tags.h"
+#include "tracing.h"
 
 namespace templatelint {
 
@@ -16,178 +16,84 @@ namespace {
 constexpr int mostTagsOfValues = 10000;
 constexpr int mostCharactersOfValues = 1 << 20;
 
-/// A line while its tags are filled. `m_left` has been scanned, `m_right` hasn't and lies the wrong
-/// way round, so that both grow and shrink at their ends.
-class LineFilling
+/// The values for the tags of a line. Of the rest of one that has an endless value all are empty,
+/// so that it comes to its end.
+class LineValues
 {
 public:
-    explicit LineFilling(const Text &line) { pushRight(line.characters, line.origins.constData()); }
+    explicit LineValues(const ValueOf &valueOf) : m_valueOf(valueOf) {}
 
-    Filled run(const ValueOf &valueOf)
+    QStringView valueOf(QStringView inner)
     {
-        Tag tag;
-        while (takeTag(tag)) {
-            const std::optional<QString> value = valueOf(tag.inner);
-            m_filled.endless = endlessOf(tag, value);
-            if (m_filled.endless)
-                return m_filled;
-            const QVector<int> origins(value->size(), Text::standIn(Text::offsetOf(tag.origin)));
-            pushRight(*value, origins.constData());
-            if (isZeroOrEmpty(*value))
-                dropGroup();
-        }
-        while (!m_right.isEmpty())
-            moveLeft();
-        m_filled.text = m_left;
-        return m_filled;
+        m_value = m_endless ? QString() : m_valueOf(inner.toString());
+        return m_value ? QStringView(*m_value) : QStringView();
     }
+    /// Hears of what is put in the place of a tag, and of groups that go.
+    void hear(const Text &removed, QStringView inserted)
+    {
+        const bool isTag = removed.characters.startsWith(QLatin1Char('<'));
+        if (isTag && !m_endless)
+            judge(removed, inserted);
+    }
+    const std::optional<Endless> &endless() const { return m_endless; }
 
 private:
-    struct Character
+    void judge(const Text &tag, QStringView value)
     {
-        QChar character;
-        int origin;
-        int close;  ///< index here of the first "]" without a partner from this character on; or -1
-    };
-    struct Tag
-    {
-        QString inner;
-        int origin = Text::nowhere;
-    };
-
-    void pushRight(const QString &text, const int *origins)
-    {
-        for (int i = text.size() - 1; i >= 0; --i) {
-            const QChar c = text.at(i);
-            int close = m_right.isEmpty() ? -1 : m_right.constLast().close;
-            if (c == QLatin1Char(']'))
-                close = m_right.size();
-            else if (c == QLatin1Char('[') && close >= 0)
-                close = close > 0 ? m_right.at(close - 1).close : -1;
-            m_right.append({c, origins[i], close});
-        }
+        const int offset = Text::offsetOf(tag.origins.at(0));
+        const QString inner = tag.characters.mid(1, tag.size() - 2);
+        if (!m_value)
+            m_endless = {offset, QStringLiteral("the values put into \"<%1>\" name others on and "
+                                                "on: filling it would hang")
+                                     .arg(clipped(inner))};
+        else if (!Text::isTemplate(tag.origins.at(0)) && !isAffordable(inner, value))
+            m_endless = {offset, QStringLiteral("the value put in here leads to tags without end, "
+                                                "such as \"<%1>\": filling it would hang")
+                                     .arg(clipped(inner))};
     }
-
-    void moveLeft()
-    {
-        const Character c = m_right.takeLast();
-        if (c.character == QLatin1Char('['))
-            m_opens.append(m_left.size());
-        else if (c.character == QLatin1Char(']') && !m_opens.isEmpty())
-            m_opens.removeLast();
-        m_left.append(c.character, c.origin);
-    }
-
-    // Moves to the next tag and cuts it out; without one all moves to the left.
-    bool takeTag(Tag &tag)
-    {
-        while (!m_right.isEmpty()) {
-            if (m_right.constLast().character != QLatin1Char('<')) {
-                moveLeft();
-                continue;
-            }
-            const int length = tagLength();
-            if (length == 0)
-                return false;
-            if (isAttributeTag(length)) {
-                cutTag(length, tag);
-                return true;
-            }
-            for (int i = 0; i < length; ++i)
-                moveLeft();
-        }
-        return false;
-    }
-
-    // From the "<" in front of everything through its ">"; 0 if there is no ">".
-    int tagLength() const
-    {
-        for (int i = m_right.size() - 1; i >= 0; --i) {
-            if (m_right.at(i).character == QLatin1Char('>'))
-                return m_right.size() - i;
-        }
-        return 0;
-    }
-
-    void cutTag(int length, Tag &tag)
-    {
-        tag.origin = m_right.constLast().origin;
-        tag.inner.clear();
-        for (int i = 2; i < length; ++i)
-            tag.inner.append(m_right.at(m_right.size() - i).character);
-        m_right.resize(m_right.size() - length);
-    }
-
-    std::optional<Endless> endlessOf(const Tag &tag, const std::optional<QString> &value)
-    {
-        const int offset = Text::offsetOf(tag.origin);
-        if (!value)
-            return Endless{offset,
-                           QStringLiteral("the values put into \"<%1>\" name others on and on: "
-                                          "filling it would hang")
-                               .arg(clipped(tag.inner))};
-        if (Text::isTemplate(tag.origin) || isAffordable(tag.inner, *value))
-            return std::nullopt;
-        return Endless{offset,
-                       QStringLiteral("the value put in here leads to tags without end, such as "
-                                      "\"<%1>\": filling it would hang")
-                           .arg(clipped(tag.inner))};
-    }
-
     // Each value may be put in once, however long it is.
-    bool isAffordable(const QString &inner, const QString &value)
+    bool isAffordable(const QString &inner, QStringView value)
     {
-        ++m_tagsOfValues;
+        ++m_tags;
         if (m_seen.contains(inner))
-            m_charactersOfValues += value.size();
+            m_characters += static_cast<int>(value.size());
         m_seen.insert(inner);
-        return m_tagsOfValues <= mostTagsOfValues && m_charactersOfValues <= mostCharactersOfValues;
+        return m_tags <= mostTagsOfValues && m_characters <= mostCharactersOfValues;
     }
 
-    // The scan goes on at the same index of the shortened text, so what slides to its left isn't
-    // scanned.
-    void dropGroup()
-    {
-        const int close = m_right.isEmpty() ? -1 : m_right.constLast().close;
-        if (m_opens.isEmpty() || close < 0)
-            return;
-        const int open = m_opens.takeLast();
-        int passed = m_left.size() - open;
-        m_left.truncate(open);
-        m_right.resize(close);
-        int tagEnd = m_right.size();
-        for (; passed > 0 && !m_right.isEmpty(); --passed) {
-            const Character &front = m_right.constLast();
-            if (front.character == QLatin1Char('<') && tagEnd >= m_right.size())
-                tagEnd = m_right.size() - tagLength();
-            if (front.character == QLatin1Char('<') && Text::isTemplate(front.origin) &&
-                isAttributeTag(m_right.size() - tagEnd))
-                m_filled.hidden.append(front.origin);
-            moveLeft();
-        }
-    }
-
-    Text m_left;
-    QVector<Character> m_right;
-    QVector<int> m_opens;  ///< indices of the "[" without a partner in m_left
-    Filled m_filled;
+    const ValueOf &m_valueOf;
+    std::optional<QString> m_value;
+    std::optional<Endless> m_endless;
     QSet<QString> m_seen;  ///< tags that came out of values
-    int m_tagsOfValues = 0;
-    int m_charactersOfValues = 0;
+    int m_tags = 0;        ///< that came out of values
+    int m_characters = 0;  ///< of values that were put in again
 };
+
+/// A tag of the template that is left when all are filled was passed over when a group went.
+QVector<int> hiddenTagsOf(const Text &filled)
+{
+    QVector<int> offsets;
+    const QVector<AttributeTag> tags = attributeTags(filled.characters);
+    for (const AttributeTag &tag : tags) {
+        if (filled.isOnePiece(tag.begin, tag.end))
+            offsets.append(filled.origins.at(tag.begin));
+    }
+    return offsets;
+}
 
 }  // namespace
 
-bool isZeroOrEmpty(const QString &value)
-{
-    bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
-    return isNumber ? !(std::abs(number) > templates::countsAsZero) : value.isEmpty();
-}
-
 Filled fill(const Text &line, const ValueOf &valueOf)
 {
-    return LineFilling(line).run(valueOf);
+    LineValues values(valueOf);
+    const Text text = traced(
+        line,
+        [&values](const QString &characters, templates::HeardEdits edits) {
+            templates::filledLine(
+                characters, [&values](QStringView tag) { return values.valueOf(tag); }, edits);
+        },
+        [&values](const Text &removed, QStringView inserted) { values.hear(removed, inserted); });
+    return {text, hiddenTagsOf(text), values.endless()};
 }
 
 }  // namespace templatelint

@@ -25,10 +25,7 @@ struct Filled
     std::optional<Endless> endless;  ///< if there is one, `text` is useless
 };
 
-/// Whether a value takes the group around its tag along.
-bool isZeroOrEmpty(const QString &value);
-
-/// One line with its values filled in, as PrinterDocumentFormatter::processDocAttributes() does it.
+/// One line with its values filled in by the engine's rule, as far as that comes to an end.
 Filled fill(const Text &line, const ValueOf &valueOf);
 
 }  // namespace templatelint

@@ -72,7 +72,7 @@ std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
     const bool isReceipt = filling == Filling::Receipt;
     QVector<Text> texts = source.lines();
     if (isReceipt)
-        texts = withEntries(document.isCopy() ? withCopyMark(texts) : texts, document.entries());
+        texts = unpackedLines(texts, document);
     const auto valueOf = [&values](const QString &inner) { return values.ofTag(inner); };
     for (const Text &text : qAsConst(texts)) {
         if (!text.characters.contains(QLatin1Char('<')) ||

@@ -21,11 +21,15 @@ struct Text
 {
     QString characters;
     /// For each character its offset in the template, or, of one that something else was put in
-    /// for, such as a value, standIn() of the offset of what it was put in for.
+    /// for, such as a value, standIn() of the origin of what it was put in for.
     QVector<int> origins;
 
     static constexpr int nowhere = std::numeric_limits<int>::min();
-    static int standIn(int offset) { return -1 - offset; }
+    static int standIn(int origin)
+    {
+        const int offset = offsetOf(origin);
+        return offset == nowhere ? nowhere : -1 - offset;
+    }
     static bool isTemplate(int origin) { return origin >= 0; }
     /// The offset in the template that an origin means, `nowhere` for what comes from nowhere.
     static int offsetOf(int origin)
@@ -47,6 +51,11 @@ struct Text
     /// Offset of the first character that comes from anywhere; `nowhere` if there is none.
     int firstOffset() const;
 };
+
+inline const QString &charactersOf(const Text &line)
+{
+    return line.characters;
+}
 
 /// A line as it is searched for keywords: in upper case, where one letter can become two or three.
 /// Where a keyword stands in the copy, the engine cuts the line itself.
