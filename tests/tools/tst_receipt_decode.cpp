@@ -204,8 +204,23 @@ private Q_SLOTS:
 
     void jsonIsIndentedOnDemand()
     {
-        QCOMPARE(decoded("a\n", {"--as", "json"}).output.count('\n'), 1);
-        QVERIFY(decoded("a\n", {"--as", "json", "--pretty"}).output.count('\n') > 10);
+        const QByteArray stream = "a\n" + cut + "b\n" + cut;
+        const QString plain = decoded(stream, {"--as", "json"}).output;
+        QCOMPARE(plain.count('\n'), 4);
+        const QString pretty = decoded(stream, {"--as", "json", "--pretty"}).output;
+        const QJsonDocument json = QJsonDocument::fromJson(plain.toUtf8());
+        QCOMPARE(json.object()["papers"].toArray().size(), 2);
+        QCOMPARE(pretty, QString::fromUtf8(json.toJson(QJsonDocument::Indented)));
+    }
+
+    void jsonOfNothingPrintedHasNoPapers()
+    {
+        for (const QStringList &options : {QStringList{}, QStringList{"--pretty"}}) {
+            const ReceiptRun run = decoded("\x1B", QStringList{"--as", "json"} + options);
+            QCOMPARE(run.status, 0);
+            const QJsonDocument json = QJsonDocument::fromJson(run.output.toUtf8());
+            QVERIFY(json.isObject());
+        }
     }
 
     void picturesAreDrawn_data()

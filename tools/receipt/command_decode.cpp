@@ -5,9 +5,7 @@
 #include <printerslib/drivers/symbologydrawer.h>
 
 #include <QHash>
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <algorithm>
 #include <memory>
 
@@ -87,27 +85,24 @@ public:
 protected:
     const Request &request() const { return m_request; }
 
-    /// Writes lines at once to standard output, and keeps those for a file.
+    /// Writes whole lines at once to standard output, and keeps those for a file.
     void write(const QString &text)
     {
-        QStringList lines = text.split(QLatin1Char('\n'));
-        if (lines.constLast().isEmpty())
-            lines.removeLast();
         if (m_request.output.isEmpty())
-            tool::printContent(lines);
+            tool::printContent(text.chopped(1).split(QLatin1Char('\n')));
         else
-            m_lines += lines;
+            m_content += text.toUtf8();
     }
     int writeFile() const
     {
         const bool isWritten =
-            m_request.output.isEmpty() || tool::writeLines(m_request.output, m_lines);
+            m_request.output.isEmpty() || tool::writeFile(m_request.output, m_content);
         return isWritten ? tool::Success : tool::BadInput;
     }
 
 private:
     const Request &m_request;
-    QStringList m_lines;
+    QByteArray m_content;
 };
 
 class ListingSink : public Sink
@@ -248,24 +243,52 @@ private:
     int finishPieces() override { return writeFile(); }
 };
 
+/// One object, of which each piece is written as soon as it is there: a line, unless it is
+/// indented.
 class JsonSink : public PaperSink
 {
 public:
     using PaperSink::PaperSink;
 
 private:
-    void takePiece(const Print &piece) override { m_pieces.append(paperjson::write(piece)); }
+    void takePiece(const Print &piece) override
+    {
+        if (m_last.isEmpty())
+            begin();
+        else
+            write(m_last + QLatin1String(",\n"));
+        m_last = textOf(piece);
+    }
     int finishPieces() override
     {
-        const QJsonObject json{{QStringLiteral("model"), request().model.id()},
-                               {QStringLiteral("papers"), m_pieces}};
-        write(QString::fromUtf8(QJsonDocument(json).toJson(
-            request().isPretty ? QJsonDocument::Indented : QJsonDocument::Compact)));
+        if (m_last.isEmpty())
+            begin();
+        else
+            write(m_last + QLatin1Char('\n'));
+        write(QLatin1String(request().isPretty ? "    ]\n}\n" : "]}\n"));
         return writeFile();
     }
     bool needsPrint() const override { return false; }
 
-    QJsonArray m_pieces;
+    void begin()
+    {
+        // An identifier of the catalogue has nothing to escape.
+        const char *form = request().isPretty ? "{\n    \"model\": \"%1\",\n    \"papers\": [\n"
+                                              : "{\"model\":\"%1\",\"papers\":[\n";
+        write(QString(QLatin1String(form)).arg(request().model.id()));
+    }
+    QString textOf(const Print &piece) const
+    {
+        const QJsonDocument json(paperjson::write(piece));
+        if (!request().isPretty)
+            return QString::fromUtf8(json.toJson(QJsonDocument::Compact));
+        QStringList lines = tool::linesOf(json.toJson(QJsonDocument::Indented));
+        for (QString &line : lines)
+            line.prepend(QLatin1String("        "));
+        return lines.join(QLatin1Char('\n'));
+    }
+
+    QString m_last;  ///< the text of the last piece, which isn't written yet
 };
 
 class PictureSink : public PaperSink
