@@ -63,5 +63,12 @@ const std::vector<Goal> goals{
     {"allocations per line, blocks, # items", "bench_allocations", "blocks/#", "", 12, "per_line"},
     {"allocations per line, hand_map, # items", "bench_allocations", "hand_map/#", "", 0,
      "per_line"},
+    {"streams by receiptline to text, s for 10,000", "bench_streams", "to_text/receiptline", "", 1,
+     "seconds_per_10000"},
+    {"streams by receipt-printer-encoder to text, s for 10,000", "bench_streams",
+     "to_text/receipt-printer-encoder", "", 1, "seconds_per_10000"},
+    {"streams by node-thermal-printer to text, s for 10,000", "bench_streams",
+     "to_text/node-thermal-printer", "", 1, "seconds_per_10000"},
+    {"picture of a stream", "bench_streams", "stream_to_picture", "document_to_picture", 1.5},
     {"silent port, over its waits", "bench_discovery", "silentPort", "", 1.03, "over_waits"},
 };
