@@ -190,6 +190,13 @@ void addFineRaster(Printer &printer, const StreamCommand &command)
     printer.addToLine(pictureOfRows(command.payload(), 8 * command.operand(0), 24));
 }
 
+/// m says how dark the dots are, and there's no scale.
+void printStarRaster(Printer &printer, const StreamCommand &command)
+{
+    printer.endLineFor(command);
+    printer.printPicture(pictureOfRows(command.payload(), 8 * command.word(1), command.word(3)));
+}
+
 void printNvImages(Printer &printer, const StreamCommand &command)
 {
     printer.endLineFor(command);
@@ -411,6 +418,7 @@ constexpr HandlerRow starRows[] = {
     {CommandId::WideBitImage, addStarBitImage<1, 1, 3>},
     {CommandId::FineBitImage, addStarBitImage<3, 1, 1>},
     {CommandId::FineRasterImage, addFineRaster},
+    {CommandId::RasterImage, printStarRaster},
     {CommandId::PrintNvImages, printNvImages},
     {CommandId::StarBarcode, printStarBarcode},
     {CommandId::QrModel, setStarQrModel},

@@ -54,9 +54,10 @@ const char *nameOf(Symbology symbology)
 /// The bytes of a code as text: UTF-8 where they are it, control characters as "\x1D".
 QString payloadText(const QByteArray &payload)
 {
-    QString text = QString::fromUtf8(payload);
+    // With the size, as a zero byte would end it else.
+    QString text = QString::fromUtf8(payload.constData(), payload.size());
     if (text.toUtf8() != payload || text.contains(QChar::ReplacementCharacter))
-        text = QString::fromLatin1(payload);
+        text = QString::fromLatin1(payload.constData(), payload.size());
     QString shown;
     for (const QChar c : qAsConst(text)) {
         if (c.unicode() < 0x20 || c.unicode() == 0x7F)

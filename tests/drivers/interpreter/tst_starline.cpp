@@ -1,0 +1,247 @@
+// Star's dialect on paper.
+#include <QtTest>
+
+#include "paperprinting.h"
+
+using namespace paperprinting;
+using Symbology = Paper::Symbology;
+
+class TestStarLine : public QObject
+{
+    Q_OBJECT
+
+    static PrinterProfile star() { return model("TSP-TUP"); }
+
+    static Paper printed(const QByteArray &stream) { return paperOf(stream, star()); }
+
+private Q_SLOTS:
+    void cellOfACharacter_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<int>("effects");
+        const auto row = [](const char *name, const QByteArray &stream, QSize size,
+                            int effects = 0) { QTest::newRow(name) << stream << size << effects; };
+        row("usual", "x", {12, 24});
+        row("ESC i", bytes("\x1Bi\x01\x02x"), {36, 48});
+        row("ESC i digits", bytes("\x1Bi10x"), {12, 48});
+        row("ESC i too large", bytes("\x1Bi\x06\x06x"), {12, 24});
+        row("ESC W", bytes("\x1BW\x05x"), {72, 24});
+        row("ESC h", bytes("\x1Bh1x"), {12, 48});
+        row("SO", bytes("\x0Ex"), {24, 24});
+        row("DC4", bytes("\x0E\x14x"), {12, 24});
+        row("ESC SO", bytes("\x1B\x0Ex"), {12, 48});
+        row("ESC DC4", bytes("\x1B\x0E\x1B\x14x"), {12, 24});
+        row("ESC E", bytes("\x1B\x45x"), {12, 24}, Paper::Bold);
+        row("ESC F", bytes("\x1B\x45\x1B\x46x"), {12, 24});
+        row("ESC -", bytes("\x1B-1x"), {12, 24}, Paper::Underline);
+        row("ESC 4", bytes("\x1B\x34x"), {12, 24}, Paper::Inverse);
+        row("ESC 5", bytes("\x1B\x34\x1B\x35x"), {12, 24});
+        row("SI", bytes("\x0Fx"), {12, 24}, Paper::UpsideDown);
+        row("DC2", bytes("\x0F\x12x"), {12, 24});
+        row("ESC RS F 1", bytes("\x1B\x1E\x46\x01x"), {9, 24});
+        row("ESC RS i 1", bytes("\x1B\x1Ei\x01x"), {24, 12}, Paper::Turned);
+        row("ESC @", bytes("\x1Bi\x01\x02\x1B\x45\x1B@x"), {12, 24});
+    }
+    void cellOfACharacter()
+    {
+        QFETCH(QByteArray, stream);
+        QFETCH(QSize, size);
+        QFETCH(int, effects);
+        const Paper::Cell cell = cellOf(printed(stream + '\n'), u'x');
+        QCOMPARE(QSize(cell.width, cell.height), size);
+        QCOMPARE(int(cell.effects), effects);
+    }
+
+    void pitchesAndSpacing()
+    {
+        const auto secondLeft = [](const QByteArray &stream) {
+            return printed(stream + "ax\n").cells.at(1).left;
+        };
+        QCOMPARE(secondLeft(bytes("\x1BM")), 12);
+        QCOMPARE(secondLeft(bytes("\x1Bg")), 14);
+        QCOMPARE(secondLeft(bytes("\x1BP")), 15);
+        QCOMPARE(secondLeft(bytes("\x1B:")), 16);
+        QCOMPARE(secondLeft(bytes("\x1BP\x1B\x1E\x46\0")), 12);
+        QCOMPARE(secondLeft(bytes("\x1B \x03")), 15);
+        QCOMPARE(secondLeft(bytes("\x1B 3")), 15);
+        QCOMPARE(secondLeft(bytes("\x1B 0")), 12);
+    }
+
+    void lineSpacings()
+    {
+        QCOMPARE(printed("a\n").length, 32);
+        QCOMPARE(printed(bytes("\x1Bz\0a\n")).length, 24);
+        QCOMPARE(printed(bytes("\x1Bz\0\x1Bz1a\n")).length, 32);
+        QCOMPARE(printed(bytes("\x1B\x30"
+                               "a\n"))
+                     .length,
+                 24);
+        QCOMPARE(printed(bytes("\x1B\x31\n")).length, 20);
+        QCOMPARE(printed(bytes("\x1B\x41\x0C\x1B\x32\n")).length, 34);
+        QCOMPARE(printed(bytes("\x1By\x1C\n")).length, 39);
+        QCOMPARE(printed(bytes("\x1BJ\x0C")).length, 24);
+        QCOMPARE(printed(bytes("\x1BI\x0C")).length, 12);
+        QCOMPARE(printed(bytes("a\x1B\x61\x03")).length, 96);
+        QCOMPARE(printed(bytes("a\x0B\x0B")).length, 64);
+    }
+
+    void placesInTheLine()
+    {
+        QCOMPARE(cellOf(printed(bytes("\x1B\x1D\x61\x01x\n")), u'x').left, 282);
+        QCOMPARE(cellOf(printed(bytes("\x1B\x1D\x41\x64\0x\n")), u'x').left, 100);
+        QCOMPARE(cellOf(printed(bytes("a\x1B\x1DR\x0A\0x\n")), u'x').left, 22);
+        QCOMPARE(cellOf(printed(bytes("\x1Bl\x04x\n")), u'x').left, 48);
+        QCOMPARE(printed(bytes("\x1BQ\x04") + QByteArray(5, 'x') + '\n').lines.size(), 2);
+        QCOMPARE(printed(bytes("\x1Bl\x02\x1BQ\x04") + QByteArray(3, 'x') + '\n').lines.size(), 2);
+        QCOMPARE(cellOf(printed(bytes("\x1B\x44\x04\0\tx\n")), u'x').left, 48);
+    }
+
+    void cuts_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<int>("length");
+        QTest::addColumn<QString>("event");
+        QTest::newRow("at the cutter") << bytes("a\n\n\n\n\n\x1B\x64\0") << 64 << "cut: cut";
+        QTest::newRow("at the cutter, a bridge left") << bytes(
+                                                             "a\n\n\n\n\n\x1B\x64"
+                                                             "1")
+                                                      << 64 << "partial: cut, a bridge left";
+        QTest::newRow("fed") << bytes("a\n\x1B\x64\x02") << 32 << "cut: cut";
+        QTest::newRow("fed, a bridge left")
+            << bytes("a\n\x1B\x64\x33") << 32 << "partial: cut, a bridge left";
+    }
+    void cuts()
+    {
+        QFETCH(QByteArray, stream);
+        QFETCH(int, length);
+        QFETCH(QString, event);
+        const Paper paper = printed(stream);
+        QVERIFY(paper.isCut);
+        QCOMPARE(paper.length, length);
+        QCOMPARE(eventsOf(paper).last(), event);
+    }
+
+    void drawersAndBuzzer()
+    {
+        QCOMPARE(
+            eventsOf(printed(bytes("\x07\x1C\x19\x1A"))),
+            QStringList({"pulse: pulse of 200 ms to pin 2", "pulse: pulse of 200 ms to pin 2",
+                         "pulse: pulse of 200 ms to pin 5", "pulse: pulse of 200 ms to pin 5"}));
+        const Paper paper = printed(bytes("\x1B\x07\x0A\x14\x07"));
+        QCOMPARE(paper.events.first().onMilliseconds, 100);
+        QCOMPARE(paper.events.first().offMilliseconds, 200);
+        QCOMPARE(eventsOf(printed(bytes("\x1B\x1D\x07\x01\x01\x01"))), QStringList("beep: beep"));
+        QCOMPARE(eventsOf(printed(bytes("\x05"))).size(), 1);
+        QCOMPARE(printed(bytes("\x1B\x06\x01")).events.first().kind, Paper::Event::Status);
+        QCOMPARE(eventsOf(printed(bytes("\x1B\x16\x01\0\x1B\x16\x02\0"))),
+                 QStringList({"present: presents the ticket", "retract: takes the ticket back"}));
+    }
+
+    void barcodes()
+    {
+        const Paper paper =
+            printed(bytes("\x1B\x62\x36\x32\x31\x50"
+                          "AB\x1E"
+                          "z\n"));
+        const Paper::Code code = paper.codes.first();
+        QCOMPARE(code.symbology, Symbology::Code128);
+        QCOMPARE(code.payload, QByteArray("AB"));
+        QCOMPARE(code.module, QSize(2, 80));
+        QCOMPARE(paper.toText(), QString("[Code 128: AB]\n\nz\n"));
+        // Without a line feed of its own.
+        QCOMPARE(printed(bytes("\x1B\x62\x03\x03\x03\x50"
+                               "590123412345\x1Ez\n"))
+                     .toText(),
+                 QString("[EAN-13: 5901234123457]\nz\n"));
+        QCOMPARE(notesOf(printed(bytes("\x1B\x62\x39\x31\x31\x50"
+                                       "AB\x1E"))),
+                 QStringList("ESC b has no such kind, digits or width"));
+        QCOMPARE(printed(bytes("\x1B\x62\x35\x31\x33\x50"
+                               "12\x1E"))
+                     .codes.first()
+                     .module,
+                 QSize(6, 80));
+    }
+
+    void twoDimensionalCodes()
+    {
+        const QByteArray qr =
+            bytes("\x1B\x1DyS0\x02\x1B\x1DyS1\x03\x1B\x1DyS2\x05\x1B\x1DyD1\0\x02\0hi\x1B\x1DyP");
+        const Paper::Code code = printed(qr).codes.first();
+        QCOMPARE(code.symbology, Symbology::QrCode);
+        QCOMPARE(code.payload, QByteArray("hi"));
+        QCOMPARE(code.correctionLevel, 'H');
+        QCOMPARE(code.module, QSize(5, 5));
+        QCOMPARE(printed(bytes("\x1B\x1DyD2\x02\x01\x02\0ab\x02\x01\0c\x1B\x1DyP"))
+                     .codes.first()
+                     .payload,
+                 QByteArray("abc"));
+        const Paper::Code pdf =
+            printed(bytes("\x1B\x1DxS0\x01\x09\x02\x1B\x1DxS1\x05\x1B\x1DxS2\x02\x1B\x1DxS3\x03"
+                          "\x1B\x1DxD\x02\0hi\x1B\x1DxP"))
+                .codes.first();
+        QCOMPARE(pdf.symbology, Symbology::Pdf417);
+        QCOMPARE(pdf.grid, QSize(2, 9));
+        QCOMPARE(pdf.module, QSize(2, 6));
+        QCOMPARE(pdf.correctionLevel, '5');
+    }
+
+    void bitImages()
+    {
+        const Paper fine = printed(bytes("\x1BX\x02\0") + QByteArray(6, '\xFF') + '\n');
+        QCOMPARE(fine.pictures.first().place, QRect(0, 0, 2, 24));
+        const Paper coarse = printed(bytes("\x1BK\x02\0\xFF\xFF\n"));
+        QCOMPARE(coarse.pictures.first().place, QRect(0, 0, 6, 24));
+        const Paper wide = printed(bytes("\x1BL\x02\0\xFF\xFF\n"));
+        QCOMPARE(wide.pictures.first().place, QRect(0, 0, 2, 24));
+        const QByteArray strip = bytes("\x1Bk\x01\0") + QByteArray(24, '\xF0') + '\n';
+        const Paper raster = printed(bytes("\x1B\x30") + strip + strip);
+        QCOMPARE(raster.pictures.at(1).place, QRect(0, 24, 8, 24));
+        QCOMPARE(raster.toText(), QString("[picture 8 x 48]\n"));
+        QCOMPARE(printed(bytes("\x1B\x1DS\x01\x01\0\x01\0\0\xF0")).pictures.first().place,
+                 QRect(0, 0, 8, 1));
+    }
+
+    void rasterModeJoinsItsRows()
+    {
+        const Paper paper =
+            printed(bytes("\x1B*rA\x62\x01\0\xF0k\x01\0\x0F\x62\x01\0\xFF\x1B*"
+                          "rY3\0\x62\x02\0\xFF\xFF\x1B*rBz\n"));
+        QCOMPARE(paper.pictures.size(), 2);
+        QCOMPARE(paper.pictures.at(0).place, QRect(0, 0, 8, 3));
+        QCOMPARE(dotsOf(paper.pictures.at(0)), QStringList({"####....", "....####", "########"}));
+        QCOMPARE(paper.pictures.at(1).place, QRect(0, 6, 16, 1));
+        QCOMPARE(cellOf(paper, u'z').top, 7);
+    }
+
+    void rasterPagesAreCutAsSet()
+    {
+        const QByteArray row = bytes("\x62\x01\0\xF0");
+        const auto eventsAfter = [&row](const QByteArray &mode) {
+            return eventsOf(printed(bytes("\x1B*rA") + mode + row + bytes("\x1B\x0C\x04")));
+        };
+        QCOMPARE(eventsAfter(""), QStringList("partial: cut, a bridge left"));
+        QCOMPARE(eventsAfter(bytes("\x1B*rE9\0")), QStringList("cut: cut"));
+        QCOMPARE(eventsAfter(bytes("\x1B*rE13\0")), QStringList("partial: cut, a bridge left"));
+        QCOMPARE(eventsAfter(bytes("\x1B*rE1\0")), QStringList());
+        const Paper cut = printed(bytes("\x1B*rA\x1B*rF9\0") + row + bytes("\x1B\x0C\0"));
+        QVERIFY(cut.isCut);
+        QCOMPARE(cut.length, 1);
+    }
+
+    void rasterMargin()
+    {
+        const Paper paper = printed(bytes("\x1B*rA\x1B*rml2\0\x62\x01\0\xF0\x1B*rB"));
+        QCOMPARE(paper.pictures.first().place, QRect(16, 0, 8, 1));
+        QCOMPARE(printed(bytes("\x1B*rA\x62\x01\0\xF0\x1B*rC\x1B*rB")).pictures.size(), 0);
+    }
+
+    void rasterAtTheEndIsShown()
+    {
+        QCOMPARE(printed(bytes("\x1B*rA\x62\x01\0\xF0")).pictures.size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestStarLine)
+#include "tst_starline.moc"

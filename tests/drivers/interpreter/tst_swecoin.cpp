@@ -1,0 +1,106 @@
+// Swecoin's dialect on paper.
+#include <QtTest>
+
+#include "paperprinting.h"
+
+using namespace paperprinting;
+
+class TestSwecoin : public QObject
+{
+    Q_OBJECT
+
+    static QVector<Paper> printed(const QByteArray &stream)
+    {
+        return papersOf(stream, model("SWECOIN_TM_20XX"));
+    }
+
+private Q_SLOTS:
+    void textAndLooks_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<int>("effects");
+        const auto row = [](const char *name, const QByteArray &stream, QSize size,
+                            int effects = 0) { QTest::newRow(name) << stream << size << effects; };
+        row("usual", "x", {18, 24});
+        row("ESC B", bytes("\x1B\x42\x01x"), {18, 24}, Paper::Bold);
+        row("ESC i", bytes("\x1Bi\x01x"), {18, 24}, Paper::Italic);
+        row("ESC T", bytes("\x1BT\x01x"), {18, 24}, Paper::Inverse);
+        row("ESC u", bytes("\x1Bu\x01x"), {18, 24}, Paper::Underline);
+        row("ESC u thick", bytes("\x1Bu\x03x"), {18, 24}, Paper::ThickUnderline);
+        row("ESC h", bytes("\x1Bh\x01x"), {18, 48});
+        row("ESC w", bytes("\x1Bw\x01x"), {36, 24});
+        row("ESC ?", bytes("\x1Bw\x01\x1B\x42\x01\x1B?x"), {18, 24});
+    }
+    void textAndLooks()
+    {
+        QFETCH(QByteArray, stream);
+        QFETCH(QSize, size);
+        QFETCH(int, effects);
+        const Paper::Cell cell = cellOf(printed(stream + '\n').value(0), u'x');
+        QCOMPARE(QSize(cell.width, cell.height), size);
+        QCOMPARE(int(cell.effects), effects);
+    }
+
+    void backspace()
+    {
+        const Paper paper = printed("ab\bx\n").first();
+        QCOMPARE(cellOf(paper, u'x').left, 18);
+        QCOMPARE(cellOf(printed("\bx\n").first(), u'x').left, 0);
+    }
+
+    void cutAndEject_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<QStringList>("events");
+        QTest::newRow("RS") << bytes("a\n\x1E") << QStringList("eject: ejects the ticket");
+        QTest::newRow("FF") << bytes("a\x0C") << QStringList("eject: ejects the ticket");
+        QTest::newRow("ESC RS") << bytes("a\n\x1B\x1E") << QStringList();
+        QTest::newRow("ESC FF") << bytes("a\n\x1B\x1E\x1B\x0C\x32")
+                                << QStringList("present: presents 50 mm of the ticket");
+        QTest::newRow("EM below 100")
+            << bytes("a\n\x1B\x1E\x19\x63") << QStringList("eject: ejects the ticket");
+        QTest::newRow("EM from 100 on")
+            << bytes("a\n\x1B\x1E\x19\x64") << QStringList("retract: takes the ticket back");
+        QTest::newRow("ENQ") << bytes("a\n\x1B\x1E\x05") << QStringList("eject: ejects the ticket");
+    }
+    void cutAndEject()
+    {
+        QFETCH(QByteArray, stream);
+        QFETCH(QStringList, events);
+        const QVector<Paper> papers = printed(stream);
+        QCOMPARE(papers.first().toText(), QString("a\n[cut]\n"));
+        QCOMPARE(eventsOf(papers.first()), QStringList("cut: cut"));
+        QCOMPARE(papers.size(), events.isEmpty() ? 1 : 2);
+        QCOMPARE(eventsOf(papers.value(1)), events);
+    }
+
+    void questionsAreEvents()
+    {
+        const QVector<Paper> papers = printed(bytes("\x1B\x05\x06\x1B\x05\x01\x1B\x06\x11"));
+        QCOMPARE(papers.first().events.size(), 3);
+        for (const Paper::Event &event : papers.first().events)
+            QCOMPARE(event.kind, Paper::Event::Status);
+    }
+
+    void feeds()
+    {
+        QCOMPARE(printed("a\n").first().length, 34);
+        QCOMPARE(printed(bytes("\x1BJ\x64")).first().length, 100);
+        QCOMPARE(printed(bytes("\x1B\x33\x50"
+                               "a\n"))
+                     .first()
+                     .length,
+                 80);
+        QCOMPARE(printed(bytes("\x1BJ\x64\x1Bj\x32"
+                               "a\n"))
+                     .first()
+                     .cells.first()
+                     .top,
+                 50);
+        QCOMPARE(printed(bytes("a\x1Bpb\n")).first().toText(), QString("a\nb\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSwecoin)
+#include "tst_swecoin.moc"
