@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "interpreter/dots_p.h"
 #include "interpreter/handlers_p.h"
 
 namespace printerslib::drivers {
@@ -90,6 +91,56 @@ void printBuffer(Printer &printer, const StreamCommand & /*command*/)
         printer.printLine(1);
 }
 
+/// A number of which the high byte comes first.
+int highFirst(const StreamCommand &command, int index)
+{
+    return 256 * command.operand(index) + command.operand(index + 1);
+}
+
+void feedQuickly(Printer &printer, const StreamCommand &command)
+{
+    printer.printLineAndFeed(highFirst(command, 0));
+}
+
+void setSwecoinTabs(Printer &printer, const StreamCommand &command)
+{
+    constexpr int unit = 20;  // dots, 2.5 mm
+    printer.state.tabs.clear();
+    for (const char byte : command.payload()) {
+        if (byte != 0)
+            printer.state.tabs.append(unit * static_cast<unsigned char>(byte));
+    }
+}
+
+void choosePacking(Printer &printer, const StreamCommand &command)
+{
+    printer.raster.isPacked = command.operand(command.row->operandCount - 1) != 0;
+}
+
+void printDotLine(Printer &printer, const StreamCommand &command)
+{
+    if (printer.raster.isPacked) {
+        printer.noteFor(command, QStringLiteral("is packed, and isn't carried out"));
+        return;
+    }
+    printer.endLineFor(command);
+    const QByteArray dots = command.payload();
+    printer.printPicture(pictureOfRows(dots, 8 * dots.size(), 1));
+}
+
+/// What is placed on a page goes to its place across, on a line of its own.
+void printPlacedText(Printer &printer, const StreamCommand &command)
+{
+    if (!printer.line.isEmpty())
+        printer.printLine(1);
+    printer.noteFor(command, QStringLiteral("isn't placed along the paper"));
+    QByteArray text = command.payload();
+    text.replace('\0', QByteArray());
+    printer.moveTo(std::min(highFirst(command, 0), printer.lineWidth()));
+    printer.printText(text);
+    printer.printLine(1);
+}
+
 constexpr HandlerRow swecoinRows[] = {
     {CommandId::Backspace, stepBack},
     {CommandId::FormFeed, cutAndEject},
@@ -105,6 +156,11 @@ constexpr HandlerRow swecoinRows[] = {
     {CommandId::WidthScale, setSwecoinScale<&PrintState::widthScale>},
     {CommandId::Font, setSwecoinFont},
     {CommandId::PrintBuffer, printBuffer},
+    {CommandId::QuickFeed, feedQuickly},
+    {CommandId::TabStops, setSwecoinTabs},
+    {CommandId::DotLineCompression, choosePacking},
+    {CommandId::DotLine, printDotLine},
+    {CommandId::PlacedText, printPlacedText},
 };
 
 }  // namespace

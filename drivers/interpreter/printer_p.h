@@ -35,7 +35,7 @@ struct GraphicsStore
     QVector<Paper::Picture> waiting;        ///< GS ( L 112, for the next 50
 };
 
-/// Star's raster mode: rows that come one by one.
+/// Pictures that come row by row, as in Star's raster mode.
 struct RasterState
 {
     bool isOn = false;
@@ -44,6 +44,7 @@ struct RasterState
     int leftMargin = 0;  ///< in dots
     int formFeedMode = 0;
     int eotMode = 0;
+    bool isPacked = false;  ///< Swecoin: rows are compressed
 };
 
 struct MacroState

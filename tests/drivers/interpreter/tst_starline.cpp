@@ -154,7 +154,7 @@ private Q_SLOTS:
                                "590123412345\x1Ez\n"))
                      .toText(),
                  QString("[EAN-13: 5901234123457]\nz\n"));
-        QCOMPARE(notesOf(printed(bytes("\x1B\x62\x39\x31\x31\x50"
+        QCOMPARE(notesOf(printed(bytes("\x1B\x62\x50\x31\x31\x50"
                                        "AB\x1E"))),
                  QStringList("ESC b has no such kind, digits or width"));
         QCOMPARE(printed(bytes("\x1B\x62\x35\x31\x33\x50"

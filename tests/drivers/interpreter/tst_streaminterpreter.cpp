@@ -280,10 +280,11 @@ private Q_SLOTS:
         left.removeDuplicates();
         // What no receipt needs.
         const QStringList known = {
-            "GS D",    "GS ( N",     "FS ( C",   "GS ( A",   "GS ( F", "GS ( P",   "GS ( Q",
-            "GS C 0",  "GS C 1",     "GS C 2",   "GS C ;",   "GS c",   "ESC 0xFA", "GS 0xF6",
-            "GS 0xF8", "ESC GS ) U", "ESC RS A", "ESC GS S", "ESC 6",  "ESC 7",    "ESC t",
-            "ESC B",   "ESC C",      "ESC N",    "ESC O",    "ESC Z",  "ESC NUL"};
+            "GS D",    "GS ( N",     "FS ( C",   "GS ( A",   "GS ( F",  "GS ( P",   "GS ( Q",
+            "GS C 0",  "GS C 1",     "GS C 2",   "GS C ;",   "GS c",    "ESC 0xFA", "GS 0xF6",
+            "GS 0xF8", "ESC GS ) U", "ESC RS A", "ESC GS S", "ESC 6",   "ESC 7",    "ESC t",
+            "ESC B",   "ESC C",      "ESC N",    "ESC O",    "ESC Z",   "ESC NUL",  "ESC o",
+            "ESC g",   "ESC b",      "ESC B C",  "ESC B S",  "ESC B W", "ESC & L"};
         QStringList unexpected;
         for (const QString &note : left) {
             const QString name = QString(note).remove(" isn't carried out");

@@ -83,6 +83,29 @@ private Q_SLOTS:
             QCOMPARE(event.kind, Paper::Event::Status);
     }
 
+    void rowsOfDots()
+    {
+        const Paper paper = printed(bytes("\x1Bs\x02\xF0\x0F\x1Bl\0\x02\xFF\xFF"
+                                          "a\n"))
+                                .first();
+        QCOMPARE(paper.toText(), QString("[picture 16 x 2]\na\n"));
+        QCOMPARE(dotsOf(paper.pictures.first()), QStringList("####........####"));
+        QCOMPARE(notesOf(printed(bytes("\x1Bs\0\x01\x1Bs\x01\xF0")).first()),
+                 QStringList("ESC s is packed, and isn't carried out"));
+    }
+
+    void placedTextKeepsItsPlaceAcross()
+    {
+        const Paper paper = printed(bytes("\x1Bt\0\x64\0\x0A\0ab\0")).first();
+        QCOMPARE(cellOf(paper, u'a').left, 100);
+        QCOMPARE(notesOf(paper), QStringList("ESC t isn't placed along the paper"));
+    }
+
+    void tabStopsInMillimetres()
+    {
+        QCOMPARE(cellOf(printed(bytes("\x1B\x46\x02\x05\0\tx\n")).first(), u'x').left, 40);
+    }
+
     void feeds()
     {
         QCOMPARE(printed("a\n").first().length, 34);
@@ -98,6 +121,7 @@ private Q_SLOTS:
                      .cells.first()
                      .top,
                  50);
+        QCOMPARE(printed(bytes("\x1BQ\x01\x02")).first().length, 258);
         QCOMPARE(printed(bytes("a\x1Bpb\n")).first().toText(), QString("a\nb\n"));
     }
 };
