@@ -6,12 +6,12 @@ namespace receiptpreview {
 
 namespace {
 
-using printerslib::drivers::Paper;
+using Print = printerslib::drivers::Paper;
 
-Code encode(const QByteArray &payload, Paper::Symbology symbology)
+Code encode(const QByteArray &payload, Print::Symbology symbology)
 {
     static const printerslib::drivers::SymbologyDrawer drawer;
-    Paper::Code code;
+    Print::Code code;
     code.symbology = symbology;
     code.payload = payload;
     drawer.draw(code);
@@ -24,12 +24,12 @@ Code encodeBarcode(const QByteArray &payload, DocumentBlock::EBarcodeType type)
 {
     if (type != DocumentBlock::BarcodeBbCode)
         return {MonochromeImage(), QStringLiteral("The symbology %1 isn't known").arg(type)};
-    return encode(payload, Paper::Symbology::Code128);
+    return encode(payload, Print::Symbology::Code128);
 }
 
 Code encodeQrCode(const QByteArray &payload)
 {
-    return encode(payload, Paper::Symbology::QrCode);
+    return encode(payload, Print::Symbology::QrCode);
 }
 
 }  // namespace receiptpreview

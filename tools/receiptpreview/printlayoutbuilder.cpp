@@ -165,12 +165,12 @@ void PrintLayoutBuilder::endRow(bool continues)
         return;
     m_row.height = m_rowBottom - m_row.top;
     m_row.continues = continues;
-    for (int i = 0; i < m_row.cellCount; ++i) {
-        Cell &cell = m_layout.m_cells.at(static_cast<std::size_t>(m_row.firstCell + i));
-        cell.rise = m_rowBottom - cell.rise;
-    }
-    for (int i = 0; i < m_row.rasterCount; ++i)
-        m_layout.m_rasters.at(static_cast<std::size_t>(m_row.firstRaster + i)).top -= m_row.top;
+    const auto cells = m_layout.m_cells.begin() + m_row.firstCell;
+    for (auto cell = cells; cell != m_layout.m_cells.end(); ++cell)
+        cell->rise = m_rowBottom - cell->rise;
+    const auto rasters = m_layout.m_rasters.begin() + m_row.firstRaster;
+    for (auto raster = rasters; raster != m_layout.m_rasters.end(); ++raster)
+        raster->top -= m_row.top;
     m_bottom = qMax(m_bottom, m_rowBottom);
     m_layout.m_rows.push_back(m_row);
 }
