@@ -171,6 +171,7 @@ enum class CommandId : quint16 {
     DrawerStatus,
     PaperStatus,
     Identification,
+    StatusMode,
     AutomaticStatus,
     TransmitStatus,
     InkStatus,

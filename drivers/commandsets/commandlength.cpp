@@ -8,6 +8,7 @@ namespace printerslib::drivers {
 namespace {
 
 constexpr int mostTabStops = 32;
+constexpr int mostDigits = 4;
 constexpr int longestCounterText = 30;  // five numbers of five digits
 
 using std::string_view;
@@ -55,6 +56,24 @@ CommandLength upToMark(const Reading &reading)
                                           reading.dataBegin()) +
                          1)
                : exactly(static_cast<qint64>(end) + 1);
+}
+
+// A number without an end is none.
+CommandLength decimalCounted(const Reading &reading)
+{
+    const qint64 begin = reading.dataBegin();
+    qint64 count = 0;
+    for (qint64 at = begin; at - begin <= mostDigits; ++at) {
+        if (!reading.has(at + 1))
+            return atLeast(at + 1);
+        const qint64 byte = reading.byte(at);
+        if (byte == 0)
+            return exactly(at + 1 + count);
+        if (byte < '0' || byte > '9')
+            break;
+        count = 10 * count + byte - '0';
+    }
+    return exactly(begin);
 }
 
 // A stop that isn't right of the one before ends them, and is read on.
@@ -186,10 +205,10 @@ CommandLength fixed(const Reading &reading)
 
 // In the order of PayloadRule.
 constexpr CommandLength (*const lengthRules[])(const Reading &) = {
-    withoutData,   upToMark<'\0'>,   upToMark<'\x1E'>, tabStops,    fiveSemicolons, counted<1>,
-    counted<2>,    countedHighFirst, counted<4>,       rasterWords, columns<1>,     columns<3>,
-    columnsByMode, columns<24>,      eightDotCells,    nvPictures,  userCharacters, qrParts,
-    bitmap,        fixed<48>,        fixed<72>,
+    withoutData, upToMark<'\0'>, upToMark<'\x1E'>, decimalCounted, tabStops,    fiveSemicolons,
+    counted<1>,  counted<2>,     countedHighFirst, counted<4>,     rasterWords, columns<1>,
+    columns<3>,  columnsByMode,  columns<24>,      eightDotCells,  nvPictures,  userCharacters,
+    qrParts,     bitmap,         fixed<48>,        fixed<72>,
 };
 static_assert(std::size(lengthRules) == static_cast<std::size_t>(PayloadRule::Bytes72) + 1);
 

@@ -13,6 +13,7 @@ enum class PayloadRule : quint8 {
     None,
     NulTerminated,        ///< up to a zero byte
     RsTerminated,         ///< up to 1E
+    DecimalCounted,       ///< a number in decimal digits, a zero byte, and so many bytes
     TabStops,             ///< up to a zero byte; 32 bytes at most, each greater than the one before
     FiveSemicolons,       ///< five numbers, each with a semicolon behind it
     LengthByte,           ///< counted by one operand

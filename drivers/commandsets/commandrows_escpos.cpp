@@ -16,6 +16,8 @@ constexpr const char *vkp80 = "Custom VKP80, VKP80II Command Reference";
 constexpr const char *kpm300 = "Custom KPM300 Command Reference";
 constexpr const char *kpm216 = "Custom KPM216H User Manual";
 constexpr const char *ctS280 = "Citizen CT-S280, PMU2xxx series Command Reference, later revisions";
+constexpr const char *searchOnly = "none; the search for printers sends it (docs/probes.md)";
+constexpr const char *tg02h = "Custom TG02H Commands Manual";
 constexpr const char *tptcm = "Custom TPTCM User Manual";
 constexpr const char *ctS2000 = "Citizen CT-S2000 Command Reference, rev. 0.04";
 constexpr const char *xprinter = "Xprinter POS-80 Programmer Manual";
@@ -469,6 +471,10 @@ constexpr CommandRow escPosTable[] = {
         quickReference, Rule::LengthWord),
     row(Id::UserMemoryRead, "FS g 2", "m a1 a2 a3 a4 nL nH", "asks for the user's data",
         quickReference),
+    onlyOf(Vendor::Custom,
+           row(Id::FullCut, "FS 0xC0 0xAA SI 0xEE VT 4", "", "feeds and cuts", searchOnly)),
+    onlyOf(Vendor::Custom, row(Id::Backspace, "BS", "", "goes one character to the left", tg02h)),
+    onlyOf(Vendor::Custom, row(Id::TransmitStatus, "GS v", "", "asks for the full status", tptcm)),
     onlyOf(Vendor::Custom, row(Id::ResetPrinter, "FS 0xC0 CAN DLE DC4 SUB", "",
                                "resets the printer as at power-on", kpm216)),
     onlyOf(Vendor::Custom, row(Id::PrintDensity, "GS |", "n", "sets the density", vkp80)),

@@ -13,6 +13,7 @@ constexpr const char *lineThermal =
     "Star Line Thermal Printer, STAR Line Mode Command Specifications";
 constexpr const char *hybrid =
     "Star Line Thermal/Dot Printer, STAR Line Mode Command Specifications, rev. 0.00";
+constexpr const char *searchOnly = "none; the search for printers sends it (docs/probes.md)";
 constexpr const char *lineMode = "Star Line Mode Command Specifications, rev. 1.9x";
 constexpr const char *oki =
     "Oki OKIPOS 408II Programmer's Technical Reference, STAR Line Mode Command Specifications";
@@ -159,7 +160,7 @@ constexpr CommandRow starLineTable[] = {
     rasterSetting(Id::RasterTopMargin, "ESC * r T", "sets the top margin"),
     rasterSetting(Id::RasterColour, "ESC * r K", "chooses the colour"),
     rasterSetting(Id::RasterMove, "ESC * r Y", "feeds by dots"),
-    rasterSetting(Id::RasterDiscard, "ESC * r N", "throws bytes away"),
+    row(Id::RasterDiscard, "ESC * r N", "", "throws bytes away", lineThermal, Rule::DecimalCounted),
     rasterSetting(Id::RasterBuzzer, "ESC * r V", "sounds the buzzer"),
     withTraits(row(Id::RasterLine, "b", "n1 n2", "prints a row of dots and feeds", hybrid,
                    Rule::LengthWord),
@@ -197,12 +198,13 @@ constexpr CommandRow starLineTable[] = {
     row(Id::Buzzer, "ESC GS BEL", "m n1 n2", "sounds the buzzer", lineMode),
     row(Id::BuzzerPulse, "ESC GS EM DC1", "m n1 n2", "sets the outer buzzer's pulse", lineMode),
     row(Id::BuzzerSound, "ESC GS EM DC2", "m n1 n2", "sounds the outer buzzer", lineMode),
-    row(Id::Presenter, "ESC SYN", "n m", "presents, takes back or sets the presenter", lineMode),
+    row(Id::Presenter, "ESC SYN", "n m", "presents, takes back or sets the presenter", hybrid),
 
     // Status and the printer itself
     withTraits(
         row(Id::RealTimeStatus, "ESC ACK SOH", "", "asks for the status at once", lineThermal),
         Trait::ActsAtOnce),
+    row(Id::StatusMode, "ESC RS `", "n", "sets the mode of the status", searchOnly),
     row(Id::AutomaticStatus, "ESC RS a", "n", "chooses what the printer tells by itself",
         lineThermal),
     row(Id::EtbReset, "ESC RS E", "n", "resets the marks of ETB", lineThermal),

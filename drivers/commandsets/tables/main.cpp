@@ -34,6 +34,7 @@ constexpr const char *dataTexts[] = {
     "",
     "data up to 00",
     "data up to 1E",
+    "a number in digits, 00, so many bytes",
     "rising numbers, 32 at most, up to 00",
     "five numbers, a semicolon behind each",
     "data",

@@ -109,6 +109,13 @@ QVector<StreamCommand> readInPieces(const QByteArray &stream, const PrinterProfi
     return commands + reader.finish();
 }
 
+void isTheSameByteByByte(const QByteArray &stream, const PrinterProfile &profile)
+{
+    const std::vector<int> sizes(static_cast<std::size_t>(stream.size()), 1);
+    QVERIFY(areSame(joined(readInPieces(stream, profile, sizes)),
+                    StreamReader::commandsOf(stream, profile)));
+}
+
 /// A law over streams of any model.
 template <typename Law>
 void holds(const char *description, Law law)
@@ -229,6 +236,7 @@ void TestStreamReader::streamsAreCutIntoCommands()
     QByteArray wanted = commands;
     QByteArray found = told(stream);
     QCOMPARE(found.replace(" ", ""), wanted.replace(" ", ""));
+    isTheSameByteByByte(streamOf(stream), profileOf("GENERAL_EPSON_PROTOCOL"));
 }
 
 void TestStreamReader::commandsOfOtherDialects_data()
@@ -269,6 +277,14 @@ void TestStreamReader::commandsOfOtherDialects_data()
         "ESC s 0001; 'A'; ESC l 000000; 'A'");
     row("Swecoin: barcode", "SWECOIN_TM_20XX", "1b4257 00'7331'00'A' 1b4201'B'",
         "ESC B W 003733333100; 'A'; ESC B 01; 'B'");
+    row("Star: bytes thrown away", "TSP-TUP", "1b2a7241 1b2a724e '3' 00 'abc' 620100'x'",
+        "ESC * r A; ESC * r N 3300616263; b 010078");
+    row("Star: no bytes thrown away", "TSP-TUP", "1b2a724e 00 'abc'", "ESC * r N 00; 'abc'");
+    row("Custom: status by GS v", "CUSTOM_VKP_80", "1d76'A' 1d763000 0100 0100 'x'",
+        "GS v; 'A'; GS v 0 000100010078");
+    row("Custom: closing of the search", "CUSTOM_VKP_80", "1cc0aa0fee0b34'A'",
+        "FS 0xC0 0xAA SI 0xEE VT 4; 'A'");
+    row("Custom: reset", "CUSTOM_VKP_80", "1cc01810141a'A'", "FS 0xC0 CAN DLE DC4 SUB; 'A'");
     row("Swecoin: parameter", "SWECOIN_TM_20XX", "1b26500113'A'", "ESC & P 0113; 'A'");
     row("Swecoin: parameters", "SWECOIN_TM_20XX", "1b2650000f020506'A'", "ESC & P 000f020506; 'A'");
 }
@@ -279,6 +295,7 @@ void TestStreamReader::commandsOfOtherDialects()
     QFETCH(QByteArray, stream);
     QFETCH(QByteArray, commands);
     QCOMPARE(told(stream, model.constData()), commands);
+    isTheSameByteByByte(streamOf(stream), profileOf(model.constData()));
 }
 
 void TestStreamReader::endsInsideCommands_data()
