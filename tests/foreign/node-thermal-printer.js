@@ -2,6 +2,7 @@
 
 import thermal from 'node-thermal-printer';
 import { pixelsOf, pngOf } from './pictures.js';
+import { lookOf } from './receipts.js';
 
 const { CharacterSet, PrinterTypes, ThermalPrinter } = thermal;
 
@@ -10,8 +11,8 @@ export const targets = {
   'thermal-epson': { model: 'GENERAL_EPSON_PROTOCOL', paper: 1, columns: 48, options: { type: PrinterTypes.EPSON } },
   // Custom's printers have a Cyrillic set in some firmwares only, and then by Epson's number.
   'thermal-custom': { model: 'GENERAL_EPSON_PROTOCOL', paper: 1, columns: 48, options: { type: PrinterTypes.CUSTOM } },
-  'thermal-vkp80': {
-    model: 'CUSTOM_VKP_80', columns: 35, letters: /^[\0-\u00ff]*$/,
+  'thermal-tg2480': {
+    model: 'CUSTOM_TG_2480_H', columns: 35, letters: /^[\0-\u00ff]*$/,
     options: { type: PrinterTypes.CUSTOM, characterSet: CharacterSet.PC858_EURO },
   },
   'thermal-star': { model: 'TSP-TUP', columns: 48, options: { type: PrinterTypes.STAR } },
@@ -32,14 +33,17 @@ function setSize(printer, size, target) {
 }
 
 const writers = {
-  line(printer, { text, align, size = [1, 1], bold, underline, invert, font, upsideDown }, target) {
+  line(printer, step, target) {
+    const { text, align, bold, underline, invert, font, upsideDown } = step;
+    const size = isStar(target) && step.size?.[0] > 2 ? [1, 1] : step.size ?? [1, 1];
     ({ left: () => printer.alignLeft(), center: () => printer.alignCenter(), right: () => printer.alignRight() })[align ?? 'left']();
+    // ESC ! of the sizes sets bold and underline too.
+    setSize(printer, size, target);
     if (font) printer.setTypeFontB();
     if (bold) printer.bold(true);
     if (underline) printer.underline(true);
     if (invert) printer.invert(true);
     if (upsideDown) printer.upsideDown(true);
-    setSize(printer, size, target);
     printer.println(text);
     printer.setTextNormal();
     if (size[0] > 2 && !isStar(target)) printer.setTextSize(0, 0);
@@ -49,7 +53,7 @@ const writers = {
     if (bold) printer.bold(false);
     if (font) printer.setTypeFontA();
     printer.alignLeft();
-    return { kind: 'text', text, isUpsideDown: upsideDown };
+    return { kind: 'text', text, look: lookOf({ ...step, size }, 'bold', 'underline', 'invert', 'upsideDown') };
   },
   columns(printer, { cells }) {
     if (cells.length === 2) printer.leftRight(cells[0], cells[1]);

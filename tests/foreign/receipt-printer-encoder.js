@@ -3,6 +3,7 @@
 import ImageData from '@canvas/image-data';
 import ReceiptPrinterEncoder from '@point-of-sale/receipt-printer-encoder';
 import { pixelsOf } from './pictures.js';
+import { lookOf } from './receipts.js';
 
 const latin = /^[\0-\u00ff]*$/;
 const epson = { model: 'GENERAL_EPSON_PROTOCOL', paper: 1, columns: 48 };
@@ -17,8 +18,8 @@ export const targets = {
   'encoder-raster': { ...epson, options: { language: 'esc-pos', columns: 48, imageMode: 'raster', newline: '\n', feedBeforeCut, ...pages } },
   'encoder-t20iii': { ...epson, options: { printerModel: 'epson-tm-t20iii', ...pages } },
   'encoder-citizen': { model: 'CITIZEN_CTS_2000', columns: 48, options: { printerModel: 'citizen-ct-s310ii', ...pages } },
-  'encoder-vkp80': {
-    model: 'CUSTOM_VKP_80', columns: 35, letters: latin,
+  'encoder-tg2480': {
+    model: 'CUSTOM_TG_2480_H', columns: 35, letters: latin,
     options: { language: 'esc-pos', columns: 35, feedBeforeCut, codepageMapping: { cp437: 0, cp850: 2, cp858: 19 } },
   },
   'encoder-starline': { model: 'TSP-TUP', columns: 48, options: { printerModel: 'star-tsp650ii', ...pages } },
@@ -28,12 +29,14 @@ export const targets = {
 const isStar = ({ options }) => /star/.test(options.printerModel ?? '');
 
 const writers = {
-  line(encoder, { text, align = 'left', size = [1, 1], bold, italic, underline, invert, font }) {
+  line(encoder, step, target) {
+    const { text, align = 'left', size = [1, 1], bold, italic, underline, invert, font } = step;
     if (font) encoder.font(font);
     encoder.align(align).size(size[0], size[1]).bold(!!bold).italic(!!italic).underline(!!underline).invert(!!invert);
     encoder.line(text).size(1, 1).bold(false).italic(false).underline(false).invert(false).align('left');
     if (font) encoder.font('A');
-    return { kind: 'text', text };
+    const effects = ['bold', 'underline', 'invert', ...(isStar(target) ? [] : ['italic'])];
+    return { kind: 'text', text, look: lookOf(step, ...effects) };
   },
   columns(encoder, { cells }, { columns }) {
     const width = Math.floor(columns / cells.length);

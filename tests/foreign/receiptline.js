@@ -2,6 +2,7 @@
 
 import receiptline from 'receiptline';
 import { pixelsOf, pngOf } from './pictures.js';
+import { lookOf } from './receipts.js';
 
 const epson = { model: 'GENERAL_EPSON_PROTOCOL', paper: 1, columns: 48 };
 const citizen = { model: 'CITIZEN_CTS_2000', columns: 48 };
@@ -12,7 +13,7 @@ const star = { model: 'TSP-TUP', columns: 48 };
 export const targets = {
   'receiptline-epson': { ...epson, options: { command: 'epson', encoding: 'multilingual' } },
   'receiptline-epson-866': { ...epson, letters: /^[\0-\x7fА-яЁё]*$/, options: { command: 'epson', encoding: 'cp866' } },
-  'receiptline-spaced': { ...epson, options: { command: 'epson', encoding: 'multilingual', spacing: true, margin: 2 } },
+  'receiptline-spaced': { ...epson, options: { command: 'epson', encoding: 'multilingual', spacing: true, margin: 2, cpl: 44 } },
   'receiptline-turned': { ...epson, isTurned: true, skips: ['wrapped'], options: { command: 'epson', encoding: 'multilingual', upsideDown: true } },
   'receiptline-generic': { ...epson, options: { command: 'generic', encoding: 'multilingual' } },
   'receiptline-fujitsu': { ...epson, options: { command: 'fit', encoding: 'multilingual' } },
@@ -32,11 +33,14 @@ const barcodeTypes = { upca: 'upc', upce: 'upc', ean13: 'ean', ean8: 'ean', code
 const aligned = (text, align) => ({ left: `|${text}`, right: `${text}|`, center: text })[align ?? 'left'];
 
 const writers = {
-  line({ text, align, size = [1, 1], bold, underline, invert }) {
+  line(step, { options }) {
+    const { text, align, size = [1, 1], bold, underline, invert } = step;
+    // The dot matrix prints no larger than double, and red for white on black.
+    const look = options.command === 'impact' ? {} : { look: lookOf(step, 'bold', 'underline', 'invert') };
     const mark = sizeMarks[size.join('x')];
     const before = (underline ? '_' : '') + (bold ? '"' : '') + (invert ? '`' : '') + mark;
     const after = mark + (invert ? '`' : '') + (bold ? '"' : '') + (underline ? '_' : '');
-    return { markup: aligned(before + escaped(text) + after, align), content: { kind: 'text', text } };
+    return { markup: aligned(before + escaped(text) + after, align), content: { kind: 'text', text, ...look } };
   },
   columns({ cells }) {
     return { markup: cells.map(escaped).join(' | '), content: { kind: 'cells', cells } };

@@ -20,6 +20,12 @@ const items = (count) => {
 
 const sizes = (widths) => widths.flatMap((w) => widths.map((h) => line(`${w} x ${h}`, { size: [w, h] })));
 
+/** How a line is to look, for its reader: enlarged, and with which effects. */
+export function lookOf({ size = [1, 1], ...look }, ...possible) {
+  const names = { bold: 'bold', italic: 'italic', underline: 'underline', invert: 'inverse', upsideDown: 'upsideDown' };
+  return { scale: size, effects: possible.filter((name) => look[name]).map((name) => names[name]) };
+}
+
 export const receipts = {
   grocery: [
     line('Harbour Kiosk', { align: 'center', size: [2, 2] }),
