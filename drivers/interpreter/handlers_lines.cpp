@@ -163,7 +163,13 @@ void setMotionUnits(Printer &printer, const StreamCommand &command)
     printer.state.motionUnits = {x == 0 ? usual.width() : x, y == 0 ? usual.height() : y};
 }
 
+void stepBack(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.line.x = std::max(0, printer.line.x - printer.columnWidth());
+}
+
 constexpr HandlerRow lineRows[] = {
+    {CommandId::Backspace, stepBack},
     {CommandId::LineFeed, feedLine},
     {CommandId::CarriageReturn, returnCarriage},
     {CommandId::CancelData, cancelData},

@@ -36,9 +36,10 @@ constexpr CommandId unseen[] = {
     CommandId::NotchDistance,    CommandId::UserMemory,       CommandId::UserMemoryWrite,
     CommandId::Customize,        CommandId::UserSetup,        CommandId::KanjiFont,
     CommandId::SlashedZero,      CommandId::EtbMark,          CommandId::EtbReset,
-    CommandId::EndMark,          CommandId::MemorySwitch,     CommandId::DriverMode,
-    CommandId::BuzzerPulse,      CommandId::TwoColours,       CommandId::Calibrate,
-    CommandId::SetParameters,    CommandId::SetParameter,     CommandId::StoreParameters,
+    CommandId::StatusMode,       CommandId::EndMark,          CommandId::MemorySwitch,
+    CommandId::DriverMode,       CommandId::BuzzerPulse,      CommandId::TwoColours,
+    CommandId::Calibrate,        CommandId::SetParameters,    CommandId::SetParameter,
+    CommandId::StoreParameters,
 };
 
 QVector<HandlerRow> makeStatusRows()

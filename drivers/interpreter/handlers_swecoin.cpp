@@ -9,11 +9,6 @@ namespace {
 
 using Event = Paper::Event;
 
-void stepBack(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.line.x = std::max(0, printer.line.x - printer.columnWidth());
-}
-
 /// Prints and cuts: the printer feeds to its cutter by itself.
 void endSwecoinPage(Printer &printer, const StreamCommand &command)
 {
@@ -142,7 +137,6 @@ void printPlacedText(Printer &printer, const StreamCommand &command)
 }
 
 constexpr HandlerRow swecoinRows[] = {
-    {CommandId::Backspace, stepBack},
     {CommandId::FormFeed, cutAndEject},
     {CommandId::CutAndEject, cutAndEject},
     {CommandId::FullCut, endSwecoinPage},
