@@ -205,7 +205,7 @@ void checkCopyMark(const Analysis &analysis, Report &report)
     if (!options.document || !options.document->isCopy())
         return;
     for (const Piece &piece : analysis.pieces()) {
-        if (piece.filled->endless || marksCopies(piece, options))
+        if (!piece.filled || piece.filled->endless || marksCopies(piece, options))
             return;
     }
     const int formatted = formattedNumber(analysis);
