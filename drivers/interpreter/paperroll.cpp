@@ -119,11 +119,15 @@ void PaperRoll::addEvent(Paper::Event::Kind kind, const QString &text)
     addEvent(event);
 }
 
-/// Index of the first line from which on all lie below a place.
+/// Index of the first line from which on all lie below a place. Codes that nobody draws have no
+/// height: at the place they lie above it.
 int PaperRoll::firstLineBelow(int place) const
 {
+    const auto isBelow = [place](const Paper::Line &line) {
+        return line.top > place || (line.top == place && line.height > 0);
+    };
     int first = m_paper.lines.size();
-    while (first > 0 && m_paper.lines.at(first - 1).top >= place)
+    while (first > 0 && isBelow(m_paper.lines.at(first - 1)))
         --first;
     return first;
 }

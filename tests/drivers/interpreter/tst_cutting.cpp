@@ -100,6 +100,17 @@ private Q_SLOTS:
         QCOMPARE(rest.toText(), QString("[picture 8 x 8]\nx\n[picture 8 x 8]\nx\n"));
     }
 
+    void codeThatNobodyDrawsIsAboveTheCutBehindIt()
+    {
+        const QVector<Paper> papers =
+            papersOf(bytes("a\n\x1Dk\x04"
+                           "B\0\x1DV\x42\0"
+                           "c\n"));
+        QCOMPARE(papers.size(), 2);
+        QCOMPARE(papers.at(0).toText(), QString("a\n[Code 39: B]\n[cut]\n"));
+        QCOMPARE(papers.at(1).toText(), QString("c\n"));
+    }
+
     void cutAboveAllThatIsPrintedIsAnEvent()
     {
         const QVector<Paper> papers =
