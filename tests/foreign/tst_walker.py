@@ -65,6 +65,9 @@ class WalkerTest(unittest.TestCase):
     def test_star_qr_code_has_a_length(self):
         self.assertEqual(names('star', b'\x1b\x1dyD1\0\x03\0\n\n\nA\x1b\x1dyP'), ['ESC GS y D 1', 'text', 'ESC GS y P'])
 
+    def test_bytes_that_are_thrown_away_are_counted_in_digits(self):
+        self.assertEqual(names('star', b'\x1b*rN3\0\n\n\nA'), ['ESC * r N', 'text'])
+
     def test_rows_of_dots_stand_in_raster_mode_alone(self):
         self.assertEqual(names('star', b'\x1b*rAb\x01\0A\x1b*rBb'), ['ESC * r A', 'b', 'ESC * r B', 'text'])
         self.assertEqual(names('star', b'b\x01\0A'), ['text', 'unknown', 'unknown', 'text'])

@@ -90,6 +90,13 @@ def escpos_barcode(data, at):
     return at + 2 + data[at + 1] if 65 <= data[at] <= 79 else at + 1
 
 
+def bytes_thrown_away(data, at):
+    """ESC * r N: a number in digits, a NUL, and so many bytes."""
+    end = data.index(0, at)
+    digits = data[at:end]
+    return end + 1 + int(digits or b'0') if (digits or b'0').isdigit() and len(digits) <= 4 else at
+
+
 ESC, FS, GS, RS, DLE = b'\x1b', b'\x1c', b'\x1d', b'\x1e', b'\x10'
 
 ESCPOS = {
@@ -120,7 +127,7 @@ ESCPOS = {
 
 # Commands of the raster mode have numbers in digits, up to a NUL.
 STAR_RASTER = {ESC + b'*r' + letters: until(0) for letters in
-               (b'D', b'E', b'F', b'K', b'N', b'P', b'Q', b'T', b'V', b'Y', b'ml', b'mr')}
+               (b'D', b'E', b'F', b'K', b'P', b'Q', b'T', b'V', b'Y', b'ml', b'mr')}
 
 STAR = {
     b'\x05': 0, b'\x07': 0, b'\t': 0, b'\n': 0, b'\x0b': 0, b'\x0c': 0, b'\r': 0, b'\x0e': 0, b'\x0f': 0,
@@ -143,7 +150,7 @@ STAR = {
     ESC + GS + b'xD': counted(2, word), ESC + GS + b'xP': 0, ESC + GS + b'xI': 0,
     ESC + GS + b'yS0': 1, ESC + GS + b'yS1': 1, ESC + GS + b'yS2': 1,
     ESC + GS + b'yD1': counted(3, lambda data, at: word(data, at + 1)), ESC + GS + b'yP': 0, ESC + GS + b'yI': 0,
-    ESC + b'*rA': 0, ESC + b'*rB': 0, ESC + b'*rC': 0, ESC + b'*rR': 0, **STAR_RASTER,
+    ESC + b'*rA': 0, ESC + b'*rB': 0, ESC + b'*rC': 0, ESC + b'*rR': 0, ESC + b'*rN': bytes_thrown_away, **STAR_RASTER,
 }
 # Between ESC * r A and ESC * r B a line of dots is a letter, a length and so many bytes.
 STAR_LINES_OF_DOTS = {b'b': counted(2, word), b'k': counted(2, word)}
