@@ -16,7 +16,6 @@ constexpr const char *vkp80 = "Custom VKP80, VKP80II Command Reference";
 constexpr const char *kpm300 = "Custom KPM300 Command Reference";
 constexpr const char *kpm216 = "Custom KPM216H User Manual";
 constexpr const char *ctS280 = "Citizen CT-S280, PMU2xxx series Command Reference, later revisions";
-constexpr const char *searchOnly = "none; the search for printers sends it (docs/probes.md)";
 constexpr const char *tg02h = "Custom TG02H Commands Manual";
 constexpr const char *tptcm = "Custom TPTCM User Manual";
 constexpr const char *ctS2000 = "Citizen CT-S2000 Command Reference, rev. 0.04";

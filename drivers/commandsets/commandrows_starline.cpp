@@ -13,7 +13,6 @@ constexpr const char *lineThermal =
     "Star Line Thermal Printer, STAR Line Mode Command Specifications";
 constexpr const char *hybrid =
     "Star Line Thermal/Dot Printer, STAR Line Mode Command Specifications, rev. 0.00";
-constexpr const char *searchOnly = "none; the search for printers sends it (docs/probes.md)";
 constexpr const char *lineMode = "Star Line Mode Command Specifications, rev. 1.9x";
 constexpr const char *oki =
     "Oki OKIPOS 408II Programmer's Technical Reference, STAR Line Mode Command Specifications";
