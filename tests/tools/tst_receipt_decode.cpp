@@ -295,6 +295,22 @@ private Q_SLOTS:
         QCOMPARE(decoded("one\n" + cut + "two").output, QString("one\n[cut]\ntwo\n"));
     }
 
+    void blankEndIsNoPiece()
+    {
+        const QByteArray stream = "one\n" + cut + "\n\n";
+        QCOMPARE(decoded(stream).output, QString("one\n[cut]\n"));
+        const WorkFolder folder;
+        QVERIFY(decoded(stream, {"--as", "svg", "--output", folder.path("a.svg")})
+                    .output.endsWith(", pieces: 1\n"));
+        QCOMPARE(jsonOf(stream)["papers"].toArray().size(), 2);
+        QCOMPARE(decoded("\n\n").status, 1);
+    }
+
+    void blankPieceThatIsCutIsOne()
+    {
+        QCOMPARE(decoded("one\n" + cut + "\n\n" + cut).output, QString("one\n[cut]\n\n\n[cut]\n"));
+    }
+
     void outputIsWrittenToTheFile_data()
     {
         QTest::addColumn<QString>("form");

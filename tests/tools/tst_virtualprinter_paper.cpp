@@ -122,6 +122,15 @@ private Q_SLOTS:
         QCOMPARE(contentOf(folder.filePath("paper-0001.txt")), QString("Hello\n"));
     }
 
+    void whatThePrinterDoesNotDoIsTold()
+    {
+        const QTemporaryDir folder;
+        Bench bench({"--paper", folder.path()});
+        bench.send("a\x1B~\n" + cut);
+        QCOMPARE(bench.nextReport(), QString("note: byte 1: ESC ~ isn't known"));
+        QVERIFY(bench.nextReport().startsWith("paper: "));
+    }
+
     void nothingPrintedIsNoPiece()
     {
         const QTemporaryDir folder;

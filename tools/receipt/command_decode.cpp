@@ -218,7 +218,7 @@ private:
     {
         m_notes.add(pieces);
         for (const Print &piece : pieces) {
-            m_hasPrint = m_hasPrint || !piece.lines.isEmpty();
+            m_hasPrint = m_hasPrint || !piece.isBlankEnd();
             takePiece(piece);
         }
     }
@@ -236,9 +236,8 @@ public:
 private:
     void takePiece(const Print &piece) override
     {
-        const QString text = piece.toText();
-        if (!text.isEmpty())
-            write(text);
+        if (!piece.isBlankEnd())
+            write(piece.toText());
     }
     int finishPieces() override { return writeFile(); }
 };
@@ -301,7 +300,7 @@ public:
 private:
     void takePiece(const Print &piece) override
     {
-        if (!piece.lines.isEmpty())
+        if (!piece.isBlankEnd())
             m_pieces.append(piece);
     }
     int finishPieces() override

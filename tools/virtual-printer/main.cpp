@@ -118,8 +118,9 @@ QCommandLineOption describe(QCommandLineParser &parser)
     option(
         "paper",
         "Draw each piece of paper as it is cut, paper-0001.png and its text paper-0001.txt, into "
-        "this folder, which is made if it is missing, and print a line for it. The paper is the "
-        "model's widest. What isn't cut is drawn at the end.",
+        "this folder, which is made if it is missing, and print a line for it, and for what the "
+        "printer doesn't do as it is asked. The paper is the model's widest. What isn't cut is "
+        "drawn at the end.",
         "folder");
     parser.addOption({QStringLiteral("listing"),
                       QStringLiteral("Print the commands that the printer is sent, with their "

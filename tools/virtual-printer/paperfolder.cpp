@@ -62,7 +62,11 @@ QStringList PaperFolder::write(const QVector<Print> &pieces)
 {
     QStringList lines;
     for (const Print &piece : pieces) {
-        if (!piece.lines.isEmpty())
+        for (const Print::Event &event : piece.events) {
+            if (event.kind == Print::Event::Note)
+                lines.append(QStringLiteral("note: byte %1: %2").arg(event.offset).arg(event.text));
+        }
+        if (!piece.isBlankEnd())
             lines.append(write(piece));
     }
     return lines;

@@ -168,6 +168,11 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
     /// 10 m at 203 dots per inch. What goes beyond is left out, and told as a note.
     static constexpr int longest = 80'000;
 
+    /// Whether it is the blank end that hangs in the printer behind the last cut.
+    bool isBlankEnd() const
+    {
+        return !isCut && cells.isEmpty() && pictures.isEmpty() && codes.isEmpty();
+    }
     /// Whether nothing stands on it and nothing happened.
     bool isEmpty() const { return lines.isEmpty() && events.isEmpty(); }
 
