@@ -21,6 +21,21 @@ void switchMacroDefinition(Printer &printer, const StreamCommand & /*command*/)
     macro.isRecorded = !macro.isRecorded;
 }
 
+/// Plays the macro once; false if too much has been played by now.
+bool playOnce(Printer &printer, const QVector<StreamCommand> &commands, qint64 offset)
+{
+    const qint64 most = bytesPlayedAtFirst + bytesPlayedPerByte * offset;
+    for (StreamCommand played : commands) {
+        printer.macro.bytesPlayed += played.bytes.size();
+        if (printer.macro.bytesPlayed > most)
+            return false;
+        played.offset = offset;
+        played.realTime.clear();
+        printer.obey(played);
+    }
+    return true;
+}
+
 void playMacro(Printer &printer, const StreamCommand &command)
 {
     // Played while it is being defined, it is taken back.
@@ -30,17 +45,10 @@ void playMacro(Printer &printer, const StreamCommand &command)
         return;
     }
     const QVector<StreamCommand> commands = printer.macro.commands;
-    const qint64 most = bytesPlayedAtFirst + bytesPlayedPerByte * command.offset;
     for (int round = 0; round < command.operand(0); ++round) {
-        for (StreamCommand played : commands) {
-            printer.macro.bytesPlayed += played.bytes.size();
-            if (printer.macro.bytesPlayed > most) {
-                printer.noteFor(command, QStringLiteral("is played no further"));
-                return;
-            }
-            played.offset = command.offset;
-            played.realTime.clear();
-            printer.obey(played);
+        if (!playOnce(printer, commands, command.offset)) {
+            printer.noteFor(command, QStringLiteral("is played no further"));
+            return;
         }
     }
 }

@@ -326,6 +326,19 @@ void Printer::dropLine(const StreamCommand &command)
     line.clear();
 }
 
+/// Whether one more copy of a picture may be made, as one that is kept in the printer costs a
+/// stream a few bytes each time. What is printed as it is kept isn't copied.
+bool Printer::mayCopy(const Paper::Picture &picture)
+{
+    constexpr qint64 bytesAtFirst = 16 * 1024 * 1024;
+    constexpr qint64 bytesPerByte = 100;
+    m_copiedBytes += picture.rows.size();
+    if (m_copiedBytes <= bytesAtFirst + bytesPerByte * m_place)
+        return true;
+    note(QStringLiteral("a picture is left out, as the stream asks for too many copies"));
+    return false;
+}
+
 void Printer::addToLine(Paper::Picture picture)
 {
     const QSize dots = dotsOf(picture);
@@ -334,9 +347,11 @@ void Printer::addToLine(Paper::Picture picture)
         note(QStringLiteral("a picture of %1 dots is wider than the %2 that are left")
                  .arg(dots.width())
                  .arg(room));
-        picture =
-            croppedPicture(picture, {room / picture.dotsPerPixel.width(), picture.size.height()});
     }
+    if ((dots.width() > room || isPageMode || state.isUpsideDown) && !mayCopy(picture))
+        return;
+    picture = croppedPicture(
+        picture, {std::max(0, room) / picture.dotsPerPixel.width(), picture.size.height()});
     if (picture.size.isEmpty())
         return;
     picture.place = QRect({line.x, 0}, dotsOf(picture));
@@ -352,6 +367,8 @@ void Printer::printPicture(Paper::Picture picture)
         return;
     }
     const int width = dotsOf(picture).width();
+    if ((width > state.areaWidth || state.isUpsideDown) && !mayCopy(picture))
+        return;
     if (width > state.areaWidth) {
         note(QStringLiteral("a picture of %1 dots is wider than the line of %2")
                  .arg(width)

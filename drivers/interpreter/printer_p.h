@@ -116,7 +116,10 @@ public:
     QSize drawerPulse{200, 200};               ///< Star: on and off, in milliseconds
 
 private:
-    qint64 m_place = 0;  ///< of the stream: the byte at hand, in texts too
+    qint64 m_place = 0;        ///< of the stream: the byte at hand, in texts too
+    qint64 m_copiedBytes = 0;  ///< of pictures
+
+    bool mayCopy(const Paper::Picture &picture);
 
     void obeyAtOnce(const StreamCommand &command);
     void call(const StreamCommand &command);

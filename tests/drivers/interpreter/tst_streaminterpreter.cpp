@@ -254,6 +254,23 @@ private Q_SLOTS:
         QCOMPARE(paper.pictures.first().rows.constData(), paper.pictures.last().rows.constData());
     }
 
+    void copiesOfPicturesAreBounded()
+    {
+        // On a page they may lie on each other, so no paper ends.
+        const QByteArray define = bytes("\x1Cq\x01\x40\0\x40\0") + QByteArray(32768, '\xFF');
+        QByteArray prints = bytes("\x1BL\x1BT\x02");
+        for (int i = 0; i < 2000; ++i)
+            prints += bytes("\x1D$\0\x02\x1B$\0\0\x1Cp\x01\0");
+        const Paper paper = paperOf(define + prints);
+        qint64 size = 0;
+        for (const Paper::Picture &picture : paper.pictures)
+            size += picture.rows.size();
+        QVERIFY(size > 0);
+        QVERIFY(size <= 16 * 1024 * 1024 + 100 * (define.size() + prints.size()));
+        QVERIFY(notesOf(paper).contains(
+            "a picture is left out, as the stream asks for too many copies"));
+    }
+
     void hugeTexts()
     {
         const Paper paper = paperOf(QByteArray(1'000'000, 'x'));

@@ -13,8 +13,8 @@ namespace printerslib::drivers {
 
 /// A printer without mechanics: takes its stream and gives the papers that come out.
 ///
-/// One thread at a time. Input may be anything; memory is bounded by a multiple of the bytes that
-/// belong to the paper at hand, and of those that define characters and pictures.
+/// One thread at a time. Input may be anything; memory is bounded by 50 MiB and 500 times the
+/// bytes that belong to the paper at hand or define characters and pictures.
 class PRINTERSLIB_DRIVERS_EXPORT StreamInterpreter
 {
 public:
@@ -36,10 +36,10 @@ public:
 
     /// Takes bytes and gives the pieces of paper that were cut off by them.
     QVector<Paper> read(const QByteArray &bytes);
-    /// The end of the stream: what still hangs in the printer, and a line or page that it would wait
-    /// to print, with a note. Nothing, if nothing came since the last cut; the paper has events but
-    /// no lines if only a pulse or an ejection did. The next read() begins with a printer that was
-    /// just switched on.
+    /// The end of the stream: what still hangs in the printer, and a line or page that it would
+    /// wait to print, with a note. Nothing, if nothing came since the last cut; the paper has
+    /// events but no lines if only a pulse or an ejection did. The next read() begins with a
+    /// printer that was just switched on.
     QVector<Paper> finish();
 
     /// All papers of a whole stream, the last one perhaps not cut.
