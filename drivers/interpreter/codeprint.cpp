@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "interpreter/dots_p.h"
 #include "interpreter/printer_p.h"
 
 namespace printerslib::drivers {
@@ -66,8 +67,11 @@ void Printer::printCode(Paper::Code code, const BarcodeState &barcode)
     const TextPlaces texts = placesOf(barcode, code);
     const int barsTop = texts.isAbove ? cell.height() : 0;
     if (!code.place.isEmpty())
-        code.place.moveTo(alignedLeft(size.width()), barsTop);
-    code.quarterTurns = state.isUpsideDown ? 2 : 0;
+        code.place.moveTo(state.isUpsideDown ? mirrored(alignedLeft(size.width()), size.width())
+                                             : alignedLeft(size.width()),
+                          barsTop);
+    if (state.isUpsideDown)
+        turnCode(code, 2);
     LineItems items;
     items.codes.append(code);
     if (texts.isAbove)

@@ -105,6 +105,19 @@ Paper::Picture turnedPicture(const Paper::Picture &picture, int quarters)
     return turned;
 }
 
+void turnCode(Paper::Code &code, int quarters)
+{
+    Paper::Picture modules;
+    modules.size = code.modules;
+    modules.rows = code.rows;
+    modules.dotsPerPixel = code.module;
+    const Paper::Picture turned = turnedPicture(modules, quarters);
+    code.modules = turned.size;
+    code.rows = turned.rows;
+    code.module = turned.dotsPerPixel;
+    code.quarterTurns = quint8((code.quarterTurns + quarters) % 4);
+}
+
 QSize dotsOf(const Paper::Picture &picture)
 {
     return {picture.size.width() * picture.dotsPerPixel.width(),

@@ -14,6 +14,8 @@ Paper::Picture pictureOfRows(const QByteArray &data, int width, int height);
 Paper::Picture croppedPicture(const Paper::Picture &picture, QSize size);
 /// Turned clockwise by quarters.
 Paper::Picture turnedPicture(const Paper::Picture &picture, int quarters);
+/// Turns a code's modules clockwise by quarters; its place is the caller's.
+void turnCode(Paper::Code &code, int quarters);
 /// The size on paper.
 QSize dotsOf(const Paper::Picture &picture);
 

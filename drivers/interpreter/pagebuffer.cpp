@@ -139,7 +139,7 @@ bool PageBuffer::take(LineBuffer &line)
     }
     for (Paper::Code code : qAsConst(line.items.codes)) {
         code.place = placeOf(code.place.translated(0, top));
-        code.quarterTurns = quint8((code.quarterTurns + quarterTurns()) % 4);
+        turnCode(code, quarterTurns());
         if (keep(code.place))
             m_items.codes.append(code);
     }

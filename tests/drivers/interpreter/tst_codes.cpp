@@ -172,6 +172,7 @@ private Q_SLOTS:
         QCOMPARE(codeOf(bytes("\x1Dw\x02\x1DL\x0A\0")).place, QRect(10, 0, 190, 162));
         QCOMPARE(int(codeOf("").quarterTurns), 0);
         QCOMPARE(int(codeOf(bytes("\x1B{\x01")).quarterTurns), 2);
+        QCOMPARE(codeOf(bytes("\x1B{\x01\x1Dw\x02")).place, QRect(386, 0, 190, 162));
     }
 
     void settingsOutsideTheirRange()
@@ -383,6 +384,26 @@ private Q_SLOTS:
             drawnBy(drawer));
         QCOMPARE(upwards.codes.first().place, QRect(20, 170, 30, 30));
         QCOMPARE(int(upwards.codes.first().quarterTurns), 3);
+    }
+
+    void barcodesTurnWithThePage()
+    {
+        const FakeDrawer drawer({9, 1});
+        const auto printed = [&drawer](char direction) {
+            return paperOf(bytes("\x1BL\x1BW\0\0\0\0\x64\0\xC8\0\x1BT") + direction +
+                               bytes("\x1D$\x32\0\x1Dw\x02\x1Dh\x14\x1Dk\x05"
+                                     "12\0\x0C"),
+                           {}, drawnBy(drawer))
+                .codes.first();
+        };
+        QCOMPARE(printed('0').place, QRect(0, 30, 18, 20));
+        QCOMPARE(printed('0').modules, QSize(9, 1));
+        const Paper::Code down = printed('3');
+        QCOMPARE(down.place, QRect(50, 0, 20, 18));
+        QCOMPARE(down.modules, QSize(1, 9));
+        QCOMPARE(down.module, QSize(20, 2));
+        QCOMPARE(down.rows.size(), 9);
+        QCOMPARE(int(down.quarterTurns), 1);
     }
 };
 

@@ -102,7 +102,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
         /// Of QR codes 'L', 'M', 'Q' or 'H', of PDF417 '0' to '8'; 0: as the drawer likes.
         char correctionLevel = 0;
         Variant variant = Usual;
-        /// Clockwise; `module`, `modules` and `rows` are those of the code that isn't turned.
+        /// Clockwise, as it lies on the paper. `module`, `modules` and `rows` are turned already.
         quint8 quarterTurns = 0;
         QSize grid;       ///< PDF417: columns and rows of code words; 0: as fits the data
         QSize modules;    ///< how many
