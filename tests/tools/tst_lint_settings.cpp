@@ -44,6 +44,8 @@ private:
     }
 
 private Q_SLOTS:
+    // The engine logs every tag that it fills.
+    void initTestCase() { QLoggingCategory::setFilterRules("default.warning=false"); }
     void cleanup() { IPrintDeviceSettings::setPrintDeviceSettings({}); }
 
     void settingsOfTheProgramAreThoseOfTheLibrary()
