@@ -116,7 +116,8 @@ private Q_SLOTS:
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"], (QStringList{"fill", "preview", "render", "document save"}));
         QCOMPARE(commandsOf["json"], (QStringList{"find", "lint", "models"}));
-        QCOMPARE(commandsOf["as"], (QStringList{"bbcode", "decode", "lint", "render", "document show"}));
+        QCOMPARE(commandsOf["as"],
+                 (QStringList{"bbcode", "decode", "lint", "render", "document show"}));
     }
 
     void valuesStandInCapitals()

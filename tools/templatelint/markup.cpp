@@ -72,7 +72,8 @@ void Markup::hear(const Text &removed, QStringView inserted, Printed &printed)
             openTag = Text::nowhere;
         else if (tag == format.open && openTag == Text::nowhere)
             openTag = offset;
-        else if (tag == format.wholeLine && !printed.wholeLineTags.contains(innerOf(format.wholeLine)))
+        else if (tag == format.wholeLine &&
+                 !printed.wholeLineTags.contains(innerOf(format.wholeLine)))
             printed.wholeLineTags.insert(innerOf(format.wholeLine), offset);
     }
 }

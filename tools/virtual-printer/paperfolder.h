@@ -21,8 +21,8 @@ public:
     /// Makes the folder and loads the fonts. Gives false with a message on failure.
     bool open(QString *error);
 
-    /// Takes what the printer is sent, and gives a line for each piece that is cut by it, behind one
-    /// for each thing that the printer doesn't do as it is asked.
+    /// Takes what the printer is sent, and gives a line for each piece that is cut by it, behind
+    /// one for each thing that the printer doesn't do as it is asked.
     QStringList take(const QByteArray &bytes);
     /// The end: what hangs in the printer is written, too.
     QStringList finish();
