@@ -203,6 +203,7 @@ std::optional<TwoByteSet> TwoByteSet::forName(const QString &name)
     if (row == std::end(twoByteRows))
         return std::nullopt;
     TwoByteSet set;
+    set.m_name = row->name;
     set.m_iconvName = row->iconvName;
     set.m_isSevenBit = row->isSevenBit;
     set.m_firstLead = row->firstLead;

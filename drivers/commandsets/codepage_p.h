@@ -13,12 +13,14 @@ public:
     /// both bytes are below 0x80. Nothing for any other.
     static std::optional<TwoByteSet> forName(const QString &name);
 
+    QString name() const { return QString::fromLatin1(m_name); }
     /// Whether a byte begins a character.
     bool isLead(unsigned char byte) const { return byte >= m_firstLead && byte <= m_lastLead; }
     /// What two bytes show: U+0000 where the set has nothing.
     char16_t character(unsigned char lead, unsigned char trail) const;
 
 private:
+    const char *m_name = nullptr;
     const char *m_iconvName = nullptr;
     bool m_isSevenBit = false;
     unsigned char m_firstLead = 0x81;

@@ -5,25 +5,26 @@ namespace printerslib::drivers {
 
 namespace {
 
-void chooseSet(Printer &printer, const StreamCommand &command, const char *name)
+void begin(Printer &printer, const StreamCommand &command, const char *usualSet)
 {
-    if (!printer.state.kanji.choose(printer.profile, name))
-        printer.noteFor(command, QStringLiteral("is for two-byte characters, of which the model's "
+    if (!printer.state.kanji.set)
+        printer.state.kanji.choose(printer.profile, usualSet);
+    if (printer.profile.kanjiSet().isEmpty())
+        printer.noteFor(command, QStringLiteral("begins two-byte characters, of which the model's "
                                                 "data knows nothing; they are taken for %1")
-                                     .arg(QLatin1String(name)));
+                                     .arg(printer.state.kanji.set->name()));
+    printer.state.kanji.isOn = true;
 }
 
 void beginKanji(Printer &printer, const StreamCommand &command)
 {
-    if (!printer.state.kanji.set)
-        chooseSet(printer, command, "GB18030");
-    printer.state.kanji.isOn = true;
+    begin(printer, command, "GB18030");
 }
 
 void beginJis(Printer &printer, const StreamCommand &command)
 {
-    chooseSet(printer, command, "JIS");
-    printer.state.kanji.isOn = true;
+    printer.state.kanji.choose(printer.profile, "JIS");
+    begin(printer, command, "JIS");
 }
 
 void endKanji(Printer &printer, const StreamCommand & /*command*/)
@@ -35,13 +36,15 @@ void setKanjiCode(Printer &printer, const StreamCommand &command)
 {
     const int choice = choiceOf(command, 0, 3);
     if (choice >= 0)
-        chooseSet(printer, command, choice == 0 ? "JIS" : "SHIFT_JIS");
+        printer.state.kanji.choose(printer.profile, choice == 0 ? "JIS" : "SHIFT_JIS");
 }
 
 void setShiftedJis(Printer &printer, const StreamCommand &command)
 {
-    chooseSet(printer, command, isSwitchedOn(command) ? "SHIFT_JIS" : "JIS");
-    printer.state.kanji.isOn = isSwitchedOn(command);
+    printer.state.kanji.choose(printer.profile, isSwitchedOn(command) ? "SHIFT_JIS" : "JIS");
+    printer.state.kanji.isOn = false;
+    if (isSwitchedOn(command))
+        begin(printer, command, "SHIFT_JIS");
 }
 
 void setKanjiModes(Printer &printer, const StreamCommand &command)

@@ -48,12 +48,11 @@ void PrintCharset::fill()
         m_characters[internationalBytes[i]] = characters[i];
 }
 
-bool KanjiState::choose(const PrinterProfile &profile, const char *name)
+void KanjiState::choose(const PrinterProfile &profile, const char *name)
 {
     const QString own = profile.kanjiSet();
     if (own.isEmpty() || own == QLatin1String("SHIFT_JIS"))
         set = TwoByteSet::forName(QLatin1String(name));
-    return !own.isEmpty();
 }
 
 PrintState::PrintState(const PrinterProfile &profile, int codePage, int paperDots)

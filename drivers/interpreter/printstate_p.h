@@ -42,9 +42,9 @@ struct KanjiState
     int spacingRight = 0;
     int lead = -1;  ///< first byte of a character of which the second is due
 
-    /// Takes the set of a name, unless the model has another one. False if nothing is known of the
-    /// model, so that the name is a guess.
-    bool choose(const PrinterProfile &profile, const char *name);
+    /// Takes the set of a name, unless the model has another one. If nothing is known of the
+    /// model's, the name is a guess.
+    void choose(const PrinterProfile &profile, const char *name);
 };
 
 struct BarcodeState
