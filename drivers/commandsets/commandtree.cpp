@@ -72,9 +72,10 @@ const CommandTree::Node *CommandTree::child(const Node &node, char c) const
 const CommandTree &CommandTree::of(Dialect dialect, Vendor vendor)
 {
     static const std::vector<CommandTree> trees = [] {
+        constexpr int count = dialectCount * vendorCount;
         std::vector<CommandTree> made;
-        made.reserve(dialectCount * vendorCount);
-        for (int i = 0; i < dialectCount * vendorCount; ++i)
+        made.reserve(count);
+        for (int i = 0; i < count; ++i)
             made.push_back(CommandTree(commandsOf(static_cast<Dialect>(i / vendorCount),
                                                   static_cast<Vendor>(i % vendorCount))));
         return made;

@@ -205,7 +205,9 @@ private Q_SLOTS:
         QCOMPARE(notesOf(paper).size(), 1);
         QVERIFY(notesOf(paper).first().endsWith("taken for GB18030"));
         // A code that is chosen and never used is nothing to tell of.
-        QCOMPARE(notesOf(paperOf(bytes("\x1C\x43\x01" "a\n"))), QStringList());
+        QCOMPARE(notesOf(paperOf(bytes("\x1C\x43\x01"
+                                       "a\n"))),
+                 QStringList());
         QCOMPARE(textOf(bytes("\x1C\x43\x01\x1C&\x93\xFA\n")), QString::fromUtf8("日\n"));
         QCOMPARE(textOf(bytes("\x1C\x43\0\x1C&\x46\x7C\n")), QString::fromUtf8("日\n"));
         QCOMPARE(textOf(bytes("\x1Bp\x46\x7C\x1Bqa\n"), model("TSP-TUP")),
