@@ -330,7 +330,7 @@ void Printer::dropLine(const StreamCommand &command)
 /// stream a few bytes each time. What is printed as it is kept isn't copied.
 bool Printer::mayCopy(const Paper::Picture &picture)
 {
-    constexpr qint64 bytesAtFirst = 16 * 1024 * 1024;
+    constexpr qint64 bytesAtFirst = qint64(16) * 1024 * 1024;
     constexpr qint64 bytesPerByte = 100;
     m_copiedBytes += picture.rows.size();
     if (m_copiedBytes <= bytesAtFirst + bytesPerByte * m_place)
