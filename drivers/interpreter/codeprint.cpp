@@ -63,7 +63,8 @@ void Printer::printCode(Paper::Code code, const BarcodeState &barcode)
         line.add(code);
         return;
     }
-    const QSize cell = profile.fontCells().value(barcode.textFont, profile.fontCells().first());
+    const QSize cell =
+        profile.fontCells().value(barcode.textFont, profile.fontCells().constFirst());
     const TextPlaces texts = placesOf(barcode, code);
     const int barsTop = texts.isAbove ? cell.height() : 0;
     if (!code.place.isEmpty())

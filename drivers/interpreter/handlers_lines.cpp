@@ -36,7 +36,8 @@ void setTabs(Printer &printer, const StreamCommand &command)
 {
     QVector<int> &tabs = printer.state.tabs;
     tabs.clear();
-    for (const char byte : command.payload()) {
+    const QByteArray payload = command.payload();
+    for (const char byte : payload) {
         const int columns = static_cast<unsigned char>(byte);
         if (columns == 0 || tabs.size() == mostTabs)
             break;

@@ -53,7 +53,8 @@ void clearRaster(Printer &printer, const StreamCommand & /*command*/)
 int numberOf(const StreamCommand &command)
 {
     int number = 0;
-    for (const char c : command.payload()) {
+    const QByteArray payload = command.payload();
+    for (const char c : payload) {
         if (c >= '0' && c <= '9')
             number = std::min(10 * number + (c - '0'), Paper::longest);
     }

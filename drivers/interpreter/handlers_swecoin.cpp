@@ -101,7 +101,8 @@ void setSwecoinTabs(Printer &printer, const StreamCommand &command)
 {
     constexpr int unit = 20;  // dots, 2.5 mm
     printer.state.tabs.clear();
-    for (const char byte : command.payload()) {
+    const QByteArray payload = command.payload();
+    for (const char byte : payload) {
         if (byte != 0)
             printer.state.tabs.append(unit * static_cast<unsigned char>(byte));
     }
