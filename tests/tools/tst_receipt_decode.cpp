@@ -341,6 +341,8 @@ private Q_SLOTS:
     {
         QCOMPARE(decoded(QByteArray(25, 'x'), {"--columns", "20"}).output,
                  QString(20, 'x') + '\n' + "xxxxx\n");
+        QCOMPARE(decoded(QByteArray(49, 'x'), {"--columns", "48"}).output,
+                 QString(48, 'x') + '\n' + "x\n");
     }
 
     void codePageIsTheOneInForceAtTheStart()
@@ -371,7 +373,11 @@ private Q_SLOTS:
             "receipt decode: wrong number of arguments; see \"receipt decode --help\"");
         row("paper", decode(file, {"--paper", "2"}), "--paper: \"2\" is no number from 0 to 1");
         row("columns", decode(file, {"--columns", "0"}),
-            "--columns: \"0\" is no number from 1 to 255");
+            "--columns: \"0\" is no number from 1 to 48");
+        row("more columns than fit", decode(file, {"--columns", "49"}),
+            "--columns: \"49\" is no number from 1 to 48");
+        row("more columns than fit on the paper", decode(file, {"--paper", "0", "--columns", "33"}),
+            "--columns: \"33\" is no number from 1 to 32");
         row("scale", decode(file, {"--scale", "9"}), "--scale: \"9\" is no number from 1 to 8");
         row("form", decode(file, {"--as", "html"}),
             "--as: \"html\" is none of text, listing, json, png, pdf, svg");

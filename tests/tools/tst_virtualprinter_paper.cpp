@@ -208,15 +208,28 @@ private Q_SLOTS:
         QVERIFY2(lines.last().contains("ends inside GS v 0"), qPrintable(lines.last()));
     }
 
-    void folderThatCannotBeMadeIsAFailure()
+    void folderThatCannotBeUsedIsAFailure_data()
     {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QByteArray>("complaint");
+        const auto row = [](const char *name, const char *folder, const char *complaint) {
+            QTest::newRow(name) << QString(folder)
+                                << QByteArray("virtual-printer: ") + complaint + '\n';
+        };
+        row("can't be made", "/dev/null/papers", "/dev/null/papers: the folder can't be made");
+        row("a file", "/dev/null", "/dev/null: the folder can't be made");
+        row("no name", "", ": the folder can't be made");
+        // Not even the superuser makes files there.
+        row("can't be written", "/proc", "/proc: No such file or directory");
+    }
+    void folderThatCannotBeUsedIsAFailure()
+    {
+        QFETCH(QString, folder);
         QProcess program;
-        program.start(VIRTUAL_PRINTER_PROGRAM,
-                      {"--model", "CUSTOM_VKP_80", "--paper", "/dev/null/papers"});
+        program.start(VIRTUAL_PRINTER_PROGRAM, {"--model", "CUSTOM_VKP_80", "--paper", folder});
         QVERIFY(program.waitForFinished(patience));
         QCOMPARE(program.exitCode(), 1);
-        QCOMPARE(program.readAllStandardError(),
-                 QByteArray("virtual-printer: /dev/null/papers: the folder can't be made\n"));
+        QTEST(program.readAllStandardError(), "complaint");
         QCOMPARE(program.readAllStandardOutput(), QByteArray());
     }
 };

@@ -358,8 +358,8 @@ struct Options
 {
     const QCommandLineOption columns{
         QStringLiteral("columns"),
-        QStringLiteral("Characters of the first font in a line, 1 to %1; default: as many as fit.")
-            .arg(mostColumns),
+        QStringLiteral("Characters of the first font in a line; default, and at most: as many as "
+                       "fit."),
         QStringLiteral("N")};
     const QCommandLineOption codePage{
         QStringLiteral("code-page"),
@@ -372,8 +372,6 @@ struct Options
                        "a picture paper.png, paper.pdf or paper.svg in the current folder."),
         QStringLiteral("FILE")};
     const QCommandLineOption watch = tool::watchOption();
-
-    static constexpr int mostColumns = 255;
 };
 
 bool setModel(const QCommandLineParser &parser, Request &request)
@@ -406,11 +404,20 @@ QString characterSets(const QMap<int, QString> &codePages)
     return sets.join(QStringLiteral(", "));
 }
 
+int mostColumnsOf(const Request &request)
+{
+    const PrinterProfile &profile = request.profile;
+    const int head = profile.headDots();
+    const int paper = request.options.paperDots;
+    const int dots = paper > 0 ? std::min(head, paper) : head;
+    return dots / profile.fontCells().value(profile.initialFont()).width();
+}
+
 bool setCharacters(const QCommandLineParser &parser, const Options &options, Request &request)
 {
     constexpr int lastCodePage = 255;
     if (parser.isSet(options.columns)) {
-        const auto columns = tool::numberOf(parser, options.columns, 1, Options::mostColumns);
+        const auto columns = tool::numberOf(parser, options.columns, 1, mostColumnsOf(request));
         if (!columns)
             return false;
         request.options.columns = *columns;

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryFile>
 #include <algorithm>
 
 #include "paper.h"
@@ -41,8 +42,13 @@ PaperFolder::PaperFolder(const QString &modelId, const QString &folder)
 
 bool PaperFolder::open(QString *error)
 {
-    if (!QDir().mkpath(m_folder)) {
+    if (m_folder.isEmpty() || !QDir().mkpath(m_folder)) {
         *error = QStringLiteral("%1: the folder can't be made").arg(m_folder);
+        return false;
+    }
+    QTemporaryFile probe(QDir(m_folder).filePath(QStringLiteral(".paper-XXXXXX")));
+    if (!probe.open()) {
+        *error = QStringLiteral("%1: %2").arg(m_folder, probe.errorString());
         return false;
     }
     return m_typeface.load(receiptpreview::Typeface::defaultFolder(), error);

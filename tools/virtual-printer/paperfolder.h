@@ -18,7 +18,8 @@ public:
     /// @param modelId one of the catalogue; the paper is its widest
     PaperFolder(const QString &modelId, const QString &folder);
 
-    /// Makes the folder and loads the fonts. Gives false with a message on failure.
+    /// Makes the folder, tries to write into it, and loads the fonts. Gives false with a message on
+    /// failure.
     bool open(QString *error);
 
     /// Takes what the printer is sent, and gives a line for each piece that is cut by it, behind
