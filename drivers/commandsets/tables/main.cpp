@@ -29,32 +29,48 @@ constexpr DialectSection dialectSections[] = {
 // In the order of Vendor.
 constexpr const char *vendorNames[] = {"", "Epson", "Custom", "Citizen", "Star", "Swecoin"};
 
+struct DataText
+{
+    PayloadRule rule;
+    const char *text;
+};
+
 // In the order of PayloadRule.
-constexpr const char *dataTexts[] = {
-    "",
-    "data up to 00",
-    "data up to 1E",
-    "a number in digits, 00, so many bytes",
-    "rising numbers, 32 at most, up to 00",
-    "five numbers, a semicolon behind each",
-    "data",
-    "data",
-    "data",
-    "data",
-    "rows of x bytes, y of them",
-    "columns of 1 byte",
-    "columns of 3 bytes",
-    "n columns of 1 byte, for m = 32 and 33 of 3",
-    "24 rows of n1 bytes",
-    "8 bytes for each of x * y",
-    "n pictures: xL xH yL yH and 8 bytes for each of x * y",
-    "for each character its columns and y bytes for each of these",
-    "a bitmap file",
-    "a parts: a type, nL nH and n bytes",
-    "48 bytes",
-    "72 bytes",
+constexpr DataText dataTexts[] = {
+    {PayloadRule::None, ""},
+    {PayloadRule::NulTerminated, "data up to 00"},
+    {PayloadRule::RsTerminated, "data up to 1E"},
+    {PayloadRule::DecimalCounted, "a number in digits, 00, so many bytes"},
+    {PayloadRule::TabStops, "rising numbers, 32 at most, up to 00"},
+    {PayloadRule::FiveSemicolons, "five numbers, a semicolon behind each"},
+    {PayloadRule::LengthByte, "data"},
+    {PayloadRule::LengthWord, "data"},
+    {PayloadRule::LengthWordHighFirst, "data"},
+    {PayloadRule::LengthDouble, "data"},
+    {PayloadRule::RasterWords, "rows of x bytes, y of them"},
+    {PayloadRule::ColumnsOfByte, "columns of 1 byte"},
+    {PayloadRule::ColumnsOf3Bytes, "columns of 3 bytes"},
+    {PayloadRule::ColumnsByMode, "n columns of 1 byte, for m = 32 and 33 of 3"},
+    {PayloadRule::RowsOf24, "24 rows of n1 bytes"},
+    {PayloadRule::EightDotCells, "8 bytes for each of x * y"},
+    {PayloadRule::NvPictures, "n pictures: xL xH yL yH and 8 bytes for each of x * y"},
+    {PayloadRule::UserCharacters, "for each character its columns and y bytes for each of these"},
+    {PayloadRule::QrParts, "a parts: a type, nL nH and n bytes"},
+    {PayloadRule::Bitmap, "a bitmap file"},
+    {PayloadRule::Bytes48, "48 bytes"},
+    {PayloadRule::Bytes72, "72 bytes"},
 };
 static_assert(std::size(dataTexts) == static_cast<std::size_t>(PayloadRule::Bytes72) + 1);
+
+constexpr bool areInOrder()
+{
+    for (std::size_t i = 0; i < std::size(dataTexts); ++i) {
+        if (static_cast<std::size_t>(dataTexts[i].rule) != i)
+            return false;
+    }
+    return true;
+}
+static_assert(areInOrder());
 
 /// In a table a bar ends a cell, also within code.
 QString code(QString text)
@@ -76,7 +92,7 @@ QString operandsText(const CommandRow &row)
     for (int i = 0; i < row.selectorSize; ++i)
         names[row.selectorAt + i] +=
             QStringLiteral("=%1").arg(static_cast<unsigned char>(row.selector[i]));
-    const QString data = QString::fromLatin1(dataTexts[static_cast<int>(row.payload)]);
+    const QString data = QString::fromLatin1(dataTexts[static_cast<int>(row.payload)].text);
     QStringList parts;
     if (!names.isEmpty())
         parts.append(code(names.join(QLatin1Char(' '))));
