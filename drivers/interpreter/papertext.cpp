@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <tuple>
 
 #include "printerslib/drivers/paper.h"
 
@@ -14,6 +15,7 @@ struct Fragment
     int end = 0;
     char16_t character = 0;  ///< 0: a text
     QString text;
+    int turns = 0;  ///< what stands turned otherwise is on a row of its own
 };
 
 using Symbology = Paper::Symbology;
@@ -188,7 +190,7 @@ private:
                                   code.place.right() + 1, 0, textOf(code)});
         }
         std::stable_sort(fragments.begin(), fragments.end(), [](const auto &a, const auto &b) {
-            return a.row != b.row ? a.row < b.row : a.begin < b.begin;
+            return std::tie(a.turns, a.row, a.begin) < std::tie(b.turns, b.row, b.begin);
         });
         for (int i = 0; i < fragments.size();)
             i = readRow(fragments, i);
@@ -198,9 +200,12 @@ private:
     int readRow(const QVector<Fragment> &fragments, int first)
     {
         beginRow();
+        const Fragment &begin = fragments.at(first);
         int i = first;
-        for (; i < fragments.size() && fragments.at(i).row == fragments.at(first).row; ++i) {
+        for (; i < fragments.size(); ++i) {
             const Fragment &fragment = fragments.at(i);
+            if (fragment.turns != begin.turns || fragment.row != begin.row)
+                break;
             padTo(fragment.begin);
             if (fragment.character != 0)
                 m_row += QChar(fragment.character);
@@ -240,6 +245,8 @@ private:
         }
         if (line.kind == Paper::Line::Text)
             fragment.row = line.top + line.height;
+        else
+            fragment.turns = turns;
         return fragment;
     }
 
