@@ -105,10 +105,10 @@ void setAreaWidth(Printer &printer, const StreamCommand &command)
 void goToLineStart(Printer &printer, const StreamCommand &command)
 {
     const int choice = choiceOf(command, 0, 2);
-    if (choice == 0)
-        printer.dropLine(command);
-    else if (choice == 1 && !printer.line.isEmpty())
+    if (choice == 1 && !printer.line.isEmpty())
         printer.printLine(1);
+    else if (choice >= 0)
+        printer.dropLine(command);
 }
 
 void setDefaultLineSpacing(Printer &printer, const StreamCommand & /*command*/)

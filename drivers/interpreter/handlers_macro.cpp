@@ -8,7 +8,7 @@ namespace {
 constexpr int mostMacroBytes = 2048;
 // A few bytes ask for 255 times the macro: what is played stays within a multiple of the stream.
 constexpr qint64 bytesPlayedAtFirst = 100'000;
-constexpr qint64 bytesPlayedPerByte = 50;
+constexpr qint64 bytesPlayedPerByte = 4;
 
 void switchMacroDefinition(Printer &printer, const StreamCommand & /*command*/)
 {

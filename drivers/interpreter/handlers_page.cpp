@@ -43,9 +43,18 @@ void endPageMode(Printer &printer, const StreamCommand &command)
     leavePageMode(printer);
 }
 
+/// Bytes that a copy takes; what pictures and codes show is shared.
+qint64 sizeOf(const LineItems &items)
+{
+    return qint64(sizeof(Paper::Cell)) * items.cells.size() +
+           qint64(sizeof(Paper::Picture)) * (items.pictures.size() + items.drawings.size()) +
+           qint64(sizeof(Paper::Code)) * items.codes.size();
+}
+
 void printPageAndStay(Printer &printer, const StreamCommand & /*command*/)
 {
-    if (printer.isPageMode)
+    const qint64 size = sizeOf(printer.page.items()) + sizeOf(printer.line.items);
+    if (printer.isPageMode && printer.mayCopy(size, QStringLiteral("a page")))
         printPage(printer);
 }
 

@@ -105,6 +105,12 @@ void setStarKanjiSpacing(Printer &printer, const StreamCommand &command)
 
 // Lines
 
+void cancelAndReset(Printer &printer, const StreamCommand &command)
+{
+    printer.dropLine(command);
+    printer.reset();
+}
+
 /// Without stops of its own, each line is one.
 void goToVerticalTab(Printer &printer, const StreamCommand & /*command*/)
 {
@@ -402,6 +408,7 @@ constexpr HandlerRow starRows[] = {
     {CommandId::Upperline, noteUpperline},
     {CommandId::DefineCharacter, defineStarCharacter},
     {CommandId::CancelCharacter, cancelStarCharacter},
+    {CommandId::CancelData, cancelAndReset},
     {CommandId::VerticalTab, goToVerticalTab},
     {CommandId::LeftMargin, setLeftCharacters},
     {CommandId::RightMargin, setRightCharacters},

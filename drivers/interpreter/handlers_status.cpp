@@ -12,6 +12,13 @@ void askStatus(Printer &printer, const StreamCommand &command)
                                                       QString::fromLatin1(command.row->meaning)));
 }
 
+void selectPrinter(Printer &printer, const StreamCommand &command)
+{
+    printer.isSelected = isSwitchedOn(command);
+    if (!printer.isSelected)
+        printer.noteFor(command, QStringLiteral("sends what follows to the printer's neighbour"));
+}
+
 /// What changes nothing that can be seen on paper.
 void changeNothing(Printer & /*printer*/, const StreamCommand & /*command*/) {}
 
@@ -27,24 +34,23 @@ constexpr CommandId questions[] = {
 };
 
 constexpr CommandId unseen[] = {
-    CommandId::RealTimeSwitch,   CommandId::Smoothing,        CommandId::RealTimeRequest,
-    CommandId::RealTimePowerOff, CommandId::SensorsForEnd,    CommandId::SensorsForStop,
-    CommandId::PanelButtons,     CommandId::PrinterSelect,    CommandId::InkStatus,
-    CommandId::OfflineResponse,  CommandId::OneDirection,     CommandId::PrintControl,
-    CommandId::GraphicsDensity,  CommandId::PrintDensity,     CommandId::HeadControl,
-    CommandId::PrintSpeed,       CommandId::MaintenanceReset, CommandId::OnlineRecovery,
-    CommandId::NotchDistance,    CommandId::UserMemory,       CommandId::UserMemoryWrite,
-    CommandId::Customize,        CommandId::UserSetup,        CommandId::KanjiFont,
-    CommandId::SlashedZero,      CommandId::EtbMark,          CommandId::EtbReset,
-    CommandId::StatusMode,       CommandId::EndMark,          CommandId::MemorySwitch,
-    CommandId::DriverMode,       CommandId::BuzzerPulse,      CommandId::TwoColours,
-    CommandId::Calibrate,        CommandId::SetParameters,    CommandId::SetParameter,
-    CommandId::StoreParameters,
+    CommandId::RealTimeSwitch,   CommandId::Smoothing,       CommandId::RealTimeRequest,
+    CommandId::RealTimePowerOff, CommandId::SensorsForEnd,   CommandId::SensorsForStop,
+    CommandId::PanelButtons,     CommandId::InkStatus,       CommandId::OfflineResponse,
+    CommandId::OneDirection,     CommandId::PrintControl,    CommandId::GraphicsDensity,
+    CommandId::PrintDensity,     CommandId::HeadControl,     CommandId::PrintSpeed,
+    CommandId::MaintenanceReset, CommandId::OnlineRecovery,  CommandId::NotchDistance,
+    CommandId::UserMemory,       CommandId::UserMemoryWrite, CommandId::Customize,
+    CommandId::UserSetup,        CommandId::KanjiFont,       CommandId::SlashedZero,
+    CommandId::EtbMark,          CommandId::EtbReset,        CommandId::StatusMode,
+    CommandId::EndMark,          CommandId::MemorySwitch,    CommandId::DriverMode,
+    CommandId::BuzzerPulse,      CommandId::TwoColours,      CommandId::Calibrate,
+    CommandId::SetParameters,    CommandId::SetParameter,    CommandId::StoreParameters,
 };
 
 QVector<HandlerRow> makeStatusRows()
 {
-    QVector<HandlerRow> rows;
+    QVector<HandlerRow> rows = {{CommandId::PrinterSelect, selectPrinter}};
     for (const CommandId id : questions)
         rows.append({id, askStatus});
     for (const CommandId id : unseen)

@@ -177,6 +177,8 @@ void printSymbol(Printer &printer, const StreamCommand &command, const SymbolSta
         return;
     }
     printer.endLineFor(command);
+    if (!printer.mayCopy(symbol.data.size(), QStringLiteral("a code")))
+        return;
     Paper::Code code;
     code.symbology = symbol.symbology == Symbology::Other ? symbology : symbol.symbology;
     code.variant = symbol.variant;

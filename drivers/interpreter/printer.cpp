@@ -5,6 +5,7 @@
 #include "commandsets/commandtext_p.h"
 #include "interpreter/dots_p.h"
 #include "interpreter/macro_p.h"
+#include "interpreter/rasterrows_p.h"
 
 namespace printerslib::drivers {
 
@@ -28,6 +29,21 @@ Paper blankPaper(const PrinterProfile &profile, int width)
     paper.dotsPerInch = profile.dotsPerInch();
     paper.cell = profile.fontCells().value(profile.initialFont());
     return paper;
+}
+
+/// What a printer leaves to its neighbour on the line while that is chosen.
+bool isForTheNeighbour(const StreamCommand &command)
+{
+    return command.kind != StreamCommand::Command ||
+           (command.row->id != CommandId::PrinterSelect &&
+            (command.row->traits & CommandRow::ActsAtOnce) == 0);
+}
+
+/// Rows of the raster mode are on paper before anything else is.
+bool endsRasterRows(const CommandRow &row)
+{
+    return (row.traits & (CommandRow::InRasterMode | CommandRow::ActsAtOnce)) == 0 &&
+           row.id != CommandId::RasterClear;
 }
 
 int keyOfOwn(int font, unsigned char byte)
@@ -54,6 +70,8 @@ void Printer::obey(const StreamCommand &command)
     m_place = command.offset;
     if (!command.realTime.isEmpty())
         obeyAtOnce(command);
+    if (!isSelected && isForTheNeighbour(command))
+        return;
     if (recordForMacro(*this, command))
         return;
     if (command.kind != StreamCommand::Text && state.kanji.lead >= 0) {
@@ -93,6 +111,8 @@ void Printer::obeyAtOnce(const StreamCommand &command)
 void Printer::call(const StreamCommand &command)
 {
     const CommandHandler handler = handlerOf(profile.dialect(), command.row->id);
+    if (endsRasterRows(*command.row))
+        flushRasterRows(*this);
     if (command.isSwitchedOff)
         noteFor(command, QStringLiteral("is switched off"));
     else if (handler != nullptr)
@@ -326,17 +346,22 @@ void Printer::dropLine(const StreamCommand &command)
     line.clear();
 }
 
-/// Whether one more copy of a picture may be made, as one that is kept in the printer costs a
-/// stream a few bytes each time. What is printed as it is kept isn't copied.
-bool Printer::mayCopy(const Paper::Picture &picture)
+// What is printed as it is kept isn't copied.
+bool Printer::mayCopy(qint64 bytes, const QString &what)
 {
     constexpr qint64 bytesAtFirst = qint64(16) * 1024 * 1024;
     constexpr qint64 bytesPerByte = 100;
-    m_copiedBytes += picture.rows.size();
-    if (m_copiedBytes <= bytesAtFirst + bytesPerByte * m_place)
-        return true;
-    note(QStringLiteral("a picture is left out, as the stream asks for too many copies"));
-    return false;
+    const bool may = m_copiedBytes + bytes <= bytesAtFirst + bytesPerByte * m_place;
+    if (may)
+        m_copiedBytes += bytes;
+    else
+        note(QStringLiteral("%1 is left out, as the stream asks for too many copies").arg(what));
+    return may;
+}
+
+bool Printer::mayCopy(const Paper::Picture &picture)
+{
+    return mayCopy(picture.rows.size(), QStringLiteral("a picture"));
 }
 
 void Printer::addToLine(Paper::Picture picture)

@@ -93,6 +93,9 @@ public:
     /// Prints a picture on lines of its own.
     void printPicture(Paper::Picture picture);
     void printCode(Paper::Code code, const BarcodeState &barcode);
+    /// Whether one more copy of so many bytes may be made of what is kept in the printer, as that
+    /// costs a stream a few bytes each time. If not, it is told that `what` is left out.
+    bool mayCopy(qint64 bytes, const QString &what);
 
     // The paper.
     void reset();
@@ -106,6 +109,7 @@ public:
     PaperRoll roll;
     PrintState state;
     LineBuffer line;
+    bool isSelected = true;  ///< else what comes is for a neighbour on the line, such as a display
     bool isPageMode = false;
     PageBuffer page;
     GraphicsStore graphics;
@@ -117,10 +121,9 @@ public:
 
 private:
     qint64 m_place = 0;        ///< of the stream: the byte at hand, in texts too
-    qint64 m_copiedBytes = 0;  ///< of pictures
+    qint64 m_copiedBytes = 0;  ///< of what is kept in the printer
 
     bool mayCopy(const Paper::Picture &picture);
-
     void obeyAtOnce(const StreamCommand &command);
     void call(const StreamCommand &command);
     void tellUnknown(const StreamCommand &command);

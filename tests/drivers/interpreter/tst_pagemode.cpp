@@ -144,6 +144,35 @@ private Q_SLOTS:
         QCOMPARE(paper.toText(), QString("first\n                 second\n"));
     }
 
+    void directionsDoNotShareRows()
+    {
+        // In a square the lines of all four directions lie equally far from their edges.
+        const Paper paper = paperOf(bytes("\x1BL\x1BW\x10\0\x10\0\x90\x01\x90\x01one two") +
+                                    bytes("\x1BT\x01three four") + bytes("\x1BT2five six") +
+                                    bytes("\x1BT\x03seven eight\x0C"));
+        QStringList lines;
+        for (const QString &line : paper.toText().split('\n', Qt::SkipEmptyParts))
+            lines.append(line.trimmed());
+        lines.sort();
+        QCOMPARE(lines, QStringList({"five six", "one two", "seven eight", "three four"}));
+    }
+
+    void copiesOfAPageAreBounded()
+    {
+        // 40,000 characters on each other, asked for with two bytes each time.
+        QByteArray stream = bytes("\x1BL\x1BW\0\0\0\0\x40\x02\x18\0");
+        for (int i = 0; i < 1000; ++i)
+            stream += QByteArray(40, 'x') + bytes("\x1B$\0\0");
+        const QByteArray prints = bytes("\x1B\x0C").repeated(2000);
+        const Paper paper = paperOf(stream + prints + bytes("\x1BSz\n"));
+        const qint64 most = 16 * 1024 * 1024 + 100 * (stream.size() + prints.size());
+        QVERIFY(paper.cells.size() > 40'000);
+        QVERIFY(qint64(sizeof(Paper::Cell)) * paper.cells.size() <= most);
+        QVERIFY(
+            notesOf(paper).contains("a page is left out, as the stream asks for too many copies"));
+        QVERIFY(paper.toText().endsWith("z\n"));
+    }
+
     void picturesTurnWithThePage()
     {
         const QByteArray raster = bytes("\x1Dv0\0\x01\0\x02\0\xC0\x01");

@@ -230,6 +230,28 @@ private Q_SLOTS:
         QCOMPARE(cut.length, 1);
     }
 
+    void rasterRowsStandAboveWhatFollows()
+    {
+        const QByteArray rows = bytes("\x1B*rAb\x01\0\xFF") + bytes("b\x01\0\xFF");
+        const QVector<Paper> cut = papersOf(rows + bytes("\x1B\x64\x02"), star());
+        QCOMPARE(cut.size(), 1);
+        QCOMPARE(cut.first().toText(), QString("[picture 8 x 2]\n[cut]\n"));
+        QCOMPARE(printed(rows + bytes("\n\x1B@z\n")).toText(), QString("[picture 8 x 2]\n\nz\n"));
+        QCOMPARE(printed(rows + bytes("\x1B@z\n")).toText(), QString("[picture 8 x 2]\nz\n"));
+        // A question doesn't part them.
+        QCOMPARE(printed(rows + bytes("\x1B\x06\x01") + bytes("b\x01\0\xFF")).pictures.size(), 1);
+    }
+
+    void canResets()
+    {
+        const Paper paper =
+            printed(bytes("\x0E\x1B\x45\x1B\x1D\x61\x02"
+                          "abc\x18z\n"));
+        QCOMPARE(paper.toText(), QString("z\n"));
+        QCOMPARE(placeOf(cellOf(paper, u'z')), QRect(0, 0, 12, 24));
+        QCOMPARE(int(cellOf(paper, u'z').effects), 0);
+    }
+
     void rasterMargin()
     {
         const Paper paper = printed(bytes("\x1B*rA\x1B*rml2\0\x62\x01\0\xF0\x1B*rB"));

@@ -226,6 +226,14 @@ private Q_SLOTS:
             plays += bytes("\x1D^\xFF\0\0");
         const Paper paper = paperOf(macro + plays);
         QVERIFY(paper.cells.size() < 200 * (macro.size() + plays.size()));
+        QByteArray more;
+        for (int i = 0; i < 20'000; ++i)
+            more += bytes("\x1D^\xFF\0\0\x1DV\x41\0");
+        qint64 cells = 0;
+        for (const Paper &piece : papersOf(macro + more))
+            cells += piece.cells.size();
+        QVERIFY(cells > 100'000);
+        QVERIFY(cells <= 100'000 + 4 * (macro.size() + more.size()));
         QVERIFY(notesOf(paper).contains("GS ^ is played no further"));
         const Paper longer = paperOf(bytes("\x1D:") + QByteArray(2049, 'x') + bytes("\x1D:"));
         QCOMPARE(notesOf(longer), QStringList("the macro is longer than 2048 bytes"));
@@ -269,6 +277,44 @@ private Q_SLOTS:
         QVERIFY(size <= 16 * 1024 * 1024 + 100 * (define.size() + prints.size()));
         QVERIFY(notesOf(paper).contains(
             "a picture is left out, as the stream asks for too many copies"));
+    }
+
+    void copiesOfCodesAreBounded()
+    {
+        const QByteArray store = bytes(
+                                     "\x1D(k\x03\x10"
+                                     "1P0") +
+                                 QByteArray(4096, 'x');
+        const QByteArray prints = bytes(
+                                      "\x1D(k\x03\0"
+                                      "1Q0")
+                                      .repeated(20'000);
+        const Paper paper = paperOf(store + prints);
+        qint64 size = 0;
+        for (const Paper::Code &code : paper.codes)
+            size += code.payload.size();
+        QVERIFY(size > 4096);
+        QVERIFY(size <= 16 * 1024 * 1024 + 100 * (store.size() + prints.size()));
+        QVERIFY(
+            notesOf(paper).contains("a code is left out, as the stream asks for too many copies"));
+    }
+
+    void whatIsForTheNeighbourIsNotPrinted()
+    {
+        const Paper paper =
+            paperOf(bytes("a\n\x1B=\x02"
+                          "display\n\x1B@\x1D!\x11\x1B~\x1D:x\x1D:"
+                          "\x10\x04\x01\x1B=\x01"
+                          "b\n\x1D^\x01\0\0"));
+        QCOMPARE(paper.toText(), QString("a\nb\n"));
+        QCOMPARE(cellOf(paper, u'b').width, quint16(12));
+        QCOMPARE(eventsOf(paper),
+                 QStringList({"note: ESC = sends what follows to the printer's neighbour",
+                              "status: DLE EOT asks for the printer's status"}));
+        // Both of them.
+        QCOMPARE(textOf(bytes("\x1B=\x03"
+                              "a\n")),
+                 QString("a\n"));
     }
 
     void hugeTexts()

@@ -336,6 +336,10 @@ private Q_SLOTS:
                           "b\n"));
         QCOMPARE(paper.toText(), QString("b\n"));
         QCOMPARE(notesOf(paper), QStringList("GS T clears 1 characters that weren't printed yet"));
+        // Of a line in which nothing stands, too.
+        QCOMPARE(textOf(bytes("\x1B$\x64\0\x1DT\x01"
+                              "a\n")),
+                 QString("a\n"));
     }
 
     void resetClearsTheLine()
