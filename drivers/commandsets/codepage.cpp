@@ -183,14 +183,18 @@ struct TwoByteRow
     const char *name;
     const char *iconvName;
     bool isSevenBit;
+    bool hasKana;
     unsigned char firstLead;
     unsigned char lastLead;
 };
 
 constexpr TwoByteRow twoByteRows[] = {
-    {"GB18030", "GB18030", false, 0x81, 0xFE}, {"GB2312", "GB18030", false, 0xA1, 0xFE},
-    {"BIG5", "BIG5", false, 0x81, 0xFE},       {"EUC-KR", "UHC", false, 0x81, 0xFE},
-    {"SHIFT_JIS", "CP932", false, 0x81, 0xFC}, {"JIS", "EUC-JP", true, 0x21, 0x7E},
+    {"GB18030", "GB18030", false, false, 0x81, 0xFE},
+    {"GB2312", "GB18030", false, false, 0xA1, 0xFE},
+    {"BIG5", "BIG5", false, false, 0x81, 0xFE},
+    {"EUC-KR", "UHC", false, false, 0x81, 0xFE},
+    {"SHIFT_JIS", "CP932", false, true, 0x81, 0xFC},
+    {"JIS", "EUC-JP", true, false, 0x21, 0x7E},
 };
 
 }  // namespace
@@ -206,6 +210,7 @@ std::optional<TwoByteSet> TwoByteSet::forName(const QString &name)
     set.m_name = row->name;
     set.m_iconvName = row->iconvName;
     set.m_isSevenBit = row->isSevenBit;
+    set.m_hasKana = row->hasKana;
     set.m_firstLead = row->firstLead;
     set.m_lastLead = row->lastLead;
     return set;

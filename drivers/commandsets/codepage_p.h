@@ -15,13 +15,18 @@ public:
 
     QString name() const { return QString::fromLatin1(m_name); }
     /// Whether a byte begins a character.
-    bool isLead(unsigned char byte) const { return byte >= m_firstLead && byte <= m_lastLead; }
+    bool isLead(unsigned char byte) const
+    {
+        const bool isKana = m_hasKana && byte >= 0xA0 && byte < 0xE0;
+        return byte >= m_firstLead && byte <= m_lastLead && !isKana;
+    }
     /// What two bytes show: U+0000 where the set has nothing.
     char16_t character(unsigned char lead, unsigned char trail) const;
 
 private:
     const char *m_name = nullptr;
     const char *m_iconvName = nullptr;
+    bool m_hasKana = false;  ///< narrow katakana of one byte stand among the leads
     bool m_isSevenBit = false;
     unsigned char m_firstLead = 0x81;
     unsigned char m_lastLead = 0xFE;

@@ -153,6 +153,12 @@ private Q_SLOTS:
         QVERIFY(!TwoByteSet::forName("GB2312")->isLead(0x84));
         QVERIFY(!TwoByteSet::forName("SHIFT_JIS")->isLead('A'));
         QVERIFY(TwoByteSet::forName("JIS")->isLead('A'));
+        // Narrow katakana are one byte: the digit behind one isn't its second.
+        for (const int kana : {0xA1, 0xB6, 0xDF})
+            QVERIFY(!TwoByteSet::forName("SHIFT_JIS")->isLead(static_cast<unsigned char>(kana)));
+        for (const int lead : {0x81, 0x9F, 0xE0, 0xFC})
+            QVERIFY(TwoByteSet::forName("SHIFT_JIS")->isLead(static_cast<unsigned char>(lead)));
+        QVERIFY(TwoByteSet::forName("GB18030")->isLead(0xB6));
         QVERIFY(!TwoByteSet::forName("CP866"));
     }
 
