@@ -139,6 +139,8 @@ private Q_SLOTS:
         blank("only closed", "a<:X>", "1:2 open-removal");
         blank("parts don't nest", "<X:>a<X:>b<:X>c<:X>", "1:16 open-removal");
         filled("closed by a value", "<X:>a<REMOVES>b", "");
+        blank("a tag without a name at either end of what goes",
+              "<,abc><X>a<,abc>\n<I>b</I><,abc>\n<,abc>c", "3:2 bad-expression");
         blank("brought together by the removal in front", "<<X:>a<:X>X:><NOSUCH*><B><zz><:X>", "");
         filled("brought together, over lines", "<<X:>a<:X>X:><NOSUCH>\n<QTY*>[<B>\n<zz><:X>", "");
         blank("brought together by that of an image", "<<I>a</I>I><NOSUCH*><B><zz></I>", "");

@@ -32,6 +32,39 @@ void addRange(const Text &text, int from, int end, QVector<Range> &ranges)
         ranges.append(range);
 }
 
+/// The template's lines from the first through the last that a text comes from.
+class LineRanges
+{
+public:
+    explicit LineRanges(const QVector<Text> &lines)
+    {
+        for (const Text &line : lines)
+            addRange(line, 0, line.size(), m_ranges);
+    }
+
+    /// A tag that was filled with nothing has left no trace in the text of its line.
+    void addWhole(const Text &text, QVector<Range> &ranges) const
+    {
+        const int added = ranges.size();
+        addRange(text, 0, text.size(), ranges);
+        if (ranges.size() == added)
+            return;
+        Range &range = ranges.last();
+        range = {rangeOf(range.first).first, rangeOf(range.last).last};
+    }
+
+private:
+    const Range &rangeOf(int offset) const
+    {
+        const auto next =
+            std::upper_bound(m_ranges.cbegin(), m_ranges.cend(), offset,
+                             [](int value, const Range &range) { return value < range.first; });
+        return *std::prev(next);
+    }
+
+    QVector<Range> m_ranges;
+};
+
 /// A text with something of it removed, and where that was noted.
 template <typename Rule>
 Text reduced(const Text &text, QVector<Range> &removed, Rule rule)
@@ -190,10 +223,15 @@ Road travel(const QVector<Text> &lines, const PrinterDocument &document, const V
         return road;
     QVector<Text> filled = filledLines(unpackedLines(lines, document), valueOf, road, progress);
     removeParts(filled, road.removed);
+    const LineRanges ranges(lines);
     Markup markup;
     for (Text &line : filled) {
         step(progress);
-        if (!reduceLine(line, road.removed))
+        const Text whole = line;
+        const bool isLeft = reduceLine(line, road.removed);
+        if (line.isEmpty())
+            ranges.addWhole(whole, road.removed);
+        if (!isLeft)
             continue;
         road.prepared.append(line);
         if (form == Form::Document)
