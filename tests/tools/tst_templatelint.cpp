@@ -1,11 +1,11 @@
 #include <QtTest>
-#include <random>
 
 #include "analysis.h"
 #include "differential/generator.h"
 #include "markingtranslator.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/templatetags_p.h"
+#include "randomlines.h"
 #include "tags.h"
 #include "templatelint.h"
 
@@ -19,32 +19,6 @@ class TestTemplateLint : public QObject
 
 private:
     static constexpr int runs = 3000;
-
-    /// Lines made of what means something in a template, put together at random.
-    class Random
-    {
-    public:
-        explicit Random(unsigned seed) : m_engine(seed) {}
-
-        int below(int limit) { return std::uniform_int_distribution<>(0, limit - 1)(m_engine); }
-        QString line(const QStringList &parts)
-        {
-            QString text;
-            for (int count = below(9); count > 0; --count)
-                text += parts.at(below(parts.size()));
-            return text;
-        }
-        QStringList lines(const QStringList &parts)
-        {
-            QStringList result;
-            for (int count = 1 + below(6); count > 0; --count)
-                result.append(line(parts));
-            return result;
-        }
-
-    private:
-        std::mt19937 m_engine;
-    };
 
     static QStringList parts()
     {
@@ -125,7 +99,7 @@ private Q_SLOTS:
     {
         PrinterDocument values = document();
         Values texts(values);
-        Random random(1);
+        RandomLines random(1);
         for (int run = 0; run < runs; ++run) {
             const QStringList lines = random.lines(parts());
             PrinterDocumentFormatter formatter(0, nullptr);
@@ -148,7 +122,7 @@ private Q_SLOTS:
         int pieces = 0;
         int silent = 0;
         int joined = 0;  // templates in which removals bring tags together
-        Random random(10);
+        RandomLines random(10);
         for (int run = 0; run < 2 * runs; ++run) {
             Options options;
             QStringList lines;
@@ -211,7 +185,7 @@ private Q_SLOTS:
 
     void printedLinesAreTraced()
     {
-        Random random(2);
+        RandomLines random(2);
         for (int run = 0; run < runs; ++run) {
             const QStringList lines = random.lines(parts());
             const PrinterDocumentFormatter formatter(0, nullptr);
@@ -236,7 +210,7 @@ private Q_SLOTS:
     // The formats that are on at the end are those that the engine has on.
     void openFormatsAreThoseOfTheEngine()
     {
-        Random random(3);
+        RandomLines random(3);
         for (int run = 0; run < runs; ++run) {
             const QStringList lines = random.lines(parts());
             const PrinterDocumentFormatter formatter(0, nullptr);
@@ -263,7 +237,7 @@ private Q_SLOTS:
             "<FISCAL_BODY>",      "<fiscal_qr>", "<FISCAL_HEADER>", " ",      "x",
             "<FISCAL_FOOTER>",    "<FISCAL_",    "<NAME>",          "\u00DF", "<\uFB01scal_qr>",
             "<f\u0131scal_body>", "\u0390"};
-        Random random(4);
+        RandomLines random(4);
         for (int run = 0; run < runs; ++run) {
             const QStringList lines = random.lines(parts);
             PrinterDocumentFormatter formatter(0, nullptr);
@@ -299,7 +273,7 @@ private Q_SLOTS:
     {
         const QStringList parts{"<B:>", "<:B>", "<B>", "<S>",  "<C>",  "<R>",   "<LS2>", "<LS5>",
                                 "x",    "y ",   "<b>", "<:X>", "<W3>", "<ABC>", "<C:>",  "</C>"};
-        Random random(5);
+        RandomLines random(5);
         for (int run = 0; run < runs; ++run) {
             const QString line = random.line(parts);
             Options options;
@@ -332,7 +306,7 @@ private Q_SLOTS:
         Options options;
         options.document = values;
         const PrinterDocumentFormatter formatter(0, nullptr);
-        Random random(7);
+        RandomLines random(7);
         for (int run = 0; run < runs; ++run) {
             QString inner = random.line(parts);
             if (inner.size() < 4 || inner.trimmed().isEmpty())
@@ -358,7 +332,7 @@ private Q_SLOTS:
     void tagsThatAGroupHidesAreFound()
     {
         const QStringList parts{"[", "]", "[", "]", "x", "some text ", "<S>", "%", "%", "%"};
-        Random random(6);
+        RandomLines random(6);
         for (int run = 0; run < runs; ++run) {
             QString line = random.line(parts);
             QMap<QString, QVariant> values;
@@ -392,109 +366,6 @@ private Q_SLOTS:
                 qInfo() << line << values;
             QCOMPARE(actual, expected);
         }
-    }
-
-    // Values that hold only tags of names further on come to an end, and are filled.
-    void valuesThatEndAreNotEndless()
-    {
-        const QStringList parts{"<", ">", "[", "]", "<B:>", "text", "%", "%", "<ENTRIES>"};
-        Random random(8);
-        for (int run = 0; run < runs; ++run) {
-            QMap<QString, QVariant> values;
-            for (int i = 0; i < 5; ++i) {
-                const QString further = QString("<TAG%1>").arg(i + 1 + random.below(3));
-                values.insert(QString("TAG%1").arg(i), random.line(parts).replace('%', further));
-            }
-            PrinterDocument document;
-            document.setAttributes(values);
-            document.setEntries(random.line(parts).replace('%', "<TAG0>=<TAG1>\t"));
-            document.setIsCopy(run % 2 == 1);
-            const QStringList lines = random.lines({"<TAG0>", "<DOCNO>", "<ENTRIES>", "x", "["});
-            for (const Filling filling : {Filling::Receipt, Filling::EachLine}) {
-                const auto endless = endlessValueOf(lines, document, filling);
-                if (endless)
-                    qInfo() << lines << values << document.entries() << endless->message;
-                QVERIFY(!endless);
-            }
-        }
-    }
-
-    // What isn't found to be endless has to come to an end in the engine; if not, this never ends.
-    void valuesThatAreNotEndlessEnd()
-    {
-        const QStringList parts{"<", ">", "[", "]", "TAG0", "TAG1", "<TAG0>", "<TAG1>", "+", "x"};
-        Random random(9);
-        int refused = 0;
-        int filled = 0;
-        for (int run = 0; run < runs / 10; ++run) {
-            PrinterDocument document;
-            document.setAttributes({{"TAG0", random.line(parts)},
-                                    {"TAG1", random.line(parts)},
-                                    {"TAG0+TAG1", random.line(parts)}});
-            document.setEntries(random.line(parts));
-            const QStringList lines = random.lines({"<TAG0>", "<TAG1", ">", "<ENTRIES>", "+", "["});
-            PrinterDocumentFormatter formatter(0, nullptr);
-            formatter.setTemplate(lines.join('\n'));
-            const bool isEndless = endlessValueOf(lines, document, Filling::Receipt).has_value();
-            refused += isEndless ? 1 : 0;
-            if (!isEndless)
-                filled += formatter.prepareDocument(document).isEmpty() ? 0 : 1;
-            if (!endlessValueOf(lines, document, Filling::EachLine))
-                formatter.toFormattedText(document);
-        }
-        QVERIFY2(refused > 10 && filled > 10,
-                 qPrintable(QString("%1 %2").arg(refused).arg(filled)));
-    }
-
-    void endlessValuesAreNamedByTheirPlace_data()
-    {
-        QTest::addColumn<QStringList>("lines");
-        QTest::addColumn<QString>("entries");
-        QTest::addColumn<QString>("place");
-        QTest::addColumn<QString>("tag");
-        const auto row = [](const char *name, const QStringList &lines, const char *entries,
-                            const char *place, const char *tag) {
-            QTest::newRow(name) << lines << QString(entries) << QString(place) << QString(tag);
-        };
-        row("its own tag", {"a", "b<ENDS><SELF>"}, "", "2:8", "\"<SELF>\"");
-        row("in a circle", {"<PING>"}, "", "1:1", "\"<P");
-        row("doubling", {"x<TWICE>"}, "", "1:2", "\"<TWICE>\"");
-        row("behind an expression", {"<ZERO + 0>", "<PONG>"}, "", "2:1", "\"<P");
-        row("put together of two", {"<HALF>"}, "", "1:1", "\"<HA");
-        row("in the entries", {"a", " <entries>"}, "x=1\ty=<SELF>", "2:2", "\"<SELF>\"");
-        row("doubling in an expression", {"1", "<N000 + 1>"}, "", "2:1", "\"<N000 + 1>\"");
-        row("without end in a removed part", {"<X:>", "<SELF>", "<:X>"}, "", "2:1", "\"<SELF>\"");
-        row("that end", {"<ENDS>", "<N039>", "<LONG>", "<MANY>"}, "<ENDS>=<LONG>", "", "");
-        row("for a file of symbols", {"<SPECSYMBOLS=<SELF>"}, "", "", "");
-    }
-    void endlessValuesAreNamedByTheirPlace()
-    {
-        QFETCH(QStringList, lines);
-        QFETCH(QString, entries);
-        QFETCH(QString, place);
-        QFETCH(QString, tag);
-        QMap<QString, QVariant> values{{"SELF", "<SELF>"},
-                                       {"PING", "<PONG>"},
-                                       {"PONG", "<PING>"},
-                                       {"TWICE", "<TWICE><TWICE>"},
-                                       {"HALF", "<HA<X>"},
-                                       {"HA<X", "<HALF>"},
-                                       {"ENDS", "<NAME>[<NONE>x]<NAME"},
-                                       {"NAME", "Maya"},
-                                       {"LONG", "<BULK>"},
-                                       {"BULK", QString(3 << 20, 'x')},
-                                       {"MANY", QString("<NAME>").repeated(9000)}};
-        for (int i = 0; i < 40; ++i)
-            values.insert(QString("N%1").arg(i, 3, 10, QChar('0')),
-                          QString("N%1+N%1").arg(i + 1, 3, 10, QChar('0')));
-        PrinterDocument document;
-        document.setAttributes(values);
-        document.setEntries(entries);
-        const auto endless = endlessValueOf(lines, document, Filling::Receipt);
-        QCOMPARE(endless ? QString("%1:%2").arg(endless->line).arg(endless->column) : QString(),
-                 place);
-        const QString message = endless ? endless->message : QString();
-        QVERIFY2(message.contains(tag), qPrintable(message));
     }
 
     // Many of one thing on one line: work that isn't linear would take minutes.
