@@ -20,6 +20,7 @@ void PageBuffer::reset()
     m_areasEnd = 0;
     m_itemsEnd = 0;
     m_items.clear();
+    m_clearedArea = QRect();
 }
 
 void PageBuffer::setArea(const QRect &area)
@@ -37,20 +38,20 @@ void PageBuffer::setDirection(int direction)
 
 void PageBuffer::clearArea()
 {
-    const auto lies = [this](const QRect &place) { return m_area.contains(place); };
-    auto &cells = m_items.cells;
-    cells.erase(std::remove_if(cells.begin(), cells.end(),
-                               [&lies](const Paper::Cell &cell) {
-                                   return lies({cell.left, cell.top, cell.width, cell.height});
-                               }),
-                cells.end());
-    const auto removePlaces = [&lies](auto &items) {
-        items.erase(std::remove_if(items.begin(), items.end(),
-                                   [&lies](const auto &item) { return lies(item.place); }),
-                    items.end());
+    // What was looked at lies outside: streams may clear one area over and over.
+    if (m_clearedArea != m_area)
+        m_cleared = {};
+    m_clearedArea = m_area;
+    const auto clear = [](auto &items, int &cleared, const auto &lies) {
+        items.erase(std::remove_if(items.begin() + cleared, items.end(), lies), items.end());
+        cleared = items.size();
     };
-    removePlaces(m_items.pictures);
-    removePlaces(m_items.codes);
+    clear(m_items.cells, m_cleared.cells, [this](const Paper::Cell &cell) {
+        return m_area.contains(QRect(cell.left, cell.top, cell.width, cell.height));
+    });
+    const auto isPlaced = [this](const auto &item) { return m_area.contains(item.place); };
+    clear(m_items.pictures, m_cleared.pictures, isPlaced);
+    clear(m_items.codes, m_cleared.codes, isPlaced);
 }
 
 int PageBuffer::width() const

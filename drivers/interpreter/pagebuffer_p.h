@@ -44,6 +44,15 @@ private:
     int m_y = 0;
     int m_areasEnd = 0;
     int m_itemsEnd = 0;
+    /// How many of each were there when an area was cleared.
+    struct Counts
+    {
+        int cells = 0;
+        int pictures = 0;
+        int codes = 0;
+    };
+    QRect m_clearedArea;
+    Counts m_cleared;
     LineItems m_items;
 };
 

@@ -189,6 +189,23 @@ private Q_SLOTS:
         QCOMPARE(notesOf(paper), QStringList("what lies outside of the page's area is left out"));
     }
 
+    void cancelClearsWhatCameSince()
+    {
+        const QByteArray below = bytes("\x1BW\0\0\xC8\0\x64\0\x64\0");
+        const QByteArray above = area().mid(2);
+        QCOMPARE(textOf(area() + bytes("a\n\x18") + bytes("b\n\x18") + bytes("c\x0C")).trimmed(),
+                 QString("c"));
+        QCOMPARE(textOf(area() + bytes("a\n") + below + bytes("\x18") + bytes("b\n") + above +
+                        bytes("\x18") + bytes("c\n") + above + bytes("\x18\x0C"))
+                     .trimmed(),
+                 QString("b"));
+        // A new page knows nothing of the old one.
+        QCOMPARE(textOf(area() + bytes("a\n") + below + bytes("\x18\x0C") + area() + below +
+                        bytes("b\n\x18\x0C"))
+                     .trimmed(),
+                 QString("a"));
+    }
+
     void cancelClearsTheArea()
     {
         const Paper paper = paperOf(area() + bytes("ab\n\x18"
