@@ -204,6 +204,33 @@ unsigned char fontOfTag(int number)
     return static_cast<unsigned char>(number <= fontCount ? number - 1 : number % fontCount);
 }
 
+template <typename Edits>
+QVector<Switch> takeFontTags(Rewriter<Edits> line)
+{
+    QVector<Switch> switches;
+    int end = -1;
+    int next = -1;
+    for (int tag = line.find(QLatin1Char('<'), 0); tag >= 0; tag = next) {
+        next = line.find(QLatin1Char('<'), tag + 1);
+        if (tag + 1 >= line.size() || line.at(tag + 1) != fontLetter)
+            continue;
+        if (end < tag)
+            end = line.find(QLatin1Char('>'), tag);
+        if (end < 0)
+            break;
+        // What holds another "<" is no number; not to look at it keeps the work linear.
+        const bool canBeNumber = next < 0 || next > end;
+        const int number = canBeNumber ? line.textOf(tag + 2, end).toInt() : 0;
+        if (number < 1)
+            continue;
+        line.keepUpTo(tag);
+        line.drop(end + 1 - tag);
+        switches.append({line.written(), fontOfTag(number)});
+    }
+    line.finish();
+    return switches;
+}
+
 }  // namespace
 
 template <typename Edits>
@@ -430,28 +457,7 @@ void LineMarkup<Edits>::applyFonts(unsigned char &font)
             font = static_cast<unsigned char>(fonts.back());
         return;
     }
-    Rewriter line(m_text, m_formats, m_edits);
-    QVector<Switch> switches;
-    int end = -1;
-    int next = -1;
-    for (int tag = line.find(QLatin1Char('<'), 0); tag >= 0; tag = next) {
-        next = line.find(QLatin1Char('<'), tag + 1);
-        if (tag + 1 >= line.size() || line.at(tag + 1) != fontLetter)
-            continue;
-        if (end < tag)
-            end = line.find(QLatin1Char('>'), tag);
-        if (end < 0)
-            break;
-        // What holds another "<" is no number; not to look at it keeps the work linear.
-        const bool canBeNumber = next < 0 || next > end;
-        const int number = canBeNumber ? line.textOf(tag + 2, end).toInt() : 0;
-        if (number < 1)
-            continue;
-        line.keepUpTo(tag);
-        line.drop(end + 1 - tag);
-        switches.append({line.written(), fontOfTag(number)});
-    }
-    line.finish();
+    const QVector<Switch> switches = takeFontTags(Rewriter(m_text, m_formats, m_edits));
     fonts.truncate(m_formats.size());
     forEachStretch(
         switches, fonts.size(), [&fonts](int begin, int stretchEnd, unsigned char value) {
