@@ -62,7 +62,7 @@ QString payloadText(const QByteArray &payload)
         text = QString::fromLatin1(payload.constData(), payload.size());
     QString shown;
     for (const QChar c : qAsConst(text)) {
-        if (c.unicode() < 0x20 || c.unicode() == 0x7F)
+        if (c.category() == QChar::Other_Control)
             shown += QStringLiteral("\\x") +
                      QString::number(c.unicode(), 16).toUpper().rightJustified(2, u'0');
         else

@@ -310,6 +310,9 @@ private Q_SLOTS:
         QCOMPARE(textOf(qrCode(QByteArray("Жук"))), QString::fromUtf8("[QR: Жук]\n"));
         QCOMPARE(textOf(qrCode("\xC6\xFF")), QString::fromUtf8("[QR: Æÿ]\n"));
         QCOMPARE(textOf(qrCode(bytes("a\nb\0"))), QString("[QR: a\\x0Ab\\x00]\n"));
+        // A terminal obeys these, too: U+009B begins a command as ESC [ does.
+        QCOMPARE(textOf(qrCode(bytes("a\x7F\x9B\xE9"))), QString("[QR: a\\x7F\\x9B\u00E9]\n"));
+        QCOMPARE(textOf(qrCode(bytes("\xC2\x9B\xC2\x85"))), QString("[QR: \\x9B\\x85]\n"));
     }
 
     void pdf417()
