@@ -79,7 +79,9 @@ std::unique_ptr<Characters> readFromLibrary(const QString &name)
         char16_t character = 0;
         if (conversion.convert(&byte, 1, character) == ToUtf16::NotOne)
             return nullptr;
-        (*characters)[value] = character;
+        // Sets of ISO 8859 have controls in the places that printers leave free.
+        if (QChar(character).category() != QChar::Other_Control)
+            (*characters)[value] = character;
     }
     // Printers leave the place of the deletion blank.
     (*characters)[0x7F] = u' ';

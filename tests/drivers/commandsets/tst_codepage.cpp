@@ -34,6 +34,10 @@ private Q_SLOTS:
         row("CP1251", 0xC0, 0x410);
         row("CP1251", 0xB9, 0x2116);
         row("CP1252", 0x80, 0x20AC);
+        row("ISO-8859-2", 0xA1, 0x104);
+        row("ISO-8859-2", 0xA0, 0xA0);
+        row("ISO-8859-2", 0x9F, 0);  // a control, no sign
+        row("ISO-8859-15", 0x80, 0);
         row("CP1125", 0xF2, 0x490);
         row("CP737", 0x80, 0x391);
         row("CP775", 0xD0, 0x105);
