@@ -206,7 +206,12 @@ void printStarRaster(Printer &printer, const StreamCommand &command)
 void printNvImages(Printer &printer, const StreamCommand &command)
 {
     printer.endLineFor(command);
-    for (const Paper::Picture &picture : qAsConst(printer.graphics.nvPictures))
+    // Their dots are shared, but there may be many of them.
+    const QVector<Paper::Picture> &pictures = printer.graphics.nvPictures;
+    const qint64 size = qint64(sizeof(Paper::Picture) + sizeof(Paper::Line)) * pictures.size();
+    if (!printer.mayCopy(size, QStringLiteral("a picture")))
+        return;
+    for (const Paper::Picture &picture : pictures)
         printer.printPicture(picture);
 }
 

@@ -242,6 +242,23 @@ private Q_SLOTS:
         QCOMPARE(printed(rows + bytes("\x1B\x06\x01") + bytes("b\x01\0\xFF")).pictures.size(), 1);
     }
 
+    void copiesOfAllPicturesAreBounded()
+    {
+        const QByteArray define =
+            bytes("\x1B\x1Cq\xFF") + (bytes("\x01\0\x01\0") + QByteArray(8, '\xFF')).repeated(255);
+        const QByteArray prints =
+            (bytes("\x1B\x1EL\0").repeated(30) + bytes("\x1B\x64\x02")).repeated(200);
+        qint64 size = 0;
+        QStringList notes;
+        for (const Paper &paper : papersOf(define + prints, star())) {
+            size += qint64(sizeof(Paper::Picture) + sizeof(Paper::Line)) * paper.pictures.size();
+            notes += notesOf(paper);
+        }
+        QVERIFY(size > 0);
+        QVERIFY(size <= 16 * 1024 * 1024 + 100 * (define.size() + prints.size()));
+        QVERIFY(notes.contains("a picture is left out, as the stream asks for too many copies"));
+    }
+
     void canResets()
     {
         const Paper paper =
