@@ -271,6 +271,78 @@ private Q_SLOTS:
         QCOMPARE(QImage(file).size(), 3 * size);
     }
 
+    void formFollowsTheSuffixOfTheOutput_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("beginning");
+        const auto row = [](const char *name, const QByteArray &beginning) {
+            QTest::newRow(name) << QString(name) << beginning;
+        };
+        row("sale.txt", "a\n");
+        row("sale.json", "{\"model\":");
+        row("sale.png", "\x89PNG");
+        row("sale.pdf", "%PDF-");
+        row("sale.svg", "<?xml");
+        row("sale.PNG", "\x89PNG");
+        row("sale.json.png", "\x89PNG");
+        row("sale", "a\n");
+        row("png", "a\n");
+        row("sale.bin", "a\n");
+        row("sale.png.", "a\n");
+    }
+    void formFollowsTheSuffixOfTheOutput()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, beginning);
+        const WorkFolder folder;
+        const QString file = folder.path(name);
+        for (const QStringList &options :
+             {QStringList{"--output", file}, QStringList{"--output=" + file}}) {
+            const ReceiptRun run = decoded("a\n", options);
+            QCOMPARE(run.errors, QString());
+            QCOMPARE(run.status, 0);
+            QCOMPARE(folder.content(name).left(beginning.size()), beginning);
+            QVERIFY(QFile::remove(file));
+        }
+    }
+
+    void suffixServesTheOptionsOfItsForm()
+    {
+        const WorkFolder folder;
+        decoded("a\n", {"--output", folder.path("a.png")});
+        const ReceiptRun large = decoded("a\n", {"--output", folder.path("b.png"), "--scale", "2"});
+        QCOMPARE(large.errors, QString());
+        QCOMPARE(QImage(folder.path("b.png")).size(), 2 * QImage(folder.path("a.png")).size());
+        const ReceiptRun json = decoded("a\n", {"--output", folder.path("a.json"), "--pretty"});
+        QCOMPARE(json.errors, QString());
+        QVERIFY(folder.content("a.json").startsWith("{\n    \"model\""));
+    }
+
+    void chosenFormGoesIntoAnyFileButAPicturesOfAnother()
+    {
+        const WorkFolder folder;
+        QCOMPARE(decoded("a\n", {"--as", "listing", "--output", folder.path("a.txt")}).status, 0);
+        QVERIFY(folder.content("a.txt").startsWith("00000000  61"));
+        QCOMPARE(decoded("a\n", {"--as", "json", "--output", folder.path("b.txt")}).status, 0);
+        QVERIFY(folder.content("b.txt").startsWith("{"));
+        QCOMPARE(decoded("a\n", {"--as", "png", "--output", folder.path("c.PNG")}).status, 0);
+        QVERIFY(folder.content("c.PNG").startsWith("\x89PNG"));
+    }
+
+    void fileIsKeptWhereTheFormContradictsItsSuffix()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("a.png", "kept");
+        QCOMPARE(decoded("a\n", {"--as", "text", "--output", file}).status, 2);
+        QCOMPARE(folder.content("a.png"), QByteArray("kept"));
+    }
+
+    void helpSaysThatTheModelIsNeeded()
+    {
+        const QString help = runReceipt({"decode", "--help"}).output.simplified();
+        QVERIFY2(help.contains("; default: none, so it has to be given."), qPrintable(help));
+    }
+
     void twoReceiptsAreTwoPieces()
     {
         const QByteArray stream = "one\n" + cut + "two\n" + cut;
@@ -381,6 +453,32 @@ private Q_SLOTS:
         row("scale", decode(file, {"--scale", "9"}), "--scale: \"9\" is no number from 1 to 8");
         row("form", decode(file, {"--as", "html"}),
             "--as: \"html\" is none of text, listing, json, png, pdf, svg");
+        const QStringList toSale{"--output", "sale.png"};
+        row("no form", decode(file, toSale + QStringList{"--as", ""}),
+            "--as: \"\" is none of text, listing, json, png, pdf, svg");
+        for (const char *form : {"text", "listing", "json", "pdf", "svg"})
+            row(qPrintable(QString("%1 into a png").arg(form)),
+                decode(file, toSale + QStringList{"--as", form}),
+                QString("--as %1 contradicts the name \"sale.png\", which is that of a PNG picture")
+                    .arg(form));
+        row("png into a pdf", decode(file, {"--as", "png", "--output", "a/sale.PDF"}),
+            "--as png contradicts the name \"a/sale.PDF\", which is that of a PDF picture");
+        const QStringList scaled{"--scale", "1"};
+        for (const char *form : {"text", "listing", "json"})
+            row(qPrintable(QString("scale of %1").arg(form)),
+                decode(file, scaled + QStringList{"--as", form}),
+                "--scale needs a picture, see --as");
+        row("scale of what is a text by default", decode(file, scaled),
+            "--scale needs a picture, see --as");
+        row("scale of a text by its suffix",
+            decode(file, scaled + QStringList{"--output", "a.txt"}),
+            "--scale needs a picture, see --as");
+        for (const char *form : {"text", "listing", "png", "pdf", "svg"})
+            row(qPrintable(QString("indented %1").arg(form)),
+                decode(file, {"--pretty", "--as", form}), "--pretty needs JSON, see --as");
+        row("indented by default", decode(file, {"--pretty"}), "--pretty needs JSON, see --as");
+        row("indented picture by its suffix", decode(file, toSale + QStringList{"--pretty"}),
+            "--pretty needs JSON, see --as");
         row("watched input", decode("-", {"--watch"}), "--watch: standard input can't be watched");
     }
     void wrongUsageIsRefused()

@@ -4,6 +4,7 @@
 #include <printerslib/drivers/streamreader.h>
 #include <printerslib/drivers/symbologydrawer.h>
 
+#include <QFileInfo>
 #include <QHash>
 #include <QJsonDocument>
 #include <algorithm>
@@ -345,14 +346,24 @@ struct Form
 {
     const char *name;
     const char *note;
+    const char *suffix;  ///< of files that hold it, null: none
     std::unique_ptr<Sink> (*sink)(const Request &request, const tool::PictureForm *form);
 };
 
 constexpr Form forms[] = {
-    {"text", "", makeSink<TextSink>}, {"listing", "", makeSink<ListingSink>},
-    {"json", "", makeSink<JsonSink>}, {"png", "", makePictureSink},
-    {"pdf", "", makePictureSink},     {"svg", "", makePictureSink},
+    {"text", "", "txt", makeSink<TextSink>},  {"listing", "", nullptr, makeSink<ListingSink>},
+    {"json", "", "json", makeSink<JsonSink>}, {"png", "", "png", makePictureSink},
+    {"pdf", "", "pdf", makePictureSink},      {"svg", "", "svg", makePictureSink},
 };
+
+QCommandLineOption decodedFormOption()
+{
+    QCommandLineOption option = tool::formOption(forms);
+    option.setDescription(option.description() +
+                          QStringLiteral(" Without this option the suffix of --output says it: "
+                                         ".txt, .json, .png, .pdf or .svg."));
+    return option;
+}
 
 struct Options
 {
@@ -373,6 +384,39 @@ struct Options
         QStringLiteral("FILE")};
     const QCommandLineOption watch = tool::watchOption();
 };
+
+/// The form of which the file's suffix is; null if it is of none.
+const Form *formOfSuffix(const QString &fileName)
+{
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    for (const Form &form : forms) {
+        if (form.suffix != nullptr && suffix == QLatin1String(form.suffix))
+            return &form;
+    }
+    return nullptr;
+}
+
+bool isPicture(const Form &form)
+{
+    return tool::pictureForm(QLatin1String(form.name)) != nullptr;
+}
+
+/// What --as says, or else the name of the output. Complains and gives null where they contradict.
+const Form *chosenForm(const QCommandLineParser &parser, const Options &options)
+{
+    const QString output = parser.value(options.output);
+    const Form *named = formOfSuffix(output);
+    if (named != nullptr && !parser.isSet(decodedFormOption()))
+        return named;
+    const Form *chosen = tool::formOf(parser, forms);
+    if (chosen == nullptr || named == nullptr || chosen == named || !isPicture(*named))
+        return chosen;
+    tool::complain(
+        QStringLiteral("--as %1 contradicts the name \"%2\", which is that of a %3 picture")
+            .arg(QLatin1String(chosen->name), output,
+                 QString(QLatin1String(named->name)).toUpper()));
+    return nullptr;
+}
 
 bool setModel(const QCommandLineParser &parser, Request &request)
 {
@@ -437,19 +481,31 @@ bool setCharacters(const QCommandLineParser &parser, const Options &options, Req
     return false;
 }
 
-bool setOutput(const QCommandLineParser &parser, const Options &options, const QString &form,
+/// Complains of an option that the form has no use for, and gives false.
+bool fitsForm(const QCommandLineParser &parser, const Form &form)
+{
+    if (parser.isSet(tool::scaleOption()) && !isPicture(form)) {
+        tool::complain(QStringLiteral("--scale needs a picture, see --as"));
+        return false;
+    }
+    if (parser.isSet(tool::prettyOption()) && QLatin1String(form.name) != QLatin1String("json")) {
+        tool::complain(QStringLiteral("--pretty needs JSON, see --as"));
+        return false;
+    }
+    return true;
+}
+
+bool setOutput(const QCommandLineParser &parser, const Options &options, const Form &form,
                Request &request)
 {
     const auto scale = tool::scaleOf(parser);
-    if (!scale)
+    if (!scale || !fitsForm(parser, form))
         return false;
     request.scale = *scale;
     request.isPretty = parser.isSet(tool::prettyOption());
     request.output = parser.value(options.output);
-    if (tool::pictureForm(form) == nullptr)
-        return true;
-    if (request.output.isEmpty())
-        request.output = QStringLiteral("paper.") + form;
+    if (isPicture(form) && request.output.isEmpty())
+        request.output = QStringLiteral("paper.") + QLatin1String(form.suffix);
     return true;
 }
 
@@ -485,7 +541,8 @@ int decode(const Request &request, const Form &form)
 bool drawsDecoded(const QStringList &arguments)
 {
     return std::any_of(arguments.begin(), arguments.end(), [](const QString &argument) {
-        return tool::pictureForm(argument.section(QLatin1Char('='), -1)) != nullptr;
+        return tool::pictureForm(argument.section(QLatin1Char('='), -1)) != nullptr ||
+               tool::pictureFormOf(argument) != nullptr;
     });
 }
 
@@ -495,7 +552,7 @@ int runDecode(const QStringList &arguments)
     const Options options;
     parser.setApplicationDescription(QString::fromLatin1(description));
     parser.addOptions(tool::printedPaperOptions());
-    parser.addOptions({options.columns, options.codePage, tool::formOption(forms), options.output,
+    parser.addOptions({options.columns, options.codePage, decodedFormOption(), options.output,
                        tool::prettyOption(), tool::scaleOption(), options.watch});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("What the printer is sent; - is standard input."));
@@ -503,9 +560,9 @@ int runDecode(const QStringList &arguments)
         return *status;
     Request request;
     request.file = parser.positionalArguments().constFirst();
-    const Form *form = tool::formOf(parser, forms);
+    const Form *form = chosenForm(parser, options);
     if (form == nullptr || !setModel(parser, request) || !setCharacters(parser, options, request) ||
-        !setOutput(parser, options, QLatin1String(form->name), request))
+        !setOutput(parser, options, *form, request))
         return tool::WrongUsage;
     // Texts need them too: where a cut falls depends on the codes' heights.
     const SymbologyDrawer codes;

@@ -41,6 +41,15 @@ std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser,
     return ChosenPaper{model, *paper, *font};
 }
 
+QCommandLineOption describedModelOption(const QString &described, const QString &value)
+{
+    return {QStringLiteral("model"),
+            QStringLiteral("The printer, with its paper, fonts and characters; see \"receipt "
+                           "models\"; default: %1.")
+                .arg(described),
+            QStringLiteral("ID"), value};
+}
+
 }  // namespace
 
 std::optional<PrinterInfo> findModel(const QString &id)
@@ -66,11 +75,13 @@ int charactersPerLine(const PrinterInfo &model, int paper, int font)
 
 QCommandLineOption modelOption(const QString &byDefault)
 {
-    return {QStringLiteral("model"),
-            QStringLiteral("The printer, with its paper, fonts and characters; see \"receipt "
-                           "models\"; default: %1.")
-                .arg(byDefault.isEmpty() ? QStringLiteral("none") : byDefault),
-            QStringLiteral("ID"), byDefault};
+    return describedModelOption(byDefault.isEmpty() ? QStringLiteral("none") : byDefault,
+                                byDefault);
+}
+
+QCommandLineOption neededModelOption()
+{
+    return describedModelOption(QStringLiteral("none, so it has to be given"), QString());
 }
 
 QList<QCommandLineOption> paperOptions(const QString &defaultModel)
@@ -98,7 +109,7 @@ std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser)
 
 QList<QCommandLineOption> printedPaperOptions()
 {
-    return {modelOption(), paperOption(QStringLiteral("the widest"), QString())};
+    return {neededModelOption(), paperOption(QStringLiteral("the widest"), QString())};
 }
 
 std::optional<ChosenPaper> printedPaperOf(const QCommandLineParser &parser)

@@ -30,6 +30,8 @@ struct ChosenPaper
 /// The option --model.
 /// @param byDefault the model without it; empty: none
 QCommandLineOption modelOption(const QString &byDefault = QString());
+/// The same option of a command that can't do without.
+QCommandLineOption neededModelOption();
 /// The options --model, --paper and --font.
 QList<QCommandLineOption> paperOptions(const QString &defaultModel = QString());
 /// Whether one of --paper and --font is given.
@@ -39,8 +41,8 @@ std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser);
 /// The same for a command that takes all models, whatever --model says.
 std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser);
 
-/// The options --model and --paper of a command that reads what one printer has printed. Without
-/// the second it is the widest.
+/// The options --model, which is needed, and --paper of a command that reads what one printer has
+/// printed. Without the second it is the widest.
 QList<QCommandLineOption> printedPaperOptions();
 /// What these say. Complains and gives nothing for what isn't there.
 std::optional<ChosenPaper> printedPaperOf(const QCommandLineParser &parser);
