@@ -17,9 +17,12 @@ const QByteArray identification("\x1D\x49\x01", 3);
 class Bench
 {
 public:
-    explicit Bench(const QStringList &options)
+    /// @param setting commands of a shell that the program starts from
+    explicit Bench(const QStringList &options, const QString &setting = ":")
     {
-        m_program.start(VIRTUAL_PRINTER_PROGRAM, QStringList{"--model", "CUSTOM_VKP_80"} + options);
+        m_program.start("sh", QStringList{"-c", setting + "; exec \"$0\" \"$@\"",
+                                          VIRTUAL_PRINTER_PROGRAM, "--model", "CUSTOM_VKP_80"} +
+                                  options);
         if (!nextLine(m_path) || !m_path.startsWith("/dev/pts/"))
             return;
         m_port.setPortName(m_path);
@@ -64,6 +67,15 @@ public:
         ::kill(static_cast<pid_t>(m_program.processId()), SIGINT);
         m_program.waitForFinished(patience);
         return QString::fromUtf8(m_program.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+    }
+    /// The next line of standard error.
+    QString nextComplaint()
+    {
+        m_program.setReadChannel(QProcess::StandardError);
+        QString line;
+        const bool hasLine = nextLine(line);
+        m_program.setReadChannel(QProcess::StandardOutput);
+        return hasLine ? line : QString();
     }
     int status() const
     {
@@ -206,6 +218,66 @@ private Q_SLOTS:
         QCOMPARE(bench.answer(), QByteArray("\x5D"));
         const QStringList lines = bench.end();
         QVERIFY2(lines.last().contains("ends inside GS v 0"), qPrintable(lines.last()));
+    }
+
+    void pieceThatCannotBeWrittenIsAFailure()
+    {
+        const QTemporaryDir folder;
+        const QString papers = folder.filePath("papers");
+        Bench bench({"--paper", papers});
+        QVERIFY(bench.isOpen());
+        QVERIFY(QDir(papers).removeRecursively());
+        bench.send("lost\n" + cut);
+        QCOMPARE(
+            bench.nextComplaint(),
+            QString("virtual-printer: %1/paper-0001.txt: No such file or directory").arg(papers));
+        // It plays on, and draws again what it can.
+        QVERIFY(QDir().mkpath(papers));
+        bench.send("kept\n" + cut);
+        QVERIFY(bench.nextReport().startsWith("paper: " + papers + "/paper-0002.png, "));
+        QCOMPARE(bench.end(), QStringList());
+        QCOMPARE(bench.status(), 1);
+    }
+
+    void pieceThatCannotBeWrittenAtTheEndIsAFailure()
+    {
+        const QTemporaryDir folder;
+        const QString papers = folder.filePath("papers");
+        Bench bench({"--paper", papers});
+        QVERIFY(bench.isOpen());
+        QVERIFY(QDir(papers).removeRecursively());
+        bench.send("Hello\n" + identification);
+        QCOMPARE(bench.answer(), QByteArray("\x5D"));
+        for (const QString &line : bench.end())
+            QVERIFY2(line.startsWith("57600 none "), qPrintable(line));
+        QCOMPARE(
+            bench.nextComplaint(),
+            QString("virtual-printer: %1/paper-0001.txt: No such file or directory").arg(papers));
+        QCOMPARE(bench.status(), 1);
+    }
+
+    void diskThatIsFullIsAFailure_data()
+    {
+        QTest::addColumn<QString>("blocks");
+        QTest::addColumn<QString>("fileName");
+        QTest::newRow("for the text") << "0"
+                                      << "paper-0001.txt";
+        QTest::newRow("for the picture") << "1"
+                                         << "paper-0001.png";
+    }
+    void diskThatIsFullIsAFailure()
+    {
+        QFETCH(QString, blocks);
+        QFETCH(QString, fileName);
+        const QTemporaryDir folder;
+        // A limit of the files' size stands for the disk.
+        Bench bench({"--paper", folder.path()}, "trap '' XFSZ; ulimit -f " + blocks);
+        QVERIFY(bench.isOpen());
+        bench.send("Hello\n" + cut);
+        QCOMPARE(bench.nextComplaint(),
+                 QString("virtual-printer: %1: File too large").arg(folder.filePath(fileName)));
+        QCOMPARE(bench.end(), QStringList("57600 none < 48 65 6C 6C 6F 0A 1D 56 42 00"));
+        QCOMPARE(bench.status(), 1);
     }
 
     void folderThatCannotBeUsedIsAFailure_data()

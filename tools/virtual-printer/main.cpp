@@ -20,6 +20,7 @@
 
 namespace {
 
+constexpr int failure = 1;
 constexpr int wrongUsage = 2;
 constexpr int pollMilliseconds = 200;
 
@@ -120,7 +121,8 @@ QCommandLineOption describe(QCommandLineParser &parser)
         "Draw each piece of paper as it is cut, paper-0001.png and its text paper-0001.txt, into "
         "this folder, which is made if it is missing, and print a line for it, and for what the "
         "printer doesn't do as it is asked. The paper is the model's widest. What isn't cut is "
-        "drawn at the end.",
+        "drawn at the end. A piece that can't be written is told on standard error, and the exit "
+        "status is 1 in the end.",
         "folder");
     parser.addOption({QStringLiteral("listing"),
                       QStringLiteral("Print the commands that the printer is sent, with their "
@@ -180,12 +182,23 @@ void printLines(const QStringList &lines)
         print(stdout, line);
 }
 
+/// Gives whether all pieces could be written.
+bool printReport(const PaperReport &report)
+{
+    printLines(report.lines);
+    for (const QString &text : report.failures)
+        print(stderr, QStringLiteral("virtual-printer: ") + text);
+    return report.failures.isEmpty();
+}
+
 /// What the printer is sent goes there once it has answered, as drawing takes its time.
 /// @param lines null: hexadecimal
 /// @param paper null: nothing is drawn
-void play(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper)
+/// @return the exit status
+int play(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper)
 {
     QByteArray sent;
+    bool isWritten = true;
     printer.setObserver([&sent, lines](const VirtualExchange &exchange) {
         printLines(lines == nullptr ? QStringList(exchange.toString()) : lines->linesOf(exchange));
         if (!exchange.fromPrinter && exchange.isOnItsLine)
@@ -194,16 +207,17 @@ void play(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper)
     while (interrupted == 0 && !printer.hasHungUp()) {
         printer.waitAndService(pollMilliseconds);
         if (paper != nullptr && !sent.isEmpty())
-            printLines(paper->take(sent));
+            isWritten = printReport(paper->take(sent)) && isWritten;
         sent.clear();
     }
     printer.setObserver(nullptr);
     if (lines != nullptr)
         printLines(lines->finish());
     if (paper != nullptr)
-        printLines(paper->finish());
+        isWritten = printReport(paper->finish()) && isWritten;
     if (printer.hasHungUp())
         print(stdout, QStringLiteral("hung up after %1 bytes").arg(printer.received().size()));
+    return isWritten ? 0 : failure;
 }
 
 /// Whether pictures are drawn. The application object has to be made before the arguments are read.
@@ -235,7 +249,7 @@ int main(int argc, char *argv[])
         QString error;
         if (!paper->open(&error)) {
             print(stderr, QStringLiteral("virtual-printer: ") + error);
-            return 1;
+            return failure;
         }
     }
     std::unique_ptr<StreamLines> lines;
@@ -244,7 +258,7 @@ int main(int argc, char *argv[])
     VirtualPrinter printer(arguments->printer);
     if (!printer.isValid()) {
         print(stderr, QStringLiteral("virtual-printer: there is no pseudo terminal to be had"));
-        return 1;
+        return failure;
     }
     const QByteArray link = arguments->link.toLocal8Bit();
     if (!link.isEmpty() &&
@@ -252,12 +266,12 @@ int main(int argc, char *argv[])
         print(
             stderr,
             QStringLiteral("virtual-printer: %1: %2").arg(arguments->link, qt_error_string(errno)));
-        return 1;
+        return failure;
     }
     print(stdout, printer.portPath());
     catchInterrupts();
-    play(printer, lines.get(), paper.get());
+    const int status = play(printer, lines.get(), paper.get());
     if (!link.isEmpty())
         ::unlink(link.constData());
-    return 0;
+    return status;
 }

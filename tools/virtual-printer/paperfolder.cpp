@@ -1,5 +1,6 @@
 #include "paperfolder.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryFile>
@@ -30,6 +31,23 @@ StreamInterpreter::Options optionsOf(const PrinterInfo &model, int paper,
     return options;
 }
 
+/// Only a new file: what somebody else puts there under such a name is not written over. Gives
+/// false with a message on failure.
+bool writeNew(const QString &fileName, const QByteArray &content, QString *error)
+{
+    QFile file(fileName);
+    bool isWritten = file.open(QIODevice::NewOnly | QIODevice::WriteOnly | QIODevice::Unbuffered);
+    // A disk that gets full takes a part, and says why only when it is asked again.
+    for (qint64 done = 0; isWritten && done < content.size();) {
+        const qint64 taken = file.write(content.constData() + done, content.size() - done);
+        isWritten = taken > 0;
+        done += taken;
+    }
+    if (!isWritten)
+        *error = QStringLiteral("%1: %2").arg(fileName, file.errorString());
+    return isWritten;
+}
+
 }  // namespace
 
 PaperFolder::PaperFolder(const QString &modelId, const QString &folder)
@@ -54,28 +72,29 @@ bool PaperFolder::open(QString *error)
     return m_typeface.load(receiptpreview::Typeface::defaultFolder(), error);
 }
 
-QStringList PaperFolder::take(const QByteArray &bytes)
+PaperReport PaperFolder::take(const QByteArray &bytes)
 {
     return write(m_interpreter.read(bytes));
 }
 
-QStringList PaperFolder::finish()
+PaperReport PaperFolder::finish()
 {
     return write(m_interpreter.finish());
 }
 
-QStringList PaperFolder::write(const QVector<Print> &pieces)
+PaperReport PaperFolder::write(const QVector<Print> &pieces)
 {
-    QStringList lines;
+    PaperReport report;
     for (const Print &piece : pieces) {
         for (const Print::Event &event : piece.events) {
             if (event.kind == Print::Event::Note)
-                lines.append(QStringLiteral("note: byte %1: %2").arg(event.offset).arg(event.text));
+                report.lines.append(
+                    QStringLiteral("note: byte %1: %2").arg(event.offset).arg(event.text));
         }
         if (!piece.isBlankEnd())
-            lines.append(write(piece));
+            write(piece, report);
     }
-    return lines;
+    return report;
 }
 
 /// Without the suffix.
@@ -93,29 +112,30 @@ QString PaperFolder::freeName()
     return name;
 }
 
-QString PaperFolder::write(const Print &piece)
+void PaperFolder::write(const Print &piece, PaperReport &report)
 {
     const QString name = freeName();
-    // Only new files: what somebody else puts there under such a name is not written over.
-    QFile picture(name + QStringLiteral(".png"));
-    QFile text(name + QStringLiteral(".txt"));
-    const receiptpreview::Layout layout({piece}, receiptpreview::Paper(m_model, m_paper, 0));
+    const QString pictureName = name + QStringLiteral(".png");
     QString error;
-    bool isWritten = text.open(QIODevice::NewOnly | QIODevice::WriteOnly) &&
-                     text.write(piece.toText().toUtf8()) >= 0 && text.flush();
-    if (!isWritten)
-        error = QStringLiteral("%1: %2").arg(text.fileName(), text.errorString());
-    isWritten = isWritten && picture.open(QIODevice::NewOnly | QIODevice::WriteOnly) &&
-                receiptpreview::writePng(
-                    layout, m_typeface, 1, picture, [](int, int) {}, &error) &&
-                picture.flush();
-    if (!isWritten)
-        return error.isEmpty()
-                   ? QStringLiteral("%1: %2").arg(picture.fileName(), picture.errorString())
-                   : error;
-    return QStringLiteral("paper: %1, %2 x %3 dots, %4")
-        .arg(picture.fileName())
-        .arg(layout.size().width())
-        .arg(layout.size().height())
-        .arg(piece.isCut ? QLatin1String("cut") : QLatin1String("not cut"));
+    if (!writeNew(name + QStringLiteral(".txt"), piece.toText().toUtf8(), &error)) {
+        report.failures.append(error);
+        return;
+    }
+    const receiptpreview::Layout layout({piece}, receiptpreview::Paper(m_model, m_paper, 0));
+    QBuffer picture;
+    picture.open(QIODevice::WriteOnly);
+    if (!receiptpreview::writePng(
+            layout, m_typeface, 1, picture, [](int, int) {}, &error)) {
+        report.failures.append(QStringLiteral("%1: %2").arg(pictureName, error));
+        return;
+    }
+    if (!writeNew(pictureName, picture.data(), &error)) {
+        report.failures.append(error);
+        return;
+    }
+    report.lines.append(QStringLiteral("paper: %1, %2 x %3 dots, %4")
+                            .arg(pictureName)
+                            .arg(layout.size().width())
+                            .arg(layout.size().height())
+                            .arg(piece.isCut ? QLatin1String("cut") : QLatin1String("not cut")));
 }

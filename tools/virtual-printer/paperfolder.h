@@ -10,6 +10,13 @@
 #include "printers/printerinfo.h"
 #include "typeface.h"
 
+/// What there is to say of pieces of paper.
+struct PaperReport
+{
+    QStringList lines;
+    QStringList failures;  ///< pieces that couldn't be written
+};
+
 /// What a virtual printer prints, in a folder: a picture and the text of each piece of paper. Files
 /// that are there already stay; the numbers go on behind them.
 class PaperFolder
@@ -24,15 +31,15 @@ public:
 
     /// Takes what the printer is sent, and gives a line for each piece that is cut by it, behind
     /// one for each thing that the printer doesn't do as it is asked.
-    QStringList take(const QByteArray &bytes);
+    PaperReport take(const QByteArray &bytes);
     /// The end: what hangs in the printer is written, too.
-    QStringList finish();
+    PaperReport finish();
 
 private:
     using Print = printerslib::drivers::Paper;
 
-    QStringList write(const QVector<Print> &pieces);
-    QString write(const Print &piece);
+    PaperReport write(const QVector<Print> &pieces);
+    void write(const Print &piece, PaperReport &report);
     QString freeName();
 
     const printerslib::drivers::SymbologyDrawer m_codes;
