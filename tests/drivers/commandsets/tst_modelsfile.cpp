@@ -97,6 +97,11 @@ private Q_SLOTS:
         row("fonts", QJsonArray(), "\"fonts\" has to be at least one pair of width and height");
         row("fonts", QJsonArray{QJsonArray{12, 24, 1}},
             "\"fonts\" has to be pairs of whole numbers from 1 to 255");
+        // Tab stops are counted in columns of the font: without a width they never end.
+        for (const QJsonArray &cell :
+             {QJsonArray{0, 24}, QJsonArray{12, 0}, QJsonArray{-12, 24}, QJsonArray{0.5, 24}})
+            row("fonts", QJsonArray{QJsonArray{12, 24}, cell},
+                "\"fonts\" has to be pairs of whole numbers from 1 to 255");
         row("initialFont", 2, "\"initialFont\" is none of \"fonts\"");
         row("codePages", QJsonObject(),
             "\"codePages\" has to be at least one number with its name");
