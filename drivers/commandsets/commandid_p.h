@@ -168,6 +168,7 @@ enum class CommandId : quint16 {
     SensorsForStop,
     PanelButtons,
     PrinterSelect,
+    PrinterDeselect,
     DrawerStatus,
     PaperStatus,
     Identification,

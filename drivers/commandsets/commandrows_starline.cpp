@@ -200,6 +200,9 @@ constexpr CommandRow starLineTable[] = {
     row(Id::Presenter, "ESC SYN", "n m", "presents, takes back or sets the presenter", hybrid),
 
     // Status and the printer itself
+    row(Id::PrinterSelect, "DC1", "", "selects the printer again", hybrid),
+    row(Id::PrinterDeselect, "DC3", "", "deselects the printer: all up to DC1 is thrown away",
+        hybrid),
     withTraits(
         row(Id::RealTimeStatus, "ESC ACK SOH", "", "asks for the status at once", lineThermal),
         Trait::ActsAtOnce),

@@ -56,6 +56,7 @@ private:
     qint64 m_needed = 1;  ///< bytes from `m_at` on before there is anything to read
     const CommandRow *m_waiting = nullptr;  ///< the command that waits for them, if it is known
     bool m_isRaster = false;
+    bool m_isDeselected = false;
     bool m_isPulseOn = true;
     bool m_isPowerOffOn = false;
 };
@@ -180,6 +181,12 @@ void StreamReader::State::follow(StreamCommand &command)
 {
     const CommandRow &row = *command.row;
     command.isSwitchedOff = isSwitchedOff(&row);
+    if (row.id == CommandId::PrinterSelect)
+        m_isDeselected = false;
+    if (row.id == CommandId::PrinterDeselect)
+        m_isDeselected = true;
+    if (m_isDeselected)
+        return;
     if ((row.traits & CommandRow::EntersRaster) != 0)
         m_isRaster = true;
     if ((row.traits & CommandRow::LeavesRaster) != 0)

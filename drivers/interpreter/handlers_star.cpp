@@ -388,6 +388,17 @@ void movePresenter(Printer &printer, const StreamCommand &command)
         printer.roll.addEvent(Event::Retract, QStringLiteral("takes the ticket back"));
 }
 
+void reselectPrinter(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.isSelected = true;
+}
+
+void deselectPrinter(Printer &printer, const StreamCommand &command)
+{
+    printer.isSelected = false;
+    printer.noteFor(command, QStringLiteral("deselects the printer; what follows isn't printed"));
+}
+
 constexpr HandlerRow starRows[] = {
     {CommandId::CharacterScale, setScale},
     {CommandId::WidthScale, setOneScale<&PrintState::widthScale>},
@@ -452,6 +463,8 @@ constexpr HandlerRow starRows[] = {
     {CommandId::Buzzer, beepStar},
     {CommandId::BuzzerSound, beepStar},
     {CommandId::Presenter, movePresenter},
+    {CommandId::PrinterSelect, reselectPrinter},
+    {CommandId::PrinterDeselect, deselectPrinter},
 };
 
 }  // namespace

@@ -6,6 +6,13 @@
 
 namespace printerslib::drivers {
 
+namespace {
+
+/// Rows are one picture, as far as the paper goes; much wider ones than that are several.
+constexpr int mostRasterBytes = 8 * 1024 * 1024;
+
+}  // namespace
+
 void flushRasterRows(Printer &printer)
 {
     RasterState &raster = printer.raster;
@@ -70,7 +77,7 @@ void addRasterRow(Printer &printer, const StreamCommand &command)
         printer.roll.feed(1, printer.state.lineSpacing);
         return;
     }
-    if (data.size() != raster.bytesPerRow)
+    if (data.size() != raster.bytesPerRow || raster.rows.size() > mostRasterBytes)
         flushRasterRows(printer);
     raster.bytesPerRow = data.size();
     raster.rows += data;

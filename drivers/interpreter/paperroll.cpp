@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "interpreter/dots_p.h"
+
 namespace printerslib::drivers {
 
 PaperRoll::PaperRoll(const Paper &blank) : m_blank(blank), m_paper(blank) {}
@@ -27,11 +29,46 @@ bool PaperRoll::hasRoomFor(int dots)
     return false;
 }
 
+namespace {
+
+/// What of pictures lies above a height, in whole pixels.
+LineItems upperPartOf(const LineItems &items, int height)
+{
+    LineItems part;
+    for (const Paper::Picture &picture : items.pictures) {
+        const int pixels = (height - picture.place.top()) / picture.dotsPerPixel.height();
+        Paper::Picture upper = croppedPicture(picture, {picture.size.width(), pixels});
+        upper.place.setSize(dotsOf(upper));
+        if (!upper.size.isEmpty())
+            part.pictures.append(upper);
+    }
+    return part;
+}
+
+}  // namespace
+
 void PaperRoll::print(Paper::Line::Kind kind, const LineItems &items, int height, int advance,
                       bool isWrapped)
 {
-    if (m_paper.isTooLong || !hasRoomFor(advance))
+    if (m_paper.isTooLong)
         return;
+    const int room = Paper::longest - m_top;
+    if (advance > room && kind == Paper::Line::Graphics && items.codes.isEmpty()) {
+        if (height > room)
+            note(QStringLiteral("a picture of %1 dots is taller than the %2 that are left")
+                     .arg(height)
+                     .arg(room));
+        const LineItems upperPart = upperPartOf(items, room);
+        if (!upperPart.isEmpty())
+            append(kind, upperPart, std::min(height, room), room, isWrapped);
+    }
+    if (hasRoomFor(advance))
+        append(kind, items, height, advance, isWrapped);
+}
+
+void PaperRoll::append(Paper::Line::Kind kind, const LineItems &items, int height, int advance,
+                       bool isWrapped)
+{
     Paper::Line line;
     line.kind = kind;
     line.isWrapped = isWrapped;

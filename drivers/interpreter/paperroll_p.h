@@ -14,10 +14,16 @@ public:
 
     /// Dots from the beginning of the piece to the head.
     int top() const { return m_top; }
+    /// Whether the paper is at its longest before so many dots are printed, but not yet.
+    bool endsWithin(int dots) const
+    {
+        return m_top < Paper::longest && dots > Paper::longest - m_top;
+    }
     /// The command whose effects come now, for what is told of it.
     void setOffset(qint64 offset);
 
-    /// Prints where the head is, and feeds.
+    /// Prints where the head is, and feeds. Of pictures that are taller than what is left of the
+    /// paper the upper part is printed.
     /// @param height of what is printed
     /// @param advance dots to the next line's top
     void print(Paper::Line::Kind kind, const LineItems &items, int height, int advance,
@@ -43,6 +49,8 @@ public:
 
 private:
     bool hasRoomFor(int dots);
+    void append(Paper::Line::Kind kind, const LineItems &items, int height, int advance,
+                bool isWrapped);
     void startPiece();
     int firstLineBelow(int place) const;
     void cutOff(int place, int lineCount);

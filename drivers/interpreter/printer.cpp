@@ -31,8 +31,9 @@ Paper blankPaper(const PrinterProfile &profile, int width)
     return paper;
 }
 
-/// What a printer leaves to its neighbour on the line while that is chosen.
-bool isForTheNeighbour(const StreamCommand &command)
+/// What a printer leaves to its neighbour on the line while that is chosen, or throws away while
+/// it is deselected.
+bool isForSelected(const StreamCommand &command)
 {
     return command.kind != StreamCommand::Command ||
            (command.row->id != CommandId::PrinterSelect &&
@@ -70,7 +71,7 @@ void Printer::obey(const StreamCommand &command)
     m_place = command.offset;
     if (!command.realTime.isEmpty())
         obeyAtOnce(command);
-    if (!isSelected && isForTheNeighbour(command))
+    if (!isSelected && isForSelected(command))
         return;
     if (recordForMacro(*this, command))
         return;
@@ -392,7 +393,8 @@ void Printer::printPicture(Paper::Picture picture)
         return;
     }
     const int width = dotsOf(picture).width();
-    if ((width > state.areaWidth || state.isUpsideDown) && !mayCopy(picture))
+    const bool isPart = width > state.areaWidth || roll.endsWithin(dotsOf(picture).height());
+    if ((isPart || state.isUpsideDown) && !mayCopy(picture))
         return;
     if (width > state.areaWidth) {
         note(QStringLiteral("a picture of %1 dots is wider than the line of %2")

@@ -109,7 +109,8 @@ public:
     PaperRoll roll;
     PrintState state;
     LineBuffer line;
-    bool isSelected = true;  ///< else what comes is for a neighbour on the line, such as a display
+    /// Else what comes is for a neighbour on the line, such as a display, or for nobody.
+    bool isSelected = true;
     bool isPageMode = false;
     PageBuffer page;
     GraphicsStore graphics;

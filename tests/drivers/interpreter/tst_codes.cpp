@@ -154,6 +154,19 @@ private Q_SLOTS:
         QCOMPARE(paper.toText(), QString("[ITF: 12]\nz\n"));
     }
 
+    void codeIsNotPrintedInPartAtThePapersEnd()
+    {
+        const FakeDrawer drawer({95, 1});
+        const QByteArray feeds = bytes("\x1BJ\xC8").repeated(Paper::longest / 200 - 1);
+        const Paper paper = paperOf(feeds + bytes("\x1BJ\x64\x1DkI\x06"
+                                                  "{B1234"),
+                                    {}, drawnBy(drawer));
+        QVERIFY(paper.isTooLong);
+        QVERIFY(paper.codes.isEmpty());
+        QCOMPARE(notesOf(paper),
+                 QStringList("the paper is longer than 80000 dots; what comes is left out"));
+    }
+
     void placeOfABarcode()
     {
         const FakeDrawer drawer({95, 1});

@@ -235,6 +235,83 @@ private Q_SLOTS:
         QCOMPARE(papers.at(1).toText(), QString("c\n"));
         QVERIFY(!papers.at(1).isTooLong);
     }
+
+    /// A column of dots that is printed at a scale, by GS v 0.
+    static QByteArray columnOf(int height, char scale = 0)
+    {
+        QByteArray stream = bytes("\x1Dv0") + scale + bytes("\x01\0");
+        stream += char(height % 256);
+        stream += char(height / 256);
+        for (int i = 0; i < height; ++i)
+            stream += char(i % 251);
+        return stream;
+    }
+
+    void pictureThatIsTallerThanThePaperIsPrintedAsFarAsItGoes()
+    {
+        const int height = Paper::longest / 2 + 3;
+        const QVector<Paper> papers = papersOf(columnOf(height, 2) + bytes("a\n\x1DV\x42\0"
+                                                                           "b\n"));
+        QCOMPARE(papers.size(), 2);
+        const Paper &paper = papers.first();
+        QVERIFY(paper.isTooLong);
+        QCOMPARE(paper.length, Paper::longest);
+        QCOMPARE(paper.pictures.size(), 1);
+        const Paper::Picture &picture = paper.pictures.first();
+        QCOMPARE(picture.place, QRect(0, 0, 8, Paper::longest));
+        QCOMPARE(picture.size, QSize(8, Paper::longest / 2));
+        QCOMPARE(picture.rows, columnOf(height).mid(8, Paper::longest / 2));
+        QVERIFY(paper.cells.isEmpty());
+        QCOMPARE(notesOf(paper),
+                 QStringList({"a picture of 80006 dots is taller than the 80000 that are left",
+                              "the paper is longer than 80000 dots; what comes is left out"}));
+        QCOMPARE(papers.at(1).toText(), QString("b\n"));
+    }
+
+    void pictureThatFitsExactlyIsWhole()
+    {
+        const Paper paper = paperOf(columnOf(Paper::longest / 2, 2));
+        QVERIFY(!paper.isTooLong);
+        QCOMPARE(paper.length, Paper::longest);
+        QCOMPARE(paper.pictures.first().place, QRect(0, 0, 8, Paper::longest));
+        QCOMPARE(notesOf(paper), QStringList());
+    }
+
+    void onlyWholeRowsOfAPictureArePrinted()
+    {
+        // One dot is left behind the first, which isn't enough for a row of two.
+        const QByteArray first = columnOf(Paper::longest / 2 - 1, 2) + columnOf(1);
+        const Paper none = paperOf(first + columnOf(1, 2));
+        QVERIFY(none.isTooLong);
+        QCOMPARE(none.pictures.size(), 2);
+        const Paper some = paperOf(columnOf(Paper::longest / 2 - 2, 2) + columnOf(1) +
+                                   columnOf(7, 2) + columnOf(7, 2));
+        QCOMPARE(some.pictures.size(), 3);
+        QCOMPARE(some.pictures.last().place, QRect(0, Paper::longest - 3, 8, 2));
+        QCOMPARE(notesOf(some).size(), 2);
+    }
+
+    void pictureIsWholeIfOnlyTheSpacingBelowItIsTooMuch()
+    {
+        // 24 rows of dots in a line of 30.
+        const QByteArray line = bytes("\x1B*\x21\x01\0\xFF\xFF\xFF\n");
+        const Paper paper = paperOf(columnOf(Paper::longest / 2 - 13, 2) + line);
+        QCOMPARE(paper.pictures.size(), 2);
+        QCOMPARE(paper.pictures.last().place, QRect(0, Paper::longest - 26, 1, 24));
+        QCOMPARE(paper.length, Paper::longest);
+        QCOMPARE(notesOf(paper),
+                 QStringList("the paper is longer than 80000 dots; what comes is left out"));
+    }
+
+    void pictureUpsideDownShowsItsBottomFirst()
+    {
+        const int height = Paper::longest / 2 + 1;
+        const Paper paper = paperOf(bytes("\x1B{\x01") + columnOf(height, 2));
+        QCOMPARE(paper.pictures.size(), 1);
+        QCOMPARE(paper.pictures.first().size.height(), Paper::longest / 2);
+        // 40,000 modulo 251 is 91, mirrored.
+        QCOMPARE(paper.pictures.first().rows.at(0), '\xDA');
+    }
 };
 
 QTEST_GUILESS_MAIN(TestCutting)

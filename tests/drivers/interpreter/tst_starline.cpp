@@ -276,6 +276,83 @@ private Q_SLOTS:
         QCOMPARE(printed(bytes("\x1B*rA\x62\x01\0\xF0\x1B*rC\x1B*rB")).pictures.size(), 0);
     }
 
+    void whatADeselectedPrinterGetsIsNotPrintedButTold()
+    {
+        const Paper paper =
+            printed(bytes("a\n\x13"
+                          "b\n\x1B@\x0E\x13\x07\x1B\x64\x02\x1B~\x05"
+                          "\x1B\x06\x01\x11"
+                          "c\n\x11"
+                          "d\n"));
+        QCOMPARE(paper.toText(), QString("a\nc\nd\n"));
+        QCOMPARE(cellOf(paper, u'c').width, quint16(12));
+        QCOMPARE(eventsOf(paper),
+                 QStringList({"note: DC3 deselects the printer; what follows isn't printed",
+                              "status: ESC ACK SOH asks for the status at once"}));
+        QCOMPARE(paper.events.first().offset, 2LL);
+    }
+
+    void lineBeforeTheDeselectionStays()
+    {
+        QCOMPARE(printed(bytes("a\x13"
+                               "b\n\x11"
+                               "c\n"))
+                     .toText(),
+                 QString("ac\n"));
+    }
+
+    void rasterRowsOfADeselectedPrinterAreNotPrinted()
+    {
+        const Paper paper =
+            printed(bytes("\x1B*rA\x62\x01\0\xF0\x13\x62\x01\0\x0F\x11\x62\x01\0\xFF\x1B*rB"));
+        QCOMPARE(paper.pictures.size(), 2);
+        QCOMPARE(dotsOf(paper.pictures.at(0)), QStringList("####...."));
+        QCOMPARE(dotsOf(paper.pictures.at(1)), QStringList("########"));
+    }
+
+    void deselectedPrinterNeitherBeginsNorEndsTheRasterMode()
+    {
+        QCOMPARE(printed(bytes("\x13\x1B*rA\x11"
+                               "bold\n"))
+                     .toText(),
+                 QString("bold\n"));
+        const Paper paper = printed(bytes("\x1B*rA\x13\x1B*rB\x1B@\x11\x62\x01\0\xF0\x1B*rBz\n"));
+        QCOMPARE(paper.pictures.size(), 1);
+        QCOMPARE(paper.cells.size(), 1);
+    }
+
+    void endlessRasterRowsArePrintedAsFarAsPaperGoes()
+    {
+        const QByteArray rows = bytes("\x62\x02\0\xF0\x01").repeated(Paper::longest + 10);
+        const Paper paper = printed("a\n" + bytes("\x1B*rA") + rows + bytes("\x1B*rB"));
+        QVERIFY(paper.isTooLong);
+        QCOMPARE(paper.length, Paper::longest);
+        QCOMPARE(paper.pictures.size(), 1);
+        const int top = paper.lines.at(1).top;
+        QVERIFY(top > 0);
+        QCOMPARE(paper.pictures.first().place, QRect(0, top, 16, Paper::longest - top));
+        QCOMPARE(notesOf(paper),
+                 QStringList({QString("a picture of 80010 dots is taller than the %1 that are left")
+                                  .arg(Paper::longest - top),
+                              "the paper is longer than 80000 dots; what comes is left out"}));
+    }
+
+    void wideRasterRowsAreNotKeptForever()
+    {
+        // 70 MB of rows, of which no more than the paper's width can be printed.
+        const int rowBytes = 0xFFFF;
+        const int rows = 1100;
+        const QByteArray row = bytes("\x62\xFF\xFF") + QByteArray(rowBytes, '\xFF');
+        StreamInterpreter interpreter(star());
+        for (int i = 0; i < rows; ++i)
+            interpreter.read(i == 0 ? bytes("\x1B*rA") + row : row);
+        const QVector<Paper> papers = interpreter.finish();
+        QCOMPARE(papers.size(), 1);
+        QCOMPARE(papers.first().length, rows);
+        QVERIFY(papers.first().pictures.size() > 1);
+        QCOMPARE(papers.first().toText().count("[picture"), 1);
+    }
+
     void rasterAtTheEndIsShown()
     {
         QCOMPARE(printed(bytes("\x1B*rA\x62\x01\0\xF0")).pictures.size(), 1);

@@ -258,8 +258,27 @@ private Q_SLOTS:
             prints += bytes("\x1Cp\x01\0");
         const Paper paper = paperOf(define + prints);
         QVERIFY(paper.isTooLong);
-        QCOMPARE(paper.pictures.size(), 156);
-        QCOMPARE(paper.pictures.first().rows.constData(), paper.pictures.last().rows.constData());
+        // The last is the part that fits.
+        QCOMPARE(paper.pictures.size(), 157);
+        QCOMPARE(paper.pictures.first().rows.constData(), paper.pictures.at(155).rows.constData());
+        QCOMPARE(paper.pictures.last().place.height(), Paper::longest % 512);
+    }
+
+    void partsOfPicturesAtThePapersEndAreBounded()
+    {
+        // Half the paper and a bit: of each second print a part has to be copied.
+        const QByteArray define = bytes("\x1Cq\x01\x01\0\x01\x14") + QByteArray(40'968, '\xFF');
+        const QByteArray prints = bytes("\x1Cp\x01\0\x1Cp\x01\0\x1DV\x42\0").repeated(2000);
+        qint64 copied = 0;
+        QStringList notes;
+        for (const Paper &paper : papersOf(define + prints)) {
+            if (paper.isTooLong)
+                copied += paper.pictures.last().rows.size();
+            notes += notesOf(paper);
+        }
+        QVERIFY(copied > 0);
+        QVERIFY(copied <= 16 * 1024 * 1024 + 100 * (define.size() + prints.size()));
+        QVERIFY(notes.contains("a picture is left out, as the stream asks for too many copies"));
     }
 
     void copiesOfPicturesAreBounded()
