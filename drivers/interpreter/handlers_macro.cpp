@@ -1,5 +1,5 @@
+#include "interpreter/handlers_macro_p.h"
 #include "interpreter/handlers_p.h"
-#include "interpreter/macro_p.h"
 
 namespace printerslib::drivers {
 

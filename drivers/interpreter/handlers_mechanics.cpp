@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "interpreter/handlers_p.h"
-#include "interpreter/pageprint_p.h"
+#include "interpreter/handlers_page_p.h"
 
 namespace printerslib::drivers {
 

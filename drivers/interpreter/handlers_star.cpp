@@ -4,7 +4,7 @@
 #include "interpreter/barcodedata_p.h"
 #include "interpreter/dots_p.h"
 #include "interpreter/handlers_p.h"
-#include "interpreter/symbols_p.h"
+#include "interpreter/handlers_symbols_p.h"
 
 namespace printerslib::drivers {
 

@@ -2,7 +2,7 @@
 
 #include "interpreter/dots_p.h"
 #include "interpreter/handlers_p.h"
-#include "interpreter/rasterrows_p.h"
+#include "interpreter/handlers_starraster_p.h"
 
 namespace printerslib::drivers {
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "interpreter/handlers_p.h"
-#include "interpreter/symbols_p.h"
+#include "interpreter/handlers_symbols_p.h"
 
 namespace printerslib::drivers {
 

@@ -4,8 +4,8 @@
 
 #include "commandsets/commandtext_p.h"
 #include "interpreter/dots_p.h"
-#include "interpreter/macro_p.h"
-#include "interpreter/rasterrows_p.h"
+#include "interpreter/handlers_macro_p.h"
+#include "interpreter/handlers_starraster_p.h"
 
 namespace printerslib::drivers {
 

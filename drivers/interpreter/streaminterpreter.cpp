@@ -1,8 +1,8 @@
 #include "printerslib/drivers/streaminterpreter.h"
 
-#include "interpreter/pageprint_p.h"
+#include "interpreter/handlers_page_p.h"
+#include "interpreter/handlers_starraster_p.h"
 #include "interpreter/printer_p.h"
-#include "interpreter/rasterrows_p.h"
 #include "printerslib/drivers/streamreader.h"
 
 namespace printerslib::drivers {

@@ -38,8 +38,11 @@ private:
 
     static int findings()
     {
-        templatelint::Options options;
-        options.document = PrinterDocument();
+        static const templatelint::Options options = [] {
+            templatelint::Options made;
+            made.document.emplace();
+            return made;
+        }();
         return templatelint::lint({"[<NONE>]<ENTRIES><ABC><X:>a<:X>"}, options).size();
     }
 
