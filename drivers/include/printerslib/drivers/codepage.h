@@ -18,7 +18,7 @@ public:
     /// names of our own. Names in any case. Nothing for a name that nobody knows.
     static std::optional<CodePage> forName(const QString &name);
 
-    QString name() const { return m_name; }
+    QString name() const { return m_name; }  ///< of the set
     /// What a byte shows: U+0000 for a byte that the set leaves free.
     char16_t character(unsigned char byte) const { return m_characters[byte]; }
     /// The byte that shows a character, if there is one; of several the smallest.

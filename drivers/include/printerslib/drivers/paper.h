@@ -33,13 +33,13 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
     /// A printed character, blanks among them.
     struct Cell
     {
-        int left = 0;
-        int top = 0;
-        quint16 width = 0;  ///< of the cell with its enlargement
-        quint16 height = 0;
-        quint8 widthScale = 1;  ///< 1 to 8
-        quint8 heightScale = 1;
-        quint16 effects = 0;
+        int left = 0;            ///< dots from the left
+        int top = 0;             ///< dots from the top
+        quint16 width = 0;       ///< of the cell with its enlargement
+        quint16 height = 0;      ///< the same downwards
+        quint8 widthScale = 1;   ///< 1 to 8
+        quint8 heightScale = 1;  ///< 1 to 8
+        quint16 effects = 0;     ///< of Effect, or-ed
         char16_t character = 0;  ///< U+FFFD for a byte that the character set leaves free
         int drawing = -1;        ///< of `pictures`: a character that the stream defines; -1: none
     };
@@ -47,10 +47,10 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
     /// Dots: a picture, or the drawing of a character.
     struct Picture
     {
-        QRect place;  ///< on the paper
-        QSize size;   ///< in pixels
-        QSize dotsPerPixel{1, 1};
-        QByteArray rows;  ///< each of whole bytes, the leftmost pixel the highest bit
+        QRect place;               ///< on the paper
+        QSize size;                ///< in pixels
+        QSize dotsPerPixel{1, 1};  ///< how large each pixel is
+        QByteArray rows;           ///< each of whole bytes, the leftmost pixel the highest bit
     };
 
     /// What a code is.
@@ -92,7 +92,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
             OnlySetB,         ///< Code 128: no digits in pairs
         };
 
-        Symbology symbology = Symbology::Other;
+        Symbology symbology = Symbology::Other;  ///< what it is
         /// As the code holds it, without marks of code sets. FNC1 is the byte 1D, as readers give
         /// it.
         QByteArray payload;
@@ -101,7 +101,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
         QSize module;     ///< dots of one module; in barcodes its height is that of the bars
         /// Of QR codes 'L', 'M', 'Q' or 'H', of PDF417 '0' to '8'; 0: as the drawer likes.
         char correctionLevel = 0;
-        Variant variant = Usual;
+        Variant variant = Usual;  ///< which form of it
         /// Clockwise, as it lies on the paper. `module`, `modules` and `rows` are turned already.
         quint8 quarterTurns = 0;
         QSize grid;       ///< PDF417: columns and rows of code words; 0: as fits the data
@@ -113,6 +113,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
     /// What happened at a place of the paper.
     struct Event
     {
+        /// What happened.
         enum Kind {
             Cut,         ///< the end of a piece
             PartialCut,  ///< the same, with a bridge left
@@ -125,45 +126,46 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
             Status,  ///< an answer is due
             Note,    ///< what the printer doesn't do as the stream asks, or a fault in it
         };
-        Kind kind = Note;
-        qint64 offset = 0;  ///< of its command in the stream
-        int top = 0;        ///< where the head is at that time
-        int pin = 0;        ///< Pulse: 2 or 5, as the connector counts
-        int onMilliseconds = 0;
-        int offMilliseconds = 0;
-        QString text;  ///< in English
+        Kind kind = Note;         ///< what happened
+        qint64 offset = 0;        ///< of its command in the stream
+        int top = 0;              ///< where the head is at that time
+        int pin = 0;              ///< Pulse: 2 or 5, as the connector counts
+        int onMilliseconds = 0;   ///< Pulse: how long it is on
+        int offMilliseconds = 0;  ///< Pulse: how long it is off behind that
+        QString text;             ///< in English
     };
 
     /// A printed line or another strip, from top to bottom in the order of printing. Pages of page
     /// mode are one line. What is empty is paper that was fed.
     struct Line
     {
+        /// What stands there.
         enum Kind : quint8 { Text, Graphics, Page, Feed };
-        Kind kind = Text;
+        Kind kind = Text;        ///< what stands there
         bool isWrapped = false;  ///< goes on with a line that was too long
-        int top = 0;
-        int height = 0;     ///< to the next line's top
-        int firstCell = 0;  ///< of `cells`; the counts follow each other
-        int cellCount = 0;
-        int firstPicture = 0;
-        int pictureCount = 0;
-        int firstCode = 0;
-        int codeCount = 0;
-        int blankLines = 0;  ///< Feed: how many lines a reader sees there
+        int top = 0;             ///< dots from the top
+        int height = 0;          ///< to the next line's top
+        int firstCell = 0;       ///< of `cells`; the counts follow each other
+        int cellCount = 0;       ///< how many of `cells`
+        int firstPicture = 0;    ///< of `pictures`
+        int pictureCount = 0;    ///< how many of `pictures`
+        int firstCode = 0;       ///< of `codes`
+        int codeCount = 0;       ///< how many of `codes`
+        int blankLines = 0;      ///< Feed: how many lines a reader sees there
     };
 
-    int width = 0;   ///< dots that can be burnt
-    int length = 0;  ///< dots from the first to the cut, or to where the stream ends
-    int dotsPerInch = 203;
-    QSize cell;              ///< of the font after a reset: the unit of columns in the text
-    qint64 firstByte = 0;    ///< of the stream; events before it belong to it, too
-    bool isCut = false;      ///< false for what hangs in the printer when the stream ends
-    bool isTooLong = false;  ///< more than `longest`; the rest was left out
-    QVector<Line> lines;
-    QVector<Cell> cells;
-    QVector<Picture> pictures;
-    QVector<Code> codes;
-    QVector<Event> events;
+    int width = 0;              ///< dots that can be burnt
+    int length = 0;             ///< dots from the first to the cut, or to where the stream ends
+    int dotsPerInch = 203;      ///< both ways
+    QSize cell;                 ///< of the font after a reset: the unit of columns in the text
+    qint64 firstByte = 0;       ///< of the stream; events before it belong to it, too
+    bool isCut = false;         ///< false for what hangs in the printer when the stream ends
+    bool isTooLong = false;     ///< more than `longest`; the rest was left out
+    QVector<Line> lines;        ///< from top to bottom
+    QVector<Cell> cells;        ///< in the order of the lines
+    QVector<Picture> pictures;  ///< those of lines, and drawings of characters
+    QVector<Code> codes;        ///< in the order of the lines
+    QVector<Event> events;      ///< in the order of the stream
 
     /// 10 m at 203 dots per inch. What goes beyond is left out, and told as a note.
     static constexpr int longest = 80'000;

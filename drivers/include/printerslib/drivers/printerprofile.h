@@ -32,12 +32,12 @@ public:
     /// A general Epson printer for 80 mm paper.
     PrinterProfile();
     PrinterProfile(const PrinterProfile &other);
-    PrinterProfile &operator=(const PrinterProfile &other);
+    PrinterProfile &operator=(const PrinterProfile &other);  ///< shares the data
     ~PrinterProfile();
 
-    QString modelId() const;
-    Dialect dialect() const;
-    Vendor vendor() const;
+    QString modelId() const;  ///< as in the catalogue
+    Dialect dialect() const;  ///< the set of its commands
+    Vendor vendor() const;    ///< whose variant of it
     /// Dots across that the head can burn.
     int headDots() const;
     /// Resolution of head and feed, in dots per inch.

@@ -14,6 +14,7 @@ struct CommandRow;  // what a dialect's manual says of one command; drivers/comm
 /// their bytes, put together, are the stream.
 struct PRINTERSLIB_DRIVERS_EXPORT StreamCommand
 {
+    /// What a piece is.
     enum Kind {
         Text,        ///< a run of bytes that print
         Command,     ///< one that its row describes
@@ -25,13 +26,13 @@ struct PRINTERSLIB_DRIVERS_EXPORT StreamCommand
     /// A command that acts at once, found inside the data of this one.
     struct RealTime
     {
-        qint64 offset = 0;  ///< from the start of the stream
-        const CommandRow *row = nullptr;
-        QByteArray bytes;
-        bool isSwitchedOff = false;  ///< by GS ( D, so it does nothing
+        qint64 offset = 0;                ///< from the start of the stream
+        const CommandRow *row = nullptr;  ///< never null
+        QByteArray bytes;                 ///< all of it
+        bool isSwitchedOff = false;       ///< by GS ( D, so it does nothing
     };
 
-    Kind kind = Text;
+    Kind kind = Text;   ///< what it is
     qint64 offset = 0;  ///< from the start of the stream
     QByteArray bytes;   ///< all of it, introducer and data among them
     /// Null in texts, and where nothing is known. Incomplete: of several that begin so the first.

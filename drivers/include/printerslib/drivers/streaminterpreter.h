@@ -18,6 +18,7 @@ namespace printerslib::drivers {
 class PRINTERSLIB_DRIVERS_EXPORT StreamInterpreter
 {
 public:
+    /// What is chosen beside the model.
     struct Options
     {
         int paperDots = 0;  ///< of the paper's line; 0, or more than the head's: the head's
@@ -28,8 +29,8 @@ public:
 
     explicit StreamInterpreter(const PrinterProfile &profile)
         : StreamInterpreter(profile, Options())
-    {}
-    StreamInterpreter(const PrinterProfile &profile, const Options &options);
+    {}                                                                         ///< without options
+    StreamInterpreter(const PrinterProfile &profile, const Options &options);  ///< as chosen
     ~StreamInterpreter();
     StreamInterpreter(const StreamInterpreter &) = delete;
     StreamInterpreter &operator=(const StreamInterpreter &) = delete;
@@ -46,9 +47,9 @@ public:
     static QVector<Paper> papersOf(const QByteArray &stream, const PrinterProfile &profile)
     {
         return papersOf(stream, profile, Options());
-    }
+    }  ///< the same without options
     static QVector<Paper> papersOf(const QByteArray &stream, const PrinterProfile &profile,
-                                   const Options &options);
+                                   const Options &options);  ///< the same as chosen
 
 private:
     class State;

@@ -18,7 +18,7 @@ namespace printerslib::drivers {
 class PRINTERSLIB_DRIVERS_EXPORT StreamReader
 {
 public:
-    explicit StreamReader(const PrinterProfile &profile);
+    explicit StreamReader(const PrinterProfile &profile);  ///< for its dialect
     ~StreamReader();
     StreamReader(const StreamReader &) = delete;
     StreamReader &operator=(const StreamReader &) = delete;
