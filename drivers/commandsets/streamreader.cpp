@@ -4,6 +4,7 @@
 
 #include "commandsets/commandlength_p.h"
 #include "commandsets/commandtree_p.h"
+#include "commandsets/printerselection_p.h"
 
 namespace printerslib::drivers {
 
@@ -56,7 +57,7 @@ private:
     qint64 m_needed = 1;  ///< bytes from `m_at` on before there is anything to read
     const CommandRow *m_waiting = nullptr;  ///< the command that waits for them, if it is known
     bool m_isRaster = false;
-    bool m_isDeselected = false;
+    bool m_isSelected = true;
     bool m_isPulseOn = true;
     bool m_isPowerOffOn = false;
 };
@@ -181,11 +182,8 @@ void StreamReader::State::follow(StreamCommand &command)
 {
     const CommandRow &row = *command.row;
     command.isSwitchedOff = isSwitchedOff(&row);
-    if (row.id == CommandId::PrinterSelect)
-        m_isDeselected = false;
-    if (row.id == CommandId::PrinterDeselect)
-        m_isDeselected = true;
-    if (m_isDeselected)
+    m_isSelected = selectionBy(command).value_or(m_isSelected);
+    if (!m_isSelected)
         return;
     if ((row.traits & CommandRow::EntersRaster) != 0)
         m_isRaster = true;
@@ -193,7 +191,7 @@ void StreamReader::State::follow(StreamCommand &command)
         m_isRaster = false;
     if (row.id == CommandId::RealTimeSwitch)
         switchImmediate(command);
-    if (row.id == CommandId::Initialize) {
+    if (row.id == CommandId::Initialize || row.id == CommandId::ResetPrinter) {
         m_isRaster = false;
         m_isPulseOn = true;
         m_isPowerOffOn = false;

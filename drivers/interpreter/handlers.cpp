@@ -29,7 +29,6 @@ HandlerTable tableOf(Dialect dialect)
         addRows(table, rows);
     if (dialect == Dialect::StarLine) {
         addRows(table, starHandlers());
-        addRows(table, starKanjiHandlers());
         addRows(table, starRasterHandlers());
     }
     if (dialect == Dialect::Swecoin)

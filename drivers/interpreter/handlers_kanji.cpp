@@ -1,50 +1,47 @@
+#include "interpreter/handlers_kanji_p.h"
+
 #include "interpreter/dots_p.h"
 #include "interpreter/handlers_p.h"
 
 namespace printerslib::drivers {
 
+void followKanji(KanjiState &kanji, const PrinterProfile &profile, const StreamCommand &command)
+{
+    const bool isStar = profile.dialect() == Dialect::StarLine;
+    const int code = choiceOf(command, 0, 3);
+    switch (command.row->id) {
+        case CommandId::KanjiOn:
+            if (isStar || !kanji.set)
+                kanji.choose(profile, isStar ? "JIS" : "GB18030");
+            kanji.isOn = true;
+            return;
+        case CommandId::KanjiOff:
+            kanji.isOn = false;
+            return;
+        case CommandId::KanjiCode:
+            // Star's begins or ends them, too.
+            if (isStar)
+                kanji.isOn = isSwitchedOn(command);
+            if (isStar || code >= 0)
+                kanji.choose(profile, (isStar ? kanji.isOn : code > 0) ? "SHIFT_JIS" : "JIS");
+            return;
+        default:
+            return;
+    }
+}
+
 namespace {
 
-void begin(Printer &printer, const StreamCommand &command, const char *usualSet)
+void switchKanji(Printer &printer, const StreamCommand &command)
 {
-    if (!printer.state.kanji.set)
-        printer.state.kanji.choose(printer.profile, usualSet);
-    if (printer.profile.kanjiSet().isEmpty())
+    KanjiState &kanji = printer.state.kanji;
+    followKanji(kanji, printer.profile, command);
+    const bool begins = kanji.isOn && (command.row->id == CommandId::KanjiOn ||
+                                       printer.profile.dialect() == Dialect::StarLine);
+    if (begins && printer.profile.kanjiSet().isEmpty())
         printer.noteFor(command, QStringLiteral("begins two-byte characters, of which the model's "
                                                 "data knows nothing; they are taken for %1")
-                                     .arg(printer.state.kanji.set->name()));
-    printer.state.kanji.isOn = true;
-}
-
-void beginKanji(Printer &printer, const StreamCommand &command)
-{
-    begin(printer, command, "GB18030");
-}
-
-void beginJis(Printer &printer, const StreamCommand &command)
-{
-    printer.state.kanji.choose(printer.profile, "JIS");
-    begin(printer, command, "JIS");
-}
-
-void endKanji(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.state.kanji.isOn = false;
-}
-
-void setKanjiCode(Printer &printer, const StreamCommand &command)
-{
-    const int choice = choiceOf(command, 0, 3);
-    if (choice >= 0)
-        printer.state.kanji.choose(printer.profile, choice == 0 ? "JIS" : "SHIFT_JIS");
-}
-
-void setShiftedJis(Printer &printer, const StreamCommand &command)
-{
-    printer.state.kanji.choose(printer.profile, isSwitchedOn(command) ? "SHIFT_JIS" : "JIS");
-    printer.state.kanji.isOn = false;
-    if (isSwitchedOn(command))
-        begin(printer, command, "SHIFT_JIS");
+                                     .arg(kanji.set->name()));
 }
 
 void setKanjiModes(Printer &printer, const StreamCommand &command)
@@ -88,9 +85,9 @@ void cancelKanji(Printer &printer, const StreamCommand &command)
 }
 
 constexpr HandlerRow kanjiRows[] = {
-    {CommandId::KanjiOn, beginKanji},
-    {CommandId::KanjiOff, endKanji},
-    {CommandId::KanjiCode, setKanjiCode},
+    {CommandId::KanjiOn, switchKanji},
+    {CommandId::KanjiOff, switchKanji},
+    {CommandId::KanjiCode, switchKanji},
     {CommandId::KanjiModes, setKanjiModes},
     {CommandId::KanjiUnderline, setKanjiUnderline},
     {CommandId::KanjiDoubleSize, setKanjiDoubleSize},
@@ -99,22 +96,11 @@ constexpr HandlerRow kanjiRows[] = {
     {CommandId::CancelKanji, cancelKanji},
 };
 
-// ESC p begins JIS, ESC $ n shifted JIS.
-constexpr HandlerRow starKanjiRows[] = {
-    {CommandId::KanjiOn, beginJis},
-    {CommandId::KanjiCode, setShiftedJis},
-};
-
 }  // namespace
 
 HandlerRows kanjiHandlers()
 {
     return {std::begin(kanjiRows), std::end(kanjiRows)};
-}
-
-HandlerRows starKanjiHandlers()
-{
-    return {std::begin(starKanjiRows), std::end(starKanjiRows)};
 }
 
 }  // namespace printerslib::drivers

@@ -26,7 +26,6 @@ HandlerRows statusHandlers();
 HandlerRows macroHandlers();
 /// Only these know the commands of these dialects, or take others' operands otherwise.
 HandlerRows starHandlers();
-HandlerRows starKanjiHandlers();
 HandlerRows starRasterHandlers();
 HandlerRows swecoinHandlers();
 

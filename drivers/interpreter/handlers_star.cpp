@@ -388,11 +388,6 @@ void movePresenter(Printer &printer, const StreamCommand &command)
         printer.roll.addEvent(Event::Retract, QStringLiteral("takes the ticket back"));
 }
 
-void reselectPrinter(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.isSelected = true;
-}
-
 void deselectPrinter(Printer &printer, const StreamCommand &command)
 {
     printer.isSelected = false;
@@ -463,7 +458,6 @@ constexpr HandlerRow starRows[] = {
     {CommandId::Buzzer, beepStar},
     {CommandId::BuzzerSound, beepStar},
     {CommandId::Presenter, movePresenter},
-    {CommandId::PrinterSelect, reselectPrinter},
     {CommandId::PrinterDeselect, deselectPrinter},
 };
 

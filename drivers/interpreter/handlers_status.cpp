@@ -1,4 +1,4 @@
-#include "commandsets/commandtext_p.h"
+#include "commandsets/printerselection_p.h"
 #include "interpreter/handlers_p.h"
 
 namespace printerslib::drivers {
@@ -14,7 +14,7 @@ void askStatus(Printer &printer, const StreamCommand &command)
 
 void selectPrinter(Printer &printer, const StreamCommand &command)
 {
-    printer.isSelected = isSwitchedOn(command);
+    printer.isSelected = selectionBy(command).value_or(true);
     if (!printer.isSelected)
         printer.noteFor(command, QStringLiteral("sends what follows to the printer's neighbour"));
 }

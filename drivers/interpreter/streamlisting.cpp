@@ -5,6 +5,8 @@
 #include <iterator>
 
 #include "commandsets/commandtext_p.h"
+#include "commandsets/printerselection_p.h"
+#include "interpreter/handlers_kanji_p.h"
 #include "interpreter/printstate_p.h"
 
 namespace printerslib::drivers {
@@ -119,12 +121,13 @@ public:
 
 private:
     void reset();
-    void followKanjiCode(bool isShifted);
+    void obey(const StreamCommand &command);
 
     const PrinterProfile m_profile;
     const int m_codePage;
     PrintCharset m_charset;
     KanjiState m_kanji;
+    bool m_isSelected = true;
 };
 
 void StreamListing::State::reset()
@@ -140,37 +143,32 @@ void StreamListing::State::follow(const StreamCommand &command)
         m_kanji.lead = -1;
     if (command.kind != StreamCommand::Command)
         return;
-    const bool isStar = m_profile.dialect() == Dialect::StarLine;
+    m_isSelected = selectionBy(command).value_or(m_isSelected);
+    if (m_isSelected)
+        obey(command);
+}
+
+/// What a command changes in how texts print.
+void StreamListing::State::obey(const StreamCommand &command)
+{
     switch (command.row->id) {
         case CommandId::Initialize:
+        case CommandId::ResetPrinter:
             return reset();
+        case CommandId::CancelData:
+            // Star's resets, too.
+            if (m_profile.dialect() == Dialect::StarLine)
+                reset();
+            return;
         case CommandId::CodePage:
             m_charset.setCodePage(m_profile, command.operand(0));
             return;
         case CommandId::InternationalSet:
             m_charset.setCountry(command.operand(0));
             return;
-        case CommandId::KanjiOn:
-            if (isStar || !m_kanji.set)
-                m_kanji.choose(m_profile, isStar ? "JIS" : "GB18030");
-            m_kanji.isOn = true;
-            return;
-        case CommandId::KanjiOff:
-            m_kanji.isOn = false;
-            return;
-        case CommandId::KanjiCode:
-            return followKanjiCode((command.operand(0) & 1) != 0);
         default:
-            return;
+            followKanji(m_kanji, m_profile, command);
     }
-}
-
-/// The code of two-byte characters, which Star's printers begin or end with it.
-void StreamListing::State::followKanjiCode(bool isShifted)
-{
-    m_kanji.choose(m_profile, isShifted ? "SHIFT_JIS" : "JIS");
-    if (m_profile.dialect() == Dialect::StarLine)
-        m_kanji.isOn = isShifted;
 }
 
 QString StreamListing::State::meaningOf(const StreamCommand &command) const

@@ -153,6 +153,8 @@ private Q_SLOTS:
     void pulsesAreSwitchedByGsD();
     void powerOffIsOffUntilSwitchedOn();
     void initializeSwitchesBack();
+    void resetSwitchesBack();
+    void whatIsForTheNeighbourSwitchesNothing();
     void rasterModeHasCommandsOfItsOwn();
     void lettersAreTextOutsideTheRasterMode();
     void emptyStreamHasNoCommands();
@@ -431,6 +433,24 @@ void TestStreamReader::initializeSwitchesBack()
     const auto commands = StreamReader::commandsOf(streamOf("1d28440300140100 1b40 1014010001"),
                                                    profileOf("GENERAL_EPSON_PROTOCOL"));
     QVERIFY(!commands.last().isSwitchedOff);
+}
+
+void TestStreamReader::resetSwitchesBack()
+{
+    const auto commands = StreamReader::commandsOf(
+        streamOf("1d28440300140100 1cc01810141a 1014010001"), profileOf("CUSTOM_VKP_80"));
+    QVERIFY(!commands.last().isSwitchedOff);
+    QCOMPARE(told("1b2a7241 1b3f0a00 'bA'", "TSP-TUP"),
+             QByteArray("ESC * r A; ESC ? LF NUL; 'bA'"));
+}
+
+// A display behind the printer is initialized by the same command.
+void TestStreamReader::whatIsForTheNeighbourSwitchesNothing()
+{
+    const auto commands =
+        StreamReader::commandsOf(streamOf("1d28440300140100 1b3d02 1b40 1b3d01 1014010001"),
+                                 profileOf("GENERAL_EPSON_PROTOCOL"));
+    QVERIFY(commands.last().isSwitchedOff);
 }
 
 void TestStreamReader::rasterModeHasCommandsOfItsOwn()

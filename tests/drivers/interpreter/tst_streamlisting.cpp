@@ -72,6 +72,9 @@ private Q_SLOTS:
     void codePagesAreNamed();
     void whatATerminalObeysIsReplaced();
     void twoByteTextIsOfItsSet();
+    void codesOfTwoByteTextAreThoseOfThePrinter();
+    void resetsTakeTheCodePageBack();
+    void whatIsForTheNeighbourChangesNoTexts();
     void twoByteCharactersMayBeParted();
     void realTimeCommandsInDataHaveLines();
     void switchedOffCommandsSaySo();
@@ -219,6 +222,31 @@ void TestStreamListing::twoByteTextIsOfItsSet()
              (QStringList{QStringLiteral("你A好"), QStringLiteral("─")}));
     QCOMPARE(textsIn(listed("1b70 3021 1b71 3021", "TSP-TUP")),
              (QStringList{QStringLiteral("亜"), "0!"}));
+}
+
+void TestStreamListing::codesOfTwoByteTextAreThoseOfThePrinter()
+{
+    QCOMPARE(textsIn(listed("1c4302 1c26 82a0")), QStringList{QStringLiteral("あ")});
+    QCOMPARE(textsIn(listed("1c4301 1c4308 1c26 82a0")), QStringList{QStringLiteral("あ")});
+    QCOMPARE(textsIn(listed("1b2401 82a0 1b2400 'A'", "TSP-TUP")),
+             (QStringList{QStringLiteral("あ"), "A"}));
+}
+
+void TestStreamListing::resetsTakeTheCodePageBack()
+{
+    const QStringList texts{QStringLiteral("А"), QStringLiteral("Ç")};
+    QCOMPARE(textsIn(listed("1b1d740a 80 18 80", "TSP-TUP")), texts);
+    QCOMPARE(textsIn(listed("1b1d740a 80 1b3f0a00 80", "TSP-TUP")), texts);
+    QCOMPARE(textsIn(listed("1b7411 80 18 80")),
+             (QStringList{QStringLiteral("А"), QStringLiteral("А")}));
+}
+
+void TestStreamListing::whatIsForTheNeighbourChangesNoTexts()
+{
+    QCOMPARE(textsIn(listed("1b7411 1b3d02 1b40 1b3d01 80")), QStringList{QStringLiteral("А")});
+    QCOMPARE(textsIn(listed("1b3d02 1b7411 1b3d01 80")), QStringList{QStringLiteral("Ç")});
+    QCOMPARE(textsIn(listed("1b1d740a 13 1b40 11 80", "TSP-TUP")),
+             QStringList{QStringLiteral("А")});
 }
 
 void TestStreamListing::twoByteCharactersMayBeParted()
