@@ -1,5 +1,6 @@
 // What goes to a printer: read whole and in pieces, listed and printed.
 #include <algorithm>
+#include <iterator>
 
 #include "fuzzing.h"
 #include "printerslib/drivers/streaminterpreter.h"
@@ -14,7 +15,6 @@ namespace {
 
 const char *const models[] = {"GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80", "CITIZEN_PPU_700",
                               "CITIZEN_CTS_2000",       "TSP-TUP",       "SWECOIN_TM_20XX"};
-constexpr int mostModels = 6;
 constexpr int longestPiece = 64;
 
 /// Texts that follow each other are one.
@@ -172,7 +172,7 @@ void piecesPrintTheSame(const QByteArray &stream, const PrinterProfile &profile,
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     FuzzedDataProvider input(data, size);
-    const char *model = models[input.ConsumeIntegralInRange<int>(0, mostModels - 1)];
+    const char *model = models[input.ConsumeIntegralInRange<int>(0, int(std::size(models)) - 1)];
     const int pieceSize = input.ConsumeIntegralInRange<int>(1, longestPiece);
     const QByteArray stream = QByteArray::fromStdString(input.ConsumeRemainingBytesAsString());
 

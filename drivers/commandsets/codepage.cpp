@@ -137,7 +137,7 @@ std::unique_ptr<Characters> readOwn(const QString &name)
     return characters;
 }
 
-/// Sets that were read, among them those that there aren't, as null. Never taken back.
+/// Null for a name that nobody knows. Sets that were read are never taken back.
 const Characters *charactersOf(const QString &name)
 {
     static QMutex mutex;

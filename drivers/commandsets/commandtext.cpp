@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "commandsets/commandrows_p.h"
 #include "commandsets/rowbuilder_p.h"
 
 namespace printerslib::drivers {

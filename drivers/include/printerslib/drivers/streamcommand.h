@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QStringList>
 #include <QVector>
 
 #include "printerslib/drivers/drivers_export.h"
