@@ -88,7 +88,7 @@ void setBarcodeTextPosition(Printer &printer, const StreamCommand &command)
 
 void setBarcodeTextFont(Printer &printer, const StreamCommand &command)
 {
-    const int font = choiceOf(command, 0, printer.fonts().size());
+    const int font = choiceOf(command, 0, printer.profile.fontCells().size());
     if (font >= 0)
         printer.state.barcode.textFont = font;
 }

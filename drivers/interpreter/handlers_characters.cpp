@@ -23,7 +23,7 @@ void setPrintModes(Printer &printer, const StreamCommand &command)
     };
     const int modes = command.operand(0);
     PrintState &state = printer.state;
-    if (printer.fonts().size() > 1)
+    if (printer.profile.fontCells().size() > 1)
         state.font = (modes & FontB) != 0 ? 1 : 0;
     state.isBold = (modes & Bold) != 0;
     state.heightScale = (modes & DoubleHeight) != 0 ? 2 : 1;
@@ -51,7 +51,7 @@ void setUnderline(Printer &printer, const StreamCommand &command)
 
 void setFont(Printer &printer, const StreamCommand &command)
 {
-    const int font = choiceOf(command, 0, printer.fonts().size());
+    const int font = choiceOf(command, 0, printer.profile.fontCells().size());
     if (font < 0)
         printer.noteFor(
             command,
@@ -63,7 +63,7 @@ void setFont(Printer &printer, const StreamCommand &command)
 void setCharactersPerInch(Printer &printer, const StreamCommand &command)
 {
     const int choice = choiceOf(command, 0, 3);
-    if (choice >= 0 && printer.fonts().size() > 2)
+    if (choice >= 0 && printer.profile.fontCells().size() > 2)
         printer.state.charactersPerInch = choice;
 }
 
@@ -111,11 +111,6 @@ void setCountry(Printer &printer, const StreamCommand &command)
             QStringLiteral("asks for country %1, which nobody knows").arg(command.operand(0)));
 }
 
-void useOwnCharacters(Printer &printer, const StreamCommand &command)
-{
-    printer.state.usesOwnCharacters = isSwitchedOn(command);
-}
-
 /// y c1 c2, then for each character its columns and y bytes for each of them.
 void defineCharacters(Printer &printer, const StreamCommand &command)
 {
@@ -128,27 +123,14 @@ void defineCharacters(Printer &printer, const StreamCommand &command)
         const int size = columns * bytesPerColumn;
         const Paper::Picture drawn =
             pictureOfColumns(data.mid(at + 1, size), columns, bytesPerColumn);
-        const int key = 0x10000 * (printer.state.font + 1) + code;
-        printer.ownCharacters.insert(key, croppedPicture(drawn, cell));
+        printer.ownCharacters.insert(printer.ownKey(code), croppedPicture(drawn, cell));
         at += 1 + size;
     }
 }
 
 void cancelCharacter(Printer &printer, const StreamCommand &command)
 {
-    printer.ownCharacters.remove(0x10000 * (printer.state.font + 1) + command.operand(0));
-}
-
-template <auto member>
-void switchState(Printer &printer, const StreamCommand &command)
-{
-    printer.state.*member = isSwitchedOn(command);
-}
-
-template <auto member, auto value>
-void setState(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.state.*member = value;
+    printer.ownCharacters.remove(printer.ownKey(command.operand(0)));
 }
 
 constexpr HandlerRow characterRows[] = {
@@ -170,7 +152,7 @@ constexpr HandlerRow characterRows[] = {
     {CommandId::CharacterEffect, setCharacterEffect},
     {CommandId::CodePage, setCodePage},
     {CommandId::InternationalSet, setCountry},
-    {CommandId::UserCharactersUsed, useOwnCharacters},
+    {CommandId::UserCharactersUsed, switchState<&PrintState::usesOwnCharacters>},
     {CommandId::DefineCharacters, defineCharacters},
     {CommandId::CancelCharacter, cancelCharacter},
 };

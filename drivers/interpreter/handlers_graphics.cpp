@@ -7,18 +7,10 @@ namespace printerslib::drivers {
 
 namespace {
 
-/// What GS ( L says of a picture, behind pL pH or p1 to p4.
-struct GraphicsOperands
+/// Index of GS ( L's first operand behind the length, which is pL pH or p1 to p4, and m and fn.
+int firstGraphicsOperand(const StreamCommand &command)
 {
-    int first;  ///< index of the first operand behind m and fn
-};
-
-GraphicsOperands graphicsOperands(const StreamCommand &command)
-{
-    constexpr int wordsOfLength = 2;
-    constexpr int doubleOfLength = 4;
-    const bool isLong = command.row->payload == PayloadRule::LengthDouble;
-    return {(isLong ? doubleOfLength : wordsOfLength) + 2};
+    return command.row->payload == PayloadRule::LengthDouble ? 6 : 4;
 }
 
 QSize sizeFrom(const StreamCommand &command, int index)
@@ -125,13 +117,16 @@ void printNvImage(Printer &printer, const StreamCommand &command)
                   rasterScale(mode));
 }
 
-/// a kc1 kc2 b xL xH yL yH, then for each colour its number and its dots. One colour is kept.
-Paper::Picture definedGraphics(const StreamCommand &command, int first, bool isColumns)
+Paper::Picture graphicsOf(const QByteArray &data, QSize size, bool isColumns)
 {
-    const QSize size = sizeFrom(command, first + 4);
-    const QByteArray data = command.payload().mid(1);
     return isColumns ? pictureOfColumns(data, size.width(), (size.height() + 7) / 8)
                      : pictureOfRows(data, size.width(), size.height());
+}
+
+/// Two operands, of which each doubles or not.
+QSize graphicsScale(const StreamCommand &command, int index)
+{
+    return {std::clamp(command.operand(index), 1, 2), std::clamp(command.operand(index + 1), 1, 2)};
 }
 
 int keyOf(const StreamCommand &command, int index)
@@ -139,27 +134,28 @@ int keyOf(const StreamCommand &command, int index)
     return 256 * command.operand(index) + command.operand(index + 1);
 }
 
+/// a kc1 kc2 b xL xH yL yH, then for each colour its number and its dots. One colour is kept.
 template <auto member, bool isColumns>
 void defineGraphics(Printer &printer, const StreamCommand &command)
 {
-    const int first = graphicsOperands(command).first;
+    const int first = firstGraphicsOperand(command);
     (printer.graphics.*member)
-        .insert(keyOf(command, first + 1), definedGraphics(command, first, isColumns));
+        .insert(keyOf(command, first + 1),
+                graphicsOf(command.payload().mid(1), sizeFrom(command, first + 4), isColumns));
 }
 
 template <auto member>
 void printStoredGraphics(Printer &printer, const StreamCommand &command)
 {
-    const int first = graphicsOperands(command).first;
-    const QSize scale(std::clamp(command.operand(first + 2), 1, 2),
-                      std::clamp(command.operand(first + 3), 1, 2));
-    printKept(printer, command, (printer.graphics.*member).value(keyOf(command, first)), scale);
+    const int first = firstGraphicsOperand(command);
+    printKept(printer, command, (printer.graphics.*member).value(keyOf(command, first)),
+              graphicsScale(command, first + 2));
 }
 
 template <auto member>
 void deleteGraphics(Printer &printer, const StreamCommand &command)
 {
-    (printer.graphics.*member).remove(keyOf(command, graphicsOperands(command).first));
+    (printer.graphics.*member).remove(keyOf(command, firstGraphicsOperand(command)));
 }
 
 template <auto member>
@@ -172,14 +168,9 @@ void deleteAllGraphics(Printer &printer, const StreamCommand & /*command*/)
 template <bool isColumns>
 void storeGraphics(Printer &printer, const StreamCommand &command)
 {
-    const int first = graphicsOperands(command).first;
-    const QSize size = sizeFrom(command, first + 4);
-    const QByteArray data = command.payload();
-    Paper::Picture picture = isColumns
-                                 ? pictureOfColumns(data, size.width(), (size.height() + 7) / 8)
-                                 : pictureOfRows(data, size.width(), size.height());
-    picture.dotsPerPixel = {std::clamp(command.operand(first + 1), 1, 2),
-                            std::clamp(command.operand(first + 2), 1, 2)};
+    const int first = firstGraphicsOperand(command);
+    Paper::Picture picture = graphicsOf(command.payload(), sizeFrom(command, first + 4), isColumns);
+    picture.dotsPerPixel = graphicsScale(command, first + 1);
     printer.graphics.waiting.append(picture);
 }
 

@@ -75,13 +75,13 @@ void setKanjiSpacing(Printer &printer, const StreamCommand &command)
 /// 24 columns of three bytes.
 void defineKanji(Printer &printer, const StreamCommand &command)
 {
-    const int key = 0x100 * command.operand(0) + command.operand(1);
+    const int key = Printer::ownKeyOfTwo(command.operand(0), command.operand(1));
     printer.ownCharacters.insert(key, pictureOfColumns(command.payload(), 24, 3));
 }
 
 void cancelKanji(Printer &printer, const StreamCommand &command)
 {
-    printer.ownCharacters.remove(0x100 * command.operand(0) + command.operand(1));
+    printer.ownCharacters.remove(Printer::ownKeyOfTwo(command.operand(0), command.operand(1)));
 }
 
 constexpr HandlerRow kanjiRows[] = {

@@ -29,7 +29,7 @@ void goToTab(Printer &printer, const StreamCommand & /*command*/)
     const QVector<int> &tabs = printer.state.tabs;
     const auto next = std::upper_bound(tabs.begin(), tabs.end(), printer.line.x);
     if (next != tabs.end())
-        printer.moveTo(std::min(*next, printer.lineWidth()));
+        printer.line.moveTo(std::min(*next, printer.lineWidth()));
 }
 
 void setTabs(Printer &printer, const StreamCommand &command)
@@ -56,7 +56,7 @@ void goTo(Printer &printer, const StreamCommand &command)
                                      .arg(place)
                                      .arg(printer.lineWidth()));
     else
-        printer.moveTo(place);
+        printer.line.moveTo(place);
 }
 
 /// The distance has a sign.
@@ -66,7 +66,7 @@ void goOn(Printer &printer, const StreamCommand &command)
     if (place < 0 || place > printer.lineWidth())
         printer.noteFor(command, QStringLiteral("leaves the line"));
     else
-        printer.moveTo(place);
+        printer.line.moveTo(place);
 }
 
 void setAlignment(Printer &printer, const StreamCommand &command)

@@ -1,9 +1,27 @@
+#include "interpreter/handlers_mechanics_p.h"
+
 #include <algorithm>
 
 #include "interpreter/handlers_p.h"
 #include "interpreter/handlers_page_p.h"
 
 namespace printerslib::drivers {
+
+void addPulse(Printer &printer, int pin, int on, int off)
+{
+    Paper::Event event;
+    event.kind = Paper::Event::Pulse;
+    event.pin = pin;
+    event.onMilliseconds = on;
+    event.offMilliseconds = off;
+    event.text = QStringLiteral("pulse of %1 ms to pin %2").arg(on).arg(pin);
+    printer.roll.addEvent(event);
+}
+
+void beep(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.roll.addEvent(Paper::Event::Beep, QStringLiteral("beep"));
+}
 
 namespace {
 
@@ -47,17 +65,6 @@ void feedAndCut(Printer &printer, const StreamCommand &command)
     printer.roll.cut(isFull ? Event::Cut : Event::PartialCut, printer.roll.top());
 }
 
-void addPulse(Printer &printer, int pin, int on, int off)
-{
-    Event event;
-    event.kind = Event::Pulse;
-    event.pin = pin;
-    event.onMilliseconds = on;
-    event.offMilliseconds = std::max(on, off);
-    event.text = QStringLiteral("pulse of %1 ms to pin %2").arg(on).arg(pin);
-    printer.roll.addEvent(event);
-}
-
 int pinOf(int choice)
 {
     return choice == 0 ? 2 : 5;
@@ -67,10 +74,11 @@ void pulse(Printer &printer, const StreamCommand &command)
 {
     constexpr int unit = 2;  // milliseconds
     const int choice = choiceOf(command, 0, 2);
+    const int on = unit * command.operand(1);
     if (choice < 0)
         printer.noteFor(command, QStringLiteral("has no drawer %1").arg(command.operand(0)));
     else
-        addPulse(printer, pinOf(choice), unit * command.operand(1), unit * command.operand(2));
+        addPulse(printer, pinOf(choice), on, std::max(on, unit * command.operand(2)));
 }
 
 /// DLE DC4 1 m t: as long on as off.
@@ -88,11 +96,6 @@ void clearAtOnce(Printer &printer, const StreamCommand &command)
     printer.dropLine(command);
     if (printer.isPageMode)
         leavePageMode(printer);
-}
-
-void beep(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.roll.addEvent(Event::Beep, QStringLiteral("beep"));
 }
 
 template <Event::Kind kind>

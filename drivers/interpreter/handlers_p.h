@@ -4,6 +4,17 @@
 
 namespace printerslib::drivers {
 
+using CommandHandler = void (*)(Printer &, const StreamCommand &);
+
+struct HandlerRow
+{
+    CommandId id;
+    CommandHandler handler;
+};
+
+/// What carries a command out; null if nothing does.
+CommandHandler handlerOf(Dialect dialect, CommandId id);
+
 /// Part of the table of handlers.
 struct HandlerRows
 {
@@ -33,5 +44,19 @@ HandlerRows swecoinHandlers();
 bool isSwitchedOn(const StreamCommand &command);
 /// An operand that is a number from 0 on, or the same as a digit; -1 for any other.
 int choiceOf(const StreamCommand &command, int index, int count);
+
+/// Sets a member of the state as the operand says.
+template <auto member>
+void switchState(Printer &printer, const StreamCommand &command)
+{
+    printer.state.*member = isSwitchedOn(command);
+}
+
+/// Sets a member of the state by a command without operands.
+template <auto member, auto value>
+void setState(Printer &printer, const StreamCommand & /*command*/)
+{
+    printer.state.*member = value;
+}
 
 }  // namespace printerslib::drivers

@@ -3,6 +3,7 @@
 
 #include "interpreter/barcodedata_p.h"
 #include "interpreter/dots_p.h"
+#include "interpreter/handlers_mechanics_p.h"
 #include "interpreter/handlers_p.h"
 #include "interpreter/handlers_symbols_p.h"
 
@@ -35,12 +36,6 @@ void setOneScale(Printer &printer, const StreamCommand &command)
         printer.state.*member = scale + 1;
 }
 
-template <auto member, auto value>
-void setStarState(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.state.*member = value;
-}
-
 // Upside down counts for the line, as it does with ESC/POS.
 template <bool value>
 void setStarUpsideDown(Printer &printer, const StreamCommand &command)
@@ -51,7 +46,7 @@ void setStarUpsideDown(Printer &printer, const StreamCommand &command)
 
 void setStarFont(Printer &printer, const StreamCommand &command)
 {
-    const int font = choiceOf(command, 0, printer.fonts().size());
+    const int font = choiceOf(command, 0, printer.profile.fontCells().size());
     printer.state.pitch = 0;
     if (font >= 0)
         printer.state.font = font;
@@ -76,13 +71,13 @@ void defineStarCharacter(Printer &printer, const StreamCommand &command)
 {
     // Sixteen columns of three bytes, of which the font takes what it has.
     const Paper::Picture drawn = pictureOfColumns(command.payload(), 16, 3);
-    const int key = 0x10000 * (printer.state.font + 1) + command.operand(2);
-    printer.ownCharacters.insert(key, croppedPicture(drawn, printer.cellSize()));
+    printer.ownCharacters.insert(printer.ownKey(command.operand(2)),
+                                 croppedPicture(drawn, printer.cellSize()));
 }
 
 void cancelStarCharacter(Printer &printer, const StreamCommand &command)
 {
-    printer.ownCharacters.remove(0x10000 * (printer.state.font + 1) + command.operand(2));
+    printer.ownCharacters.remove(printer.ownKey(command.operand(2)));
 }
 
 /// Dots, also as digits from '0' on.
@@ -318,7 +313,7 @@ void storeStarParts(Printer &printer, const StreamCommand &command)
 template <int family>
 void printStarSymbol(Printer &printer, const StreamCommand &command)
 {
-    printSymbol(printer, command, printer.symbols.value(family), symbologyOfFamily(family));
+    printSymbol(printer, command, family);
 }
 
 void setStarPdf417Shape(Printer &printer, const StreamCommand &command)
@@ -373,11 +368,6 @@ void setDrawerPulse(Printer &printer, const StreamCommand &command)
     printer.drawerPulse = {unit * command.operand(0), unit * command.operand(1)};
 }
 
-void beepStar(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.roll.addEvent(Event::Beep, QStringLiteral("beep"));
-}
-
 /// ESC SYN n m: 0 sets, 1 presents, 2 takes back.
 void movePresenter(Printer &printer, const StreamCommand &command)
 {
@@ -398,23 +388,23 @@ constexpr HandlerRow starRows[] = {
     {CommandId::CharacterScale, setScale},
     {CommandId::WidthScale, setOneScale<&PrintState::widthScale>},
     {CommandId::HeightScale, setOneScale<&PrintState::heightScale>},
-    {CommandId::DoubleWidthOn, setStarState<&PrintState::widthScale, 2>},
-    {CommandId::DoubleWidthOff, setStarState<&PrintState::widthScale, 1>},
-    {CommandId::DoubleHeightOn, setStarState<&PrintState::heightScale, 2>},
-    {CommandId::DoubleHeightOff, setStarState<&PrintState::heightScale, 1>},
-    {CommandId::BoldOn, setStarState<&PrintState::isBold, true>},
-    {CommandId::BoldOff, setStarState<&PrintState::isBold, false>},
-    {CommandId::InverseOn, setStarState<&PrintState::isInverse, true>},
-    {CommandId::InverseOff, setStarState<&PrintState::isInverse, false>},
+    {CommandId::DoubleWidthOn, setState<&PrintState::widthScale, 2>},
+    {CommandId::DoubleWidthOff, setState<&PrintState::widthScale, 1>},
+    {CommandId::DoubleHeightOn, setState<&PrintState::heightScale, 2>},
+    {CommandId::DoubleHeightOff, setState<&PrintState::heightScale, 1>},
+    {CommandId::BoldOn, setState<&PrintState::isBold, true>},
+    {CommandId::BoldOff, setState<&PrintState::isBold, false>},
+    {CommandId::InverseOn, setState<&PrintState::isInverse, true>},
+    {CommandId::InverseOff, setState<&PrintState::isInverse, false>},
     {CommandId::UpsideDownOn, setStarUpsideDown<true>},
     {CommandId::UpsideDownOff, setStarUpsideDown<false>},
     {CommandId::CharacterSpacing, setStarSpacingBeside},
     {CommandId::KanjiSpacing, setStarKanjiSpacing},
     {CommandId::Font, setStarFont},
-    {CommandId::Pitch12, setStarState<&PrintState::pitch, 12>},
-    {CommandId::Pitch14, setStarState<&PrintState::pitch, 14>},
-    {CommandId::Pitch15, setStarState<&PrintState::pitch, 15>},
-    {CommandId::Pitch16, setStarState<&PrintState::pitch, 16>},
+    {CommandId::Pitch12, setState<&PrintState::pitch, 12>},
+    {CommandId::Pitch14, setState<&PrintState::pitch, 14>},
+    {CommandId::Pitch15, setState<&PrintState::pitch, 15>},
+    {CommandId::Pitch16, setState<&PrintState::pitch, 16>},
     {CommandId::Rotation, setRotation},
     {CommandId::Upperline, noteUpperline},
     {CommandId::DefineCharacter, defineStarCharacter},
@@ -455,8 +445,7 @@ constexpr HandlerRow starRows[] = {
     {CommandId::Drawer1, openStarDrawer<2>},
     {CommandId::Drawer2, openStarDrawer<5>},
     {CommandId::DrawerPulse, setDrawerPulse},
-    {CommandId::Buzzer, beepStar},
-    {CommandId::BuzzerSound, beepStar},
+    {CommandId::BuzzerSound, beep},
     {CommandId::Presenter, movePresenter},
     {CommandId::PrinterDeselect, deselectPrinter},
 };

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "interpreter/dots_p.h"
+#include "interpreter/handlers_mechanics_p.h"
 #include "interpreter/handlers_p.h"
 #include "interpreter/handlers_starraster_p.h"
 
@@ -34,21 +35,17 @@ void beginRaster(Printer &printer, const StreamCommand &command)
 {
     printer.endLineFor(command);
     printer.raster = RasterState();
-    printer.raster.isOn = true;
 }
 
 void endRaster(Printer &printer, const StreamCommand & /*command*/)
 {
     flushRasterRows(printer);
-    printer.raster.isOn = false;
 }
 
 void resetRaster(Printer &printer, const StreamCommand & /*command*/)
 {
-    const bool isOn = printer.raster.isOn;
     flushRasterRows(printer);
     printer.raster = RasterState();
-    printer.raster.isOn = isOn;
 }
 
 void clearRaster(Printer &printer, const StreamCommand & /*command*/)
@@ -147,11 +144,6 @@ void openRasterDrawer(Printer &printer, const StreamCommand &command)
     printer.roll.addEvent(event);
 }
 
-void beepRaster(Printer &printer, const StreamCommand & /*command*/)
-{
-    printer.roll.addEvent(Paper::Event::Beep, QStringLiteral("beep"));
-}
-
 void ignoreRasterSetting(Printer & /*printer*/, const StreamCommand & /*command*/) {}
 
 constexpr HandlerRow rasterRows[] = {
@@ -168,7 +160,7 @@ constexpr HandlerRow rasterRows[] = {
     {CommandId::RasterFormFeed, feedRasterForm},
     {CommandId::RasterEot, endRasterTransfer},
     {CommandId::RasterDrawer, openRasterDrawer},
-    {CommandId::RasterBuzzer, beepRaster},
+    {CommandId::RasterBuzzer, beep},
     {CommandId::RasterPageLength, ignoreRasterSetting},
     {CommandId::RasterQuality, ignoreRasterSetting},
     {CommandId::RasterRightMargin, ignoreRasterSetting},

@@ -58,12 +58,6 @@ void setSwecoinScale(Printer &printer, const StreamCommand &command)
         printer.state.*member = scale + 1;
 }
 
-template <auto member>
-void setSwecoinSwitch(Printer &printer, const StreamCommand &command)
-{
-    printer.state.*member = isSwitchedOn(command);
-}
-
 void setThickness(Printer &printer, const StreamCommand &command)
 {
     printer.state.underline = std::min(2, std::max(0, choiceOf(command, 0, 10)));
@@ -71,7 +65,7 @@ void setThickness(Printer &printer, const StreamCommand &command)
 
 void setSwecoinFont(Printer &printer, const StreamCommand &command)
 {
-    const int font = choiceOf(command, 0, printer.fonts().size());
+    const int font = choiceOf(command, 0, printer.profile.fontCells().size());
     if (font >= 0)
         printer.state.font = font;
     else
@@ -132,7 +126,7 @@ void printPlacedText(Printer &printer, const StreamCommand &command)
     printer.noteFor(command, QStringLiteral("isn't placed along the paper"));
     QByteArray text = command.payload();
     text.replace('\0', QByteArray());
-    printer.moveTo(std::min(highFirst(command, 0), printer.lineWidth()));
+    printer.line.moveTo(std::min(highFirst(command, 0), printer.lineWidth()));
     printer.printText(text);
     printer.printLine(1);
 }
@@ -144,8 +138,8 @@ constexpr HandlerRow swecoinRows[] = {
     {CommandId::EjectorPresent, presentTicket},
     {CommandId::EjectOrRetract, ejectOrRetract},
     {CommandId::ClearPresenter, clearPresenter},
-    {CommandId::BoldSwitch, setSwecoinSwitch<&PrintState::isBold>},
-    {CommandId::ItalicSwitch, setSwecoinSwitch<&PrintState::isItalic>},
+    {CommandId::BoldSwitch, switchState<&PrintState::isBold>},
+    {CommandId::ItalicSwitch, switchState<&PrintState::isItalic>},
     {CommandId::UnderlineThickness, setThickness},
     {CommandId::HeightScale, setSwecoinScale<&PrintState::heightScale>},
     {CommandId::WidthScale, setSwecoinScale<&PrintState::widthScale>},

@@ -115,10 +115,16 @@ constexpr SymbolRow symbolFamilies[] = {
     {6, Symbology::DataMatrix},
 };
 
+Symbology symbologyOfFamily(int number)
+{
+    const auto *const row = std::find_if(std::begin(symbolFamilies), std::end(symbolFamilies),
+                                         [number](const auto &r) { return r.family == number; });
+    return row == std::end(symbolFamilies) ? Symbology::Other : row->symbology;
+}
+
 void printStored(Printer &printer, const StreamCommand &command)
 {
-    const int number = command.operand(family) - '0';
-    printSymbol(printer, command, printer.symbols.value(number), symbologyOfFamily(number));
+    printSymbol(printer, command, command.operand(family) - '0');
 }
 
 void ignoreSymbolSetting(Printer & /*printer*/, const StreamCommand & /*command*/) {}
@@ -162,16 +168,9 @@ constexpr HandlerRow symbolRows[] = {
 
 }  // namespace
 
-Symbology symbologyOfFamily(int number)
+void printSymbol(Printer &printer, const StreamCommand &command, int number)
 {
-    const auto *const row = std::find_if(std::begin(symbolFamilies), std::end(symbolFamilies),
-                                         [number](const auto &r) { return r.family == number; });
-    return row == std::end(symbolFamilies) ? Symbology::Other : row->symbology;
-}
-
-void printSymbol(Printer &printer, const StreamCommand &command, const SymbolState &symbol,
-                 Symbology symbology)
-{
+    const SymbolState symbol = printer.symbols.value(number);
     if (symbol.data.isEmpty()) {
         printer.noteFor(command, QStringLiteral("finds no data"));
         return;
@@ -180,7 +179,8 @@ void printSymbol(Printer &printer, const StreamCommand &command, const SymbolSta
     if (!printer.mayCopy(symbol.data.size(), QStringLiteral("a code")))
         return;
     Paper::Code code;
-    code.symbology = symbol.symbology == Symbology::Other ? symbology : symbol.symbology;
+    code.symbology =
+        symbol.symbology == Symbology::Other ? symbologyOfFamily(number) : symbol.symbology;
     code.variant = symbol.variant;
     code.payload = symbol.data;
     code.sent = symbol.data;

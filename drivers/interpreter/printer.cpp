@@ -5,6 +5,8 @@
 #include "commandsets/commandtext_p.h"
 #include "interpreter/dots_p.h"
 #include "interpreter/handlers_macro_p.h"
+#include "interpreter/handlers_p.h"
+#include "interpreter/handlers_page_p.h"
 #include "interpreter/handlers_starraster_p.h"
 
 namespace printerslib::drivers {
@@ -45,11 +47,6 @@ bool endsRasterRows(const CommandRow &row)
 {
     return (row.traits & (CommandRow::InRasterMode | CommandRow::ActsAtOnce)) == 0 &&
            row.id != CommandId::RasterClear;
-}
-
-int keyOfOwn(int font, unsigned char byte)
-{
-    return 0x10000 * (font + 1) + byte;
 }
 
 }  // namespace
@@ -138,11 +135,6 @@ void Printer::tellUnknown(const StreamCommand &command)
         note(endsInside(command));
 }
 
-QVector<QSize> Printer::fonts() const
-{
-    return profile.fontCells();
-}
-
 /// Custom's printers have three fonts, two of which are A and B at a time.
 QSize Printer::cellSize() const
 {
@@ -176,9 +168,14 @@ int Printer::columnWidth() const
     return (width + state.spacing) * state.widthScale;
 }
 
-void Printer::moveTo(int x)
+int Printer::ownKey(int byte) const
 {
-    line.moveTo(x);
+    return 0x10000 * (state.font + 1) + byte;
+}
+
+int Printer::ownKeyOfTwo(int lead, int trail)
+{
+    return 0x100 * lead + trail;
 }
 
 void Printer::printText(const QByteArray &bytes)
@@ -203,13 +200,13 @@ void Printer::printText(const QByteArray &bytes)
         state.isTurned ? look.width + state.spacing * state.widthScale : columnWidth();
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
-        const int key = state.usesOwnCharacters ? keyOfOwn(state.font, byte) : 0;
+        const int key = state.usesOwnCharacters ? ownKey(byte) : 0;
         printCharacter(state.charset.character(byte), key, look, advance);
         ++m_place;
     }
 }
 
-void Printer::printCharacter(char16_t character, int ownKey, const Paper::Cell &look, int advance)
+void Printer::printCharacter(char16_t character, int key, const Paper::Cell &look, int advance)
 {
     if (line.x > 0 && line.x + advance > lineWidth()) {
         roll.setOffset(m_place);
@@ -219,8 +216,8 @@ void Printer::printCharacter(char16_t character, int ownKey, const Paper::Cell &
     Paper::Cell cell = look;
     cell.left = line.x;
     cell.character = character;
-    if (ownKey != 0) {
-        const auto own = ownCharacters.constFind(ownKey);
+    if (key != 0) {
+        const auto own = ownCharacters.constFind(key);
         if (own != ownCharacters.constEnd()) {
             cell.drawing = line.items.drawings.size();
             line.items.drawings.append(*own);
@@ -254,7 +251,7 @@ void Printer::printTwoByte(unsigned char byte)
     if (kanji.underline > 0)
         look.effects |= quint16(kanji.underline > 1 ? Paper::ThickUnderline : Paper::Underline);
     const int advance = look.width + (kanji.spacingLeft + kanji.spacingRight) * widthScale;
-    printCharacter(character == 0 ? u'\uFFFD' : character, 0x100 * lead + byte, look, advance);
+    printCharacter(character == 0 ? u'\uFFFD' : character, ownKeyOfTwo(lead, byte), look, advance);
     line.items.cells.last().left += kanji.spacingLeft * widthScale;
 }
 
@@ -415,6 +412,20 @@ void Printer::printPicture(Paper::Picture picture)
     LineItems items;
     items.pictures.append(picture);
     roll.print(Paper::Line::Graphics, items, dots.height(), dots.height());
+}
+
+void Printer::finish(qint64 end)
+{
+    roll.setOffset(end);
+    flushRasterRows(*this);
+    if (isPageMode && !(page.items().isEmpty() && line.isEmpty())) {
+        note(QStringLiteral("the page isn't printed before a command for that comes"));
+        printPage(*this);
+        leavePageMode(*this);
+    } else if (!line.isEmpty()) {
+        note(QStringLiteral("the last line isn't printed before its line feed comes"));
+        printLine(1);
+    }
 }
 
 void Printer::reset()

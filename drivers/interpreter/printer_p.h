@@ -38,7 +38,6 @@ struct GraphicsStore
 /// Pictures that come row by row, as in Star's raster mode.
 struct RasterState
 {
-    bool isOn = false;
     QByteArray rows;
     int bytesPerRow = 0;
     int leftMargin = 0;  ///< in dots
@@ -69,12 +68,13 @@ public:
     // What characters look like, and where they go.
     void printText(const QByteArray &bytes);
     QSize cellSize() const;  ///< of the font, without enlargement
-    QVector<QSize> fonts() const;
     int lineWidth() const;
     int dotsAcross(int units) const;
     int dotsDown(int units) const;
     int columnWidth() const;  ///< dots from character to character
-    void moveTo(int x);
+    /// Keys of `ownCharacters`: a byte in the chosen font, or two bytes.
+    int ownKey(int byte) const;
+    static int ownKeyOfTwo(int lead, int trail);
 
     // Lines.
     /// Prints the line, if there is one, and feeds by lines.
@@ -117,8 +117,8 @@ public:
     QMap<int, SymbolState> symbols;  ///< by GS ( k's cn
     RasterState raster;
     MacroState macro;
-    QHash<int, Paper::Picture> ownCharacters;  ///< by font and byte, or two bytes
-    QSize drawerPulse{200, 200};               ///< Star: on and off, in milliseconds
+    QHash<int, Paper::Picture> ownCharacters;
+    QSize drawerPulse{200, 200};  ///< Star: on and off, in milliseconds
 
 private:
     qint64 m_place = 0;        ///< of the stream: the byte at hand, in texts too
@@ -128,23 +128,12 @@ private:
     void obeyAtOnce(const StreamCommand &command);
     void call(const StreamCommand &command);
     void tellUnknown(const StreamCommand &command);
-    void printCharacter(char16_t character, int ownKey, const Paper::Cell &look, int advance);
+    void printCharacter(char16_t character, int key, const Paper::Cell &look, int advance);
     void printTwoByte(unsigned char byte);
     void printSingle(unsigned char byte);
     int alignedLeft(int width) const;
     int mirrored(int left, int width) const;
     void settleLine();
 };
-
-using CommandHandler = void (*)(Printer &, const StreamCommand &);
-
-struct HandlerRow
-{
-    CommandId id;
-    CommandHandler handler;
-};
-
-/// What carries a command out; null if nothing does.
-CommandHandler handlerOf(Dialect dialect, CommandId id);
 
 }  // namespace printerslib::drivers

@@ -83,7 +83,6 @@ struct PrintState
     int definedSpacing = 0;  ///< Star: of ESC A
     QSize motionUnits;       ///< per inch
     QVector<int> tabs;       ///< in dots
-    QSize graphicsDensity;
 
     PrintCharset charset;
     KanjiState kanji;

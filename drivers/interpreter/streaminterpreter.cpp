@@ -1,7 +1,5 @@
 #include "printerslib/drivers/streaminterpreter.h"
 
-#include "interpreter/handlers_page_p.h"
-#include "interpreter/handlers_starraster_p.h"
 #include "interpreter/printer_p.h"
 #include "printerslib/drivers/streamreader.h"
 
@@ -64,20 +62,6 @@ QVector<Paper> StreamInterpreter::papersOf(const QByteArray &stream, const Print
     QVector<Paper> papers = interpreter.read(stream);
     papers += interpreter.finish();
     return papers;
-}
-
-void Printer::finish(qint64 end)
-{
-    roll.setOffset(end);
-    flushRasterRows(*this);
-    if (isPageMode && !(page.items().isEmpty() && line.isEmpty())) {
-        note(QStringLiteral("the page isn't printed before a command for that comes"));
-        printPage(*this);
-        leavePageMode(*this);
-    } else if (!line.isEmpty()) {
-        note(QStringLiteral("the last line isn't printed before its line feed comes"));
-        printLine(1);
-    }
 }
 
 }  // namespace printerslib::drivers
