@@ -1,3 +1,5 @@
+#include "interpreter/handlers_star_p.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -8,6 +10,13 @@
 #include "interpreter/handlers_symbols_p.h"
 
 namespace printerslib::drivers {
+
+void openStarDrawer(Printer &printer, int pin)
+{
+    constexpr int firstPin = 2;
+    const QSize pulse = pin == firstPin ? printer.drawerPulse : usualDrawerPulse;
+    addPulse(printer, pin, pulse.width(), pulse.height());
+}
 
 namespace {
 
@@ -58,7 +67,9 @@ void setStarFont(Printer &printer, const StreamCommand &command)
 
 void setRotation(Printer &printer, const StreamCommand &command)
 {
-    printer.state.isTurned = (choiceOf(command, 0, 4) & 1) != 0;
+    const int choice = choiceOf(command, 0, 4);
+    if (choice >= 0)
+        printer.state.isTurned = choice % 2 != 0;
 }
 
 void noteUpperline(Printer &printer, const StreamCommand &command)
@@ -351,15 +362,9 @@ void cutStar(Printer &printer, const StreamCommand &command)
 }
 
 template <int pin>
-void openStarDrawer(Printer &printer, const StreamCommand & /*command*/)
+void openDrawerAt(Printer &printer, const StreamCommand & /*command*/)
 {
-    Event event;
-    event.kind = Event::Pulse;
-    event.pin = pin;
-    event.onMilliseconds = pin == 2 ? printer.drawerPulse.width() : 200;
-    event.offMilliseconds = pin == 2 ? printer.drawerPulse.height() : 200;
-    event.text = QStringLiteral("pulse of %1 ms to pin %2").arg(event.onMilliseconds).arg(pin);
-    printer.roll.addEvent(event);
+    openStarDrawer(printer, pin);
 }
 
 void setDrawerPulse(Printer &printer, const StreamCommand &command)
@@ -442,8 +447,8 @@ constexpr HandlerRow starRows[] = {
     {CommandId::Pdf417Store, storeStarData<0>},
     {CommandId::Pdf417Print, printStarSymbol<0>},
     {CommandId::StarCut, cutStar},
-    {CommandId::Drawer1, openStarDrawer<2>},
-    {CommandId::Drawer2, openStarDrawer<5>},
+    {CommandId::Drawer1, openDrawerAt<2>},
+    {CommandId::Drawer2, openDrawerAt<5>},
     {CommandId::DrawerPulse, setDrawerPulse},
     {CommandId::BuzzerSound, beep},
     {CommandId::Presenter, movePresenter},

@@ -3,6 +3,7 @@
 #include "interpreter/dots_p.h"
 #include "interpreter/handlers_mechanics_p.h"
 #include "interpreter/handlers_p.h"
+#include "interpreter/handlers_star_p.h"
 #include "interpreter/handlers_starraster_p.h"
 
 namespace printerslib::drivers {
@@ -134,14 +135,7 @@ void endRasterTransfer(Printer &printer, const StreamCommand & /*command*/)
 
 void openRasterDrawer(Printer &printer, const StreamCommand &command)
 {
-    Paper::Event event;
-    event.kind = Paper::Event::Pulse;
-    event.pin = numberOf(command) == 2 ? 5 : 2;
-    event.onMilliseconds = printer.drawerPulse.width();
-    event.offMilliseconds = printer.drawerPulse.height();
-    event.text =
-        QStringLiteral("pulse of %1 ms to pin %2").arg(event.onMilliseconds).arg(event.pin);
-    printer.roll.addEvent(event);
+    openStarDrawer(printer, numberOf(command) == 2 ? 5 : 2);
 }
 
 void ignoreRasterSetting(Printer & /*printer*/, const StreamCommand & /*command*/) {}

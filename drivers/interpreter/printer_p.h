@@ -13,6 +13,9 @@
 
 namespace printerslib::drivers {
 
+/// On and off, in milliseconds.
+constexpr QSize usualDrawerPulse(200, 200);
+
 /// A two-dimensional code of which the stream sets one property after the other.
 struct SymbolState
 {
@@ -118,7 +121,7 @@ public:
     RasterState raster;
     MacroState macro;
     QHash<int, Paper::Picture> ownCharacters;
-    QSize drawerPulse{200, 200};  ///< Star: on and off, in milliseconds
+    QSize drawerPulse = usualDrawerPulse;  ///< Star: on and off, in milliseconds
 
 private:
     qint64 m_place = 0;        ///< of the stream: the byte at hand, in texts too

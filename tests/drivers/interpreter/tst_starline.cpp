@@ -41,6 +41,7 @@ private Q_SLOTS:
         row("DC2", bytes("\x0F\x12x"), {12, 24});
         row("ESC RS F 1", bytes("\x1B\x1E\x46\x01x"), {9, 24});
         row("ESC RS i 1", bytes("\x1B\x1Ei\x01x"), {24, 12}, Paper::Turned);
+        row("ESC RS i too large", bytes("\x1B\x1Ei\x04x"), {12, 24});
         row("ESC @", bytes("\x1Bi\x01\x02\x1B\x45\x1B@x"), {12, 24});
     }
     void cellOfACharacter()
@@ -131,6 +132,9 @@ private Q_SLOTS:
         const Paper paper = printed(bytes("\x1B\x07\x0A\x14\x07"));
         QCOMPARE(paper.events.first().onMilliseconds, 100);
         QCOMPARE(paper.events.first().offMilliseconds, 200);
+        const Paper raster = printed(bytes("\x1B\x07\x0A\x14\x1B*rA\x1B*rD1\0\x1B*rD2\0\x1B*rB"));
+        QCOMPARE(eventsOf(raster), QStringList({"pulse: pulse of 100 ms to pin 2",
+                                                "pulse: pulse of 200 ms to pin 5"}));
         QCOMPARE(eventsOf(printed(bytes("\x1B\x1D\x07\x01\x01\x01"))), QStringList("beep: beep"));
         QCOMPARE(eventsOf(printed(bytes("\x05"))).size(), 1);
         QCOMPARE(printed(bytes("\x1B\x06\x01")).events.first().kind, Paper::Event::Status);
