@@ -47,9 +47,9 @@ void PageBuffer::clearArea()
         cleared = items.size();
     };
     clear(m_items.cells, m_cleared.cells, [this](const Paper::Cell &cell) {
-        return m_area.contains(QRect(cell.left, cell.top, cell.width, cell.height));
+        return isInArea({cell.left, cell.top, cell.width, cell.height});
     });
-    const auto isPlaced = [this](const auto &item) { return m_area.contains(item.place); };
+    const auto isPlaced = [this](const auto &item) { return isInArea(item.place); };
     clear(m_items.pictures, m_cleared.pictures, isPlaced);
     clear(m_items.codes, m_cleared.codes, isPlaced);
 }
@@ -84,9 +84,16 @@ QRect PageBuffer::placeOf(const QRect &place) const
     }
 }
 
+/// Codes that nobody draws take no place: they are where they begin, be it at the area's edge.
+bool PageBuffer::isInArea(const QRect &place) const
+{
+    return place.isEmpty() ? m_area.adjusted(0, 0, 1, 1).contains(place.topLeft())
+                           : m_area.contains(place);
+}
+
 bool PageBuffer::isInside(const QRect &place) const
 {
-    return m_area.contains(place) && place.left() >= 0 && place.right() < m_paperDots;
+    return isInArea(place) && place.left() >= 0 && place.right() < m_paperDots;
 }
 
 namespace {

@@ -35,6 +35,7 @@ public:
 private:
     QRect placeOf(const QRect &place) const;
     int quarterTurns() const { return (4 - m_direction) % 4; }
+    bool isInArea(const QRect &place) const;
     bool isInside(const QRect &place) const;
 
     const int m_paperDots;
