@@ -1,20 +1,11 @@
-#include <printerslib/drivers/printerprofile.h>
-#include <printerslib/drivers/streaminterpreter.h>
-#include <printerslib/drivers/streamlisting.h>
-#include <printerslib/drivers/streamreader.h>
 #include <printerslib/drivers/symbologydrawer.h>
 
 #include <QFileInfo>
-#include <QHash>
-#include <QJsonDocument>
 #include <algorithm>
-#include <memory>
 
 #include "commands.h"
+#include "decodesink.h"
 #include "forms.h"
-#include "outputfile.h"
-#include "paperjson.h"
-#include "picturefile.h"
 #include "printermodel.h"
 #include "progressline.h"
 #include "support.h"
@@ -22,14 +13,10 @@
 
 namespace {
 
+using decoding::Request;
+using decoding::Sink;
 using printerslib::drivers::PrinterProfile;
-using printerslib::drivers::StreamCommand;
-using printerslib::drivers::StreamInterpreter;
-using printerslib::drivers::StreamListing;
-using printerslib::drivers::StreamReader;
 using printerslib::drivers::SymbologyDrawer;
-using receiptpreview::Layout;
-using Print = printerslib::drivers::Paper;
 
 // In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
@@ -58,302 +45,21 @@ and more than 1000000 dots in all are no picture. The exit status is 1 if the
 file can't be read or is empty, and where text or a picture is asked for, if
 nothing is printed.)";
 
-struct Request
-{
-    QString file;
-    PrinterProfile profile;
-    PrinterInfo model;
-    int paper = 0;  ///< of the model
-    StreamInterpreter::Options options;
-    int scale = 1;
-    QString output;  ///< empty: standard output
-    bool isPretty = false;
-};
-
-/// What comes of a stream, piece by piece.
-class Sink
-{
-public:
-    explicit Sink(const Request &request) : m_request(request) {}
-    virtual ~Sink() = default;
-    Sink(const Sink &) = delete;
-    Sink &operator=(const Sink &) = delete;
-
-    virtual void take(const QByteArray &bytes) = 0;
-    /// The end of the stream. Gives the exit status.
-    virtual int finish() = 0;
-
-protected:
-    const Request &request() const { return m_request; }
-
-    /// Writes whole lines at once to standard output, and keeps those for a file.
-    void write(const QString &text)
-    {
-        if (m_request.output.isEmpty())
-            tool::printContent(text.chopped(1).split(QLatin1Char('\n')));
-        else
-            m_content += text.toUtf8();
-    }
-    int writeFile() const
-    {
-        const bool isWritten =
-            m_request.output.isEmpty() || tool::writeFile(m_request.output, m_content);
-        return isWritten ? tool::Success : tool::BadInput;
-    }
-
-private:
-    const Request &m_request;
-    QByteArray m_content;
-};
-
-class ListingSink : public Sink
-{
-public:
-    explicit ListingSink(const Request &request)
-        : Sink(request),
-          m_reader(request.profile),
-          m_listing(request.profile, request.options.codePage)
-    {}
-
-    void take(const QByteArray &bytes) override { list(m_reader.read(bytes)); }
-    int finish() override
-    {
-        list(m_reader.finish());
-        return writeFile();
-    }
-
-private:
-    void list(const QVector<StreamCommand> &commands)
-    {
-        QString text;
-        for (const StreamCommand &command : commands)
-            text += m_listing.linesOf(command);
-        if (!text.isEmpty())
-            write(text);
-    }
-
-    StreamReader m_reader;
-    StreamListing m_listing;
-};
-
-/// What the printer doesn't do as the stream asks: each thing once.
-class Notes
-{
-public:
-    void add(const QVector<Print> &pieces)
-    {
-        for (const Print &piece : pieces) {
-            for (const Print::Event &event : piece.events) {
-                if (event.kind == Print::Event::Note)
-                    add(event);
-            }
-        }
-    }
-    void print(const QString &fileName) const
-    {
-        for (const Row &row : m_rows)
-            tool::complain(
-                QStringLiteral("%1: byte %2%3: %4")
-                    .arg(fileName)
-                    .arg(row.offset)
-                    .arg(row.count > 1 ? QStringLiteral(", %1 times").arg(row.count) : QString(),
-                         row.text));
-        if (m_more > 0)
-            tool::complain(QStringLiteral("%1: %2 notes more").arg(fileName).arg(m_more));
-    }
-
-private:
-    static constexpr int mostRows = 100;
-
-    struct Row
-    {
-        qint64 offset;
-        int count;
-        QString text;
-    };
-
-    void add(const Print::Event &event)
-    {
-        const auto known = m_indices.constFind(event.text);
-        if (known != m_indices.constEnd()) {
-            ++m_rows[*known].count;
-        } else if (m_rows.size() < mostRows) {
-            m_indices.insert(event.text, m_rows.size());
-            m_rows.append({event.offset, 1, event.text});
-        } else {
-            ++m_more;
-        }
-    }
-
-    QVector<Row> m_rows;
-    QHash<QString, int> m_indices;  ///< in the rows
-    int m_more = 0;
-};
-
-/// What needs the paper.
-class PaperSink : public Sink
-{
-public:
-    explicit PaperSink(const Request &request)
-        : Sink(request), m_interpreter(request.profile, request.options)
-    {}
-
-    void take(const QByteArray &bytes) override { takeAll(m_interpreter.read(bytes)); }
-    int finish() override
-    {
-        takeAll(m_interpreter.finish());
-        m_notes.print(request().file);
-        if (m_hasPrint || !needsPrint())
-            return finishPieces();
-        tool::complain(QStringLiteral("%1: nothing is printed by it").arg(request().file));
-        return tool::BadInput;
-    }
-
-protected:
-    virtual void takePiece(const Print &piece) = 0;
-    virtual int finishPieces() = 0;
-    virtual bool needsPrint() const { return true; }
-
-private:
-    void takeAll(const QVector<Print> &pieces)
-    {
-        m_notes.add(pieces);
-        for (const Print &piece : pieces) {
-            m_hasPrint = m_hasPrint || !piece.isBlankEnd();
-            takePiece(piece);
-        }
-    }
-
-    StreamInterpreter m_interpreter;
-    Notes m_notes;
-    bool m_hasPrint = false;
-};
-
-class TextSink : public PaperSink
-{
-public:
-    using PaperSink::PaperSink;
-
-private:
-    void takePiece(const Print &piece) override
-    {
-        if (!piece.isBlankEnd())
-            write(piece.toText());
-    }
-    int finishPieces() override { return writeFile(); }
-};
-
-/// One object, of which each piece is written as soon as it is there: a line, unless it is
-/// indented.
-class JsonSink : public PaperSink
-{
-public:
-    using PaperSink::PaperSink;
-
-private:
-    void takePiece(const Print &piece) override
-    {
-        if (m_last.isEmpty())
-            begin();
-        else
-            write(m_last + QLatin1String(",\n"));
-        m_last = textOf(piece);
-    }
-    int finishPieces() override
-    {
-        if (m_last.isEmpty())
-            begin();
-        else
-            write(m_last + QLatin1Char('\n'));
-        write(QLatin1String(request().isPretty ? "    ]\n}\n" : "]}\n"));
-        return writeFile();
-    }
-    bool needsPrint() const override { return false; }
-
-    void begin()
-    {
-        // An identifier of the catalogue has nothing to escape.
-        const char *form = request().isPretty ? "{\n    \"model\": \"%1\",\n    \"papers\": [\n"
-                                              : "{\"model\":\"%1\",\"papers\":[\n";
-        write(QString(QLatin1String(form)).arg(request().model.id()));
-    }
-    QString textOf(const Print &piece) const
-    {
-        const QJsonDocument json(paperjson::write(piece));
-        if (!request().isPretty)
-            return QString::fromUtf8(json.toJson(QJsonDocument::Compact));
-        QStringList lines = tool::linesOf(json.toJson(QJsonDocument::Indented));
-        for (QString &line : lines)
-            line.prepend(QLatin1String("        "));
-        return lines.join(QLatin1Char('\n'));
-    }
-
-    QString m_last;  ///< the text of the last piece, which isn't written yet
-};
-
-class PictureSink : public PaperSink
-{
-public:
-    PictureSink(const Request &request, const tool::PictureForm &form)
-        : PaperSink(request), m_form(form)
-    {}
-
-private:
-    void takePiece(const Print &piece) override
-    {
-        if (!piece.isBlankEnd())
-            m_pieces.append(piece);
-    }
-    int finishPieces() override
-    {
-        const auto typeface = tool::loadedTypeface();
-        if (!typeface)
-            return tool::BadInput;
-        const receiptpreview::Paper paper(request().model, request().paper, 0);
-        const Layout layout(m_pieces, paper);
-        if (layout.tooLong()) {
-            tool::complain(QStringLiteral("%1: the paper is longer than %2 dots (125 m)")
-                               .arg(request().file)
-                               .arg(Layout::longestPaper));
-            return tool::BadInput;
-        }
-        if (!tool::writePicture(m_form, layout, *typeface, request().scale, request().output))
-            return tool::BadInput;
-        tool::print(QStringLiteral("%1: %2, paper %3, %4 x %5 dots, pieces: %6")
-                        .arg(request().output, request().model.id(), paper.info().caption())
-                        .arg(layout.size().width())
-                        .arg(layout.size().height())
-                        .arg(m_pieces.size()));
-        return tool::Success;
-    }
-
-    const tool::PictureForm &m_form;
-    QVector<Print> m_pieces;
-};
-
-template <typename SinkOfForm>
-std::unique_ptr<Sink> makeSink(const Request &request, const tool::PictureForm *)
-{
-    return std::make_unique<SinkOfForm>(request);
-}
-
-std::unique_ptr<Sink> makePictureSink(const Request &request, const tool::PictureForm *form)
-{
-    return std::make_unique<PictureSink>(request, *form);
-}
-
 struct Form
 {
     const char *name;
     const char *note;
     const char *suffix;  ///< of files that hold it, null: none
-    std::unique_ptr<Sink> (*sink)(const Request &request, const tool::PictureForm *form);
+    std::unique_ptr<Sink> (*makeSink)(const Request &request);
 };
 
 constexpr Form forms[] = {
-    {"text", "", "txt", makeSink<TextSink>},  {"listing", "", nullptr, makeSink<ListingSink>},
-    {"json", "", "json", makeSink<JsonSink>}, {"png", "", "png", makePictureSink},
-    {"pdf", "", "pdf", makePictureSink},      {"svg", "", "svg", makePictureSink},
+    {"text", "", "txt", decoding::makeTextSink},
+    {"listing", "", nullptr, decoding::makeListingSink},
+    {"json", "", "json", decoding::makeJsonSink},
+    {"png", "", "png", decoding::makePictureSink},
+    {"pdf", "", "pdf", decoding::makePictureSink},
+    {"svg", "", "svg", decoding::makePictureSink},
 };
 
 QCommandLineOption decodedFormOption()
@@ -501,18 +207,18 @@ bool setOutput(const QCommandLineParser &parser, const Options &options, const F
     const auto scale = tool::scaleOf(parser);
     if (!scale || !fitsForm(parser, form))
         return false;
+    request.picture = tool::pictureForm(QLatin1String(form.name));
     request.scale = *scale;
     request.isPretty = parser.isSet(tool::prettyOption());
     request.output = parser.value(options.output);
-    if (isPicture(form) && request.output.isEmpty())
+    if (request.picture != nullptr && request.output.isEmpty())
         request.output = QStringLiteral("paper.") + QLatin1String(form.suffix);
     return true;
 }
 
 int decode(const Request &request, const Form &form)
 {
-    const std::unique_ptr<Sink> sink =
-        form.sink(request, tool::pictureForm(QLatin1String(form.name)));
+    const std::unique_ptr<Sink> sink = form.makeSink(request);
     tool::ProgressLine line(QStringLiteral("reading"));
     qint64 read = 0;
     const bool isRead =
