@@ -41,6 +41,24 @@ const MonochromeImage &Layout::symbol(const Cell &cell) const
     return found != m_symbols.end() ? found->second : none;
 }
 
+Row &Layout::addRow(Row::Kind kind, int height)
+{
+    Row row;
+    row.kind = kind;
+    row.top = m_height;
+    row.height = height;
+    row.reach = row.bottom();
+    m_rows.push_back(row);
+    feed(height);
+    return m_rows.back();
+}
+
+void Layout::feed(int dots)
+{
+    m_tooLong = m_tooLong || dots > longestPaper - m_height;
+    m_height += m_tooLong ? 0 : dots;
+}
+
 std::vector<Row>::const_iterator Layout::firstRowBelow(int top) const
 {
     return std::lower_bound(m_rows.begin(), m_rows.end(), top,

@@ -137,6 +137,10 @@ private:
     friend class LayoutBuilder;
     friend class PrintLayoutBuilder;
 
+    /// A strip below all that is there. The reference holds up to the next one.
+    Row &addRow(Row::Kind kind, int height);
+    void feed(int dots);
+
     Paper m_paper;
     int m_height = 0;
     bool m_tooLong = false;

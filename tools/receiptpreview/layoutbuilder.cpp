@@ -62,7 +62,7 @@ void LayoutBuilder::build()
 {
     if ((m_document.prevTicketAction() & cutAction) != 0)
         addCut();
-    feed(Layout::endMargin);
+    m_layout.feed(Layout::endMargin);
     const QList<DocumentBlock> blocks = m_document.blocks();
     for (const DocumentBlock &block : blocks) {
         ++m_block;
@@ -73,7 +73,7 @@ void LayoutBuilder::build()
     warnOfUnprintable();
     if ((m_document.currentTicketAction() & cutAction) != 0)
         addCut();
-    feed(Layout::endMargin);
+    m_layout.feed(Layout::endMargin);
 }
 
 void LayoutBuilder::addBlock(const DocumentBlock &block)
@@ -150,9 +150,9 @@ void LayoutBuilder::addCode(const Code &code, const CodeLook &look, const QByteA
     raster.image = code.modules;
     raster.left = leftOf(width, alignment) + (width - modules * dots) / 2;
     raster.dotsPerPixel = look.module;
-    feed(look.feed);
+    m_layout.feed(look.feed);
     addRaster(raster);
-    feed(look.feed);
+    m_layout.feed(look.feed);
 }
 
 void LayoutBuilder::addRaster(const Raster &raster)
@@ -166,7 +166,7 @@ void LayoutBuilder::addRaster(const Raster &raster)
 
 void LayoutBuilder::addCut()
 {
-    feed(Layout::endMargin);
+    m_layout.feed(Layout::endMargin);
     addRow(Row::Cut, Layout::cutHeight);
 }
 
@@ -188,21 +188,9 @@ void LayoutBuilder::addFault(const QString &what, const QString &fault, const QB
 
 Row &LayoutBuilder::addRow(Row::Kind kind, int height)
 {
-    Row row;
-    row.kind = kind;
+    Row &row = m_layout.addRow(kind, height);
     row.framed = m_isFramed;
-    row.top = m_layout.m_height;
-    row.height = height;
-    row.reach = row.bottom();
-    m_layout.m_rows.push_back(row);
-    feed(height);
-    return m_layout.m_rows.back();
-}
-
-void LayoutBuilder::feed(int dots)
-{
-    m_layout.m_tooLong = m_layout.m_tooLong || dots > Layout::longestPaper - m_layout.m_height;
-    m_layout.m_height += m_layout.m_tooLong ? 0 : dots;
+    return row;
 }
 
 /// Where something of a width goes, from the paper's left edge.

@@ -72,7 +72,6 @@ private:
 
     void addRaster(const Raster &raster);
     Row &addRow(Row::Kind kind, int height);
-    void feed(int dots);
     int leftOf(int width, ETextAlignment alignment) const;
     void warn(const QString &warning);
 

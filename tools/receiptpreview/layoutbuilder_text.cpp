@@ -192,7 +192,7 @@ void LayoutBuilder::endRow()
     row.cellCount = end - m_rowStart;
     row.continues = m_isContinuation;
     m_rowStart = end;
-    feed(m_spacing * Layout::dotsPerLineSpacing);
+    m_layout.feed(m_spacing * Layout::dotsPerLineSpacing);
 }
 
 Cell LayoutBuilder::cellOf(const TextLine &line, int index) const

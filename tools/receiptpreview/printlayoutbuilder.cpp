@@ -51,7 +51,7 @@ void PrintLayoutBuilder::build(const QVector<Print> &pieces)
 {
     for (const Print &piece : pieces) {
         if (m_layout.m_height > 0)
-            addStrip(Row::Gap, Layout::gapHeight);
+            m_layout.addRow(Row::Gap, Layout::gapHeight);
         addPiece(piece);
         if (m_layout.m_tooLong)
             return;
@@ -65,7 +65,7 @@ void PrintLayoutBuilder::build(const QVector<Print> &pieces)
 
 void PrintLayoutBuilder::addPiece(const Print &piece)
 {
-    feed(Layout::endMargin);
+    m_layout.feed(Layout::endMargin);
     m_top = m_layout.m_height;
     m_left = qMax(0, (m_layout.m_paper.width() - piece.width) / 2);
     m_bottom = m_top;
@@ -74,10 +74,10 @@ void PrintLayoutBuilder::addPiece(const Print &piece)
     for (const Print::Line &line : piece.lines)
         addLine(piece, line);
     std::stable_sort(m_layout.m_rows.begin() + firstRow, m_layout.m_rows.end(), isAbove);
-    feed(qMax(piece.length, m_bottom - m_top));
-    feed(Layout::endMargin);
+    m_layout.feed(qMax(piece.length, m_bottom - m_top));
+    m_layout.feed(Layout::endMargin);
     if (piece.isCut)
-        addStrip(Row::Cut, Layout::cutHeight);
+        m_layout.addRow(Row::Cut, Layout::cutHeight);
 }
 
 void PrintLayoutBuilder::addLine(const Print &piece, const Print::Line &line)
@@ -112,7 +112,7 @@ void PrintLayoutBuilder::addCell(const Print &piece, const Print::Cell &printed)
     cell.drawing = drawingOf(piece, printed);
     if (isBlank(cell) || printed.width == 0 || printed.height == 0)
         return;
-    const int top = qMax(m_top, m_top + printed.top);
+    const int top = m_top + qMax(0, printed.top);
     cell.rise = top + cell.height;
     include(top, cell.rise);
     m_layout.m_hasInverse = m_layout.m_hasInverse || cell.has(Cell::Inverse);
@@ -145,7 +145,7 @@ void PrintLayoutBuilder::addRaster(const QRect &place, const QSize &size, const 
     Raster raster;
     raster.image = MonochromeImage(size.width(), size.height(), rows);
     raster.left = m_left + place.left();
-    raster.top = qMax(m_top, m_top + place.top());
+    raster.top = m_top + qMax(0, place.top());
     raster.dotsPerPixel = dotsPerPixel;
     include(raster.top, raster.top + size.height() * dotsPerPixel.height());
     m_layout.m_rasters.push_back(raster);
@@ -173,22 +173,6 @@ void PrintLayoutBuilder::endRow(bool continues)
         raster->top -= m_row.top;
     m_bottom = qMax(m_bottom, m_rowBottom);
     m_layout.m_rows.push_back(m_row);
-}
-
-void PrintLayoutBuilder::addStrip(Row::Kind kind, int height)
-{
-    Row row;
-    row.kind = kind;
-    row.top = m_layout.m_height;
-    row.height = height;
-    m_layout.m_rows.push_back(row);
-    feed(height);
-}
-
-void PrintLayoutBuilder::feed(int dots)
-{
-    m_layout.m_tooLong = m_layout.m_tooLong || dots > Layout::longestPaper - m_layout.m_height;
-    m_layout.m_height += m_layout.m_tooLong ? 0 : dots;
 }
 
 }  // namespace receiptpreview

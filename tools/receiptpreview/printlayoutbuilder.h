@@ -29,8 +29,6 @@ private:
     int drawingOf(const Print &piece, const Print::Cell &printed);
     void include(int top, int bottom);
     void endRow(bool continues);
-    void addStrip(Row::Kind kind, int height);
-    void feed(int dots);
 
     Layout &m_layout;
     int m_left = 0;  ///< of the piece's first dot
