@@ -7,13 +7,12 @@
 
 #include <QBuffer>
 #include <QFile>
-#include <QGuiApplication>
 
+#include "application.h"
 #include "frame.h"
 #include "layout.h"
 #include "picture.h"
 #include "printerdocs/printerdocumentformatter.h"
-#include "printers/printerinfo.h"
 #include "printerslib/drivers/codepage.h"
 #include "printerslib/drivers/printerprofile.h"
 #include "printerslib/drivers/streaminterpreter.h"
@@ -111,7 +110,6 @@ struct Drawing
     }
 
     static QByteArray streamOf(const QStringList &texts, const drivers::CodePage &page);
-    static receiptpreview::Paper previewPaper();
     QByteArray pngOf(const receiptpreview::Layout &layout) const;
     QByteArray pngOfStream() const;
     QByteArray pngOfDocument() const;
@@ -121,7 +119,8 @@ struct Drawing
     const QStringList texts;
     const QByteArray stream;
     const TextPrinterDocument document;
-    const receiptpreview::Paper paper = previewPaper();
+    const receiptpreview::Paper paper{
+        receiptpreview::catalogueModel(QString::fromLatin1(model)).value(), 0, 0};
     receiptpreview::Typeface typeface;
 };
 
@@ -135,15 +134,6 @@ QByteArray Drawing::streamOf(const QStringList &texts, const drivers::CodePage &
         stream.append('\n');
     }
     return stream;
-}
-
-receiptpreview::Paper Drawing::previewPaper()
-{
-    for (const PrinterInfo &info : PrinterInfo::fromResources()) {
-        if (info.id() == QLatin1String(model))
-            return receiptpreview::Paper(info, 0, 0);
-    }
-    qFatal("there is no model %s", model);
 }
 
 QByteArray Drawing::pngOf(const receiptpreview::Layout &layout) const
@@ -177,8 +167,7 @@ QByteArray utf8Of(const QStringList &texts)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
+    const auto application = receiptpreview::makeApplication(argc, argv, true);
     frame::setWarnings(false);
     for (const Foreign &foreign : foreignStreams)
         addToText(foreign);

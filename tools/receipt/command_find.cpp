@@ -8,9 +8,9 @@
 #include "devicejson.h"
 #include "forms.h"
 #include "interrupt.h"
+#include "paper.h"
 #include "portsearch.h"
 #include "printdevicefinder/printdevicefinder.h"
-#include "printers/printerinfo.h"
 #include "searchprogress.h"
 #include "support.h"
 #include "virtualprinter.h"
@@ -27,12 +27,8 @@ const QString virtualOption = QStringLiteral("virtual");
 /// The model's name in the catalogue; empty if it has none.
 QString modelName(const QString &id)
 {
-    const QList<PrinterInfo> models = PrinterInfo::fromResources();
-    for (const PrinterInfo &model : models) {
-        if (model.id() == id)
-            return model.name();
-    }
-    return {};
+    const auto model = receiptpreview::catalogueModel(id);
+    return model ? model->name() : QString();
 }
 
 QStringList jsonLines(const QList<PrintDeviceInfo> &devices)

@@ -1,7 +1,5 @@
 #include "printermodel.h"
 
-#include <algorithm>
-
 #include "paper.h"
 #include "settings/textprintersettings.h"
 #include "support.h"
@@ -54,13 +52,10 @@ QCommandLineOption describedModelOption(const QString &described, const QString 
 
 std::optional<PrinterInfo> findModel(const QString &id)
 {
-    const QList<PrinterInfo> models = PrinterInfo::fromResources();
-    const auto model = std::find_if(models.begin(), models.end(),
-                                    [&id](const PrinterInfo &info) { return info.id() == id; });
-    if (model != models.end())
-        return *model;
-    complain(QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(id));
-    return std::nullopt;
+    const auto model = receiptpreview::catalogueModel(id);
+    if (!model)
+        complain(QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(id));
+    return model;
 }
 
 int charactersPerLine(const PrinterInfo &model, int paper, int font)

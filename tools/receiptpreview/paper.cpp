@@ -35,6 +35,14 @@ FontInfo usable(FontInfo font)
 
 }  // namespace
 
+std::optional<PrinterInfo> catalogueModel(const QString &id)
+{
+    const QList<PrinterInfo> models = PrinterInfo::fromResources();
+    const auto model = std::find_if(models.begin(), models.end(),
+                                    [&id](const PrinterInfo &info) { return info.id() == id; });
+    return model == models.end() ? std::nullopt : std::optional<PrinterInfo>(*model);
+}
+
 int widestPaperOf(const PrinterInfo &model)
 {
     const QMap<int, PaperInfo> papers = model.paperTypes();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "printers/printerinfo.h"
 
 class QTextCodec;
@@ -7,6 +9,9 @@ class QTextCodec;
 namespace receiptpreview {
 
 constexpr double millimetresPerInch = 25.4;
+
+/// The catalogue's record of a model; nothing for an unknown one.
+std::optional<PrinterInfo> catalogueModel(const QString &id);
 
 /// The paper type of a model that has the longest line.
 int widestPaperOf(const PrinterInfo &model);

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryFile>
-#include <algorithm>
 
 #include "paper.h"
 #include "picture.h"
@@ -13,14 +12,6 @@ namespace {
 
 using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::StreamInterpreter;
-
-PrinterInfo modelOf(const QString &id)
-{
-    const QList<PrinterInfo> models = PrinterInfo::fromResources();
-    const auto model = std::find_if(models.begin(), models.end(),
-                                    [&id](const PrinterInfo &info) { return info.id() == id; });
-    return model == models.end() ? PrinterInfo() : *model;
-}
 
 StreamInterpreter::Options optionsOf(const PrinterInfo &model, int paper,
                                      const printerslib::drivers::CodeDrawer &codes)
@@ -51,7 +42,7 @@ bool writeNew(const QString &fileName, const QByteArray &content, QString *error
 }  // namespace
 
 PaperFolder::PaperFolder(const QString &modelId, const QString &folder)
-    : m_model(modelOf(modelId)),
+    : m_model(receiptpreview::catalogueModel(modelId).value_or(PrinterInfo())),
       m_paper(receiptpreview::widestPaperOf(m_model)),
       m_interpreter(PrinterProfile::forModel(modelId).value_or(PrinterProfile()),
                     optionsOf(m_model, m_paper, m_codes)),
