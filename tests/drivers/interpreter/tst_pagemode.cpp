@@ -29,10 +29,10 @@ private Q_SLOTS:
     void codesThatNobodyDrawsStandOnThePage()
     {
         const QByteArray qr = bytes("\x1D(k\x05\0\x31P0hi\x1D(k\x03\0\x31Q0");
-        const Paper paper = paperOf(bytes("\x1BL") + qr + bytes("ab\n\x0C"));
+        const Paper paper = paperOf(bytes("\x1BLab\n") + qr + bytes("\x0C"));
         QCOMPARE(paper.codes.size(), 1);
         QCOMPARE(notesOf(paper), QStringList());
-        QCOMPARE(paper.toText(), QString("[QR: hi]ab\n"));
+        QCOMPARE(paper.toText(), QString("ab\n[QR: hi]\n"));
         QCOMPARE(paperOf(bytes("\x1BL") + qr + bytes("\n\x18z\x0C")).toText(), QString("z\n"));
     }
 
