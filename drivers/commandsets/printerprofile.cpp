@@ -113,6 +113,71 @@ int PrinterProfile::dotsToCutter() const
     return d->dotsToCutter;
 }
 
+QString PrinterProfile::catalogueId() const
+{
+    return d->catalogueId.isEmpty() ? d->modelId : d->catalogueId;
+}
+
+RasterCommand PrinterProfile::rasterCommand() const
+{
+    return d->rasterCommand;
+}
+
+int PrinterProfile::ownCharacters() const
+{
+    return d->ownCharacters;
+}
+
+QMap<Paper::Symbology, int> PrinterProfile::drawnCodes() const
+{
+    return d->drawnCodes;
+}
+
+int PrinterProfile::leastModule() const
+{
+    return d->leastModule;
+}
+
+int PrinterProfile::mostModule() const
+{
+    return d->mostModule;
+}
+
+CutCommand PrinterProfile::cutCommand() const
+{
+    return d->cutCommand;
+}
+
+Presenter PrinterProfile::presenter() const
+{
+    return d->presenter;
+}
+
+int PrinterProfile::drawers() const
+{
+    return d->drawers;
+}
+
+int PrinterProfile::bufferBytes() const
+{
+    return d->bufferBytes;
+}
+
+Handshake PrinterProfile::handshake() const
+{
+    return d->handshake;
+}
+
+Confirmation PrinterProfile::confirmation() const
+{
+    return d->confirmation;
+}
+
+bool PrinterProfile::switchesRealTime() const
+{
+    return d->switchesRealTime;
+}
+
 QString PrinterProfile::sourceOf(const QString &fact) const
 {
     return d->sources.value(fact);

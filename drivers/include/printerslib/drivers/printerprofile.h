@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "printerslib/drivers/drivers_export.h"
+#include "printerslib/drivers/paper.h"
 
 namespace printerslib::drivers {
 
@@ -17,6 +18,45 @@ enum class Dialect { EscPos, StarLine, Swecoin };
 
 /// Whose variant of a dialect a printer speaks, where manuals differ.
 enum class Vendor { General, Epson, Custom, Citizen, Star, Swecoin };
+
+/// The command that takes pictures.
+enum class RasterCommand {
+    None,         ///< the printer takes none
+    RasterBlock,  ///< GS v 0
+    BitImage,     ///< ESC *, 24 dots high
+    StarRows,     ///< ESC k: 24 rows
+    SwecoinRows,  ///< ESC s or ESC l: a row
+};
+
+/// The command that cuts.
+enum class CutCommand {
+    None,          ///< there is no cutter
+    GsV,           ///< GS V
+    EscI,          ///< ESC i
+    StarEscD,      ///< ESC d
+    SwecoinEscRs,  ///< ESC RS
+};
+
+/// What hands tickets out.
+enum class Presenter {
+    None,     ///< they hang where they are cut
+    Custom,   ///< GS e
+    Citizen,  ///< GS R
+    Star,     ///< ESC SYN
+    Swecoin,  ///< RS, ESC FF, EM, ENQ
+};
+
+/// How a printer says that it takes no more bytes.
+enum class Handshake { None, RtsCts, DtrDsr, XonXoff };
+
+/// What a printer can confirm.
+enum class Confirmation {
+    None,         ///< nothing: bytes are sent, no more
+    Processed,    ///< GS r behind the last byte, then DLE EOT
+    ResponseId,   ///< GS ( H: printed
+    StarCounter,  ///< ETB in the automatic status: printed
+    SwecoinData,  ///< ESC ENQ 6, "print data exists": printed
+};
 
 /// What the driver knows of a model beside the catalogue: facts of its manual and firmware.
 ///
@@ -60,6 +100,26 @@ public:
     QString kanjiSet() const;
     /// Dots from head to cutter; 0 where there is no cutter.
     int dotsToCutter() const;
+    /// Id of the catalogue's record that goes with it: its own, or for a model that a user's file
+    /// adds that of the model which it is like.
+    QString catalogueId() const;
+    RasterCommand rasterCommand() const;  ///< how it takes pictures
+    /// How many characters can be defined at a time, from 0x20 on; 0: none.
+    int ownCharacters() const;
+    /// Codes that the printer draws by itself, and how many bytes of data each takes at most.
+    QMap<Paper::Symbology, int> drawnCodes() const;
+    /// Dots of a barcode's module, and of a two-dimensional code's, the least and the greatest that
+    /// can be chosen.
+    int leastModule() const;
+    int mostModule() const;
+    CutCommand cutCommand() const;  ///< how it cuts
+    Presenter presenter() const;    ///< how it hands out
+    int drawers() const;            ///< connectors for them, 0 to 2
+    int bufferBytes() const;        ///< that it takes before it says that it is busy; 0: unknown
+    Handshake handshake() const;    ///< as it is delivered
+    Confirmation confirmation() const;  ///< what it can tell of a job
+    /// Whether GS ( D switches the commands off that act at once, even inside pictures.
+    bool switchesRealTime() const;
     /// Where a fact is from, by its name in the data, such as "headDots"; empty if it is the
     /// general Epson one.
     QString sourceOf(const QString &fact) const;

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "printerslib/drivers/printerprofile.h"
+
+namespace printerslib::drivers {
+
+/// Which of a model's code pages show a character, and by what byte. ASCII is in all of them by
+/// its own code. Tables are made once for a list of pages and kept; any thread may use them.
+class PageTable
+{
+public:
+    static std::shared_ptr<const PageTable> of(const PrinterProfile &profile);
+
+    /// Whether any page has it. Blanks are characters, control characters (below 0x20, 0x7F to
+    /// 0x9F) aren't.
+    bool has(char16_t character) const;
+    /// The byte on a page of this number; nothing if the page lacks the character.
+    std::optional<unsigned char> byteOn(int page, char16_t character) const;
+    /// The page for a text that begins with a character that `current` lacks: the preferred one if
+    /// it has it, else the one that has most of the characters that follow at once, the smaller
+    /// number of equals. -1: none has the character.
+    int pageFor(const char16_t *text, int size, int preferred) const;
+
+    /// The page that a text begins with: by number, or by name for a model whose pages the shop
+    /// names; else the model's own. -1: the model has no such page.
+    static int firstPage(const PrinterProfile &profile, int number, const QString &codec);
+
+private:
+    class Rows;
+    std::shared_ptr<const Rows> m_rows;
+};
+
+}  // namespace printerslib::drivers
