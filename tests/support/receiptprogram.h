@@ -14,6 +14,18 @@ struct ReceiptRun
     QString errors;
 };
 
+/// Waits for the end of a program that has got its standard input.
+inline ReceiptRun finished(QProcess &process)
+{
+    process.closeWriteChannel();
+    ReceiptRun run;
+    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
+        run.status = process.exitCode();
+    run.output = QString::fromUtf8(process.readAllStandardOutput());
+    run.errors = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
 /// Runs the tool, with these bytes as standard input.
 inline ReceiptRun runReceipt(const QStringList &arguments, const QByteArray &input = QByteArray())
 {
@@ -24,13 +36,7 @@ inline ReceiptRun runReceipt(const QStringList &arguments, const QByteArray &inp
     process.setProcessEnvironment(environment);
     process.start(RECEIPT_PROGRAM, arguments);
     process.write(input);
-    process.closeWriteChannel();
-    ReceiptRun run;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        run.status = process.exitCode();
-    run.output = QString::fromUtf8(process.readAllStandardOutput());
-    run.errors = QString::fromUtf8(process.readAllStandardError());
-    return run;
+    return finished(process);
 }
 
 /// A folder for the files of one test.

@@ -2,34 +2,18 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QSerialPort>
 #include <QtTest>
 
+#include "receiptprogram.h"
 #include "virtualprinter.h"
 
 /// Runs of the search, with the records and printers that it is given.
 namespace findrun {
 
-inline constexpr int runMilliseconds = 60000;
-
-struct Run
+inline ReceiptRun receipt(const QStringList &arguments)
 {
-    int exitCode = -1;
-    QString output;
-    QString errors;
-};
-
-inline Run receipt(const QStringList &arguments)
-{
-    QProcess program;
-    program.start(RECEIPT_PROGRAM, QStringList("find") + arguments);
-    Run run;
-    if (program.waitForFinished(runMilliseconds) && program.exitStatus() == QProcess::NormalExit)
-        run.exitCode = program.exitCode();
-    run.output = QString::fromUtf8(program.readAllStandardOutput());
-    run.errors = QString::fromUtf8(program.readAllStandardError());
-    return run;
+    return runReceipt(QStringList("find") + arguments);
 }
 
 inline VirtualPrinterOptions printerOnFirstLine(const QString &model)
@@ -60,15 +44,10 @@ inline void write(const QString &fileName, const QByteArray &text)
         qFatal("%s can't be written", qPrintable(fileName));
 }
 
-inline Run confirm(const QByteArray &text, const QStringList &options)
+inline ReceiptRun confirm(const QByteArray &text, const QStringList &options)
 {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("devices.json"));
-    if (!file.open(QIODevice::WriteOnly))
-        return {};
-    file.write(text);
-    file.close();
-    return receipt(QStringList{"--confirm", file.fileName()} + options);
+    const WorkFolder folder;
+    return receipt(QStringList{"--confirm", folder.file("devices.json", text)} + options);
 }
 
 }  // namespace findrun

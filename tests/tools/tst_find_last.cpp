@@ -25,8 +25,8 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const QString file = folder.filePath("printers.json");
         const QStringList arguments{"--last", file, "--port", printer.portPath(), "--json"};
-        const Run first = receipt(arguments);
-        QCOMPARE(first.exitCode, 0);
+        const ReceiptRun first = receipt(arguments);
+        QCOMPARE(first.status, 0);
         QCOMPARE(content(file), first.output.toUtf8());
         QVERIFY(first.errors.contains("line setting 1 of 63"));
 
@@ -34,8 +34,8 @@ private Q_SLOTS:
         const QJsonArray known{deviceJson("no-such-port", "AV_268"),
                                deviceJson(printer.portPath(), "CUSTOM_VKP_80")};
         write(file, QJsonDocument(known).toJson());
-        const Run second = receipt(arguments);
-        QCOMPARE(second.exitCode, 0);
+        const ReceiptRun second = receipt(arguments);
+        QCOMPARE(second.status, 0);
         QCOMPARE(second.output, first.output);
         QVERIFY(second.errors.contains("line setting 1 of 1"));
         QVERIFY(!second.errors.contains("of 63"));
@@ -50,8 +50,8 @@ private Q_SLOTS:
         const QString file = folder.filePath("printers.json");
         write(file, QJsonDocument(QJsonArray{deviceJson(printer.portPath(), "CUSTOM_VKP_80", 9600)})
                         .toJson());
-        const Run run = receipt({"--last", file, "--port", printer.portPath(), "--json"});
-        QCOMPARE(run.exitCode, 0);
+        const ReceiptRun run = receipt({"--last", file, "--port", printer.portPath(), "--json"});
+        QCOMPARE(run.status, 0);
         QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(),
                  QJsonArray{deviceJson(printer.portPath(), "CUSTOM_VKP_80")});
         QCOMPARE(content(file), run.output.toUtf8());
@@ -64,8 +64,8 @@ private Q_SLOTS:
         const QByteArray known =
             QJsonDocument(QJsonArray{deviceJson("no-such-port", "AV_268")}).toJson();
         write(file, known);
-        const Run run = receipt({"--last", file, "--port", "no-such-port", "--json"});
-        QCOMPARE(run.exitCode, 1);
+        const ReceiptRun run = receipt({"--last", file, "--port", "no-such-port", "--json"});
+        QCOMPARE(run.status, 1);
         QCOMPARE(run.output, QString("[\n]\n"));
         QCOMPARE(content(file), known);
         QCOMPARE(run.errors, QString("receipt: find: there is no port /dev/no-such-port\n"
@@ -79,8 +79,8 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const QString file = folder.filePath("receipt.tpl");
         write(file, "<C>SHOP\n");
-        const Run run = receipt({"--last", file, "--port", printer.portPath()});
-        QCOMPARE(run.exitCode, 1);
+        const ReceiptRun run = receipt({"--last", file, "--port", printer.portPath()});
+        QCOMPARE(run.status, 1);
         QCOMPARE(content(file), QByteArray("<C>SHOP\n"));
         QVERIFY2(run.errors.contains("receipt.tpl"), qPrintable(run.errors));
         QCOMPARE(printer.received(), QByteArray());
@@ -90,9 +90,9 @@ private Q_SLOTS:
     {
         VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
         printer.start();
-        const Run run =
+        const ReceiptRun run =
             receipt({"--last", "/no-such-folder/printers.json", "--port", printer.portPath()});
-        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.status, 1);
         QVERIFY(run.output.contains("CUSTOM_VKP_80"));
         QVERIFY2(run.errors.contains("/no-such-folder/printers.json"), qPrintable(run.errors));
     }
@@ -104,7 +104,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const QString file = folder.filePath("printers.json");
         write(file, "");
-        QCOMPARE(receipt({"--last", file, "--port", printer.portPath()}).exitCode, 0);
+        QCOMPARE(receipt({"--last", file, "--port", printer.portPath()}).status, 0);
         QVERIFY(content(file).contains("CUSTOM_VKP_80"));
     }
 
@@ -136,16 +136,16 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, text);
         QFETCH(QString, complaint);
-        const Run run = confirm(text, {});
-        QCOMPARE(run.exitCode, 1);
+        const ReceiptRun run = confirm(text, {});
+        QCOMPARE(run.status, 1);
         QVERIFY2(run.errors.contains(complaint), qPrintable(run.errors));
         QCOMPARE(run.output, QString());
     }
 
     void missingFileIsBadInput()
     {
-        const Run run = receipt({"--confirm", "no-such-file.json"});
-        QCOMPARE(run.exitCode, 1);
+        const ReceiptRun run = receipt({"--confirm", "no-such-file.json"});
+        QCOMPARE(run.status, 1);
         QVERIFY2(run.errors.contains("no-such-file.json"), qPrintable(run.errors));
     }
 
@@ -158,8 +158,8 @@ private Q_SLOTS:
         QVERIFY(QFile::link(printer.portPath(), alias));
         const QJsonArray records{deviceJson(printer.portPath(), "CUSTOM_VKP_80", 9600),
                                  deviceJson(alias, "CUSTOM_VKP_80")};
-        const Run run = confirm(QJsonDocument(records).toJson(), {"--json"});
-        QCOMPARE(run.exitCode, 0);
+        const ReceiptRun run = confirm(QJsonDocument(records).toJson(), {"--json"});
+        QCOMPARE(run.status, 0);
         QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(), QJsonArray{records.at(1)});
     }
 
@@ -167,8 +167,8 @@ private Q_SLOTS:
     {
         QJsonObject record = deviceJson("ttyS0", "AV_268");
         record.insert("deviceType", 2);
-        const Run run = confirm(QJsonDocument(QJsonArray{record}).toJson(), {});
-        QCOMPARE(run.exitCode, 1);
+        const ReceiptRun run = confirm(QJsonDocument(QJsonArray{record}).toJson(), {});
+        QCOMPARE(run.status, 1);
         QCOMPARE(run.errors,
                  QString("receipt: find: device 1 is no serial printer with a model and a port\n"
                          "receipt: There no devices finded\n"));
@@ -198,8 +198,8 @@ private Q_SLOTS:
         VirtualPrinter printer(options);
         printer.start();
         const QJsonArray record{deviceJson(printer.portPath(), model, 19200)};
-        const Run run = confirm(QJsonDocument(record).toJson(), {});
-        QCOMPARE(run.exitCode, 0);
+        const ReceiptRun run = confirm(QJsonDocument(record).toJson(), {});
+        QCOMPARE(run.status, 0);
         QCOMPARE(run.errors, printer.portName() + progress + "\n");
     }
 

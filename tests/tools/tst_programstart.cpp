@@ -12,17 +12,6 @@ namespace {
 
 constexpr uid_t nobody = 65534;
 
-ReceiptRun finished(QProcess &process)
-{
-    process.closeWriteChannel();
-    ReceiptRun run;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        run.status = process.exitCode();
-    run.output = QString::fromUtf8(process.readAllStandardOutput());
-    run.errors = QString::fromUtf8(process.readAllStandardError());
-    return run;
-}
-
 /// Runs a program through the shell, whose text has it as "$0" and the arguments as "$@".
 ReceiptRun runByShell(const QString &script, const QString &program,
                       const QStringList &arguments = QStringList())

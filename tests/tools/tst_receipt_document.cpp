@@ -1,36 +1,22 @@
 #include <sys/stat.h>
 
 #include <QJsonDocument>
-#include <QProcess>
 #include <QtTest>
 #include <memory>
 
 #include "documentfiles.h"
+#include "receiptprogram.h"
 
 using namespace documentfiles;
 
 namespace {
 
-struct Outcome
-{
-    int status = -1;
-    QString output;
-    QString errors;
-};
-
-Outcome runDocument(const QStringList &arguments, const QString &folder = QString())
+ReceiptRun runDocument(const QStringList &arguments, const QString &folder = QString())
 {
     QProcess process;
-    if (!folder.isEmpty())
-        process.setWorkingDirectory(folder);
+    process.setWorkingDirectory(folder);
     process.start(RECEIPT_PROGRAM, QStringList("document") + arguments);
-    process.closeWriteChannel();
-    Outcome outcome;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        outcome.status = process.exitCode();
-    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
+    return finished(process);
 }
 
 const QString newText = QString::fromUtf8("НОВЫЙ 2.50\n");
@@ -74,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(writeFile(m_folder->filePath("t.cpt"), "Total <TOTAL>\n"));
         QVERIFY(writeFile(m_folder->filePath("d.json"),
                           QByteArray("{'attributes':{'TOTAL':'12.50'}}").replace('\'', '"')));
-        const Outcome outcome =
+        const ReceiptRun outcome =
             runDocument({"save", "saved", "--from", "t.cpt", "d.json"}, m_folder->path());
         QCOMPARE(outcome.errors, QString());
         QCOMPARE(outcome.status, 0);
@@ -101,7 +87,7 @@ private Q_SLOTS:
                           QByteArray(symbols).replace("%1", QByteArray::number(code))));
         QVERIFY(writeFile(m_folder->filePath("t.cpt"), "<SPECSYMBOLS=s>\nTotal 12.50\n"));
         QVERIFY(writeFile(m_folder->filePath("d.json"), "{}"));
-        const Outcome outcome =
+        const ReceiptRun outcome =
             runDocument({"save", "saved", "--from", "t.cpt", "d.json"}, m_folder->path());
         QCOMPARE(outcome.errors, QString());
         QCOMPARE(outcome.status, 0);
@@ -120,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(readFolder(m_path).size(), 4);
         QCOMPARE(contentOf(m_path), readFolder(m_path).value(".bak"));
         for (const QString name : {"back\\slash", "line\nfeed", "carriage\rreturn"}) {
-            const Outcome outcome =
+            const ReceiptRun outcome =
                 runDocument({"save", m_folder->filePath(name), "--from", cafe, data});
             QCOMPARE(outcome.status, 2);
             QVERIFY(!QFile::exists(m_folder->filePath(name)));
@@ -130,7 +116,7 @@ private Q_SLOTS:
     void saveThatCannotBeLoadedFails()
     {
         m_programs->add("sha1sum", "exit 1");
-        const Outcome outcome =
+        const ReceiptRun outcome =
             runDocument({"save", m_path, "--from", PRINTERSLIB_EXAMPLES "/cafe.cpt",
                          PRINTERSLIB_EXAMPLES "/cafe.json"});
         QCOMPARE(outcome.status, 1);
@@ -156,7 +142,7 @@ private Q_SLOTS:
             QVERIFY(writeFile(hidden + suffix, saved.value(suffix)));
         for (const QString &name : {QString(""), QString("./"), hidden}) {
             const QStringList arguments = QStringList{action.first(), name} + action.mid(1);
-            const Outcome outcome = runDocument(arguments, m_folder->path());
+            const ReceiptRun outcome = runDocument(arguments, m_folder->path());
             QCOMPARE(outcome.status, 2);
             QCOMPARE(outcome.output, QString());
             QCOMPARE(outcome.errors,
@@ -173,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(runDocument({"show", m_path}).output, newText);
         QCOMPARE(runDocument({"show", m_path, "--as", "json"}).output.toUtf8(),
                  contentOf(m_path) + "\n");
-        const Outcome html = runDocument({"show", "--as", "html", m_path});
+        const ReceiptRun html = runDocument({"show", "--as", "html", m_path});
         QCOMPARE(html.status, 0);
         QVERIFY(html.output.contains("<html"));
         QVERIFY(html.output.contains("2.50"));
@@ -189,14 +175,14 @@ private Q_SLOTS:
 
     void showOfNothingGoodFails()
     {
-        const Outcome outcome = runDocument({"show", m_folder->filePath("missing")});
+        const ReceiptRun outcome = runDocument({"show", m_folder->filePath("missing")});
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.errors.contains("missing: no copy can be loaded"));
     }
 
     void checkFindsFourGoodFiles()
     {
-        const Outcome outcome = runDocument({"check", m_path});
+        const ReceiptRun outcome = runDocument({"check", m_path});
         QCOMPARE(outcome.output, findings({"good", "good", "good", "good"}));
         QCOMPARE(outcome.errors, QString());
         QCOMPARE(outcome.status, 0);
@@ -232,7 +218,7 @@ private Q_SLOTS:
         QFETCH(const QStringList, faults);
         QVERIFY(content.isNull() ? QFile::remove(m_path + suffix)
                                  : writeFile(m_path + suffix, content));
-        const Outcome outcome = runDocument({"check", m_path});
+        const ReceiptRun outcome = runDocument({"check", m_path});
         QCOMPARE(outcome.output, findings(faults));
         QCOMPARE(outcome.status, 1);
     }
@@ -243,7 +229,7 @@ private Q_SLOTS:
         QVERIFY(oldDocument.saveToFile(m_path));
         QVERIFY(writeFile(m_path, newFolder[""]));
         QVERIFY(writeFile(m_path + ".sha1", newFolder[".sha1"]));
-        const Outcome outcome = runDocument({"check", m_path});
+        const ReceiptRun outcome = runDocument({"check", m_path});
         QVERIFY(
             outcome.output.endsWith("The copies differ: a save was cut short. The first is "
                                     "newer.\n"));
@@ -278,7 +264,7 @@ private Q_SLOTS:
         QVERIFY(writeFile(m_path + ".sha1", "damaged"));
         QVERIFY(writeFile(m_path + ".bak", "damaged"));
         const Folder damaged = readFolder(m_path);
-        const Outcome outcome = runDocument({"repair", m_path});
+        const ReceiptRun outcome = runDocument({"repair", m_path});
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.errors.contains("neither copy is good"));
         QCOMPARE(readFolder(m_path), damaged);
@@ -314,7 +300,7 @@ private Q_SLOTS:
                                        {"show", m_path},
                                        {"repair", m_path}};
         for (const QStringList &arguments : calls) {
-            const Outcome outcome = runDocument(arguments);
+            const ReceiptRun outcome = runDocument(arguments);
             QCOMPARE(outcome.errors, "receipt: " + name + ": " + what + "\n");
             QCOMPARE(outcome.status, 1);
         }
@@ -338,7 +324,7 @@ private Q_SLOTS:
                                        {"check", m_path},
                                        {"repair", m_path}};
         for (const QStringList &arguments : calls) {
-            const Outcome outcome = runDocument(arguments);
+            const ReceiptRun outcome = runDocument(arguments);
             QCOMPARE(outcome.errors, "receipt: " + m_folder->path() +
                                          ": others may write to this folder (mode 0777)\n");
             QCOMPARE(outcome.output, QString());
@@ -370,7 +356,7 @@ private Q_SLOTS:
     void removeTellsWhatItCannotRemove()
     {
         QVERIFY(QDir(m_folder->path()).mkpath("kept/inside"));
-        const Outcome outcome = runDocument({"remove", m_folder->filePath("kept")});
+        const ReceiptRun outcome = runDocument({"remove", m_folder->filePath("kept")});
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.errors.contains("kept: can't be removed"));
     }

@@ -20,6 +20,12 @@
 
 using namespace findrun;
 
+namespace {
+
+constexpr int runMilliseconds = 60000;
+
+}  // namespace
+
 /// The search: its output, its ports, and its end.
 class TestReceiptFind : public QObject
 {
@@ -30,8 +36,8 @@ private Q_SLOTS:
     {
         VirtualPrinter printer(printerOnFirstLine("EPSON_EU_4XX"));
         printer.start();
-        const Run run = receipt({"--port", "no-such-port", "--port", printer.portPath()});
-        QCOMPARE(run.exitCode, 0);
+        const ReceiptRun run = receipt({"--port", "no-such-port", "--port", printer.portPath()});
+        QCOMPARE(run.status, 0);
         const QStringList lines = run.output.split('\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 2);
         QCOMPARE(lines.at(0).simplified(), QString("PORT MODEL NAME LINE"));
@@ -47,36 +53,36 @@ private Q_SLOTS:
     {
         VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
         printer.start();
-        const Run found = receipt({"--port", printer.portPath(), "--json"});
-        QCOMPARE(found.exitCode, 0);
+        const ReceiptRun found = receipt({"--port", printer.portPath(), "--json"});
+        QCOMPARE(found.status, 0);
         const QJsonArray expected{deviceJson(printer.portPath(), "CUSTOM_VKP_80")};
         QCOMPARE(QJsonDocument::fromJson(found.output.toUtf8()).array(), expected);
 
-        const Run confirmed = confirm(found.output.toUtf8(), {"--json"});
-        QCOMPARE(confirmed.exitCode, 0);
+        const ReceiptRun confirmed = confirm(found.output.toUtf8(), {"--json"});
+        QCOMPARE(confirmed.status, 0);
         QCOMPARE(confirmed.output, found.output);
 
         VirtualPrinterOptions silentOptions = printerOnFirstLine("CUSTOM_VKP_80");
         silentOptions.fault = VirtualFault::Silent;
         const VirtualPrinter silent(silentOptions);
         const QJsonArray record{deviceJson(silent.portPath(), "CUSTOM_VKP_80")};
-        const Run gone = confirm(QJsonDocument(record).toJson(), {"--json"});
-        QCOMPARE(gone.exitCode, 1);
+        const ReceiptRun gone = confirm(QJsonDocument(record).toJson(), {"--json"});
+        QCOMPARE(gone.status, 1);
         QCOMPARE(QJsonDocument::fromJson(gone.output.toUtf8()).array(), QJsonArray());
     }
 
     void virtualPrinterIsFound()
     {
-        const Run run = receipt({"--virtual", "CUSTOM_TG_2480_H"});
-        QCOMPARE(run.exitCode, 0);
+        const ReceiptRun run = receipt({"--virtual", "CUSTOM_TG_2480_H"});
+        QCOMPARE(run.status, 0);
         QVERIFY2(run.output.contains("CUSTOM_TG_2480_H"), qPrintable(run.output));
         QVERIFY2(run.output.contains("57600 8N1, flow control none"), qPrintable(run.output));
     }
 
     void nothingFoundIsStatusOne()
     {
-        const Run run = receipt({"--port", "no-such-port"});
-        QCOMPARE(run.exitCode, 1);
+        const ReceiptRun run = receipt({"--port", "no-such-port"});
+        QCOMPARE(run.status, 1);
         QCOMPARE(run.output, QString());
         QCOMPARE(run.errors, QString("receipt: find: there is no port /dev/no-such-port\n"
                                      "receipt: There no devices finded\n"));
@@ -89,8 +95,8 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const QString alias = folder.filePath("printer");
         QVERIFY(QFile::link(printer.portPath(), alias));
-        const Run run = receipt({"--port", alias, "--port", printer.portPath(), "--json"});
-        QCOMPARE(run.exitCode, 0);
+        const ReceiptRun run = receipt({"--port", alias, "--port", printer.portPath(), "--json"});
+        QCOMPARE(run.status, 0);
         const QJsonArray expected{deviceJson(alias, "EPSON_EU_4XX")};
         QCOMPARE(QJsonDocument::fromJson(run.output.toUtf8()).array(), expected);
         QCOMPARE(run.errors.count('\n'), 1);
@@ -103,8 +109,8 @@ private Q_SLOTS:
         const VirtualPrinter busy(printerOnFirstLine("CUSTOM_VKP_80"));
         QSerialPort holder(busy.portPath());
         QVERIFY(holder.open(QIODevice::ReadWrite));
-        const Run run = receipt({"--port", busy.portPath(), "--port", printer.portPath()});
-        QCOMPARE(run.exitCode, 0);
+        const ReceiptRun run = receipt({"--port", busy.portPath(), "--port", printer.portPath()});
+        QCOMPARE(run.status, 0);
         const QString start = QString("receipt: find: %1 is held by process %2 (tst_receipt_fin) ")
                                   .arg(busy.portPath())
                                   .arg(QCoreApplication::applicationPid());
@@ -176,7 +182,7 @@ private Q_SLOTS:
         VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
         printer.start();
         qputenv("QT_LOGGING_RULES", "*=false");
-        const Run run = receipt({"--port", printer.portPath()});
+        const ReceiptRun run = receipt({"--port", printer.portPath()});
         qunsetenv("QT_LOGGING_RULES");
         QCOMPARE(run.errors, printer.portName() +
                                  ": line setting 1 of 63, Custom, Citizen, Epson, 115200 baud\n");
@@ -300,8 +306,8 @@ private Q_SLOTS:
     void wrongUsageIsStatusTwo()
     {
         QFETCH(QStringList, arguments);
-        const Run run = receipt(arguments);
-        QCOMPARE(run.exitCode, 2);
+        const ReceiptRun run = receipt(arguments);
+        QCOMPARE(run.status, 2);
         QVERIFY(!run.errors.isEmpty());
         QCOMPARE(run.output, QString());
     }

@@ -1,31 +1,16 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
 
 #include "cataloguemodels.h"
+#include "receiptprogram.h"
 
 namespace {
 
-struct Outcome
+ReceiptRun runModels(const QStringList &arguments)
 {
-    int status = -1;
-    QString output;
-    QString errors;
-};
-
-Outcome runModels(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(RECEIPT_PROGRAM, QStringList("models") + arguments);
-    process.closeWriteChannel();
-    Outcome outcome;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        outcome.status = process.exitCode();
-    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
+    return runReceipt(QStringList("models") + arguments);
 }
 
 }  // namespace
@@ -37,7 +22,7 @@ class TestReceiptModels : public QObject
 private Q_SLOTS:
     void tableHasALineForEachPaper()
     {
-        const Outcome outcome = runModels({});
+        const ReceiptRun outcome = runModels({});
         QCOMPARE(outcome.status, 0);
         QVERIFY2(outcome.errors.isEmpty(), qPrintable(outcome.errors));
         const QStringList lines = outcome.output.split('\n', Qt::SkipEmptyParts);
@@ -58,7 +43,7 @@ private Q_SLOTS:
 
     void oneModelIsToldWholly()
     {
-        const Outcome outcome = runModels({"AV_268"});
+        const ReceiptRun outcome = runModels({"AV_268"});
         QCOMPARE(outcome.status, 0);
         const QStringList lines = outcome.output.split('\n');
         for (const char *line : {"id: AV_268", "name: AV-268", "inversion: true", "italic: false",
@@ -72,11 +57,11 @@ private Q_SLOTS:
 
     void jsonHoldsTheRecords()
     {
-        const Outcome all = runModels({"--json"});
+        const ReceiptRun all = runModels({"--json"});
         QCOMPARE(all.status, 0);
         const QJsonArray models = QJsonDocument::fromJson(all.output.toUtf8()).array();
         QCOMPARE(models.size(), cataloguemodels::modelCount);
-        const Outcome one = runModels({"TSP-TUP", "--json"});
+        const ReceiptRun one = runModels({"TSP-TUP", "--json"});
         QCOMPARE(one.status, 0);
         const QJsonObject model = QJsonDocument::fromJson(one.output.toUtf8()).object();
         QCOMPARE(model, models.at(8).toObject());
@@ -88,7 +73,7 @@ private Q_SLOTS:
     void jsonHoldsTheCharactersPerLine()
     {
         // Dots of the paper over those of each font, rounded down.
-        const Outcome one = runModels({"CUSTOM_VKP_80", "--json"});
+        const ReceiptRun one = runModels({"CUSTOM_VKP_80", "--json"});
         QCOMPARE(one.status, 0);
         const QJsonObject papers =
             QJsonDocument::fromJson(one.output.toUtf8()).object().value("paperTypes").toObject();
@@ -110,7 +95,7 @@ private Q_SLOTS:
 
     void unknownModelIsBadInput()
     {
-        const Outcome outcome = runModels({"av_268"});
+        const ReceiptRun outcome = runModels({"av_268"});
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.output.isEmpty());
         QCOMPARE(outcome.errors,

@@ -1,33 +1,17 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "receiptprogram.h"
 #include "settingsitems.h"
 
 namespace {
 
-struct Outcome
+ReceiptRun runSettings(const QStringList &arguments, const QByteArray &input = QByteArray())
 {
-    int status = -1;
-    QString output;
-    QString errors;
-};
-
-Outcome runSettings(const QStringList &arguments, const QByteArray &input = QByteArray())
-{
-    QProcess process;
-    process.start(RECEIPT_PROGRAM, QStringList("settings") + arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    Outcome outcome;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        outcome.status = process.exitCode();
-    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
+    return runReceipt(QStringList("settings") + arguments, input);
 }
 
 QByteArray jsonOf(const QList<QVariant> &items)
@@ -57,7 +41,7 @@ class TestReceiptSettings : public QObject
 private Q_SLOTS:
     void showPrintsAllSettingsOfTheList()
     {
-        const Outcome outcome = runSettings(
+        const ReceiptRun outcome = runSettings(
             {"show", "-"}, textPrinter("GENERAL_EPSON_PROTOCOL",
                                        item("GENERAL_EPSON_PROTOCOL", "codec", "koi8-r")));
         QCOMPARE(outcome.status, 0);
@@ -89,9 +73,9 @@ private Q_SLOTS:
         QFETCH(int, added);
         QTemporaryDir folder;
         const QString file = folder.filePath("list.json");
-        const Outcome exported = runSettings(QStringList{"export", file} + options);
+        const ReceiptRun exported = runSettings(QStringList{"export", file} + options);
         QCOMPARE(exported.status, 0);
-        const Outcome imported = runSettings({"import", file});
+        const ReceiptRun imported = runSettings({"import", file});
         QVERIFY2(imported.errors.isEmpty(), qPrintable(imported.errors));
         QCOMPARE(imported.status, 0);
         QCOMPARE(imported.output, QString("%1 items taken\n").arg(itemsWith(added)));
@@ -123,7 +107,7 @@ private Q_SLOTS:
         QFETCH(Item, refused);
         QFETCH(QString, words);
         for (const char *action : {"import", "show"}) {
-            const Outcome outcome = runSettings({action, "-"}, textPrinter("AV_268", refused));
+            const ReceiptRun outcome = runSettings({action, "-"}, textPrinter("AV_268", refused));
             QCOMPARE(outcome.status, 1);
             QVERIFY2(outcome.errors.startsWith("receipt: -: " + words), qPrintable(outcome.errors));
             QCOMPARE(outcome.errors.count('\n'), 1);
@@ -176,10 +160,10 @@ private Q_SLOTS:
         QFETCH(QString, shown);
         const QByteArray list = jsonOf({item("PRINTER", "printerType", type),
                                         item("PRINTER", "printerName", "CUSTOM_VKP_80"), taken});
-        const Outcome imported = runSettings({"import", "-"}, list);
+        const ReceiptRun imported = runSettings({"import", "-"}, list);
         QCOMPARE(imported.errors, QString());
         QCOMPARE(imported.status, 0);
-        const Outcome outcome = runSettings({"show", "-"}, list);
+        const ReceiptRun outcome = runSettings({"show", "-"}, list);
         QCOMPARE(outcome.errors, QString());
         QCOMPARE(outcome.status, 0);
         QVERIFY2(outcome.output.split('\n').contains(shown), qPrintable(outcome.output));
@@ -211,7 +195,7 @@ private Q_SLOTS:
         using Item = QMap<QString, QVariant>;
         QFETCH(Item, lost);
         QFETCH(QString, words);
-        const Outcome outcome = runSettings({"import", "-"}, textPrinter("CUSTOM_VKP_80", lost));
+        const ReceiptRun outcome = runSettings({"import", "-"}, textPrinter("CUSTOM_VKP_80", lost));
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.errors.endsWith("not taken: " + words + "\n"), qPrintable(outcome.errors));
         QCOMPARE(outcome.errors.count('\n'), 1);
@@ -219,7 +203,7 @@ private Q_SLOTS:
 
     void fontOfAModelWithoutImagesIsNotTaken()
     {
-        const Outcome outcome =
+        const ReceiptRun outcome =
             runSettings({"import", "-"}, textPrinter("AV_268", item("AV_268", "defaultFont", "x")));
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.errors.endsWith("not taken: this printer has no such setting\n"),
@@ -228,7 +212,7 @@ private Q_SLOTS:
 
     void laterItemOfTheSameKeyHolds()
     {
-        const Outcome outcome = runSettings(
+        const ReceiptRun outcome = runSettings(
             {"import", "-"}, jsonOf({item("PRINTER", "emptyStringsAtEnd", 1),
                                      item("PRINTER", "emptyStringsAtEnd", 2),
                                      item("CHECK_TEMPLATES", "checkTemplatesPath", "/a")}));
@@ -252,7 +236,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, input);
         QFETCH(QString, words);
-        const Outcome outcome = runSettings({"import", "-"}, input);
+        const ReceiptRun outcome = runSettings({"import", "-"}, input);
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.output.isEmpty());
         QVERIFY2(outcome.errors.startsWith(words), qPrintable(outcome.errors));
@@ -260,7 +244,7 @@ private Q_SLOTS:
 
     void missingFileIsBadInput()
     {
-        const Outcome outcome = runSettings({"import", "/nonexistent/list.json"});
+        const ReceiptRun outcome = runSettings({"import", "/nonexistent/list.json"});
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.errors.contains("/nonexistent/list.json"));
     }

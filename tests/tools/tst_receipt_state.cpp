@@ -1,28 +1,13 @@
-#include <QProcess>
 #include <QtTest>
+
+#include "receiptprogram.h"
 
 namespace {
 
-struct Outcome
-{
-    int status = -1;
-    QString output;
-    QString errors;
-};
-
 /// Runs "receipt state" with ' for " in the record, which comes from standard input.
-Outcome runState(const QByteArray &record, const QStringList &arguments = {"-"})
+ReceiptRun runState(const QByteArray &record, const QStringList &arguments = {"-"})
 {
-    QProcess process;
-    process.start(RECEIPT_PROGRAM, QStringList("state") + arguments);
-    process.write(QByteArray(record).replace('\'', '"'));
-    process.closeWriteChannel();
-    Outcome outcome;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        outcome.status = process.exitCode();
-    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
+    return runReceipt(QStringList("state") + arguments, QByteArray(record).replace('\'', '"'));
 }
 
 const QByteArray working =
@@ -38,7 +23,7 @@ class TestReceiptState : public QObject
 private Q_SLOTS:
     void everyFieldIsExplained()
     {
-        const Outcome outcome = runState(working);
+        const ReceiptRun outcome = runState(working);
         QCOMPARE(outcome.errors, QString());
         QCOMPARE(outcome.output, QString("Service:       1 (works)\n"
                                          "Device:        2 (works, with a warning)\n"
@@ -82,7 +67,7 @@ private Q_SLOTS:
         QFETCH(const int, service);
         QFETCH(const int, device);
         QFETCH(const QStringList, lines);
-        const Outcome outcome = runState(
+        const ReceiptRun outcome = runState(
             QString("{'serviceState':%1,'deviceState':%2}").arg(service).arg(device).toUtf8());
         QCOMPARE(outcome.status, 0);
         const QStringList printed = outcome.output.split('\n');
@@ -105,7 +90,7 @@ private Q_SLOTS:
     {
         QFETCH(const QByteArray, record);
         QFETCH(const QString, message);
-        const Outcome outcome = runState(record);
+        const ReceiptRun outcome = runState(record);
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.output, QString());
         QVERIFY2(outcome.errors.contains(message), qPrintable(outcome.errors));
@@ -113,7 +98,8 @@ private Q_SLOTS:
 
     void unknownFieldIsNoted()
     {
-        const Outcome outcome = runState(QByteArray(working).replace("}", ",'tapeAvailablle':1}"));
+        const ReceiptRun outcome =
+            runState(QByteArray(working).replace("}", ",'tapeAvailablle':1}"));
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.errors,
                  QString("receipt: -: note: \"tapeAvailablle\" is no field of a state\n"));

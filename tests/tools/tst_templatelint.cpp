@@ -11,6 +11,24 @@
 
 using namespace templatelint;
 
+namespace {
+
+/// Lines as the engine prints them one after the other.
+struct EnginePrinting
+{
+    const PrinterDocumentFormatter formatter{0, nullptr};
+    unsigned char format = 0;
+    unsigned char font = 0;
+    ETextAlignment alignment = AlignLeft;
+
+    DocumentBlock print(const QString &line)
+    {
+        return formatter.formatPrintStr(line, format, font, alignment, 0);
+    }
+};
+
+}  // namespace
+
 // The checker follows a template on its road through the engine. Whatever it is given, both must
 // come to the same end.
 class TestTemplateLint : public QObject
@@ -188,15 +206,11 @@ private Q_SLOTS:
         RandomLines random(2);
         for (int run = 0; run < runs; ++run) {
             const QStringList lines = random.lines(parts());
-            const PrinterDocumentFormatter formatter(0, nullptr);
+            EnginePrinting engine;
             Markup markup;
-            unsigned char format = 0;
-            unsigned char font = 0;
-            ETextAlignment alignment = AlignLeft;
             for (const Text &line : Source(lines).lines()) {
                 const Printed printed = markup.print(line);
-                const DocumentBlock block =
-                    formatter.formatPrintStr(line.characters, format, font, alignment, 0);
+                const DocumentBlock block = engine.print(line.characters);
                 if (printed.text.characters != block.text().value(0))
                     qInfo() << lines;
                 QCOMPARE(printed.text.characters, block.text().value(0));
@@ -213,17 +227,14 @@ private Q_SLOTS:
         RandomLines random(3);
         for (int run = 0; run < runs; ++run) {
             const QStringList lines = random.lines(parts());
-            const PrinterDocumentFormatter formatter(0, nullptr);
+            EnginePrinting engine;
             Markup markup;
-            unsigned char format = 0;
-            unsigned char font = 0;
-            ETextAlignment alignment = AlignLeft;
             for (const Text &line : Source(lines).lines()) {
                 markup.print(line);
-                formatter.formatPrintStr(line.characters, format, font, alignment, 0);
+                engine.print(line.characters);
             }
             int bits = 0;
-            for (unsigned char rest = format; rest != 0; rest = rest & (rest - 1))
+            for (unsigned char rest = engine.format; rest != 0; rest = rest & (rest - 1))
                 ++bits;
             if (markup.openFormats().size() != bits)
                 qInfo() << lines;
@@ -281,11 +292,7 @@ private Q_SLOTS:
             int reported = 0;
             for (const Finding &finding : findings)
                 reported += finding.rule->name == QByteArray("open-format") ? 0 : 1;
-            const PrinterDocumentFormatter formatter(0, nullptr);
-            unsigned char format = 0;
-            unsigned char font = 0;
-            ETextAlignment alignment = AlignLeft;
-            const DocumentBlock block = formatter.formatPrintStr(line, format, font, alignment, 0);
+            const DocumentBlock block = EnginePrinting().print(line);
             if (reported != block.text().value(0).count('<'))
                 qInfo() << line << block.text();
             QCOMPARE(reported, block.text().value(0).count('<'));

@@ -117,13 +117,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(QStringList, rows);
         m_formatter->setTemplate(text);
-        QCOMPARE(m_formatter->toHtml(documentOf(), false), html(fragmentHead, rows, fragmentTail));
-        QCOMPARE(m_formatter->toHtmlDocument(documentOf(), false),
-                 html(documentHead, rows, documentTail));
-        QCOMPARE(m_formatter->plainTextToHtml(text, false),
-                 html(plainFragmentHead, rows, fragmentTail));
-        QCOMPARE(m_formatter->plainTextToHtmlDocument(text, false),
-                 html(documentHead, rows, documentTail));
+        everyHtmlHas(rows, text);
     }
 
     void htmlFlagAlignsTheSecondCell()
@@ -210,13 +204,7 @@ private Q_SLOTS:
         QCOMPARE(shown(m_formatter->plainTextToTextPrinterDocument(text)), blocks);
         const QStringList rows{
             cellOf(folded.left(3) + "</font><font size = 1><u>" + folded.mid(3) + "</u>")};
-        QCOMPARE(m_formatter->toHtml(documentOf(), false), html(fragmentHead, rows, fragmentTail));
-        QCOMPARE(m_formatter->toHtmlDocument(documentOf(), false),
-                 html(documentHead, rows, documentTail));
-        QCOMPARE(m_formatter->plainTextToHtml(text, false),
-                 html(plainFragmentHead, rows, fragmentTail));
-        QCOMPARE(m_formatter->plainTextToHtmlDocument(text, false),
-                 html(documentHead, rows, documentTail));
+        everyHtmlHas(rows, text);
     }
 
     void caseStaysWithoutSettings()
@@ -298,6 +286,18 @@ private Q_SLOTS:
     }
 
 private:
+    /// What is made of the template, and of the same text without a document.
+    void everyHtmlHas(const QStringList &rows, const QString &text) const
+    {
+        QCOMPARE(m_formatter->toHtml(documentOf(), false), html(fragmentHead, rows, fragmentTail));
+        QCOMPARE(m_formatter->toHtmlDocument(documentOf(), false),
+                 html(documentHead, rows, documentTail));
+        QCOMPARE(m_formatter->plainTextToHtml(text, false),
+                 html(plainFragmentHead, rows, fragmentTail));
+        QCOMPARE(m_formatter->plainTextToHtmlDocument(text, false),
+                 html(documentHead, rows, documentTail));
+    }
+
     std::unique_ptr<PrinterDocumentFormatter> m_formatter;
 };
 
