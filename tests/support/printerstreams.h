@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include "commandsets/commandrow_p.h"
+#include "streamnotation.h"
 
 /// Streams for laws: known commands with operands of any values, texts, and bytes of any kind
 /// between them, so that lengths, ends and unknown commands all occur.
@@ -53,6 +54,19 @@ inline QByteArray anyStream(printerslib::drivers::Dialect dialect,
     for (int i = 0; i < count; ++i)
         stream += anyPiece(rows);
     return stream;
+}
+
+/// Whether a law holds over streams of any model, some of which are any bytes.
+template <typename Law>
+bool holds(const char *description, const Law &law)
+{
+    return rc::check(description, [&law] {
+        const auto profile = profileOf(*rc::gen::element<const char *>(
+            "GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80", "CITIZEN_PPU_700", "TSP-TUP",
+            "SWECOIN_TM_20XX", "CITIZEN_CTS_2000"));
+        const bool isWild = *rc::gen::inRange(0, 4) == 0;
+        law(isWild ? anyBytes(60) : anyStream(profile.dialect(), profile.vendor()), profile);
+    });
 }
 
 }  // namespace printerstreams

@@ -2,17 +2,12 @@
 #include <QtTest>
 
 #include "contactsheet.h"
-#include "previewtools.h"
+#include "picturebench.h"
 #include "printerdocs/echarformat.h"
 
-namespace {
+using namespace picturebench;
 
-constexpr int margin = 63;
-constexpr int top = Layout::endMargin;
-constexpr QRgb white = 0xFFFFFFFF;
-constexpr QRgb black = 0xFF000000;
-constexpr QRgb red = 0xFFC00000;
-constexpr QRgb grey = 0xFF808080;
+namespace {
 
 int darkPixels(const QImage &picture, const QRect &rect)
 {
@@ -22,38 +17,6 @@ int darkPixels(const QImage &picture, const QRect &rect)
             count += qGray(picture.pixel(x, y)) < 128 ? 1 : 0;
     }
     return count;
-}
-
-int pixelsOtherThan(const QImage &picture, const QRect &rect, QRgb colour)
-{
-    int count = 0;
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        for (int x = rect.left(); x <= rect.right(); ++x)
-            count += picture.pixel(x, y) != colour ? 1 : 0;
-    }
-    return count;
-}
-
-/// Pixels whose brightness differs clearly.
-int differingPixels(const QImage &a, const QImage &b)
-{
-    constexpr int clearly = 64;
-    if (a.size() != b.size())
-        return INT_MAX;
-    int count = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x)
-            count += qAbs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > clearly ? 1 : 0;
-    }
-    return count;
-}
-
-/// The recorded picture of a name. What is drawn now is left beside the test, for a look and to
-/// record it anew.
-QImage recorded(const QString &name, const QImage &drawn)
-{
-    drawn.save("drawn-" + name);
-    return QImage(PRINTERSLIB_TEST_DATA "/preview/" + name).convertToFormat(QImage::Format_RGB32);
 }
 
 /// A pattern in which every shift and mirror image shows.
