@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QMap>
+#include <QString>
 #include <memory>
 #include <optional>
 
@@ -8,7 +10,9 @@
 namespace printerslib::drivers {
 
 /// Which of a model's code pages show a character, and by what byte. ASCII is in all of them by
-/// its own code. Tables are made once for a list of pages and kept; any thread may use them.
+/// its own code, but for what a page has in its place, such as CP864 instead of the percent sign.
+/// Spaces of a width of their own, and those that don't break, are the blank where a page lacks
+/// them. Tables are made once for a list of pages and kept; any thread may use them.
 class PageTable
 {
 public:
@@ -24,12 +28,15 @@ public:
     /// number of equals. -1: none has the character.
     int pageFor(const char16_t *text, int size, int preferred) const;
 
-    /// The page that a text begins with: by number, or by name for a model whose pages the shop
-    /// names; else the model's own. -1: the model has no such page.
+    /// The page that a text begins with: by number, or (number 0) by name for the general Epson
+    /// model, whose pages the shop names as Qt knows them; else the model's own. -1: the model has
+    /// no such page. A name that no page has is no reason to print nothing, but to tell.
     static int firstPage(const PrinterProfile &profile, int number, const QString &codec);
 
 private:
     class Rows;
+    explicit PageTable(const QMap<int, QString> &pages);
+
     std::shared_ptr<const Rows> m_rows;
 };
 
