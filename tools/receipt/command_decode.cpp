@@ -7,6 +7,7 @@
 #include "decodesink.h"
 #include "forms.h"
 #include "printermodel.h"
+#include "printoptions.h"
 #include "progressline.h"
 #include "support.h"
 #include "watch.h"
@@ -146,14 +147,6 @@ bool setModel(const QCommandLineParser &parser, Request &request)
     return true;
 }
 
-QString characterSets(const QMap<int, QString> &codePages)
-{
-    QStringList sets;
-    for (auto page = codePages.begin(); page != codePages.end(); ++page)
-        sets.append(QStringLiteral("%1 (%2)").arg(page.key()).arg(page.value()));
-    return sets.join(QStringLiteral(", "));
-}
-
 int mostColumnsOf(const Request &request)
 {
     const PrinterProfile &profile = request.profile;
@@ -181,9 +174,7 @@ bool setCharacters(const QCommandLineParser &parser, const Options &options, Req
     const QMap<int, QString> known = request.profile.codePages();
     if (known.contains(*codePage))
         return true;
-    tool::complain(QStringLiteral("--code-page: the model has no character set %1; it has: %2")
-                       .arg(*codePage)
-                       .arg(characterSets(known)));
+    tool::complainOfCharacterSet(parser.value(options.codePage), known);
     return false;
 }
 

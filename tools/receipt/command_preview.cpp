@@ -3,15 +3,11 @@
 #include <QHash>
 #include <QVector>
 
-#include "cleaning.h"
 #include "commands.h"
 #include "contactsheet.h"
-#include "folderoptions.h"
-#include "language.h"
-#include "lineoptions.h"
 #include "outputfile.h"
 #include "picturefile.h"
-#include "previewsource.h"
+#include "printoptions.h"
 #include "progressline.h"
 #include "support.h"
 #include "templatefile.h"
@@ -62,16 +58,6 @@ and of PDF in the same time zone.)";
 
 struct Options
 {
-    const QCommandLineOption bbcode{QStringLiteral("bbcode"),
-                                    QStringLiteral("Draw a BBCode text, as wide as the line."),
-                                    QStringLiteral("FILE")};
-    const QCommandLineOption document{
-        QStringLiteral("document"),
-        QStringLiteral("Draw a saved document; see \"receipt document\"."), QStringLiteral("FILE")};
-    const QCommandLineOption plain{
-        QStringLiteral("plain"),
-        QStringLiteral("Draw a text that has markup but no attributes; - is standard input."),
-        QStringLiteral("FILE")};
     const QCommandLineOption output{
         QStringLiteral("output"),
         QStringLiteral(
@@ -87,67 +73,17 @@ struct Options
             "all of them small, into this folder, which is made if it is missing. A model "
             "that lacks the paper of --paper takes its last one."),
         QStringLiteral("DIR")};
-    const QCommandLineOption symbols = tool::symbolsOption();
-    const QCommandLineOption images = tool::imagesOption(QStringLiteral("that of the text"));
     const QCommandLineOption watch = tool::watchOption();
 };
 
 struct Request
 {
-    tool::PreviewSource source;
-    QStringList files;
+    tool::ChosenSource source;
     tool::ChosenPaper paper;
     int scale = 1;
     const QTextCodec *codePage = nullptr;
     QString output;  ///< a file, or a folder for all models
 };
-
-/// Complains and gives false unless there is exactly one source.
-bool hasOneSource(const QCommandLineParser &parser, const Options &options)
-{
-    int count = parser.positionalArguments().isEmpty() ? 0 : 1;
-    for (const QCommandLineOption &option : {options.bbcode, options.document, options.plain})
-        count += parser.values(option).size();
-    if (count == 1 && parser.positionalArguments().size() != 1)
-        return true;
-    tool::complain(
-        QStringLiteral("a template and a document are expected, or one of --bbcode, --document "
-                       "and --plain"));
-    return false;
-}
-
-bool setSource(const QCommandLineParser &parser, const Options &options, Request &request)
-{
-    const QTextCodec *codec = tool::codecOf(parser);
-    if (codec == nullptr || !hasOneSource(parser, options))
-        return false;
-    for (const QCommandLineOption &option : {options.bbcode, options.document, options.plain}) {
-        if (parser.isSet(option))
-            request.files = QStringList(parser.value(option));
-    }
-    if (request.files.isEmpty())
-        request.files = parser.positionalArguments();
-    const QString &file = request.files.constFirst();
-    const QString symbols = tool::folderOf(parser, options.symbols, file);
-    const bool hasSymbols = tool::isFolder(parser, options.symbols);
-    const bool hasImages = tool::isFolder(parser, options.images);
-    const bool hasLines = !parser.isSet(options.bbcode) && !parser.isSet(options.document);
-    const auto margin = tool::marginOf(parser, hasLines);
-    const auto rules = tool::cleaningRulesOf(parser, !parser.positionalArguments().isEmpty());
-    if (!hasSymbols || !hasImages || !margin || !rules || !tool::readsInputOnce(request.files))
-        return false;
-    tool::useSymbolFolder(symbols);
-    if (parser.isSet(options.bbcode))
-        request.source = tool::bbCodeSource(file, tool::folderOf(parser, options.images, file));
-    else if (parser.isSet(options.document))
-        request.source = tool::documentSource(file);
-    else if (parser.isSet(options.plain))
-        request.source = tool::plainSource(file, *codec, *margin);
-    else
-        request.source =
-            tool::templateSource(file, request.files.at(1), *codec, *rules, symbols, *margin);
-    return true;
-}
 
 bool setModel(const QCommandLineParser &parser, const Options &options, Request &request)
 {
@@ -221,13 +157,13 @@ std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceip
                              const PrinterInfo &model, Warnings &warnings)
 {
     const Paper paper(model, request.paper.paper, request.paper.font, request.codePage);
-    Layout layout(receipt.documentFor(paper), paper);
+    Layout layout(receipt.documentFor(tool::targetOf(model, request.paper)), paper);
     warnings.add(layout);
     if (!layout.tooLong())
         return layout;
     const QString name = request.paper.model ? QString() : model.id() + QLatin1String(": ");
     tool::complain(QStringLiteral("%1: %2the receipt is longer than %3 dots (125 m)")
-                       .arg(request.files.constFirst(), name)
+                       .arg(request.source.files.constFirst(), name)
                        .arg(Layout::longestPaper));
     return std::nullopt;
 }
@@ -236,7 +172,7 @@ int drawOne(const Request &request, const tool::PreviewedReceipt &receipt, const
 {
     Warnings warnings;
     const auto layout = layOut(request, receipt, *request.paper.model, warnings);
-    warnings.print(request.files.constFirst());
+    warnings.print(request.source.files.constFirst());
     if (!layout || !tool::writePicture(*tool::pictureFormOf(request.output), *layout, typeface,
                                        request.scale, request.output))
         return tool::BadInput;
@@ -274,7 +210,7 @@ bool drawEach(const Request &request, const tool::PreviewedReceipt &receipt,
         line.show(models.indexOf(model) + 1, models.size());
     }
     line.clear();
-    warnings.print(request.files.constFirst());
+    warnings.print(request.source.files.constFirst());
     return true;
 }
 
@@ -331,7 +267,7 @@ bool keepsCompanions(const Request &request, const tool::PreviewedReceipt &recei
 
 tool::WatchedRun draw(const Request &request, const Typeface &typeface)
 {
-    const auto receipt = request.source();
+    const auto receipt = request.source.read();
     if (!receipt)
         return {tool::BadInput, QStringList()};
     if (!keepsCompanions(request, *receipt))
@@ -349,22 +285,23 @@ int runPreview(const QStringList &arguments)
     QCommandLineParser parser;
     const Options options;
     parser.setApplicationDescription(QString::fromLatin1(description));
-    parser.addOptions({options.bbcode, options.document, options.plain});
+    parser.addOptions(tool::sourceOptions());
     parser.addOptions(tool::paperOptions(QStringLiteral("CUSTOM_VKP_80")));
-    parser.addOptions({tool::marginOption(), tool::codePageOption(), options.output, options.scale,
-                       options.allModels, options.symbols, options.images, tool::cleanOption(),
-                       tool::codecOption(), tool::languageOption(), options.watch});
+    parser.addOptions(
+        {tool::codePageOption(), options.output, options.scale, options.allModels, options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;
     Request request;
-    if (!setSource(parser, options, request) || !setModel(parser, options, request) ||
-        !setOutput(parser, options, request) || !tool::useLanguage(parser))
+    const auto source = tool::sourceOf(parser);
+    if (!source || !setModel(parser, options, request) || !setOutput(parser, options, request))
         return tool::WrongUsage;
+    request.source = *source;
 
     const auto typeface = tool::loadedTypeface();
     if (!typeface)
         return tool::BadInput;
     const auto run = [&request, &typeface] { return draw(request, *typeface); };
-    return parser.isSet(options.watch) ? tool::runAndWatch(request.files, run) : run().status;
+    return parser.isSet(options.watch) ? tool::runAndWatch(request.source.files, run)
+                                       : run().status;
 }

@@ -16,7 +16,7 @@ namespace tool {
 namespace {
 
 using printerslib::drivers::DocumentCleaner;
-using receiptpreview::Paper;
+using printerslib::drivers::PrintTarget;
 
 // The width of a BBCode line is a byte in the library.
 constexpr int mostBbCodeCharacters = 255;
@@ -25,7 +25,7 @@ constexpr int mostBbCodeCharacters = 255;
 PreviewedReceipt always(const TextPrinterDocument &document,
                         const QStringList &companions = QStringList())
 {
-    return {[document](const Paper &) { return document; }, companions};
+    return {[document](const PrintTarget &) { return document; }, companions};
 }
 
 /// The file of symbols that a template names, if it does. Complains if it can't be used.
@@ -81,9 +81,9 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
             if (!picture.fault.isEmpty())
                 complain(QStringLiteral("%1: %2").arg(fileName, picture.fault));
         }
-        receipt.documentFor = [text = *text, imageFolder](const Paper &paper) {
+        receipt.documentFor = [text = *text, imageFolder](const PrintTarget &target) {
             BbCodeParser parser(nullptr);
-            const int characters = qMin(paper.charactersPerLine(), mostBbCodeCharacters);
+            const int characters = qMin(target.symbolsPerLine(), mostBbCodeCharacters);
             parser.setSymbolsPerLine(static_cast<unsigned char>(characters));
             parser.setImagesPath(imageFolder);
             parser.parseText(text);

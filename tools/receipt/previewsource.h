@@ -1,13 +1,13 @@
 #pragma once
 
 #include <printerslib/drivers/documentcleaner.h>
+#include <printerslib/drivers/printtarget.h>
 
 #include <QString>
 #include <QStringList>
 #include <functional>
 #include <optional>
 
-#include "paper.h"
 #include "printerdocs/textprinterdocument.h"
 
 class QTextCodec;
@@ -17,7 +17,7 @@ namespace tool {
 /// A receipt of files that were read.
 struct PreviewedReceipt
 {
-    std::function<TextPrinterDocument(const receiptpreview::Paper &)> documentFor;
+    std::function<TextPrinterDocument(const printerslib::drivers::PrintTarget &)> documentFor;
     QStringList companions;  ///< what the files name; see WatchedRun
 };
 

@@ -1,0 +1,210 @@
+#include "printoptions.h"
+
+#include <printerslib/drivers/codepage.h>
+
+#include "cleaning.h"
+#include "folderoptions.h"
+#include "language.h"
+#include "lineoptions.h"
+#include "support.h"
+#include "templatefile.h"
+
+namespace tool {
+
+namespace {
+
+using printerslib::drivers::CodePage;
+using printerslib::drivers::PrinterProfile;
+using printerslib::drivers::PrintOptions;
+using printerslib::drivers::PrintTarget;
+
+constexpr int lastNumberOfSets = 255;
+
+QCommandLineOption bbCodeOption()
+{
+    return {QStringLiteral("bbcode"),
+            QStringLiteral("Take a BBCode text, as wide as the line; - is standard input."),
+            QStringLiteral("FILE")};
+}
+
+QCommandLineOption documentOption()
+{
+    return {QStringLiteral("document"),
+            QStringLiteral("Take a saved document; see \"receipt document\"."),
+            QStringLiteral("FILE")};
+}
+
+QCommandLineOption plainOption()
+{
+    return {QStringLiteral("plain"),
+            QStringLiteral("Take a text that has markup but no attributes; - is standard input."),
+            QStringLiteral("FILE")};
+}
+
+QCommandLineOption imagesOfTextOption()
+{
+    return imagesOption(QStringLiteral("that of the text"));
+}
+
+QCommandLineOption characterSetOption()
+{
+    return {QStringLiteral("code-page"),
+            QStringLiteral("The printer's character set that text begins with and raw codes from "
+                           "128 show: its name, such as cp866, or the number that the printer has "
+                           "for it; default, and 0: the model's own."),
+            QStringLiteral("SET"), QStringLiteral("0")};
+}
+
+QCommandLineOption asPictureOption()
+{
+    return {QStringLiteral("as-picture"),
+            QStringLiteral("Print all text as dots, with letters of the driver's own.")};
+}
+
+/// The files of exactly one source. Complains and gives none if there are more or none.
+QStringList sourceFilesOf(const QCommandLineParser &parser)
+{
+    const QStringList positional = parser.positionalArguments();
+    QStringList named;
+    for (const QCommandLineOption &option : {bbCodeOption(), documentOption(), plainOption()})
+        named += parser.values(option);
+    const bool isOne =
+        positional.isEmpty() ? named.size() == 1 : named.isEmpty() && positional.size() == 2;
+    if (isOne)
+        return positional + named;
+    complain(
+        QStringLiteral("a template and a document are expected, or one of --bbcode, "
+                       "--document and --plain"));
+    return {};
+}
+
+/// Whether two names are of sets that show the same.
+bool isSameSet(const CodePage &one, const QString &name)
+{
+    const auto other = CodePage::forName(name);
+    if (!other)
+        return false;
+    for (int byte = 0; byte <= lastNumberOfSets; ++byte) {
+        const auto value = static_cast<unsigned char>(byte);
+        if (one.character(value) != other->character(value))
+            return false;
+    }
+    return true;
+}
+
+/// What --code-page names.
+struct CharacterSet
+{
+    std::optional<int> number;  ///< on the model; nothing: it lacks the set
+    bool isAny = false;         ///< whether some model may have it
+};
+
+CharacterSet characterSetOf(const QString &name, const QMap<int, QString> &known)
+{
+    bool isNumber = false;
+    const int number = name.toInt(&isNumber);
+    if (isNumber) {
+        const bool isKnown = number == 0 || known.contains(number);
+        return {isKnown ? std::optional<int>(number) : std::nullopt,
+                number >= 0 && number <= lastNumberOfSets};
+    }
+    const auto set = CodePage::forName(name);
+    if (!set)
+        return {};
+    for (auto page = known.begin(); page != known.end(); ++page) {
+        if (isSameSet(*set, *page))
+            return {page.key(), true};
+    }
+    return {std::nullopt, true};
+}
+
+PrintOptions optionsWith(const QCommandLineParser &parser, int codePage)
+{
+    PrintOptions options;
+    options.codePage = codePage;
+    options.isPicture = parser.isSet(asPictureOption());
+    return options;
+}
+
+}  // namespace
+
+QList<QCommandLineOption> sourceOptions()
+{
+    return {bbCodeOption(),       documentOption(), plainOption(), marginOption(),  symbolsOption(),
+            imagesOfTextOption(), cleanOption(),    codecOption(), languageOption()};
+}
+
+std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
+{
+    const QTextCodec *codec = codecOf(parser);
+    if (codec == nullptr)
+        return std::nullopt;
+    const QStringList files = sourceFilesOf(parser);
+    if (files.isEmpty())
+        return std::nullopt;
+    const QString &file = files.constFirst();
+    const bool isBbCode = parser.isSet(bbCodeOption());
+    const bool isDocument = parser.isSet(documentOption());
+    const bool isTemplate = !parser.positionalArguments().isEmpty();
+    const bool hasSymbols = isFolder(parser, symbolsOption());
+    const bool hasImages = isFolder(parser, imagesOfTextOption());
+    const auto margin = marginOf(parser, !isBbCode && !isDocument);
+    const auto rules = cleaningRulesOf(parser, isTemplate);
+    if (!hasSymbols || !hasImages || !margin || !rules || !readsInputOnce(files) ||
+        !useLanguage(parser))
+        return std::nullopt;
+    const QString symbols = folderOf(parser, symbolsOption(), file);
+    useSymbolFolder(symbols);
+    if (isBbCode)
+        return ChosenSource{bbCodeSource(file, folderOf(parser, imagesOfTextOption(), file)),
+                            files};
+    if (isDocument)
+        return ChosenSource{documentSource(file), files};
+    if (!isTemplate)
+        return ChosenSource{plainSource(file, *codec, *margin), files};
+    return ChosenSource{templateSource(file, files.at(1), *codec, *rules, symbols, *margin), files};
+}
+
+PrintTarget targetOf(const PrinterInfo &model, const ChosenPaper &paper)
+{
+    const auto profile = PrinterProfile::forModel(model.id());
+    return PrintTarget(profile.value_or(PrinterProfile()), model, paper.paper, paper.font);
+}
+
+QList<QCommandLineOption> printOptions()
+{
+    return {characterSetOption(), asPictureOption()};
+}
+
+std::optional<PrintOptions> printOptionsOf(const QCommandLineParser &parser,
+                                           const PrinterProfile &profile)
+{
+    const QString name = parser.value(characterSetOption());
+    const CharacterSet set = characterSetOf(name, profile.codePages());
+    if (set.number)
+        return optionsWith(parser, *set.number);
+    complainOfCharacterSet(name, profile.codePages());
+    return std::nullopt;
+}
+
+std::optional<PrintOptions> printOptionsOfEach(const QCommandLineParser &parser,
+                                               const PrinterProfile &profile)
+{
+    const QString name = parser.value(characterSetOption());
+    const CharacterSet set = characterSetOf(name, profile.codePages());
+    if (set.isAny)
+        return optionsWith(parser, set.number.value_or(0));
+    complain(QStringLiteral("--code-page: no model has a character set \"%1\"").arg(name));
+    return std::nullopt;
+}
+
+void complainOfCharacterSet(const QString &set, const QMap<int, QString> &known)
+{
+    QStringList sets;
+    for (auto page = known.begin(); page != known.end(); ++page)
+        sets.append(QStringLiteral("%1 (%2)").arg(page.key()).arg(*page));
+    complain(QStringLiteral("--code-page: the model has no character set %1; it has: %2")
+                 .arg(set, sets.join(QStringLiteral(", "))));
+}
+
+}  // namespace tool
