@@ -16,11 +16,13 @@ void feedLine(Printer &printer, const StreamCommand & /*command*/)
 /// Printers are delivered so that CR does nothing, as LF comes with it.
 void returnCarriage(Printer & /*printer*/, const StreamCommand & /*command*/) {}
 
+/// What is on a page is cleared by all that have pages, a line by a few.
 void cancelData(Printer &printer, const StreamCommand &command)
 {
+    const Vendor vendor = printer.profile.vendor();
     if (printer.isPageMode)
         printer.page.clearArea();
-    if (printer.isPageMode || printer.profile.vendor() != Vendor::Epson)
+    if (printer.isPageMode || vendor == Vendor::Custom || vendor == Vendor::Swecoin)
         printer.dropLine(command);
 }
 

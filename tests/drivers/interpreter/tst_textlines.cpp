@@ -355,7 +355,21 @@ private Q_SLOTS:
     void cancelClearsTheLineOfCustom()
     {
         QCOMPARE(textOf(bytes("abc\x18x\n"), model("CUSTOM_VKP_80")), QString("x\n"));
-        QCOMPARE(textOf(bytes("abc\x18x\n"), model("EPSON_EU_4XX")), QString("abcx\n"));
+    }
+
+    void cancelOutsideOfPagesChangesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("id");
+        for (const char *id :
+             {"GENERAL_EPSON_PROTOCOL", "EPSON_EU_4XX", "CITIZEN_PPU_700", "AV_268"})
+            QTest::newRow(id) << QByteArray(id);
+    }
+    void cancelOutsideOfPagesChangesNothing()
+    {
+        QFETCH(QByteArray, id);
+        const Paper paper = paperOf(bytes("abc\x18x\n"), model(id.constData()));
+        QCOMPARE(paper.toText(), QString("abcx\n"));
+        QCOMPARE(notesOf(paper), QStringList());
     }
 
     void lastLineWithoutLineFeedIsShownAndNoted()
