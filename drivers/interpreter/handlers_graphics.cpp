@@ -119,8 +119,10 @@ void printNvImage(Printer &printer, const StreamCommand &command)
 
 Paper::Picture graphicsOf(const QByteArray &data, QSize size, bool isColumns)
 {
-    return isColumns ? pictureOfColumns(data, size.width(), (size.height() + 7) / 8)
-                     : pictureOfRows(data, size.width(), size.height());
+    if (!isColumns)
+        return pictureOfRows(data, size.width(), size.height());
+    // The last byte of a column may hold more dots than the picture has.
+    return croppedPicture(pictureOfColumns(data, size.width(), (size.height() + 7) / 8), size);
 }
 
 /// Two operands, of which each doubles or not.

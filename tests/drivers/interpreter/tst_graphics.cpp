@@ -238,6 +238,32 @@ private Q_SLOTS:
                                        "0\x41"
                                        "CLR")
                                 << true;
+        QTest::newRow("stored columns") << bytes(
+                                               "0\x44\x30"
+                                               "AB\x01\x08\0\x01\0\x31\x80\x80\x80\x80\0\0\0\0")
+                                        << bytes(
+                                               "0\x45"
+                                               "AB\x01\x02")
+                                        << bytes(
+                                               "0\x42"
+                                               "AB")
+                                        << bytes(
+                                               "0\x41"
+                                               "CLR")
+                                        << true;
+        QTest::newRow("downloaded columns") << bytes(
+                                                   "0\x54\x30"
+                                                   "AB\x01\x08\0\x01\0\x31\x80\x80\x80\x80\0\0\0\0")
+                                            << bytes(
+                                                   "0\x55"
+                                                   "AB\x01\x02")
+                                            << bytes(
+                                                   "0\x52"
+                                                   "AB")
+                                            << bytes(
+                                                   "0\x51"
+                                                   "CLR")
+                                            << false;
         QTest::newRow("downloaded") << bytes(
                                            "0\x53\x30"
                                            "AB\x01\x08\0\x01\0\x31\xF0")
