@@ -32,13 +32,17 @@ inline QJsonObject jsonOf(const QByteArray &stream)
     return QJsonDocument::fromJson(run.output.toUtf8()).object();
 }
 
+/// A function of GS ( k.
+inline QByteArray symbol(const QByteArray &functionAndData)
+{
+    const int size = functionAndData.size();
+    return QByteArray("\x1D(k") + static_cast<char>(size % 256) + static_cast<char>(size / 256) +
+           functionAndData;
+}
+
 inline QByteArray qrOf(const QByteArray &payload)
 {
-    const QByteArray k("\x1D(k");
-    const int size = payload.size() + 3;
-    return k + QByteArray("\x03\x00\x31\x43\x04", 5) + k + static_cast<char>(size % 256) +
-           static_cast<char>(size / 256) + "1P0" + payload + k +
-           QByteArray("\x03\x00\x31\x51\x30", 5);
+    return symbol("1C\x04") + symbol("1P0" + payload) + symbol("1Q0");
 }
 
 }  // namespace decodebench

@@ -13,6 +13,17 @@ QJsonObject paperOf(const QByteArray &stream, int index = 0)
     return jsonOf(stream)["papers"].toArray().at(index).toObject();
 }
 
+/// The first code of the first piece.
+QJsonObject codeOf(const QByteArray &stream)
+{
+    for (const QJsonValue &line : paperOf(stream)["lines"].toArray()) {
+        const QJsonArray codes = line.toObject()["codes"].toArray();
+        if (!codes.isEmpty())
+            return codes.at(0).toObject();
+    }
+    return {};
+}
+
 }  // namespace
 
 class TestDecodeJson : public QObject
@@ -49,12 +60,7 @@ private Q_SLOTS:
 
     void jsonTellsCodes()
     {
-        const QJsonObject paper = paperOf(qrOf("abc"));
-        QJsonObject code;
-        for (const QJsonValue &line : paper["lines"].toArray()) {
-            if (!line.toObject()["codes"].toArray().isEmpty())
-                code = line.toObject()["codes"].toArray().at(0).toObject();
-        }
+        const QJsonObject code = codeOf(qrOf("abc"));
         QCOMPARE(code["symbology"].toString(), QString("qrCode"));
         QCOMPARE(code["text"].toString(), QString("abc"));
         QCOMPARE(code["payload"].toString(), QString("YWJj"));
@@ -63,6 +69,27 @@ private Q_SLOTS:
         QCOMPARE(code["modules"].toArray(), (QJsonArray{21, 21}));
         QCOMPARE(code["width"].toInt(), 84);
         QCOMPARE(QByteArray::fromBase64(code["rows"].toString().toLatin1()).size(), 3 * 21);
+    }
+
+    void jsonTellsHowCodesLie()
+    {
+        const QJsonObject upright = codeOf(qrOf("abc"));
+        QCOMPARE(upright["quarterTurns"].toInt(-1), 0);
+        QCOMPARE(upright["grid"].toArray(), (QJsonArray{0, 0}));
+        const QByteArray upwards("\x1BL\x1BT\x01\x1D$\x64\x00", 9);
+        const QJsonObject turned = codeOf(upwards + qrOf("abc") + '\x0C');
+        QCOMPARE(turned["quarterTurns"].toInt(-1), 3);
+        const QJsonObject shaped =
+            codeOf(symbol("0A\x02") + symbol("0B\x09") + symbol("0P0text") + symbol("0Q0"));
+        QCOMPARE(shaped["symbology"].toString(), QString("pdf417"));
+        QCOMPARE(shaped["grid"].toArray(), (QJsonArray{2, 9}));
+        const QJsonObject narrow = codeOf(symbol("0A\x02") + symbol("0P0text") + symbol("0Q0"));
+        QCOMPARE(narrow["grid"].toArray(), (QJsonArray{2, 0}));
+        const QByteArray barcode(
+            "\x1Dk\x05"
+            "12",
+            6);
+        QCOMPARE(codeOf(barcode)["grid"].toArray(), (QJsonArray{0, 0}));
     }
 
     void jsonTellsPictures()

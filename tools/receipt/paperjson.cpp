@@ -171,6 +171,8 @@ QJsonObject codeOf(const Paper::Code &code)
     object.insert(
         QStringLiteral("correctionLevel"),
         code.correctionLevel == 0 ? QString() : QString(QLatin1Char(code.correctionLevel)));
+    object.insert(QStringLiteral("quarterTurns"), code.quarterTurns);
+    object.insert(QStringLiteral("grid"), sizeOf(code.grid.expandedTo({0, 0})));
     object.insert(QStringLiteral("module"), sizeOf(code.module));
     object.insert(QStringLiteral("modules"),
                   sizeOf(code.modules.isEmpty() ? QSize(0, 0) : code.modules));
