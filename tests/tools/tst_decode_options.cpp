@@ -130,6 +130,9 @@ private Q_SLOTS:
         QCOMPARE(decoded(line).output, QString(48, 'x') + '\n' + QString(12, 'x') + '\n');
         QCOMPARE(decoded(line, {"--paper", "0"}).output,
                  QString(32, 'x') + '\n' + QString(28, 'x') + '\n');
+        // The widest is the first of this one's, 640 dots.
+        const ReceiptRun run = runReceipt({"decode", "-", "--model", "EPSON_EU_4XX"}, line);
+        QCOMPARE(run.output, QString(53, 'x') + '\n' + QString(7, 'x') + '\n');
     }
 
     void columnsAreObeyed()

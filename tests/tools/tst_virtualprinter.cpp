@@ -82,16 +82,26 @@ private Q_SLOTS:
         QTest::newRow("CPP-8001") << "CITIZEN_CPP_8001" << hex("1D4901") << hex("20");
         QTest::newRow("EU-4XX") << "EPSON_EU_4XX" << hex("1D4901") << hex("27");
         QTest::newRow("Swecoin firmware") << "SWECOIN_TM_20XX" << hex("1B0507") << hex("010C");
+        QTest::newRow("EU-4XX, request B") << "EPSON_EU_4XX" << hex("1D4931") << hex("27");
+        QTest::newRow("Swecoin step 2") << "SWECOIN_TM_20XX" << hex("1B0501") << hex("06");
+        QTest::newRow("Swecoin step 3") << "SWECOIN_TM_20XX" << hex("1B0611") << hex("11");
         QTest::newRow("Swecoin step 4") << "SWECOIN_TM_20XX" << hex("1B0612") << hex("12");
         QTest::newRow("Star status behind its mode")
             << "TSP-TUP" << hex("1B1E60021B0601") << hex("0100");
         QTest::newRow("Star takes no ENQ from a Swecoin request")
             << "TSP-TUP" << hex("1B0507") << QByteArray();
         QTest::newRow("Star ENQ") << "TSP-TUP" << hex("05") << hex("00");
+        QTest::newRow("Star EOT") << "TSP-TUP" << hex("04") << hex("00");
+        QTest::newRow("Star takes no EOT from another's filler")
+            << "TSP-TUP" << hex("01020304") << QByteArray();
         QTest::newRow("Star is silent on text") << "TSP-TUP" << hex("535441") << QByteArray();
         QTest::newRow("AV-268 status") << "AV_268" << hex("1B76") << hex("00");
         QTest::newRow("AV-268 is silent on filler") << "AV_268" << hex("01020304") << QByteArray();
         QTest::newRow("PPU-231 status") << "CITIZEN_PPU_231" << hex("1B76") << hex("00");
+        QTest::newRow("PPU-231 is silent on filler")
+            << "CITIZEN_PPU_231" << hex("010203") << QByteArray();
+        QTest::newRow("VKP-80 is silent on its closing")
+            << "CUSTOM_VKP_80" << hex("1B69200A200A1D6502") << QByteArray();
         QTest::newRow("two requests, two answers")
             << "CITIZEN_PPU_231" << hex("1B761B76") << hex("0000");
     }
