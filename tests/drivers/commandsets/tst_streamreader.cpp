@@ -14,6 +14,8 @@ private Q_SLOTS:
     void streamsAreCutIntoCommands();
     void commandsOfOtherDialects_data();
     void commandsOfOtherDialects();
+    void whatASearchSends_data();
+    void whatASearchSends();
     void offsetsCountFromTheStart();
     void operandsAndPayloadAreApart();
     void countedOperandsMayBeMissing();
@@ -42,6 +44,8 @@ void TestStreamReader::streamsAreCutIntoCommands_data()
     row("unknown escape", "1b01'A'", "unknown 1b01; 'A'");
     row("unknown control characters", "0100'A'", "unknown 01; unknown 00; 'A'");
     row("unknown real-time", "1005ff'A'", "unknown 1005ff; 'A'");
+    row("real-time with two operands", "10040701'A'", "DLE EOT 0701; 'A'");
+    row("real-time of another vendor", "100414'A'", "unknown 100414; 'A'");
     row("tab stops", "1b44081000'A'", "ESC D 081000; 'A'");
     row("tab stops that fall", "1b44100841", "ESC D 10; unknown 08; 'A'");
     row("tab stops, none", "1b4400", "ESC D 00");
@@ -108,6 +112,8 @@ void TestStreamReader::commandsOfOtherDialects_data()
     row("Custom: eject", "CUSTOM_VKP_80", "1d6505'A'", "GS e 05; 'A'");
     row("Custom: present by steps", "CUSTOM_VKP_80", "1d65030c'A'", "GS e 030c; 'A'");
     row("Custom: italics take an operand", "CUSTOM_VKP_80", "1b3441'A'", "ESC 4 41; 'A'");
+    row("Custom: full status", "CUSTOM_VKP_80", "100414'A'", "DLE EOT 14; 'A'");
+    row("Citizen: errors", "CITIZEN_PPU_700", "100405'A'", "DLE EOT 05; 'A'");
     row("Citizen: retract", "CITIZEN_PPU_700", "1d5230'A'", "GS R 30; 'A'");
     row("Citizen: timer", "CITIZEN_PPU_700", "1d523105'A'", "GS R 3105; 'A'");
     row("Star: code page", "TSP-TUP", "1b1d740a'A'", "ESC GS t 0a; 'A'");
@@ -153,6 +159,39 @@ void TestStreamReader::commandsOfOtherDialects()
     QFETCH(QByteArray, commands);
     QCOMPARE(told(stream, model.constData()), commands);
     isTheSameByteByByte(streamOf(stream), profileOf(model.constData()));
+}
+
+void TestStreamReader::whatASearchSends_data()
+{
+    QTest::addColumn<QByteArray>("model");
+    QTest::addColumn<QByteArray>("stream");
+    QTest::addColumn<QByteArray>("commands");
+    const auto row = [](const char *model, const char *stream, const char *commands) {
+        QTest::newRow(model) << QByteArray(model) << QByteArray(stream) << QByteArray(commands);
+    };
+    row("CUSTOM_VKP_80", "1d4901 1d4931 1b69 200a200a 1d6502",
+        "GS I 01; GS I 31; ESC i; ' '; LF; ' '; LF; GS e 02");
+    row("CUSTOM_TG_2480_H", "1d4901 1cc0aa0fee0b34", "GS I 01; FS 0xC0 0xAA SI 0xEE VT 4");
+    row("CUSTOM_TG_2480_SE", "1d4901 1cc0aa0fee0b34", "GS I 01; FS 0xC0 0xAA SI 0xEE VT 4");
+    for (const char *model : {"CITIZEN_CBM_1000", "CITIZEN_CPP_8001", "CITIZEN_PPU_700"})
+        row(model, "1d4901 1b33ff0a 1b69", "GS I 01; ESC 3 ff; LF; ESC i");
+    row("CITIZEN_CTS_2000", "1d4901 200a200a 1b69 200a",
+        "GS I 01; ' '; LF; ' '; LF; ESC i; ' '; LF");
+    // No mode of the cut that a manual knows, and a letter.
+    row("EPSON_EU_4XX", "1d4901 1d5666a0", "GS I 01; GS V 66; '\xA0'");
+    row("SWECOIN_TM_20XX", "1b0507 1b0501 1b0611 1b0612",
+        "ESC ENQ 07; ESC ENQ 01; ESC ACK 11; ESC ACK 12");
+    row("TSP-TUP", "1b1e6002 1b0601 05 04 'STA' 1b6432",
+        "ESC RS ` 02; ESC ACK SOH; ENQ; EOT; 'STA'; ESC d 32");
+    for (const char *model : {"AV_268", "CITIZEN_PPU_231"})
+        row(model, "1b76 1b76 1b69", "ESC v; ESC v; ESC i");
+}
+
+void TestStreamReader::whatASearchSends()
+{
+    QFETCH(QByteArray, model);
+    QFETCH(QByteArray, stream);
+    QTEST(told(stream, model.constData()), "commands");
 }
 
 void TestStreamReader::offsetsCountFromTheStart()

@@ -142,6 +142,45 @@ private Q_SLOTS:
         QCOMPARE(notesOf(paper), QStringList());
     }
 
+    void everyNumberOfGsK_data()
+    {
+        using Variant = Paper::Code::Variant;
+        QTest::addColumn<int>("number");
+        QTest::addColumn<int>("symbology");
+        QTest::addColumn<int>("variant");
+        const auto row = [](int number, Symbology symbology, Variant variant = Paper::Code::Usual) {
+            QTest::addRow("%d", number) << number << int(symbology) << int(variant);
+        };
+        const Symbology bothForms[] = {Symbology::UpcA,   Symbology::UpcE,   Symbology::Ean13,
+                                       Symbology::Ean8,   Symbology::Code39, Symbology::Itf,
+                                       Symbology::Codabar};
+        int number = 0;
+        for (const Symbology symbology : bothForms) {
+            row(number, symbology);
+            row(65 + number++, symbology);
+        }
+        row(72, Symbology::Code93);
+        row(73, Symbology::Code128);
+        row(74, Symbology::Gs1_128);
+        row(75, Symbology::GS1DataBar);
+        row(76, Symbology::GS1DataBar);
+        row(77, Symbology::GS1DataBar, Paper::Code::Limited);
+        row(78, Symbology::GS1DataBar, Paper::Code::Expanded);
+        row(79, Symbology::Code128);
+    }
+    void everyNumberOfGsK()
+    {
+        QFETCH(int, number);
+        const QByteArray data = "1234";
+        const QByteArray rest = number < 65 ? data + '\0' : char(data.size()) + data;
+        const Paper paper = paperOf(bytes("\x1Dk") + char(number) + rest + "z\n");
+        QCOMPARE(paper.codes.size(), 1);
+        QTEST(int(paper.codes.first().symbology), "symbology");
+        QTEST(int(paper.codes.first().variant), "variant");
+        QCOMPARE(paper.codes.first().sent, data);
+        QVERIFY(paper.toText().endsWith(": 1234]\nz\n"));
+    }
+
     void withoutADrawerCodesTakeNoPlace()
     {
         const Paper paper =
@@ -307,6 +346,14 @@ private Q_SLOTS:
         QCOMPARE(reset.module, QSize(3, 3));
         QCOMPARE(notesOf(paperOf(symbol('1', 'C', bytes("\0")) + qrCode("a"))),
                  QStringList("GS ( k has no module of 0 dots"));
+    }
+
+    void correctionOfQrCodes()
+    {
+        QByteArray levels;
+        for (const char *level : {"0", "1", "2", "3", "4"})
+            levels += paperOf(symbol('1', 'E', level) + qrCode("a")).codes.first().correctionLevel;
+        QCOMPARE(levels, QByteArray("LMQHL"));
     }
 
     void qrCodeIsPrintedAsOftenAsItIsAsked()

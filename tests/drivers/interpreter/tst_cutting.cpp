@@ -198,11 +198,120 @@ private Q_SLOTS:
         QCOMPARE(papers.at(1).firstByte, 6LL);
     }
 
+    void functionsOfTheEjector_data()
+    {
+        QTest::addColumn<QByteArray>("operands");
+        QTest::addColumn<QStringList>("events");
+        QTest::newRow("0") << bytes("\0") << QStringList("present: presents the ticket");
+        QTest::newRow("1") << bytes("\x01") << QStringList();
+        QTest::newRow("2") << bytes("\x02") << QStringList("retract: takes the ticket back");
+        QTest::newRow("3") << bytes("\x03\x0C") << QStringList("present: presents the ticket");
+        QTest::newRow("4") << bytes("\x04") << QStringList("present: presents the ticket");
+        QTest::newRow("5") << bytes("\x05") << QStringList("eject: ejects the ticket");
+        QTest::newRow("6") << bytes("\x06")
+                           << QStringList("status: GS e asks for the ejector's status");
+    }
+    void functionsOfTheEjector()
+    {
+        QFETCH(QByteArray, operands);
+        const Paper paper =
+            paperOf("a\n" + bytes("\x1D\x65") + operands + "b\n", model("CUSTOM_VKP_80"));
+        QTEST(eventsOf(paper), "events");
+        QCOMPARE(paper.toText(), QString("a\nb\n"));
+    }
+
     void presenterOfCitizen()
     {
         QCOMPARE(eventsOf(paperOf(bytes("\x1DR0"), model("CITIZEN_PPU_700"))),
                  QStringList("retract: takes the ticket back"));
         QVERIFY(papersOf(bytes("\x1DR1\x1E"), model("CITIZEN_PPU_700")).isEmpty());
+    }
+
+    void buzzersBeep_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::newRow("ESC B") << bytes("\x1B\x42\x02\x03");
+        QTest::newRow("ESC ( A") << bytes("\x1B(A\x04\0\x30\x33\x02\x03");
+        QTest::newRow("DLE DC4 3") << bytes("\x10\x14\x03\x01\x02\x03\x04\x05");
+    }
+    void buzzersBeep()
+    {
+        QFETCH(QByteArray, stream);
+        const Paper paper = paperOf(stream + "a\n");
+        QCOMPARE(eventsOf(paper), QStringList("beep: beep"));
+        QCOMPARE(paper.toText(), QString("a\n"));
+    }
+
+    void buffersAreClearedAtOnce()
+    {
+        const QByteArray clear = bytes("\x10\x14\x08\x01\x03\x14\x01\x06\x02\x08");
+        const Paper line = paperOf("a\nbc" + clear + "d\n");
+        QCOMPARE(line.toText(), QString("a\nd\n"));
+        QCOMPARE(notesOf(line),
+                 QStringList("DLE DC4 clears 2 characters that weren't printed yet"));
+        QCOMPARE(textOf(bytes("\x1BLpage\n") + clear + "a\n"), QString("a\n"));
+    }
+
+    void everyQuestionIsAnEvent_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<QString>("event");
+        const auto row = [](const QByteArray &stream, const char *event) {
+            QTest::newRow(event) << stream << QString(event);
+        };
+        row(bytes("\x1Bu\0"), "ESC u asks for the drawer");
+        row(bytes("\x1Bv"), "ESC v asks for the paper");
+        row(bytes("\x10\x04\x04"), "DLE EOT asks for the paper's sensors");
+        row(bytes("\x10\x14\x07\x01"), "DLE DC4 asks for a status");
+        row(bytes("\x1D(H\x06\0"
+                  "001234"),
+            "GS ( H asks for an answer with the job's number");
+        row(bytes("\x1D(L\x02\0\x30\x30"), "GS ( L asks for the memory's size");
+        row(bytes("\x1D(L\x04\0\x30\x40KC"), "GS ( L asks for the stored keys");
+        row(bytes("\x1D(k\x03\0"
+                  "1R0"),
+            "GS ( k asks for the QR code's size");
+        row(bytes("\x1Dg2\0\x14\0"), "GS g 2 asks for a maintenance counter");
+        row(bytes("\x1C"
+                  "g2\0\0\0\0\0\x01\0"),
+            "FS g 2 asks for the user's data");
+    }
+    void everyQuestionIsAnEvent()
+    {
+        QFETCH(QByteArray, stream);
+        QFETCH(QString, event);
+        const Paper paper = paperOf(stream + "a\n");
+        QCOMPARE(eventsOf(paper), QStringList("status: " + event));
+        QCOMPARE(paper.toText(), QString("a\n"));
+    }
+
+    void whatShowsNowhereLeavesNoMark_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        const auto row = [](const char *name, const QByteArray &stream) {
+            QTest::newRow(name) << stream;
+        };
+        row("ESC c 3", bytes("\x1B\x63\x33\x01"));
+        row("ESC c 4", bytes("\x1B\x63\x34\x01"));
+        row("ESC c 5", bytes("\x1B\x63\x35\x01"));
+        row("ESC U", bytes("\x1BU\x01"));
+        row("DLE ENQ", bytes("\x10\x05\x02"));
+        row("GS b", bytes("\x1D\x62\x01"));
+        row("GS E", bytes("\x1D\x45\x11"));
+        row("GS ( D", bytes("\x1D(D\x03\0\x14\x01\0"));
+        row("GS ( E", bytes("\x1D(E\x03\0\x01IN"));
+        row("GS ( H", bytes("\x1D(H\x03\0\x31\x30\x01"));
+        row("GS ( K", bytes("\x1D(K\x02\0\x31\x01"));
+        row("GS ( M", bytes("\x1D(M\x02\0\x01\x01"));
+        row("FS ( A", bytes("\x1C(A\x02\0\x30\x01"));
+    }
+    void whatShowsNowhereLeavesNoMark()
+    {
+        QFETCH(QByteArray, stream);
+        const Paper paper = paperOf(stream + "a\n");
+        QCOMPARE(eventsOf(paper), QStringList());
+        QCOMPARE(paper.cells.size(), 1);
+        QCOMPARE(placeOf(cellOf(paper, u'a')), QRect(0, 0, 12, 24));
     }
 
     void questionsAreEvents()

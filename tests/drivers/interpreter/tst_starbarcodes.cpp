@@ -42,6 +42,40 @@ private Q_SLOTS:
         }
     }
 
+    void everyKind_data()
+    {
+        using Symbology = Paper::Symbology;
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("symbology");
+        QTest::addColumn<int>("variant");
+        const Symbology symbologies[] = {
+            Symbology::UpcE,       Symbology::UpcA,       Symbology::Ean8,
+            Symbology::Ean13,      Symbology::Code39,     Symbology::Itf,
+            Symbology::Code128,    Symbology::Code93,     Symbology::Codabar,
+            Symbology::Gs1_128,    Symbology::GS1DataBar, Symbology::GS1DataBar,
+            Symbology::GS1DataBar, Symbology::GS1DataBar};
+        int kind = 0;
+        for (const Symbology symbology : symbologies) {
+            const int variant = kind == 12   ? Paper::Code::Limited
+                                : kind == 13 ? Paper::Code::Expanded
+                                             : Paper::Code::Usual;
+            QTest::addRow("%d", kind) << kind << int(symbology) << variant;
+            ++kind;
+        }
+    }
+    void everyKind()
+    {
+        QFETCH(int, kind);
+        const Paper paper = paperOf(
+            "\x1B"
+            "b" +
+                QByteArray(1, char(kind)) + "\x01\x02\x50" + "1234\x1E",
+            model("TSP-TUP"));
+        QCOMPARE(paper.codes.size(), 1);
+        QTEST(int(paper.codes.first().symbology), "symbology");
+        QTEST(int(paper.codes.first().variant), "variant");
+    }
+
     void kindThatNobodyKnowsIsANote()
     {
         const Paper paper = paperOf(bytes("\x1B"

@@ -54,6 +54,27 @@ private Q_SLOTS:
         QCOMPARE(int(cell.effects), effects);
     }
 
+    void lineAboveIsTold()
+    {
+        const Paper paper = printed(bytes("\x1B_1x\x1B_0y\n"));
+        QCOMPARE(paper.toText(), QString("xy\n"));
+        QCOMPARE(notesOf(paper), QStringList("ESC _ asks for a line above, which isn't drawn"));
+    }
+
+    void ownCharacters()
+    {
+        // Sixteen columns of three bytes, of which the font has twelve.
+        const QByteArray define =
+            bytes("\x1B&\x01\x01x") + QByteArray(48, '\xFF') + bytes("\x1B%\x01");
+        const Paper paper = printed(define + bytes("xy\x1B%\0x\n"));
+        QCOMPARE(paper.toText(), QString("xyx\n"));
+        QCOMPARE(paper.cells.at(0).drawing, 0);
+        QCOMPARE(paper.pictures.at(0).size, QSize(12, 24));
+        QCOMPARE(paper.cells.at(1).drawing, -1);
+        QCOMPARE(paper.cells.at(2).drawing, -1);
+        QCOMPARE(printed(define + bytes("\x1B&\x01\0xx\n")).cells.first().drawing, -1);
+    }
+
     void pitchesAndSpacing()
     {
         const auto secondLeft = [](const QByteArray &stream) {
@@ -81,6 +102,7 @@ private Q_SLOTS:
         QCOMPARE(printed(bytes("\x1B\x31\n")).length, 20);
         QCOMPARE(printed(bytes("\x1B\x41\x0C\x1B\x32\n")).length, 34);
         QCOMPARE(printed(bytes("\x1By\x1C\n")).length, 39);
+        QCOMPARE(printed(bytes("\x1B\x33\x36\n")).length, 51);
         QCOMPARE(printed(bytes("\x1BJ\x0C")).length, 24);
         QCOMPARE(printed(bytes("\x1BI\x0C")).length, 12);
         QCOMPARE(printed(bytes("a\x1B\x61\x03")).length, 96);
@@ -166,6 +188,17 @@ private Q_SLOTS:
                      .codes.first()
                      .module,
                  QSize(6, 80));
+    }
+
+    void correctionOfQrCodes()
+    {
+        QByteArray levels;
+        for (int level = 0; level < 4; ++level)
+            levels += printed(bytes("\x1B\x1DyS1") + char(level) +
+                              bytes("\x1B\x1DyD1\0\x01\0a\x1B\x1DyP"))
+                          .codes.first()
+                          .correctionLevel;
+        QCOMPARE(levels, QByteArray("LMQH"));
     }
 
     void twoDimensionalCodes()
@@ -271,6 +304,13 @@ private Q_SLOTS:
         QCOMPARE(paper.toText(), QString("z\n"));
         QCOMPARE(placeOf(cellOf(paper, u'z')), QRect(0, 0, 12, 24));
         QCOMPARE(int(cellOf(paper, u'z').effects), 0);
+    }
+
+    void drawersAndBuzzerOfTheRasterMode()
+    {
+        QCOMPARE(eventsOf(printed(bytes("\x1B*rA\x1B*rD1\0\x1B*rD2\0\x1B*rV1\0\x1B*rB"))),
+                 QStringList({"pulse: pulse of 200 ms to pin 2", "pulse: pulse of 200 ms to pin 5",
+                              "beep: beep"}));
     }
 
     void rasterMargin()

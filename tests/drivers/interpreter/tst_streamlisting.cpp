@@ -340,13 +340,18 @@ void TestStreamListing::othersStreamsHaveNothingUnknown()
         QFile description(folder.filePath(name));
         QFile stream(folder.filePath(QString(name).replace(".json", ".bin")));
         QVERIFY(description.open(QFile::ReadOnly) && stream.open(QFile::ReadOnly));
-        const QString model =
-            QJsonDocument::fromJson(description.readAll()).object().value("model").toString();
-        const PrinterProfile profile = PrinterProfile::forModel(model).value();
+        const QJsonObject facts = QJsonDocument::fromJson(description.readAll()).object();
+        QCOMPARE(facts["command"].toString() + ".json", "node make-streams.js FOLDER " + name);
+        const PrinterProfile profile = PrinterProfile::forModel(facts["model"].toString()).value();
         int unknown = 0;
-        for (const StreamCommand &command : StreamReader::commandsOf(stream.readAll(), profile))
+        const QByteArray sent = stream.readAll();
+        QByteArray together;
+        for (const StreamCommand &command : StreamReader::commandsOf(sent, profile)) {
+            together += command.bytes;
             unknown +=
                 command.kind != StreamCommand::Text && command.kind != StreamCommand::Command;
+        }
+        QCOMPARE(together, sent);
         QVERIFY2(unknown == (name.startsWith("thermal-epson-drawer") ? 1 : 0), qPrintable(name));
     }
 }

@@ -42,6 +42,25 @@ private Q_SLOTS:
         QCOMPARE(int(cell.effects), effects);
     }
 
+    void fontThatNobodyKnowsIsTold()
+    {
+        const Paper paper = printed(bytes("\x1B!\x05x\n")).first();
+        QCOMPARE(placeOf(cellOf(paper, u'x')), QRect(0, 0, 18, 24));
+        QCOMPARE(notesOf(paper),
+                 QStringList("ESC ! asks for font 5, of which the model's data knows nothing"));
+    }
+
+    void parametersLeaveNoMark()
+    {
+        const Paper paper = printed(bytes("\x1B&P\x01\x13\x1B&\x04x\n")).first();
+        QCOMPARE(paper.toText(), QString("x\n"));
+        QCOMPARE(eventsOf(paper), QStringList());
+        QCOMPARE(eventsOf(printed(bytes("\x1B\x05P\x01")).first()),
+                 QStringList("status: ESC ENQ asks for a parameter"));
+    }
+
+    void cancelClearsTheLine() { QCOMPARE(printed("ab\x18x\n").first().toText(), QString("x\n")); }
+
     void backspace()
     {
         const Paper paper = printed("ab\bx\n").first();
