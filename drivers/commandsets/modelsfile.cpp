@@ -60,77 +60,183 @@ constexpr NamedValue vendorNames[] = {
     {"Star", int(Vendor::Star)},       {"Swecoin", int(Vendor::Swecoin)},
 };
 
-template <typename Enum, size_t size>
-QString setNamed(const QJsonValue &value, const NamedValue (&names)[size], Enum &target)
+constexpr NamedValue rasterNames[] = {
+    {"None", int(RasterCommand::None)},
+    {"RasterBlock", int(RasterCommand::RasterBlock)},
+    {"BitImage", int(RasterCommand::BitImage)},
+    {"StarRows", int(RasterCommand::StarRows)},
+    {"SwecoinRows", int(RasterCommand::SwecoinRows)},
+};
+
+constexpr NamedValue cutNames[] = {
+    {"None", int(CutCommand::None)},
+    {"GsV", int(CutCommand::GsV)},
+    {"EscI", int(CutCommand::EscI)},
+    {"StarEscD", int(CutCommand::StarEscD)},
+    {"SwecoinEscRs", int(CutCommand::SwecoinEscRs)},
+};
+
+constexpr NamedValue presenterNames[] = {
+    {"None", int(Presenter::None)},       {"Custom", int(Presenter::Custom)},
+    {"Citizen", int(Presenter::Citizen)}, {"Star", int(Presenter::Star)},
+    {"Swecoin", int(Presenter::Swecoin)},
+};
+
+constexpr NamedValue handshakeNames[] = {
+    {"None", int(Handshake::None)},
+    {"RtsCts", int(Handshake::RtsCts)},
+    {"DtrDsr", int(Handshake::DtrDsr)},
+    {"XonXoff", int(Handshake::XonXoff)},
+};
+
+constexpr NamedValue confirmationNames[] = {
+    {"None", int(Confirmation::None)},
+    {"Processed", int(Confirmation::Processed)},
+    {"ResponseId", int(Confirmation::ResponseId)},
+    {"StarCounter", int(Confirmation::StarCounter)},
+    {"SwecoinData", int(Confirmation::SwecoinData)},
+};
+
+using Symbology = Paper::Symbology;
+
+constexpr NamedValue codeNames[] = {
+    {"upcA", int(Symbology::UpcA)},
+    {"upcE", int(Symbology::UpcE)},
+    {"ean13", int(Symbology::Ean13)},
+    {"ean8", int(Symbology::Ean8)},
+    {"code39", int(Symbology::Code39)},
+    {"itf", int(Symbology::Itf)},
+    {"codabar", int(Symbology::Codabar)},
+    {"code93", int(Symbology::Code93)},
+    {"code128", int(Symbology::Code128)},
+    {"gs1_128", int(Symbology::Gs1_128)},
+    {"gs1DataBar", int(Symbology::GS1DataBar)},
+    {"qrCode", int(Symbology::QrCode)},
+};
+
+template <size_t size>
+QString namesOf(const NamedValue (&names)[size])
 {
     QStringList known;
-    for (const NamedValue &named : names) {
-        if (value.toString() == QLatin1String(named.name)) {
-            target = Enum(named.value);
-            return {};
-        }
+    for (const NamedValue &named : names)
         known.append(QLatin1String(named.name));
-    }
-    return QStringLiteral("one of ") + known.join(QStringLiteral(", "));
+    return known.join(QStringLiteral(", "));
 }
+
+template <size_t size>
+std::optional<int> valueOf(const QString &name, const NamedValue (&names)[size])
+{
+    for (const NamedValue &named : names) {
+        if (name == QLatin1String(named.name))
+            return named.value;
+    }
+    return std::nullopt;
+}
+
+template <size_t size>
+QString nameOf(int value, const NamedValue (&names)[size])
+{
+    for (const NamedValue &named : names) {
+        if (value == named.value)
+            return QLatin1String(named.name);
+    }
+    return {};
+}
+
+const QString idKey = QStringLiteral("id");
+const QString likeKey = QStringLiteral("like");
+const QString sourcesKey = QStringLiteral("sources");
 
 constexpr int mostDots = 4096;
 constexpr int mostUnitsPerInch = 1440;
+constexpr int mostCodeBytes = 7089;
+constexpr int mostModuleDots = 16;
+constexpr int mostOwnCharacters = 95;
+constexpr int mostBufferBytes = 16 * 1024 * 1024;
+
+QJsonArray pairOf(QSize size)
+{
+    return {size.width(), size.height()};
+}
 
 }  // namespace
 
-/// How a key's value gets into the data: a number by its bounds, all else by a function, which
-/// returns what it had expected instead.
+/// How a key's value gets into the data, and out of it. Reading returns what it had expected
+/// instead.
 struct ModelsFile::Fact
 {
     const char *key;
-    int Data::*number;
-    int least;
-    int most;
     QString (*read)(const ModelsFile &file, const QJsonValue &value, Data &data);
+    QJsonValue (*write)(const Data &data);
 
-    static Fact of(const char *key, int Data::*number, int least, int most)
+    template <auto member, int least, int most>
+    static QString readNumber(const ModelsFile & /*file*/, const QJsonValue &value, Data &data)
     {
-        return {key, number, least, most, nullptr};
+        return setNumber(value, least, most, data.*member);
     }
-    static Fact of(const char *key, QString (*read)(const ModelsFile &, const QJsonValue &, Data &))
+    template <auto member, const auto &names>
+    static QString readNamed(const ModelsFile & /*file*/, const QJsonValue &value, Data &data)
     {
-        return {key, nullptr, 0, 0, read};
+        const auto known = valueOf(value.toString(), names);
+        if (!known)
+            return QStringLiteral("one of ") + namesOf(names);
+        data.*member = std::decay_t<decltype(data.*member)>(*known);
+        return {};
+    }
+    template <auto member, const auto &names>
+    static QJsonValue writeNamed(const Data &data)
+    {
+        return nameOf(int(data.*member), names);
+    }
+    /// Of numbers, texts and truth values.
+    template <auto member>
+    static QJsonValue writePlain(const Data &data)
+    {
+        return data.*member;
+    }
+
+    template <auto member, int least, int most>
+    static constexpr Fact number(const char *key)
+    {
+        return {key, &readNumber<member, least, most>, &writePlain<member>};
+    }
+    template <auto member, const auto &names>
+    static constexpr Fact named(const char *key)
+    {
+        return {key, &readNamed<member, names>, &writeNamed<member, names>};
     }
 
     static QString readId(const ModelsFile &file, const QJsonValue &value, Data &data);
-    static QString readDialect(const ModelsFile &file, const QJsonValue &value, Data &data);
-    static QString readVendor(const ModelsFile &file, const QJsonValue &value, Data &data);
     static QString readMotionUnits(const ModelsFile &file, const QJsonValue &value, Data &data);
+    static QJsonValue writeMotionUnits(const Data &data);
     static QString readFonts(const ModelsFile &file, const QJsonValue &value, Data &data);
+    static QJsonValue writeFonts(const Data &data);
     static QString readPages(const ModelsFile &file, const QJsonValue &value, Data &data);
+    static QJsonValue writePages(const Data &data);
     static QString readKanjiSet(const ModelsFile &file, const QJsonValue &value, Data &data);
+    static QString readCodes(const ModelsFile &file, const QJsonValue &value, Data &data);
+    static QJsonValue writeCodes(const Data &data);
+    static QString readSwitch(const ModelsFile &file, const QJsonValue &value, Data &data);
     static QString readNote(const ModelsFile &file, const QJsonValue &value, Data &data);
     static QString readSources(const ModelsFile &file, const QJsonValue &value, Data &data);
+    static QJsonValue writeSources(const Data &data);
 };
 
 QString ModelsFile::Fact::readId(const ModelsFile & /*file*/, const QJsonValue &value, Data &data)
 {
     data.modelId = value.toString();
-    return data.modelId.isEmpty() ? QStringLiteral("a text") : QString();
-}
-
-QString ModelsFile::Fact::readDialect(const ModelsFile & /*file*/, const QJsonValue &value,
-                                      Data &data)
-{
-    return setNamed(value, dialectNames, data.dialect);
-}
-
-QString ModelsFile::Fact::readVendor(const ModelsFile & /*file*/, const QJsonValue &value,
-                                     Data &data)
-{
-    return setNamed(value, vendorNames, data.vendor);
+    return {};
 }
 
 QString ModelsFile::Fact::readMotionUnits(const ModelsFile & /*file*/, const QJsonValue &value,
                                           Data &data)
 {
     return setSize(value, mostUnitsPerInch, data.motionUnits);
+}
+
+QJsonValue ModelsFile::Fact::writeMotionUnits(const Data &data)
+{
+    return pairOf(data.motionUnits);
 }
 
 QString ModelsFile::Fact::readFonts(const ModelsFile & /*file*/, const QJsonValue &value,
@@ -150,6 +256,82 @@ QString ModelsFile::Fact::readFonts(const ModelsFile & /*file*/, const QJsonValu
     return {};
 }
 
+QJsonValue ModelsFile::Fact::writeFonts(const Data &data)
+{
+    QJsonArray cells;
+    for (const QSize &cell : data.fonts)
+        cells.append(pairOf(cell));
+    return cells;
+}
+
+QString ModelsFile::Fact::readPages(const ModelsFile &file, const QJsonValue &value, Data &data)
+{
+    return file.readCodePages(value, data);
+}
+
+QJsonValue ModelsFile::Fact::writePages(const Data &data)
+{
+    QJsonObject pages;
+    for (auto it = data.codePages.begin(); it != data.codePages.end(); ++it)
+        pages.insert(QString::number(it.key()), it.value());
+    return pages;
+}
+
+QString ModelsFile::Fact::readKanjiSet(const ModelsFile & /*file*/, const QJsonValue &value,
+                                       Data &data)
+{
+    data.kanjiSet = value.toString();
+    const bool isKnown = data.kanjiSet.isEmpty() || TwoByteSet::forName(data.kanjiSet).has_value();
+    return value.isString() && isKnown
+               ? QString()
+               : QStringLiteral("the name of a set of two-byte characters, or an empty text");
+}
+
+QString ModelsFile::Fact::readCodes(const ModelsFile & /*file*/, const QJsonValue &value,
+                                    Data &data)
+{
+    if (!value.isObject())
+        return QStringLiteral("an object of codes and the bytes that each takes");
+    data.drawnCodes.clear();
+    const QJsonObject codes = value.toObject();
+    for (auto it = codes.begin(); it != codes.end(); ++it) {
+        const auto code = valueOf(it.key(), codeNames);
+        if (!code)
+            return QStringLiteral("of codes among %1; \"%2\" isn't one")
+                .arg(namesOf(codeNames), it.key());
+        const auto bytes = numberIn(it.value(), 1, mostCodeBytes);
+        if (!bytes)
+            return QStringLiteral(
+                       "of codes with numbers of bytes from 1 to %1; that of \"%2\" "
+                       "isn't one")
+                .arg(mostCodeBytes)
+                .arg(it.key());
+        data.drawnCodes.insert(Symbology(*code), *bytes);
+    }
+    return {};
+}
+
+QJsonValue ModelsFile::Fact::writeCodes(const Data &data)
+{
+    QJsonObject codes;
+    for (auto it = data.drawnCodes.begin(); it != data.drawnCodes.end(); ++it)
+        codes.insert(nameOf(int(it.key()), codeNames), it.value());
+    return codes;
+}
+
+QString ModelsFile::Fact::readSwitch(const ModelsFile & /*file*/, const QJsonValue &value,
+                                     Data &data)
+{
+    data.switchesRealTime = value.toBool();
+    return value.isBool() ? QString() : QStringLiteral("true or false");
+}
+
+QString ModelsFile::Fact::readNote(const ModelsFile & /*file*/, const QJsonValue &value, Data &data)
+{
+    data.note = value.toString();
+    return value.isString() ? QString() : QStringLiteral("a text");
+}
+
 QString ModelsFile::Fact::readSources(const ModelsFile & /*file*/, const QJsonValue &value,
                                       Data &data)
 {
@@ -164,44 +346,102 @@ QString ModelsFile::Fact::readSources(const ModelsFile & /*file*/, const QJsonVa
     return {};
 }
 
-QString ModelsFile::Fact::readKanjiSet(const ModelsFile & /*file*/, const QJsonValue &value,
-                                       Data &data)
+QJsonValue ModelsFile::Fact::writeSources(const Data &data)
 {
-    data.kanjiSet = value.toString();
-    const bool isKnown = data.kanjiSet.isEmpty() || TwoByteSet::forName(data.kanjiSet).has_value();
-    return value.isString() && isKnown
-               ? QString()
-               : QStringLiteral("the name of a set of two-byte characters, or an empty text");
-}
-
-QString ModelsFile::Fact::readNote(const ModelsFile & /*file*/, const QJsonValue &value, Data &data)
-{
-    data.note = value.toString();
-    return value.isString() ? QString() : QStringLiteral("a text");
-}
-
-QString ModelsFile::Fact::readPages(const ModelsFile &file, const QJsonValue &value, Data &data)
-{
-    return file.readCodePages(value, data);
+    QJsonObject sources;
+    for (auto it = data.sources.begin(); it != data.sources.end(); ++it)
+        sources.insert(it.key(), it.value());
+    return sources;
 }
 
 const ModelsFile::Fact ModelsFile::facts[] = {
-    Fact::of("id", &Fact::readId),
-    Fact::of("dialect", &Fact::readDialect),
-    Fact::of("vendor", &Fact::readVendor),
-    Fact::of("headDots", &Data::headDots, 8, mostDots),
-    Fact::of("dotsPerInch", &Data::dotsPerInch, 50, 1200),
-    Fact::of("motionUnits", &Fact::readMotionUnits),
-    Fact::of("lineSpacingUnits", &Data::lineSpacingUnits, 0, mostUnitsPerInch),
-    Fact::of("lineSpacing", &Data::lineSpacing, 1, 1000),
-    Fact::of("fonts", &Fact::readFonts),
-    Fact::of("initialFont", &Data::initialFont, 0, 255),
-    Fact::of("codePages", &Fact::readPages),
-    Fact::of("initialCodePage", &Data::initialCodePage, 0, 255),
-    Fact::of("kanjiSet", &Fact::readKanjiSet),
-    Fact::of("dotsToCutter", &Data::dotsToCutter, 0, 2000),
-    Fact::of("note", &Fact::readNote),
-    Fact::of("sources", &Fact::readSources),
+    {"id", &Fact::readId, &Fact::writePlain<&Data::modelId>},
+    Fact::named<&Data::dialect, dialectNames>("dialect"),
+    Fact::named<&Data::vendor, vendorNames>("vendor"),
+    Fact::number<&Data::headDots, 8, mostDots>("headDots"),
+    Fact::number<&Data::dotsPerInch, 50, 1200>("dotsPerInch"),
+    {"motionUnits", &Fact::readMotionUnits, &Fact::writeMotionUnits},
+    Fact::number<&Data::lineSpacingUnits, 0, mostUnitsPerInch>("lineSpacingUnits"),
+    Fact::number<&Data::lineSpacing, 1, 1000>("lineSpacing"),
+    {"fonts", &Fact::readFonts, &Fact::writeFonts},
+    Fact::number<&Data::initialFont, 0, 255>("initialFont"),
+    {"codePages", &Fact::readPages, &Fact::writePages},
+    Fact::number<&Data::initialCodePage, 0, 255>("initialCodePage"),
+    {"kanjiSet", &Fact::readKanjiSet, &Fact::writePlain<&Data::kanjiSet>},
+    Fact::named<&Data::rasterCommand, rasterNames>("rasterCommand"),
+    Fact::number<&Data::ownCharacters, 0, mostOwnCharacters>("ownCharacters"),
+    {"drawnCodes", &Fact::readCodes, &Fact::writeCodes},
+    Fact::number<&Data::leastModule, 1, mostModuleDots>("leastModule"),
+    Fact::number<&Data::mostModule, 1, mostModuleDots>("mostModule"),
+    Fact::named<&Data::cutCommand, cutNames>("cutCommand"),
+    Fact::number<&Data::dotsToCutter, 0, 2000>("dotsToCutter"),
+    Fact::named<&Data::presenter, presenterNames>("presenter"),
+    Fact::number<&Data::presenterTimerStep, 0, 60000>("presenterTimerStep"),
+    Fact::number<&Data::drawers, 0, 2>("drawers"),
+    Fact::number<&Data::bufferBytes, 0, mostBufferBytes>("bufferBytes"),
+    Fact::named<&Data::handshake, handshakeNames>("handshake"),
+    Fact::named<&Data::confirmation, confirmationNames>("confirmation"),
+    {"switchesRealTime", &Fact::readSwitch, &Fact::writePlain<&Data::switchesRealTime>},
+    {"note", &Fact::readNote, &Fact::writePlain<&Data::note>},
+    {"sources", &Fact::readSources, &Fact::writeSources},
+};
+
+QJsonObject ModelsFile::recordOf(const PrinterProfile &profile)
+{
+    QJsonObject record;
+    for (const Fact &fact : facts)
+        record.insert(QLatin1String(fact.key), fact.write(*profile.d));
+    return record;
+}
+
+/// A value that printers of one dialect alone may have.
+struct ModelsFile::DialectChoice
+{
+    const char *key;
+    int (*of)(const Data &data);
+    int value;
+    Dialect dialect;
+
+    template <auto member, typename Enum>
+    static constexpr DialectChoice row(const char *key, Enum value, Dialect dialect)
+    {
+        return {key, [](const Data &data) { return int(data.*member); }, int(value), dialect};
+    }
+    static constexpr DialectChoice raster(RasterCommand value, Dialect dialect)
+    {
+        return row<&Data::rasterCommand>("rasterCommand", value, dialect);
+    }
+    static constexpr DialectChoice cut(CutCommand value, Dialect dialect)
+    {
+        return row<&Data::cutCommand>("cutCommand", value, dialect);
+    }
+    static constexpr DialectChoice presents(Presenter value, Dialect dialect)
+    {
+        return row<&Data::presenter>("presenter", value, dialect);
+    }
+    static constexpr DialectChoice confirms(Confirmation value, Dialect dialect)
+    {
+        return row<&Data::confirmation>("confirmation", value, dialect);
+    }
+};
+
+const ModelsFile::DialectChoice ModelsFile::dialectChoices[] = {
+    DialectChoice::raster(RasterCommand::RasterBlock, Dialect::EscPos),
+    DialectChoice::raster(RasterCommand::BitImage, Dialect::EscPos),
+    DialectChoice::raster(RasterCommand::StarRows, Dialect::StarLine),
+    DialectChoice::raster(RasterCommand::SwecoinRows, Dialect::Swecoin),
+    DialectChoice::cut(CutCommand::GsV, Dialect::EscPos),
+    DialectChoice::cut(CutCommand::EscI, Dialect::EscPos),
+    DialectChoice::cut(CutCommand::StarEscD, Dialect::StarLine),
+    DialectChoice::cut(CutCommand::SwecoinEscRs, Dialect::Swecoin),
+    DialectChoice::presents(Presenter::Custom, Dialect::EscPos),
+    DialectChoice::presents(Presenter::Citizen, Dialect::EscPos),
+    DialectChoice::presents(Presenter::Star, Dialect::StarLine),
+    DialectChoice::presents(Presenter::Swecoin, Dialect::Swecoin),
+    DialectChoice::confirms(Confirmation::Processed, Dialect::EscPos),
+    DialectChoice::confirms(Confirmation::ResponseId, Dialect::EscPos),
+    DialectChoice::confirms(Confirmation::StarCounter, Dialect::StarLine),
+    DialectChoice::confirms(Confirmation::SwecoinData, Dialect::Swecoin),
 };
 
 const ModelsFile::Fact *ModelsFile::factOf(const QString &key)
@@ -212,7 +452,13 @@ const ModelsFile::Fact *ModelsFile::factOf(const QString &key)
     return fact == std::end(facts) ? nullptr : fact;
 }
 
-ModelsFile::ModelsFile(const QByteArray &json, const QString &fileName) : m_fileName(fileName)
+ModelsFile::ModelsFile(const QByteArray &json, const QString &fileName)
+    : ModelsFile(json, fileName, {})
+{}
+
+ModelsFile::ModelsFile(const QByteArray &json, const QString &fileName,
+                       const QVector<PrinterProfile> &known)
+    : m_fileName(fileName), m_known(known)
 {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
@@ -229,23 +475,56 @@ ModelsFile::ModelsFile(const QByteArray &json, const QString &fileName) : m_file
         readRecord(records.at(i), i + 1);
 }
 
+/// What a record begins with: the model that it changes or that it is like; of the models that are
+/// compiled in the first.
+ModelsFile::Data *ModelsFile::beginning(const QJsonObject &record, QString &fault) const
+{
+    if (!isUsers())
+        return beginningOfOwn();
+    const auto same = profileIn(m_known, record.value(idKey).toString());
+    const QString like = record.value(likeKey).toString();
+    const auto model = same ? same : profile(like);
+    const bool hasLike = record.contains(likeKey);
+    if (fault.isEmpty() && same && hasLike)
+        fault = QStringLiteral("\"like\" is for new models; this one is known");
+    else if (fault.isEmpty() && !same && !hasLike)
+        fault = QStringLiteral("\"like\" is missing: a new model needs the id of a known one");
+    else if (fault.isEmpty() && !model)
+        fault = QStringLiteral("\"like\" has to be the id of a known model; \"%1\" isn't one")
+                    .arg(like);
+    auto *const data = model ? new Data(*model->d) : new Data;
+    if (model)
+        data->catalogueId = model->catalogueId();
+    if (!same)
+        data->note.clear();
+    return data;
+}
+
+ModelsFile::Data *ModelsFile::beginningOfOwn() const
+{
+    auto *const data = m_profiles.isEmpty() ? new Data : new Data(*m_profiles.first().d);
+    data->sources.clear();
+    data->note.clear();
+    return data;
+}
+
 void ModelsFile::readRecord(const QJsonValue &value, int number)
 {
     const QJsonObject record = value.toObject();
-    const QString id = record.value(QStringLiteral("id")).toString();
-    QScopedPointer<Data> data(m_profiles.isEmpty() ? new Data : new Data(*m_profiles.first().d));
-    data->sources.clear();
-    data->note.clear();
+    const QString id = record.value(idKey).toString();
     QString fault = value.isObject() ? QString() : QStringLiteral("not an object");
-    if (fault.isEmpty() && !record.contains(QStringLiteral("id")))
-        fault = QStringLiteral("\"id\" is missing");
+    if (fault.isEmpty())
+        fault = checkId(record);
+    QScopedPointer<Data> data(beginning(record, fault));
     const QStringList keys = record.keys();
     for (const QString &key : keys) {
         if (fault.isEmpty())
             fault = readFact(key, record, *data);
     }
     if (fault.isEmpty())
-        fault = checkWhole(*data, record);
+        fault = checkWhole(*data);
+    if (fault.isEmpty())
+        fault = giveSources(record, *data);
     if (fault.isEmpty()) {
         m_profiles.append(PrinterProfile(data.take()));
         return;
@@ -256,13 +535,12 @@ void ModelsFile::readRecord(const QJsonValue &value, int number)
 
 QString ModelsFile::readFact(const QString &key, const QJsonObject &record, Data &data) const
 {
+    if (isUsers() && key == likeKey)
+        return {};
     const Fact *fact = factOf(key);
     if (fact == nullptr)
         return QStringLiteral("\"%1\" is no known key").arg(key);
-    const QJsonValue value = record.value(key);
-    const QString expected = fact->number != nullptr
-                                 ? setNumber(value, fact->least, fact->most, data.*fact->number)
-                                 : fact->read(*this, value, data);
+    const QString expected = fact->read(*this, record.value(key), data);
     return expected.isEmpty() ? QString()
                               : QStringLiteral("\"%1\" has to be %2").arg(key, expected);
 }
@@ -296,11 +574,19 @@ QString ModelsFile::readCodePages(const QJsonValue &value, Data &data) const
                                     : QString();
 }
 
-/// What single values can't tell.
-QString ModelsFile::checkWhole(const Data &data, const QJsonObject &record) const
+QString ModelsFile::checkId(const QJsonObject &record) const
 {
-    if (profile(data.modelId))
-        return QStringLiteral("\"id\" stands there twice");
+    if (!record.contains(idKey))
+        return QStringLiteral("\"id\" is missing");
+    const QString id = record.value(idKey).toString();
+    if (id.isEmpty())
+        return QStringLiteral("\"id\" has to be a text");
+    return profileIn(m_profiles, id) ? QStringLiteral("\"id\" stands there twice") : QString();
+}
+
+/// What single values can't tell.
+QString ModelsFile::checkWhole(const Data &data)
+{
     if (data.headDots == 0 || data.dotsPerInch == 0 || data.motionUnits.isEmpty() ||
         data.lineSpacing == 0 || data.fonts.isEmpty() || data.codePages.isEmpty())
         return QStringLiteral("the first model has to have all facts");
@@ -308,14 +594,53 @@ QString ModelsFile::checkWhole(const Data &data, const QJsonObject &record) cons
         return QStringLiteral("\"initialFont\" is none of \"fonts\"");
     if (!data.codePages.contains(data.initialCodePage))
         return QStringLiteral("\"initialCodePage\" is none of \"codePages\"");
-    const QStringList besides = {QStringLiteral("id"), QStringLiteral("note"),
-                                 QStringLiteral("sources")};
+    if (data.leastModule > data.mostModule)
+        return QStringLiteral("\"leastModule\" is more than \"mostModule\"");
+    return checkDialect(data);
+}
+
+/// Commands of another dialect would print as text, or do who knows what.
+QString ModelsFile::checkDialect(const Data &data)
+{
+    for (const DialectChoice &choice : dialectChoices) {
+        const bool isChosen = choice.of(data) == choice.value;
+        if (isChosen && data.dialect != choice.dialect)
+            return QStringLiteral("\"%1\" isn't one of \"dialect\" %2")
+                .arg(QLatin1String(choice.key), nameOf(int(data.dialect), dialectNames));
+    }
+    const bool isCustoms = data.presenter == Presenter::Custom;
+    const bool isCitizens = data.presenter == Presenter::Citizen;
+    if ((isCustoms && data.vendor != Vendor::Custom) ||
+        (isCitizens && data.vendor != Vendor::Citizen))
+        return QStringLiteral("\"presenter\" isn't one of \"vendor\" %1")
+            .arg(nameOf(int(data.vendor), vendorNames));
+    return {};
+}
+
+/// Each fact of a model that is compiled in has its source. What a user says without one is from
+/// his file.
+QString ModelsFile::giveSources(const QJsonObject &record, Data &data) const
+{
+    const QStringList besides = {idKey, likeKey, QStringLiteral("note"), sourcesKey};
+    const QJsonObject given = record.value(sourcesKey).toObject();
     const QStringList keys = record.keys();
     for (const QString &key : keys) {
-        if (!besides.contains(key) && !data.sources.contains(key))
+        if (besides.contains(key) || given.contains(key))
+            continue;
+        if (!isUsers())
             return QStringLiteral("\"%1\" has no source").arg(key);
+        data.sources.insert(key, m_fileName);
     }
     return {};
+}
+
+std::optional<PrinterProfile> ModelsFile::profileIn(const QVector<PrinterProfile> &profiles,
+                                                    const QString &modelId)
+{
+    const auto *const found =
+        std::find_if(profiles.begin(), profiles.end(),
+                     [&modelId](const auto &profile) { return profile.modelId() == modelId; });
+    return found == profiles.end() ? std::nullopt : std::make_optional(*found);
 }
 
 QStringList ModelsFile::modelIds() const
@@ -328,11 +653,8 @@ QStringList ModelsFile::modelIds() const
 
 std::optional<PrinterProfile> ModelsFile::profile(const QString &modelId) const
 {
-    for (const PrinterProfile &profile : m_profiles) {
-        if (profile.modelId() == modelId)
-            return profile;
-    }
-    return std::nullopt;
+    const auto own = profileIn(m_profiles, modelId);
+    return own ? own : profileIn(m_known, modelId);
 }
 
 }  // namespace printerslib::drivers

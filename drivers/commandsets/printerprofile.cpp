@@ -110,7 +110,7 @@ QString PrinterProfile::kanjiSet() const
 
 int PrinterProfile::dotsToCutter() const
 {
-    return d->dotsToCutter;
+    return d->cutCommand == CutCommand::None ? 0 : d->dotsToCutter;
 }
 
 QString PrinterProfile::catalogueId() const
@@ -153,6 +153,11 @@ Presenter PrinterProfile::presenter() const
     return d->presenter;
 }
 
+int PrinterProfile::presenterTimerStep() const
+{
+    return d->presenterTimerStep;
+}
+
 int PrinterProfile::drawers() const
 {
     return d->drawers;
@@ -176,6 +181,11 @@ Confirmation PrinterProfile::confirmation() const
 bool PrinterProfile::switchesRealTime() const
 {
     return d->switchesRealTime;
+}
+
+QJsonObject PrinterProfile::toJson() const
+{
+    return ModelsFile::recordOf(*this);
 }
 
 QString PrinterProfile::sourceOf(const QString &fact) const

@@ -31,6 +31,7 @@ struct PrinterProfile::Data : QSharedData
     int mostModule = 6;
     CutCommand cutCommand = CutCommand::GsV;
     Presenter presenter = Presenter::None;
+    int presenterTimerStep = 0;
     int drawers = 2;
     int bufferBytes = 0;
     Handshake handshake = Handshake::None;

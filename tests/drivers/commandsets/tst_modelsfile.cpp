@@ -51,6 +51,79 @@ private Q_SLOTS:
         QCOMPARE(profile->sourceOf("fonts"), QString("a"));
     }
 
+    void factsOfTheDriver()
+    {
+        QJsonObject record = completeRecord();
+        const QJsonObject facts{
+            {"vendor", "Citizen"},
+            {"rasterCommand", "BitImage"},
+            {"ownCharacters", 95},
+            {"drawnCodes", QJsonObject{{"ean13", 13}, {"qrCode", 2953}}},
+            {"leastModule", 1},
+            {"mostModule", 8},
+            {"cutCommand", "EscI"},
+            {"dotsToCutter", 120},
+            {"presenter", "Citizen"},
+            {"presenterTimerStep", 2500},
+            {"drawers", 1},
+            {"bufferBytes", 4096},
+            {"handshake", "XonXoff"},
+            {"confirmation", "ResponseId"},
+            {"switchesRealTime", true},
+        };
+        QJsonObject sources = record.value("sources").toObject();
+        for (auto it = facts.begin(); it != facts.end(); ++it) {
+            record.insert(it.key(), it.value());
+            sources.insert(it.key(), "c");
+        }
+        record.insert("sources", sources);
+        const ModelsFile file = fileOf({record});
+        QCOMPARE(file.errors(), QStringList());
+        const PrinterProfile profile = *file.profile("FIRST");
+        QCOMPARE(profile.rasterCommand(), RasterCommand::BitImage);
+        QCOMPARE(profile.ownCharacters(), 95);
+        QCOMPARE(profile.drawnCodes(),
+                 (QMap<Paper::Symbology, int>{{Paper::Symbology::Ean13, 13},
+                                              {Paper::Symbology::QrCode, 2953}}));
+        QCOMPARE(profile.leastModule(), 1);
+        QCOMPARE(profile.mostModule(), 8);
+        QCOMPARE(profile.cutCommand(), CutCommand::EscI);
+        QCOMPARE(profile.dotsToCutter(), 120);
+        QCOMPARE(profile.presenter(), Presenter::Citizen);
+        QCOMPARE(profile.presenterTimerStep(), 2500);
+        QCOMPARE(profile.drawers(), 1);
+        QCOMPARE(profile.bufferBytes(), 4096);
+        QCOMPARE(profile.handshake(), Handshake::XonXoff);
+        QCOMPARE(profile.confirmation(), Confirmation::ResponseId);
+        QVERIFY(profile.switchesRealTime());
+        for (auto it = facts.begin(); it != facts.end(); ++it) {
+            QCOMPARE(profile.toJson().value(it.key()), it.value());
+            QCOMPARE(profile.sourceOf(it.key()), QString("c"));
+        }
+    }
+
+    void noDistanceToACutterThatIsntThere()
+    {
+        QJsonObject record = completeRecord();
+        QJsonObject sources = record.value("sources").toObject();
+        sources.insert("dotsToCutter", "d");
+        sources.insert("cutCommand", "d");
+        record.insert("sources", sources);
+        record.insert("dotsToCutter", 120);
+        QCOMPARE(fileOf({record}).profile("FIRST")->dotsToCutter(), 120);
+        record.insert("cutCommand", "None");
+        const ModelsFile file = fileOf({record});
+        QCOMPARE(file.errors(), QStringList());
+        QCOMPARE(file.profile("FIRST")->dotsToCutter(), 0);
+    }
+
+    void noCodesIsAnEmptyObject()
+    {
+        const ModelsFile file = fileWith("drawnCodes", QJsonObject());
+        QCOMPARE(file.errors(), QStringList());
+        QVERIFY(file.profile("SECOND")->drawnCodes().isEmpty());
+    }
+
     void whatIsAbsentIsAsInTheFirst()
     {
         const ModelsFile file = fileWith("headDots", 384);
@@ -116,6 +189,48 @@ private Q_SLOTS:
             "\"kanjiSet\" has to be the name of a set of two-byte characters, or an empty text");
         row("dotsToCutter", -1, "\"dotsToCutter\" has to be a whole number from 0 to 2000");
         row("cutter", 1, "\"cutter\" is no known key");
+        row("like", "FIRST", "\"like\" is no known key");
+        row("rasterCommand", "GS v 0",
+            "\"rasterCommand\" has to be one of None, RasterBlock, BitImage, StarRows, "
+            "SwecoinRows");
+        row("rasterCommand", "StarRows", "\"rasterCommand\" isn't one of \"dialect\" EscPos");
+        row("ownCharacters", 96, "\"ownCharacters\" has to be a whole number from 0 to 95");
+        row("ownCharacters", -1, "\"ownCharacters\" has to be a whole number from 0 to 95");
+        const QString codes =
+            "upcA, upcE, ean13, ean8, code39, itf, codabar, code93, code128, "
+            "gs1_128, gs1DataBar, qrCode";
+        row("drawnCodes", QJsonArray{"qrCode"},
+            "\"drawnCodes\" has to be an object of codes and the bytes that each takes");
+        row("drawnCodes", QJsonObject{{"qr", 1}},
+            qPrintable("\"drawnCodes\" has to be of codes among " + codes + "; \"qr\" isn't one"));
+        for (const QJsonValue &bytes : {QJsonValue(0), QJsonValue(7090), QJsonValue("all")})
+            row("drawnCodes", QJsonObject{{"qrCode", bytes}},
+                "\"drawnCodes\" has to be of codes with numbers of bytes from 1 to 7089; that of "
+                "\"qrCode\" isn't one");
+        row("leastModule", 0, "\"leastModule\" has to be a whole number from 1 to 16");
+        row("leastModule", 7, "\"leastModule\" is more than \"mostModule\"");
+        row("mostModule", 17, "\"mostModule\" has to be a whole number from 1 to 16");
+        row("mostModule", 1, "\"leastModule\" is more than \"mostModule\"");
+        row("cutCommand", "GS V",
+            "\"cutCommand\" has to be one of None, GsV, EscI, StarEscD, SwecoinEscRs");
+        row("cutCommand", "SwecoinEscRs", "\"cutCommand\" isn't one of \"dialect\" EscPos");
+        row("presenter", true,
+            "\"presenter\" has to be one of None, Custom, Citizen, Star, Swecoin");
+        row("presenter", "Star", "\"presenter\" isn't one of \"dialect\" EscPos");
+        row("presenter", "Custom", "\"presenter\" isn't one of \"vendor\" Epson");
+        row("presenter", "Citizen", "\"presenter\" isn't one of \"vendor\" Epson");
+        row("presenterTimerStep", 60001,
+            "\"presenterTimerStep\" has to be a whole number from 0 to 60000");
+        row("drawers", 3, "\"drawers\" has to be a whole number from 0 to 2");
+        row("bufferBytes", -1, "\"bufferBytes\" has to be a whole number from 0 to 16777216");
+        row("handshake", "rtscts", "\"handshake\" has to be one of None, RtsCts, DtrDsr, XonXoff");
+        row("confirmation", "Printed",
+            "\"confirmation\" has to be one of None, Processed, ResponseId, StarCounter, "
+            "SwecoinData");
+        row("confirmation", "StarCounter", "\"confirmation\" isn't one of \"dialect\" EscPos");
+        row("switchesRealTime", 1, "\"switchesRealTime\" has to be true or false");
+        // What the other model prints by isn't of this dialect.
+        row("dialect", "Swecoin", "\"rasterCommand\" isn't one of \"dialect\" Swecoin");
     }
     void faultsNameFileModelAndKey()
     {

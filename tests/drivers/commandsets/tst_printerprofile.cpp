@@ -129,6 +129,113 @@ private Q_SLOTS:
         QCOMPARE(units("CITIZEN_CBM_1000"), QSize(203, 360));
     }
 
+    void wayOfPicturesDependsOnTheModel()
+    {
+        for (const QString &id : PrinterProfile::modelIds()) {
+            const auto profile = PrinterProfile::forModel(id);
+            RasterCommand command = RasterCommand::RasterBlock;
+            if (profile->vendor() == Vendor::Custom)
+                command = RasterCommand::BitImage;
+            else if (profile->vendor() == Vendor::Star)
+                command = RasterCommand::StarRows;
+            else if (profile->vendor() == Vendor::Swecoin)
+                command = RasterCommand::SwecoinRows;
+            QCOMPARE(profile->rasterCommand(), command);
+        }
+    }
+
+    void presentersDependOnTheModel()
+    {
+        QMap<QString, Presenter> presenters;
+        for (const QString &id : PrinterProfile::modelIds()) {
+            const Presenter presenter = PrinterProfile::forModel(id)->presenter();
+            if (presenter != Presenter::None)
+                presenters.insert(id, presenter);
+        }
+        QCOMPARE(presenters, (QMap<QString, Presenter>{{"CUSTOM_VKP_80", Presenter::Custom},
+                                                       {"CUSTOM_TG_2480_H", Presenter::Custom},
+                                                       {"CUSTOM_TG_2480_SE", Presenter::Custom},
+                                                       {"CITIZEN_PPU_700", Presenter::Citizen},
+                                                       {"CITIZEN_PPU_231", Presenter::Citizen},
+                                                       {"SWECOIN_TM_20XX", Presenter::Swecoin}}));
+        QCOMPARE(PrinterProfile::forModel("CITIZEN_PPU_700")->presenterTimerStep(), 1000);
+        QCOMPARE(PrinterProfile::forModel("CITIZEN_PPU_231")->presenterTimerStep(), 2500);
+        QCOMPARE(PrinterProfile::forModel("CUSTOM_VKP_80")->presenterTimerStep(), 0);
+    }
+
+    void cuttersDependOnTheDialect_data() { addModels(); }
+    void cuttersDependOnTheDialect()
+    {
+        QFETCH(QString, id);
+        const auto profile = PrinterProfile::forModel(id);
+        CutCommand command = CutCommand::GsV;
+        if (profile->vendor() == Vendor::Custom)
+            command = CutCommand::EscI;
+        else if (profile->dialect() == Dialect::StarLine)
+            command = CutCommand::StarEscD;
+        else if (profile->dialect() == Dialect::Swecoin)
+            command = CutCommand::SwecoinEscRs;
+        QCOMPARE(profile->cutCommand(), command);
+        QVERIFY(profile->dotsToCutter() > 0);
+    }
+
+    void confirmationsDependOnTheDialect_data() { addModels(); }
+    void confirmationsDependOnTheDialect()
+    {
+        QFETCH(QString, id);
+        const auto profile = PrinterProfile::forModel(id);
+        const QMap<Dialect, Confirmation> expected{
+            {Dialect::EscPos, Confirmation::Processed},
+            {Dialect::StarLine, Confirmation::StarCounter},
+            {Dialect::Swecoin, Confirmation::SwecoinData},
+        };
+        QCOMPARE(profile->confirmation(), expected.value(profile->dialect()));
+    }
+
+    void onlyPrintersKnownForItDrawQrCodes()
+    {
+        // Others print the payload as text.
+        for (const QString &id : PrinterProfile::modelIds()) {
+            const auto profile = PrinterProfile::forModel(id);
+            QCOMPARE(profile->drawnCodes().contains(Paper::Symbology::QrCode),
+                     profile->vendor() == Vendor::General);
+        }
+    }
+
+    void ownFactsHaveSources_data() { addModels(); }
+    void ownFactsHaveSources()
+    {
+        QFETCH(QString, id);
+        const QJsonObject facts = PrinterProfile::forModel(id)->toJson();
+        const QJsonObject general = PrinterProfile().toJson();
+        for (auto it = facts.begin(); it != facts.end(); ++it) {
+            if (it.key() == "id" || it.key() == "note" || it.key() == "sources")
+                continue;
+            if (it.value() != general.value(it.key()))
+                QVERIFY2(!PrinterProfile::forModel(id)->sourceOf(it.key()).isEmpty(),
+                         qPrintable(it.key()));
+            else
+                QVERIFY2(!PrinterProfile().sourceOf(it.key()).isEmpty() || it.key() == "kanjiSet" ||
+                             it.key() == "lineSpacingUnits",
+                         qPrintable(it.key()));
+        }
+    }
+
+    void jsonIsARecordOfItsFile_data() { addModels(); }
+    void jsonIsARecordOfItsFile()
+    {
+        QFETCH(QString, id);
+        const QJsonObject record = PrinterProfile::forModel(id)->toJson();
+        QCOMPARE(record.value("id").toString(), id);
+        const ModelsFile file(QJsonDocument(QJsonArray{record}).toJson(), "own.info",
+                              {*PrinterProfile::forModel(id)});
+        QCOMPARE(file.errors(), QStringList());
+        QCOMPARE(file.profile(id)->toJson().value("drawnCodes"), record.value("drawnCodes"));
+        QJsonObject again = file.profile(id)->toJson();
+        again.insert("sources", record.value("sources"));
+        QCOMPARE(again, record);
+    }
+
     void defaultIsAGeneralEpsonPrinter()
     {
         const PrinterProfile profile;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QMap>
 #include <QSharedDataPointer>
 #include <QSize>
@@ -114,12 +115,17 @@ public:
     int mostModule() const;
     CutCommand cutCommand() const;  ///< how it cuts
     Presenter presenter() const;    ///< how it hands out
-    int drawers() const;            ///< connectors for them, 0 to 2
-    int bufferBytes() const;        ///< that it takes before it says that it is busy; 0: unknown
-    Handshake handshake() const;    ///< as it is delivered
+    /// Milliseconds of a step of the timer behind which the presenter itself takes a ticket back,
+    /// which has nine steps; 0: it has none.
+    int presenterTimerStep() const;
+    int drawers() const;          ///< connectors for them, 0 to 2
+    int bufferBytes() const;      ///< that it takes before it says that it is busy; 0: unknown
+    Handshake handshake() const;  ///< as it is delivered
     Confirmation confirmation() const;  ///< what it can tell of a job
     /// Whether GS ( D switches the commands off that act at once, even inside pictures.
     bool switchesRealTime() const;
+    /// All facts, as a file of models has them in one record.
+    QJsonObject toJson() const;
     /// Where a fact is from, by its name in the data, such as "headDots"; empty if it is the
     /// general Epson one.
     QString sourceOf(const QString &fact) const;
