@@ -22,23 +22,28 @@ using printerslib::drivers::PrintTarget;
 constexpr int mostBbCodeCharacters = 255;
 
 /// The same document on every paper.
-PreviewedReceipt always(const TextPrinterDocument &document,
-                        const QStringList &companions = QStringList())
+PreviewedReceipt always(const TextPrinterDocument &document)
 {
-    return {[document](const PrintTarget &) { return document; }, companions};
+    PreviewedReceipt receipt;
+    receipt.documentFor = [document](const PrintTarget &) { return document; };
+    return receipt;
 }
 
-/// The file of symbols that a template names, if it does. Complains if it can't be used.
-QStringList symbolFiles(const QString &fileName, const QString &text, const QString &folder)
+/// Looks for the file of symbols that a template names, if it does. Complains if it can't be used.
+void findSymbolFile(const QString &fileName, const QString &text, const QString &folder,
+                    PreviewedReceipt &receipt)
 {
     const auto file = templatelint::symbolFileOf(text.split(QLatin1Char('\n')), folder);
-    if (file && !file->fault.isEmpty())
+    if (!file)
+        return;
+    receipt.companions.append(file->path);
+    receipt.isWhole = file->fault.isEmpty();
+    if (!receipt.isWhole)
         complain(QStringLiteral("%1:%2:%3: %4")
                      .arg(fileName)
                      .arg(file->line)
                      .arg(file->column)
                      .arg(file->fault));
-    return file ? QStringList(file->path) : QStringList();
 }
 
 }  // namespace
@@ -50,10 +55,11 @@ PreviewSource templateSource(const QString &fileName, const QString &data, const
         const auto source = readTemplateAndDocument(fileName, data, codec, rules);
         if (!source)
             return std::nullopt;
-        const QStringList symbols = symbolFiles(fileName, source->text, symbolFolder);
         PrinterDocumentFormatter formatter(margin, nullptr);
         formatter.setTemplate(source->text);
-        return always(formatter.toTextPrinterDocument(source->document), symbols);
+        PreviewedReceipt receipt = always(formatter.toTextPrinterDocument(source->document));
+        findSymbolFile(fileName, source->text, symbolFolder, receipt);
+        return receipt;
     };
 }
 
@@ -78,8 +84,10 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
         const QVector<BbCodePicture> pictures = picturesOf(*text, imageFolder);
         for (const BbCodePicture &picture : pictures) {
             receipt.companions.append(picture.pattern);
-            if (!picture.fault.isEmpty())
-                complain(QStringLiteral("%1: %2").arg(fileName, picture.fault));
+            if (picture.fault.isEmpty())
+                continue;
+            receipt.isWhole = false;
+            complain(QStringLiteral("%1: %2").arg(fileName, picture.fault));
         }
         receipt.documentFor = [text = *text, imageFolder](const PrintTarget &target) {
             BbCodeParser parser(nullptr);

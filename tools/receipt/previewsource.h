@@ -19,6 +19,7 @@ struct PreviewedReceipt
 {
     std::function<TextPrinterDocument(const printerslib::drivers::PrintTarget &)> documentFor;
     QStringList companions;  ///< what the files name; see WatchedRun
+    bool isWhole = true;     ///< whether all of these could be read
 };
 
 /// Reads the files as they are now. Complains and gives nothing on failure; complains, too, about

@@ -20,12 +20,14 @@ QCommandLineOption paperOption(const QString &byDefault = QStringLiteral("0"),
             QStringLiteral("N"), value};
 }
 
-QCommandLineOption fontOption()
+QCommandLineOption fontOption(const QString &byDefault = QStringLiteral("0"),
+                              const QString &value = QStringLiteral("0"))
 {
     return {QStringLiteral("font"),
             QStringLiteral("The model's font, from 0, of text that chooses none (or font 0, which "
-                           "is the same); default: 0."),
-            QStringLiteral("N"), QStringLiteral("0")};
+                           "is the same); default: %1.")
+                .arg(byDefault),
+            QStringLiteral("N"), value};
 }
 
 std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser,
@@ -84,6 +86,12 @@ QList<QCommandLineOption> paperOptions(const QString &defaultModel)
     return {modelOption(defaultModel), paperOption(), fontOption()};
 }
 
+QList<QCommandLineOption> paperOptionsOr(const QString &otherwise)
+{
+    return {describedModelOption(otherwise, QString()), paperOption(otherwise, QString()),
+            fontOption(otherwise, QString())};
+}
+
 bool choosesPaper(const QCommandLineParser &parser)
 {
     return parser.isSet(paperOption()) || parser.isSet(fontOption());
@@ -95,6 +103,26 @@ std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser)
     if (!model)
         return std::nullopt;
     return paperUpTo(parser, model, model->paperTypes().lastKey(), model->fontTypes().size() - 1);
+}
+
+std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser, const ChosenPaper &otherwise)
+{
+    ChosenPaper chosen = otherwise;
+    if (parser.isSet(paperOption())) {
+        const auto paper =
+            numberOf(parser, paperOption(), 0, otherwise.model->paperTypes().lastKey());
+        if (!paper)
+            return std::nullopt;
+        chosen.paper = *paper;
+    }
+    if (parser.isSet(fontOption())) {
+        const auto font =
+            numberOf(parser, fontOption(), 0, otherwise.model->fontTypes().size() - 1);
+        if (!font)
+            return std::nullopt;
+        chosen.font = *font;
+    }
+    return chosen;
 }
 
 std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser)

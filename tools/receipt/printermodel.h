@@ -34,10 +34,15 @@ QCommandLineOption modelOption(const QString &byDefault = QString());
 QCommandLineOption neededModelOption();
 /// The options --model, --paper and --font.
 QList<QCommandLineOption> paperOptions(const QString &defaultModel = QString());
+/// The same of a command that takes from elsewhere what isn't given.
+/// @param otherwise where from, as the help calls it
+QList<QCommandLineOption> paperOptionsOr(const QString &otherwise);
 /// Whether one of --paper and --font is given.
 bool choosesPaper(const QCommandLineParser &parser);
 /// What these options say of the model. Complains and gives nothing for what isn't there.
 std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser);
+/// What --paper and --font say of a model that was found elsewhere; what isn't given is as there.
+std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser, const ChosenPaper &otherwise);
 /// The same for a command that takes all models, whatever --model says.
 std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser);
 

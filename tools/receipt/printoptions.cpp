@@ -118,11 +118,10 @@ CharacterSet characterSetOf(const QString &name, const QMap<int, QString> &known
     return {std::nullopt, true};
 }
 
-PrintOptions optionsWith(const QCommandLineParser &parser, int codePage)
+PrintOptions optionsWith(const QCommandLineParser &parser, int codePage, PrintOptions options = {})
 {
-    PrintOptions options;
     options.codePage = codePage;
-    options.isPicture = parser.isSet(asPictureOption());
+    options.isPicture = options.isPicture || parser.isSet(asPictureOption());
     return options;
 }
 
@@ -177,12 +176,15 @@ QList<QCommandLineOption> printOptions()
 }
 
 std::optional<PrintOptions> printOptionsOf(const QCommandLineParser &parser,
-                                           const PrinterProfile &profile)
+                                           const PrinterProfile &profile,
+                                           const PrintOptions &otherwise)
 {
+    if (!parser.isSet(characterSetOption()))
+        return optionsWith(parser, otherwise.codePage, otherwise);
     const QString name = parser.value(characterSetOption());
     const CharacterSet set = characterSetOf(name, profile.codePages());
     if (set.number)
-        return optionsWith(parser, *set.number);
+        return optionsWith(parser, *set.number, otherwise);
     complainOfCharacterSet(name, profile.codePages());
     return std::nullopt;
 }

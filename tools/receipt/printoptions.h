@@ -35,8 +35,10 @@ printerslib::drivers::PrintTarget targetOf(const PrinterInfo &model, const Chose
 /// The options --code-page and --as-picture.
 QList<QCommandLineOption> printOptions();
 /// What these say. Complains and gives nothing for a character set that the model lacks.
+/// @param otherwise what the options don't say
 std::optional<printerslib::drivers::PrintOptions> printOptionsOf(
-    const QCommandLineParser &parser, const printerslib::drivers::PrinterProfile &profile);
+    const QCommandLineParser &parser, const printerslib::drivers::PrinterProfile &profile,
+    const printerslib::drivers::PrintOptions &otherwise = {});
 /// The same for one of all models: one that lacks the character set begins with its own. Complains
 /// and gives nothing for what can't be one at all.
 std::optional<printerslib::drivers::PrintOptions> printOptionsOfEach(
