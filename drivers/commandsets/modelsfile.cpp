@@ -594,6 +594,11 @@ QString ModelsFile::checkWhole(const Data &data)
         return QStringLiteral("\"initialFont\" is none of \"fonts\"");
     if (!data.codePages.contains(data.initialCodePage))
         return QStringLiteral("\"initialCodePage\" is none of \"codePages\"");
+    const bool hasTooWide =
+        std::any_of(data.fonts.begin(), data.fonts.end(),
+                    [&data](const QSize &cell) { return cell.width() > data.headDots; });
+    if (hasTooWide)
+        return QStringLiteral("\"fonts\" has one that is wider than \"headDots\"");
     if (data.leastModule > data.mostModule)
         return QStringLiteral("\"leastModule\" is more than \"mostModule\"");
     return checkDialect(data);

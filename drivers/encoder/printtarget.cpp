@@ -62,17 +62,29 @@ QSize ownCharacterOf(const FontInfo &font, const PrinterProfile &profile, const 
     return dots.isEmpty() ? cell : dots.boundedTo(cell);
 }
 
+std::optional<PrintTarget> targetOf(const std::optional<PrinterProfile> &profile, int paperId,
+                                    int baseFont)
+{
+    const QString id = profile ? profile->catalogueId() : QString();
+    const QList<PrinterInfo> records = PrinterInfo::fromResources();
+    const auto record =
+        std::find_if(records.begin(), records.end(), [&id](const auto &r) { return r.id() == id; });
+    if (!profile || record == records.end())
+        return std::nullopt;
+    return PrintTarget(*profile, *record, paperId, baseFont);
+}
+
 }  // namespace
 
 std::optional<PrintTarget> PrintTarget::forModel(const QString &modelId, int paperId, int baseFont)
 {
-    const auto profile = PrinterProfile::forModel(modelId);
-    const QList<PrinterInfo> records = PrinterInfo::fromResources();
-    const auto record = std::find_if(records.begin(), records.end(),
-                                     [&modelId](const auto &r) { return r.id() == modelId; });
-    if (!profile || record == records.end())
-        return std::nullopt;
-    return PrintTarget(*profile, *record, paperId, baseFont);
+    return targetOf(PrinterProfile::forModel(modelId), paperId, baseFont);
+}
+
+std::optional<PrintTarget> PrintTarget::forModel(const PrinterModels &models,
+                                                 const QString &modelId, int paperId, int baseFont)
+{
+    return targetOf(models.profile(modelId), paperId, baseFont);
 }
 
 PrintTarget::PrintTarget(const PrinterProfile &profile, const PrinterInfo &record, int paperId,

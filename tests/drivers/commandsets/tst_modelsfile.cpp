@@ -175,6 +175,7 @@ private Q_SLOTS:
              {QJsonArray{0, 24}, QJsonArray{12, 0}, QJsonArray{-12, 24}, QJsonArray{0.5, 24}})
             row("fonts", QJsonArray{QJsonArray{12, 24}, cell},
                 "\"fonts\" has to be pairs of whole numbers from 1 to 255");
+        row("headDots", 8, "\"fonts\" has one that is wider than \"headDots\"");
         row("initialFont", 2, "\"initialFont\" is none of \"fonts\"");
         row("codePages", QJsonObject(),
             "\"codePages\" has to be at least one number with its name");

@@ -6,6 +6,7 @@
 
 #include "printers/printerinfo.h"
 #include "printerslib/drivers/drivers_export.h"
+#include "printerslib/drivers/printermodels.h"
 #include "printerslib/drivers/printerprofile.h"
 
 namespace printerslib::drivers {
@@ -32,6 +33,10 @@ public:
     /// @param baseFont the font with which font byte 0 prints, by its number in the catalogue
     static std::optional<PrintTarget> forModel(const QString &modelId, int paperId,
                                                int baseFont = 0);
+    /// The same of models that a user's files may have changed or added. The catalogue's record is
+    /// that of PrinterProfile::catalogueId().
+    static std::optional<PrintTarget> forModel(const PrinterModels &models, const QString &modelId,
+                                               int paperId, int baseFont = 0);
     /// @param record of the catalogue; its papers and fonts count, and what it says of formats
     PrintTarget(const PrinterProfile &profile, const PrinterInfo &record, int paperId,
                 int baseFont = 0);
