@@ -76,6 +76,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
     };
 
     PrintTarget target;                ///< what it was laid out for
+    int firstPage = 0;                 ///< number of the code page that the text begins with
     std::vector<Row> rows;             ///< from top to bottom
     std::vector<Cell> cells;           ///< in the order of the rows
     QVector<Paper::Picture> drawings;  ///< of characters; `size` and `rows` count, not `place`
@@ -85,6 +86,8 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
     QVector<PrintNote> notes;          ///< in the order of the blocks, those of the document first
     QString error;  ///< why the document can't be printed at all; names the block
 
+    /// An empty one.
+    explicit PrintLayout(const PrintTarget &printTarget) : target(printTarget) {}
     /// Lays a document out.
     /// @param codes outlives the call
     static PrintLayout of(const TextPrinterDocument &document, const PrintTarget &target,
