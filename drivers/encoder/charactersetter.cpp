@@ -72,6 +72,11 @@ void CharacterSetter::sift(const PrintLayout::Row &row)
     char16_t previous = 0;
     for (int i = 0; i < row.count; ++i) {
         const char16_t character = cells[i].character;
+        // Most of a text that isn't ASCII.
+        if (character > lastControl && cells[i].format < CharRawCode && m_pages->has(character)) {
+            previous = character;
+            continue;
+        }
         if (QChar::isSurrogate(character))
             setSurrogate(cells[i], previous, i + 1 < row.count ? cells[i + 1].character : u'\0');
         siftCell(cells[i]);

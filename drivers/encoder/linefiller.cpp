@@ -1,6 +1,7 @@
 #include "encoder/linefiller_p.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "printerdocs/echarformat.h"
 
@@ -22,7 +23,22 @@ bool isPair(const QString &text, int first)
            text.at(first + 1).isLowSurrogate();
 }
 
+bool areAlike(const QByteArray &bytes)
+{
+    const int size = bytes.size();
+    return size < 2 || std::memcmp(bytes.constData(), bytes.constData() + 1, size_t(size - 1)) == 0;
+}
+
 }  // namespace
+
+LineFiller::Line::Line(const QString &lineText, const QByteArray &formats, const QByteArray &fonts,
+                       ETextAlignment lineAlignment)
+    : text(lineText),
+      format(formats),
+      font(fonts),
+      alignment(lineAlignment),
+      isUniform(areAlike(formats) && areAlike(fonts))
+{}
 
 LineFiller::LineFiller(const PrintTarget &target, const QByteArray &allowedRawCodes,
                        int spacesInFront)
@@ -73,10 +89,14 @@ LineFiller::Run LineFiller::runFrom(const Line &line, int first) const
     const char format = line.format.at(first);
     const char font = line.font.at(first);
     const int size = line.text.size();
-    int end = first + 1;
-    while (end < size && line.format.at(end) == format && line.font.at(end) == font)
-        ++end;
-    run.end = isPair(line.text, end - 1) ? end + 1 : end;
+    int end = size;
+    if (!line.isUniform) {
+        end = first + 1;
+        while (end < size && line.format.at(end) == format && line.font.at(end) == font)
+            ++end;
+        end += isPair(line.text, end - 1) ? 1 : 0;
+    }
+    run.end = end;
     const auto bits = static_cast<quint8>(format);
     run.isRaw = (bits & CharRawCode) != 0;
     run.format = bits & allFormats;
@@ -151,17 +171,20 @@ void LineFiller::add(const char16_t *characters, int count, const Run &run)
     Cell cell;
     cell.format = run.format & m_printed;
     cell.font = run.font;
-    m_cells->insert(m_cells->end(), static_cast<size_t>(count), cell);
-    Cell *const added = m_cells->data() + m_cells->size() - count;
+    const size_t size = m_cells->size();
+    m_cells->resize(size + static_cast<size_t>(count));
+    Cell *const added = m_cells->data() + size;
     bool isOdd = false;
+    bool hasCodes = run.isRaw;
     for (int i = 0; i < count; ++i) {
-        added[i].character = characters[i];
-        isOdd |= !isPlain(characters[i]);
+        const char16_t character = characters[i];
+        cell.character = character;
+        added[i] = cell;
+        isOdd |= !isPlain(character);
+        hasCodes |= !isPlain(character) && character <= lastControl;
     }
-    if (isOdd) {
-        for (int i = 0; i < count; ++i)
-            setCharacter(added[i], run.isRaw);
-    }
+    for (int i = 0; i < count && hasCodes; ++i)
+        setCharacter(added[i], run.isRaw);
     m_isOdd |= isOdd;
     m_next += count * run.cell.width();
     m_height = std::max(m_height, run.cell.height());

@@ -21,10 +21,14 @@ public:
     /// A line of a text block. Refers to its text and bytes.
     struct Line
     {
+        Line(const QString &lineText, const QByteArray &formats, const QByteArray &fonts,
+             ETextAlignment lineAlignment);
+
         const QString &text;
         documents::CharacterBytes format;
         documents::CharacterBytes font;
-        ETextAlignment alignment = AlignLeft;
+        ETextAlignment alignment;
+        bool isUniform;  ///< all characters look alike
     };
     struct RowEnd
     {

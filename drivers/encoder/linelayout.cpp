@@ -44,9 +44,7 @@ QVector<LaidLine> LineLayout::rowsOf(const QString &text, const QByteArray &form
     LineFiller filler(m_target, m_allowedRawCodes);
     Cells cells;
     std::vector<LineFiller::RowEnd> ends;
-    const LineFiller::Line line{text, documents::CharacterBytes(format),
-                                documents::CharacterBytes(font), alignment};
-    filler.fill(line, std::numeric_limits<int>::max(), cells, ends);
+    filler.fill({text, format, font, alignment}, std::numeric_limits<int>::max(), cells, ends);
     QVector<LaidLine> rows;
     rows.reserve(static_cast<int>(ends.size()));
     int first = 0;

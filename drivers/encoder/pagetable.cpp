@@ -117,7 +117,10 @@ void PageTable::Rows::addSpaces()
 }
 
 PageTable::PageTable(const QMap<int, QString> &pages) : m_rows(std::make_shared<const Rows>(pages))
-{}
+{
+    for (unsigned value = 0; value < 0x10000; ++value)
+        m_characters[value >> 6] |= quint64(m_rows->hasAny(char16_t(value))) << (value & 63);
+}
 
 std::shared_ptr<const PageTable> PageTable::of(const PrinterProfile &profile)
 {
@@ -140,11 +143,6 @@ std::shared_ptr<const PageTable> PageTable::of(const PrinterProfile &profile)
         tables.erase(tables.begin());
     tables.push_back({pages, std::shared_ptr<const PageTable>(new PageTable(pages))});
     return tables.back().table;
-}
-
-bool PageTable::has(char16_t character) const
-{
-    return m_rows->hasAny(character);
 }
 
 std::optional<unsigned char> PageTable::byteOn(int page, char16_t character) const

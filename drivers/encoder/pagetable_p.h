@@ -2,6 +2,7 @@
 
 #include <QMap>
 #include <QString>
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -20,7 +21,10 @@ public:
 
     /// Whether any page has it. Blanks are characters, control characters (below 0x20, 0x7F to
     /// 0x9F) aren't.
-    bool has(char16_t character) const;
+    bool has(char16_t character) const
+    {
+        return (m_characters[character >> 6] >> (character & 63) & 1) != 0;
+    }
     /// The byte on a page of this number; nothing if the page lacks the character.
     std::optional<unsigned char> byteOn(int page, char16_t character) const;
     /// The page for a text that begins with a character that `current` lacks: the preferred one if
@@ -38,6 +42,7 @@ private:
     explicit PageTable(const QMap<int, QString> &pages);
 
     std::shared_ptr<const Rows> m_rows;
+    std::array<quint64, 1024> m_characters = {};  ///< a bit for each that any page has
 };
 
 }  // namespace printerslib::drivers

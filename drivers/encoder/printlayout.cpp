@@ -103,16 +103,12 @@ void noteOptions(LayoutSheet &sheet, const TextPrinterDocument &document,
 /// Room for all characters, so that cells are seldom moved.
 void reserve(PrintLayout &layout, const QList<DocumentBlock> &blocks)
 {
-    size_t lines = 0;
-    size_t characters = 0;
-    for (const DocumentBlock &block : blocks) {
-        const QStringList text = block.text();
-        lines += static_cast<size_t>(text.size());
-        characters += static_cast<size_t>(block.symbolsCount());
-    }
     constexpr size_t most = 1 << 16;
-    layout.rows.reserve(std::min(most, lines + 2 * static_cast<size_t>(blocks.size())));
+    size_t characters = 0;
+    for (const DocumentBlock &block : blocks)
+        characters += static_cast<size_t>(block.symbolsCount());
     layout.cells.reserve(std::min(most, characters + characters / 4));
+    layout.rows.reserve(std::min(most, characters / 32 + 2 * static_cast<size_t>(blocks.size())));
 }
 
 }  // namespace

@@ -49,8 +49,7 @@ void TextSetter::add(const DocumentBlock &block)
     const QList<int> spacing = block.lineSpacing();
     const ETextAlignment alignment = block.alignment();
     for (int i = 0; i < text.size() && !m_sheet.isFull(); ++i) {
-        const LineFiller::Line line{text.at(i), documents::CharacterBytes(format.at(i)),
-                                    documents::CharacterBytes(font.at(i)), alignment};
+        const LineFiller::Line line(text.at(i), format.at(i), font.at(i), alignment);
         addLine(line, i + 1, spacing.at(i));
     }
 }
