@@ -152,6 +152,34 @@ private Q_SLOTS:
         QVERIFY(listed.output.contains(QStringLiteral("Привет")));
     }
 
+    void modelsOfAFileAreRead()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("own.json", R"([{"id": "SHOP_80", "like": "CUSTOM_VKP_80",
+                                         "codePages": {"0": "CP437", "9": "CP866"}}])");
+        const QByteArray stream = "\x1Bt\x09\x8F\n";
+        const ReceiptRun run =
+            runReceipt({"decode", "-", "--model", "SHOP_80", "--models", file}, stream);
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.output, QString("П\n"));
+        // Its paper is that of the model which it is like.
+        const ReceiptRun json = runReceipt(
+            {"decode", "-", "--model", "SHOP_80", "--models", file, "--as", "json"}, stream);
+        QVERIFY(json.output.startsWith("{\"model\":\"SHOP_80\""));
+        QVERIFY(json.output.contains("\"width\":512"));
+        QCOMPARE(runReceipt({"decode", "-", "--model", "SHOP_80"}, stream).status, 2);
+    }
+
+    void faultyFileOfModelsIsRefused()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("own.json", "{}");
+        const ReceiptRun run = decoded("a\n", {"--models", file});
+        QCOMPARE(run.status, 2);
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.errors, "receipt: " + file + ": not an array of models\n");
+    }
+
     void wrongUsageIsRefused_data()
     {
         QTest::addColumn<QStringList>("arguments");

@@ -93,6 +93,98 @@ private Q_SLOTS:
         }
     }
 
+    void charactersAreThoseThatFitTheHead()
+    {
+        // The catalogue has 625 dots, which are 69 characters of 9; the head has 576.
+        const ReceiptRun table = runModels({});
+        const QStringList lines = table.output.split('\n').filter("CITIZEN_CBM_1000");
+        QCOMPARE(lines.value(0).simplified(),
+                 QString("CITIZEN_CBM_1000 Citizen CBM-1000 80 mm 64 64 48 48"));
+        const ReceiptRun one = runModels({"CITIZEN_CBM_1000"});
+        QVERIFY(
+            one.output.contains("625 dots; characters per line: 64 64 48 48 (settings have "
+                                "69 69 52 52)\n"));
+        QVERIFY(one.output.contains("422 dots; characters per line: 46 46 35 35\n"));
+        const ReceiptRun json = runModels({"CITIZEN_CBM_1000", "--json"});
+        const QJsonObject papers =
+            QJsonDocument::fromJson(json.output.toUtf8()).object().value("paperTypes").toObject();
+        QCOMPARE(papers.value("0").toObject().value("charactersPerLine").toArray(),
+                 (QJsonArray{64, 64, 48, 48}));
+    }
+
+    void whatTheDriverKnowsIsToldWithItsSource()
+    {
+        const QStringList lines = runModels({"TSP-TUP"}).output.split('\n');
+        for (const char *line :
+             {"driver's cutCommand: StarEscD (Star Line Mode Command Specifications, thermal)",
+              "driver's fonts: [[12,24],[9,24]] (Star Line Mode Command Specifications, thermal)",
+              "driver's initialFont: 0", "driver's switchesRealTime: false"})
+            QVERIFY2(lines.contains(line), line);
+        QVERIFY(lines.filter("driver's note").isEmpty());
+        QCOMPARE(runModels({"AV_268"}).output.split('\n').filter("driver's note"),
+                 QStringList("driver's note: no public manual: taken for a general Epson printer"));
+    }
+
+    void jsonHoldsWhatTheDriverKnows()
+    {
+        const ReceiptRun one = runModels({"SWECOIN_TM_20XX", "--json"});
+        const QJsonObject driver =
+            QJsonDocument::fromJson(one.output.toUtf8()).object().value("driver").toObject();
+        QCOMPARE(driver.value("id").toString(), QString("SWECOIN_TM_20XX"));
+        QCOMPARE(driver.value("rasterCommand").toString(), QString("SwecoinRows"));
+        QVERIFY(!driver.value("sources").toObject().value("rasterCommand").toString().isEmpty());
+    }
+
+    void modelsOfAFile()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file(
+            "own.json", R"([{"id": "SHOP_80", "like": "CITIZEN_CBM_1000", "headDots": 540},
+                        {"id": "TSP-TUP", "headDots": 448}])");
+        const QStringList lines = runModels({"--models", file})
+                                      .output.split('\n')
+                                      .filter(QRegularExpression("^(SHOP_80|TSP-TUP) "));
+        QCOMPARE(lines.size(), 3);
+        QCOMPARE(lines.at(0).simplified(),
+                 QString("TSP-TUP Star TSP 600/700/800, TUP 900 80 mm 37 37 37 37"));
+        QCOMPARE(lines.at(1).simplified(),
+                 QString("SHOP_80 like Citizen CBM-1000 80 mm 60 60 45 45"));
+        const ReceiptRun one = runModels({"SHOP_80", "--models", file});
+        QCOMPARE(one.status, 0);
+        QVERIFY(one.output.contains("\nid: SHOP_80\n"));
+        QVERIFY(one.output.contains("\ndriver's headDots: 540 (" + file + ")\n"));
+        QCOMPARE(runModels({"SHOP_80"}).status, 1);
+    }
+
+    void laterFilesOfModelsPrevail()
+    {
+        const WorkFolder folder;
+        const QString one =
+            folder.file("one.json", R"([{"id": "A", "like": "AV_268", "headDots": 200}])");
+        const QString two = folder.file("two.json", R"([{"id": "A", "headDots": 320}])");
+        const ReceiptRun outcome = runModels({"A", "--models", one, "--models", two});
+        QVERIFY(outcome.output.contains("\ndriver's headDots: 320 (" + two + ")\n"));
+    }
+
+    void faultsOfAFileOfModels()
+    {
+        const WorkFolder folder;
+        const QString file =
+            folder.file("own.json", R"([{"id": "A"}, {"id": "AV_268", "drawers": 3}])");
+        const ReceiptRun outcome = runModels({"AV_268", "--models", file});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.output.isEmpty());
+        QCOMPARE(outcome.errors,
+                 "receipt: " + file +
+                     ": A: \"like\" is missing: a new model needs the id of a known one\n"
+                     "receipt: " +
+                     file + ": AV_268: \"drawers\" has to be a whole number from 0 to 2\n");
+        const ReceiptRun missing = runModels({"--models", folder.path("none")});
+        QCOMPARE(missing.status, 1);
+        QCOMPARE(missing.errors,
+                 "receipt: " + folder.path("none") + ": No such file or directory\n");
+    }
+
     void unknownModelIsBadInput()
     {
         const ReceiptRun outcome = runModels({"av_268"});

@@ -136,13 +136,7 @@ bool setModel(const QCommandLineParser &parser, Request &request)
         return false;
     request.model = *paper->model;
     request.paper = paper->paper;
-    const auto profile = PrinterProfile::forModel(request.model.id());
-    if (!profile) {
-        tool::complain(
-            QStringLiteral("the commands of the model %1 aren't known").arg(request.model.id()));
-        return false;
-    }
-    request.profile = *profile;
+    request.profile = *paper->models.profile(request.model.id());
     request.options.paperDots = request.model.paperType(request.paper).pointsToLine();
     return true;
 }
@@ -249,6 +243,7 @@ int runDecode(const QStringList &arguments)
     const Options options;
     parser.setApplicationDescription(QString::fromLatin1(description));
     parser.addOptions(tool::printedPaperOptions());
+    parser.addOption(tool::modelsFileOption());
     parser.addOptions({options.columns, options.codePage, decodedFormOption(), options.output,
                        tool::prettyOption(), tool::scaleOption(), options.watch});
     parser.addPositionalArgument(QStringLiteral("FILE"),

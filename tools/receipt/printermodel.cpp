@@ -6,6 +6,9 @@
 
 namespace tool {
 
+using printerslib::drivers::PrinterModels;
+using printerslib::drivers::PrinterProfile;
+
 namespace {
 
 // The numbers that some model may have.
@@ -30,7 +33,7 @@ QCommandLineOption fontOption(const QString &byDefault = QStringLiteral("0"),
             QStringLiteral("N"), value};
 }
 
-std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser,
+std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser, const PrinterModels &models,
                                      const std::optional<PrinterInfo> &model, int lastPaper,
                                      int lastFont)
 {
@@ -38,7 +41,7 @@ std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser,
     const auto font = numberOf(parser, fontOption(), 0, lastFont);
     if (!paper || !font)
         return std::nullopt;
-    return ChosenPaper{model, *paper, *font};
+    return ChosenPaper{models, model, *paper, *font};
 }
 
 QCommandLineOption describedModelOption(const QString &described, const QString &value)
@@ -52,12 +55,49 @@ QCommandLineOption describedModelOption(const QString &described, const QString 
 
 }  // namespace
 
-std::optional<PrinterInfo> findModel(const QString &id)
+QCommandLineOption modelsFileOption()
 {
-    const auto model = receiptpreview::catalogueModel(id);
-    if (!model)
-        complain(QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(id));
-    return model;
+    return {
+        QStringLiteral("models"),
+        QStringLiteral("A file of further models and of other facts of known ones; may be given "
+                       "several times. \"receipt models ID --json\" shows under \"driver\" what "
+                       "a record holds."),
+        QStringLiteral("FILE")};
+}
+
+std::optional<PrinterModels> modelsOf(const QCommandLineParser &parser)
+{
+    const QString option = QStringLiteral("models");
+    QStringList faults;
+    PrinterModels models;
+    // The parser itself complains of a question for what a command hasn't.
+    const QStringList files =
+        parser.optionNames().contains(option) ? parser.values(option) : QStringList();
+    for (const QString &file : files)
+        faults += models.addFile(file);
+    for (const QString &fault : qAsConst(faults))
+        complain(fault);
+    return faults.isEmpty() ? std::make_optional(models) : std::nullopt;
+}
+
+PrinterInfo recordOf(const PrinterProfile &profile)
+{
+    PrinterInfo record =
+        receiptpreview::catalogueModel(profile.catalogueId()).value_or(PrinterInfo());
+    if (profile.modelId() == profile.catalogueId())
+        return record;
+    record.setId(profile.modelId());
+    record.setName(QStringLiteral("like ") + record.name());
+    return record;
+}
+
+std::optional<PrinterInfo> findModel(const PrinterModels &models, const QString &id)
+{
+    const auto profile = models.profile(id);
+    if (profile)
+        return recordOf(*profile);
+    complain(QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(id));
+    return std::nullopt;
 }
 
 int charactersPerLine(const PrinterInfo &model, int paper, int font)
@@ -99,10 +139,12 @@ bool choosesPaper(const QCommandLineParser &parser)
 
 std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser)
 {
-    const auto model = findModel(parser.value(modelOption()));
+    const auto models = modelsOf(parser);
+    const auto model = models ? findModel(*models, parser.value(modelOption())) : std::nullopt;
     if (!model)
         return std::nullopt;
-    return paperUpTo(parser, model, model->paperTypes().lastKey(), model->fontTypes().size() - 1);
+    return paperUpTo(parser, *models, model, model->paperTypes().lastKey(),
+                     model->fontTypes().size() - 1);
 }
 
 std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser, const ChosenPaper &otherwise)
@@ -127,7 +169,10 @@ std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser, const Chose
 
 std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser)
 {
-    return paperUpTo(parser, std::nullopt, lastPaperOfAny, lastFontOfAny);
+    const auto models = modelsOf(parser);
+    if (!models)
+        return std::nullopt;
+    return paperUpTo(parser, *models, std::nullopt, lastPaperOfAny, lastFontOfAny);
 }
 
 QList<QCommandLineOption> printedPaperOptions()
@@ -137,15 +182,16 @@ QList<QCommandLineOption> printedPaperOptions()
 
 std::optional<ChosenPaper> printedPaperOf(const QCommandLineParser &parser)
 {
-    const auto model = findModel(parser.value(modelOption()));
+    const auto models = modelsOf(parser);
+    const auto model = models ? findModel(*models, parser.value(modelOption())) : std::nullopt;
     if (!model)
         return std::nullopt;
     if (!parser.isSet(paperOption()))
-        return ChosenPaper{model, receiptpreview::widestPaperOf(*model), 0};
+        return ChosenPaper{*models, model, receiptpreview::widestPaperOf(*model), 0};
     const auto paper = numberOf(parser, paperOption(), 0, model->paperTypes().lastKey());
     if (!paper)
         return std::nullopt;
-    return ChosenPaper{model, *paper, 0};
+    return ChosenPaper{*models, model, *paper, 0};
 }
 
 QCommandLineOption codePageOption()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <printerslib/drivers/printermodels.h>
+
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QList>
@@ -12,8 +14,19 @@ class QTextCodec;
 
 namespace tool {
 
-/// The catalogue's record of a model. Complains and gives nothing for an unknown one.
-std::optional<PrinterInfo> findModel(const QString &id);
+/// The option --models, a file in which a user changes and adds models; it may be given several
+/// times.
+QCommandLineOption modelsFileOption();
+/// The models with what that option says, where a command has it. Complains of each fault, and
+/// gives nothing if there is one.
+std::optional<printerslib::drivers::PrinterModels> modelsOf(const QCommandLineParser &parser);
+
+/// The catalogue's record that goes with a model. That of a model which a file adds has its id, and
+/// says in its name what it is like.
+PrinterInfo recordOf(const printerslib::drivers::PrinterProfile &profile);
+/// The record of a model. Complains and gives nothing for an unknown one.
+std::optional<PrinterInfo> findModel(const printerslib::drivers::PrinterModels &models,
+                                     const QString &id);
 
 /// Characters per line of a model's font (from 0) on one of its papers, as the library works them
 /// out.
@@ -22,7 +35,8 @@ int charactersPerLine(const PrinterInfo &model, int paper, int font);
 /// What a receipt is printed on.
 struct ChosenPaper
 {
-    std::optional<PrinterInfo> model;  ///< nothing: every model
+    printerslib::drivers::PrinterModels models;  ///< those that are known
+    std::optional<PrinterInfo> model;            ///< nothing: every model
     int paper = 0;
     int font = 0;  ///< of text that chooses none
 };

@@ -166,7 +166,7 @@ std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
 
 PrintTarget targetOf(const PrinterInfo &model, const ChosenPaper &paper)
 {
-    const auto profile = PrinterProfile::forModel(model.id());
+    const auto profile = paper.models.profile(model.id());
     return PrintTarget(profile.value_or(PrinterProfile()), model, paper.paper, paper.font);
 }
 

@@ -34,7 +34,7 @@ public:
     /// @param fileName what the faults and sources name
     QStringList add(const QByteArray &json, const QString &fileName);
 
-    /// In the order of the catalogue, behind them those that files add.
+    /// Those of the catalogue, as PrinterProfile has them, and behind them those that files add.
     QStringList modelIds() const;
     /// Nothing for an identifier that isn't known.
     std::optional<PrinterProfile> profile(const QString &modelId) const;
