@@ -95,8 +95,8 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
 
     /// Dots of a cell on the paper.
     QSize sizeOf(const Cell &cell) const;
-    /// Dots of a row of text, as wide as the line: what a printer without letters gets.
-    /// Glyphs are those of glyphs that are compiled in.
+    /// Dots of a row of text, as wide as its cells are together: what a printer without letters
+    /// gets. The letters are compiled in; no font is looked up.
     Paper::Picture rasterOf(const Row &row) const;
 };
 
