@@ -117,7 +117,7 @@ PrintLayout layoutOf(std::vector<Cell> cells, const char *model = "CITIZEN_CBM_1
 {
     const QString id = QString::fromLatin1(model);
     const int base = fontOf(*PrintTarget::forModel(id, 0), fontA);
-    PrintLayout layout{*PrintTarget::forModel(id, 0, base), {}, {}, {}, {}, {}, {}, {}, {}};
+    PrintLayout layout(*PrintTarget::forModel(id, 0, base));
     layout.cells = std::move(cells);
     return layout;
 }
