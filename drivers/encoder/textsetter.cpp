@@ -10,6 +10,7 @@ namespace {
 
 constexpr int greatestSpacing = 7;
 constexpr int dotsPerSpacing = 4;
+constexpr int fontBytes = 0x80;  // numbers of fonts in the catalogue are of 8 bits with sign
 
 struct FormatName
 {
@@ -36,7 +37,7 @@ TextSetter::TextSetter(LayoutSheet &sheet, const TextPrinterDocument &document,
       m_isSpaced(sheet.target().record().lineSpacing())
 {
     m_leastHeight = sheet.target().font(0).cell.height();
-    for (int font = 0; font < 4; ++font)
+    for (int font = 0; font < fontBytes; ++font)
         m_leastHeight = std::min(m_leastHeight, sheet.target().font(quint8(font)).cell.height());
     m_leastHeight = std::max(1, m_leastHeight);
 }

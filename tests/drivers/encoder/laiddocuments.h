@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "printerdocs/textprinterdocument.h"
+#include "printerslib/drivers/printermodels.h"
 #include "printerslib/drivers/printlayout.h"
 #include "printerslib/drivers/symbologydrawer.h"
 
@@ -16,6 +17,19 @@ inline PrintTarget targetOf(const char *model, int paper = 0, int font = 0)
 {
     const auto target = PrintTarget::forModel(QString::fromLatin1(model), paper, font);
     return target ? *target : PrintTarget(PrinterProfile(), PrinterInfo(), 0);
+}
+
+/// A paper of a model of which some facts are others, such as R"("headDots": 100)".
+inline PrintTarget changedTarget(const char *model, const char *facts, int paper = 0)
+{
+    PrinterModels models;
+    const QByteArray json =
+        QByteArray(R"([{"id": "%1", %2}])").replace("%1", model).replace("%2", facts);
+    const QStringList faults = models.add(json, QStringLiteral("own.json"));
+    if (!faults.isEmpty())
+        qFatal("%s", qPrintable(faults.join(QLatin1Char('\n'))));
+    const PrintTarget target = targetOf(model, paper);
+    return PrintTarget(*models.profile(QString::fromLatin1(model)), target.record(), paper);
 }
 
 inline PrintLayout layoutOf(const TextPrinterDocument &document, const PrintTarget &target,
