@@ -71,6 +71,7 @@ constexpr NamedValue rasterNames[] = {
 constexpr NamedValue cutNames[] = {
     {"None", int(CutCommand::None)},
     {"GsV", int(CutCommand::GsV)},
+    {"GsVPartial", int(CutCommand::GsVPartial)},
     {"EscI", int(CutCommand::EscI)},
     {"StarEscD", int(CutCommand::StarEscD)},
     {"SwecoinEscRs", int(CutCommand::SwecoinEscRs)},
@@ -431,6 +432,7 @@ const ModelsFile::DialectChoice ModelsFile::dialectChoices[] = {
     DialectChoice::raster(RasterCommand::StarRows, Dialect::StarLine),
     DialectChoice::raster(RasterCommand::SwecoinRows, Dialect::Swecoin),
     DialectChoice::cut(CutCommand::GsV, Dialect::EscPos),
+    DialectChoice::cut(CutCommand::GsVPartial, Dialect::EscPos),
     DialectChoice::cut(CutCommand::EscI, Dialect::EscPos),
     DialectChoice::cut(CutCommand::StarEscD, Dialect::StarLine),
     DialectChoice::cut(CutCommand::SwecoinEscRs, Dialect::Swecoin),

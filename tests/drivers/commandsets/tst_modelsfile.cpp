@@ -213,7 +213,7 @@ private Q_SLOTS:
         row("mostModule", 17, "\"mostModule\" has to be a whole number from 1 to 16");
         row("mostModule", 1, "\"leastModule\" is more than \"mostModule\"");
         row("cutCommand", "GS V",
-            "\"cutCommand\" has to be one of None, GsV, EscI, StarEscD, SwecoinEscRs");
+            "\"cutCommand\" has to be one of None, GsV, GsVPartial, EscI, StarEscD, SwecoinEscRs");
         row("cutCommand", "SwecoinEscRs", "\"cutCommand\" isn't one of \"dialect\" EscPos");
         row("presenter", true,
             "\"presenter\" has to be one of None, Custom, Citizen, Star, Swecoin");

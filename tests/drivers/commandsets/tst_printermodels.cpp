@@ -149,7 +149,8 @@ private Q_SLOTS:
         row("wrong fact", R"([{"id": "TSP-TUP", "drawers": "2"}])",
             "own.json: TSP-TUP: \"drawers\" has to be a whole number from 0 to 2");
         row("name that isn't ASCII", R"([{"id": "Касса", "like": "AV_268", "cutCommand": "cut"}])",
-            "own.json: Касса: \"cutCommand\" has to be one of None, GsV, EscI, StarEscD, "
+            "own.json: Касса: \"cutCommand\" has to be one of None, GsV, GsVPartial, EscI, "
+            "StarEscD, "
             "SwecoinEscRs");
         row("commands of another dialect",
             R"([{"id": "A", "like": "AV_268", "dialect": "Swecoin"}])",

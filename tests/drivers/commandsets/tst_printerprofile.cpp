@@ -134,7 +134,7 @@ private Q_SLOTS:
         for (const QString &id : PrinterProfile::modelIds()) {
             const auto profile = PrinterProfile::forModel(id);
             RasterCommand command = RasterCommand::RasterBlock;
-            if (profile->vendor() == Vendor::Custom)
+            if (profile->vendor() == Vendor::Custom || id == "CITIZEN_PPU_231")
                 command = RasterCommand::BitImage;
             else if (profile->vendor() == Vendor::Star)
                 command = RasterCommand::StarRows;
@@ -168,8 +168,11 @@ private Q_SLOTS:
     {
         QFETCH(QString, id);
         const auto profile = PrinterProfile::forModel(id);
-        CutCommand command = CutCommand::GsV;
-        if (profile->vendor() == Vendor::Custom)
+        // GS V 0 is ignored by those that leave a bridge.
+        CutCommand command = CutCommand::GsVPartial;
+        if (id == "CITIZEN_PPU_700" || id == "CITIZEN_CTS_2000")
+            command = CutCommand::GsV;
+        else if (profile->vendor() == Vendor::Custom || id == "CITIZEN_PPU_231")
             command = CutCommand::EscI;
         else if (profile->dialect() == Dialect::StarLine)
             command = CutCommand::StarEscD;

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "printerslib/drivers/printermodels.h"
 #include "printerslib/drivers/streaminterpreter.h"
 
 /// Streams on paper, for tests of what comes out.
@@ -24,6 +25,14 @@ QByteArray bytes(const char (&literal)[Size])
 inline PrinterProfile model(const char *id)
 {
     return *PrinterProfile::forModel(QString::fromLatin1(id));
+}
+
+/// A general printer whose cutter is 96 dots behind the head.
+inline PrinterProfile printerCuttingAt96()
+{
+    printerslib::drivers::PrinterModels models;
+    models.add(R"([{"id": "GENERAL_EPSON_PROTOCOL", "dotsToCutter": 96}])", QString());
+    return *models.profile(QStringLiteral("GENERAL_EPSON_PROTOCOL"));
 }
 
 inline QVector<Paper> papersOf(const QByteArray &stream, const PrinterProfile &profile = {},

@@ -34,7 +34,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, stream);
         QFETCH(int, length);
         QFETCH(QString, event);
-        const QVector<Paper> papers = papersOf(stream + "b\n");
+        const QVector<Paper> papers = papersOf(stream + "b\n", printerCuttingAt96());
         QCOMPARE(papers.size(), 2);
         QCOMPARE(papers.at(0).length, length);
         QVERIFY(papers.at(0).isCut);
@@ -61,10 +61,11 @@ private Q_SLOTS:
         QCOMPARE(eventsOf(paperOf(stream, model("CITIZEN_CBM_1000"))), QStringList("cut: cut"));
     }
 
-    // The cutter is 96 dots behind the head: who doesn't feed cuts into the text.
+    // Who doesn't feed cuts into the text.
     void cutWithoutFeedSplitsWhatIsPrinted()
     {
-        const QVector<Paper> papers = papersOf(bytes("a\nb\nc\nd\n\x1DV\0\n"));
+        const QVector<Paper> papers =
+            papersOf(bytes("a\nb\nc\nd\n\x1DV\0\n"), printerCuttingAt96());
         QCOMPARE(papers.size(), 2);
         // Cut at dot 24: the first line alone.
         QCOMPARE(papers.at(0).toText(), QString("a\n[cut]\n"));
@@ -85,7 +86,8 @@ private Q_SLOTS:
         const QByteArray define = bytes("\x1B&\x03xx\x01\xFF\xFF\xFF\x1B%\x01");
         const QByteArray raster = bytes("\x1Dv0\0\x01\0\x08\0") + QByteArray(8, '\xFF');
         const QVector<Paper> papers =
-            papersOf(define + "x\n" + raster + "x\n" + raster + "x\n" + bytes("\x1DV\0"));
+            papersOf(define + "x\n" + raster + "x\n" + raster + "x\n" + bytes("\x1DV\0"),
+                     printerCuttingAt96());
         QCOMPARE(papers.size(), 2);
         QCOMPARE(papers.at(0).length, 10);
         QCOMPARE(papers.at(0).pictures.size(), 1);

@@ -125,11 +125,11 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("stream");
         QTest::addColumn<int>("length");
         QTest::addColumn<QString>("event");
-        QTest::newRow("at the cutter") << bytes("a\n\n\n\n\n\x1B\x64\0") << 64 << "cut: cut";
+        QTest::newRow("at the cutter") << bytes("a\n\n\n\n\n\x1B\x64\0") << 40 << "cut: cut";
         QTest::newRow("at the cutter, a bridge left") << bytes(
                                                              "a\n\n\n\n\n\x1B\x64"
                                                              "1")
-                                                      << 64 << "partial: cut, a bridge left";
+                                                      << 40 << "partial: cut, a bridge left";
         QTest::newRow("fed") << bytes("a\n\x1B\x64\x02") << 32 << "cut: cut";
         QTest::newRow("fed, a bridge left")
             << bytes("a\n\x1B\x64\x33") << 32 << "partial: cut, a bridge left";

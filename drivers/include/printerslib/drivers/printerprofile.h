@@ -32,10 +32,11 @@ enum class RasterCommand {
 /// The command that cuts.
 enum class CutCommand {
     None,          ///< there is no cutter
-    GsV,           ///< GS V
+    GsV,           ///< GS V 0
     EscI,          ///< ESC i
     StarEscD,      ///< ESC d
     SwecoinEscRs,  ///< ESC RS
+    GsVPartial,    ///< GS V 1, a bridge left: of printers that don't know GS V 0
 };
 
 /// What hands tickets out.
