@@ -169,7 +169,7 @@ void CharacterSetter::setDots(const PrintLayout::Row &row)
         if (isBlank(*cell))
             setBlank(*cell);
         else if (isSymbol(*cell))
-            setDrawing(*cell, fontOf(*cell).cell);
+            setDrawing(*cell, dotsOf(*cell));
     }
     Cell *const cells = m_sheet.layout().cells.data() + row.first;
     for (int i = 0; i < row.count; ++i)
@@ -209,7 +209,7 @@ bool CharacterSetter::countOwn(const Cell &cell)
 void CharacterSetter::setBlank(Cell &cell)
 {
     const char16_t character = cell.character;
-    const QSize size = fontOf(cell).cell;
+    const QSize size = dotsOf(cell);
     m_sheet.notes().addOnce(NoLetter, character, [this, &cell, character, size] {
         if (!isSymbol(cell))
             return QStringLiteral("the character %1 is blank: the model has no letter for it")
@@ -253,6 +253,14 @@ const PrintFont &CharacterSetter::fontOf(const Cell &cell) const
     return m_sheet.target().font(cell.font);
 }
 
+/// What a drawing may take in a row of dots, where those of a font that is another one doubled are
+/// as large as the others of that row.
+QSize CharacterSetter::dotsOf(const Cell &cell) const
+{
+    const PrintFont &font = fontOf(cell);
+    return {font.cell.width() / font.widthScale, font.cell.height() / font.heightScale};
+}
+
 CharacterSetter::Key CharacterSetter::keyOf(const Cell &cell, QSize size)
 {
     return {cell.character, isSymbol(cell), size};
@@ -261,7 +269,7 @@ CharacterSetter::Key CharacterSetter::keyOf(const Cell &cell, QSize size)
 /// A symbol without a drawing, even one as large as its cell.
 bool CharacterSetter::isBlank(const Cell &cell) const
 {
-    return isSymbol(cell) && !hasDrawing(cell.character, fontOf(cell).cell);
+    return isSymbol(cell) && !hasDrawing(cell.character, dotsOf(cell));
 }
 
 bool CharacterSetter::hasDrawing(char16_t symbol, QSize size) const

@@ -65,6 +65,7 @@ private:
     static bool isSymbol(const Cell &cell);
     static Key keyOf(const Cell &cell, QSize size);
     const PrintFont &fontOf(const Cell &cell) const;
+    QSize dotsOf(const Cell &cell) const;
     bool isBlank(const Cell &cell) const;
     bool hasDrawing(char16_t symbol, QSize size) const;
     Paper::Picture symbolOf(char16_t symbol, QSize size);

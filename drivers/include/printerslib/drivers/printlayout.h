@@ -28,7 +28,16 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintNote
 };
 
 /// A document as a model prints it: rows from top to bottom, each of which is text, a picture, a
-/// code or a feed. The encoder sends them, the preview draws them.
+/// code or a feed. The encoder sends them, the preview draws them: each row stands below the height
+/// and feed of those before it, from the upper edge of the paper on.
+///
+/// - Cells stand with their feet on the lower edge of their row. What is blank about a line (spaces
+///   in front, alignment, tabs) are cells, too, so that the first stands at the left edge.
+/// - Of a raster row the paper shows rasterOf(). Of another it shows the printer's own letters, and
+///   drawings where cells have them.
+/// - Codes are drawn with `modules` of `module` dots from `left`, with the `correctionLevel` that is
+///   told. Their quiet zones are feeds above and below.
+/// - Nothing is fed for the paper's ends or for cuts.
 ///
 /// A plain value without links to what it was made from. Lengths are in dots of the head, from the
 /// left edge of the line.
@@ -41,7 +50,10 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
         quint8 format = 0;          ///< of ECharFormat, those that are printed; CharRawCode: `byte`
         quint8 font = 0;            ///< as in the document; see PrintTarget::font()
         quint8 byte = 0;            ///< of a raw code: goes to the printer as it is
-        qint16 drawing = -1;  ///< of `drawings`, in place of a character of the printer; or -1
+        /// Of `drawings`, in place of a character of the printer; or -1. Each of its pixels is so
+        /// many dots as PrintFont::widthScale and heightScale say, doubled as `format` says, from
+        /// the cell's upper left corner.
+        qint16 drawing = -1;
     };
 
     /// A strip of the paper.
@@ -84,7 +96,9 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
     QVector<Paper::Code> codes;        ///< drawn; `module` says how large, `place` counts not
     QVector<Fault> faults;             ///< in the order of the rows
     QVector<PrintNote> notes;          ///< in the order of the blocks, those of the document first
-    QString error;  ///< why the document can't be printed at all; names the block
+    /// Why the document can't be printed at all; names the block. All else is what could be laid
+    /// out nevertheless.
+    QString error;
 
     /// An empty one.
     explicit PrintLayout(const PrintTarget &printTarget) : target(printTarget) {}
