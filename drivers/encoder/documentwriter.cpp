@@ -1,0 +1,320 @@
+#include "encoder/documentwriter_p.h"
+
+#include <algorithm>
+
+#include "printerdocs/echarformat.h"
+
+namespace printerslib::drivers {
+
+namespace {
+
+constexpr unsigned styleBits =
+    CharBold | CharItalic | CharMarkZ | CharUnderline | CharDoubleWidth | CharDoubleHeight;
+
+// Printable characters of ASCII, by which own ones are called.
+constexpr int firstOwnCode = 0x20;
+constexpr int mostOwnCodes = 0x7F - firstOwnCode;
+
+bool isControl(char16_t character)
+{
+    return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+
+size_t placeOf(char16_t character)
+{
+    // Blocks of letters lie beside ASCII, not upon it.
+    return (character + (character >> 8) * 0x60U) & 0xFF;
+}
+
+const PrintLayout::Cell *cellsOf(const PrintLayout &layout, const PrintLayout::Row &row)
+{
+    return layout.cells.data() + row.first;
+}
+
+}  // namespace
+
+int dotsOfUnits(int units, int unitsPerInch, int dotsPerInch)
+{
+    return qRound(double(units) * dotsPerInch / unitsPerInch);
+}
+
+int unitsOf(int dots, int unitsPerInch, int dotsPerInch)
+{
+    const int near = qRound(double(dots) * unitsPerInch / dotsPerInch);
+    for (const int units : {near, near - 1, near + 1}) {
+        if (units >= 0 && dotsOfUnits(units, unitsPerInch, dotsPerInch) == dots)
+            return units;
+    }
+    return near;
+}
+
+std::unique_ptr<DocumentWriter> DocumentWriter::of(const PrintTarget &target,
+                                                   const PrintOptions &options,
+                                                   EncodedDocument &document)
+{
+    switch (target.profile().dialect()) {
+        case Dialect::EscPos:
+            break;
+        case Dialect::StarLine:
+            return starLineWriter(target, options, document);
+        case Dialect::Swecoin:
+            return swecoinWriter(target, options, document);
+    }
+    return escPosWriter(target, options, document);
+}
+
+DocumentWriter::DocumentWriter(const PrintTarget &target, const PrintOptions &options,
+                               EncodedDocument &document)
+    : m_target(target),
+      m_options(options),
+      m_document(document),
+      m_commands(target.profile(), document.bytes),
+      m_pages(PageTable::of(target.profile())),
+      m_rules(hazards::rulesOf(target.profile())),
+      m_firstPage(PageTable::firstPage(target.profile(), options.codePage, options.codec)),
+      m_own(size_t(std::clamp(target.profile().ownCharacters(), 0, mostOwnCodes)), -1)
+{
+    if (m_firstPage < 0)
+        m_firstPage = target.profile().initialCodePage();
+    m_page = m_firstPage;
+}
+
+TextStyle DocumentWriter::plainStyle() const
+{
+    const PrintFont &font = m_target.font(0);
+    TextStyle style;
+    style.font = font.number;
+    style.widthScale = font.widthScale;
+    style.heightScale = font.heightScale;
+    return style;
+}
+
+void DocumentWriter::note(const QString &text, bool isLoss)
+{
+    PrintNote note;
+    note.block = m_block;
+    note.line = m_line;
+    note.text = text;
+    note.isLoss = isLoss;
+    m_document.notes.append(note);
+}
+
+void DocumentWriter::put(char byte)
+{
+    if (m_runSize == int(m_run.size()))
+        flush();
+    m_run[size_t(m_runSize++)] = byte;
+}
+
+void DocumentWriter::flush()
+{
+    if (m_runSize > 0)
+        m_commands.putText(m_run.data(), m_runSize);
+    m_runSize = 0;
+}
+
+void DocumentWriter::applyStyle(const PrintLayout::Cell &cell)
+{
+    const unsigned bits = cell.format & styleBits;
+    const int key = int(bits << 8 | cell.font);
+    if (key == m_styleKey)
+        return;
+    flush();
+    m_styleKey = key;
+    const PrintFont &font = m_target.font(cell.font);
+    TextStyle style;
+    style.font = font.number;
+    style.widthScale = font.widthScale * ((bits & CharDoubleWidth) != 0 ? 2 : 1);
+    style.heightScale = font.heightScale * ((bits & CharDoubleHeight) != 0 ? 2 : 1);
+    style.isBold = (bits & CharBold) != 0;
+    style.isItalic = (bits & CharItalic) != 0;
+    style.isUnderlined = (bits & CharUnderline) != 0;
+    style.isInverse = (bits & CharMarkZ) != 0;
+    chooseStyle(style);
+    m_style = style;
+}
+
+void DocumentWriter::setOwn(bool isOwn)
+{
+    if (isOwn == m_isOwn)
+        return;
+    flush();
+    chooseOwn(isOwn);
+    m_isOwn = isOwn;
+}
+
+void DocumentWriter::setPage(int page)
+{
+    if (page == m_page)
+        return;
+    flush();
+    choosePage(page);
+    m_page = page;
+    m_known = {};
+}
+
+/// A byte as it stands; codes below 0x20 behind a blank, so that they make no command with what
+/// stands before them.
+char DocumentWriter::rawByte(const PrintLayout::Cell &cell)
+{
+    const char byte = static_cast<char>(cell.byte);
+    if (cell.byte < 0x20) {
+        put(' ');
+        return m_options.allowedRawCodes.contains(byte) ? byte : '\0';
+    }
+    if (cell.byte == 0x7F)
+        return ' ';
+    if (cell.byte >= 0x80)
+        setPage(m_firstPage);
+    return byte;
+}
+
+char DocumentWriter::byteOnSomePage(const PrintLayout &layout, const PrintLayout::Row &row,
+                                    int index)
+{
+    const PrintLayout::Cell *const cells = cellsOf(layout, row);
+    const char16_t character = cells[index].character;
+    if (isControl(character))
+        return ' ';
+    auto byte = m_pages->byteOn(m_page, character);
+    if (!byte) {
+        std::vector<char16_t> text;
+        for (int i = index; i < row.count; ++i)
+            text.push_back(cells[i].character);
+        const int page = m_pages->pageFor(text.data(), int(text.size()), m_firstPage);
+        if (page < 0)
+            return ' ';
+        setPage(page);
+        byte = m_pages->byteOn(page, character);
+    }
+    return byte && *byte >= 0x20 ? static_cast<char>(*byte) : ' ';
+}
+
+char DocumentWriter::byteOf(const PrintLayout &layout, const PrintLayout::Row &row, int index)
+{
+    const char16_t character = cellsOf(layout, row)[index].character;
+    CharacterByte known = m_known[placeOf(character)];
+    if (known.character != character || character == 0) {
+        known = {character, byteOnSomePage(layout, row, index)};
+        m_known[placeOf(character)] = known;
+    }
+    return known.byte;
+}
+
+void DocumentWriter::printText(const PrintLayout &layout, const PrintLayout::Row &row)
+{
+    m_block = row.block;
+    m_line = row.line;
+    const PrintLayout::Cell *const cells = cellsOf(layout, row);
+    if (std::any_of(cells, cells + row.count, [](const auto &cell) { return cell.drawing >= 0; }))
+        prepareOwn(layout, row);
+    for (int i = 0; i < row.count; ++i) {
+        const PrintLayout::Cell &cell = cells[i];
+        applyStyle(cell);
+        const int slot = cell.drawing >= 0 ? slotOf(ownKey(cell)) : -1;
+        setOwn(slot >= 0);
+        if (slot >= 0)
+            put(static_cast<char>(firstOwnCode + slot));
+        else if (cell.drawing >= 0)
+            put(' ');
+        else if ((cell.format & CharRawCode) == 0)
+            put(byteOf(layout, row, i));
+        else if (const char byte = rawByte(cell); byte != '\0')
+            put(byte);
+    }
+    flush();
+    endLine(row.height, row.height + row.feed - m_borrowed, row.count == 0);
+    m_borrowed = 0;
+}
+
+qint64 DocumentWriter::ownKey(const PrintLayout::Cell &cell) const
+{
+    return qint64(m_target.font(cell.font).number) << 16 | cell.drawing;
+}
+
+int DocumentWriter::slotOf(qint64 key) const
+{
+    const auto slot = std::find(m_own.begin(), m_own.end(), key);
+    return slot == m_own.end() ? -1 : int(slot - m_own.begin());
+}
+
+/// Defines what a row needs in the place of what it doesn't.
+void DocumentWriter::prepareOwn(const PrintLayout &layout, const PrintLayout::Row &row)
+{
+    const PrintLayout::Cell *const cells = cellsOf(layout, row);
+    std::vector<bool> isNeeded(m_own.size(), false);
+    std::vector<const PrintLayout::Cell *> missing;
+    std::vector<qint64> missingKeys;
+    for (int i = 0; i < row.count; ++i) {
+        if (cells[i].drawing < 0)
+            continue;
+        const qint64 key = ownKey(cells[i]);
+        const int slot = slotOf(key);
+        if (slot >= 0) {
+            isNeeded[size_t(slot)] = true;
+        } else if (std::find(missingKeys.begin(), missingKeys.end(), key) == missingKeys.end()) {
+            missing.push_back(&cells[i]);
+            missingKeys.push_back(key);
+        }
+    }
+    size_t place = 0;
+    for (size_t i = 0; i < missing.size(); ++i) {
+        const bool isFreeFirst =
+            std::find(m_own.begin(), m_own.end(), -1) != m_own.end();
+        place = 0;
+        while (place < m_own.size() && (isNeeded[place] || (isFreeFirst && m_own[place] != -1)))
+            ++place;
+        if (place == m_own.size()) {
+            note(QStringLiteral("the model takes no more than %1 characters of its user's at a time")
+                     .arg(m_own.size()));
+            return;
+        }
+        isNeeded[place] = true;
+        define(layout, *missing[i], missingKeys[i], int(place));
+    }
+}
+
+void DocumentWriter::define(const PrintLayout &layout, const PrintLayout::Cell &cell, qint64 key,
+                            int slot)
+{
+    const Paper::Picture &drawing = layout.drawings.at(cell.drawing);
+    if (!hazards::isDefinable(drawing, profile())) {
+        note(QStringLiteral("the dots of a character would be a command to the printer"));
+        return;
+    }
+    applyStyle(cell);  // a definition belongs to its font
+    defineOwn(firstOwnCode + slot, drawing);
+    m_own[size_t(slot)] = key;
+}
+
+void DocumentWriter::printPicture(const Paper::Picture &picture, int left, int gap)
+{
+    const PrintDots dots = placedDots(picture, left);
+    if (dots.bytesPerRow == 0) {
+        feed(dots.height + gap);
+        return;
+    }
+    m_borrowed += printDots(dots, gap) - dots.height;
+    feed(gap);
+}
+
+void DocumentWriter::printCode(const Paper::Code &code, int left, int gap)
+{
+    const int size = m_commands.size();
+    if (!printDrawn(code, left)) {
+        m_commands.chopTo(size);
+        printPicture(pictureOfCode(code), left, gap);
+        return;
+    }
+    feed(gap);
+}
+
+void DocumentWriter::feed(int dots)
+{
+    const int borrowed = std::min(dots, m_borrowed);
+    m_borrowed -= borrowed;
+    if (dots > borrowed)
+        feedDots(dots - borrowed);
+}
+
+}  // namespace printerslib::drivers

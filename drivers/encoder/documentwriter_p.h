@@ -1,0 +1,137 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "encoder/commandbytes_p.h"
+#include "encoder/hazards_p.h"
+#include "encoder/pagetable_p.h"
+#include "encoder/printdots_p.h"
+#include "printerslib/drivers/documentencoder.h"
+
+namespace printerslib::drivers {
+
+/// How characters look.
+struct TextStyle
+{
+    int font = 0;  ///< of the printer's own
+    int widthScale = 1;
+    int heightScale = 1;
+    bool isBold = false;
+    bool isItalic = false;
+    bool isUnderlined = false;
+    bool isInverse = false;
+};
+
+/// Sends what stands in a layout, each dialect in its commands. What is seen is decided by the
+/// layout alone.
+class DocumentWriter
+{
+public:
+    /// The writer of a model's dialect.
+    /// @param document gets bytes and notes; it and the rest outlive the writer
+    static std::unique_ptr<DocumentWriter> of(const PrintTarget &target,
+                                              const PrintOptions &options,
+                                              EncodedDocument &document);
+    virtual ~DocumentWriter() = default;
+    DocumentWriter(const DocumentWriter &) = delete;
+    DocumentWriter &operator=(const DocumentWriter &) = delete;
+
+    /// Brings the printer to the state in which all begins, by a reset or else step by step.
+    virtual void begin(bool resets) = 0;
+    void printText(const PrintLayout &layout, const PrintLayout::Row &row);
+    /// @param gap that is fed below it
+    void printPicture(const Paper::Picture &picture, int left, int gap);
+    void printCode(const Paper::Code &code, int left, int gap);
+    void feed(int dots);
+    virtual void cut() = 0;
+    /// Pulse of a drawer at a pin; times in milliseconds.
+    virtual void openDrawer(int pin, int on, int off) = 0;
+
+    CommandBytes &commands() { return m_commands; }
+    void note(const QString &text, bool isLoss = true);
+
+protected:
+    DocumentWriter(const PrintTarget &target, const PrintOptions &options,
+                   EncodedDocument &document);
+
+    virtual void chooseStyle(const TextStyle &style) = 0;
+    virtual void choosePage(int page) = 0;
+    /// Whether codes print the characters that were defined.
+    virtual void chooseOwn(bool isOwn) = 0;
+    virtual void defineOwn(int code, const Paper::Picture &drawing) = 0;
+    /// Prints the line; the next one begins `pitch` dots below its top.
+    virtual void endLine(int height, int pitch, bool isBlank) = 0;
+    /// Prints dots at the beginning of a line.
+    /// @param gap blank rows that may be fed with them
+    /// @return how many rows of paper they took
+    virtual int printDots(const PrintDots &dots, int gap) = 0;
+    /// False if the printer doesn't draw the code, and nothing was sent.
+    virtual bool printDrawn(const Paper::Code &code, int left) = 0;
+    virtual void feedDots(int dots) = 0;
+
+    const PrintTarget &target() const { return m_target; }
+    const PrinterProfile &profile() const { return m_target.profile(); }
+    hazards::Rules rules() const { return m_rules; }
+    const TextStyle &style() const { return m_style; }
+    void setStyle(const TextStyle &style) { m_style = style; }
+    int firstPage() const { return m_firstPage; }
+    /// What is in force where nothing is chosen.
+    TextStyle plainStyle() const;
+
+private:
+    struct CharacterByte
+    {
+        char16_t character = 0;
+        char byte = 0;
+    };
+
+    void prepareOwn(const PrintLayout &layout, const PrintLayout::Row &row);
+    void define(const PrintLayout &layout, const PrintLayout::Cell &cell, qint64 key, int slot);
+    void applyStyle(const PrintLayout::Cell &cell);
+    void setOwn(bool isOwn);
+    void setPage(int page);
+    char byteOf(const PrintLayout &layout, const PrintLayout::Row &row, int index);
+    char byteOnSomePage(const PrintLayout &layout, const PrintLayout::Row &row, int index);
+    char rawByte(const PrintLayout::Cell &cell);
+    qint64 ownKey(const PrintLayout::Cell &cell) const;
+    int slotOf(qint64 key) const;
+    void put(char byte);
+    void flush();
+
+    const PrintTarget &m_target;
+    const PrintOptions &m_options;
+    EncodedDocument &m_document;
+    CommandBytes m_commands;
+    std::shared_ptr<const PageTable> m_pages;
+    hazards::Rules m_rules;
+    int m_firstPage = 0;
+    int m_page = -1;
+    int m_block = 0;  ///< for notes
+    int m_line = 0;
+    TextStyle m_style;
+    int m_styleKey = -1;
+    bool m_isOwn = false;
+    int m_borrowed = 0;  ///< dots that were fed already of what comes
+    std::vector<qint64> m_own;  ///< keys by slot; -1: free
+    std::array<CharacterByte, 256> m_known = {};  ///< of the page
+    std::array<char, 256> m_run = {};
+    int m_runSize = 0;
+};
+
+std::unique_ptr<DocumentWriter> escPosWriter(const PrintTarget &target, const PrintOptions &options,
+                                             EncodedDocument &document);
+std::unique_ptr<DocumentWriter> starLineWriter(const PrintTarget &target,
+                                               const PrintOptions &options,
+                                               EncodedDocument &document);
+std::unique_ptr<DocumentWriter> swecoinWriter(const PrintTarget &target,
+                                              const PrintOptions &options,
+                                              EncodedDocument &document);
+
+/// How many of a command's units are so many dots as the printer rounds them; the nearest, if none
+/// are so many.
+int unitsOf(int dots, int unitsPerInch, int dotsPerInch);
+/// Dots of units, as a printer rounds them.
+int dotsOfUnits(int units, int unitsPerInch, int dotsPerInch);
+
+}  // namespace printerslib::drivers
