@@ -203,8 +203,6 @@ char DocumentWriter::byteOf(const PrintLayout &layout, const PrintLayout::Row &r
 
 void DocumentWriter::printText(const PrintLayout &layout, const PrintLayout::Row &row)
 {
-    m_block = row.block;
-    m_line = row.line;
     const PrintLayout::Cell *const cells = cellsOf(layout, row);
     if (std::any_of(cells, cells + row.count, [](const auto &cell) { return cell.drawing >= 0; }))
         prepareOwn(layout, row);
@@ -259,14 +257,14 @@ void DocumentWriter::prepareOwn(const PrintLayout &layout, const PrintLayout::Ro
     }
     size_t place = 0;
     for (size_t i = 0; i < missing.size(); ++i) {
-        const bool isFreeFirst =
-            std::find(m_own.begin(), m_own.end(), -1) != m_own.end();
+        const bool isFreeFirst = std::find(m_own.begin(), m_own.end(), -1) != m_own.end();
         place = 0;
         while (place < m_own.size() && (isNeeded[place] || (isFreeFirst && m_own[place] != -1)))
             ++place;
         if (place == m_own.size()) {
-            note(QStringLiteral("the model takes no more than %1 characters of its user's at a time")
-                     .arg(m_own.size()));
+            note(
+                QStringLiteral("the model takes no more than %1 characters of its user's at a time")
+                    .arg(m_own.size()));
             return;
         }
         isNeeded[place] = true;

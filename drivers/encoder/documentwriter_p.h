@@ -49,6 +49,12 @@ public:
     virtual void openDrawer(int pin, int on, int off) = 0;
 
     CommandBytes &commands() { return m_commands; }
+    /// Where what follows stands in the document, for notes.
+    void setPlace(int block, int line)
+    {
+        m_block = block;
+        m_line = line;
+    }
     void note(const QString &text, bool isLoss = true);
 
 protected:
@@ -107,13 +113,13 @@ private:
     hazards::Rules m_rules;
     int m_firstPage = 0;
     int m_page = -1;
-    int m_block = 0;  ///< for notes
+    int m_block = 0;
     int m_line = 0;
     TextStyle m_style;
     int m_styleKey = -1;
     bool m_isOwn = false;
-    int m_borrowed = 0;  ///< dots that were fed already of what comes
-    std::vector<qint64> m_own;  ///< keys by slot; -1: free
+    int m_borrowed = 0;                           ///< dots that were fed already of what comes
+    std::vector<qint64> m_own;                    ///< keys by slot; -1: free
     std::array<CharacterByte, 256> m_known = {};  ///< of the page
     std::array<char, 256> m_run = {};
     int m_runSize = 0;

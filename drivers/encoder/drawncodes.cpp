@@ -131,9 +131,9 @@ QByteArray withCodeSets(const QByteArray &payload)
         if (static_cast<signed char>(payload.at(i)) < 0)
             return {};
         const int count = digitsFrom(payload, i);
-        const bool isPairs =
-            set == 'C' ? count >= 2
-                       : isWorthPairs(count, data.isEmpty(), i + count == payload.size());
+        const bool isPairs = set == 'C'
+                                 ? count >= 2
+                                 : isWorthPairs(count, data.isEmpty(), i + count == payload.size());
         if (isPairs && (count % 2 == 0 || set == 'C' || data.isEmpty())) {
             change('C');
             data.append(static_cast<char>(10 * (payload.at(i) - '0') + payload.at(i + 1) - '0'));

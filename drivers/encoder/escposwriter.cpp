@@ -23,8 +23,8 @@ struct EscPosCode
 };
 
 constexpr EscPosCode escPosCodes[] = {
-    {Symbology::UpcA, 65},   {Symbology::UpcE, 66},    {Symbology::Ean13, 67},
-    {Symbology::Ean8, 68},   {Symbology::Code39, 69},  {Symbology::Itf, 70},
+    {Symbology::UpcA, 65},    {Symbology::UpcE, 66},   {Symbology::Ean13, 67},
+    {Symbology::Ean8, 68},    {Symbology::Code39, 69}, {Symbology::Itf, 70},
     {Symbology::Codabar, 71}, {Symbology::Code93, 72}, {Symbology::Code128, 73},
 };
 
@@ -92,9 +92,9 @@ void EscPosWriter::setEveryState()
     commands().put(Id::MotionUnits, 0, 0);
     commands().put(Id::PrintModes, 0);
     commands().put(Id::CharacterSize, 0);
-    for (const Id id : {Id::Underline, Id::Bold, Id::DoubleStrike, Id::Inverse, Id::UpsideDown,
-                        Id::Turned, Id::Alignment, Id::CharacterSpacing, Id::InternationalSet,
-                        Id::UserCharactersUsed})
+    for (const Id id :
+         {Id::Underline, Id::Bold, Id::DoubleStrike, Id::Inverse, Id::UpsideDown, Id::Turned,
+          Id::Alignment, Id::CharacterSpacing, Id::InternationalSet, Id::UserCharactersUsed})
         commands().put(id, 0);
     if ((target().printedFormats() & CharItalic) != 0)
         switchItalics(false);

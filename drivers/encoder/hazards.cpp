@@ -25,7 +25,8 @@ const unsigned char *begin(const QByteArray &bytes)
 bool isSwitched(const unsigned char *at, int size)
 {
     constexpr unsigned char lasting[] = {3, 7, 8};
-    return size < 3 || std::find(std::begin(lasting), std::end(lasting), at[2]) == std::end(lasting);
+    return size < 3 ||
+           std::find(std::begin(lasting), std::end(lasting), at[2]) == std::end(lasting);
 }
 
 /// Whether a command begins here that is obeyed at once.

@@ -59,8 +59,8 @@ PrintDots placedDots(const Paper::Picture &picture, int left)
     // Bits behind the last dot may be anything.
     const int lastMask = 0xFF << (sourceBytes * bitsPerByte - width);
     for (int y = 0; y < dots.height; ++y) {
-        const auto *const from = reinterpret_cast<const unsigned char *>(picture.rows.constData()) +
-                                 y * sourceBytes;
+        const auto *const from =
+            reinterpret_cast<const unsigned char *>(picture.rows.constData()) + y * sourceBytes;
         char *const to = dots.rows.data() + y * dots.bytesPerRow + first;
         for (int i = 0; i < sourceBytes; ++i) {
             const int byte = i + 1 < sourceBytes ? from[i] : from[i] & lastMask;

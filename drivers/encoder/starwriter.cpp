@@ -1,0 +1,275 @@
+#include <algorithm>
+
+#include "encoder/documentwriter_p.h"
+#include "encoder/drawncodes_p.h"
+
+namespace printerslib::drivers {
+
+namespace {
+
+using Id = CommandId;
+using Symbology = Paper::Symbology;
+
+constexpr int starUnits = 255;  ///< most of ESC I, each a dot
+constexpr int starBandRows = 24;
+
+/// A barcode by the number of ESC b, and what is added to the dots of a module for its mode. Of
+/// codes with wide and narrow bars the modes are those in which wide ones have three modules.
+struct StarCode
+{
+    Symbology symbology;
+    int number;
+    int modeBeyondModule;
+};
+
+constexpr StarCode starCodes[] = {
+    {Symbology::UpcE, 0, -1},    {Symbology::UpcA, 1, -1},   {Symbology::Ean8, 2, -1},
+    {Symbology::Ean13, 3, -1},   {Symbology::Code39, 4, -1}, {Symbology::Itf, 5, 5},
+    {Symbology::Code128, 6, -1}, {Symbology::Code93, 7, -1}, {Symbology::Codabar, 8, -1},
+};
+
+class StarWriter final : public DocumentWriter
+{
+public:
+    StarWriter(const PrintTarget &target, const PrintOptions &options, EncodedDocument &document)
+        : DocumentWriter(target, options, document)
+    {}
+
+    void begin(bool resets) override;
+    // At once: what has to be at the cutter was fed there.
+    void cut() override { commands().put(Id::StarCut, '0'); }
+    void openDrawer(int pin, int on, int off) override;
+
+protected:
+    void chooseStyle(const TextStyle &style) override;
+    void choosePage(int page) override { commands().put(Id::CodePage, page); }
+    void chooseOwn(bool isOwn) override { commands().put(Id::UserCharactersUsed, isOwn ? 1 : 0); }
+    void defineOwn(int code, const Paper::Picture &drawing) override;
+    void endLine(int height, int pitch, bool isBlank) override;
+    int printDots(const PrintDots &dots, int gap) override;
+    bool printDrawn(const Paper::Code &code, int left) override;
+    void feedDots(int dots) override;
+
+private:
+    void setEveryState();
+    void chooseSpacing(int dots);
+    void printBand(const PrintDots &dots, int top);
+    void printRows(const QByteArray &rows, int bytesPerRow, int first, int count);
+    bool printBarcode(const Paper::Code &code, const StarCode &row);
+    void printQrCode(const Paper::Code &code);
+
+    int m_spacing = 0;  ///< dots of a line feed; 0: not set
+};
+
+void StarWriter::begin(bool resets)
+{
+    if (resets)
+        commands().put(Id::Initialize);
+    else
+        setEveryState();
+    const TextStyle plain = plainStyle();
+    setStyle({plain.font, 1, 1, false, false, false, false});
+    commands().put(Id::Font, '0' + plain.font);
+    choosePage(firstPage());
+    chooseSpacing(starBandRows);
+}
+
+void StarWriter::setEveryState()
+{
+    commands().put(Id::CharacterScale, '0', '0');
+    for (const Id id : {Id::BoldOff, Id::InverseOff, Id::UpsideDownOff})
+        commands().put(id);
+    for (const Id id :
+         {Id::Underline, Id::Upperline, Id::Rotation, Id::CharacterSpacing, Id::InternationalSet,
+          Id::UserCharactersUsed, Id::Alignment, Id::LeftMargin})
+        commands().put(id, 0);
+    const QSize cell = profile().fontCells().value(0);
+    commands().put(Id::Font, '0');
+    commands().put(Id::RightMargin, profile().headDots() / cell.width());
+}
+
+/// Lines of 3 or of 4 mm. What ESC I feeds less than that isn't printed at all.
+void StarWriter::chooseSpacing(int dots)
+{
+    if (dots == m_spacing)
+        return;
+    commands().put(Id::LineSpacingChoice, dots == starBandRows ? 0 : 1);
+    m_spacing = dots;
+}
+
+void StarWriter::chooseStyle(const TextStyle &wanted)
+{
+    const TextStyle &now = style();
+    if (wanted.font != now.font)
+        commands().put(Id::Font, '0' + wanted.font);
+    if (wanted.widthScale != now.widthScale || wanted.heightScale != now.heightScale)
+        commands().put(Id::CharacterScale, '0' + wanted.heightScale - 1,
+                       '0' + wanted.widthScale - 1);
+    if (wanted.isBold != now.isBold)
+        commands().put(wanted.isBold ? Id::BoldOn : Id::BoldOff);
+    if (wanted.isUnderlined != now.isUnderlined)
+        commands().put(Id::Underline, wanted.isUnderlined ? 1 : 0);
+    if (wanted.isInverse != now.isInverse)
+        commands().put(wanted.isInverse ? Id::InverseOn : Id::InverseOff);
+}
+
+void StarWriter::defineOwn(int code, const Paper::Picture &drawing)
+{
+    constexpr int size = 48;
+    commands().put(Id::DefineCharacter, code);
+    commands().putData(columnsOf24(placedDots(drawing, 0), 0).leftJustified(size, '\0', true));
+}
+
+void StarWriter::endLine(int height, int pitch, bool isBlank)
+{
+    constexpr int wide = 32;
+    if (pitch == height + wide - starBandRows && height == starBandRows) {
+        chooseSpacing(wide);
+        commands().put(Id::LineFeed);
+        return;
+    }
+    chooseSpacing(starBandRows);
+    if (pitch == starBandRows && height <= starBandRows) {
+        commands().put(Id::LineFeed);
+        return;
+    }
+    // A line without anything in it is a line still, and no mere feed.
+    if (isBlank)
+        commands().putText(" ", 1);
+    const int first = std::clamp(pitch, 1, starUnits);
+    commands().put(Id::FeedHalfUnits, first);
+    feedDots(pitch - std::max(first, height));
+}
+
+void StarWriter::feedDots(int dots)
+{
+    while (dots > 0) {
+        const int part = std::min(dots, starUnits);
+        commands().put(Id::FeedHalfUnits, part);
+        dots -= part;
+    }
+}
+
+int StarWriter::printDots(const PrintDots &dots, int /*gap*/)
+{
+    if (profile().rasterCommand() != RasterCommand::StarRows) {
+        note(QStringLiteral("the model prints no pictures"));
+        feedDots(dots.height);
+        return dots.height;
+    }
+    chooseSpacing(starBandRows);
+    int y = 0;
+    for (; y < dots.height; y += starBandRows)
+        printBand(dots, y);
+    return y;
+}
+
+void StarWriter::printBand(const PrintDots &dots, int top)
+{
+    const int size = starBandRows * dots.bytesPerRow;
+    const hazards::Parts parts = hazards::partsOf(
+        dots.rows.mid(top * dots.bytesPerRow, size).leftJustified(size, '\0'), rules());
+    printRows(parts.first, dots.bytesPerRow, 0, dots.bytesPerRow);
+    if (!parts.second.isEmpty()) {
+        commands().put(Id::AbsolutePosition, 0, 0);
+        printRows(parts.second, dots.bytesPerRow, 0, dots.bytesPerRow);
+    }
+    commands().put(Id::FeedHalfUnits, starBandRows);
+}
+
+/// Bytes `first` and following of 24 rows, side by side in as few commands as may be.
+void StarWriter::printRows(const QByteArray &rows, int bytesPerRow, int first, int count)
+{
+    constexpr int most = 2040 / starBandRows;
+    for (int part = 0; count > 0; count -= part, first += part) {
+        part = std::min(count, most);
+        commands().put(Id::FineRasterImage, part, 0);
+        for (int y = 0; y < starBandRows; ++y)
+            commands().putText(rows.constData() + y * bytesPerRow + first, part);
+    }
+}
+
+bool StarWriter::printDrawn(const Paper::Code &code, int left)
+{
+    const QMap<Symbology, int> drawn = profile().drawnCodes();
+    const bool isSmall = code.payload.size() <= drawn.value(code.symbology, -1);
+    const bool hasModule = code.module.width() >= profile().leastModule() &&
+                           code.module.width() <= profile().mostModule();
+    const int free = target().lineDots() - code.modules.width() * code.module.width();
+    const bool hasPlace = left == 0 || left == free / 2 || left == free;
+    if (!isSmall || !hasModule || !hasPlace || !drawncodes::isTaken(code))
+        return false;
+    const auto *const row =
+        std::find_if(std::begin(starCodes), std::end(starCodes),
+                     [&code](const auto &r) { return r.symbology == code.symbology; });
+    const bool isQrCode = code.symbology == Symbology::QrCode;
+    if (!isQrCode && row == std::end(starCodes))
+        return false;
+    const int before = commands().size();
+    const int alignment = left == 0 ? 0 : left == free ? 2 : 1;
+    if (alignment != 0)
+        commands().put(Id::Alignment, '0' + alignment);
+    if (isQrCode)
+        printQrCode(code);
+    else if (!printBarcode(code, *row))
+        return false;
+    if (alignment != 0)
+        commands().put(Id::Alignment, '0');
+    return !hazards::hasAny(commands().bytes().mid(before), rules());
+}
+
+/// The data ends at RS. In Code 128 "%" begins what stands for other characters.
+bool StarWriter::printBarcode(const Paper::Code &code, const StarCode &row)
+{
+    constexpr char end = '\x1E';
+    const int mode = code.module.width() + row.modeBeyondModule;
+    const bool isPlain = std::all_of(code.payload.begin(), code.payload.end(),
+                                     [](char byte) { return byte >= 0x20 && byte < 0x7F; });
+    const bool hasMarks = code.symbology == Symbology::Code128 && code.payload.contains('%');
+    if (!isPlain || hasMarks || mode < 1 || mode > 9 || code.module.height() > starUnits)
+        return false;
+    // 3: neither digits nor a line feed.
+    commands().put(Id::StarBarcode, '0' + row.number, '3', '0' + mode, code.module.height());
+    commands().putData(code.payload);
+    commands().putText(&end, 1);
+    return true;
+}
+
+void StarWriter::printQrCode(const Paper::Code &code)
+{
+    constexpr char levels[] = "LMQH";
+    constexpr int modelTwo = 2;
+    const char *const level = std::find(levels, levels + 4, code.correctionLevel);
+    const int size = code.payload.size();
+    commands().put(Id::QrModel, modelTwo);
+    commands().put(Id::QrLevel, level == levels + 4 ? 0 : int(level - levels));
+    commands().put(Id::QrModuleSize, code.module.width());
+    commands().put(Id::QrStore, 0, lowByte(size), highByte(size));
+    commands().putData(code.payload);
+    commands().put(Id::QrPrint);
+}
+
+/// The first drawer's pulse is set, then given; that of the second is as it is.
+void StarWriter::openDrawer(int pin, int on, int off)
+{
+    constexpr int unit = 10;  // milliseconds
+    constexpr int most = 127;
+    if (pin != 2) {
+        commands().put(Id::Drawer2);
+        return;
+    }
+    commands().put(Id::DrawerPulse, std::clamp((on + unit - 1) / unit, 1, most),
+                   std::clamp((off + unit - 1) / unit, 1, most));
+    commands().put(Id::Drawer1);
+}
+
+}  // namespace
+
+std::unique_ptr<DocumentWriter> starLineWriter(const PrintTarget &target,
+                                               const PrintOptions &options,
+                                               EncodedDocument &document)
+{
+    return std::make_unique<StarWriter>(target, options, document);
+}
+
+}  // namespace printerslib::drivers
