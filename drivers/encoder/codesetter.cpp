@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "encoder/drawncodes_p.h"
+
 namespace printerslib::drivers {
 
 using Symbology = Paper::Symbology;
@@ -90,15 +92,6 @@ char levelOf(const Paper::Code &code)
 }
 
 }  // namespace
-
-bool isDrawnByPrinter(const PrinterProfile &profile, const Paper::Code &code)
-{
-    const QMap<Symbology, int> drawn = profile.drawnCodes();
-    const auto it = drawn.constFind(code.symbology);
-    return it != drawn.constEnd() && code.payload.size() <= *it &&
-           code.module.width() >= profile.leastModule() &&
-           code.module.width() <= profile.mostModule();
-}
 
 /// How a kind of code is printed; lengths in dots.
 struct CodeSetter::Look

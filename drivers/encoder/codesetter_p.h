@@ -5,9 +5,6 @@
 
 namespace printerslib::drivers {
 
-/// Whether the printer draws a code by itself; else it gets the modules as dots.
-bool isDrawnByPrinter(const PrinterProfile &profile, const Paper::Code &code);
-
 /// Puts barcodes and QR codes on the paper.
 class CodeSetter
 {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "encoder/documentwriter_p.h"
+#include "encoder/rasterroom_p.h"
 #include "encoder/ticketactions_p.h"
 #include "printerslib/drivers/symbologydrawer.h"
 
@@ -32,7 +33,7 @@ public:
 
 private:
     void mark(int block, int line);
-    void printRow(const PrintLayout &layout, const PrintLayout::Row &row);
+    void printRow(const PrintLayout &layout, size_t index);
     void openDrawer();
     void tellOptionsWithoutEffect(const TextPrinterDocument &document);
 
@@ -55,30 +56,26 @@ void Encoding::mark(int block, int line)
     marks.append({offset, block, line});
 }
 
-void Encoding::printRow(const PrintLayout &layout, const PrintLayout::Row &row)
+void Encoding::printRow(const PrintLayout &layout, size_t index)
 {
     using Row = PrintLayout::Row;
+    const Row &row = layout.rows[index];
     mark(row.block, row.line);
     m_writer->setPlace(row.block, row.line);
-    switch (row.kind) {
-        case Row::Text:
-            if (row.isRaster)
-                m_writer->printPicture(layout.rasterOf(row), 0, row.feed);
-            else
-                m_writer->printText(layout, row);
-            break;
-        case Row::Picture:
-            m_writer->printPicture(layout.pictures.at(row.first), row.left, row.feed);
-            break;
-        case Row::Code:
-            m_writer->printCode(layout.codes.at(row.first), row.left, row.feed);
-            break;
-        case Row::Feed:
-            m_writer->feed(row.height + row.feed);
-            break;
-        case Row::Fault:
-            break;
+    if (row.kind == Row::Text && !row.isRaster) {
+        m_writer->printText(layout, row);
+        return;
     }
+    const int room = rasterroom::below(layout, index);
+    if (row.kind == Row::Text)
+        m_writer->printPicture(layout.rasterOf(row), 0, room);
+    else if (row.kind == Row::Picture)
+        m_writer->printPicture(layout.pictures.at(row.first), row.left, room);
+    else if (row.kind == Row::Code)
+        m_writer->printCode(layout.codes.at(row.first), row.left, room);
+    else if (row.kind == Row::Feed)
+        m_writer->feed(row.height);
+    m_writer->feed(row.feed);
 }
 
 void Encoding::openDrawer()
@@ -112,8 +109,8 @@ void Encoding::encode(const TextPrinterDocument &document, const PrintLayout &la
     m_actions.actOnPrevious(int(document.prevTicketAction()));
     if (m_options.drawer == PrintOptions::Drawer::Before)
         openDrawer();
-    for (const PrintLayout::Row &row : layout.rows)
-        printRow(layout, row);
+    for (size_t i = 0; i < layout.rows.size(); ++i)
+        printRow(layout, i);
     mark(0, 0);
     m_writer->setPlace(0, 0);
     m_actions.end(int(document.currentTicketAction()), document.retractionTimeout());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "encoder/drawncodes_p.h"
 #include "printerdocs/echarformat.h"
 
 namespace printerslib::drivers {
@@ -285,26 +286,21 @@ void DocumentWriter::define(const PrintLayout &layout, const PrintLayout::Cell &
     m_own[size_t(slot)] = key;
 }
 
-void DocumentWriter::printPicture(const Paper::Picture &picture, int left, int gap)
+void DocumentWriter::printPicture(const Paper::Picture &picture, int left, int room)
 {
     const PrintDots dots = placedDots(picture, left);
-    if (dots.bytesPerRow == 0) {
-        feed(dots.height + gap);
-        return;
-    }
-    m_borrowed += printDots(dots, gap) - dots.height;
-    feed(gap);
+    if (dots.bytesPerRow == 0)
+        feed(dots.height);
+    else
+        m_borrowed += printDots(dots, room) - dots.height;
 }
 
-void DocumentWriter::printCode(const Paper::Code &code, int left, int gap)
+void DocumentWriter::printCode(const Paper::Code &code, int left, int room)
 {
-    const int size = m_commands.size();
-    if (!printDrawn(code, left)) {
-        m_commands.chopTo(size);
-        printPicture(pictureOfCode(code), left, gap);
-        return;
-    }
-    feed(gap);
+    if (isDrawnByPrinter(profile(), code))
+        printDrawn(code, left);
+    else
+        printPicture(pictureOfCode(code), left, room);
 }
 
 void DocumentWriter::feed(int dots)

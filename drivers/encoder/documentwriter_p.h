@@ -40,9 +40,9 @@ public:
     /// Brings the printer to the state in which all begins, by a reset or else step by step.
     virtual void begin(bool resets) = 0;
     void printText(const PrintLayout &layout, const PrintLayout::Row &row);
-    /// @param gap that is fed below it
-    void printPicture(const Paper::Picture &picture, int left, int gap);
-    void printCode(const Paper::Code &code, int left, int gap);
+    /// @param room that is blank below it, and fed later
+    void printPicture(const Paper::Picture &picture, int left, int room);
+    void printCode(const Paper::Code &code, int left, int room);
     void feed(int dots);
     virtual void cut() = 0;
     /// Pulse of a drawer at a pin; times in milliseconds.
@@ -69,11 +69,11 @@ protected:
     /// Prints the line; the next one begins `pitch` dots below its top.
     virtual void endLine(int height, int pitch, bool isBlank) = 0;
     /// Prints dots at the beginning of a line.
-    /// @param gap blank rows that may be fed with them
+    /// @param room blank rows below, that may be fed with them
     /// @return how many rows of paper they took
-    virtual int printDots(const PrintDots &dots, int gap) = 0;
-    /// False if the printer doesn't draw the code, and nothing was sent.
-    virtual bool printDrawn(const Paper::Code &code, int left) = 0;
+    virtual int printDots(const PrintDots &dots, int room) = 0;
+    /// Prints a code that isDrawnByPrinter().
+    virtual void printDrawn(const Paper::Code &code, int left) = 0;
     virtual void feedDots(int dots) = 0;
 
     const PrintTarget &target() const { return m_target; }

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <string_view>
 
-namespace printerslib::drivers::drawncodes {
+#include "encoder/hazards_p.h"
+
+namespace printerslib::drivers {
 
 namespace {
 
@@ -42,8 +44,6 @@ bool isCodabar(const QByteArray &payload)
            isAllOf(payload.mid(1, payload.size() - 2), "0123456789-$:/.+");
 }
 
-}  // namespace
-
 bool isTaken(const Paper::Code &code)
 {
     const QByteArray &payload = code.payload;
@@ -76,7 +76,12 @@ bool isTaken(const Paper::Code &code)
     }
 }
 
-namespace {
+/// Data ends at RS with Star's printers, and "%" begins what stands for other characters.
+bool isTakenByStar(const Paper::Code &code)
+{
+    const bool hasMarks = code.symbology == Symbology::Code128 && code.payload.contains('%');
+    return code.symbology == Symbology::QrCode || (isPlainText(code.payload) && !hasMarks);
+}
 
 int digitsFrom(const QByteArray &payload, int at)
 {
@@ -118,7 +123,7 @@ bool isWorthPairs(int count, bool isAtBegin, bool isAtEnd)
 
 }  // namespace
 
-QByteArray withCodeSets(const QByteArray &payload)
+QByteArray drawncodes::withCodeSets(const QByteArray &payload)
 {
     QByteArray data;
     char set = 0;
@@ -151,4 +156,27 @@ QByteArray withCodeSets(const QByteArray &payload)
     return data;
 }
 
-}  // namespace printerslib::drivers::drawncodes
+QByteArray drawncodes::dataOf(const Paper::Code &code, Dialect dialect)
+{
+    const bool hasSets = code.symbology == Symbology::Code128 && dialect == Dialect::EscPos;
+    return hasSets ? withCodeSets(code.payload) : code.payload;
+}
+
+bool isDrawnByPrinter(const PrinterProfile &profile, const Paper::Code &code)
+{
+    constexpr int mostBarcodeData = 255;
+    const QMap<Symbology, int> drawn = profile.drawnCodes();
+    const auto most = drawn.constFind(code.symbology);
+    if (most == drawn.constEnd() || code.payload.size() > *most || !isTaken(code) ||
+        code.module.width() < profile.leastModule() || code.module.width() > profile.mostModule())
+        return false;
+    if (profile.dialect() == Dialect::StarLine && !isTakenByStar(code))
+        return false;
+    const QByteArray data = drawncodes::dataOf(code, profile.dialect());
+    const bool fits = code.symbology == Symbology::QrCode || data.size() <= mostBarcodeData;
+    // The count of the data stands in front of it.
+    const QByteArray sent = static_cast<char>(data.size()) + data;
+    return fits && !hazards::hasAny(sent, hazards::rulesOf(profile));
+}
+
+}  // namespace printerslib::drivers

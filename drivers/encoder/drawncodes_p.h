@@ -1,15 +1,22 @@
 #pragma once
 
-#include "printerslib/drivers/paper.h"
+#include "printerslib/drivers/printerprofile.h"
 
-namespace printerslib::drivers::drawncodes {
+namespace printerslib::drivers {
 
-/// Whether printers that draw a symbology take this payload as data: what they don't take, they
-/// print as text.
-bool isTaken(const Paper::Code &code);
+/// Whether the printer draws a code by itself, of this payload and with this module; else it gets
+/// the modules as dots. What printers don't take as data, they print as text.
+bool isDrawnByPrinter(const PrinterProfile &profile, const Paper::Code &code);
+
+namespace drawncodes {
+
+/// What is sent of a payload, but for Star's mark of its end.
+QByteArray dataOf(const Paper::Code &code, Dialect dialect);
 
 /// The data of a Code 128 with the marks of its code sets, as few as there have to be: digits in
 /// pairs are one byte each in set C. Empty if it holds other bytes than those below 0x80.
 QByteArray withCodeSets(const QByteArray &payload);
 
-}  // namespace printerslib::drivers::drawncodes
+}  // namespace drawncodes
+
+}  // namespace printerslib::drivers

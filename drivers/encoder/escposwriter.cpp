@@ -45,8 +45,8 @@ protected:
     void chooseOwn(bool isOwn) override { commands().put(Id::UserCharactersUsed, isOwn ? 1 : 0); }
     void defineOwn(int code, const Paper::Picture &drawing) override;
     void endLine(int height, int pitch, bool isBlank) override;
-    int printDots(const PrintDots &dots, int gap) override;
-    bool printDrawn(const Paper::Code &code, int left) override;
+    int printDots(const PrintDots &dots, int room) override;
+    void printDrawn(const Paper::Code &code, int left) override;
     void feedDots(int dots) override;
 
 private:
@@ -58,13 +58,13 @@ private:
     int acrossUnits(int dots) const;
     void switchRealTime(bool isOn);
     void printStrip(const PrintDots &dots, int top, int rows);
-    int printStrips(const PrintDots &dots, int gap);
+    int printStrips(const PrintDots &dots, int room);
     int printBands(const PrintDots &dots);
     void printBand(const PrintDots &dots, int top);
     void printColumns(const QByteArray &columns, int first, int count);
     void printOver(const QByteArray &columns);
-    bool printBarcode(const Paper::Code &code, int number);
-    bool printQrCode(const Paper::Code &code);
+    void printBarcode(const Paper::Code &code);
+    void printQrCode(const Paper::Code &code);
 
     int m_spacing = -1;  ///< units of ESC 3; -1: not set
 };
@@ -208,11 +208,11 @@ void EscPosWriter::switchRealTime(bool isOn)
     commands().putText(isOn ? on : off, size - 1);
 }
 
-int EscPosWriter::printDots(const PrintDots &dots, int gap)
+int EscPosWriter::printDots(const PrintDots &dots, int room)
 {
     switch (profile().rasterCommand()) {
         case RasterCommand::RasterBlock:
-            return printStrips(dots, gap);
+            return printStrips(dots, room);
         case RasterCommand::BitImage:
             return printBands(dots);
         default:
@@ -230,14 +230,14 @@ void EscPosWriter::printStrip(const PrintDots &dots, int top, int rows)
 }
 
 /// Rows as far as they may go side by side; bands of columns where they may not.
-int EscPosWriter::printStrips(const PrintDots &dots, int gap)
+int EscPosWriter::printStrips(const PrintDots &dots, int room)
 {
     const int most = std::clamp((mostStripBytes - rasterHead) / dots.bytesPerRow, 1, 255);
     const bool isHazard = hazards::hasAny(dots.rows, rules());
     std::vector<int> bands;
     if (isHazard) {
         switchRealTime(false);
-        bands = hazards::bandsFor(hazards::rowsWithin(dots, rules()), dots.height + gap);
+        bands = hazards::bandsFor(hazards::rowsWithin(dots, rules()), dots.height + room);
     }
     bands.push_back(dots.height);
     size_t band = 0;
@@ -308,62 +308,47 @@ void EscPosWriter::printOver(const QByteArray &columns)
     printColumns(columns, first, (end + 2) / 3 - first);
 }
 
-bool EscPosWriter::printDrawn(const Paper::Code &code, int left)
+void EscPosWriter::printDrawn(const Paper::Code &code, int left)
 {
-    const QMap<Symbology, int> drawn = profile().drawnCodes();
-    const bool isSmall = code.payload.size() <= drawn.value(code.symbology, -1);
-    const bool hasModule = code.module.width() >= profile().leastModule() &&
-                           code.module.width() <= profile().mostModule();
-    if (!isSmall || !hasModule || !drawncodes::isTaken(code))
-        return false;
-    const int before = commands().size();
     const int margin = acrossUnits(left);
     if (left > 0)
         commands().put(Id::LeftMargin, lowByte(margin), highByte(margin));
+    if (code.symbology == Symbology::QrCode)
+        printQrCode(code);
+    else
+        printBarcode(code);
+    if (left > 0)
+        commands().put(Id::LeftMargin, 0, 0);
+}
+
+void EscPosWriter::printBarcode(const Paper::Code &code)
+{
     const auto *const row =
         std::find_if(std::begin(escPosCodes), std::end(escPosCodes),
                      [&code](const auto &r) { return r.symbology == code.symbology; });
-    const bool isPrinted = code.symbology == Symbology::QrCode ? printQrCode(code)
-                           : row != std::end(escPosCodes)      ? printBarcode(code, row->number)
-                                                               : false;
-    if (left > 0)
-        commands().put(Id::LeftMargin, 0, 0);
-    return isPrinted && !hazards::hasAny(commands().bytes().mid(before), rules());
-}
-
-bool EscPosWriter::printBarcode(const Paper::Code &code, int number)
-{
-    constexpr int most = 255;
-    const QByteArray data = code.symbology == Symbology::Code128
-                                ? drawncodes::withCodeSets(code.payload)
-                                : code.payload;
-    if (data.isEmpty() || data.size() > most || code.module.height() > most)
-        return false;
+    if (row == std::end(escPosCodes))
+        return;
+    const QByteArray data = drawncodes::dataOf(code, Dialect::EscPos);
     commands().put(Id::BarcodeTextPosition, 0);
     commands().put(Id::BarcodeHeight, code.module.height());
     commands().put(Id::BarcodeWidth, code.module.width());
-    commands().putChosen(Id::Barcode, number, data.size());
+    commands().putChosen(Id::Barcode, row->number, data.size());
     commands().putData(data);
-    return true;
 }
 
-bool EscPosWriter::printQrCode(const Paper::Code &code)
+void EscPosWriter::printQrCode(const Paper::Code &code)
 {
     constexpr char levels[] = "LMQH";
     constexpr int modelTwo = '2';
-    constexpr int mostData = 7089;
     const char *const level = std::find(levels, levels + 4, code.correctionLevel);
     const int number = level == levels + 4 ? 0 : int(level - levels);
     const int size = code.payload.size() + 3;
-    if (size > mostData)
-        return false;
     commands().put(Id::QrModel, 4, 0, modelTwo, 0);
     commands().put(Id::QrModuleSize, 3, 0, code.module.width());
     commands().put(Id::QrLevel, 3, 0, '0' + number);
     commands().put(Id::QrStore, lowByte(size), highByte(size), '0');
     commands().putData(code.payload);
     commands().put(Id::QrPrint, 3, 0, '0');
-    return true;
 }
 
 void EscPosWriter::cut()

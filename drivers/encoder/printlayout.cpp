@@ -4,6 +4,7 @@
 #include "encoder/layoutsheet_p.h"
 #include "encoder/pagetable_p.h"
 #include "encoder/picturesetter_p.h"
+#include "encoder/rasterroom_p.h"
 #include "encoder/textsetter_p.h"
 #include "printerdocs/echarformat.h"
 
@@ -137,6 +138,7 @@ PrintLayout PrintLayout::of(const TextPrinterDocument &document, const PrintTarg
         setter.add(blocks.at(i));
     }
     layout.notes = sheet.notes().notes();
+    rasterroom::make(layout);
     return layout;
 }
 

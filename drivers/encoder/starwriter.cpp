@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "encoder/documentwriter_p.h"
-#include "encoder/drawncodes_p.h"
 
 namespace printerslib::drivers {
 
@@ -46,8 +45,8 @@ protected:
     void chooseOwn(bool isOwn) override { commands().put(Id::UserCharactersUsed, isOwn ? 1 : 0); }
     void defineOwn(int code, const Paper::Picture &drawing) override;
     void endLine(int height, int pitch, bool isBlank) override;
-    int printDots(const PrintDots &dots, int gap) override;
-    bool printDrawn(const Paper::Code &code, int left) override;
+    int printDots(const PrintDots &dots, int room) override;
+    void printDrawn(const Paper::Code &code, int left) override;
     void feedDots(int dots) override;
 
 private:
@@ -55,7 +54,7 @@ private:
     void chooseSpacing(int dots);
     void printBand(const PrintDots &dots, int top);
     void printRows(const QByteArray &rows, int bytesPerRow, int first, int count);
-    bool printBarcode(const Paper::Code &code, const StarCode &row);
+    void printBarcode(const Paper::Code &code);
     void printQrCode(const Paper::Code &code);
 
     int m_spacing = 0;  ///< dots of a line feed; 0: not set
@@ -150,7 +149,7 @@ void StarWriter::feedDots(int dots)
     }
 }
 
-int StarWriter::printDots(const PrintDots &dots, int /*gap*/)
+int StarWriter::printDots(const PrintDots &dots, int /*room*/)
 {
     if (profile().rasterCommand() != RasterCommand::StarRows) {
         note(QStringLiteral("the model prints no pictures"));
@@ -189,50 +188,34 @@ void StarWriter::printRows(const QByteArray &rows, int bytesPerRow, int first, i
     }
 }
 
-bool StarWriter::printDrawn(const Paper::Code &code, int left)
+/// The layout puts it where one of the alignments does.
+void StarWriter::printDrawn(const Paper::Code &code, int left)
 {
-    const QMap<Symbology, int> drawn = profile().drawnCodes();
-    const bool isSmall = code.payload.size() <= drawn.value(code.symbology, -1);
-    const bool hasModule = code.module.width() >= profile().leastModule() &&
-                           code.module.width() <= profile().mostModule();
     const int free = target().lineDots() - code.modules.width() * code.module.width();
-    const bool hasPlace = left == 0 || left == free / 2 || left == free;
-    if (!isSmall || !hasModule || !hasPlace || !drawncodes::isTaken(code))
-        return false;
-    const auto *const row =
-        std::find_if(std::begin(starCodes), std::end(starCodes),
-                     [&code](const auto &r) { return r.symbology == code.symbology; });
-    const bool isQrCode = code.symbology == Symbology::QrCode;
-    if (!isQrCode && row == std::end(starCodes))
-        return false;
-    const int before = commands().size();
     const int alignment = left == 0 ? 0 : left == free ? 2 : 1;
     if (alignment != 0)
         commands().put(Id::Alignment, '0' + alignment);
-    if (isQrCode)
+    if (code.symbology == Symbology::QrCode)
         printQrCode(code);
-    else if (!printBarcode(code, *row))
-        return false;
+    else
+        printBarcode(code);
     if (alignment != 0)
         commands().put(Id::Alignment, '0');
-    return !hazards::hasAny(commands().bytes().mid(before), rules());
 }
 
-/// The data ends at RS. In Code 128 "%" begins what stands for other characters.
-bool StarWriter::printBarcode(const Paper::Code &code, const StarCode &row)
+void StarWriter::printBarcode(const Paper::Code &code)
 {
     constexpr char end = '\x1E';
-    const int mode = code.module.width() + row.modeBeyondModule;
-    const bool isPlain = std::all_of(code.payload.begin(), code.payload.end(),
-                                     [](char byte) { return byte >= 0x20 && byte < 0x7F; });
-    const bool hasMarks = code.symbology == Symbology::Code128 && code.payload.contains('%');
-    if (!isPlain || hasMarks || mode < 1 || mode > 9 || code.module.height() > starUnits)
-        return false;
+    const auto *const row =
+        std::find_if(std::begin(starCodes), std::end(starCodes),
+                     [&code](const auto &r) { return r.symbology == code.symbology; });
+    if (row == std::end(starCodes))
+        return;
     // 3: neither digits nor a line feed.
-    commands().put(Id::StarBarcode, '0' + row.number, '3', '0' + mode, code.module.height());
+    commands().put(Id::StarBarcode, '0' + row->number, '3',
+                   '0' + code.module.width() + row->modeBeyondModule, code.module.height());
     commands().putData(code.payload);
     commands().putText(&end, 1);
-    return true;
 }
 
 void StarWriter::printQrCode(const Paper::Code &code)

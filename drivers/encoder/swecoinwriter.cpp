@@ -30,8 +30,8 @@ protected:
     void chooseOwn(bool /*isOwn*/) override {}
     void defineOwn(int /*code*/, const Paper::Picture & /*drawing*/) override {}
     void endLine(int height, int pitch, bool isBlank) override;
-    int printDots(const PrintDots &dots, int gap) override;
-    bool printDrawn(const Paper::Code & /*code*/, int /*left*/) override { return false; }
+    int printDots(const PrintDots &dots, int room) override;
+    void printDrawn(const Paper::Code & /*code*/, int /*left*/) override {}
     void feedDots(int dots) override;
 
 private:
@@ -82,7 +82,7 @@ void SwecoinWriter::endLine(int height, int pitch, bool isBlank)
     feedDots(pitch - (isBlank ? spacing : std::max(spacing, height)));
 }
 
-int SwecoinWriter::printDots(const PrintDots &dots, int /*gap*/)
+int SwecoinWriter::printDots(const PrintDots &dots, int /*room*/)
 {
     if (profile().rasterCommand() != RasterCommand::SwecoinRows) {
         note(QStringLiteral("the model prints no pictures"));

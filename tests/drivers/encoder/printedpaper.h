@@ -50,8 +50,8 @@ public:
         for (int y = 0; y < picture.size.height() * picture.dotsPerPixel.height(); ++y) {
             for (int x = 0; x < picture.size.width() * picture.dotsPerPixel.width(); ++x) {
                 const int pixel = x / picture.dotsPerPixel.width();
-                const int byte = static_cast<unsigned char>(picture.rows.at(
-                    y / picture.dotsPerPixel.height() * bytesPerRow + pixel / 8));
+                const int byte = static_cast<unsigned char>(
+                    picture.rows.at(y / picture.dotsPerPixel.height() * bytesPerRow + pixel / 8));
                 if ((byte & (0x80 >> (pixel % 8))) != 0)
                     set(place.x() + x, place.y() + y);
             }
@@ -105,9 +105,8 @@ struct Seen
 inline QString cellText(QRect place, char16_t character, int effects, const Paper::Picture *drawing)
 {
     const QString what =
-        drawing != nullptr
-            ? QStringLiteral("[%1]").arg(QString::fromLatin1(drawing->rows.toHex()))
-            : QString(QChar(character));
+        drawing != nullptr ? QStringLiteral("[%1]").arg(QString::fromLatin1(drawing->rows.toHex()))
+                           : QString(QChar(character));
     return QStringLiteral("%1,%2 %3x%4 %5 %6")
         .arg(place.x())
         .arg(place.y())
@@ -129,9 +128,8 @@ inline Seen seenOn(const Paper &paper)
     for (const Paper::Cell &cell : paper.cells) {
         const Paper::Picture *drawing =
             cell.drawing < 0 ? nullptr : &paper.pictures.at(cell.drawing);
-        const QString text =
-            cellText({cell.left, cell.top, cell.width, cell.height}, cell.character, cell.effects,
-                     drawing);
+        const QString text = cellText({cell.left, cell.top, cell.width, cell.height},
+                                      cell.character, cell.effects, drawing);
         if (isSeen(text, cell.effects))
             seen.cells.append(text);
     }
@@ -179,10 +177,10 @@ inline Seen seenIn(const PrintLayout &layout)
             for (int i = row.first; i < row.first + row.count; ++i) {
                 const PrintLayout::Cell &cell = layout.cells[size_t(i)];
                 const QSize size = layout.sizeOf(cell);
-                const QString text = cellText(
-                    {QPoint(left, top + row.height - size.height()), size}, cell.character,
-                    effectsOf(layout, cell),
-                    cell.drawing < 0 ? nullptr : &layout.drawings.at(cell.drawing));
+                const QString text =
+                    cellText({QPoint(left, top + row.height - size.height()), size}, cell.character,
+                             effectsOf(layout, cell),
+                             cell.drawing < 0 ? nullptr : &layout.drawings.at(cell.drawing));
                 if (isSeen(text, effectsOf(layout, cell)))
                     seen.cells.append(text);
                 left += size.width();

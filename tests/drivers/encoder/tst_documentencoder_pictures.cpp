@@ -65,8 +65,8 @@ private:
     static QString differenceWith(const QString &model, int width, const QByteArray &rows,
                                   ETextAlignment alignment = AlignLeft)
     {
-        return differenceOf(
-            documentOf({pictureBlock(width, rows, alignment), textBlock("behind")}), target(model));
+        return differenceOf(documentOf({pictureBlock(width, rows, alignment), textBlock("behind")}),
+                            target(model));
     }
 
 private Q_SLOTS:
@@ -97,10 +97,7 @@ private Q_SLOTS:
         }
     }
 
-    void noPairOfBytesIsObeyedWhereverItStands_data()
-    {
-        addModels();
-    }
+    void noPairOfBytesIsObeyedWhereverItStands_data() { addModels(); }
     void noPairOfBytesIsObeyedWhereverItStands()
     {
         QFETCH(QString, model);
@@ -163,7 +160,8 @@ private Q_SLOTS:
         QByteArray rows(64, '\0');
         rows[1] = '\x80';
         const QByteArray stream = encoded(documentOf({pictureBlock(256, rows)}), to).bytes;
-        QVERIFY(stream.contains(QByteArray("\x1D\x76\x30\x00\x02\x00\x02\x00\x00\x80\x00\x00", 12)));
+        QVERIFY(
+            stream.contains(QByteArray("\x1D\x76\x30\x00\x02\x00\x02\x00\x00\x80\x00\x00", 12)));
     }
 
     void aBlankPictureIsFed_data() { addModels(); }
