@@ -156,6 +156,15 @@ private Q_SLOTS:
         QCOMPARE(runModels({"SHOP_80"}).status, 1);
     }
 
+    void exampleOfAFileIsRead()
+    {
+        const ReceiptRun run = runModels({"SHOP_80", "--models", example("models.json")});
+        QCOMPARE(run.errors, QString());
+        QVERIFY(run.output.contains("\ndriver's headDots: 512 (measured)\n"));
+        const ReceiptRun changed = runModels({"CUSTOM_VKP_80", "--models", example("models.json")});
+        QVERIFY(changed.output.contains("\"17\":\"CP866\""));
+    }
+
     void laterFilesOfModelsPrevail()
     {
         const WorkFolder folder;

@@ -1,16 +1,14 @@
-// Puts the rows of the dialects into a page as tables, in place of what stands between
-// "<!-- commands: ESC/POS -->" and "<!-- end -->". With --check nothing is written, and the status
-// is 1 if the page isn't up to date.
-#include <QFile>
+// Puts the rows of the dialects into a page as tables.
 #include <QStringList>
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 
 #include "commandsets/commandrows_p.h"
 #include "commandsets/commandtext_p.h"
+#include "commandsets/tables/pagetables_p.h"
 
 using namespace printerslib::drivers;
+using pagetables::code;
 
 namespace {
 
@@ -72,13 +70,6 @@ constexpr bool areInOrder()
 }
 static_assert(areInOrder());
 
-/// In a table a bar ends a cell, also within code.
-QString code(QString text)
-{
-    return QLatin1Char('`') + text.replace(QLatin1Char('|'), QLatin1String("\\|")) +
-           QLatin1Char('`');
-}
-
 QString hexOf(const CommandRow &row)
 {
     const QByteArray bytes(row.introducer, row.introducerSize);
@@ -125,17 +116,14 @@ QStringList sourcesOf(const CommandRows &rows)
 QString tableOf(const CommandRows &rows)
 {
     const QStringList sources = sourcesOf(rows);
-    QString table = QStringLiteral(
-        "| Command | Bytes | Operands and data | Does | Of | Manual "
-        "|\n|---|---|---|---|---|---|\n");
+    QString table = pagetables::headOf({QStringLiteral("Command"), QStringLiteral("Bytes"),
+                                        QStringLiteral("Operands and data"), QStringLiteral("Does"),
+                                        QStringLiteral("Of"), QStringLiteral("Manual")});
     for (const CommandRow *row = rows.first; row != rows.end; ++row) {
-        const QStringList cells{code(QString::fromLatin1(row->mnemonic)),
-                                hexOf(*row),
-                                operandsText(*row),
-                                meaningText(*row),
-                                QString::fromLatin1(vendorNames[static_cast<int>(row->vendor)]),
-                                QString::number(sources.indexOf(QLatin1String(row->source)) + 1)};
-        table += QLatin1String("| ") + cells.join(QLatin1String(" | ")) + QLatin1String(" |\n");
+        table += pagetables::rowOf(
+            {code(QString::fromLatin1(row->mnemonic)), hexOf(*row), operandsText(*row),
+             meaningText(*row), QString::fromLatin1(vendorNames[static_cast<int>(row->vendor)]),
+             QString::number(sources.indexOf(QLatin1String(row->source)) + 1)});
     }
     table += QLatin1String("\nManuals:\n\n");
     for (int i = 0; i < sources.size(); ++i)
@@ -143,52 +131,13 @@ QString tableOf(const CommandRows &rows)
     return table;
 }
 
-/// The page with its tables made anew; empty if a mark is missing.
-QString refreshed(const QString &page)
-{
-    const QString end = QStringLiteral("<!-- end -->");
-    QString made = page;
-    for (const DialectSection &section : dialectSections) {
-        const QString mark =
-            QStringLiteral("<!-- commands: %1 -->\n").arg(QLatin1String(section.name));
-        const int from = made.indexOf(mark);
-        const int to = made.indexOf(end, from);
-        if (from < 0 || to < 0)
-            return {};
-        const int begin = from + mark.size();
-        made.replace(begin, to - begin,
-                     QLatin1Char('\n') + tableOf(section.rows()) + QLatin1Char('\n'));
-    }
-    return made;
-}
-
-int fail(const char *text, const QString &path)
-{
-    std::fprintf(stderr, "command-tables: %s: %s\n", qPrintable(path), text);
-    return 1;
-}
-
 }  // namespace
 
 int main(int argumentCount, char *arguments[])
 {
-    const bool isCheck = argumentCount == 3 && qstrcmp(arguments[1], "--check") == 0;
-    if (argumentCount != 2 && !isCheck) {
-        std::fprintf(stderr, "Usage: command-tables [--check] PAGE\n");
-        return 2;
-    }
-    const QString path = QString::fromLocal8Bit(arguments[argumentCount - 1]);
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly))
-        return fail("can't be read", path);
-    const QString page = QString::fromUtf8(file.readAll());
-    file.close();
-    const QString made = refreshed(page);
-    if (made.isEmpty())
-        return fail("has no marks for the tables", path);
-    if (isCheck)
-        return made == page ? 0 : fail("isn't what the rows of the commands say", path);
-    const QByteArray bytes = made.toUtf8();
-    const bool isWritten = file.open(QFile::WriteOnly) && file.write(bytes) == bytes.size();
-    return isWritten && file.flush() ? 0 : fail("can't be written", path);
+    QVector<pagetables::Section> sections;
+    for (const DialectSection &section : dialectSections)
+        sections.append(
+            {QStringLiteral("commands: ") + QLatin1String(section.name), tableOf(section.rows())});
+    return pagetables::refresh(argumentCount, arguments, "command-tables", sections);
 }
