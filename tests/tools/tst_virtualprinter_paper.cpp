@@ -280,6 +280,35 @@ private Q_SLOTS:
         QCOMPARE(bench.status(), 1);
     }
 
+    void modelsOfAFileAreRead()
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath("own.json"));
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write(R"([{"id": "SHOP_80", "like": "CUSTOM_VKP_80",
+                        "codePages": {"0": "CP437", "17": "CP866"}}])");
+        file.close();
+        // It answers as the model that it is like.
+        Bench bench({"--listing", "--model", "SHOP_80", "--models", file.fileName()});
+        QVERIFY(bench.isOpen());
+        bench.send("\x1Bt\x11" + identification);
+        QCOMPARE(bench.answer(), QByteArray("\x5D"));
+        QString line;
+        QVERIFY(bench.nextLine(line));
+        QVERIFY2(line.contains("CP866"), qPrintable(line));
+    }
+
+    void faultyFileOfModelsIsAFailure()
+    {
+        QProcess program;
+        program.start(VIRTUAL_PRINTER_PROGRAM,
+                      {"--model", "CUSTOM_VKP_80", "--models", "/nowhere/own.json"});
+        QVERIFY(program.waitForFinished(patience));
+        QCOMPARE(program.exitCode(), 2);
+        QCOMPARE(program.readAllStandardError(),
+                 QByteArray("virtual-printer: /nowhere/own.json: No such file or directory\n"));
+    }
+
     void folderThatCannotBeUsedIsAFailure_data()
     {
         QTest::addColumn<QString>("folder");

@@ -1,4 +1,5 @@
 // Plays a receipt printer on a pseudo terminal until it is interrupted, or until its fault hung up.
+#include <printerslib/drivers/printermodels.h>
 #include <unistd.h>
 
 #include <QCommandLineParser>
@@ -19,6 +20,9 @@
 #include "virtualprinter.h"
 
 namespace {
+
+using printerslib::drivers::PrinterModels;
+using printerslib::drivers::PrinterProfile;
 
 constexpr int failure = 1;
 constexpr int wrongUsage = 2;
@@ -91,6 +95,7 @@ bool readBaud(const QString &text, VirtualPrinterOptions &options)
 struct Arguments
 {
     VirtualPrinterOptions printer;
+    PrinterProfile profile;  ///< how it reads what it is sent
     QString link;
     std::optional<QString> paper;  ///< folder for what is printed
     bool hasListing = false;
@@ -109,6 +114,10 @@ QCommandLineOption describe(QCommandLineParser &parser)
                                             QLatin1String(value)));
     };
     option("model", "The model to play.", "id");
+    option("models",
+           "A file of further models and of other facts of known ones, as receipt takes it; may be "
+           "given several times. A model that it adds answers as the one that it is like.",
+           "file");
     option("baud", "The baud rate that it is set to.", "rate");
     option("flow", "Its flow control: none, hardware or software.", "kind");
     option("fault",
@@ -130,6 +139,23 @@ QCommandLineOption describe(QCommandLineParser &parser)
     return parser.addHelpOption();
 }
 
+/// Gives false after messages on standard error.
+bool readModel(const QCommandLineParser &parser, Arguments &arguments)
+{
+    QStringList errors;
+    PrinterModels models;
+    const QStringList files = parser.values(QStringLiteral("models"));
+    for (const QString &file : files)
+        errors += models.addFile(file);
+    for (const QString &fault : qAsConst(errors))
+        print(stderr, QStringLiteral("virtual-printer: ") + fault);
+    const QString id = parser.value(QStringLiteral("model"));
+    const auto profile = models.profile(id);
+    arguments.profile = profile.value_or(PrinterProfile());
+    arguments.printer.model = profile ? profile->catalogueId() : id;
+    return errors.isEmpty();
+}
+
 /// Nothing after a message on standard error.
 std::optional<Arguments> readArguments()
 {
@@ -144,7 +170,8 @@ std::optional<Arguments> readArguments()
 
     Arguments arguments;
     VirtualPrinterOptions &printer = arguments.printer;
-    printer.model = parser.value(QStringLiteral("model"));
+    if (!readModel(parser, arguments))
+        return std::nullopt;
     arguments.link = parser.value(QStringLiteral("link"));
     if (parser.isSet(QStringLiteral("paper")))
         arguments.paper = parser.value(QStringLiteral("paper"));
@@ -245,7 +272,7 @@ int main(int argc, char *argv[])
         return wrongUsage;
     std::unique_ptr<PaperFolder> paper;
     if (arguments->paper) {
-        paper = std::make_unique<PaperFolder>(arguments->printer.model, *arguments->paper);
+        paper = std::make_unique<PaperFolder>(arguments->profile, *arguments->paper);
         QString error;
         if (!paper->open(&error)) {
             print(stderr, QStringLiteral("virtual-printer: ") + error);
@@ -254,7 +281,7 @@ int main(int argc, char *argv[])
     }
     std::unique_ptr<StreamLines> lines;
     if (arguments->hasListing)
-        lines = std::make_unique<StreamLines>(arguments->printer.model);
+        lines = std::make_unique<StreamLines>(arguments->profile);
     VirtualPrinter printer(arguments->printer);
     if (!printer.isValid()) {
         print(stderr, QStringLiteral("virtual-printer: there is no pseudo terminal to be had"));

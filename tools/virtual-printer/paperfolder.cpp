@@ -41,11 +41,10 @@ bool writeNew(const QString &fileName, const QByteArray &content, QString *error
 
 }  // namespace
 
-PaperFolder::PaperFolder(const QString &modelId, const QString &folder)
-    : m_model(receiptpreview::catalogueModel(modelId).value_or(PrinterInfo())),
+PaperFolder::PaperFolder(const PrinterProfile &profile, const QString &folder)
+    : m_model(receiptpreview::catalogueModel(profile.catalogueId()).value_or(PrinterInfo())),
       m_paper(receiptpreview::widestPaperOf(m_model)),
-      m_interpreter(PrinterProfile::forModel(modelId).value_or(PrinterProfile()),
-                    optionsOf(m_model, m_paper, m_codes)),
+      m_interpreter(profile, optionsOf(m_model, m_paper, m_codes)),
       m_folder(folder)
 {}
 

@@ -22,8 +22,8 @@ struct PaperReport
 class PaperFolder
 {
 public:
-    /// @param modelId one of the catalogue; the paper is its widest
-    PaperFolder(const QString &modelId, const QString &folder);
+    /// The paper is the widest that the catalogue has for the model.
+    PaperFolder(const printerslib::drivers::PrinterProfile &profile, const QString &folder);
 
     /// Makes the folder, tries to write into it, and loads the fonts. Gives false with a message on
     /// failure.

@@ -1,20 +1,9 @@
 #include "streamlines.h"
 
-namespace {
-
 using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::StreamCommand;
 
-PrinterProfile profileOf(const QString &modelId)
-{
-    return PrinterProfile::forModel(modelId).value_or(PrinterProfile());
-}
-
-}  // namespace
-
-StreamLines::StreamLines(const QString &modelId)
-    : m_reader(profileOf(modelId)), m_listing(profileOf(modelId))
-{}
+StreamLines::StreamLines(const PrinterProfile &profile) : m_reader(profile), m_listing(profile) {}
 
 QStringList StreamLines::linesOf(const VirtualExchange &exchange)
 {

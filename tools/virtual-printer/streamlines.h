@@ -1,5 +1,6 @@
 #pragma once
 
+#include <printerslib/drivers/printerprofile.h>
 #include <printerslib/drivers/streamlisting.h>
 #include <printerslib/drivers/streamreader.h>
 
@@ -13,7 +14,7 @@
 class StreamLines
 {
 public:
-    explicit StreamLines(const QString &modelId);
+    explicit StreamLines(const printerslib::drivers::PrinterProfile &profile);
 
     /// A command that isn't whole yet has its line later.
     QStringList linesOf(const VirtualExchange &exchange);
