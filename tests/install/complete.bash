@@ -47,6 +47,8 @@ offers 'kiosk.cpt kiosk.json' render kiosk
 offers 'images' bbcode --images im
 offers 'check remove repair save show' document ''
 offers '--clean --codec' document save --c
+offers 'after before' print --drawer ''
+offers '--drawer --drawer-pin --dry-run' print --dr
 offers 'all bidirectional brackets controls equals invisible tags' render --clean ''
 offers 'export import show' settings ''
 offers '--printer' settings export --p

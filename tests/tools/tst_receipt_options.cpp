@@ -67,6 +67,8 @@ private:
         QStringList arguments{command, example("kiosk.cpt"), example("kiosk.json")};
         if (command == "preview")
             arguments += {"--output", m_folder.path("a.png")};
+        if (command == "print")
+            arguments += "--dry-run";
         return arguments;
     }
 
@@ -90,7 +92,7 @@ private Q_SLOTS:
     void optionOfSeveralCommandsIsDescribedInTheSameWords()
     {
         // These have other values, or write something else, in each command.
-        const QStringList ofOneCommand{"as", "code-page", "output", "plain"};
+        const QStringList ofOneCommand{"as", "code-page", "output", "plain", "strict"};
         QMap<QString, QStringList> commandsOf;
         QMap<QString, HelpRow> first;
         const QStringList commands = commandNames();
@@ -110,11 +112,13 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(commandsOf["symbols"],
-                 (QStringList{"lint", "preview", "render", "document save"}));
-        QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview"}));
-        QCOMPARE(commandsOf["model"], (QStringList{"decode", "lint", "preview", "render"}));
+                 (QStringList{"lint", "preview", "print", "render", "document save"}));
+        QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview", "print"}));
+        QCOMPARE(commandsOf["model"],
+                 (QStringList{"decode", "lint", "preview", "print", "render"}));
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
-        QCOMPARE(commandsOf["clean"], (QStringList{"fill", "preview", "render", "document save"}));
+        QCOMPARE(commandsOf["clean"],
+                 (QStringList{"fill", "preview", "print", "render", "document save"}));
         QCOMPARE(commandsOf["json"], (QStringList{"find", "lint", "models"}));
         QCOMPARE(commandsOf["as"],
                  (QStringList{"bbcode", "decode", "lint", "render", "document show"}));
@@ -146,10 +150,10 @@ private Q_SLOTS:
                 rows(commands, qPrintable(option + " \"" + name + '"'), {option, name},
                      QString("%1: \"%2\" is no folder").arg(option, name));
         };
-        folder({"lint", "preview", "render", "document save"}, "--symbols");
-        folder({"bbcode", "preview"}, "--images");
+        folder({"lint", "preview", "print", "render", "document save"}, "--symbols");
+        folder({"bbcode", "preview", "print"}, "--images");
 
-        const QStringList haveModels{"lint", "preview", "render"};
+        const QStringList haveModels{"lint", "preview", "print", "render"};
         rows(haveModels, "unknown model", {"--model", "X"},
              "there is no model \"X\"; see \"receipt models\"");
         rows(haveModels, "paper that the model lacks", {"--model", "AV_268", "--paper", "1"},
@@ -173,15 +177,15 @@ private Q_SLOTS:
             rows({"bbcode"}, qPrintable("width \"" + width + '"'), {"--width", width},
                  "--width: \"" + width + "\" is no number from 1 to 255");
         for (const QString &margin : QStringList{"-1", "1001", ""})
-            rows({"preview", "render"}, qPrintable("margin \"" + margin + '"'),
+            rows({"preview", "print", "render"}, qPrintable("margin \"" + margin + '"'),
                  {"--margin", margin}, "--margin: \"" + margin + "\" is no number from 0 to 1000");
         rows({"lint", "preview"}, "code page", {"--code-page", "cp9999"},
              "--code-page: there is no encoding \"cp9999\"");
-        rows({"fill", "lint", "preview", "render", "split", "document save"}, "encoding",
+        rows({"fill", "lint", "preview", "print", "render", "split", "document save"}, "encoding",
              {"--codec", "none"}, "--codec: there is no encoding \"none\"");
         const QString rules = "all, tags, brackets, controls, bidirectional, invisible, equals";
         for (const QString &value : QStringList{"tag", "tags,tag", ""})
-            rows({"fill", "preview", "render", "document save"},
+            rows({"fill", "preview", "print", "render", "document save"},
                  qPrintable("rule of \"" + value + '"'), {"--clean", value},
                  QString("--clean: \"%1\" is none of %2").arg(value.section(',', -1), rules));
         for (const QString &value : QStringList{"pdf", "TEXT", ""}) {

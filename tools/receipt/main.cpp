@@ -23,6 +23,7 @@ constexpr Command commands[] = {
     {"lint", "say what is wrong in templates", runLint},
     {"models", "list the known printers and what they can do", runModels},
     {"preview", "draw a receipt as a printer model prints it", runPreview, drawsAlways},
+    {"print", "make the bytes that a printer model prints a receipt of", runPrint},
     {"render", "print a receipt from a template and a document", runRender},
     {"settings", "show, check and make lists of settings", runSettings},
     {"split", "show the fiscal sections of a template", runSplit},

@@ -1,0 +1,108 @@
+#include "shopsettings.h"
+
+#include <algorithm>
+
+#include "settings/textprintersettings.h"
+#include "settingslist.h"
+#include "support.h"
+
+namespace tool {
+
+namespace {
+
+using printerslib::drivers::PrinterModels;
+using printerslib::drivers::PrintOptions;
+
+QCommandLineOption settingsOption()
+{
+    return {QStringLiteral("settings"),
+            QStringLiteral("A list of settings, as \"receipt settings\" takes it: which printer, "
+                           "paper and font it is, and how it prints; other options prevail."),
+            QStringLiteral("FILE")};
+}
+
+/// Without settings, what isn't given is the first.
+std::optional<ChosenPaper> paperOfModel(const QCommandLineParser &parser,
+                                        const PrinterModels &models)
+{
+    const auto model = findModel(models, parser.value(modelOption()));
+    return model ? paperOf(parser, {models, model, 0, 0}) : std::nullopt;
+}
+
+bool hasBaudRate(const QList<SettingsItem> &items)
+{
+    return std::any_of(items.begin(), items.end(), [](const SettingsItem &item) {
+        return text(item, "key") == QLatin1String("baudRate");
+    });
+}
+
+}  // namespace
+
+ShopSettings::ShopSettings(const QSharedPointer<TextPrinterSettings> &settings, bool hasBaudRate)
+    : m_settings(settings), m_hasBaudRate(hasBaudRate)
+{}
+
+std::optional<ChosenPaper> ShopSettings::paperOf(const QCommandLineParser &parser,
+                                                 const PrinterModels &models) const
+{
+    if (m_settings.isNull()) {
+        if (parser.isSet(modelOption()))
+            return paperOfModel(parser, models);
+        complain(QStringLiteral("--model or --settings is needed: bytes depend on the printer"));
+        return std::nullopt;
+    }
+    if (parser.isSet(modelOption())) {
+        complain(QStringLiteral("--model and --settings exclude each other"));
+        return std::nullopt;
+    }
+    const auto model = findModel(models, m_settings->printerId());
+    if (!model)
+        return std::nullopt;
+    const int lastFont = model->fontTypes().size() - 1;
+    // The first is 1, and one beyond the last counts as that.
+    const int font = qBound(0, m_settings->baseFiscalFont() - 1, lastFont);
+    return tool::paperOf(parser, {models, model, m_settings->paperTypeId(), font});
+}
+
+PrintOptions ShopSettings::printOptions() const
+{
+    return m_settings.isNull() ? PrintOptions() : PrintOptions::fromSettings(*m_settings);
+}
+
+std::optional<int> ShopSettings::baudRate() const
+{
+    if (!m_hasBaudRate)
+        return std::nullopt;
+    return m_settings->port()->portSettings().baudRate();
+}
+
+QList<QCommandLineOption> shopOptions()
+{
+    return QList<QCommandLineOption>{settingsOption()} +
+           paperOptionsOr(QStringLiteral("that of --settings")) +
+           QList<QCommandLineOption>{modelsFileOption()};
+}
+
+std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser)
+{
+    if (!parser.isSet(settingsOption()))
+        return ShopSettings();
+    const QString file = parser.value(settingsOption());
+    const auto items = readSettingsItems(file);
+    if (!items)
+        return std::nullopt;
+    const auto settings = settingsFor(*items).dynamicCast<TextPrinterSettings>();
+    if (settings.isNull()) {
+        complain(QStringLiteral("%1: these aren't the settings of a text printer: the item "
+                                "\"printerType\" isn't 1")
+                     .arg(file));
+        return std::nullopt;
+    }
+    if (!takeSettingsItems(file, *items, *settings))
+        return std::nullopt;
+    // The engine asks them for the case of texts.
+    IPrintDeviceSettings::setPrintDeviceSettings(settings);
+    return ShopSettings(settings, hasBaudRate(*items));
+}
+
+}  // namespace tool

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <printerslib/drivers/printoptions.h>
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QList>
+#include <QSharedPointer>
+#include <optional>
+
+#include "printermodel.h"
+
+class TextPrinterSettings;
+
+namespace tool {
+
+/// How a shop prints: the settings of its printer, which options of the command line prevail over.
+class ShopSettings
+{
+public:
+    /// No settings.
+    ShopSettings() = default;
+    /// @param hasBaudRate whether they say how fast the line is
+    ShopSettings(const QSharedPointer<TextPrinterSettings> &settings, bool hasBaudRate);
+
+    /// Model, paper and font. Complains and gives nothing for what isn't there.
+    std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser,
+                                       const printerslib::drivers::PrinterModels &models) const;
+    printerslib::drivers::PrintOptions printOptions() const;
+    std::optional<int> baudRate() const;
+
+private:
+    QSharedPointer<TextPrinterSettings> m_settings;  ///< null: none
+    bool m_hasBaudRate = false;
+};
+
+/// The options --settings, --model, --paper, --font and --models.
+QList<QCommandLineOption> shopOptions();
+/// What --settings says. The library takes these settings from then on. Complains and gives nothing
+/// if the file can't be read or isn't taken whole.
+std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser);
+
+}  // namespace tool
