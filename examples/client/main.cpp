@@ -1,6 +1,7 @@
 // A minimal print service: reads its settings, finds the printer, fills a receipt, keeps it in a
 // document file, prints it, and tells the system how that went.
 #include <printerslib/drivers/documentcleaner.h>
+#include <printerslib/drivers/documentencoder.h>
 #include <printerslib/drivers/documentfiles.h>
 
 #include <QCoreApplication>
@@ -13,7 +14,6 @@
 #include <QLoggingCategory>
 #include <QProcess>
 #include <QSerialPort>
-#include <QTextCodec>
 #include <QTextStream>
 #include <optional>
 
@@ -29,8 +29,7 @@
 #include "settings/textprintersettings.h"
 #include "shownlog.h"
 
-using printerslib::drivers::DocumentCleaner;
-using printerslib::drivers::DocumentFiles;
+using namespace printerslib::drivers;
 
 namespace {
 
@@ -137,17 +136,14 @@ PrinterDocument sale(bool isCopy)
 }
 
 /// The receipt, laid out for the printer; invalid without a template.
-std::optional<TextPrinterDocument> makeReceipt(const QString &templateFile,
-                                               TextPrinterSettings &settings, bool isCopy)
+std::optional<TextPrinterDocument> makeReceipt(const QString &templateFile, bool isCopy)
 {
-    PrinterDocumentFormatter formatter(settings.spacessBeforeString(), nullptr);
+    PrinterDocumentFormatter formatter(0, nullptr);  // blanks in front are the driver's
     if (!formatter.loadTemplate(templateFile, "UTF-8"))
         return std::nullopt;
     // What others wrote prints, and neither acts as markup nor makes lines of its own.
     const PrinterDocument document = DocumentCleaner::cleanedDocument(sale(isCopy));
-    TextPrinterDocument receipt = formatter.toTextPrinterDocument(document);
-    receipt.setSymbolsPerLine(settings.defSymbolsPerLine());
-    return receipt;
+    return formatter.toTextPrinterDocument(document);
 }
 
 /// True only when the document is on the disk and can be read back. Nothing is opened in a folder
@@ -160,21 +156,18 @@ bool keep(const TextPrinterDocument &receipt, const QString &fileName)
     return fault.isEmpty();
 }
 
-/// What a driver makes of a document; this one knows text, line ends and the cut.
-QByteArray printerBytes(const TextPrinterDocument &receipt, const TextPrinterSettings &settings)
+/// The receipt as bytes of the printer. What isn't printed as it asks for is said, and is no fault.
+EncodedDocument printerBytes(const TextPrinterDocument &receipt, TextPrinterSettings &settings)
 {
-    const QByteArray cut = QByteArray::fromHex("1D564200");  // GS V 66 0
-    const QTextCodec *codec = QTextCodec::codecForName(settings.codec().toLatin1());
-    if (codec == nullptr)
-        codec = QTextCodec::codecForLocale();
-    QByteArray bytes;
-    const QList<DocumentBlock> blocks = receipt.blocks();
-    for (DocumentBlock block : blocks) {
-        const QStringList lines = block.toStringList(receipt.symbolsPerLine());
-        for (const QString &line : lines)
-            bytes += codec->fromUnicode(line) + '\n';
-    }
-    return bytes + QByteArray(settings.emptyStringsAtEnd(), '\n') + cut;
+    const auto target = PrintTarget::forModel(settings.printerId(), settings.paperTypeId(),
+                                              settings.baseFiscalFont() - 1);  // from 1 in settings
+    EncodedDocument job;
+    job.error = QStringLiteral("the model isn't known");
+    if (target)
+        job = DocumentEncoder(*target, PrintOptions::fromSettings(settings)).encode(receipt);
+    for (const PrintNote &note : job.notes)
+        say(note.toString());
+    return job;
 }
 
 /// Sends the bytes and asks who the printer is, as it answers when all before is done.
@@ -208,7 +201,7 @@ bool publish(const QString &trouble, const QString &fileName)
 }
 
 /// Finds the printer and prints. @return what went wrong; empty: nothing
-QString printReceipt(const TextPrinterDocument &receipt, const TextPrinterSettings &settings,
+QString printReceipt(const TextPrinterDocument &receipt, TextPrinterSettings &settings,
                      const QString &virtualPrinter, const QDir &folder)
 {
     QProcess player;
@@ -220,7 +213,8 @@ QString printReceipt(const TextPrinterDocument &receipt, const TextPrinterSettin
         say(QStringLiteral("printer: %1 on %2")
                 .arg(device->deviceId(), device->settings().portName()));
         settings.port()->setPortSettings(device->settings());
-        trouble = print(printerBytes(receipt, settings), device->settings());
+        const EncodedDocument job = printerBytes(receipt, settings);
+        trouble = job.error.isEmpty() ? print(job.bytes, device->settings()) : job.error;
     }
     player.terminate();
     player.waitForFinished();
@@ -248,7 +242,7 @@ int main(int argc, char *argv[])
     TextPrinterSettings settings;
     const QString kept = folder.filePath("receipt-1207");
     const std::optional<TextPrinterDocument> receipt =
-        makeReceipt(arguments.at(2), settings, QFile::exists(kept));
+        makeReceipt(arguments.at(2), QFile::exists(kept));
     QString trouble = QStringLiteral("the receipt couldn't be made and kept");
     if (receipt && keep(*receipt, kept))
         trouble = printReceipt(*receipt, settings, arguments.value(4, "virtual-printer"), folder);
