@@ -43,11 +43,13 @@ struct PRINTERSLIB_DRIVERS_EXPORT EncodedDocument
 class PRINTERSLIB_DRIVERS_EXPORT DocumentEncoder
 {
 public:
+    /// For a printer with its paper, and the options of a shop.
     DocumentEncoder(const PrintTarget &target, const PrintOptions &options);
 
     const PrintTarget &target() const { return m_target; }     ///< as given
     const PrintOptions &options() const { return m_options; }  ///< as given
 
+    /// The bytes of a document, or an error. Its codes are drawn by SymbologyDrawer.
     EncodedDocument encode(const TextPrinterDocument &document) const;
     /// Of a document that is laid out already, for the same target and options.
     EncodedDocument encode(const TextPrinterDocument &document, const PrintLayout &layout) const;
