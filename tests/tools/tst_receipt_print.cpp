@@ -370,6 +370,43 @@ private Q_SLOTS:
         QVERIFY2(printed.contains("WORD\n"), qPrintable(printed));
     }
 
+    void modelsOfAFileArePrintedOn()
+    {
+        const QString models =
+            m_folder.file("models.json",
+                          "[{\"id\": \"OURS\", \"like\": \"GENERAL_EPSON_PROTOCOL\", "
+                          "\"cutCommand\": \"None\"}]");
+        const ReceiptRun run = runReceipt({"print", "--plain", textFile("x\n"), "--models", models,
+                                           "--model", "OURS", "--dry-run"});
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.output.startsWith("OURS, paper "), qPrintable(run.output));
+        QVERIFY2(run.output.contains(" bytes, 0 pieces of paper, "), qPrintable(run.output));
+        const QString bad = m_folder.file("bad.json", "[{\"id\": \"OURS\"}]");
+        const ReceiptRun refused = runReceipt(
+            {"print", "--plain", textFile("x\n"), "--models", bad, "--model", "OURS", "--dry-run"});
+        QCOMPARE(refused.status, 1);
+        QVERIFY2(refused.errors.contains(bad), qPrintable(refused.errors));
+    }
+
+    // Custom's presenter has no clock.
+    void retractionOfAHeldTicketIsTold()
+    {
+        const QByteArray json =
+            "{\"blocks\":[{\"align\":0,\"fmt\":[\"AA==\"],\"fnt\":[\"AA==\"],\"ls\":[0],"
+            "\"txt\":[\"x\"],\"type\":0}],\"cta\":9,\"init\":true,\"loop\":0,\"pta\":0,"
+            "\"rtout\":30}";
+        const QString file = m_folder.file("held", json);
+        m_folder.file(
+            "held.sha1",
+            QCryptographicHash::hash(json, QCryptographicHash::Sha1).toHex() + "  held\n");
+        const ReceiptRun run = runReceipt(
+            {"print", "--document", file, "--model", "CUSTOM_VKP_80", "--strict", "--dry-run"});
+        QCOMPARE(run.errors, "receipt: " + file +
+                                 ": the ticket stays held out until 1D 65 02 is sent, which the "
+                                 "document wants after 30 s\n");
+        QCOMPARE(run.status, 0);
+    }
+
     void settingsThatArentTakenAreAnError_data()
     {
         QTest::addColumn<QByteArray>("settings");

@@ -123,6 +123,8 @@ private Q_SLOTS:
         QTest::newRow("virtual model") << QStringList{"find", "--virtual", attack()};
         QTest::newRow("picture") << QStringList{"preview", m_template, m_document, "--output",
                                                 attack()};
+        QTest::newRow("destination of a printer's bytes") << QStringList{
+            "print", "--plain", m_template, "--model", "GENERAL_EPSON_PROTOCOL", "--to", attack()};
         QTest::newRow("document that isn't there")
             << QStringList{"document", "show", m_folder.path("none" + attack())};
     }
