@@ -90,6 +90,14 @@ TextStyle DocumentWriter::plainStyle() const
     return style;
 }
 
+void DocumentWriter::choosePlain()
+{
+    const TextStyle plain = plainStyle();
+    chooseStyle(plain);
+    m_style = plain;
+    m_styleKey = -1;
+}
+
 void DocumentWriter::note(const QString &text, bool isLoss)
 {
     PrintNote note;

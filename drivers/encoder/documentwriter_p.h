@@ -82,8 +82,9 @@ protected:
     const TextStyle &style() const { return m_style; }
     void setStyle(const TextStyle &style) { m_style = style; }
     int firstPage() const { return m_firstPage; }
-    /// What is in force where nothing is chosen.
+    /// What the base font prints with, without any format.
     TextStyle plainStyle() const;
+    void choosePlain();
 
 private:
     struct CharacterByte

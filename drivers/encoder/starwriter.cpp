@@ -11,6 +11,8 @@ using Symbology = Paper::Symbology;
 
 constexpr int starUnits = 255;  ///< most of ESC I, each a dot
 constexpr int starBandRows = 24;
+constexpr int narrowSpacing = 24;  ///< dots of 3 mm
+constexpr int wideSpacing = 32;    ///< of 4 mm
 
 /// A barcode by the number of ESC b, and what is added to the dots of a module for its mode. Of
 /// codes with wide and narrow bars the modes are those in which wide ones have three modules.
@@ -70,7 +72,7 @@ void StarWriter::begin(bool resets)
     setStyle({plain.font, 1, 1, false, false, false, false});
     commands().put(Id::Font, '0' + plain.font);
     choosePage(firstPage());
-    chooseSpacing(starBandRows);
+    chooseSpacing(narrowSpacing);
 }
 
 void StarWriter::setEveryState()
@@ -92,7 +94,7 @@ void StarWriter::chooseSpacing(int dots)
 {
     if (dots == m_spacing)
         return;
-    commands().put(Id::LineSpacingChoice, dots == starBandRows ? 0 : 1);
+    commands().put(Id::LineSpacingChoice, dots == narrowSpacing ? 0 : 1);
     m_spacing = dots;
 }
 
@@ -121,20 +123,17 @@ void StarWriter::defineOwn(int code, const Paper::Picture &drawing)
 
 void StarWriter::endLine(int height, int pitch, bool isBlank)
 {
-    constexpr int wide = 32;
-    if (pitch == height + wide - starBandRows && height == starBandRows) {
-        chooseSpacing(wide);
-        commands().put(Id::LineFeed);
-        return;
-    }
-    chooseSpacing(starBandRows);
-    if (pitch == starBandRows && height <= starBandRows) {
+    const int spacing = pitch < wideSpacing ? narrowSpacing : wideSpacing;
+    chooseSpacing(spacing);
+    if (pitch == spacing && height <= narrowSpacing) {
         commands().put(Id::LineFeed);
         return;
     }
     // A line without anything in it is a line still, and no mere feed.
-    if (isBlank)
+    if (isBlank) {
+        choosePlain();
         commands().putText(" ", 1);
+    }
     const int first = std::clamp(pitch, 1, starUnits);
     commands().put(Id::FeedHalfUnits, first);
     feedDots(pitch - std::max(first, height));
@@ -156,7 +155,7 @@ int StarWriter::printDots(const PrintDots &dots, int /*room*/)
         feedDots(dots.height);
         return dots.height;
     }
-    chooseSpacing(starBandRows);
+    chooseSpacing(narrowSpacing);
     int y = 0;
     for (; y < dots.height; y += starBandRows)
         printBand(dots, y);
