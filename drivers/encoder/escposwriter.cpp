@@ -353,10 +353,10 @@ void EscPosWriter::printQrCode(const Paper::Code &code)
 
 void EscPosWriter::cut()
 {
-    if (profile().cutCommand() == CutCommand::GsV)
-        commands().put(Id::CutPaper, 0);
-    else
+    if (profile().cutCommand() == CutCommand::EscI)
         commands().put(commands().has(Id::FullCut) ? Id::FullCut : Id::PartialCut);
+    else
+        commands().put(Id::CutPaper, profile().cutCommand() == CutCommand::GsV ? 0 : 1);
 }
 
 void EscPosWriter::openDrawer(int pin, int on, int off)

@@ -43,10 +43,8 @@ bool TicketActions::isCut(int actions) const
 
 int TicketActions::endFeed(bool isCut) const
 {
-    // Swecoin's printers feed to their cutter by themselves.
-    const bool feedsItself = profile().cutCommand() == CutCommand::SwecoinEscRs;
     const int lines = std::max(0, m_options.emptyLinesAtEnd) * m_target.font(0).cell.height();
-    return isCut && !feedsItself ? std::max(lines, profile().dotsToCutter()) : lines;
+    return isCut ? std::max(lines, profile().dotsToCutter()) : lines;
 }
 
 void TicketActions::cutAndCount()
@@ -59,8 +57,7 @@ void TicketActions::actOnPrevious(int actions)
 {
     const bool hasCutter = profile().cutCommand() != CutCommand::None;
     if ((actions & cutBit) != 0 && hasCutter) {
-        if (profile().cutCommand() != CutCommand::SwecoinEscRs)
-            m_writer.feed(profile().dotsToCutter());
+        m_writer.feed(profile().dotsToCutter());
         cutAndCount();
     }
     if ((actions & ejectBit) != 0)
