@@ -70,5 +70,10 @@ const std::vector<Goal> goals{
     {"streams by node-thermal-printer to text, s for 10,000", "bench_streams",
      "to_text/node-thermal-printer", "", 1, "seconds_per_10000"},
     {"picture of a stream", "bench_streams", "stream_to_picture", "document_to_picture", 1.5},
+    {"printer's bytes, # items", "bench_encoder", "text/#", "codec/#", 4, "", false, {100}},
+    {"printer's bytes, # items", "bench_encoder", "text/#", "codec/#", 0, "", false, {10, 1000}},
+    {"printer's bytes, # items, how many", "bench_encoder", "text/#", "", 0, "bytes"},
+    {"20 lines as a picture, ms", "bench_encoder", "picture_20", "", 2, "milliseconds"},
+    {"20 lines as a picture, bytes", "bench_encoder", "picture_20", "", 0, "bytes"},
     {"silent port, over its waits", "bench_discovery", "silentPort", "", 1.03, "over_waits"},
 };
