@@ -163,6 +163,25 @@ private Q_SLOTS:
         QVERIFY(!PrintTarget::forModel(QString(), 0));
     }
 
+    void modelsOfAFileAreOnThePapersOfThoseThatTheyAreLike()
+    {
+        PrinterModels models;
+        QCOMPARE(models.add(R"([{"id": "SHOP_80", "like": "CITIZEN_CBM_1000", "headDots": 400},
+                                {"id": "AV_268", "headDots": 320}])",
+                            "own.json"),
+                 QStringList());
+        const auto added = PrintTarget::forModel(models, "SHOP_80", 0);
+        QVERIFY(added);
+        QCOMPARE(added->profile().modelId(), QString("SHOP_80"));
+        QCOMPARE(added->record().id(), QString("CITIZEN_CBM_1000"));
+        QCOMPARE(added->paper().pointsToLine(), 625);
+        QCOMPARE(added->lineDots(), 400);
+        QCOMPARE(PrintTarget::forModel(models, "AV_268", 0)->lineDots(), 320);
+        QCOMPARE(PrintTarget::forModel("AV_268", 0)->lineDots(), 384);
+        QVERIFY(!PrintTarget::forModel("SHOP_80", 0));
+        QVERIFY(!PrintTarget::forModel(models, "SHOP_81", 0));
+    }
+
     void recordWithoutPapersAndFontsPrintsInThePrintersOwn()
     {
         const PrintTarget target(*PrinterProfile::forModel("TSP-TUP"), PrinterInfo(), 0, 3);
