@@ -1,8 +1,10 @@
 // Puts what the driver knows of each model into a page as tables.
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMap>
 #include <QStringList>
+#include <cstdio>
 
 #include "commandsets/tables/pagetables_p.h"
 #include "printerslib/drivers/printerprofile.h"
@@ -171,10 +173,32 @@ QString sourcesTable()
     return table;
 }
 
+/// The keys that the page has no row for.
+QStringList missingKeys(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly))
+        return {};
+    const QString page = QString::fromUtf8(file.readAll());
+    const int end = page.indexOf(QLatin1String("<!-- models: "));
+    QStringList missing;
+    const QStringList keys = PrinterProfile().toJson().keys();
+    for (const QString &key : keys) {
+        if (!page.left(end).contains(code(key)))
+            missing.append(key);
+    }
+    return missing;
+}
+
 }  // namespace
 
 int main(int argumentCount, char *arguments[])
 {
+    const QStringList missing = missingKeys(QString::fromLocal8Bit(arguments[argumentCount - 1]));
+    for (const QString &key : missing)
+        std::fprintf(stderr, "model-tables: the page doesn't tell of \"%s\"\n", qPrintable(key));
+    if (!missing.isEmpty())
+        return 1;
     return pagetables::refresh(argumentCount, arguments, "model-tables",
                                {{QStringLiteral("models: printing"), tableOf(printingColumns)},
                                 {QStringLiteral("models: handling"), tableOf(handlingColumns)},
