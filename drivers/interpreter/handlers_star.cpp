@@ -91,6 +91,15 @@ void cancelStarCharacter(Printer &printer, const StreamCommand &command)
     printer.ownCharacters.remove(printer.ownKey(command.operand(2)));
 }
 
+/// Underlines have two dots.
+void setStarUnderline(Printer &printer, const StreamCommand &command)
+{
+    constexpr int dots = 2;
+    const int choice = choiceOf(command, 0, 2);
+    if (choice >= 0)
+        printer.state.underline = dots * choice;
+}
+
 /// Dots, also as digits from '0' on.
 int starDots(const StreamCommand &command, int index)
 {
@@ -373,13 +382,11 @@ void setDrawerPulse(Printer &printer, const StreamCommand &command)
     printer.drawerPulse = {unit * command.operand(0), unit * command.operand(1)};
 }
 
-/// ESC SYN n m: 0 sets, 1 presents, 2 takes back.
+/// ESC SYN n m: 0 takes back what the presenter holds, 1 sets when it does so by itself, 3 and 4
+/// are its counters. It holds out what is cut without being told.
 void movePresenter(Printer &printer, const StreamCommand &command)
 {
-    const int choice = choiceOf(command, 0, 5);
-    if (choice == 1)
-        printer.roll.addEvent(Event::Present, QStringLiteral("presents the ticket"));
-    else if (choice == 2)
+    if (choiceOf(command, 0, 5) == 0)
         printer.roll.addEvent(Event::Retract, QStringLiteral("takes the ticket back"));
 }
 
@@ -411,6 +418,7 @@ constexpr HandlerRow starRows[] = {
     {CommandId::Pitch15, setState<&PrintState::pitch, 15>},
     {CommandId::Pitch16, setState<&PrintState::pitch, 16>},
     {CommandId::Rotation, setRotation},
+    {CommandId::Underline, setStarUnderline},
     {CommandId::Upperline, noteUpperline},
     {CommandId::DefineCharacter, defineStarCharacter},
     {CommandId::CancelCharacter, cancelStarCharacter},

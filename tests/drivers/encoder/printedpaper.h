@@ -144,25 +144,18 @@ inline Seen seenOn(const Paper &paper)
     return seen;
 }
 
-inline int effectsOf(const PrintLayout &layout, const PrintLayout::Cell &cell)
+inline int effectsOf(const PrintLayout::Cell &cell)
 {
-    const bool isStar = layout.target.profile().dialect() == Dialect::StarLine;
     int effects = 0;
     if ((cell.format & CharBold) != 0)
         effects |= Paper::Bold;
     if ((cell.format & CharItalic) != 0)
         effects |= Paper::Italic;
     if ((cell.format & CharUnderline) != 0)
-        effects |= isStar ? Paper::Underline : Paper::ThickUnderline;
+        effects |= Paper::ThickUnderline;
     if ((cell.format & CharMarkZ) != 0)
         effects |= Paper::Inverse;
     return effects;
-}
-
-/// A drawing as the printer has it: of whole columns of 24, cropped to the font's cell.
-inline Paper::Picture definedDrawing(const Paper::Picture &drawing)
-{
-    return drawing;
 }
 
 inline Seen seenIn(const PrintLayout &layout)
@@ -179,9 +172,9 @@ inline Seen seenIn(const PrintLayout &layout)
                 const QSize size = layout.sizeOf(cell);
                 const QString text =
                     cellText({QPoint(left, top + row.height - size.height()), size}, cell.character,
-                             effectsOf(layout, cell),
+                             effectsOf(cell),
                              cell.drawing < 0 ? nullptr : &layout.drawings.at(cell.drawing));
-                if (isSeen(text, effectsOf(layout, cell)))
+                if (isSeen(text, effectsOf(cell)))
                     seen.cells.append(text);
                 left += size.width();
             }

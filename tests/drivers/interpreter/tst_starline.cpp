@@ -34,7 +34,8 @@ private Q_SLOTS:
         row("ESC DC4", bytes("\x1B\x0E\x1B\x14x"), {12, 24});
         row("ESC E", bytes("\x1B\x45x"), {12, 24}, Paper::Bold);
         row("ESC F", bytes("\x1B\x45\x1B\x46x"), {12, 24});
-        row("ESC -", bytes("\x1B-1x"), {12, 24}, Paper::Underline);
+        row("ESC -", bytes("\x1B-1x"), {12, 24}, Paper::ThickUnderline);
+        row("ESC - 0", bytes("\x1B-1\x1B-0x"), {12, 24});
         row("ESC 4", bytes("\x1B\x34x"), {12, 24}, Paper::Inverse);
         row("ESC 5", bytes("\x1B\x34\x1B\x35x"), {12, 24});
         row("SI", bytes("\x0Fx"), {12, 24}, Paper::UpsideDown);
@@ -160,8 +161,10 @@ private Q_SLOTS:
         QCOMPARE(eventsOf(printed(bytes("\x1B\x1D\x07\x01\x01\x01"))), QStringList("beep: beep"));
         QCOMPARE(eventsOf(printed(bytes("\x05"))).size(), 1);
         QCOMPARE(printed(bytes("\x1B\x06\x01")).events.first().kind, Paper::Event::Status);
-        QCOMPARE(eventsOf(printed(bytes("\x1B\x16\x01\0\x1B\x16\x02\0"))),
-                 QStringList({"present: presents the ticket", "retract: takes the ticket back"}));
+        // 1 sets the time after which a ticket is taken back, and moves nothing.
+        for (const QByteArray &stream : {bytes("\x1B\x16\0\0"), bytes("\x1B\x16\x30\0")})
+            QCOMPARE(eventsOf(printed(stream)), QStringList("retract: takes the ticket back"));
+        QVERIFY(eventsOf(printed(bytes("\x1B\x16\x01\x14\x1B\x16\x31\x14"))).isEmpty());
     }
 
     void barcodes()
