@@ -11,11 +11,9 @@ namespace printerslib::drivers {
 namespace {
 
 // Seen in place of characters beyond the Basic Multilingual Plane, which have no glyphs.
-constexpr char16_t box = 0x25A1;
-constexpr char16_t firstPrinting = 0x20;
-constexpr char16_t lastPrinting = 0x7E;
-constexpr char16_t lastControl = 0x9F;
-constexpr int bitsPerByte = 8;
+constexpr char16_t boxCharacter = 0x25A1;
+constexpr char16_t lastOfAscii = 0x7E;
+constexpr int bitsOfSymbolRows = 8;
 // The number of a drawing is of 16 bits; a row takes no more new ones than it has cells.
 constexpr int mostDrawings = 30'000;
 
@@ -48,7 +46,7 @@ CharacterSetter::CharacterSetter(LayoutSheet &sheet, const TextPrinterDocument &
     static_cast<QMultiMap<signed char, MonochromeImage> &>(m_symbols) = document.charImages();
     m_isEachRowOdd = m_isPicture;
     // Some pages have something else in places of ASCII.
-    for (char16_t character = firstPrinting; character <= lastPrinting; ++character)
+    for (char16_t character = LineFiller::firstPrinting; character <= lastOfAscii; ++character)
         m_isEachRowOdd = m_isEachRowOdd || !m_pages->has(character);
 }
 
@@ -73,7 +71,8 @@ void CharacterSetter::sift(const PrintLayout::Row &row)
     for (int i = 0; i < row.count; ++i) {
         const char16_t character = cells[i].character;
         // Most of a text that isn't ASCII.
-        if (character > lastControl && cells[i].format < CharRawCode && m_pages->has(character)) {
+        if (character > LineFiller::lastControl && cells[i].format < CharRawCode &&
+            m_pages->has(character)) {
             previous = character;
             continue;
         }
@@ -89,7 +88,7 @@ void CharacterSetter::setSurrogate(Cell &cell, char16_t previous, char16_t next)
 {
     const char16_t half = cell.character;
     const bool isSecond = QChar::isLowSurrogate(half) && QChar::isHighSurrogate(previous);
-    cell.character = isSecond ? u' ' : box;
+    cell.character = isSecond ? u' ' : boxCharacter;
     if (isSecond)
         return;
     const bool isPair = QChar::isHighSurrogate(half) && QChar::isLowSurrogate(next);
@@ -120,14 +119,14 @@ void CharacterSetter::setUnprinted(Cell &cell)
 void CharacterSetter::setByte(Cell &cell)
 {
     const int byte = cell.byte;
-    if (byte < firstPrinting)
+    if (byte < LineFiller::firstPrinting)
         return;
     if (!m_firstPage) {
         const QString name = m_sheet.profile().codePages().value(m_sheet.layout().firstPage);
         m_firstPage = CodePage::forName(name);
     }
     cell.character = m_firstPage ? m_firstPage->character(cell.byte) : u'\0';
-    if (cell.character > lastControl || LineFiller::isPlain(cell.character))
+    if (cell.character > LineFiller::lastControl || LineFiller::isPlain(cell.character))
         return;
     clearByte(cell);
     m_sheet.notes().addOnce(FreeByte, uint(byte), [byte] {
@@ -178,7 +177,7 @@ void CharacterSetter::setDots(const PrintLayout::Row &row)
 
 void CharacterSetter::setDots(Cell &cell)
 {
-    if ((cell.format & CharRawCode) != 0 && cell.byte < firstPrinting) {
+    if ((cell.format & CharRawCode) != 0 && cell.byte < LineFiller::firstPrinting) {
         const int code = cell.byte;
         clearByte(cell);
         m_sheet.notes().addOnce(UnsentCode, uint(code), [code] {
@@ -287,15 +286,15 @@ bool CharacterSetter::hasDrawing(char16_t symbol, QSize size) const
 Paper::Picture CharacterSetter::symbolOf(char16_t symbol, QSize size)
 {
     const MonochromeImage image = m_symbols.getImage(symbol, size.width(), size.height());
-    const int rowBytes = (size.width() + bitsPerByte - 1) / bitsPerByte;
+    const int rowBytes = (size.width() + bitsOfSymbolRows - 1) / bitsOfSymbolRows;
     Paper::Picture picture;
     picture.size = size;
     picture.rows = QByteArray(rowBytes * size.height(), '\0');
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            char &byte = picture.rows.data()[y * rowBytes + x / bitsPerByte];
-            if (image.pixel(x, y, bitsPerByte))
-                byte = static_cast<char>(byte | 0x80 >> x % bitsPerByte);
+            char &byte = picture.rows.data()[y * rowBytes + x / bitsOfSymbolRows];
+            if (image.pixel(x, y, bitsOfSymbolRows))
+                byte = static_cast<char>(byte | 0x80 >> x % bitsOfSymbolRows);
         }
     }
     return picture;

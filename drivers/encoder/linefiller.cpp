@@ -10,11 +10,9 @@ namespace printerslib::drivers {
 namespace {
 
 constexpr int mostSpacesInFront = 16;
-constexpr char16_t firstPrinting = 0x20;
 constexpr char16_t deletion = 0x7F;
-constexpr char16_t lastControl = 0x9F;
 constexpr char16_t lastOfByte = 0xFF;
-constexpr quint8 allFormats =
+constexpr quint8 knownFormats =
     CharBold | CharItalic | CharMarkZ | CharUnderline | CharDoubleWidth | CharDoubleHeight;
 
 bool isPair(const QString &text, int first)
@@ -23,7 +21,7 @@ bool isPair(const QString &text, int first)
            text.at(first + 1).isLowSurrogate();
 }
 
-bool areAlike(const QByteArray &bytes)
+bool hasOneValue(const QByteArray &bytes)
 {
     const int size = bytes.size();
     return size < 2 || std::memcmp(bytes.constData(), bytes.constData() + 1, size_t(size - 1)) == 0;
@@ -37,7 +35,7 @@ LineFiller::Line::Line(const QString &lineText, const QByteArray &formats, const
       format(formats),
       font(fonts),
       alignment(lineAlignment),
-      isUniform(areAlike(formats) && areAlike(fonts))
+      isUniform(hasOneValue(formats) && hasOneValue(fonts))
 {}
 
 LineFiller::LineFiller(const PrintTarget &target, const QByteArray &allowedRawCodes,
@@ -99,7 +97,7 @@ LineFiller::Run LineFiller::runFrom(const Line &line, int first) const
     run.end = end;
     const auto bits = static_cast<quint8>(format);
     run.isRaw = (bits & CharRawCode) != 0;
-    run.format = bits & allFormats;
+    run.format = bits & knownFormats;
     run.font = static_cast<quint8>(font);
     run.cell = sizeOf(run.format, run.font);
     return run;

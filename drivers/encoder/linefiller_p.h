@@ -49,6 +49,9 @@ public:
     /// Format bits of the last line that the model doesn't print.
     quint8 unprintedFormats() const { return m_unprintedFormats; }
 
+    static constexpr char16_t firstPrinting = 0x20;
+    static constexpr char16_t lastControl = 0x9F;
+
     static bool isPlain(char16_t character) { return character >= 0x20 && character < 0x7F; }
 
 private:

@@ -21,7 +21,7 @@ constexpr int pageNumbers = 256;
 // Models have about ten lists; users' files may bring more.
 constexpr size_t mostTables = 64;
 
-bool isControl(char16_t character)
+bool isControlCode(char16_t character)
 {
     return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
@@ -100,7 +100,7 @@ void PageTable::Rows::addPage(int column, const QString &name)
     for (unsigned value = 0x20; value <= last; ++value) {
         const auto byte = static_cast<unsigned char>(value);
         const char16_t character = page ? page->character(byte) : char16_t(value);
-        if (!isControl(character))
+        if (!isControlCode(character))
             add(column, character, byte);
     }
 }

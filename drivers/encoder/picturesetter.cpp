@@ -8,12 +8,12 @@ namespace printerslib::drivers {
 
 namespace {
 
-constexpr int bitsPerByte = 8;
+constexpr int bitsOfByte = 8;
 constexpr qint64 rowBitsOfBbCode = 32;
 
 qint64 rowBytesOf(qint64 width, qint64 alignmentBits)
 {
-    return alignmentBits / bitsPerByte * ((width + alignmentBits - 1) / alignmentBits);
+    return alignmentBits / bitsOfByte * ((width + alignmentBits - 1) / alignmentBits);
 }
 
 /// An image doesn't say how its rows are aligned; pictures of BBCode have rows of whole 32 bits,
@@ -22,7 +22,7 @@ qint64 rowBytesOf(const MonochromeImage &image)
 {
     const qint64 rowBytes = rowBytesOf(image.width(), rowBitsOfBbCode);
     const bool isEnough = image.image().size() >= rowBytes * image.height();
-    return isEnough ? rowBytes : rowBytesOf(image.width(), bitsPerByte);
+    return isEnough ? rowBytes : rowBytesOf(image.width(), bitsOfByte);
 }
 
 /// What is right of a width is left out, what the bytes lack is blank.
@@ -30,8 +30,8 @@ Paper::Picture croppedTo(int width, const MonochromeImage &image)
 {
     const QByteArray bytes = image.image();
     const qint64 sourceBytes = rowBytesOf(image);
-    const int rowBytes = (width + bitsPerByte - 1) / bitsPerByte;
-    const auto lastMask = static_cast<char>(0xFF << (rowBytes * bitsPerByte - width));
+    const int rowBytes = (width + bitsOfByte - 1) / bitsOfByte;
+    const auto lastMask = static_cast<char>(0xFF << (rowBytes * bitsOfByte - width));
     Paper::Picture picture;
     picture.size = QSize(width, image.height());
     picture.rows = QByteArray(rowBytes * image.height(), '\0');

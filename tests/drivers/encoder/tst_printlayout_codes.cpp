@@ -1,7 +1,7 @@
 // Barcodes and QR codes on the paper: symbologies, sizes, places, and those that can't be printed.
 #include <QtTest>
 
-#include "encoder/codesetter_p.h"
+#include "encoder/drawncodes_p.h"
 #include "laiddocuments.h"
 
 using namespace laiddocuments;
