@@ -166,6 +166,38 @@ private Q_SLOTS:
         QCOMPARE(layout.codes.at(0).variant, known->variant);
     }
 
+    void payloadsOfThePageAreDrawn_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QByteArray>("payload");
+        const auto rows = [](int number, const QList<QByteArray> &payloads) {
+            for (const QByteArray &payload : payloads)
+                QTest::addRow("%d: %s", number, payload.constData()) << number << payload;
+        };
+        rows(1, {"123456", "0123456", "01234565", "01234500006", "012345000065"});
+        rows(2, {"01234567890", "012345678905"});
+        rows(3, {"9638507", "96385074"});
+        rows(4, {"460000000001", "4600000000015"});
+        rows(5, {"AZ09 -.$/+%", "*AB*"});
+        rows(6, {"12", "123"});
+        rows(7, {"a", QByteArray(1, '\x7F'), "{A{B{C", "1234567890"});
+        rows(8, {"aB1", "$"});
+        rows(9, {"A1B", "C12-$:/.+D"});
+        rows(10, {"(01)04600000000015", "0104600000000015"});
+        rows(11, {"0460000000001", "04600000000015"});
+        rows(13, {"0460000000001", "1460000000001"});
+        rows(14, {"(01)04600000000015"});
+    }
+    void payloadsOfThePageAreDrawn()
+    {
+        QFETCH(int, number);
+        QFETCH(QByteArray, payload);
+        const PrintLayout layout = layoutOf(barcodeBlock(number, payload), targetOf(plainModel, 2));
+        QCOMPARE(layout.error, QString());
+        QCOMPARE(notesOf(layout), QStringList());
+        QCOMPARE(layout.codes.size(), 1);
+    }
+
     void anyOtherNumberIsAnErrorThatNamesIt()
     {
         const QMap<int, QString> symbologies = symbologiesOfThePage();
