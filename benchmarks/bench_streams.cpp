@@ -15,7 +15,9 @@
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerslib/drivers/codepage.h"
 #include "printerslib/drivers/printerprofile.h"
+#include "printerslib/drivers/printlayout.h"
 #include "printerslib/drivers/streaminterpreter.h"
+#include "printerslib/drivers/symbologydrawer.h"
 #include "receipt/sale.h"
 #include "typeface.h"
 
@@ -120,7 +122,10 @@ struct Drawing
     const QByteArray stream;
     const TextPrinterDocument document;
     const receiptpreview::Paper paper{
-        receiptpreview::catalogueModel(QString::fromLatin1(model)).value(), 0, 0};
+        receiptpreview::catalogueModel(QString::fromLatin1(model)).value(), 0};
+    const drivers::PrintTarget target{
+        *drivers::PrintTarget::forModel(QString::fromLatin1(model), 0)};
+    const drivers::SymbologyDrawer codes;
     receiptpreview::Typeface typeface;
 };
 
@@ -155,7 +160,9 @@ QByteArray Drawing::pngOfStream() const
 
 QByteArray Drawing::pngOfDocument() const
 {
-    return pngOf(receiptpreview::Layout(document, paper));
+    const auto print = drivers::PrintLayout::of(document, target, {}, codes);
+    return pngOf(
+        receiptpreview::Layout(print, document.prevTicketAction(), document.currentTicketAction()));
 }
 
 QByteArray utf8Of(const QStringList &texts)

@@ -11,9 +11,9 @@ void LayoutSheet::beginBlock(int number)
 void LayoutSheet::addRow(PrintLayout::Row row)
 {
     const qint64 length = qint64(m_length) + row.height + row.feed;
-    if (length > Paper::longest) {
-        m_length = Paper::longest + 1;
-        fail(QStringLiteral("the paper gets longer than %1 dots").arg(Paper::longest));
+    if (length > PrintLayout::longest) {
+        m_length = PrintLayout::longest + 1;
+        fail(QStringLiteral("the paper gets longer than %1 dots").arg(PrintLayout::longest));
         return;
     }
     m_length = static_cast<int>(length);

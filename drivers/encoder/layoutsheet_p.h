@@ -20,7 +20,7 @@ public:
     int block() const { return m_block; }
     void beginBlock(int number);
     /// Dots that are left of the longest paper; negative if there is no more.
-    int room() const { return Paper::longest - m_length; }
+    int room() const { return PrintLayout::longest - m_length; }
     bool isFull() const { return room() < 0; }
 
     /// Puts a row of this block below all others. One that the paper has no room for is an error.

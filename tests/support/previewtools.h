@@ -8,8 +8,14 @@
 
 #include "picture.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerslib/drivers/printlayout.h"
+#include "printerslib/drivers/symbologydrawer.h"
 
 using namespace receiptpreview;
+using printerslib::drivers::PrinterProfile;
+using printerslib::drivers::PrintLayout;
+using printerslib::drivers::PrintOptions;
+using printerslib::drivers::PrintTarget;
 
 Q_DECLARE_METATYPE(DocumentBlock)
 
@@ -23,9 +29,35 @@ inline PrinterInfo modelOf(const QString &id)
     qFatal("there is no model %s", qPrintable(id));
 }
 
-inline Paper paperOf(const QString &id = "CUSTOM_VKP_80", int paper = 0, int font = 0)
+inline Paper paperOf(const QString &id = "CUSTOM_VKP_80", int paper = 0)
 {
-    return Paper(modelOf(id), paper, font);
+    return Paper(modelOf(id), paper);
+}
+
+inline PrintTarget targetOf(const PrinterInfo &record, int paper = 0, int font = 0)
+{
+    return PrintTarget(PrinterProfile::forModel(record.id()).value_or(PrinterProfile()), record,
+                       paper, font);
+}
+
+inline PrintTarget targetOf(const QString &id = "CUSTOM_VKP_80", int paper = 0, int font = 0)
+{
+    return targetOf(modelOf(id), paper, font);
+}
+
+/// A document as a model prints it.
+inline PrintLayout printOf(const TextPrinterDocument &document, const PrintTarget &target,
+                           const PrintOptions &options = {})
+{
+    static const printerslib::drivers::SymbologyDrawer codes;
+    return PrintLayout::of(document, target, options, codes);
+}
+
+inline Layout layoutOf(const TextPrinterDocument &document, const PrintTarget &target = targetOf(),
+                       const PrintOptions &options = {})
+{
+    return Layout(printOf(document, target, options), document.prevTicketAction(),
+                  document.currentTicketAction());
 }
 
 /// The document of a text with line markup.
@@ -101,6 +133,16 @@ inline QImage pictureOf(const Layout &layout, int scale = 1)
 {
     return QImage::fromData(written(writePng, layout, scale), "PNG")
         .convertToFormat(QImage::Format_RGB32);
+}
+
+/// What a model doesn't print of a document as it asks for.
+inline QStringList notesOf(const TextPrinterDocument &document,
+                           const PrintTarget &target = targetOf(), const PrintOptions &options = {})
+{
+    QStringList notes;
+    for (const auto &note : printOf(document, target, options).notes)
+        notes.append(note.toString());
+    return notes;
 }
 
 /// What an independent reader of codes finds in a picture.

@@ -8,8 +8,9 @@
 /// The cells and rows of a layout.
 namespace layoutbench {
 
-// CUSTOM_VKP_80 on 80 mm: 639 dots of paper, 512 of line, font 0 of 10 x 24.
-inline constexpr int margin = 63;
+// CUSTOM_VKP_80 on 80 mm: 643 dots of paper, 512 of line, font 0 of 10 x 24.
+inline constexpr int paperWidth = 643;
+inline constexpr int margin = 65;
 
 inline const Cell &cellAt(const Layout &layout, int index)
 {

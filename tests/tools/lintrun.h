@@ -30,6 +30,8 @@ inline ReceiptRun lint(const QByteArray &templateText, const QStringList &option
 {
     const WorkFolder folder;
     QFile::copy(example("symbols/shop.ssi"), folder.path("shop.ssi"));
+    folder.file("plain.json", R"([{"id": "PLAIN", "like": "AV_268", "rasterCommand": "None",
+                                  "ownCharacters": 0}])");
     folder.file("damaged.ssi",
                 "<SpecialSymbolImages><Font Width=\"2\" Height=\"1\"><Symbol Code=\"1\">"
                 "<Line>111</Line></Symbol></Font></SpecialSymbolImages>");
@@ -37,7 +39,8 @@ inline ReceiptRun lint(const QByteArray &templateText, const QStringList &option
     QStringList arguments{"lint", folder.file("t.cpt", templateText)};
     if (!document.isEmpty())
         arguments += {"--data", folder.file("data.json", document)};
-    ReceiptRun run = runReceipt(arguments + options);
+    ReceiptRun run =
+        runReceipt(arguments + QStringList(options).replaceInStrings("FOLDER", folder.path("")));
     run.output.remove(folder.path("") + '/');
     run.errors.remove(folder.path("") + '/');
     return run;

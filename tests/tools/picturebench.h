@@ -7,8 +7,6 @@
 /// The pixels of what is drawn.
 namespace picturebench {
 
-using layoutbench::margin;
-
 inline constexpr int top = Layout::endMargin;
 inline constexpr QRgb white = 0xFFFFFFFF;
 inline constexpr QRgb black = 0xFF000000;

@@ -10,6 +10,7 @@ using namespace picturebench;
 using Print = printerslib::drivers::Paper;
 
 inline constexpr QSize font(12, 24);
+inline constexpr int margin = 63;  // of 639 dots of paper
 
 /// A piece of paper under a pen.
 class Piece

@@ -58,8 +58,8 @@ private Q_SLOTS:
         blank("no file", "<#3>", "1:1 undrawn-symbol");
         filled("in a value", "<GUEST>", "1:1 undrawn-symbol");
         blankWith("--model TSP-TUP", "the model draws them", "<SPECSYMBOLS=shop>\n<#1>", "");
-        blankWith("--model SWECOIN_TM_20XX", "the model draws none", "<SPECSYMBOLS=shop>\n<#1>",
-                  "2:1 undrawn-symbol");
+        blankWith("--model SWECOIN_TM_20XX", "the model draws them as dots",
+                  "<SPECSYMBOLS=shop>\n<#1>", "");
         blankWith("--model AV_268", "no drawing of the sizes of two fonts",
                   "<SPECSYMBOLS=shop>\n<#1>\n<F3><#1>", "2:1 undrawn-symbol 3:5 undrawn-symbol");
         blankWith("--fiscal", "a piece doesn't know the file of another",
@@ -135,6 +135,17 @@ private Q_SLOTS:
                    "<F4><SHOP>123456789012345678901234", "1:1 wide-line");
     }
     void wideLineOfAModel() { checkPlaces(); }
+
+    // 48 characters on the 576 dots of the head, and not 53 on the catalogue's 640.
+    void wideLineOfAHead_data()
+    {
+        addTemplates();
+        const QByteArray line = "<SHOP>" + QByteArray(43, 'x');
+        filledWith("--model TSP-TUP", "as wide as the head", line.constData(), "");
+        filledWith("--model TSP-TUP", "wider than the head", (line + 'x').constData(),
+                   "1:1 wide-line");
+    }
+    void wideLineOfAHead() { checkPlaces(); }
 
     void unprintableCharacter_data()
     {

@@ -4,6 +4,7 @@
 #include "layoutbench.h"
 #include "previewtools.h"
 #include "printerdocs/bbcodeparser.h"
+#include "printerslib/drivers/printermodels.h"
 
 using namespace layoutbench;
 
@@ -17,6 +18,36 @@ MonochromeImage filledImage(int width, int height, int alignmentBits)
             image.setPixel(x, y, true, alignmentBits);
     }
     return image;
+}
+
+/// A printer that takes no dots and doesn't cut.
+PrintTarget plainPrinter()
+{
+    printerslib::drivers::PrinterModels models;
+    const QByteArray facts = R"([{"id": "PLAIN", "like": "AV_268", "rasterCommand": "None",
+                                  "ownCharacters": 0, "cutCommand": "None"}])";
+    if (!models.add(facts, "plain.json").isEmpty())
+        qFatal("the facts are faulty");
+    return *PrintTarget::forModel(models, "PLAIN", 0);
+}
+
+/// How far the ink of a drawing goes to the right.
+int inkedWidth(const Raster &drawing)
+{
+    int width = 0;
+    for (int y = 0; y < drawing.image.height(); ++y) {
+        for (int x = 0; x < drawing.image.width(); ++x) {
+            if (drawing.image.pixel(x, y, 8))
+                width = qMax(width, x + 1);
+        }
+    }
+    return width;
+}
+
+/// What stands in the place of a character.
+const Raster &drawingAt(const Layout &layout, int cell)
+{
+    return layout.drawings().at(static_cast<std::size_t>(cellAt(layout, cell).drawing));
 }
 
 }  // namespace
@@ -35,29 +66,49 @@ private Q_SLOTS:
         images.insert(3, filledImage(16, 24, 8));
         images.insert(3, filledImage(19, 24, 8));
         document.setCharImages(images);
-        const Layout layout(document, paperOf());
-        QVERIFY(cellAt(layout, 0).has(Cell::Symbol));
-        QCOMPARE(layout.symbol(cellAt(layout, 0)).width(), 8);
-        QCOMPARE(layout.symbol(cellAt(layout, 1)).width(), 16);
-        QCOMPARE(layout.symbol(cellAt(layout, 2)).width(), 16);
-        QCOMPARE(layout.warnings(), QStringList());
+        const Layout layout = layoutOf(document);
+        QCOMPARE(inkedWidth(drawingAt(layout, 0)), 8);
+        QCOMPARE(inkedWidth(drawingAt(layout, 1)), 16);
+        QCOMPARE(inkedWidth(drawingAt(layout, 2)), 16);
+        QCOMPARE(drawingAt(layout, 1).dotsPerPixel, QSize(1, 1));
+        QCOMPARE(drawingAt(layout, 2).dotsPerPixel, QSize(2, 1));
+        QCOMPARE(notesOf(document), QStringList());
     }
 
-    void symbolsWithoutADrawingOrAFontForThemAreBlankAndReportedOnce()
+    // Where a stream can't define characters, the row is dots.
+    void symbolIsDrawnWhereverThereIsRaster()
     {
-        const Layout without(markup("<#3><#3>\n<#3>"), paperOf());
-        QCOMPARE(without.warnings(),
-                 QStringList("block 1: the symbol 3 is blank: it has no drawing"));
+        TextPrinterDocument document = markup("a<#3>");
+        document.setCharImages({{3, filledImage(8, 16, 8)}});
+        const PrintTarget target = targetOf("NP_F209_2D");
+        const Layout layout = layoutOf(document, target);
+        QCOMPARE(notesOf(document, target), QStringList());
+        const MonochromeImage &row = layout.rasters().at(0).image;
+        for (int y = 0; y < 24; ++y) {
+            for (int x = 12; x < 24; ++x)
+                QCOMPARE(row.pixel(x, y, 8), x < 20 && y < 16);
+        }
+    }
+
+    void symbolsWithoutADrawingAreBlankAndReportedOncePerLine()
+    {
+        const QString blank = "the symbol 3 is blank: it has no drawing that fits 10 x 24 dots";
+        QCOMPARE(notesOf(markup("<#3><#3>\n<#3>")),
+                 (QStringList{"block 1, line 1: " + blank, "block 1, line 2: " + blank}));
+        TextPrinterDocument document = markup("<#3>");
+        document.setCharImages({{3, filledImage(20, 30, 8)}});
+        QCOMPARE(notesOf(document), QStringList("block 1, line 1: " + blank));
+        QVERIFY(cellAt(layoutOf(document), 0).drawing < 0);
+    }
+
+    void modelThatTakesNoDotsPrintsNoSymbols()
+    {
         TextPrinterDocument document = markup("<#3>");
         document.setCharImages({{3, filledImage(8, 16, 8)}});
-        const Layout unable(document, paperOf("NP_F209_2D"));
-        QVERIFY(!cellAt(unable, 0).has(Cell::Symbol));
-        QCOMPARE(unable.warnings(), QStringList("block 1: the symbol 3 is blank: font 0 of the "
-                                                "model takes no drawings"));
-        document.setCharImages({{3, filledImage(20, 30, 8)}});
-        const Layout tooLarge(document, paperOf());
-        QCOMPARE(tooLarge.warnings(), QStringList("block 1: the symbol 3 is blank: it has no "
-                                                  "drawing that fits 10 x 24 dots"));
+        QVERIFY(cellAt(layoutOf(document, plainPrinter()), 0).drawing < 0);
+        QCOMPARE(notesOf(document, plainPrinter()),
+                 QStringList("block 1, line 1: the symbol 3 is blank: the model takes no drawing "
+                             "of it"));
     }
 
     void pictureIsPlacedDotForDot_data()
@@ -73,7 +124,7 @@ private Q_SLOTS:
         QFETCH(int, alignment);
         const auto block =
             pictureBlock(filledImage(100, 30, 32), static_cast<ETextAlignment>(alignment));
-        const Layout layout(documentOf({block}), paperOf());
+        const Layout layout = layoutOf(documentOf({block}));
         const Row row = layout.rows().at(0);
         QCOMPARE(row.kind, Row::Image);
         QCOMPARE(row.height, 30);
@@ -85,22 +136,35 @@ private Q_SLOTS:
     {
         for (const int bits : {8, 32}) {
             const auto block = pictureBlock(filledImage(33, 5, bits), AlignLeft);
-            const Layout layout(documentOf({block}), paperOf());
-            QCOMPARE(layout.rasters().at(0).alignmentBits, bits);
+            const Layout layout = layoutOf(documentOf({block}));
+            const MonochromeImage &image = layout.rasters().at(0).image;
+            for (int y = 0; y < 5; ++y) {
+                for (int x = 0; x < 33; ++x)
+                    QVERIFY(image.pixel(x, y, 8));
+            }
         }
     }
 
     void pictureThatDoesNotComeOutWhollyIsReported()
     {
         const auto wide = documentOf({pictureBlock(filledImage(600, 2, 8), AlignCenter)});
-        const Layout cut(wide, paperOf());
+        const Layout cut = layoutOf(wide);
         QCOMPARE(cut.rasters().at(0).left, margin);
-        QCOMPARE(cut.warnings(), QStringList("block 1: the picture is 600 dots wide; what is right "
-                                             "of the line's 512 is lost"));
-        const Layout unable(wide, paperOf("AV_268"));
-        QVERIFY(unable.rasters().empty());
-        QCOMPARE(unable.warnings(),
-                 QStringList("block 1: the picture is left out: the model prints none"));
+        QCOMPARE(notesOf(wide), QStringList("block 1: the picture is 600 dots wide; what is right "
+                                            "of the line's 512 is lost"));
+        const Layout narrow = layoutOf(wide, targetOf("AV_268"));
+        QCOMPARE(narrow.rasters().at(0).image.width(), 384);
+    }
+
+    void pictureOfAModelThatPrintsNoneIsAFault()
+    {
+        const auto document = documentOf({pictureBlock(filledImage(60, 2, 8), AlignCenter)});
+        const Layout layout = layoutOf(document, plainPrinter());
+        QVERIFY(layout.rasters().empty());
+        QCOMPARE(layout.rows().size(), std::size_t(3));
+        QCOMPARE(textOf(layout, layout.rows().at(1)), QString("Picture: The model prints none"));
+        QCOMPARE(notesOf(document, plainPrinter()),
+                 QStringList("block 1: Picture: The model prints none"));
     }
 
     void barcodeTakesTheLargestModuleThatFits_data()
@@ -117,7 +181,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, payload);
         QFETCH(int, module);
-        const Layout layout(documentOf({barcodeBlock(payload)}), paperOf());
+        const Layout layout = layoutOf(documentOf({barcodeBlock(payload)}));
         QCOMPARE(layout.rasters().size(), std::size_t(module > 0 ? 1 : 0));
         if (module > 0) {
             const Raster &raster = layout.rasters().at(0);
@@ -126,7 +190,8 @@ private Q_SLOTS:
             QVERIFY(raster.left >= margin && raster.left + bars <= margin + 512);
             QVERIFY2(qAbs(raster.left - margin - (512 - bars) / 2) <= 1, "not in the middle");
         } else {
-            QCOMPARE(layout.warnings(), QStringList("block 1: Barcode: It doesn't fit the paper"));
+            QCOMPARE(notesOf(documentOf({barcodeBlock(payload)})),
+                     QStringList("block 1: Barcode: It doesn't fit the paper"));
         }
     }
 
@@ -138,8 +203,8 @@ private Q_SLOTS:
             << barcodeBlock("Привет") << "block 1: Barcode: Code 128 holds ASCII characters only";
         QTest::newRow("empty barcode")
             << barcodeBlock("") << "block 1: Barcode: The payload is empty";
-        QTest::newRow("unknown symbology")
-            << barcodeBlock("1", AlignLeft, 3) << "block 1: Barcode: The symbology 3 isn't known";
+        QTest::newRow("EAN-8 of one digit")
+            << barcodeBlock("1", AlignLeft, 3) << "block 1: Barcode: It needs 7 or 8 digits";
         QTest::newRow("endless barcode")
             << barcodeBlock(QByteArray(100000, '1')) << "block 1: Barcode: Input data too long";
         QTest::newRow("empty QR code") << qrBlock("") << "block 1: QR code: The payload is empty";
@@ -150,10 +215,10 @@ private Q_SLOTS:
     {
         QFETCH(DocumentBlock, block);
         QFETCH(QString, warning);
-        const Layout layout(documentOf({block}), paperOf());
-        QCOMPARE(layout.warnings().size(), 1);
-        QVERIFY2(layout.warnings().constFirst().startsWith(warning),
-                 qPrintable(layout.warnings().constFirst()));
+        const Layout layout = layoutOf(documentOf({block}));
+        const QStringList notes = notesOf(documentOf({block}));
+        QCOMPARE(notes.size(), 1);
+        QVERIFY2(notes.constFirst().startsWith(warning), qPrintable(notes.constFirst()));
         QVERIFY(layout.rasters().empty());
         QCOMPARE(layout.rows().front().kind, Row::FrameTop);
         QCOMPARE(layout.rows().back().kind, Row::FrameBottom);
@@ -169,7 +234,7 @@ private Q_SLOTS:
         DocumentBlock block;
         block.setType(DocumentBlock::BlockQrCode);
         block.setQrCode(QString(4000, QChar(0x20AC)).toUtf8());
-        QCOMPARE(Layout(documentOf({block}), paperOf()).warnings().size(), 1);
+        QCOMPARE(notesOf(documentOf({block})).size(), 1);
     }
 
     void blocksThatAreNotValidAreSkipped()
@@ -177,9 +242,27 @@ private Q_SLOTS:
         DocumentBlock noSymbology;
         noSymbology.setBarCode("1");
         noSymbology.setType(DocumentBlock::BlockBarcode);
-        const Layout layout(documentOf({DocumentBlock(), noSymbology, qrBlock("1")}), paperOf());
-        QCOMPARE(layout.rows().size(), std::size_t(1));
-        QCOMPARE(layout.warnings(), QStringList());
+        const auto document = documentOf({DocumentBlock(), noSymbology, qrBlock("1")});
+        QCOMPARE(layoutOf(document).rows().size(), std::size_t(1));
+        QCOMPARE(notesOf(document),
+                 QStringList("block 2: the block isn't printed: its symbology isn't set"));
+    }
+
+    void unknownSymbologyIsAnErrorThatNamesItsBlock()
+    {
+        const auto document = documentOf({qrBlock("1"), barcodeBlock("1", AlignLeft, 20)});
+        QCOMPARE(printOf(document, targetOf()).error,
+                 QString("block 2: the symbology 20 of a barcode isn't known"));
+    }
+
+    void otherSymbologiesAreDrawn()
+    {
+        constexpr int ean13 = 4;
+        constexpr int modules = 95;
+        const Layout layout =
+            layoutOf(documentOf({barcodeBlock("4600000000015", AlignLeft, ean13)}));
+        QCOMPARE(layout.rasters().at(0).image.width(), modules);
+        QCOMPARE(layout.rasters().at(0).dotsPerPixel, QSize(3, 80));
     }
 
     void ticketActionsCut_data()
@@ -200,7 +283,7 @@ private Q_SLOTS:
         TextPrinterDocument document = documentOf(markup("a").blocks());
         document.setPrevTicketAction(QFlag(before));
         document.setCurrentTicketAction(QFlag(after));
-        const Layout layout(document, paperOf());
+        const Layout layout = layoutOf(document);
         int cuts = 0;
         for (const Row &row : layout.rows())
             cuts += row.kind == Row::Cut ? 1 : 0;
@@ -209,11 +292,32 @@ private Q_SLOTS:
         QCOMPARE(layout.size().height(), 2 * Layout::endMargin + 24 + cuts * cutHeight);
     }
 
+    void ticketIsCutAsTheModelCan_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("action");
+        QTest::addColumn<bool>("isCut");
+        QTest::newRow("held out") << "CUSTOM_VKP_80" << 8 << false;
+        QTest::newRow("nobody holds it") << "CITIZEN_CBM_1000" << 8 << true;
+        QTest::newRow("no cutter") << QString() << 1 << false;
+        QTest::newRow("ejected") << "CITIZEN_CBM_1000" << 4 << false;
+    }
+    void ticketIsCutAsTheModelCan()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, action);
+        QFETCH(bool, isCut);
+        TextPrinterDocument document = documentOf(markup("a").blocks());
+        document.setCurrentTicketAction(QFlag(action));
+        const PrintTarget target = model.isEmpty() ? plainPrinter() : targetOf(model);
+        QCOMPARE(layoutOf(document, target).rows().back().kind == Row::Cut, isCut);
+    }
+
     void emptyDocumentIsBlankPaper()
     {
-        const Layout layout(TextPrinterDocument(), paperOf());
+        const Layout layout = layoutOf(TextPrinterDocument());
         QVERIFY(layout.rows().empty());
-        QCOMPARE(layout.size(), QSize(639, 2 * Layout::endMargin));
+        QCOMPARE(layout.size(), QSize(paperWidth, 2 * Layout::endMargin));
     }
 
     void documentLongerThanARollIsCutOff()
@@ -222,12 +326,12 @@ private Q_SLOTS:
         for (int i = 0; i < Layout::longestPaper / 24 + 10; ++i)
             lines.append("x");
         const auto block = DocumentBlock::createSimpleBlock(lines, AlignLeft, 0, 0, 0, 0);
-        const Layout layout(documentOf({block}), paperOf());
-        QVERIFY(layout.tooLong());
-        QVERIFY(layout.size().height() <= Layout::longestPaper);
+        const PrintLayout print = printOf(documentOf({block}), targetOf());
+        QCOMPARE(print.error, QString("block 1: the paper gets longer than 1000000 dots"));
+        QVERIFY(Layout(print, {}, {}).size().height() <= Layout::longestPaper);
         const auto fitting =
             DocumentBlock::createSimpleBlock(lines.mid(0, 10000), AlignLeft, 0, 0, 0, 0);
-        const Layout tenThousand(documentOf({fitting}), paperOf());
+        const Layout tenThousand = layoutOf(documentOf({fitting}));
         QVERIFY(!tenThousand.tooLong());
         QCOMPARE(tenThousand.size().height(), 240000 + 2 * Layout::endMargin);
     }
@@ -236,7 +340,10 @@ private Q_SLOTS:
     {
         const MonochromeImage image(1, 8'000'000, QByteArray(1'000'000, '\xFF'));
         QVERIFY(image.isValid());
-        QVERIFY(Layout(documentOf({pictureBlock(image, AlignLeft)}), paperOf()).tooLong());
+        const auto document =
+            documentOf({markup("a").blocks().at(0), pictureBlock(image, AlignLeft)});
+        QCOMPARE(printOf(document, targetOf()).error,
+                 QString("block 2: the paper gets longer than 1000000 dots"));
     }
 
     void rowsOfEveryModelFollowEachOtherAndStayOnThePaper()
@@ -247,7 +354,7 @@ private Q_SLOTS:
         parser.setImagesPath(PRINTERSLIB_EXAMPLES "/images");
         parser.parseText(QString::fromUtf8(file.readAll()));
         for (const PrinterInfo &model : PrinterInfo::fromResources()) {
-            const Layout layout(parser.document(), Paper(model, 0, 0));
+            const Layout layout = layoutOf(parser.document(), targetOf(model, 0, 0));
             int bottom = 0;
             for (const Row &row : layout.rows()) {
                 QVERIFY(row.top >= bottom);

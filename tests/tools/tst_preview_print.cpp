@@ -133,7 +133,7 @@ private Q_SLOTS:
 
     void noPiecesAreNoPaper()
     {
-        const Layout layout = layoutOf({});
+        const Layout layout = layoutOf(QVector<Print>());
         QCOMPARE(layout.size().height(), 0);
         QVERIFY(layout.rows().empty());
     }

@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(watcher.end(), 0);
     }
 
-    // The first file whose name begins so is the picture.
+    // The first file whose name begins so is the picture. The model prints bands of 24 dots.
     void watchingFollowsPictures()
     {
         const WorkFolder folder;
@@ -158,14 +158,14 @@ private Q_SLOTS:
             return QTest::qWaitFor(
                 [&] { return QImage(folder.path("r.png")).height() == 74 + height; }, patience);
         };
-        save("logo_b.png", 40);
-        QVERIFY(heightBecomes(40));
-        save("logo_b.png", 50);
-        QVERIFY(heightBecomes(50));
-        save("logo_a.png", 60);
-        QVERIFY(heightBecomes(60));
+        save("logo_b.png", 48);
+        QVERIFY(heightBecomes(48));
+        save("logo_b.png", 72);
+        QVERIFY(heightBecomes(72));
+        save("logo_a.png", 96);
+        QVERIFY(heightBecomes(96));
         QVERIFY(QFile::remove(folder.path("logo_a.png")));
-        QVERIFY(heightBecomes(50));
+        QVERIFY(heightBecomes(72));
         QCOMPARE(watcher.end(), 0);
     }
 };

@@ -143,9 +143,9 @@ private Q_SLOTS:
             "1:2: warning: \"<:C>\" prints as it stands; did you mean \"<C>\"? "
             "[markup-spelling]");
         row("font without drawings", "<SPECSYMBOLS=shop>\n<#1>", false,
-            "--model GENERAL_EPSON_PROTOCOL",
-            "2:1: warning: the symbol 1 is blank: font 0 of GENERAL_EPSON_PROTOCOL with 60 mm "
-            "paper takes no drawings [undrawn-symbol]");
+            "--model PLAIN --models FOLDER/plain.json",
+            "2:1: warning: the symbol 1 is blank: font 0 of PLAIN with 60 mm paper takes no "
+            "drawings [undrawn-symbol]");
         row("swallowed tag", "Total <SHOP <QTY*1>", true, "",
             "1:7: warning: \"<\" has no \">\" before the next \"<\": \"<SHOP <QTY*1>\" is read as "
             "one tag [unterminated-tag]");

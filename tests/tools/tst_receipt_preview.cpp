@@ -29,9 +29,9 @@ private Q_SLOTS:
         const ReceiptRun run = runReceipt(grocery() + QStringList{"--output", file});
         QCOMPARE(run.errors, QString());
         QCOMPARE(run.status, 0);
-        QCOMPARE(run.output, file + ": CUSTOM_VKP_80, paper 80 mm, 639 x 866 dots\n");
+        QCOMPARE(run.output, file + ": CUSTOM_VKP_80, paper 80 mm, 643 x 866 dots\n");
         const QImage picture(file);
-        QCOMPARE(picture.size(), QSize(639, 866));
+        QCOMPARE(picture.size(), QSize(643, 866));
         QVERIFY(inked(picture, picture.rect()) > 5000);
     }
 
@@ -44,7 +44,7 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(patience));
         QCOMPARE(process.exitCode(), 0);
         QVERIFY(process.readAllStandardOutput().startsWith("receipt.png: "));
-        QCOMPARE(QImage(folder.filePath("receipt.png")).width(), 639);
+        QCOMPARE(QImage(folder.filePath("receipt.png")).width(), 643);
     }
 
     void scaleMultipliesThePixels()
@@ -52,7 +52,7 @@ private Q_SLOTS:
         const WorkFolder folder;
         const QString file = folder.path("r.png");
         QCOMPARE(runReceipt(grocery() + QStringList{"--output", file, "--scale", "2"}).status, 0);
-        QCOMPARE(QImage(file).size(), QSize(1278, 1732));
+        QCOMPARE(QImage(file).size(), QSize(1286, 1732));
     }
 
     void everyRunGivesTheSameBytes_data()
@@ -157,7 +157,7 @@ private Q_SLOTS:
         const QString file = folder.path("r.png");
         const ReceiptRun run = runReceipt({"preview", "--bbcode", "-", "--output", file}, "");
         QCOMPARE(run.errors, QString());
-        QCOMPARE(QImage(file).size(), QSize(639, 24 + 24 + 2 + 24));
+        QCOMPARE(QImage(file).size(), QSize(643, 24 + 24 + 2 + 24));
     }
 
     void unprintableCodesAreNamedByTheirBlock()
@@ -244,41 +244,127 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
     }
 
-    void charactersThatThePrinterLacksAreNamed()
+    // What the printer has no letter for is drawn; what nobody can draw is a box.
+    void charactersWithoutADrawingAreNamed()
     {
         const WorkFolder folder;
-        const QString text = folder.file("t.txt", "5 \xE2\x82\xAC\n6 \xE2\x82\xAC \xC2\xAB\n");
-        const QStringList arguments{"preview", "--plain", text, "--output", folder.path("r.png")};
-        QCOMPARE(
-            runReceipt(arguments).errors,
-            "receipt: " + text +
-                QString::fromUtf8(": not in the printer's character set, IBM866: \"€\", \"«\"\n"));
-        QCOMPARE(runReceipt(arguments + QStringList{"--code-page", "windows-1252"}).errors,
-                 QString());
+        const QString text = folder.file("t.txt", "5 \xE2\x82\xAC \xD0\x96\n\xF0\x9F\x98\x80\n");
+        const ReceiptRun run =
+            runReceipt({"preview", "--plain", text, "--output", folder.path("r.png")});
+        QCOMPARE(run.errors, "receipt: " + text +
+                                 QString::fromUtf8(": block 1, line 2: the character \"😀\" "
+                                                   "(U+1F600) is printed as a box: it has no "
+                                                   "drawing\n"));
+        QCOMPARE(run.status, 0);
+    }
+
+    void codePageIsThatOfTheModel_data()
+    {
+        QTest::addColumn<QString>("codePage");
+        QTest::addColumn<QString>("sameAs");
+        QTest::newRow("number") << "2"
+                                << "cp850";
+        QTest::newRow("another name of it") << "IBM850"
+                                            << "CP850";
+        QTest::newRow("none") << "0"
+                              << "cp437";
+    }
+    void codePageIsThatOfTheModel()
+    {
+        QFETCH(QString, codePage);
+        QFETCH(QString, sameAs);
+        const WorkFolder folder;
+        const QString text = folder.file("t.txt", "<189><208>");
+        const auto drawn = [&](const QStringList &options) {
+            const QString picture = folder.path("r.png");
+            const ReceiptRun run =
+                runReceipt(QStringList{"preview", "--plain", text, "--output", picture} + options);
+            return run.errors.isEmpty() ? QImage(picture) : QImage();
+        };
+        const QImage picture = drawn({"--code-page", codePage});
+        QVERIFY(!picture.isNull());
+        QVERIFY(picture == drawn({"--code-page", sameAs}));
+        QCOMPARE(picture == drawn({}), codePage == "0");
+    }
+
+    void codePageThatTheModelLacksIsRefused_data()
+    {
+        QTest::addColumn<QString>("codePage");
+        QTest::newRow("number") << "17";
+        QTest::newRow("name") << "cp866";
+    }
+    void codePageThatTheModelLacksIsRefused()
+    {
+        QFETCH(QString, codePage);
+        const ReceiptRun run = runReceipt(grocery() + QStringList{"--code-page", codePage});
+        QCOMPARE(run.errors, "receipt: --code-page: the model has no character set " + codePage +
+                                 "; it has: 0 (CP437), 2 (CP850), 3 (CP860), 4 (CP863), 5 "
+                                 "(CP865), 19 (CP858)\n");
+        QCOMPARE(run.status, 2);
+        // Of all models those that have it begin with it.
+        const WorkFolder folder;
+        const ReceiptRun all = runReceipt(
+            grocery() + QStringList{"--code-page", codePage, "--all-models", folder.path("all")});
+        QCOMPARE(all.errors, QString());
+        QCOMPARE(all.status, 0);
+    }
+
+    void pictureOfTheTextHasTheSameSize()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("t.txt", "abc <W2>def\n<I:>g");
+        const auto drawn = [&](const QStringList &options) {
+            const QString picture = folder.path("r.png");
+            runReceipt(QStringList{"preview", "--plain", text, "--output", picture} + options);
+            return QImage(picture);
+        };
+        const QImage letters = drawn({});
+        const QImage dots = drawn({"--as-picture"});
+        QCOMPARE(dots.size(), letters.size());
+        QVERIFY(inked(dots, dots.rect()) > 100);
+        QVERIFY(dots != letters);
+    }
+
+    void modelsOfAFileAreDrawn()
+    {
+        const WorkFolder folder;
+        const QString models = folder.file(
+            "models.json", R"([{"id": "NARROW", "like": "CITIZEN_CBM_1000", "headDots": 432}])");
+        const QString text = folder.file("t.txt", QByteArray(49, 'x'));
+        const QString picture = folder.path("r.png");
+        const ReceiptRun run = runReceipt({"preview", "--plain", text, "--models", models,
+                                           "--model", "NARROW", "--output", picture});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.output, picture + ": NARROW, paper 80 mm, 639 x 122 dots\n");
+        const ReceiptRun all = runReceipt(
+            {"preview", "--plain", text, "--models", models, "--all-models", folder.path("all")});
+        QCOMPARE(all.status, 0);
+        QVERIFY(QImage(folder.path("all/NARROW.png")) == QImage(picture));
+        const ReceiptRun unknown = runReceipt(
+            {"preview", "--plain", text, "--models", folder.path("none"), "--model", "NARROW"});
+        QCOMPARE(unknown.status, 2);
+        QVERIFY2(unknown.errors.contains(folder.path("none")), qPrintable(unknown.errors));
     }
 
     // What is the same on all models is said once, without them.
     void messagesOfAllModelsNameThem()
     {
         const WorkFolder folder;
-        QVERIFY(QFile::copy(example("images/logo.png"), folder.path("logo.png")));
         const QString text =
-            folder.file("c.bbcode", "[img name=logo][/img]\xE2\x82\xAC[barcode]\xD0\x96[/barcode]");
+            folder.file("c.bbcode", "[i]x[/i]\xE2\x82\xAC[barcode]\xD0\x96[/barcode]");
         const ReceiptRun run =
             runReceipt({"preview", "--bbcode", text, "--all-models", folder.path("all")});
         QCOMPARE(run.status, 0);
         const QStringList lines = run.errors.split('\n', Qt::SkipEmptyParts);
-        QCOMPARE(lines.size(), 3);
+        QCOMPARE(lines.size(), 2);
         const QString where = "receipt: " + text + ": ";
         const QRegularExpression named(
-            "^([A-Z0-9_-]+, )+[A-Z0-9_-]+: block 1: the picture is left out: "
-            "the model prints none$");
-        const QString first = QStringList(lines).filter("picture").value(0).mid(where.size());
+            "^([A-Z0-9_-]+, )+[A-Z0-9_-]+: block 1, line 1: the model prints no text that is "
+            "italic$");
+        const QString first = QStringList(lines).filter("italic").value(0).mid(where.size());
         QVERIFY2(named.match(first).hasMatch(), qPrintable(first));
-        QVERIFY(first.contains("AV_268") && !first.contains("CUSTOM_VKP_80"));
-        QVERIFY(lines.contains(where + "block 3: Barcode: Code 128 holds ASCII characters only"));
-        QVERIFY(lines.contains(where + QString::fromUtf8("not in the printer's character set, "
-                                                         "IBM866: \"€\"")));
+        QVERIFY(first.contains("AV_268") && !first.contains("SWECOIN_TM_20XX"));
+        QVERIFY(lines.contains(where + "block 2: Barcode: Code 128 holds ASCII characters only"));
     }
 
     void allModelsGetAPictureAndASheet()
@@ -295,7 +381,7 @@ private Q_SLOTS:
         QCOMPARE(names.size(), cataloguemodels::modelCount + 1);
         for (const QString &name : names)
             QVERIFY2(!QImage(place + "/" + name).isNull(), qPrintable(name));
-        QCOMPARE(QImage(place + "/TSP-TUP.png").width(), 640);
+        QCOMPARE(QImage(place + "/TSP-TUP.png").width(), 639);
     }
 
     void wrongCommandLinesAreWrongUsage_data()
@@ -356,7 +442,7 @@ private Q_SLOTS:
             runReceipt({"preview", "--plain", text, "--output", folder.path("r.png")});
         QCOMPARE(run.status, 1);
         QCOMPARE(run.errors,
-                 "receipt: " + text + ": the receipt is longer than 1000000 dots (125 m)\n");
+                 "receipt: " + text + ": block 1: the paper gets longer than 1000000 dots\n");
         QVERIFY(!QFile::exists(folder.path("r.png")));
     }
 

@@ -11,6 +11,7 @@
 #include "forms.h"
 #include "language.h"
 #include "lineoptions.h"
+#include "printoptions.h"
 #include "progressline.h"
 #include "support.h"
 #include "templatefile.h"
@@ -19,6 +20,9 @@
 
 namespace {
 
+using printerslib::drivers::PrintFont;
+using printerslib::drivers::PrintTarget;
+using printerslib::drivers::RasterCommand;
 using templatelint::Finding;
 using templatelint::Form;
 using templatelint::Rule;
@@ -111,15 +115,20 @@ int explain(const QString &name)
 /// The paper and the fonts of a model.
 templatelint::Paper paperOf(const tool::ChosenPaper &chosen)
 {
-    const PrinterInfo &model = *chosen.model;
-    const PaperInfo paper = model.paperType(chosen.paper);
-    const QList<FontInfo> types = model.fontTypes();
+    const PrintTarget target = tool::targetOf(*chosen.model, chosen);
+    const bool takesDots = target.profile().rasterCommand() != RasterCommand::None;
+    const QList<FontInfo> types = target.record().fontTypes();
     QVector<templatelint::PaperFont> fonts;
-    for (const FontInfo &font : types)
-        fonts.append({QSize(font.width(), font.height()), font.customSymbols(), font.idAsString()});
-    fonts.first() = fonts.at(chosen.font);
-    return {paper.pointsToLine(), fonts,
-            QStringLiteral("%1 with %2 paper").arg(model.id(), paper.caption()), true};
+    for (int number = 0; number < types.size(); ++number) {
+        const PrintFont &font = target.font(static_cast<unsigned char>(number));
+        const FontInfo &type = types.at(number == 0 ? chosen.font : number);
+        const QSize dots(font.cell.width() / font.widthScale,
+                         font.cell.height() / font.heightScale);
+        fonts.append({font.cell, takesDots ? dots : font.ownCharacter, type.idAsString()});
+    }
+    return {target.lineDots(), fonts,
+            QStringLiteral("%1 with %2 paper").arg(chosen.model->id(), target.paper().caption()),
+            true};
 }
 
 /// Takes over what a line has to fit into. Complains and gives false if that can't be told.
@@ -293,9 +302,9 @@ int runLint(const QStringList &arguments)
     parser.setApplicationDescription(description());
     parser.addOptions({options.data, tool::formOption(forms)});
     parser.addOptions(tool::lineOptions());
-    parser.addOptions({options.codePage, options.symbols, options.fiscal, options.json,
-                       options.strict, options.explain, tool::codecOption(), tool::languageOption(),
-                       tool::watchOption()});
+    parser.addOptions({tool::modelsFileOption(), options.codePage, options.symbols, options.fiscal,
+                       options.json, options.strict, options.explain, tool::codecOption(),
+                       tool::languageOption(), tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));

@@ -1,7 +1,11 @@
+#include <printerslib/drivers/printlayout.h>
+#include <printerslib/drivers/symbologydrawer.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QVector>
+#include <vector>
 
 #include "commands.h"
 #include "contactsheet.h"
@@ -15,8 +19,11 @@
 
 namespace {
 
+using printerslib::drivers::PrintLayout;
+using printerslib::drivers::PrintNote;
+using printerslib::drivers::PrintOptions;
+using printerslib::drivers::PrintTarget;
 using receiptpreview::Layout;
-using receiptpreview::Paper;
 using receiptpreview::Typeface;
 
 // In lines of up to 79 characters, as a terminal shows them.
@@ -69,43 +76,78 @@ struct Options
     const QCommandLineOption allModels{
         QStringLiteral("all-models"),
         QStringLiteral(
-            "Write ID.png for every model of the catalogue, and contact-sheet.png with "
-            "all of them small, into this folder, which is made if it is missing. A model "
-            "that lacks the paper of --paper takes its last one."),
+            "Write ID.png for every model, and contact-sheet.png with all of them small, into "
+            "this folder, which is made if it is missing. A model that lacks the paper of "
+            "--paper takes its last one, and one that lacks the character set of --code-page "
+            "its own."),
         QStringLiteral("DIR")};
     const QCommandLineOption watch = tool::watchOption();
+};
+
+/// A model, and how it prints.
+struct Printer
+{
+    PrintTarget target;
+    PrintOptions options;
+
+    QString id() const { return target.profile().modelId(); }
 };
 
 struct Request
 {
     tool::ChosenSource source;
-    tool::ChosenPaper paper;
+    std::vector<Printer> printers;
+    bool takesAll = false;
     int scale = 1;
-    const QTextCodec *codePage = nullptr;
     QString output;  ///< a file, or a folder for all models
 };
 
-bool setModel(const QCommandLineParser &parser, const Options &options, Request &request)
+bool addPrinter(const QCommandLineParser &parser, Request &request)
 {
-    const bool takesAll = parser.isSet(options.allModels);
-    if (takesAll && (parser.isSet(tool::modelOption()) || parser.isSet(options.output))) {
+    const auto paper = tool::paperOf(parser);
+    if (!paper)
+        return false;
+    const PrintTarget target = tool::targetOf(*paper->model, *paper);
+    const auto options = tool::printOptionsOf(parser, target.profile());
+    if (options)
+        request.printers.push_back({target, *options});
+    return options.has_value();
+}
+
+bool addPrinters(const QCommandLineParser &parser, Request &request)
+{
+    const auto paper = tool::paperOfEveryModel(parser);
+    if (!paper)
+        return false;
+    const QStringList ids = paper->models.modelIds();
+    for (const QString &id : ids) {
+        const PrintTarget target = tool::targetOf(*tool::findModel(paper->models, id), *paper);
+        const auto options = tool::printOptionsOfEach(parser, target.profile());
+        if (!options)
+            return false;
+        request.printers.push_back({target, *options});
+    }
+    return true;
+}
+
+bool setPrinters(const QCommandLineParser &parser, const Options &options, Request &request)
+{
+    request.takesAll = parser.isSet(options.allModels);
+    if (request.takesAll && (parser.isSet(tool::modelOption()) || parser.isSet(options.output))) {
         tool::complain(QStringLiteral("--all-models excludes --model and --output"));
         return false;
     }
-    const auto paper = takesAll ? tool::paperOfEveryModel(parser) : tool::paperOf(parser);
     const auto scale = tool::scaleOf(parser);
-    request.codePage = tool::codePageOf(parser);
-    if (!paper || !scale || request.codePage == nullptr)
+    if (!scale)
         return false;
-    request.paper = *paper;
     request.scale = *scale;
-    return true;
+    return request.takesAll ? addPrinters(parser, request) : addPrinter(parser, request);
 }
 
 bool setOutput(const QCommandLineParser &parser, const Options &options, Request &request)
 {
-    request.output = parser.value(request.paper.model ? options.output : options.allModels);
-    if (!request.paper.model || tool::pictureFormOf(request.output) != nullptr)
+    request.output = parser.value(request.takesAll ? options.allModels : options.output);
+    if (request.takesAll || tool::pictureFormOf(request.output) != nullptr)
         return true;
     tool::complain(
         QStringLiteral("--output: \"%1\" ends in none of .png, .pdf, .svg").arg(request.output));
@@ -116,11 +158,11 @@ bool setOutput(const QCommandLineParser &parser, const Options &options, Request
 class Warnings
 {
 public:
-    void add(const Layout &layout)
+    void add(const QString &model, const QVector<PrintNote> &notes)
     {
-        const QString model = layout.paper().model().id();
         m_models.append(model);
-        for (const QString &warning : layout.warnings()) {
+        for (const PrintNote &note : notes) {
+            const QString warning = note.toString();
             const auto known = m_indices.constFind(warning);
             if (known == m_indices.constEnd()) {
                 m_indices.insert(warning, m_rows.size());
@@ -152,41 +194,46 @@ private:
     QHash<QString, int> m_indices;  ///< in the rows
 };
 
-/// A document on the paper of a model. Complains and gives nothing if it is too long.
+/// A receipt on the paper of a model. Complains and gives nothing if it can't be printed.
 std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceipt &receipt,
-                             const PrinterInfo &model, Warnings &warnings)
+                             const Printer &printer, Warnings &warnings)
 {
-    const Paper paper(model, request.paper.paper, request.paper.font, request.codePage);
-    Layout layout(receipt.documentFor(tool::targetOf(model, request.paper)), paper);
-    warnings.add(layout);
-    if (!layout.tooLong())
-        return layout;
-    const QString name = request.paper.model ? QString() : model.id() + QLatin1String(": ");
-    tool::complain(QStringLiteral("%1: %2the receipt is longer than %3 dots (125 m)")
-                       .arg(request.source.files.constFirst(), name)
-                       .arg(Layout::longestPaper));
+    static const printerslib::drivers::SymbologyDrawer codes;
+    const TextPrinterDocument document = receipt.documentFor(printer.target);
+    const PrintLayout print = PrintLayout::of(document, printer.target, printer.options, codes);
+    warnings.add(printer.id(), print.notes);
+    QString error = print.error;
+    if (error.isEmpty()) {
+        Layout layout(print, document.prevTicketAction(), document.currentTicketAction());
+        if (!layout.tooLong())
+            return layout;
+        error =
+            QStringLiteral("the receipt is longer than %1 dots (125 m)").arg(Layout::longestPaper);
+    }
+    const QString name = request.takesAll ? printer.id() + QLatin1String(": ") : QString();
+    tool::complain(QStringLiteral("%1: %2%3").arg(request.source.files.constFirst(), name, error));
     return std::nullopt;
 }
 
 int drawOne(const Request &request, const tool::PreviewedReceipt &receipt, const Typeface &typeface)
 {
+    const Printer &printer = request.printers.front();
     Warnings warnings;
-    const auto layout = layOut(request, receipt, *request.paper.model, warnings);
+    const auto layout = layOut(request, receipt, printer, warnings);
     warnings.print(request.source.files.constFirst());
     if (!layout || !tool::writePicture(*tool::pictureFormOf(request.output), *layout, typeface,
                                        request.scale, request.output))
         return tool::BadInput;
-    const Paper &paper = layout->paper();
     tool::print(QStringLiteral("%1: %2, paper %3, %4 x %5 dots")
-                    .arg(request.output, paper.model().id(), paper.info().caption())
+                    .arg(request.output, printer.id(), printer.target.paper().caption())
                     .arg(layout->size().width())
                     .arg(layout->size().height()));
     return tool::Success;
 }
 
-QString pictureNameOf(const Request &request, const PrinterInfo &model)
+QString pictureNameOf(const Request &request, const Printer &printer)
 {
-    return QDir(request.output).filePath(model.id() + QStringLiteral(".png"));
+    return QDir(request.output).filePath(printer.id() + QStringLiteral(".png"));
 }
 
 QString sheetNameOf(const Request &request)
@@ -196,18 +243,20 @@ QString sheetNameOf(const Request &request)
 
 /// Draws a receipt as each of the models prints it, and puts it on the sheet.
 bool drawEach(const Request &request, const tool::PreviewedReceipt &receipt,
-              const Typeface &typeface, const QList<PrinterInfo> &models,
-              receiptpreview::ContactSheet &sheet)
+              const Typeface &typeface, receiptpreview::ContactSheet &sheet)
 {
     Warnings warnings;
     tool::ProgressLine line(QStringLiteral("drawing all models"));
-    for (const PrinterInfo &model : models) {
-        const auto layout = layOut(request, receipt, model, warnings);
-        if (!layout || !tool::writePicture(*tool::pictureForm(QStringLiteral("png")), *layout,
-                                           typeface, request.scale, pictureNameOf(request, model)))
+    const int all = static_cast<int>(request.printers.size());
+    int done = 0;
+    for (const Printer &printer : request.printers) {
+        const auto layout = layOut(request, receipt, printer, warnings);
+        if (!layout ||
+            !tool::writePicture(*tool::pictureForm(QStringLiteral("png")), *layout, typeface,
+                                request.scale, pictureNameOf(request, printer)))
             return false;
-        sheet.add(model.id(), *layout);
-        line.show(models.indexOf(model) + 1, models.size());
+        sheet.add(printer.id(), *layout);
+        line.show(++done, all);
     }
     line.clear();
     warnings.print(request.source.files.constFirst());
@@ -221,8 +270,7 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
         return tool::BadInput;
     }
     receiptpreview::ContactSheet sheet(typeface);
-    const QList<PrinterInfo> models = PrinterInfo::fromResources();
-    if (!drawEach(request, receipt, typeface, models, sheet))
+    if (!drawEach(request, receipt, typeface, sheet))
         return tool::BadInput;
     const QString sheetName = sheetNameOf(request);
     const QImage image = sheet.image();
@@ -231,19 +279,18 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
         return tool::BadInput;
     tool::print(QStringLiteral("%1: %2 models; all of them small: %3")
                     .arg(request.output)
-                    .arg(models.size())
+                    .arg(request.printers.size())
                     .arg(sheetName));
     return tool::Success;
 }
 
 QStringList outputsOf(const Request &request)
 {
-    if (request.paper.model)
+    if (!request.takesAll)
         return {request.output};
     QStringList outputs{sheetNameOf(request)};
-    const QList<PrinterInfo> models = PrinterInfo::fromResources();
-    for (const PrinterInfo &model : models)
-        outputs.append(pictureNameOf(request, model));
+    for (const Printer &printer : request.printers)
+        outputs.append(pictureNameOf(request, printer));
     return outputs;
 }
 
@@ -272,8 +319,8 @@ tool::WatchedRun draw(const Request &request, const Typeface &typeface)
         return {tool::BadInput, QStringList()};
     if (!keepsCompanions(request, *receipt))
         return {tool::BadInput, receipt->companions};
-    const int status = request.paper.model ? drawOne(request, *receipt, typeface)
-                                           : drawAll(request, *receipt, typeface);
+    const int status = request.takesAll ? drawAll(request, *receipt, typeface)
+                                        : drawOne(request, *receipt, typeface);
     std::fflush(stdout);
     return {status, receipt->companions};
 }
@@ -287,14 +334,15 @@ int runPreview(const QStringList &arguments)
     parser.setApplicationDescription(QString::fromLatin1(description));
     parser.addOptions(tool::sourceOptions());
     parser.addOptions(tool::paperOptions(QStringLiteral("CUSTOM_VKP_80")));
-    parser.addOptions(
-        {tool::codePageOption(), options.output, options.scale, options.allModels, options.watch});
+    parser.addOptions(tool::printOptions());
+    parser.addOptions({tool::modelsFileOption(), options.output, options.scale, options.allModels,
+                       options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;
     Request request;
     const auto source = tool::sourceOf(parser);
-    if (!source || !setModel(parser, options, request) || !setOutput(parser, options, request))
+    if (!source || !setPrinters(parser, options, request) || !setOutput(parser, options, request))
         return tool::WrongUsage;
     request.source = *source;
 

@@ -243,7 +243,7 @@ private:
         const auto typeface = tool::loadedTypeface();
         if (!typeface)
             return tool::BadInput;
-        const receiptpreview::Paper paper(request().model, request().paper, 0);
+        const receiptpreview::Paper paper(request().model, request().paper);
         const Layout layout(m_pieces, paper);
         if (layout.tooLong()) {
             tool::complain(QStringLiteral("%1: the paper is longer than %2 dots (125 m)")

@@ -118,6 +118,11 @@ CharacterSet characterSetOf(const QString &name, const QMap<int, QString> &known
     return {std::nullopt, true};
 }
 
+void complainOfEncoding(const QString &name)
+{
+    complain(QStringLiteral("--code-page: there is no encoding \"%1\"").arg(name));
+}
+
 PrintOptions optionsWith(const QCommandLineParser &parser, int codePage, PrintOptions options = {})
 {
     options.codePage = codePage;
@@ -185,7 +190,10 @@ std::optional<PrintOptions> printOptionsOf(const QCommandLineParser &parser,
     const CharacterSet set = characterSetOf(name, profile.codePages());
     if (set.number)
         return optionsWith(parser, *set.number, otherwise);
-    complainOfCharacterSet(name, profile.codePages());
+    if (set.isAny)
+        complainOfCharacterSet(name, profile.codePages());
+    else
+        complainOfEncoding(name);
     return std::nullopt;
 }
 
@@ -196,7 +204,7 @@ std::optional<PrintOptions> printOptionsOfEach(const QCommandLineParser &parser,
     const CharacterSet set = characterSetOf(name, profile.codePages());
     if (set.isAny)
         return optionsWith(parser, set.number.value_or(0));
-    complain(QStringLiteral("--code-page: no model has a character set \"%1\"").arg(name));
+    complainOfEncoding(name);
     return std::nullopt;
 }
 

@@ -17,9 +17,11 @@ QTransform turnOf(quint16 effects, const QSizeF &cell)
     return transform;
 }
 
-Layout::Layout(const TextPrinterDocument &document, const Paper &paper) : m_paper(paper)
+Layout::Layout(const printerslib::drivers::PrintLayout &print, QFlags<EPrinterTicketAction> before,
+               QFlags<EPrinterTicketAction> after)
+    : m_paper(print.target)
 {
-    LayoutBuilder(*this, document).build();
+    LayoutBuilder(*this, print).build(before, after);
 }
 
 Layout::Layout(const QVector<printerslib::drivers::Paper> &pieces, const Paper &paper)
@@ -31,14 +33,6 @@ Layout::Layout(const QVector<printerslib::drivers::Paper> &pieces, const Paper &
     if (line > 0)
         m_paper = paper.withLine(line, pieces.constFirst().dotsPerInch);
     PrintLayoutBuilder(*this).build(pieces);
-}
-
-const MonochromeImage &Layout::symbol(const Cell &cell) const
-{
-    static const MonochromeImage none;
-    const QSize size = cell.fontCell();
-    const auto found = m_symbols.find({cell.code, size.width(), size.height()});
-    return found != m_symbols.end() ? found->second : none;
 }
 
 Row &Layout::addRow(Row::Kind kind, int height)

@@ -1,20 +1,17 @@
 #pragma once
 
-#include <printerslib/drivers/paper.h>
+#include <printerslib/drivers/printlayout.h>
 
+#include <QFlags>
 #include <QRect>
 #include <QSize>
-#include <QString>
-#include <QStringList>
 #include <QTransform>
 #include <QVector>
-#include <map>
-#include <tuple>
 #include <vector>
 
 #include "paper.h"
+#include "printerdocs/eprinterticketaction.h"
 #include "printerdocs/monochromeimage.h"
-#include "printerdocs/textprinterdocument.h"
 
 namespace receiptpreview {
 
@@ -25,13 +22,11 @@ struct Cell
         Bold = 0x01,
         Italic = 0x02,
         Underline = 0x04,
-        DoubleWidth = 0x08,
-        DoubleHeight = 0x10,
-        Symbol = 0x20,         ///< `code` is that of a special symbol
-        FineUnderline = 0x40,  ///< half as high as the other
-        Inverse = 0x80,        ///< white on black
-        UpsideDown = 0x100,
-        Turned = 0x200,  ///< by 90 degrees clockwise; width and height are those on the paper
+        FineUnderline = 0x08,  ///< half as high as the other
+        Inverse = 0x10,        ///< white on black
+        UpsideDown = 0x20,
+        Turned = 0x40,  ///< by 90 degrees clockwise; width and height are those on the paper
+        Hidden = 0x80,  ///< not drawn: a raster shows it, and whoever searches the text finds it
     };
 
     int left = 0;  ///< from the paper's left edge
@@ -43,21 +38,15 @@ struct Cell
     int drawing = -1;  ///< into Layout::drawings(), in place of the code
 
     bool has(Effect effect) const { return (effects & effect) != 0; }
-    /// The cell of the font, without doubling.
-    QSize fontCell() const
-    {
-        return {has(DoubleWidth) ? width / 2 : width, has(DoubleHeight) ? height / 2 : height};
-    }
 };
 
 /// From an upright cell to one of these effects, which has this size on the paper.
 QTransform turnOf(quint16 effects, const QSizeF &cell);
 
-/// A picture or a code: each pixel is a rectangle of dots.
+/// A picture or a code: each pixel is a rectangle of dots. The rows are of whole bytes.
 struct Raster
 {
     MonochromeImage image;
-    int alignmentBits = 8;
     int left = 0;
     QSize dotsPerPixel{1, 1};
     int top = 0;  ///< from that of the row
@@ -102,10 +91,13 @@ public:
     /// Blank at both ends of the paper, and between the text and a cut.
     static constexpr int endMargin = 24;
     static constexpr int cutHeight = 2;
-    static constexpr int dotsPerLineSpacing = 4;
     static constexpr int gapHeight = 40;
 
-    Layout(const TextPrinterDocument &document, const Paper &paper);
+    /// What a model prints.
+    /// @param print   the document, laid out
+    /// @param before, after what happens to the tickets
+    Layout(const printerslib::drivers::PrintLayout &print, QFlags<EPrinterTicketAction> before,
+           QFlags<EPrinterTicketAction> after);
     /// Pieces of printed paper, one below the other, with a gap between them.
     /// @param paper what they are cut from; the printed line is theirs
     Layout(const QVector<printerslib::drivers::Paper> &pieces, const Paper &paper);
@@ -115,8 +107,7 @@ public:
     const std::vector<Row> &rows() const { return m_rows; }
     const std::vector<Cell> &cells() const { return m_cells; }
     const std::vector<Raster> &rasters() const { return m_rasters; }
-    /// Characters that a stream defines. Their rows are aligned to 8 bits, and each of their pixels
-    /// is so many dots on the paper.
+    /// What stands in the place of characters.
     const std::vector<Raster> &drawings() const { return m_drawings; }
     bool hasInverse() const { return m_hasInverse; }
 
@@ -124,14 +115,10 @@ public:
     {
         return {cell.left, row.bottom() - cell.rise - cell.height, cell.width, cell.height};
     }
-    /// The drawing of a cell with a special symbol. Its rows are aligned to 8 bits.
-    const MonochromeImage &symbol(const Cell &cell) const;
     /// The first row that may end below a height: all before it end above.
     std::vector<Row>::const_iterator firstRowBelow(int top) const;
 
     bool tooLong() const { return m_tooLong; }
-    /// What the model doesn't print as the document asks for, in the order of its blocks.
-    const QStringList &warnings() const { return m_warnings; }
 
 private:
     friend class LayoutBuilder;
@@ -149,8 +136,6 @@ private:
     std::vector<Cell> m_cells;
     std::vector<Raster> m_rasters;
     std::vector<Raster> m_drawings;
-    std::map<std::tuple<int, int, int>, MonochromeImage> m_symbols;
-    QStringList m_warnings;
 };
 
 }  // namespace receiptpreview

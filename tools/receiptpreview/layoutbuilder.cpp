@@ -1,6 +1,6 @@
 #include "layoutbuilder.h"
 
-#include <QTextCodec>
+#include <algorithm>
 
 #include "printerdocs/echarformat.h"
 
@@ -8,204 +8,206 @@ namespace receiptpreview {
 
 namespace {
 
-// Every document made by the library carries this bit on its own ticket.
-constexpr int cutAction = TicketActionEveryDocument;
-
-constexpr int barcodeQuietModules = 10;
-constexpr int barcodeHeight = 80;  // 10 mm
-constexpr int barcodeFeed = 8;
-constexpr int barcodeModules[] = {3, 2};  // dots, the larger first; a single dot isn't readable
-constexpr int qrQuietModules = 4;
-constexpr int qrModules[] = {6, 5, 4, 3, 2};
+using printerslib::drivers::CutCommand;
+using printerslib::drivers::Presenter;
+using printerslib::drivers::PrinterProfile;
+using printerslib::drivers::PrintFont;
 
 constexpr int frameEdge = 8;
-constexpr int maximumFaultText = 1000;
+constexpr int mostOfPayload = 1000;
 
-constexpr int rowAlignmentOfPictures = 32;
-constexpr int rowAlignmentOfBytes = 8;
-
-int rowBytes(int width, int alignmentBits)
+struct FormatEffect
 {
-    return alignmentBits / 8 * ((width + alignmentBits - 1) / alignmentBits);
+    ECharFormat format;
+    Cell::Effect effect;
+};
+
+constexpr FormatEffect formatEffects[] = {
+    {CharBold, Cell::Bold},
+    {CharItalic, Cell::Italic},
+    {CharUnderline, Cell::Underline},
+    {CharMarkZ, Cell::Inverse},
+};
+
+quint16 effectsOf(quint8 format)
+{
+    quint16 effects = 0;
+    for (const FormatEffect &row : formatEffects)
+        effects |= (format & row.format) != 0 ? row.effect : 0;
+    return effects;
 }
 
-/// An image doesn't say how its rows are aligned; pictures of BBCode have rows of whole 32 bits,
-/// and what has too few bytes for that is aligned to bytes.
-int alignmentOf(const MonochromeImage &image)
+/// Whether a printer cuts: where nobody holds a ticket out, that is how it is handed over.
+bool cuts(QFlags<EPrinterTicketAction> action, const PrinterProfile &profile)
 {
-    const qint64 needed = qint64(rowBytes(image.width(), rowAlignmentOfPictures)) * image.height();
-    return image.image().size() >= needed ? rowAlignmentOfPictures : rowAlignmentOfBytes;
+    const bool isHandedOver = action.testFlag(TicketActionReceipt);
+    return profile.cutCommand() != CutCommand::None &&
+           (action.testFlag(TicketActionEveryDocument) ||
+            (isHandedOver && profile.presenter() == Presenter::None));
 }
 
-/// The largest module, in dots, with which a code of this width fits: its bars the printed line,
-/// and with its quiet zones the paper. 0: none.
-template <std::size_t count>
-int moduleThatFits(const int (&choices)[count], int modules, int quiet, const Paper &paper)
+/// How often a font's own dots are repeated in a cell.
+QSize scaleOf(const PrintFont &font, const QSize &cell)
 {
-    for (const int dots : choices) {
-        if (modules * dots <= paper.printableWidth() &&
-            (modules + 2 * quiet) * dots <= paper.width())
-            return dots;
-    }
-    return 0;
+    return {font.widthScale * cell.width() / font.cell.width(),
+            font.heightScale * cell.height() / font.cell.height()};
 }
 
 }  // namespace
 
-LayoutBuilder::LayoutBuilder(Layout &layout, const TextPrinterDocument &document)
-    : m_layout(layout), m_document(document), m_codePage(layout.m_paper.codePage())
-{
-    static_cast<QMultiMap<signed char, MonochromeImage> &>(m_symbols) = document.charImages();
-}
+LayoutBuilder::LayoutBuilder(Layout &layout, const Print &print)
+    : m_layout(layout),
+      m_print(print),
+      m_drawings(layout.m_drawings),
+      m_margin(layout.m_paper.leftMargin())
+{}
 
-void LayoutBuilder::build()
+void LayoutBuilder::build(QFlags<EPrinterTicketAction> before, QFlags<EPrinterTicketAction> after)
 {
-    if ((m_document.prevTicketAction() & cutAction) != 0)
-        addCut();
+    cutAfter(before);
     m_layout.feed(Layout::endMargin);
-    const QList<DocumentBlock> blocks = m_document.blocks();
-    for (const DocumentBlock &block : blocks) {
-        ++m_block;
-        addBlock(block);
+    for (const Print::Row &row : m_print.rows) {
+        addRow(row);
         if (m_layout.m_tooLong)
             return;
     }
-    warnOfUnprintable();
-    if ((m_document.currentTicketAction() & cutAction) != 0)
-        addCut();
+    cutAfter(after);
     m_layout.feed(Layout::endMargin);
 }
 
-void LayoutBuilder::addBlock(const DocumentBlock &block)
+void LayoutBuilder::addRow(const Print::Row &row)
 {
-    if (block.isText())
-        addText(block);
-    else if (block.isImage())
-        addPicture(block);
-    else if (block.isBarcode())
-        addBarcode(block);
-    else if (block.isQrCode())
-        addQrCode(block);
-}
-
-void LayoutBuilder::addPicture(const DocumentBlock &block)
-{
-    const MonochromeImage image = block.img();
-    const PrinterInfo &model = m_layout.m_paper.model();
-    if (!model.customImages()) {
-        warn(QStringLiteral("the picture is left out: the model prints none"));
-        return;
+    switch (row.kind) {
+        case Print::Row::Text:
+            addText(row);
+            break;
+        case Print::Row::Picture: {
+            const auto &picture = m_print.pictures.at(row.first);
+            addImage(row.left, picture.dotsPerPixel, picture.size, picture.rows);
+            break;
+        }
+        case Print::Row::Code: {
+            const auto &code = m_print.codes.at(row.first);
+            addImage(row.left, code.module, code.modules, code.rows);
+            break;
+        }
+        case Print::Row::Fault:
+            addFault(m_print.faults.at(row.first));
+            break;
+        case Print::Row::Feed:
+            m_layout.feed(row.height);
+            break;
     }
-    const int line = m_layout.m_paper.printableWidth();
-    if (image.width() > line)
-        warn(QStringLiteral("the picture is %1 dots wide; what is right of the line's %2 is lost")
-                 .arg(image.width())
-                 .arg(line));
-    Raster raster;
-    raster.image = image;
-    raster.alignmentBits = alignmentOf(image);
-    raster.left = leftOf(qMin(image.width(), line), block.alignment());
-    addRaster(raster);
+    m_layout.feed(row.feed);
 }
 
-void LayoutBuilder::addBarcode(const DocumentBlock &block)
+/// What goes to the printer as dots is drawn so, and its characters are there for the search.
+void LayoutBuilder::addText(const Print::Row &row)
 {
-    const Code code = encodeBarcode(block.barcode(), block.barCodeType());
-    CodeLook look;
-    look.name = QStringLiteral("Barcode");
-    look.quietModules = barcodeQuietModules;
-    const int dots =
-        moduleThatFits(barcodeModules, code.modules.width(), look.quietModules, m_layout.m_paper);
-    look.module = QSize(dots, barcodeHeight);
-    look.feed = barcodeFeed;
-    addCode(code, look, block.barcode(), block.alignment());
-}
-
-void LayoutBuilder::addQrCode(const DocumentBlock &block)
-{
-    const Code code = encodeQrCode(block.qrCode());
-    CodeLook look;
-    look.name = QStringLiteral("QR code");
-    look.quietModules = qrQuietModules;
-    const int dots =
-        moduleThatFits(qrModules, code.modules.width(), look.quietModules, m_layout.m_paper);
-    look.module = QSize(dots, dots);
-    look.feed = qrQuietModules * dots;
-    addCode(code, look, block.qrCode(), block.alignment());
-}
-
-void LayoutBuilder::addCode(const Code &code, const CodeLook &look, const QByteArray &payload,
-                            ETextAlignment alignment)
-{
-    const int dots = look.module.width();
-    if (!code.fault.isEmpty() || dots == 0) {
-        const QString tooWide = QStringLiteral("It doesn't fit the paper");
-        addFault(look.name, code.fault.isEmpty() ? tooWide : code.fault, payload);
-        return;
+    Row &added = m_layout.addRow(Row::Text, row.height);
+    added.continues = row.isWrapped;
+    added.firstCell = static_cast<int>(m_layout.m_cells.size());
+    added.cellCount = row.count;
+    int left = m_margin;
+    for (int i = row.first; i < row.first + row.count; ++i) {
+        Cell cell = cellOf(m_print.cells.at(static_cast<std::size_t>(i)));
+        if (row.isRaster)
+            cell.effects = Cell::Hidden;
+        else
+            setDrawing(cell, m_print.cells.at(static_cast<std::size_t>(i)));
+        cell.left = left;
+        left += cell.width;
+        m_layout.m_hasInverse = m_layout.m_hasInverse || cell.has(Cell::Inverse);
+        m_layout.m_cells.push_back(cell);
     }
-    const int modules = code.modules.width();
-    const int width =
-        qMin((modules + 2 * look.quietModules) * dots, m_layout.m_paper.printableWidth());
-    Raster raster;
-    raster.image = code.modules;
-    raster.left = leftOf(width, alignment) + (width - modules * dots) / 2;
-    raster.dotsPerPixel = look.module;
-    m_layout.feed(look.feed);
-    addRaster(raster);
-    m_layout.feed(look.feed);
+    if (row.isRaster) {
+        const auto picture = m_print.rasterOf(row);
+        addRaster(added, 0, picture.dotsPerPixel, picture.size, picture.rows);
+    }
 }
 
-void LayoutBuilder::addRaster(const Raster &raster)
+Cell LayoutBuilder::cellOf(const Print::Cell &printed) const
 {
-    const qint64 height = qint64(raster.image.height()) * raster.dotsPerPixel.height();
-    m_layout.m_rasters.push_back(raster);
-    Row &row = addRow(Row::Image, static_cast<int>(qMin<qint64>(height, Layout::longestPaper)));
-    row.firstRaster = static_cast<int>(m_layout.m_rasters.size()) - 1;
+    const QSize size = m_print.sizeOf(printed);
+    Cell cell;
+    cell.width = static_cast<quint16>(size.width());
+    cell.height = static_cast<quint16>(size.height());
+    cell.code = printed.character;
+    cell.effects = effectsOf(printed.format);
+    return cell;
+}
+
+void LayoutBuilder::setDrawing(Cell &cell, const Print::Cell &printed)
+{
+    if (printed.drawing < 0)
+        return;
+    const QSize scale = scaleOf(m_print.target.font(printed.font), {cell.width, cell.height});
+    cell.drawing =
+        m_drawings.numberOf(printed.drawing, m_print.drawings.at(printed.drawing), scale);
+}
+
+void LayoutBuilder::addImage(int left, const QSize &dotsPerPixel, const QSize &size,
+                             const QByteArray &rows)
+{
+    const qint64 height = qint64(size.height()) * dotsPerPixel.height();
+    Row &row =
+        m_layout.addRow(Row::Image, static_cast<int>(qMin<qint64>(height, Layout::longestPaper)));
+    addRaster(row, left, dotsPerPixel, size, rows);
+}
+
+void LayoutBuilder::addRaster(Row &row, int left, const QSize &dotsPerPixel, const QSize &size,
+                              const QByteArray &rows)
+{
+    row.firstRaster = static_cast<int>(m_layout.m_rasters.size());
     row.rasterCount = 1;
-}
-
-void LayoutBuilder::addCut()
-{
-    m_layout.feed(Layout::endMargin);
-    addRow(Row::Cut, Layout::cutHeight);
+    Raster raster;
+    raster.image = MonochromeImage(size.width(), size.height(), rows);
+    raster.left = m_margin + left;
+    raster.dotsPerPixel = dotsPerPixel;
+    m_layout.m_rasters.push_back(raster);
 }
 
 /// A box that says in plain text what couldn't be printed.
-void LayoutBuilder::addFault(const QString &what, const QString &fault, const QByteArray &payload)
+void LayoutBuilder::addFault(const Print::Fault &fault)
 {
-    const QString text = QStringLiteral("%1: %2").arg(what, fault);
-    warn(text);
-    m_isFramed = true;
-    m_indent = frameEdge;
-    addRow(Row::FrameTop, frameEdge);
-    for (const QString &line : {text, QString::fromUtf8(payload.left(maximumFaultText))})
-        addLine({QString(line).replace(QLatin1Char('\n'), QLatin1Char(' ')), QByteArray(),
-                 QByteArray(), AlignLeft, 0});
-    addRow(Row::FrameBottom, frameEdge);
-    m_isFramed = false;
-    m_indent = 0;
+    const auto first = m_layout.m_rows.size();
+    m_layout.addRow(Row::FrameTop, frameEdge);
+    addFaultText(QStringLiteral("%1: %2").arg(fault.what, fault.cause));
+    if (!fault.payload.isEmpty())
+        addFaultText(QString::fromUtf8(fault.payload.left(mostOfPayload)));
+    m_layout.addRow(Row::FrameBottom, frameEdge);
+    for (auto row = first; row < m_layout.m_rows.size(); ++row)
+        m_layout.m_rows[row].framed = true;
 }
 
-Row &LayoutBuilder::addRow(Row::Kind kind, int height)
+void LayoutBuilder::addFaultText(const QString &text)
 {
-    Row &row = m_layout.addRow(kind, height);
-    row.framed = m_isFramed;
-    return row;
+    const QSize size = m_print.target.font(0).cell;
+    const int room = m_layout.m_paper.printableWidth() - 2 * frameEdge;
+    const int perRow = std::max(1, room / size.width());
+    for (int start = 0; start < text.size(); start += perRow) {
+        Row &row = m_layout.addRow(Row::Text, size.height());
+        row.firstCell = static_cast<int>(m_layout.m_cells.size());
+        row.cellCount = std::min(perRow, text.size() - start);
+        row.continues = start > 0;
+        for (int i = 0; i < row.cellCount; ++i) {
+            Cell cell;
+            cell.left = m_margin + frameEdge + i * size.width();
+            cell.width = static_cast<quint16>(size.width());
+            cell.height = static_cast<quint16>(size.height());
+            const QChar shown = text.at(start + i);
+            cell.code = shown < QLatin1Char(' ') ? u' ' : shown.unicode();
+            m_layout.m_cells.push_back(cell);
+        }
+    }
 }
 
-/// Where something of a width goes, from the paper's left edge.
-int LayoutBuilder::leftOf(int width, ETextAlignment alignment) const
+void LayoutBuilder::cutAfter(QFlags<EPrinterTicketAction> action)
 {
-    const int room = m_layout.m_paper.printableWidth() - width;
-    const int margin = m_layout.m_paper.leftMargin();
-    if (alignment == AlignRight)
-        return margin + room;
-    return alignment == AlignCenter ? margin + room / 2 : margin;
-}
-
-void LayoutBuilder::warn(const QString &warning)
-{
-    m_layout.m_warnings.append(QStringLiteral("block %1: %2").arg(m_block).arg(warning));
+    if (!cuts(action, m_print.target.profile()))
+        return;
+    m_layout.feed(Layout::endMargin);
+    m_layout.addRow(Row::Cut, Layout::cutHeight);
 }
 
 }  // namespace receiptpreview

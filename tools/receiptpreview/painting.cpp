@@ -13,6 +13,7 @@ constexpr int frameDots = 2;
 constexpr int markWidth = 6;
 constexpr int markGap = 4;
 constexpr int leastMarkWidth = 2;
+constexpr int bitsOfRows = 8;
 
 class RowPainter
 {
@@ -87,9 +88,7 @@ private:
         if (!cell.has(Cell::Underline) && !cell.has(Cell::FineUnderline))
             return;
         const QRect rect = m_layout.cellRect(row, cell);
-        const int dots = cell.has(Cell::FineUnderline)
-                             ? fineUnderlineDots
-                             : underlineDots * (cell.has(Cell::DoubleHeight) ? 2 : 1);
+        const int dots = cell.has(Cell::FineUnderline) ? fineUnderlineDots : underlineDots;
         const int top = cell.has(Cell::UpsideDown) ? rect.top() : rect.bottom() + 1 - dots;
         m_canvas.fill({rect.left(), top, rect.width(), dots}, Ink::Print);
     }
@@ -97,28 +96,29 @@ private:
     void paintCharacter(const Row &row, const Cell &cell)
     {
         const QRect rect = m_layout.cellRect(row, cell);
-        if (cell.has(Cell::Symbol)) {
-            const QSize font = cell.fontCell();
-            const QSize dots(cell.width / font.width(), cell.height / font.height());
-            paintPixels(m_layout.symbol(cell), 8, rect.topLeft(), dots, rect.width());
-        } else if (cell.drawing >= 0) {
+        if (cell.drawing >= 0)
             paintDrawing(cell, rect);
-        } else if (cell.code != u' ') {
+        const bool isDots = cell.drawing >= 0 || cell.has(Cell::Hidden);
+        if (isDots && cell.code != u' ') {
+            m_canvas.meaning(rect, cell.code);
+        } else if (!isDots && cell.code != u' ') {
             m_canvas.glyph(rect, cell.code, cell.effects);
         }
     }
 
-    /// A character that the stream defines, spread over its cell.
+    /// A drawing in the place of a character, from its cell's upper left corner. Printers make it
+    /// bold as any other: each dot with its right neighbour.
     void paintDrawing(const Cell &cell, const QRect &rect)
     {
         const Raster &drawing = m_layout.drawings().at(static_cast<std::size_t>(cell.drawing));
         const QTransform turn = turnOf(cell.effects, rect.size());
         const QSize dots = drawing.dotsPerPixel;
+        const int boldDots = cell.has(Cell::Bold) ? 1 : 0;
         const QRect inside(QPoint(0, 0), rect.size());
-        forEachRun(drawing.image, drawing.alignmentBits, drawing.image.width(), 0,
-                   drawing.image.height() - 1, [&](const QRect &run) {
+        forEachRun(drawing.image, drawing.image.width(), 0, drawing.image.height() - 1,
+                   [&](const QRect &run) {
                        const QRect upright(run.left() * dots.width(), run.top() * dots.height(),
-                                           run.width() * dots.width(), dots.height());
+                                           run.width() * dots.width() + boldDots, dots.height());
                        const QRect shown = turn.mapRect(upright).intersected(inside);
                        if (!shown.isEmpty())
                            m_canvas.fill(shown.translated(rect.topLeft()), inkOf(cell.effects));
@@ -128,18 +128,14 @@ private:
     void paintRaster(const Row &row, const Raster &raster)
     {
         const Paper &paper = m_layout.paper();
-        paintPixels(raster.image, raster.alignmentBits, {raster.left, row.top + raster.top},
-                    raster.dotsPerPixel, paper.leftMargin() + paper.printableWidth() - raster.left);
-    }
-
-    /// Paints runs of set pixels, of the rows between the two heights.
-    void paintPixels(const MonochromeImage &image, int alignmentBits, const QPoint &origin,
-                     const QSize &dots, int widthInDots)
-    {
-        const int columns = qMin(image.width(), widthInDots / dots.width());
+        const MonochromeImage &image = raster.image;
+        const QPoint origin(raster.left, row.top + raster.top);
+        const QSize dots = raster.dotsPerPixel;
+        const int room = paper.leftMargin() + paper.printableWidth() - raster.left;
+        const int columns = qMin(image.width(), room / dots.width());
         const int firstRow = qMax(0, (m_top - origin.y()) / dots.height());
         const int lastRow = qMin(image.height() - 1, (m_bottom - origin.y()) / dots.height());
-        forEachRun(image, alignmentBits, columns, firstRow, lastRow, [&](const QRect &run) {
+        forEachRun(image, columns, firstRow, lastRow, [&](const QRect &run) {
             m_canvas.fill(
                 {origin.x() + run.left() * dots.width(), origin.y() + run.top() * dots.height(),
                  run.width() * dots.width(), dots.height()},
@@ -149,13 +145,13 @@ private:
 
     /// Calls with the runs of set pixels of some rows, each one pixel high.
     template <typename Function>
-    static void forEachRun(const MonochromeImage &image, int alignmentBits, int columns,
-                           int firstRow, int lastRow, const Function &call)
+    static void forEachRun(const MonochromeImage &image, int columns, int firstRow, int lastRow,
+                           const Function &call)
     {
         for (int y = firstRow; y <= lastRow; ++y) {
             for (int x = 0; x < columns; ++x) {
                 const int start = x;
-                while (x < columns && image.pixel(x, y, alignmentBits))
+                while (x < columns && image.pixel(x, y, bitsOfRows))
                     ++x;
                 if (x > start)
                     call(QRect(start, y, x - start, 1));

@@ -43,8 +43,14 @@ public:
     Canvas &operator=(const Canvas &) = delete;
 
     virtual void fill(const QRect &dots, Ink ink) = 0;
-    /// Draws a character; the cell is neither a blank nor a special symbol.
+    /// Draws a character, which isn't a blank.
     virtual void glyph(const QRect &dots, char16_t code, quint16 effects) = 0;
+    /// What is drawn there as dots is this character.
+    virtual void meaning(const QRect &dots, char16_t code)
+    {
+        Q_UNUSED(dots)
+        Q_UNUSED(code)
+    }
 };
 
 /// Paints what lies between two heights, and perhaps somewhat more of it.

@@ -1,7 +1,6 @@
 #include "paper.h"
 
 #include <QRegularExpression>
-#include <QTextCodec>
 #include <QtMath>
 #include <algorithm>
 
@@ -10,10 +9,7 @@ namespace receiptpreview {
 namespace {
 
 constexpr int usualDotsPerInch = 203;
-// A record without a sensible font or line still gives a picture.
-constexpr int leastCell = 1;
-constexpr int usualCellWidth = 12;
-constexpr int usualCellHeight = 24;
+// A record without a sensible line still gives a picture.
 constexpr int leastLine = 16;
 constexpr int mostDots = 10000;
 
@@ -22,15 +18,6 @@ double millimetresOf(const PaperInfo &paper)
     static const QRegularExpression number(QStringLiteral("\\d+(\\.\\d+)?"));
     const QRegularExpressionMatch match = number.match(paper.caption());
     return match.hasMatch() ? match.captured().toDouble() : paper.width();
-}
-
-FontInfo usable(FontInfo font)
-{
-    if (font.width() < leastCell)
-        font.setWidth(usualCellWidth);
-    if (font.height() < leastCell)
-        font.setHeight(usualCellHeight);
-    return font;
 }
 
 }  // namespace
@@ -53,22 +40,19 @@ int widestPaperOf(const PrinterInfo &model)
     return widest == papers.end() ? 0 : widest.key();
 }
 
-Paper::Paper(const PrinterInfo &model, int paperId, int baseFont, const QTextCodec *codePage)
+Paper::Paper(const printerslib::drivers::PrintTarget &target)
+    : Paper(target.record(), target.paper())
+{
+    *this = withLine(target.lineDots(), target.profile().dotsPerInch());
+}
+
+Paper::Paper(const PrinterInfo &model, int paperId) : Paper(model, model.paperType(paperId)) {}
+
+Paper::Paper(const PrinterInfo &model, const PaperInfo &info)
     : m_model(model),
-      m_info(model.paperType(paperId)),
-      m_baseFont(usable(FontInfo())),
-      m_codePage(codePage != nullptr ? codePage : QTextCodec::codecForName("IBM866")),
+      m_info(info),
       m_dotsPerInch(model.resolution() > 0 ? model.resolution() : usualDotsPerInch)
 {
-    const QList<FontInfo> fonts = model.fontTypes();
-    for (const FontInfo &font : fonts)
-        m_fonts.append(usable(font));
-    if (!m_fonts.isEmpty())
-        m_baseFont = m_fonts.constFirst();
-    for (const FontInfo &font : qAsConst(m_fonts)) {
-        if (font.id() == baseFont)
-            m_baseFont = font;
-    }
     setLine(m_info.pointsToLine());
 }
 
@@ -85,15 +69,6 @@ Paper Paper::withLine(int dots, int dotsPerInch) const
     paper.m_dotsPerInch = dotsPerInch > 0 ? dotsPerInch : usualDotsPerInch;
     paper.setLine(dots);
     return paper;
-}
-
-const FontInfo &Paper::font(unsigned char number) const
-{
-    for (const FontInfo &font : m_fonts) {
-        if (number != 0 && static_cast<unsigned char>(font.id()) == number)
-            return font;
-    }
-    return m_baseFont;
 }
 
 }  // namespace receiptpreview

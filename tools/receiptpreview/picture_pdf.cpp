@@ -32,6 +32,17 @@ public:
 
     void glyph(const QRect &dots, char16_t code, quint16 effects) override
     {
+        drawText(dots, code, effects, QColor(QRgb(colourOf(inkOf(effects)))));
+    }
+
+    void meaning(const QRect &dots, char16_t code) override
+    {
+        drawText(dots, code, 0, Qt::transparent);
+    }
+
+private:
+    void drawText(const QRect &dots, char16_t code, quint16 effects, const QColor &colour)
+    {
         QGlyphRun run;
         run.setRawFont((effects & Cell::Bold) != 0 ? m_bold : m_regular);
         run.setGlyphIndexes({m_typeface.glyph(code, effects)});
@@ -39,12 +50,11 @@ public:
         const QTransform outer = m_painter.transform();
         const QTransform place = QTransform::fromTranslate(dots.left(), dots.top() - m_top);
         m_painter.setTransform(m_typeface.toCell(effects, dots.size()) * place * outer);
-        m_painter.setPen(QColor(QRgb(colourOf(inkOf(effects)))));
+        m_painter.setPen(colour);
         m_painter.drawGlyphRun(QPointF(0, 0), run);
         m_painter.setTransform(outer);
     }
 
-private:
     QPainter &m_painter;
     const Typeface &m_typeface;
     const QRawFont m_regular;

@@ -54,7 +54,7 @@ public:
     {
         m_xml.writeStartElement(QStringLiteral("defs"));
         for (const Cell &cell : layout.cells()) {
-            if (!cell.has(Cell::Symbol) && cell.drawing < 0 && cell.code != u' ')
+            if (cell.drawing < 0 && !cell.has(Cell::Hidden) && cell.code != u' ')
                 define(cell.code, cell.effects, QSize(cell.width, cell.height));
         }
         m_xml.writeEndElement();

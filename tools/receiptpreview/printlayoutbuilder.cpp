@@ -69,7 +69,7 @@ void PrintLayoutBuilder::addPiece(const Print &piece)
     m_top = m_layout.m_height;
     m_left = qMax(0, (m_layout.m_paper.width() - piece.width) / 2);
     m_bottom = m_top;
-    m_drawings.clear();
+    m_drawings.startAnew();
     const auto firstRow = static_cast<std::ptrdiff_t>(m_layout.m_rows.size());
     for (const Print::Line &line : piece.lines)
         addLine(piece, line);
@@ -109,7 +109,9 @@ void PrintLayoutBuilder::addCell(const Print &piece, const Print::Cell &printed)
     cell.height = printed.height;
     cell.code = printed.character < u' ' ? u' ' : printed.character;
     cell.effects = effectsOf(printed.effects);
-    cell.drawing = drawingOf(piece, printed);
+    if (printed.drawing >= 0 && printed.drawing < piece.pictures.size())
+        cell.drawing = m_drawings.numberOf(printed.drawing, piece.pictures.at(printed.drawing),
+                                           {printed.widthScale, printed.heightScale});
     if (isBlank(cell) || printed.width == 0 || printed.height == 0)
         return;
     const int top = m_top + qMax(0, printed.top);
@@ -117,24 +119,6 @@ void PrintLayoutBuilder::addCell(const Print &piece, const Print::Cell &printed)
     include(top, cell.rise);
     m_layout.m_hasInverse = m_layout.m_hasInverse || cell.has(Cell::Inverse);
     m_layout.m_cells.push_back(cell);
-}
-
-int PrintLayoutBuilder::drawingOf(const Print &piece, const Print::Cell &printed)
-{
-    if (printed.drawing < 0 || printed.drawing >= piece.pictures.size())
-        return -1;
-    const int next = static_cast<int>(m_layout.m_drawings.size());
-    const auto [entry, isNew] =
-        m_drawings.insert({{printed.drawing, printed.widthScale, printed.heightScale}, next});
-    if (isNew) {
-        const Print::Picture &picture = piece.pictures.at(printed.drawing);
-        Raster drawing;
-        drawing.image = MonochromeImage(picture.size.width(), picture.size.height(), picture.rows);
-        drawing.dotsPerPixel = QSize(picture.dotsPerPixel.width() * printed.widthScale,
-                                     picture.dotsPerPixel.height() * printed.heightScale);
-        m_layout.m_drawings.push_back(drawing);
-    }
-    return entry->second;
 }
 
 void PrintLayoutBuilder::addRaster(const QRect &place, const QSize &size, const QSize &dotsPerPixel,

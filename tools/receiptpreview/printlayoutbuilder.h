@@ -3,9 +3,8 @@
 #include <printerslib/drivers/paper.h>
 
 #include <QVector>
-#include <map>
-#include <tuple>
 
+#include "drawings.h"
 #include "layout.h"
 
 namespace receiptpreview {
@@ -14,7 +13,7 @@ namespace receiptpreview {
 class PrintLayoutBuilder
 {
 public:
-    explicit PrintLayoutBuilder(Layout &layout) : m_layout(layout) {}
+    explicit PrintLayoutBuilder(Layout &layout) : m_layout(layout), m_drawings(layout.m_drawings) {}
 
     void build(const QVector<printerslib::drivers::Paper> &pieces);
 
@@ -26,7 +25,6 @@ private:
     void addCell(const Print &piece, const Print::Cell &printed);
     void addRaster(const QRect &place, const QSize &size, const QSize &dotsPerPixel,
                    const QByteArray &rows);
-    int drawingOf(const Print &piece, const Print::Cell &printed);
     void include(int top, int bottom);
     void endRow(bool continues);
 
@@ -34,8 +32,7 @@ private:
     int m_left = 0;  ///< of the piece's first dot
     int m_top = 0;
     int m_bottom = 0;  ///< of what stands on the piece
-    /// By number in the piece's pictures and scales: numbers of the layout's drawings.
-    std::map<std::tuple<int, int, int>, int> m_drawings;
+    Drawings m_drawings;
 
     /// The row being filled. Until it ends, its cells have their bottom in the place of what they
     /// rise, and its rasters their top on the paper.

@@ -127,10 +127,10 @@ QString symbolFault(const Printed &line, int index, const SpecialCharacters &dra
     if (!paper || paper->fonts.isEmpty())
         return QString();
     const PaperFont &font = fontAt(line, index, *paper);
-    if (!font.takesDrawings)
+    if (font.drawing.isEmpty())
         return QStringLiteral("the symbol %1 is blank: font %2 of %3 takes no drawings")
             .arg(QString::number(code), font.name, paper->name);
-    const QSize cell = font.cell;
+    const QSize cell = font.drawing;
     if (std::any_of(images.cbegin(), images.cend(),
                     [&cell](const MonochromeImage &image) { return fits(image, cell); }))
         return QString();

@@ -30,8 +30,8 @@ enum class Form { Document, Text, Html };
 /// A font of a model.
 struct PaperFont
 {
-    QSize cell;          ///< of a character, as wide as the units of the paper say
-    bool takesDrawings;  ///< special symbols can be drawn in it
+    QSize cell;     ///< of a character, as wide as the units of the paper say
+    QSize drawing;  ///< the largest of a special symbol in it; empty: it takes none
     QString name;        ///< for messages
 };
 

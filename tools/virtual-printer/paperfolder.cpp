@@ -111,7 +111,7 @@ void PaperFolder::write(const Print &piece, PaperReport &report)
         report.failures.append(error);
         return;
     }
-    const receiptpreview::Layout layout({piece}, receiptpreview::Paper(m_model, m_paper, 0));
+    const receiptpreview::Layout layout({piece}, receiptpreview::Paper(m_model, m_paper));
     QBuffer picture;
     picture.open(QIODevice::WriteOnly);
     if (!receiptpreview::writePng(

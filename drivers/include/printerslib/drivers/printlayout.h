@@ -43,6 +43,9 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintNote
 /// left edge of the line.
 struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
 {
+    /// 125 m, more than a roll of paper. What is longer is an error.
+    static constexpr int longest = 1'000'000;
+
     /// A printed character; those of a row stand side by side from its left edge.
     struct Cell
     {
