@@ -407,6 +407,18 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
     }
 
+    void settingsThatTheToolWritesAreTaken()
+    {
+        for (const QString &model : {QString("CUSTOM_VKP_80"), QString("AV_268"), general}) {
+            const QString settings = m_folder.path("exported.json");
+            QCOMPARE(runReceipt({"settings", "export", settings, "--printer", model}).status, 0);
+            const ReceiptRun run = runReceipt(
+                {"print", "--plain", textFile("x\n"), "--settings", settings, "--dry-run"});
+            QCOMPARE(run.status, 0);
+            QVERIFY2(run.output.startsWith(model + ", paper "), qPrintable(run.output));
+        }
+    }
+
     void settingsThatArentTakenAreAnError_data()
     {
         QTest::addColumn<QByteArray>("settings");
