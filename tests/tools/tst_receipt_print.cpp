@@ -158,6 +158,20 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString());
     }
 
+    // "logo.bin" would be the first file whose name begins with "logo".
+    void pictureOfTheReceiptIsNotReplaced()
+    {
+        const QString text = m_folder.file("ad.bb", "[img name=logo][/img]");
+        QVERIFY(QFile::copy(example("images/logo.png"), m_folder.path("logo.png")));
+        const QString file = m_folder.path("logo.bin");
+        const ReceiptRun run =
+            runReceipt({"print", "--bbcode", text, "--model", general, "--to", "file:" + file});
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.errors.startsWith("receipt: " + file + ": the receipt takes "),
+                 qPrintable(run.errors));
+        QVERIFY(!QFile::exists(file));
+    }
+
     void fullStandardOutputIsAnError()
     {
         QProcess process;

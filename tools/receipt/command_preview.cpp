@@ -294,30 +294,12 @@ QStringList outputsOf(const Request &request)
     return outputs;
 }
 
-/// A picture that is written over, or whose name begins like that of one, would be part of the next
-/// drawing. Complains and gives false.
-bool keepsCompanions(const Request &request, const tool::PreviewedReceipt &receipt)
-{
-    const QStringList outputs = outputsOf(request);
-    for (const QString &output : outputs) {
-        for (const QString &companion : receipt.companions) {
-            if (!tool::isCompanion(output, companion))
-                continue;
-            tool::complain(QStringLiteral("%1: the receipt takes \"%2\" for its own; choose "
-                                          "another name or folder")
-                               .arg(output, companion));
-            return false;
-        }
-    }
-    return true;
-}
-
 tool::WatchedRun draw(const Request &request, const Typeface &typeface)
 {
     const auto receipt = request.source.read();
     if (!receipt)
         return {tool::BadInput, QStringList()};
-    if (!keepsCompanions(request, *receipt))
+    if (!tool::keepsCompanions(outputsOf(request), *receipt))
         return {tool::BadInput, receipt->companions};
     const int status = request.takesAll ? drawAll(request, *receipt, typeface)
                                         : drawOne(request, *receipt, typeface);

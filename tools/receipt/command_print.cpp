@@ -212,6 +212,9 @@ int print(const Request &request)
     const auto receipt = request.source.read();
     if (!receipt)
         return tool::BadInput;
+    if (request.destination.isFile() &&
+        !tool::keepsCompanions({request.destination.fileName()}, *receipt))
+        return tool::BadInput;
     const DocumentEncoder encoder(*request.target, request.options);
     const EncodedDocument encoded = encoder.encode(receipt->documentFor(*request.target));
     const QString &file = request.source.files.constFirst();

@@ -10,6 +10,7 @@
 #include "support.h"
 #include "templatefile.h"
 #include "templatelint.h"
+#include "watch.h"
 
 namespace tool {
 
@@ -47,6 +48,21 @@ void findSymbolFile(const QString &fileName, const QString &text, const QString 
 }
 
 }  // namespace
+
+bool keepsCompanions(const QStringList &outputs, const PreviewedReceipt &receipt)
+{
+    for (const QString &output : outputs) {
+        for (const QString &companion : receipt.companions) {
+            if (!isCompanion(output, companion))
+                continue;
+            complain(QStringLiteral("%1: the receipt takes \"%2\" for its own; choose another "
+                                    "name or folder")
+                         .arg(output, companion));
+            return false;
+        }
+    }
+    return true;
+}
 
 PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
                              DocumentCleaner::Rules rules, const QString &symbolFolder, int margin)

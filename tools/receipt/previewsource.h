@@ -22,6 +22,10 @@ struct PreviewedReceipt
     bool isWhole = true;     ///< whether all of these could be read
 };
 
+/// Complains and gives false if one of the files that are to be written would be taken for one that
+/// the receipt names, or is one: that is written over, or part of the next run.
+bool keepsCompanions(const QStringList &outputs, const PreviewedReceipt &receipt);
+
 /// Reads the files as they are now. Complains and gives nothing on failure; complains, too, about
 /// files that the receipt names and that are missing or can't be read, without which it is drawn.
 using PreviewSource = std::function<std::optional<PreviewedReceipt>()>;
