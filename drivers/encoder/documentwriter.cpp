@@ -108,6 +108,14 @@ void DocumentWriter::note(const QString &text, bool isLoss)
     m_document.notes.append(note);
 }
 
+int DocumentWriter::pulseUnits(int milliseconds, int unit, int least, int most)
+{
+    if (milliseconds > unit * most)
+        note(QStringLiteral("a pulse of the model's drawers takes %1 ms at most").arg(unit * most),
+             false);
+    return std::clamp((std::min(milliseconds, unit * most) + unit - 1) / unit, least, most);
+}
+
 void DocumentWriter::put(char byte)
 {
     if (m_runSize == int(m_run.size()))

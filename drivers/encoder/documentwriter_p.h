@@ -85,6 +85,8 @@ protected:
     /// What the base font prints with, without any format.
     TextStyle plainStyle() const;
     void choosePlain();
+    /// How many of a command's units a pulse takes, from `least` to `most`; what is more is told.
+    int pulseUnits(int milliseconds, int unit, int least, int most);
 
 private:
     struct CharacterByte

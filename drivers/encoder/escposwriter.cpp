@@ -362,8 +362,8 @@ void EscPosWriter::cut()
 void EscPosWriter::openDrawer(int pin, int on, int off)
 {
     constexpr int unit = 2;  // milliseconds
-    const int first = std::clamp((on + unit - 1) / unit, 1, 255);
-    int second = std::clamp((off + unit - 1) / unit, first, 255);
+    const int first = pulseUnits(on, unit, 1, mostUnits);
+    int second = pulseUnits(off, unit, first, mostUnits);
     // No pair of times is to begin a command that acts at once.
     if (first == 0x10 && second == 0x14)
         ++second;

@@ -240,8 +240,8 @@ void StarWriter::openDrawer(int pin, int on, int off)
         commands().put(Id::Drawer2);
         return;
     }
-    commands().put(Id::DrawerPulse, std::clamp((on + unit - 1) / unit, 1, most),
-                   std::clamp((off + unit - 1) / unit, 1, most));
+    const int first = pulseUnits(on, unit, 1, most);
+    commands().put(Id::DrawerPulse, first, pulseUnits(off, unit, 1, most));
     commands().put(Id::Drawer1);
 }
 

@@ -1,0 +1,334 @@
+#include <QtTest>
+
+#include "printedpaper.h"
+#include "printerslib/drivers/printermodels.h"
+
+using namespace printedpaper;
+
+namespace {
+
+constexpr int cutBit = 1;
+constexpr int ejectBit = 4;
+constexpr int holdBit = 8;
+
+/// "cut", "eject", "present" and "retract" in their order.
+QStringList movesOf(const QVector<Paper> &papers)
+{
+    QStringList moves;
+    for (const Paper &paper : papers) {
+        for (const Paper::Event &event : paper.events) {
+            if (event.kind == Paper::Event::Cut || event.kind == Paper::Event::PartialCut)
+                moves.append("cut");
+            if (event.kind == Paper::Event::Eject)
+                moves.append("eject");
+            if (event.kind == Paper::Event::Present)
+                moves.append("present");
+            if (event.kind == Paper::Event::Retract)
+                moves.append("retract");
+        }
+    }
+    return moves;
+}
+
+TextPrinterDocument ticket(int current, int previous = 0, int seconds = 0)
+{
+    TextPrinterDocument document = documentOf({textBlock("ticket")});
+    document.setCurrentTicketAction(QFlags<EPrinterTicketAction>(QFlag(current)));
+    document.setPrevTicketAction(QFlags<EPrinterTicketAction>(QFlag(previous)));
+    document.setRetractionTimeout(seconds);
+    return document;
+}
+
+/// A model of each kind of presenter, with 12 mm to a cutter that knows both cuts.
+PrintTarget targetWith(Presenter presenter)
+{
+    static const QMap<Presenter, QByteArray> models = {
+        {Presenter::None, R"("WPK_833", "cutCommand": "GsV")"},
+        {Presenter::Custom, R"("CUSTOM_VKP_80")"},
+        {Presenter::Citizen, R"("CITIZEN_PPU_700", "cutCommand": "GsV")"},
+        {Presenter::Star, R"("TSP-TUP", "presenter": "Star", "presenterTimerStep": 500)"},
+        {Presenter::Swecoin, R"("SWECOIN_TM_20XX")"},
+    };
+    const QByteArray model = models.value(presenter);
+    PrinterModels known;
+    known.add("[{\"id\": " + model + ", \"dotsToCutter\": 96}]", QStringLiteral("test"));
+    const QByteArray id = model.mid(1, model.indexOf('"', 1) - 1);
+    return PrintTarget(*known.profile(id), targetOf(id.constData()).record(), 0);
+}
+
+QByteArray endOf(const EncodedDocument &made)
+{
+    return made.bytes.mid(made.marks.last().offset);
+}
+
+QString endCommands(const EncodedDocument &made, const PrintTarget &to)
+{
+    return commandsOf(endOf(made), to.profile()).join(", ");
+}
+
+}  // namespace
+
+class TestDocumentEncoderTickets : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachActionIsTaken_data()
+    {
+        QTest::addColumn<int>("presenter");
+        QTest::newRow("None") << int(Presenter::None);
+        QTest::newRow("Custom") << int(Presenter::Custom);
+        QTest::newRow("Citizen") << int(Presenter::Citizen);
+        QTest::newRow("Star") << int(Presenter::Star);
+        QTest::newRow("Swecoin") << int(Presenter::Swecoin);
+    }
+    void eachActionIsTaken()
+    {
+        QFETCH(int, presenter);
+        const PrintTarget to = targetWith(Presenter(presenter));
+        QCOMPARE(int(to.profile().presenter()), presenter);
+        const bool isNone = Presenter(presenter) == Presenter::None;
+        const bool isTold =
+            Presenter(presenter) == Presenter::Custom || Presenter(presenter) == Presenter::Swecoin;
+        for (int current = 0; current < 16; ++current) {
+            for (int previous = 0; previous < 16; ++previous) {
+                QStringList moves;
+                if ((previous & cutBit) != 0)
+                    moves.append("cut");
+                if ((previous & ejectBit) != 0 && isTold)
+                    moves.append("eject");
+                if ((previous & holdBit) != 0 && !isNone)
+                    moves.append("retract");
+                const bool isCut =
+                    (current & (isNone ? cutBit | holdBit : cutBit | ejectBit | holdBit)) != 0;
+                if (isCut)
+                    moves.append("cut");
+                if ((current & ejectBit) != 0 && isTold)
+                    moves.append("eject");
+                else if ((current & holdBit) != 0 && isTold)
+                    moves.append("present");
+                const EncodedDocument made = encoded(ticket(current, previous), to);
+                QCOMPARE(made.error, QString());
+                QCOMPARE(movesOf(papersOf(made.bytes, to.profile())), moves);
+                QCOMPARE(made.pieces, int(moves.count("cut")));
+                QVERIFY(made.retraction.isEmpty());
+            }
+        }
+    }
+
+    void ticketsAreWholeWhenTheyAreCut_data()
+    {
+        QTest::addColumn<QString>("model");
+        for (const QString &model : models())
+            QTest::newRow(qPrintable(model)) << model;
+    }
+    void ticketsAreWholeWhenTheyAreCut()
+    {
+        QFETCH(QString, model);
+        const PrintTarget to = targetOf(model.toLatin1().constData());
+        const EncodedDocument made = encoded(ticket(cutBit), to);
+        const QVector<Paper> papers = papersOf(made.bytes, to.profile());
+        QVERIFY(!papers.isEmpty() && papers.first().isCut);
+        QVERIFY(eventsOf(papers).isEmpty());
+        const QString text = papers.first().toText();
+        QVERIFY2(text.startsWith("ticket\n") && text.endsWith("\n[cut]\n"), qPrintable(text));
+    }
+
+    void commandsOfEachEnd_data()
+    {
+        QTest::addColumn<int>("presenter");
+        QTest::addColumn<int>("actions");
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<QString>("commands");
+        const auto row = [](const char *name, Presenter presenter, int actions, int seconds,
+                            const char *commands) {
+            QTest::newRow(name) << int(presenter) << actions << seconds << QString(commands);
+        };
+        row("none, cut", Presenter::None, 1, 0, "1b 4a 60, 1d 56 00");
+        row("none, eject", Presenter::None, 4, 0, "");
+        row("none, hold is a cut", Presenter::None, 8, 5, "1b 4a 60, 1d 56 00");
+        row("Custom, cut and leave", Presenter::Custom, 1, 5, "1b 4a c0, 1b 69");
+        row("Custom, eject", Presenter::Custom, 5, 5, "1b 4a c0, 1b 69, 1d 65 05");
+        row("Custom, hold", Presenter::Custom, 9, 0, "1b 4a c0, 1b 69, 1d 65 03 0c");
+        row("Citizen, cut and leave", Presenter::Citizen, 1, 5, "1b 4a aa, 1d 56 00");
+        row("Citizen, eject", Presenter::Citizen, 5, 5, "1b 4a aa, 1d 52 31 00, 1d 56 00");
+        row("Citizen, hold", Presenter::Citizen, 9, 10, "1b 4a aa, 1d 52 31 0a, 1d 56 00");
+        row("Citizen, hold for ever", Presenter::Citizen, 9, 0, "1b 4a aa, 1d 52 31 00, 1d 56 00");
+        row("Star, hold", Presenter::Star, 8, 10, "1b 49 60, 1b 16 31 14, 1b 64 30");
+        row("Star, eject", Presenter::Star, 12, 10, "1b 49 60, 1b 16 31 00, 1b 64 30");
+        row("Swecoin, cut and leave", Presenter::Swecoin, 1, 0, "1b 4a 60, 1b 1e");
+        row("Swecoin, eject", Presenter::Swecoin, 5, 0, "1b 4a 60, 1e");
+        row("Swecoin, hold", Presenter::Swecoin, 9, 0, "1b 4a 60, 1b 1e, 1b 0c 3c");
+    }
+    void commandsOfEachEnd()
+    {
+        QFETCH(int, presenter);
+        QFETCH(int, actions);
+        QFETCH(int, seconds);
+        QFETCH(QString, commands);
+        const PrintTarget to = targetWith(Presenter(presenter));
+        QCOMPARE(endCommands(encoded(ticket(actions, 0, seconds), to), to), commands);
+    }
+
+    void retractionIsThePrintersOrTheHosts_data()
+    {
+        QTest::addColumn<int>("presenter");
+        QTest::addColumn<int>("actions");
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<int>("retractAfter");
+        QTest::addColumn<QByteArray>("retraction");
+        const auto row = [](const char *name, Presenter presenter, int actions, int seconds,
+                            int after, const QByteArray &retraction) {
+            QTest::newRow(name) << int(presenter) << actions << seconds << after << retraction;
+        };
+        row("none", Presenter::None, 8, 10, 0, {});
+        row("Custom", Presenter::Custom, 9, 10, 10, "\x1D\x65\x02");
+        row("Custom, ejected", Presenter::Custom, 5, 10, 0, {});
+        row("Custom, for ever", Presenter::Custom, 9, 0, 0, {});
+        row("Custom, negative", Presenter::Custom, 9, -5, 0, {});
+        row("Citizen", Presenter::Citizen, 9, 10, 0, {});
+        row("Citizen, longer than its timer", Presenter::Citizen, 9, 300, 300, "\x1D\x52\x30");
+        row("Star", Presenter::Star, 9, 127, 0, {});
+        row("Star, longer than its timer", Presenter::Star, 9, 128, 128,
+            QByteArray("\x1B\x16\x30\x00", 4));
+        row("Swecoin", Presenter::Swecoin, 8, 10, 10, "\x19\xFF");
+    }
+    void retractionIsThePrintersOrTheHosts()
+    {
+        QFETCH(int, presenter);
+        QFETCH(int, actions);
+        QFETCH(int, seconds);
+        QFETCH(int, retractAfter);
+        QFETCH(QByteArray, retraction);
+        const PrintTarget to = targetWith(Presenter(presenter));
+        const EncodedDocument made = encoded(ticket(actions, 0, seconds), to);
+        QCOMPARE(made.retractAfterSeconds, retractAfter);
+        QCOMPARE(made.retraction, retraction);
+    }
+
+    void emptyLinesAreFedButNeverLessThanToTheCutter()
+    {
+        const PrintTarget to = targetWith(Presenter::None);
+        PrintOptions options;
+        const auto endOfLines = [&](int lines, int actions) {
+            options.emptyLinesAtEnd = lines;
+            return endCommands(encoded(ticket(actions), to, options), to);
+        };
+        QCOMPARE(endOfLines(0, 0), QString());
+        QCOMPARE(endOfLines(1, 0), QString("1b 4a 18"));
+        QCOMPARE(endOfLines(1, 1), QString("1b 4a 60, 1d 56 00"));
+        QCOMPARE(endOfLines(10, 1), QString("1b 4a f0, 1d 56 00"));
+        QCOMPARE(endOfLines(11, 1), QString("1b 4a fe, 1b 4a 0a, 1d 56 00"));
+        QCOMPARE(endOfLines(-3, 0), QString());
+    }
+
+    void ticketsAreMovedInMillimetres()
+    {
+        PrintOptions options;
+        options.ticketMove = 73;
+        const PrintTarget custom = targetWith(Presenter::Custom);
+        QVERIFY(endOf(encoded(ticket(9), custom, options)).endsWith("\x1D\x65\x03\x0A"));
+        const PrintTarget swecoin = targetWith(Presenter::Swecoin);
+        QVERIFY(endOf(encoded(ticket(9), swecoin, options)).endsWith("\x1B\x0C\x49"));
+        const EncodedDocument none = encoded(ticket(9), targetWith(Presenter::None), options);
+        QCOMPARE(none.notes.size(), 1);
+        QVERIFY(none.isFaithful());
+    }
+
+    void paperLoopIsTold()
+    {
+        PrintOptions options;
+        options.paperLoop = 1;
+        const PrintTarget to = targetWith(Presenter::Custom);
+        QCOMPARE(encoded(ticket(0), to, options).notes.size(), 1);
+        TextPrinterDocument document = ticket(0);
+        document.setLoopPolicy(PaperLoopSecond);
+        QCOMPARE(encoded(document, to).notes.size(), 1);
+        QVERIFY(encoded(document, to).isFaithful());
+        QVERIFY(encoded(ticket(0), to).notes.isEmpty());
+    }
+
+    void pulsesOfADrawer_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("pin");
+        QTest::addColumn<int>("on");
+        QTest::addColumn<int>("off");
+        QTest::addColumn<QByteArray>("bytes");
+        const auto row = [](const char *name, const char *model, int pin, int on, int off,
+                            const QByteArray &bytes) {
+            QTest::newRow(name) << QString(model) << pin << on << off << bytes;
+        };
+        row("pin 2", "WPK_833", 2, 100, 200, QByteArray("\x1B\x70\x00\x32\x64", 5));
+        row("pin 5", "WPK_833", 5, 100, 200, QByteArray("\x1B\x70\x01\x32\x64", 5));
+        row("rounded up", "WPK_833", 2, 101, 103, QByteArray("\x1B\x70\x00\x33\x34", 5));
+        row("shortest", "WPK_833", 2, 0, -1, QByteArray("\x1B\x70\x00\x01\x01", 5));
+        row("longest", "WPK_833", 2, 511, 9999, QByteArray("\x1B\x70\x00\xFF\xFF", 5));
+        row("never off for less than on", "WPK_833", 2, 100, 10,
+            QByteArray("\x1B\x70\x00\x32\x32", 5));
+        row("no command in the times", "WPK_833", 2, 32, 40, QByteArray("\x1B\x70\x00\x10\x15", 5));
+        row("Star's first", "TSP-TUP", 2, 100, 255, QByteArray("\x1B\x07\x0A\x1A\x07", 5));
+        row("Star's first, longest", "TSP-TUP", 2, 9999, 0, QByteArray("\x1B\x07\x7F\x01\x07", 5));
+        row("Star's second", "TSP-TUP", 5, 100, 100, "\x19");
+        row("another pin", "WPK_833", 3, 100, 100, {});
+        row("no drawer", "CUSTOM_VKP_80", 2, 100, 100, {});
+        row("no drawer at Swecoin's", "SWECOIN_TM_20XX", 2, 100, 100, {});
+    }
+    void pulsesOfADrawer()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, pin);
+        QFETCH(int, on);
+        QFETCH(int, off);
+        QFETCH(QByteArray, bytes);
+        const PrintTarget to = targetOf(model.toLatin1().constData());
+        PrintOptions options;
+        options.drawerPin = pin;
+        options.drawerOnMilliseconds = on;
+        options.drawerOffMilliseconds = off;
+        const QByteArray shut = encoded(ticket(1), to, options).bytes;
+        options.drawer = PrintOptions::Drawer::After;
+        const EncodedDocument after = encoded(ticket(1), to, options);
+        QCOMPARE(after.bytes, shut + bytes);
+        QCOMPARE(after.isFaithful(), !bytes.isEmpty());
+        options.drawer = PrintOptions::Drawer::Before;
+        const QByteArray before = encoded(ticket(1), to, options).bytes;
+        QCOMPARE(before.size(), shut.size() + bytes.size());
+        QVERIFY(before.indexOf(bytes) < before.indexOf("ticket"));
+    }
+
+    void aPulseThatIsTooLongIsTold()
+    {
+        PrintOptions options;
+        options.drawer = PrintOptions::Drawer::After;
+        options.drawerOnMilliseconds = 511;
+        const EncodedDocument made = encoded(ticket(1), targetOf("WPK_833"), options);
+        QCOMPARE(made.notes.size(), 1);
+        QVERIFY(made.notes.first().text.contains("510 ms"));
+        QVERIFY(made.isFaithful());
+        options.drawerOnMilliseconds = 510;
+        QVERIFY(encoded(ticket(1), targetOf("WPK_833"), options).notes.isEmpty());
+    }
+
+    void aPulseIsOneEvent()
+    {
+        const PrintTarget to = targetOf("GENERAL_EPSON_PROTOCOL");
+        PrintOptions options;
+        options.drawer = PrintOptions::Drawer::Before;
+        options.drawerPin = 5;
+        options.drawerOnMilliseconds = 120;
+        options.drawerOffMilliseconds = 240;
+        const QVector<Paper> papers = papersOf(encoded(ticket(9), to, options).bytes, to.profile());
+        const auto &events = papers.first().events;
+        const auto pulse = std::find_if(events.begin(), events.end(), [](const auto &event) {
+            return event.kind == Paper::Event::Pulse;
+        });
+        QVERIFY(pulse != events.end());
+        QCOMPARE(pulse->pin, 5);
+        QCOMPARE(pulse->onMilliseconds, 120);
+        QCOMPARE(pulse->offMilliseconds, 240);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestDocumentEncoderTickets)
+#include "tst_documentencoder_tickets.moc"
