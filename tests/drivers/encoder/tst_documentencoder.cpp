@@ -18,26 +18,18 @@ QByteArray mess(Dialect dialect)
 {
     switch (dialect) {
         case Dialect::EscPos:
-            return QByteArray(
-                "\x1DP\x64\x64\x1B!\xB9\x1D!\x22\x1B-\x02\x1BE\x01\x1BG\x01\x1D\x42\x01"
-                "\x1B\x20\x05\x1BV\x01\x1BR\x03\x1B%\x01\x1B&\x03\x41\x41\x01\xFF\xFF\xFF"
-                "\x1B\x33\x50\x1BM\x01\x1Bt\x00\x1B\x61\x02\x1B{\x01\x1DL\x40\x00"
-                "\x1DW\x00\x01\x1C&",
-                73);
+            return QByteArray::fromHex(
+                "1d506464 1b21b9 1d2122 1b2d02 1b4501 1b4701 1d4201 1b2005 1b5601 1b5203 1b2501"
+                "1b2603414101ffffff 1b3350 1b4d01 1b7400 1b6102 1b7b01 1d4c4000 1d570001 1c26");
         case Dialect::StarLine:
-            return QByteArray(
-                       "\x1B\x1E\x46\x01\x1Bi\x01\x01\x1B\x45\x1B\x34\x1B-\x01\x1B_\x00\x1B\x1E"
-                       "i\x01\x1B\x20\x05\x1BR\x03\x1B%\x01\x1B\x26\x01\x01\x41",
-                       41) +
-                   QByteArray(48, '\xFF') +
-                   QByteArray("\x1B\x1D\x61\x02\x1Bl\x05\x1BQ\x20\x0F\x1B\x33\x50", 15);
+            return QByteArray::fromHex(
+                       "1b1e4601 1b690101 1b45 1b34 1b2d01 1b1e6901 1b2005 1b5203"
+                       "1b2501 1b26010141") +
+                   QByteArray(48, '\xFF') + QByteArray::fromHex("1b1d6102 1b6c05 1b5120 0f 1b3350");
         case Dialect::Swecoin:
             break;
     }
-    return QByteArray(
-        "\x1B\x42\x01\x1Bi\x01\x1BT\x01\x1Bu\x02\x1Bh\x02\x1Bw\x02\x1B\x33\x60"
-        "\x1Bs\x00\x01",
-        25);
+    return QByteArray::fromHex("1b4201 1b6901 1b5401 1b7502 1b6802 1b7702 1b3360 1b730001");
 }
 
 }  // namespace
@@ -69,27 +61,27 @@ private Q_SLOTS:
                 << QString(model) << doInit << QString(commands);
         };
         row("GENERAL_EPSON_PROTOCOL", true,
-            "1b 40|1c 2e|1b 4d 00|1b 74 00|Sum |1b 45 01|1|1b 33 1c|0a|1b 45 00|1d 21 11|2|1b 33 "
+            "1b 40|1c 2e|1b 4d 00|1b 74 00|Sum |1b 45 01|1|1b 33 1c|0a|1d 21 11|1b 45 00|2|1b 33 "
             "34|0a");
         row("GENERAL_EPSON_PROTOCOL", false,
             "1c 2e|1d 50 00 00|1b 21 00|1d 21 00|1b 2d 00|1b 45 00|1b 47 00|1d 42 00|1b 7b 00|"
             "1b 56 00|1b 61 00|1b 20 00|1b 52 00|1b 25 00|1d 4c 00 00|1d 57 40 02|1b 4d 00|1b 74 "
             "00|"
-            "Sum |1b 45 01|1|1b 33 1c|0a|1b 45 00|1d 21 11|2|1b 33 34|0a");
+            "Sum |1b 45 01|1|1b 33 1c|0a|1d 21 11|1b 45 00|2|1b 33 34|0a");
         row("CUSTOM_VKP_80", true,
-            "1b 40|1c 2e|1b c1 01|1b 4d 01|1b 74 00|Sum |1b 45 01|1|1b 33 38|0a|1b 45 00|1d 21 "
-            "11|2|"
+            "1b 40|1c 2e|1b c1 01|1b 4d 01|1b 74 00|Sum |1b 45 01|1|1b 33 38|0a|1d 21 11|1b "
+            "45 00|2|"
             "1b 33 68|0a");
         row("CITIZEN_CBM_1000", true,
-            "1b 40|1c 2e|1b 4d 01|1b 74 00|Sum |1b 45 01|1|1b 33 32|0a|1b 45 00|1d 21 11|2|1b 33 "
+            "1b 40|1c 2e|1b 4d 01|1b 74 00|Sum |1b 45 01|1|1b 33 32|0a|1d 21 11|1b 45 00|2|1b 33 "
             "5c|0a");
         row("TSP-TUP", true,
-            "1b 40|1b 1e 46 30|1b 1d 74 00|1b 7a 00|Sum |1b 45|1|1b 49 1c|1b 46|1b 69 31 31|2|1b "
+            "1b 40|1b 1e 46 30|1b 1d 74 00|1b 7a 00|Sum |1b 45|1|1b 49 1c|1b 69 31 31|1b 46|2|1b "
             "7a 01|"
             "1b 49 34");
         row("SWECOIN_TM_20XX", true,
             "18|1b 21 30|1b 42 00|1b 69 00|1b 54 00|1b 75 00|1b 68 00|1b 77 00|1b 73 00 00|Sum |"
-            "1b 42 01|1|1b 33 18|0a|1b 42 00|1b 68 01|1b 77 01|2|1b 33 30|0a");
+            "1b 42 01|1|1b 33 18|0a|1b 68 01|1b 77 01|1b 42 00|2|1b 33 30|0a");
     }
     void bytesOfSmallDocuments()
     {
