@@ -144,16 +144,16 @@ QString nameOf(int value, const NamedValue (&names)[size])
     return {};
 }
 
-const QString idKey = QStringLiteral("id");
-const QString likeKey = QStringLiteral("like");
-const QString sourcesKey = QStringLiteral("sources");
+constexpr QLatin1String idKey("id");
+constexpr QLatin1String likeKey("like");
+constexpr QLatin1String sourcesKey("sources");
 
 constexpr int mostDots = 4096;
 constexpr int mostUnitsPerInch = 1440;
 constexpr int mostCodeBytes = 7089;
 constexpr int mostModuleDots = 16;
 constexpr int mostOwnCharacters = 95;
-constexpr int mostBufferBytes = 16 * 1024 * 1024;
+constexpr int mostBufferBytes = 16'777'216;
 
 QJsonArray pairOf(QSize size)
 {

@@ -10,7 +10,7 @@ namespace printerslib::drivers {
 namespace {
 
 // Of a file that is no file of models.
-constexpr qint64 mostModelBytes = 1024 * 1024;
+constexpr qint64 mostModelBytes = 1'048'576;
 
 }  // namespace
 

@@ -102,7 +102,7 @@ PrintTarget::PrintTarget(const PrinterProfile &profile, const PrinterInfo &recor
             continue;
         PrintFont printed = fontFor({font.width(), font.height()}, cells);
         printed.ownCharacter = ownCharacterOf(font, profile, printed);
-        const int number = font.id();
+        const int number = static_cast<unsigned char>(font.id());
         while (m_fonts.size() <= number)
             m_fonts.append(base);
         m_fonts[number] = printed;

@@ -184,7 +184,7 @@ QStringList missingKeys(const QString &path)
     QStringList missing;
     const QStringList keys = PrinterProfile().toJson().keys();
     for (const QString &key : keys) {
-        if (!page.left(end).contains(code(key)))
+        if (!page.leftRef(end).contains(code(key)))
             missing.append(key);
     }
     return missing;
