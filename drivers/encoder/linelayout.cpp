@@ -16,15 +16,14 @@ QChar characterOf(const PrintLayout::Cell &cell)
     return (cell.format & CharRawCode) != 0 ? QChar(ushort(cell.byte)) : QChar(cell.character);
 }
 
-LaidLine laidLine(const Cells &cells, int first, int end)
+LaidLine laidLine(const PrintLayout::Cell *cells, int size)
 {
     LaidLine line;
-    const int size = end - first;
     line.text.resize(size);
     line.format.resize(size);
     line.font.resize(size);
     for (int i = 0; i < size; ++i) {
-        const PrintLayout::Cell &cell = cells[static_cast<size_t>(first + i)];
+        const PrintLayout::Cell &cell = cells[i];
         line.text[i] = characterOf(cell);
         line.format[i] = static_cast<char>(cell.format);
         line.font[i] = static_cast<char>(cell.font);
@@ -49,7 +48,7 @@ QVector<LaidLine> LineLayout::rowsOf(const QString &text, const QByteArray &form
     rows.reserve(static_cast<int>(ends.size()));
     int first = 0;
     for (const LineFiller::RowEnd &row : ends) {
-        rows.append(laidLine(cells, first, row.end));
+        rows.append(laidLine(cells.data() + first, row.end - first));
         rows.last().isWrapped = rows.size() > 1;
         first = row.end;
     }

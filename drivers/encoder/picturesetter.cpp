@@ -39,7 +39,7 @@ Paper::Picture croppedTo(int width, const MonochromeImage &image)
         const qint64 offset = sourceBytes * y;
         const auto count =
             static_cast<int>(qBound(qint64(0), bytes.size() - offset, qint64(rowBytes)));
-        char *const row = picture.rows.data() + y * rowBytes;
+        char *const row = picture.rows.data() + qsizetype(y) * rowBytes;
         if (count > 0)
             std::copy_n(bytes.constData() + offset, count, row);
         row[rowBytes - 1] = static_cast<char>(row[rowBytes - 1] & lastMask);

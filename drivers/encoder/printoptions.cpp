@@ -1,5 +1,7 @@
 #include "printerslib/drivers/printoptions.h"
 
+#include <algorithm>
+
 #include "settings/textprintersettings.h"
 
 namespace printerslib::drivers {
@@ -13,7 +15,8 @@ PrintOptions PrintOptions::fromSettings(TextPrinterSettings &settings)
     options.emptyLinesAtEnd = settings.emptyStringsAtEnd();
     options.spacesInFront = settings.spacessBeforeString();
     options.paperLoop = settings.paperLoopFlag();
-    options.ticketMove = settings.moveCheckTo();
+    options.ticketMove =
+        static_cast<unsigned char>(std::max<signed char>(0, settings.moveCheckTo()));
     return options;
 }
 

@@ -52,6 +52,16 @@ private Q_SLOTS:
         QCOMPARE(options.drawer, PrintOptions::Drawer::Shut);
     }
 
+    void negativeMoveOfTheTicketIsNone()
+    {
+        TextPrinterSettings settings;
+        settings.setPrinterId(TextPrinterModels::MODEL_CUSTOM_VKP_80);
+        settings.setCheckMovingTo(-1);
+        QCOMPARE(PrintOptions::fromSettings(settings).ticketMove, 0);
+        settings.setCheckMovingTo(127);
+        QCOMPARE(PrintOptions::fromSettings(settings).ticketMove, 127);
+    }
+
     /// What the model lacks by its record is as if it weren't set.
     void settingsThatTheModelLacksDoNotCount()
     {
