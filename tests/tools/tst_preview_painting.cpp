@@ -2,6 +2,7 @@
 #include <QtTest>
 
 #include "contactsheet.h"
+#include "painting.h"
 #include "picturebench.h"
 #include "printerdocs/echarformat.h"
 
@@ -51,6 +52,23 @@ QImage rendered(const QByteArray &svg, const QSize &size)
     renderer.render(&painter);
     return image;
 }
+
+/// What is told of a picture beside its dots.
+class Listener : public Canvas
+{
+public:
+    void fill(const QRect &, Ink) override {}
+    void glyph(const QRect &, char16_t code, quint16) override { letters += QChar(code); }
+    void meaning(const QRect &dots, char16_t code) override
+    {
+        meanings += QChar(code);
+        places.append(dots);
+    }
+
+    QString letters;
+    QString meanings;
+    QVector<QRect> places;
+};
 
 }  // namespace
 
@@ -106,6 +124,31 @@ private Q_SLOTS:
         };
         const QRect stem = cell(2).adjusted(0, 16, 0, -60);
         QVERIFY(centre(stem) > centre(stem.translated(-2 * 18 * 4, 0)) + 4);
+    }
+
+    // Whoever searches a PDF finds what is drawn in dots.
+    void whatIsDrawnInDotsHasItsMeaning_data()
+    {
+        QTest::addColumn<bool>("isPicture");
+        QTest::addColumn<QString>("letters");
+        QTest::addColumn<QString>("meanings");
+        QTest::newRow("characters of its own") << false << "ab"
+                                               << "ЖЯ";
+        QTest::newRow("all as a picture") << true << ""
+                                          << "aЖЯb";
+    }
+    void whatIsDrawnInDotsHasItsMeaning()
+    {
+        QFETCH(bool, isPicture);
+        PrintOptions options;
+        options.isPicture = isPicture;
+        const Layout layout = layoutOf(markup("aЖ <I:>Яb"), targetOf(), options);
+        Listener listener;
+        paint(layout, 0, layout.size().height(), listener);
+        QTEST(listener.letters, "letters");
+        QTEST(listener.meanings, "meanings");
+        QCOMPARE(listener.places.at(isPicture ? 1 : 0), QRect(margin + 10, top, 10, 24));
+        QVERIFY(written(writePdf, layout).contains("/ToUnicode"));
     }
 
     void underlineIsAnExactBoxUnderEveryCell()

@@ -342,8 +342,31 @@ private Q_SLOTS:
         QVERIFY(QImage(folder.path("all/NARROW.png")) == QImage(picture));
         const ReceiptRun unknown = runReceipt(
             {"preview", "--plain", text, "--models", folder.path("none"), "--model", "NARROW"});
-        QCOMPARE(unknown.status, 2);
+        QCOMPARE(unknown.status, 1);
         QVERIFY2(unknown.errors.contains(folder.path("none")), qPrintable(unknown.errors));
+    }
+
+    void settingsSayWhichPrinterAndHow()
+    {
+        const WorkFolder folder;
+        const QString settings = folder.file("settings.json", R"([
+            {"group": "PRINTER", "key": "printerType", "value": 1},
+            {"group": "PRINTER", "key": "printerName", "value": "AV_268"},
+            {"group": "PRINTER", "key": "spacesBeforeString", "value": 2}])");
+        const QString text = folder.file("t.txt", "x");
+        const QString picture = folder.path("r.png");
+        const QStringList call{"preview", "--plain", text, "--output", picture};
+        const ReceiptRun run = runReceipt(call + QStringList{"--settings", settings});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.output, picture + ": AV_268, paper 60 mm, 480 x 90 dots\n");
+        const int cell = 8;
+        const QRect blanks(48, 24, 2 * cell, 16);
+        QCOMPARE(inked(QImage(picture), blanks), 0);
+        QVERIFY(inked(QImage(picture), blanks.translated(2 * cell, 0)) > 0);
+        const ReceiptRun both =
+            runReceipt(call + QStringList{"--settings", settings, "--model", "AV_268"});
+        QCOMPARE(both.errors, QString("receipt: --model and --settings exclude each other\n"));
+        QCOMPARE(both.status, 2);
     }
 
     // What is the same on all models is said once, without them.
@@ -402,7 +425,7 @@ private Q_SLOTS:
                                 << "--output: \"a.gif\" ends in none of .png, .pdf, .svg";
         QTest::newRow("all models and one")
             << files + QStringList{"--all-models", "d", "--model", "AV_268"}
-            << "--all-models excludes --model and --output";
+            << "--all-models excludes --model, --settings and --output";
         QTest::newRow("watching standard input")
             << QStringList{"--plain", "-", "--watch"} << "--watch: standard input can't be watched";
     }

@@ -13,6 +13,7 @@
 #include "picturefile.h"
 #include "printoptions.h"
 #include "progressline.h"
+#include "shopsettings.h"
 #include "support.h"
 #include "templatefile.h"
 #include "watch.h"
@@ -28,40 +29,46 @@ using receiptpreview::Typeface;
 
 // In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
-    R"(Draws a receipt as a printer model prints it, without a printer: from a template
-and a document, or from one of --bbcode, --document and --plain.
+    R"(Draws a receipt as a printer model prints it, without a printer: from a
+template and a document, or from one of --bbcode, --document and --plain. It is
+what "receipt print" makes for the same model and options, dot for dot.
 
-The unit is the dot of the print head, 203 to the inch; at scale 1 a pixel of a
-PNG is a dot. The picture is as wide as the paper (the millimetres of its name,
-"80 mm"). The printed line is as many dots as the model has on that paper, in
-the middle; "receipt models ID" tells them. The first line begins 24 dots below
-the top, and 24 blank dots follow the last line. Where the ticket is cut there
-is a dashed grey line, 2 dots high, over the whole width, and 24 blank dots
-behind it. The ticket actions with bit 1 cut.
+The unit is the dot of the print head, about 203 to the inch; at scale 1 a
+pixel of a PNG is a dot. The picture is as wide as the paper (the millimetres
+of its name, "80 mm"). The printed line is as many dots as the model has on
+that paper, but no more than its head has, in the middle; "receipt models ID"
+tells them. The first line begins 24 dots below the top, and 24 blank dots
+follow the last line. Where the ticket is cut there is a dashed grey line, 2
+dots high, over the whole width, and 24 blank dots behind it: with bit 1 of the
+ticket actions, and with bit 8 where nobody holds the ticket out. What is fed
+up to the cutter isn't drawn.
 
 Each character stands in the cell of its font, cells side by side from the left
 edge of the printed line and lines one below the other, with 4 more dots for
 each step of line spacing (<LS1> to <LS7>). Double width and height take double
 cells; the cells of a line stand on one base. Centred, right-aligned and
-justified lines are moved by whole cells, whichever alignments the model can do
-by itself. A line that is too long goes on below, and a red bar in the left
-margin marks what goes on. A tab of a line that isn't justified is one blank
-cell. Special symbols are the largest drawing that fits the cell, at its upper
-left corner. Raw codes from 128 show the code page; control characters are
-blank. Pictures are drawn dot for dot.
+justified lines are moved by whole cells. A line that is too long goes on
+below, and a red bar in the left margin marks what goes on. A tab of a line
+that isn't justified is one blank cell. Raw codes from 128 show the code page
+that the text begins with; control characters are blank. What the printer has
+no letter for, special symbols (the largest drawing that fits the cell, at its
+upper left corner) and all text with --as-picture are drawn in dots, as it gets
+them; a PDF has their text, too. Pictures are drawn dot for dot, with the blank
+dots below that a model feeds which prints them in bands.
 
-Barcodes are Code 128 (type 7), 80 dots high, with modules of 3 dots, or 2 where
-that doesn't fit; QR codes have modules of 6 to 2 dots, as fit the paper. A code
-that can't be printed is a red box that says why. What the model can't do comes
-out plain: italic upright, for example. Pictures are left out on a model without
-images, and symbols are blank in a font without custom characters. Standard
-error tells what of the document isn't printed as it asks for, and on which
-models unless it is all of them; which file of symbols or pictures is missing or
-damaged; and which characters the code page lacks, though they are drawn here.
+Barcodes are 80 dots high, with modules of 3 dots, or 2 where that doesn't fit;
+QR codes have modules of 6 to 2 dots, as fit the paper. A code that can't be
+printed is a red box that says why, and so is a picture on a model that prints
+none. What the model can't do comes out plain: italic upright, for example.
+Standard error tells, by block and line, what isn't printed as the document
+asks for, and on which models unless it is all of them; and which file of
+symbols or pictures is missing or damaged.
 
 Paper longer than 1000000 dots (125 m) is an error, and so is a PNG higher than
-1000000 pixels. The same input gives the same bytes of PNG and SVG on every run,
-and of PDF in the same time zone.)";
+1000000 pixels. The same input gives the same bytes of PNG and SVG on every
+run, and of PDF in the same time zone.)";
+
+constexpr char usualModel[] = "CUSTOM_VKP_80";
 
 struct Options
 {
@@ -102,13 +109,21 @@ struct Request
     QString output;  ///< a file, or a folder for all models
 };
 
-bool addPrinter(const QCommandLineParser &parser, Request &request)
+/// What says which printers there are and how they print, beside the options.
+struct Shop
 {
-    const auto paper = tool::paperOf(parser);
+    printerslib::drivers::PrinterModels models;
+    tool::ShopSettings settings;
+};
+
+bool addPrinter(const QCommandLineParser &parser, const Shop &shop, Request &request)
+{
+    const auto paper = shop.settings.paperOf(parser, shop.models, QLatin1String(usualModel));
     if (!paper)
         return false;
     const PrintTarget target = tool::targetOf(*paper->model, *paper);
-    const auto options = tool::printOptionsOf(parser, target.profile());
+    const auto options =
+        tool::printOptionsOf(parser, target.profile(), shop.settings.printOptions());
     if (options)
         request.printers.push_back({target, *options});
     return options.has_value();
@@ -130,18 +145,20 @@ bool addPrinters(const QCommandLineParser &parser, Request &request)
     return true;
 }
 
-bool setPrinters(const QCommandLineParser &parser, const Options &options, Request &request)
+bool setPrinters(const QCommandLineParser &parser, const Options &options, const Shop &shop,
+                 Request &request)
 {
     request.takesAll = parser.isSet(options.allModels);
-    if (request.takesAll && (parser.isSet(tool::modelOption()) || parser.isSet(options.output))) {
-        tool::complain(QStringLiteral("--all-models excludes --model and --output"));
+    if (request.takesAll && (shop.settings.areSet() || parser.isSet(tool::modelOption()) ||
+                             parser.isSet(options.output))) {
+        tool::complain(QStringLiteral("--all-models excludes --model, --settings and --output"));
         return false;
     }
     const auto scale = tool::scaleOf(parser);
     if (!scale)
         return false;
     request.scale = *scale;
-    return request.takesAll ? addPrinters(parser, request) : addPrinter(parser, request);
+    return request.takesAll ? addPrinters(parser, request) : addPrinter(parser, shop, request);
 }
 
 bool setOutput(const QCommandLineParser &parser, const Options &options, Request &request)
@@ -315,16 +332,20 @@ int runPreview(const QStringList &arguments)
     const Options options;
     parser.setApplicationDescription(QString::fromLatin1(description));
     parser.addOptions(tool::sourceOptions());
-    parser.addOptions(tool::paperOptions(QStringLiteral("CUSTOM_VKP_80")));
+    parser.addOptions(tool::shopOptions(QLatin1String(usualModel)));
     parser.addOptions(tool::printOptions());
-    parser.addOptions({tool::modelsFileOption(), options.output, options.scale, options.allModels,
-                       options.watch});
+    parser.addOptions({options.output, options.scale, options.allModels, options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;
+    const auto models = tool::modelsOf(parser);
+    const auto settings = tool::shopSettingsOf(parser);
+    if (!models || !settings)
+        return tool::BadInput;
     Request request;
     const auto source = tool::sourceOf(parser);
-    if (!source || !setPrinters(parser, options, request) || !setOutput(parser, options, request))
+    if (!source || !setPrinters(parser, options, {*models, *settings}, request) ||
+        !setOutput(parser, options, request))
         return tool::WrongUsage;
     request.source = *source;
 

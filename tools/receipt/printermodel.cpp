@@ -37,8 +37,11 @@ std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser, const Pri
                                      const std::optional<PrinterInfo> &model, int lastPaper,
                                      int lastFont)
 {
-    const auto paper = numberOf(parser, paperOption(), 0, lastPaper);
-    const auto font = numberOf(parser, fontOption(), 0, lastFont);
+    const auto numberOrFirst = [&parser](const QCommandLineOption &option, int last) {
+        return parser.isSet(option) ? numberOf(parser, option, 0, last) : std::make_optional(0);
+    };
+    const auto paper = numberOrFirst(paperOption(), lastPaper);
+    const auto font = numberOrFirst(fontOption(), lastFont);
     if (!paper || !font)
         return std::nullopt;
     return ChosenPaper{models, model, *paper, *font};
@@ -126,10 +129,13 @@ QList<QCommandLineOption> paperOptions(const QString &defaultModel)
     return {modelOption(defaultModel), paperOption(), fontOption()};
 }
 
-QList<QCommandLineOption> paperOptionsOr(const QString &otherwise)
+QList<QCommandLineOption> paperOptionsOr(const QString &otherwise, const QString &defaultModel)
 {
-    return {describedModelOption(otherwise, QString()), paperOption(otherwise, QString()),
-            fontOption(otherwise, QString())};
+    const QString text = QStringLiteral("%1, or %2");
+    const QString model = defaultModel.isEmpty() ? otherwise : text.arg(otherwise, defaultModel);
+    const QString number = text.arg(otherwise, QStringLiteral("0"));
+    return {describedModelOption(model, QString()), paperOption(number, QString()),
+            fontOption(number, QString())};
 }
 
 bool choosesPaper(const QCommandLineParser &parser)

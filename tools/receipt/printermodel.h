@@ -49,8 +49,10 @@ QCommandLineOption neededModelOption();
 /// The options --model, --paper and --font.
 QList<QCommandLineOption> paperOptions(const QString &defaultModel = QString());
 /// The same of a command that takes from elsewhere what isn't given.
-/// @param otherwise where from, as the help calls it
-QList<QCommandLineOption> paperOptionsOr(const QString &otherwise);
+/// @param otherwise    where from, as the help calls it
+/// @param defaultModel what it is without that; empty: none
+QList<QCommandLineOption> paperOptionsOr(const QString &otherwise,
+                                         const QString &defaultModel = QString());
 /// Whether one of --paper and --font is given.
 bool choosesPaper(const QCommandLineParser &parser);
 /// What these options say of the model. Complains and gives nothing for what isn't there.

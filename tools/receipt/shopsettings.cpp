@@ -23,9 +23,9 @@ QCommandLineOption settingsOption()
 
 /// Without settings, what isn't given is the first.
 std::optional<ChosenPaper> paperOfModel(const QCommandLineParser &parser,
-                                        const PrinterModels &models)
+                                        const PrinterModels &models, const QString &id)
 {
-    const auto model = findModel(models, parser.value(modelOption()));
+    const auto model = findModel(models, id);
     return model ? paperOf(parser, {models, model, 0, 0}) : std::nullopt;
 }
 
@@ -43,11 +43,13 @@ ShopSettings::ShopSettings(const QSharedPointer<TextPrinterSettings> &settings, 
 {}
 
 std::optional<ChosenPaper> ShopSettings::paperOf(const QCommandLineParser &parser,
-                                                 const PrinterModels &models) const
+                                                 const PrinterModels &models,
+                                                 const QString &defaultModel) const
 {
     if (m_settings.isNull()) {
-        if (parser.isSet(modelOption()))
-            return paperOfModel(parser, models);
+        const QString id = parser.isSet(modelOption()) ? parser.value(modelOption()) : defaultModel;
+        if (!id.isEmpty() || parser.isSet(modelOption()))
+            return paperOfModel(parser, models, id);
         complain(QStringLiteral("--model or --settings is needed: bytes depend on the printer"));
         return std::nullopt;
     }
@@ -76,10 +78,10 @@ std::optional<int> ShopSettings::baudRate() const
     return m_settings->port()->portSettings().baudRate();
 }
 
-QList<QCommandLineOption> shopOptions()
+QList<QCommandLineOption> shopOptions(const QString &defaultModel)
 {
     return QList<QCommandLineOption>{settingsOption()} +
-           paperOptionsOr(QStringLiteral("that of --settings")) +
+           paperOptionsOr(QStringLiteral("that of --settings"), defaultModel) +
            QList<QCommandLineOption>{modelsFileOption()};
 }
 

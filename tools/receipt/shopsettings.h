@@ -23,9 +23,13 @@ public:
     /// @param hasBaudRate whether they say how fast the line is
     ShopSettings(const QSharedPointer<TextPrinterSettings> &settings, bool hasBaudRate);
 
+    /// Whether there are any.
+    bool areSet() const { return !m_settings.isNull(); }
     /// Model, paper and font. Complains and gives nothing for what isn't there.
+    /// @param defaultModel where neither settings nor options say one; empty: that is a fault
     std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser,
-                                       const printerslib::drivers::PrinterModels &models) const;
+                                       const printerslib::drivers::PrinterModels &models,
+                                       const QString &defaultModel = QString()) const;
     printerslib::drivers::PrintOptions printOptions() const;
     std::optional<int> baudRate() const;
 
@@ -35,7 +39,8 @@ private:
 };
 
 /// The options --settings, --model, --paper, --font and --models.
-QList<QCommandLineOption> shopOptions();
+/// @param defaultModel without the first two; empty: one of them is needed
+QList<QCommandLineOption> shopOptions(const QString &defaultModel = QString());
 /// What --settings says. The library takes these settings from then on. Complains and gives nothing
 /// if the file can't be read or isn't taken whole.
 std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser);
