@@ -21,6 +21,12 @@ bool isControl(char16_t character)
     return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
+/// What of a character makes a difference to TextStyle.
+int styleKeyOf(const PrintLayout::Cell &cell)
+{
+    return int((cell.format & styleBits) << 8 | cell.font);
+}
+
 size_t placeOf(char16_t character)
 {
     // Blocks of letters lie beside ASCII, not upon it.
@@ -132,11 +138,11 @@ void DocumentWriter::flush()
 
 void DocumentWriter::applyStyle(const PrintLayout::Cell &cell)
 {
-    const unsigned bits = cell.format & styleBits;
-    const int key = int(bits << 8 | cell.font);
+    const int key = styleKeyOf(cell);
     if (key == m_styleKey)
         return;
     flush();
+    const unsigned bits = cell.format & styleBits;
     m_styleKey = key;
     const PrintFont &font = m_target.font(cell.font);
     TextStyle style;
@@ -218,12 +224,38 @@ char DocumentWriter::byteOf(const PrintLayout &layout, const PrintLayout::Row &r
     return known.byte;
 }
 
+/// The usual text: what looks like the character before, and was on this page not long ago.
+/// @return how many cells it was
+int DocumentWriter::putKnown(const PrintLayout::Cell *cells, int count)
+{
+    if (m_isOwn || count == 0 || styleKeyOf(cells[0]) != m_styleKey)
+        return 0;
+    const PrintLayout::Cell first = cells[0];
+    const int room = std::min(count, int(m_run.size()) - m_runSize);
+    char *const run = m_run.data() + m_runSize;
+    int size = 0;
+    for (; size < room; ++size) {
+        const PrintLayout::Cell &cell = cells[size];
+        const CharacterByte known = m_known[placeOf(cell.character)];
+        const bool isUsual = known.character == cell.character && cell.format == first.format &&
+                             cell.font == first.font && cell.drawing < 0;
+        if (!isUsual || cell.character == 0 || (cell.format & CharRawCode) != 0)
+            break;
+        run[size] = known.byte;
+    }
+    m_runSize += size;
+    return size;
+}
+
 void DocumentWriter::printText(const PrintLayout &layout, const PrintLayout::Row &row)
 {
     const PrintLayout::Cell *const cells = cellsOf(layout, row);
     if (std::any_of(cells, cells + row.count, [](const auto &cell) { return cell.drawing >= 0; }))
         prepareOwn(layout, row);
     for (int i = 0; i < row.count; ++i) {
+        i += putKnown(cells + i, row.count - i);
+        if (i == row.count)
+            break;
         const PrintLayout::Cell &cell = cells[i];
         applyStyle(cell);
         const int slot = cell.drawing >= 0 ? slotOf(ownKey(cell)) : -1;

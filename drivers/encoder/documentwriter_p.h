@@ -101,6 +101,7 @@ private:
     void setOwn(bool isOwn);
     void setPage(int page);
     char byteOf(const PrintLayout &layout, const PrintLayout::Row &row, int index);
+    int putKnown(const PrintLayout::Cell *cells, int count);
     char byteOnSomePage(const PrintLayout &layout, const PrintLayout::Row &row, int index);
     char rawByte(const PrintLayout::Cell &cell);
     qint64 ownKey(const PrintLayout::Cell &cell) const;
