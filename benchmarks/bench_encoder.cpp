@@ -22,7 +22,7 @@ using namespace printerslib;
 namespace {
 
 const char *const model = "GENERAL_EPSON_PROTOCOL";
-const char *const codec = "IBM866";
+const char *const codec = "CP866";
 constexpr int pictureLines = 20;
 constexpr int pictureColumns = 48;
 constexpr int mostPapers = 8;

@@ -27,12 +27,6 @@ int styleKeyOf(const PrintLayout::Cell &cell)
     return int((cell.format & styleBits) << 8 | cell.font);
 }
 
-size_t placeOf(char16_t character)
-{
-    // Blocks of letters lie beside ASCII, not upon it.
-    return (character + (character >> 8) * 0x60U) & 0xFF;
-}
-
 const PrintLayout::Cell *cellsOf(const PrintLayout &layout, const PrintLayout::Row &row)
 {
     return layout.cells.data() + row.first;
@@ -216,32 +210,33 @@ char DocumentWriter::byteOnSomePage(const PrintLayout &layout, const PrintLayout
 char DocumentWriter::byteOf(const PrintLayout &layout, const PrintLayout::Row &row, int index)
 {
     const char16_t character = cellsOf(layout, row)[index].character;
-    CharacterByte known = m_known[placeOf(character)];
-    if (known.character != character || character == 0) {
-        known = {character, byteOnSomePage(layout, row, index)};
-        m_known[placeOf(character)] = known;
+    if (character >= m_known.size())
+        return byteOnSomePage(layout, row, index);
+    if (m_known[character] == 0) {
+        const char byte = byteOnSomePage(layout, row, index);
+        m_known[character] = byte;
     }
-    return known.byte;
+    return m_known[character];
 }
 
-/// The usual text: what looks like the character before, and was on this page not long ago.
+/// The usual text: what looks like the character before, and was on this page already.
 /// @return how many cells it was
 int DocumentWriter::putKnown(const PrintLayout::Cell *cells, int count)
 {
     if (m_isOwn || count == 0 || styleKeyOf(cells[0]) != m_styleKey)
         return 0;
-    const PrintLayout::Cell first = cells[0];
-    const int room = std::min(count, int(m_run.size()) - m_runSize);
+    const quint8 format = cells[0].format;
+    const quint8 font = cells[0].font;
+    const bool isRaw = (format & CharRawCode) != 0;
+    const int room = isRaw ? 0 : std::min(count, int(m_run.size()) - m_runSize);
     char *const run = m_run.data() + m_runSize;
     int size = 0;
     for (; size < room; ++size) {
         const PrintLayout::Cell &cell = cells[size];
-        const CharacterByte known = m_known[placeOf(cell.character)];
-        const bool isUsual = known.character == cell.character && cell.format == first.format &&
-                             cell.font == first.font && cell.drawing < 0;
-        if (!isUsual || cell.character == 0 || (cell.format & CharRawCode) != 0)
+        const char byte = cell.character < m_known.size() ? m_known[cell.character] : '\0';
+        if (byte == 0 || cell.format != format || cell.font != font || cell.drawing >= 0)
             break;
-        run[size] = known.byte;
+        run[size] = byte;
     }
     m_runSize += size;
     return size;
@@ -250,7 +245,8 @@ int DocumentWriter::putKnown(const PrintLayout::Cell *cells, int count)
 void DocumentWriter::printText(const PrintLayout &layout, const PrintLayout::Row &row)
 {
     const PrintLayout::Cell *const cells = cellsOf(layout, row);
-    if (std::any_of(cells, cells + row.count, [](const auto &cell) { return cell.drawing >= 0; }))
+    if (!layout.drawings.isEmpty() &&
+        std::any_of(cells, cells + row.count, [](const auto &cell) { return cell.drawing >= 0; }))
         prepareOwn(layout, row);
     for (int i = 0; i < row.count; ++i) {
         i += putKnown(cells + i, row.count - i);

@@ -89,12 +89,6 @@ protected:
     int pulseUnits(int milliseconds, int unit, int least, int most);
 
 private:
-    struct CharacterByte
-    {
-        char16_t character = 0;
-        char byte = 0;
-    };
-
     void prepareOwn(const PrintLayout &layout, const PrintLayout::Row &row);
     void define(const PrintLayout &layout, const PrintLayout::Cell &cell, qint64 key, int slot);
     void applyStyle(const PrintLayout::Cell &cell);
@@ -122,9 +116,10 @@ private:
     TextStyle m_style;
     int m_styleKey = -1;
     bool m_isOwn = false;
-    int m_borrowed = 0;                           ///< dots that were fed already of what comes
-    std::vector<qint64> m_own;                    ///< keys by slot; -1: free
-    std::array<CharacterByte, 256> m_known = {};  ///< of the page
+    int m_borrowed = 0;         ///< dots that were fed already of what comes
+    std::vector<qint64> m_own;  ///< keys by slot; -1: free
+    /// On the page the bytes of characters up to the end of Cyrillic; 0: none was asked for yet.
+    std::array<char, 0x500> m_known = {};
     std::array<char, 256> m_run = {};
     int m_runSize = 0;
 };

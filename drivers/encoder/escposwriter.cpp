@@ -67,6 +67,8 @@ private:
     void printQrCode(const Paper::Code &code);
 
     int m_spacing = -1;  ///< units of ESC 3; -1: not set
+    int m_pitch = -1;    ///< dots of the last line
+    int m_pitchUnits = 0;
 };
 
 void EscPosWriter::begin(bool resets)
@@ -172,7 +174,10 @@ int EscPosWriter::acrossUnits(int dots) const
 
 void EscPosWriter::endLine(int height, int pitch, bool isBlank)
 {
-    const int units = unitsOf(pitch, spacingUnitsPerInch(), profile().dotsPerInch());
+    if (pitch != m_pitch)
+        m_pitchUnits = unitsOf(pitch, spacingUnitsPerInch(), profile().dotsPerInch());
+    m_pitch = pitch;
+    const int units = m_pitchUnits;
     if (units >= 0 && units <= mostUnits && (pitch >= height || isBlank)) {
         if (units != m_spacing)
             commands().put(Id::LineSpacing, units);

@@ -166,21 +166,26 @@ int LineFiller::fitting(const Line &line, const Run &run, int first, int end) co
 void LineFiller::add(const char16_t *characters, int count, const Run &run)
 {
     beginCells();
-    Cell cell;
-    cell.format = run.format & m_printed;
-    cell.font = run.font;
+    const quint8 format = run.format & m_printed;
     const size_t size = m_cells->size();
     m_cells->resize(size + static_cast<size_t>(count));
     Cell *const added = m_cells->data() + size;
-    bool isOdd = false;
-    bool hasCodes = run.isRaw;
-    for (int i = 0; i < count; ++i) {
-        const char16_t character = characters[i];
-        cell.character = character;
-        added[i] = cell;
-        isOdd |= !isPlain(character);
-        hasCodes |= !isPlain(character) && character <= lastControl;
+    for (int i = 0; i < count; ++i)
+        added[i].character = characters[i];
+    // Usual cells are as they begin.
+    for (int i = 0; i < count && (format != 0 || run.font != 0); ++i) {
+        added[i].format = format;
+        added[i].font = run.font;
     }
+    // Without a way out of the loop, as it takes several at once then.
+    char16_t odd = 0;
+    for (int i = 0; i < count; ++i)
+        odd |= static_cast<char16_t>(!isPlain(characters[i]));
+    const bool isOdd = odd != 0;
+    const bool hasCodes =
+        run.isRaw || (isOdd && std::any_of(characters, characters + count, [](char16_t character) {
+                          return !isPlain(character) && character <= lastControl;
+                      }));
     for (int i = 0; i < count && hasCodes; ++i)
         setCharacter(added[i], run.isRaw);
     m_isOdd |= isOdd;
