@@ -70,9 +70,10 @@ void CharacterSetter::sift(const PrintLayout::Row &row)
     char16_t previous = 0;
     for (int i = 0; i < row.count; ++i) {
         const char16_t character = cells[i].character;
-        // Most of a text that isn't ASCII.
-        if (character > LineFiller::lastControl && cells[i].format < CharRawCode &&
-            m_pages->has(character)) {
+        const bool isLetter = cells[i].drawing < 0 &&
+                              cells[i].drawing != LineFiller::unprintedCode &&
+                              cells[i].format < CharRawCode && m_pages->has(character);
+        if (isLetter) {
             previous = character;
             continue;
         }

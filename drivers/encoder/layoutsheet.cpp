@@ -8,17 +8,10 @@ void LayoutSheet::beginBlock(int number)
     m_notes.setPlace(number);
 }
 
-void LayoutSheet::addRow(PrintLayout::Row row)
+void LayoutSheet::endPaper()
 {
-    const qint64 length = qint64(m_length) + row.height + row.feed;
-    if (length > PrintLayout::longest) {
-        m_length = PrintLayout::longest + 1;
-        fail(QStringLiteral("the paper gets longer than %1 dots").arg(PrintLayout::longest));
-        return;
-    }
-    m_length = static_cast<int>(length);
-    row.block = m_block;
-    m_layout.rows.push_back(row);
+    m_length = PrintLayout::longest + 1;
+    fail(QStringLiteral("the paper gets longer than %1 dots").arg(PrintLayout::longest));
 }
 
 void LayoutSheet::addFeed(int dots)

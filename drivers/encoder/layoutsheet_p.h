@@ -24,7 +24,16 @@ public:
     bool isFull() const { return room() < 0; }
 
     /// Puts a row of this block below all others. One that the paper has no room for is an error.
-    void addRow(PrintLayout::Row row);
+    void addRow(PrintLayout::Row &row)
+    {
+        row.block = m_block;
+        if (qint64(row.height) + row.feed <= room()) {
+            m_length += row.height + row.feed;
+            m_layout.rows.push_back(row);
+        } else {
+            endPaper();
+        }
+    }
     void addFeed(int dots);
     /// Something of this block can't be printed.
     void addFault(const QString &what, const QString &cause, const QByteArray &payload = {});
@@ -34,6 +43,8 @@ public:
     int leftOf(int width, ETextAlignment alignment) const;
 
 private:
+    void endPaper();
+
     PrintLayout &m_layout;
     NoteList m_notes;
     int m_block = 0;

@@ -1,7 +1,10 @@
 #include "encoder/linefiller_p.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
+#include <iterator>
+#include <type_traits>
 
 #include "printerdocs/echarformat.h"
 
@@ -10,6 +13,7 @@ namespace printerslib::drivers {
 namespace {
 
 constexpr int mostSpacesInFront = 16;
+constexpr char16_t lastPlain = 0x7E;
 constexpr char16_t deletion = 0x7F;
 constexpr char16_t lastOfByte = 0xFF;
 constexpr quint8 knownFormats =
@@ -25,6 +29,58 @@ bool hasOneValue(const QByteArray &bytes)
 {
     const int size = bytes.size();
     return size < 2 || std::memcmp(bytes.constData(), bytes.constData() + 1, size_t(size - 1)) == 0;
+}
+
+/// Cells that look alike, with one character after the other. A document has many of them: each is
+/// made as a number, so that it is written at once.
+class CellIterator
+{
+public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = PrintLayout::Cell;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const value_type *;
+    using reference = value_type;
+
+    CellIterator(PrintLayout::Cell cell, const char16_t *character) : m_character(character)
+    {
+        cell.character = 0;
+        std::memcpy(&m_look, &cell, sizeof m_look);
+    }
+
+    PrintLayout::Cell operator*() const
+    {
+        static_assert(sizeof(PrintLayout::Cell) == sizeof(quint64));
+        static_assert(std::is_trivially_copyable_v<PrintLayout::Cell>);
+        static_assert(offsetof(PrintLayout::Cell, character) == 0);
+        constexpr int place = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? 0 : 48;
+        const quint64 number = m_look | quint64(*m_character) << place;
+        PrintLayout::Cell cell;
+        std::memcpy(static_cast<void *>(&cell), &number, sizeof cell);
+        return cell;
+    }
+    CellIterator &operator++()
+    {
+        ++m_character;
+        return *this;
+    }
+    bool operator==(const CellIterator &other) const { return m_character == other.m_character; }
+    bool operator!=(const CellIterator &other) const { return m_character != other.m_character; }
+
+private:
+    quint64 m_look = 0;
+    const char16_t *m_character;
+};
+
+/// Written so that a compiler looks at many of them at once.
+bool hasOthersThanPlain(const char16_t *characters, int count)
+{
+    quint16 others = 0;
+    for (int i = 0; i < count; ++i) {
+        const auto above = static_cast<quint16>(characters[i] - LineFiller::firstPrinting);
+        others |= static_cast<quint16>(above > lastPlain - LineFiller::firstPrinting ? 1 : 0);
+    }
+    return others != 0;
 }
 
 }  // namespace
@@ -166,26 +222,16 @@ int LineFiller::fitting(const Line &line, const Run &run, int first, int end) co
 void LineFiller::add(const char16_t *characters, int count, const Run &run)
 {
     beginCells();
-    const quint8 format = run.format & m_printed;
-    const size_t size = m_cells->size();
-    m_cells->resize(size + static_cast<size_t>(count));
-    Cell *const added = m_cells->data() + size;
-    for (int i = 0; i < count; ++i)
-        added[i].character = characters[i];
-    // Usual cells are as they begin.
-    for (int i = 0; i < count && (format != 0 || run.font != 0); ++i) {
-        added[i].format = format;
-        added[i].font = run.font;
-    }
-    // Without a way out of the loop, as it takes several at once then.
-    char16_t odd = 0;
-    for (int i = 0; i < count; ++i)
-        odd |= static_cast<char16_t>(!isPlain(characters[i]));
-    const bool isOdd = odd != 0;
-    const bool hasCodes =
-        run.isRaw || (isOdd && std::any_of(characters, characters + count, [](char16_t character) {
-                          return !isPlain(character) && character <= lastControl;
-                      }));
+    Cell cell;
+    cell.format = run.format & m_printed;
+    cell.font = run.font;
+    m_cells->insert(m_cells->end(), CellIterator(cell, characters),
+                    CellIterator(cell, characters + count));
+    const bool isOdd = hasOthersThanPlain(characters, count);
+    bool hasCodes = run.isRaw;
+    for (int i = 0; i < count && isOdd; ++i)
+        hasCodes |= !isPlain(characters[i]) && characters[i] <= lastControl;
+    Cell *const added = m_cells->data() + m_cells->size() - count;
     for (int i = 0; i < count && hasCodes; ++i)
         setCharacter(added[i], run.isRaw);
     m_isOdd |= isOdd;

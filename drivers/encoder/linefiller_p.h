@@ -52,7 +52,10 @@ public:
     static constexpr char16_t firstPrinting = 0x20;
     static constexpr char16_t lastControl = 0x9F;
 
-    static bool isPlain(char16_t character) { return character >= 0x20 && character < 0x7F; }
+    static bool isPlain(char16_t character)
+    {
+        return character >= firstPrinting && character < 0x7F;
+    }
 
 private:
     /// Characters side by side that look alike.

@@ -25,6 +25,11 @@ DocumentBlock blackPicture(int width, int height, ETextAlignment alignment = Ali
     return picture(width, height, QByteArray((width + 7) / 8 * height, '\xFF'), alignment);
 }
 
+QString tooLong(int block)
+{
+    return QStringLiteral("block %1: the paper gets longer than 1000000 dots").arg(block);
+}
+
 }  // namespace
 
 class TestPrintLayoutPictures : public QObject
@@ -150,9 +155,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("height");
         QTest::addColumn<bool>("fits");
-        QTest::newRow("longest") << 79'976 << true;
-        QTest::newRow("a dot more") << 79'977 << false;
-        QTest::newRow("far more") << 2'000'000 << false;
+        QTest::newRow("longest") << PrintLayout::longest - 24 << true;
+        QTest::newRow("a dot more") << PrintLayout::longest - 23 << false;
+        QTest::newRow("far more") << 2 * PrintLayout::longest << false;
     }
     void paperHasALongest()
     {
@@ -162,42 +167,42 @@ private Q_SLOTS:
             layoutOf(documentOf({textBlock("a"), blackPicture(8, height), textBlock("")}),
                      targetOf(general));
         // The empty line behind it needs room, too.
-        QCOMPARE(layout.error, fits ? QString("block 3: the paper gets longer than 80000 dots")
-                                    : QString("block 2: the paper gets longer than 80000 dots"));
+        QCOMPARE(layout.error, fits ? tooLong(3) : tooLong(2));
         QCOMPARE(layout.pictures.size(), fits ? 1 : 0);
         QCOMPARE(layout.rows.size(), size_t(fits ? 2 : 1));
     }
 
     void textUpToTheLongestPaperFits()
     {
-        // 3333 lines of 24 dots are 79,992.
-        const QString lines = QString("a\n").repeated(3332) + "a";
+        const int most = PrintLayout::longest / 24;
+        const QString lines = QString("a\n").repeated(most - 1) + "a";
         const PrintLayout layout = layoutOf(textBlock(lines), targetOf(general));
         QCOMPARE(layout.error, QString());
-        QCOMPARE(layout.rows.size(), size_t(3333));
-        QCOMPARE(layoutOf(textBlock(lines + "\na"), targetOf(general)).error,
-                 QString("block 1: the paper gets longer than 80000 dots"));
+        QCOMPARE(layout.rows.size(), size_t(most));
+        QCOMPARE(layoutOf(textBlock(lines + "\na"), targetOf(general)).error, tooLong(1));
     }
 
     /// What is laid out is bounded by the paper, not by the text.
     void endlessLineEndsWithThePaper()
     {
-        const PrintLayout layout = layoutOf(textBlock(QString(5'000'000, u'a')), targetOf(general));
-        QCOMPARE(layout.error, QString("block 1: the paper gets longer than 80000 dots"));
-        QVERIFY(layout.cells.size() < 120'000);
-        const PrintLayout after =
-            layoutOf(documentOf({blackPicture(8, 79'999), textBlock(QString(99'999, u'a'))}),
-                     targetOf(general));
+        const PrintLayout layout =
+            layoutOf(textBlock(QString(10'000'000, u'a')), targetOf(general));
+        QCOMPARE(layout.error, tooLong(1));
+        QVERIFY(layout.cells.size() < 33 * PrintLayout::longest / 24);
+        const PrintLayout after = layoutOf(documentOf({blackPicture(8, PrintLayout::longest - 1),
+                                                       textBlock(QString(99'999, u'a'))}),
+                                           targetOf(general));
         QVERIFY(after.cells.size() < 1000);
     }
 
     void blocksBehindTheLongestPaperAreLeftOut()
     {
-        const PrintLayout layout = layoutOf(
-            documentOf({blackPicture(8, 80'001), textBlock("a", AlignLeft, 0x02), textBlock("b")}),
-            targetOf(general));
+        const PrintLayout layout =
+            layoutOf(documentOf({blackPicture(8, PrintLayout::longest + 1),
+                                 textBlock("a", AlignLeft, 0x02), textBlock("b")}),
+                     targetOf(general));
         QCOMPARE(layout.rows.size(), size_t(0));
-        QCOMPARE(layout.error, QString("block 1: the paper gets longer than 80000 dots"));
+        QCOMPARE(layout.error, tooLong(1));
         QCOMPARE(notesOf(layout), QStringList());
     }
 };
