@@ -228,9 +228,10 @@ void LineFiller::add(const char16_t *characters, int count, const Run &run)
     m_cells->insert(m_cells->end(), CellIterator(cell, characters),
                     CellIterator(cell, characters + count));
     const bool isOdd = hasOthersThanPlain(characters, count);
-    bool hasCodes = run.isRaw;
-    for (int i = 0; i < count && isOdd; ++i)
-        hasCodes |= !isPlain(characters[i]) && characters[i] <= lastControl;
+    const bool hasCodes =
+        run.isRaw || (isOdd && std::any_of(characters, characters + count, [](char16_t character) {
+                          return !isPlain(character) && character <= lastControl;
+                      }));
     Cell *const added = m_cells->data() + m_cells->size() - count;
     for (int i = 0; i < count && hasCodes; ++i)
         setCharacter(added[i], run.isRaw);
