@@ -394,11 +394,14 @@ void Printer::printPicture(Paper::Picture picture)
     if ((isPart || state.isUpsideDown) && !mayCopy(picture))
         return;
     if (width > state.areaWidth) {
-        note(QStringLiteral("a picture of %1 dots is wider than the line of %2")
-                 .arg(width)
-                 .arg(state.areaWidth));
         const int pixels = state.areaWidth / picture.dotsPerPixel.width();
-        picture = croppedPicture(picture, {pixels, picture.size.height()});
+        const Paper::Picture whole = picture;
+        picture = croppedPicture(whole, {pixels, whole.size.height()});
+        // What is left of the last byte of a row may be blank.
+        if (picture.rows != whole.rows)
+            note(QStringLiteral("a picture of %1 dots is wider than the line of %2")
+                     .arg(width)
+                     .arg(state.areaWidth));
     }
     if (picture.size.isEmpty())
         return;

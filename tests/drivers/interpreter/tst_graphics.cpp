@@ -129,6 +129,21 @@ private Q_SLOTS:
         QCOMPARE(paperOf(bytes("\x1DW\x05\0") + raster).pictures.first().rows, QByteArray("\xF8"));
     }
 
+    // Its rows are whole bytes.
+    void rasterMayBeBlankBehindTheLine()
+    {
+        const auto notesOnFiveDots = [](const QByteArray &row) {
+            const QByteArray raster =
+                bytes("\x1Dv0\0") + char(row.size()) + bytes("\0\x01\0") + row;
+            return notesOf(paperOf(bytes("\x1DW\x05\0") + raster));
+        };
+        QCOMPARE(notesOnFiveDots("\xF8"), QStringList());
+        QCOMPARE(notesOnFiveDots("\xFC"),
+                 QStringList("a picture of 8 dots is wider than the line of 5"));
+        QCOMPARE(notesOnFiveDots(bytes("\xF8\0")),
+                 QStringList("a picture of 16 dots is wider than the line of 5"));
+    }
+
     void rasterBehindTextGoesBelowIt()
     {
         const Paper paper = paperOf(bytes("a\x1Dv0\0\x01\0\x01\0\xFF"));
