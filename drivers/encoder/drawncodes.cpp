@@ -162,6 +162,24 @@ QByteArray drawncodes::dataOf(const Paper::Code &code, Dialect dialect)
     return hasSets ? withCodeSets(code.payload) : code.payload;
 }
 
+namespace {
+
+/// Data with the bytes in front of it that count it.
+QByteArray countedData(const Paper::Code &code, const QByteArray &data, Dialect dialect)
+{
+    const bool isEscPosQrCode = code.symbology == Symbology::QrCode && dialect == Dialect::EscPos;
+    constexpr int function = 3;  // bytes of it are counted too
+    const int size = data.size() + (isEscPosQrCode ? function : 0);
+    QByteArray counted(1, static_cast<char>(size));
+    if (code.symbology == Symbology::QrCode)
+        counted += static_cast<char>(size >> 8);
+    if (isEscPosQrCode)
+        counted += "1P0";
+    return counted + data;
+}
+
+}  // namespace
+
 bool isDrawnByPrinter(const PrinterProfile &profile, const Paper::Code &code)
 {
     constexpr int mostBarcodeData = 255;
@@ -174,9 +192,8 @@ bool isDrawnByPrinter(const PrinterProfile &profile, const Paper::Code &code)
         return false;
     const QByteArray data = drawncodes::dataOf(code, profile.dialect());
     const bool fits = code.symbology == Symbology::QrCode || data.size() <= mostBarcodeData;
-    // The count of the data stands in front of it.
-    const QByteArray sent = static_cast<char>(data.size()) + data;
-    return fits && !hazards::hasAny(sent, hazards::rulesOf(profile));
+    return fits &&
+           !hazards::hasAny(countedData(code, data, profile.dialect()), hazards::rulesOf(profile));
 }
 
 }  // namespace printerslib::drivers

@@ -377,6 +377,32 @@ private Q_SLOTS:
         QCOMPARE(notesOf(layout), QStringList());
     }
 
+    // The printer would obey 10 04 and 10 05, and Star's 1B 06 01, even where they are counts.
+    void countsThatAreCommandsArentSent_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("size");
+        QTest::addColumn<char>("first");
+        QTest::addColumn<bool>("isDrawn");
+        QTest::newRow("10 04") << QString(general) << 0x0410 - 3 << '7' << false;
+        QTest::newRow("10 05") << QString(general) << 0x0510 - 3 << '7' << false;
+        QTest::newRow("0F 04") << QString(general) << 0x040F - 3 << '7' << true;
+        QTest::newRow("11 04") << QString(general) << 0x0411 - 3 << '7' << true;
+        QTest::newRow("1B 06 01") << QString("TSP-TUP") << 0x061B << '\x01' << false;
+        QTest::newRow("1B 06 37") << QString("TSP-TUP") << 0x061B << '7' << true;
+    }
+    void countsThatAreCommandsArentSent()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, size);
+        QFETCH(char, first);
+        QFETCH(bool, isDrawn);
+        const QString facts = R"("drawnCodes": {"qrCode": 2953}, "mostModule": 6)";
+        const PrintTarget target = changedTarget(qPrintable(model), qPrintable(facts));
+        const PrintLayout layout = layoutOf(qrCode(first + QByteArray(size - 1, '7')), target);
+        QCOMPARE(isDrawnByPrinter(target.profile(), layout.codes.first()), isDrawn);
+    }
+
     void moduleIsOneThatThePrinterDraws()
     {
         const PrintTarget small = changedTarget(general, R"("leastModule": 1, "mostModule": 2)");
