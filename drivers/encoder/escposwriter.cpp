@@ -279,8 +279,11 @@ int EscPosWriter::printBands(const PrintDots &dots)
 void EscPosWriter::printBand(const PrintDots &dots, int top)
 {
     const hazards::Parts parts = hazards::partsOf(columnsOf24(dots, top), rules());
-    const int columns = parts.first.size() / 3;
-    printColumns(parts.first, 0, columns);
+    // Bytes of rows may reach beyond the line; columns end where anything is black.
+    int end = parts.first.size();
+    while (end > 0 && parts.first.at(end - 1) == '\0')
+        --end;
+    printColumns(parts.first, 0, (end + 2) / 3);
     if (!parts.second.isEmpty())
         printOver(parts.second);
     commands().put(Id::FeedUnits, unitsOf(24, feedUnitsPerInch(), profile().dotsPerInch()));
