@@ -10,6 +10,7 @@ spacing codes. It knows nothing of pictures' contents; those are compared dot by
 """
 
 import dataclasses
+import itertools
 
 NUL, EOT, ENQ, BEL, HT, LF, FF, DLE, DC4, SYN, EM, SUB, ESC, FS, GS, RS = (
     b'\0', b'\x04', b'\x05', b'\x07', b'\t', b'\n', b'\x0c', b'\x10', b'\x14', b'\x16', b'\x19', b'\x1a',
@@ -36,33 +37,55 @@ class Printer:
     cutter: int = 90
     fonts: tuple = ((12, 24), (9, 17))
     spacing: int = 30
+    drawers: int = 2
 
 
-# Models without a manual are taken for printers of Epson's protocol. Where a manual doesn't say how far the
+# Those of kiosks have no connector for a drawer. Models without a manual are taken for printers of Epson's protocol. Where a manual doesn't say how far the
 # cutter is it is 11 mm, less than in any printer of this kind: no stream may cut nearer to its last line.
 PRINTERS = {
     'GENERAL_EPSON_PROTOCOL': Printer(),
     # VKP80II and TG2480 command references: 204 dots to the inch, feed in half dots; 11.9 mm to the cutter.
     'CUSTOM_VKP_80': Printer(vendor='custom', head=640, dpi=204, unit=408, cutter=95,
-                             fonts=((18, 24), (14, 24), (10, 24)), spacing=34),
+                             fonts=((18, 24), (14, 24), (10, 24)), spacing=34, drawers=0),
     'CUSTOM_TG_2480_H': Printer(vendor='custom', head=640, dpi=204, unit=408, cutter=95,
-                                fonts=((18, 24), (14, 24), (10, 24)), spacing=34),
+                                fonts=((18, 24), (14, 24), (10, 24)), spacing=34, drawers=0),
     'CUSTOM_TG_2480_SE': Printer(vendor='custom', head=576, dpi=204, unit=408, cutter=95,
-                                 fonts=((18, 24), (14, 24), (10, 24)), spacing=34),
+                                 fonts=((18, 24), (14, 24), (10, 24)), spacing=34, drawers=0),
     # Citizen's manuals, GS P: x = 203, y = 360.
-    'CITIZEN_PPU_700': Printer(vendor='citizen', unit=360, fonts=((12, 24), (9, 17), (8, 16)), spacing=34),
+    'CITIZEN_PPU_700': Printer(vendor='citizen', unit=360, fonts=((12, 24), (9, 17), (8, 16)), spacing=34, drawers=0),
     'CITIZEN_CBM_1000': Printer(vendor='citizen', unit=360, fonts=((12, 24), (9, 24)), spacing=34),
     'CITIZEN_CTS_2000': Printer(vendor='citizen', unit=360, fonts=((12, 24), (9, 24), (8, 16)), spacing=34),
-    'CITIZEN_PPU_231': Printer(vendor='citizen', unit=360, fonts=((12, 24), (9, 24)), spacing=34),
+    'CITIZEN_PPU_231': Printer(vendor='citizen', unit=360, fonts=((12, 24), (9, 24)), spacing=34, drawers=0),
     'AV_268': Printer(head=384, fonts=((8, 16),)),
     # Star: one step of ESC I is 1/8 mm, a dot.
     'TSP-TUP': Printer(dialect='star', vendor='star', unit=203.2, fonts=((12, 24), (9, 24)), spacing=32),
     'EPSON_EU_4XX': Printer(head=640, spacing=34),
-    'SWECOIN_TM_20XX': Printer(dialect='swecoin', vendor='swecoin', fonts=((18, 24),), spacing=34),
+    'SWECOIN_TM_20XX': Printer(dialect='swecoin', vendor='swecoin', fonts=((18, 24),), spacing=34,
+                               # It feeds to the cutter by itself.
+                               cutter=0, drawers=0),
     'CITIZEN_CPP_8001': Printer(fonts=((12, 24), (9, 24))),
     'WPK_833': Printer(fonts=((12, 24), (9, 24))),
     'MERCURY_G80_RS': Printer(fonts=((12, 24), (9, 24))),
     'NP_F209_2D': Printer(head=384),
+}
+
+
+# Code pages by the numbers of ESC t, and of Star's ESC GS t, as the manuals have them, with the names that
+# Python knows them by; None: it doesn't know that page.
+EPSON_PAGES = {0: 'cp437', 1: None, 2: 'cp850', 3: 'cp860', 4: 'cp863', 5: 'cp865', 11: None, 13: 'cp857', 14: 'cp737', 15: 'iso8859_7',
+               16: 'cp1252', 17: 'cp866', 18: 'cp852', 19: 'cp858', 21: 'cp874', 33: 'cp775', 34: 'cp855', 35: 'cp861',
+               36: 'cp862', 37: 'cp864', 38: 'cp869', 39: 'iso8859_2', 40: 'iso8859_15', 42: None, 43: None, 44: 'cp1125', 45: 'cp1250',
+               46: 'cp1251', 47: 'cp1253', 48: 'cp1254', 49: 'cp1255', 50: 'cp1256', 51: 'cp1257', 52: 'cp1258',
+               53: 'kz1048'}
+PAGES = {
+    'epson': EPSON_PAGES,
+    'custom': {number: EPSON_PAGES[number] for number in (0, 2, 3, 4, 5, 19)},
+    'citizen': {0: 'cp437', 1: None, 2: 'cp858', 3: 'cp860', 4: 'cp863', 5: 'cp865', 6: 'cp852', 7: 'cp866', 8: 'cp857',
+                16: 'cp1252', 17: 'cp866', 18: 'cp852', 19: 'cp858', 26: 'cp874', 40: 'cp864'},
+    'star': {0: 'cp437', 1: 'cp437', 2: None, 3: 'cp437', 4: 'cp858', 5: 'cp852', 6: 'cp860', 7: 'cp861', 8: 'cp863', 9: 'cp865',
+             10: 'cp866', 11: 'cp855', 12: 'cp857', 13: 'cp862', 14: 'cp864', 15: 'cp737', 16: None, 17: 'cp869', 18: 'iso8859_7',
+             19: None, 20: None, 21: 'cp874', 32: 'cp1252', 33: 'cp1250', 34: 'cp1251'},
+    'swecoin': {0: 'cp437'},
 }
 
 
@@ -79,6 +102,8 @@ class Job:
     reset: bool = True
     # Control characters that the caller let through.
     allowed: bytes = b''
+    # What is to be read on the paper, where all of it is text; blanks don't count.
+    text: str = None
 
 
 class CutOff(Exception):
@@ -109,6 +134,8 @@ class Walk:
         self.raster_in_line = False
         self.is_reset = False
         self.pulses = 0
+        # What the texts say.
+        self.shown = ''
         # Paper that went by since the last dots; none is known of what a former job left.
         self.below = 0.0
         self.reset_state()
@@ -117,7 +144,8 @@ class Walk:
         self.font = 0
         self.width = self.height = 1
         self.spacing = float(self.printer.spacing)
-        self.is_spacing_chosen = False
+        self.codec = 'cp437'
+        self.is_own = False
         # Of the line that isn't printed yet: its end and its highest letter.
         self.end = 0
         self.tallest = 0
@@ -182,11 +210,12 @@ class Walk:
         for pattern in self.AT_ONCE:
             at = whole.find(pattern, 1 if introducer.startswith(pattern[:1]) else 0)
             while at >= 0:
-                if not self.is_switched_off(pattern):
+                if not self.is_harmless(pattern, self.start + at):
                     self.fault(f'{pattern.hex(" ")} acts at once inside {name_of(introducer)}', self.start + at)
                 at = whole.find(pattern, at + 1)
 
-    def is_switched_off(self, pattern):
+    def is_harmless(self, pattern, at):
+        """Whether what acts at once was switched off before."""
         return False
 
     def text(self):
@@ -199,6 +228,7 @@ class Walk:
         if not self.is_reset and self.job.reset:
             self.fault('text before the printer is reset')
         self.before_text()
+        self.shown += '\ufffc' * len(letters) if self.is_own else letters.decode(self.codec or 'ascii', 'replace')
         width, height = self.cell()
         self.end += width * len(letters)
         self.tallest = max(self.tallest, height)
@@ -228,9 +258,18 @@ class Walk:
             self.fault(f'there is no font {number}')
         self.font = number
 
+    def choose_page(self, number):
+        """By the numbers of its maker."""
+        if number not in PAGES[self.printer.vendor]:
+            self.fault(f'a code page {number}, of which the manual says nothing')
+        self.codec = PAGES[self.printer.vendor].get(number)
+
+    def choose_own(self, n):
+        self.on_or_off(n)
+        self.is_own = n == 1
+
     def choose_spacing(self, dots):
         self.spacing = dots
-        self.is_spacing_chosen = True
 
     def heights(self):
         return {height * factor for _, height in self.printer.fonts for factor in (1, 2)}
@@ -252,8 +291,11 @@ class Walk:
             self.fault('a line is printed by a feed')
         self.below += dots
 
-    def strip(self, width, rows, size):
-        """Dots that are printed at once, from the left edge."""
+    def strip(self, width, rows, size, lowest):
+        """Rows of dots from the left edge.
+
+        lowest: how many of the rows there are down to the last that isn't blank
+        """
         if self.end > 0:
             self.fault('a picture begins behind text')
         if width > (self.printer.head + 7) // 8 * 8:
@@ -262,7 +304,7 @@ class Walk:
             self.fault(f'a strip of {size} bytes')
         if width == 0 or rows == 0:
             self.fault('a picture without dots')
-        self.below = 0.0
+        self.below = float(rows - lowest) if lowest else self.below + rows
 
     def cut(self, feeds=False):
         if self.end > 0:
@@ -274,7 +316,7 @@ class Walk:
 
     def pulse(self):
         self.pulses += 1
-        if not self.job.drawer:
+        if not self.job.drawer or not self.printer.drawers:
             self.fault('the drawer opens and nobody asked')
 
     def finish(self):
@@ -284,8 +326,11 @@ class Walk:
             self.fault('the ticket isn\'t cut off')
         if self.job.cut is False and self.cuts > 0:
             self.fault('the ticket is cut off and nobody asked')
-        if self.job.drawer and self.pulses != 1:
+        if self.job.drawer and self.printer.drawers and self.pulses != 1:
             self.fault(f'the drawer opens {self.pulses} times')
+        difference = self.job.text is not None and first_difference(self.job.text, self.shown)
+        if difference:
+            self.fault(f'the texts say otherwise: {difference}')
         if self.job.reset and not self.is_reset:
             self.fault('the printer isn\'t reset')
 
@@ -298,9 +343,9 @@ class EscPos(Walk):
         ESC + b'!': (1, 'print_mode'), ESC + b'M': (1, 'choose_font'), GS + b'!': (1, 'size'),
         ESC + b'-': (1, 'below_three'), ESC + b'E': (1, 'on_or_off'), ESC + b'G': (1, 'on_or_off'),
         GS + b'B': (1, 'on_or_off'), ESC + b'{': (1, 'off'), ESC + b'V': (1, 'off'), GS + b'b': (1, 'off'),
-        ESC + b' ': (1, 'off'), ESC + b'a': (1, 'align'), GS + b'L': (2, 'nothing_of_a_word'),
-        GS + b'W': (2, 'area'), ESC + b'R': (1, None), ESC + b't': (1, 'page'),
-        ESC + b'%': (1, 'on_or_off'), ESC + b'&': (3, 'define'), ESC + b'?': (1, None),
+        ESC + b' ': (1, 'off'), ESC + b'a': (1, 'align'), GS + b'L': (2, 'set_margin'), ESC + b'$': (2, 'go_to'), GS + b'P': (2, 'units'),
+        GS + b'W': (2, 'area'), ESC + b'R': (1, None), ESC + b't': (1, 'choose_page'),
+        ESC + b'%': (1, 'choose_own'), ESC + b'&': (3, 'define'), ESC + b'?': (1, None),
         ESC + b'2': (0, 'usual_spacing'), ESC + b'3': (1, 'line_spacing'),
         ESC + b'J': (1, 'print_and_feed'), ESC + b'd': (1, 'feed_lines'),
         ESC + b'*': (3, 'columns'), GS + b'v0': (5, 'raster'),
@@ -310,7 +355,7 @@ class EscPos(Walk):
         GS + b'V': (1, 'cut_paper'), ESC + b'i': (0, 'cut'), ESC + b'm': (0, 'cut'),
     }
     VENDORS = {
-        'custom': {GS + b'e': (1, 'custom_ejector')},
+        'custom': {GS + b'e': (1, 'custom_ejector'), ESC + b'\xc1': (1, 'custom_pitch')},
         'citizen': {GS + b'R': (1, 'citizen_presenter')},
     }
     # Characters of the barcodes that have few, by the number of GS k.
@@ -327,10 +372,14 @@ class EscPos(Walk):
         super().__init__(printer, data, job)
 
     def reset_state(self):
+        """As the printer is when it was switched on."""
         super().reset_state()
         self.code = {}
         self.symbol_state = {}
         self.columns_in_line = 0
+        self.lowest = 0
+        self.margin = 0
+        self.is_narrow = 0
 
     def reset(self):
         super().reset()
@@ -344,10 +393,12 @@ class EscPos(Walk):
             self.fault('text in front of FS .')
         if self.columns_in_line:
             self.fault('text behind columns of dots')
+        if self.margin:
+            self.fault('text behind a margin')
 
-    def is_switched_off(self, pattern):
-        # GS ( D knows of nothing but DLE DC4.
-        return pattern == DLE + DC4 and self.switched_off >= {1, 2}
+    def is_harmless(self, pattern, at):
+        # GS ( D knows of nothing but DLE DC4 1 and 2.
+        return pattern == DLE + DC4 and self.switched_off >= {1, 2} and self.data[at + 2:at + 3] not in (b'\3', b'\7', b'\x08')
 
     def on_or_off(self, n):
         if n > 1:
@@ -365,17 +416,36 @@ class EscPos(Walk):
         if n not in (0, 1, 2):
             self.fault(f'an alignment {n}')
 
-    def nothing_of_a_word(self, low, high):
-        if low or high:
-            self.fault('a margin')
+    def set_margin(self, low, high):
+        """Codes stand where the margin is; all else begins at the left edge."""
+        self.margin = low + 256 * high
+        if self.margin >= self.printer.head:
+            self.fault(f'a margin of {self.margin}')
+
+    def go_to(self, low, high):
+        """Back to print over columns of dots."""
+        if not self.columns_in_line:
+            self.fault('a place is chosen where no columns of dots are')
+        self.end = low + 256 * high
+
+    def units(self, x, y):
+        if x or y:
+            self.fault('units of motion that aren\'t the printer\'s own')
+
+    def custom_pitch(self, n):
+        """11 and 15 characters to the inch, or 15 and 20: the second font of the latter is the third."""
+        self.is_narrow = n
+        self.on_or_off(n)
+
+    def cell(self):
+        if self.printer.vendor != 'custom':
+            return super().cell()
+        width, height = self.printer.fonts[self.font + self.is_narrow]
+        return width * self.width, height * self.height
 
     def area(self, low, high):
         if not 0 < low + 256 * high <= self.printer.head:
             self.fault(f'an area of {low + 256 * high} dots')
-
-    def page(self, n):
-        if n > 60 and n != 255:
-            self.fault(f'a code page {n}')
 
     def print_mode(self, n):
         self.choose_font(n & 1)
@@ -384,7 +454,8 @@ class EscPos(Walk):
 
     def size(self, n):
         self.width, self.height = 1 + (n >> 4), 1 + (n & 15)
-        if n & 0xee:
+        # A font that is another one doubled may be doubled once more.
+        if n & 0xcc:
             self.fault(f'letters enlarged by {n:02x}')
 
     def dots(self, units):
@@ -413,9 +484,8 @@ class EscPos(Walk):
         """Columns hold 24 rows, of which the next ones may print over the lower part."""
         if pitch > 24 + TOLERANCE:
             self.fault(f'columns of dots are fed by {pitch:.1f}')
-        self.columns_in_line = self.end = self.tallest = 0
-        # The lowest of the rows that count is as far up as was fed.
-        self.below = 0.0
+        self.below = max(0.0, pitch - self.lowest) if self.lowest else self.below + pitch
+        self.columns_in_line = self.end = self.tallest = self.lowest = 0
 
     def feed_lines(self, n):
         self.feed(n * self.spacing)
@@ -433,7 +503,9 @@ class EscPos(Walk):
         if mode not in (0, 1, 32, 33):
             self.fault(f'columns of mode {mode}')
         count = low + 256 * high
-        size = len(self.take(count * (3 if mode in (32, 33) else 1)))
+        data = self.take(count * (3 if mode in (32, 33) else 1))
+        size = len(data)
+        self.lowest = max(self.lowest, lowest_of_columns(data, 3 if mode in (32, 33) else 1))
         if self.end > 0 and not self.columns_in_line:
             self.fault('columns of dots behind text')
         if size > MOST_STRIP:
@@ -447,8 +519,10 @@ class EscPos(Walk):
         columns, rows = x_low + 256 * x_high, y_low + 256 * y_high
         if mode != 0:
             self.fault(f'a picture of mode {mode}')
-        size = len(self.take(columns * rows))
-        self.strip(8 * columns, rows, size)
+        data = self.take(columns * rows)
+        self.strip(8 * columns, rows, len(data), lowest_row(data, columns))
+        if self.margin:
+            self.fault('a picture behind a margin')
 
     def code_height(self, n):
         self.code['height'] = n
@@ -557,14 +631,14 @@ class Star(Walk):
     AT_ONCE = (ESC + b'\x06\x01',)
     COMMANDS = {
         LF: (0, 'line_feed'), BEL: (0, 'pulse'), SUB: (0, 'pulse'), FS: (0, 'pulse'), EM: (0, 'pulse'),
-        ESC + b'@': (0, 'reset'), ESC + GS + b't': (1, 'page'), ESC + RS + b'F': (1, 'choose_font'),
+        ESC + b'@': (0, 'reset'), ESC + GS + b't': (1, 'choose_page'), ESC + RS + b'F': (1, 'choose_font'),
         ESC + b'R': (1, None), ESC + b' ': (1, 'off'), ESC + b'M': (0, None), ESC + b'P': (0, None),
-        ESC + b'i': (2, 'size'), ESC + b'W': (1, 'wide'), ESC + b'h': (1, 'high'),
+        ESC + b'i': (2, 'size'),
         ESC + b'E': (0, None), ESC + b'F': (0, None), ESC + b'-': (1, 'on_or_off'), ESC + b'_': (1, 'off'),
         ESC + b'4': (0, None), ESC + b'5': (0, None), ESC + GS + b'b': (1, 'off'), b'\x12': (0, None),
-        ESC + b'%': (1, 'on_or_off'), ESC + b'&': (3, 'define'), ESC + b'q': (0, None), ESC + b'$': (1, 'off'),
+        ESC + b'%': (1, 'choose_own'), ESC + b'&': (3, 'define'), ESC + b'q': (0, None), ESC + b'$': (1, 'off'),
         ESC + GS + b'a': (1, 'align'), ESC + b'l': (1, 'off'), ESC + RS + b'A': (1, None),
-        ESC + GS + b'A': (2, None),
+        ESC + GS + b'A': (2, 'go_to'), ESC + b'Q': (1, 'right_margin'), ESC + RS + b'i': (1, 'off'),
         ESC + b'z': (1, 'lines'), ESC + b'0': (0, 'narrow_lines'),
         ESC + b'I': (1, 'feed_eighths'), ESC + b'J': (1, 'feed_quarters'), ESC + b'a': (1, 'feed_lines'),
         ESC + b'k': (2, 'rows'), ESC + b'X': (2, 'columns'), ESC + GS + b'S': (6, 'raster'),
@@ -576,6 +650,8 @@ class Star(Walk):
     def __init__(self, printer, data, job):
         self.qr = {}
         self.dots_in_line = 0
+        self.lowest = 0
+        self.alignment = 0
         super().__init__(printer, data, job)
 
     def off(self, n):
@@ -587,23 +663,29 @@ class Star(Walk):
             self.fault(f'{n} where there is on and off')
 
     def align(self, n):
-        if n > 2:
+        self.alignment = n & 15
+        if n not in (0, 1, 2, 0x30, 0x31, 0x32):
             self.fault(f'an alignment {n}')
 
-    def page(self, n):
-        if n > 40:
-            self.fault(f'a code page {n}')
+    def choose_font(self, number):
+        super().choose_font(number & 15)
+
+    def go_to(self, low, high):
+        """Back to print over rows of dots."""
+        if not self.dots_in_line:
+            self.fault('a place is chosen where no rows of dots are')
+        self.end = low + 256 * high
+
+    def right_margin(self, n):
+        if n * self.printer.fonts[0][0] != self.printer.head:
+            self.fault(f'lines of {n} characters')
 
     def size(self, height, width):
+        """Digits are numbers, too."""
+        height, width = height & 15, width & 15
         self.width, self.height = 1 + width, 1 + height
         if height > 1 or width > 1:
             self.fault('letters more than doubled')
-
-    def wide(self, n):
-        self.size(self.height - 1, n)
-
-    def high(self, n):
-        self.size(n, self.width - 1)
 
     def define(self, a, b, code):
         if (a, b) != (1, 1) or not 0x20 <= code <= 0x7f:
@@ -613,6 +695,8 @@ class Star(Walk):
     def before_text(self):
         if self.dots_in_line:
             self.fault('text behind rows of dots')
+        if self.alignment:
+            self.fault('text that is aligned by the printer')
 
     def lines(self, n):
         if n > 1:
@@ -649,26 +733,34 @@ class Star(Walk):
         """24 rows of dots, which LF or a feed prints."""
         count = low + 256 * high
         data = self.take(24 * count)
-        self.strip(8 * count, 24, len(data))
-        self.dots_in_line = 24
-        self.end = 8 * count
+        self.add_dots(8 * count, data, lowest_row(data, count))
 
     def columns(self, low, high):
         count = low + 256 * high
         data = self.take(3 * count)
-        self.strip(count, 24, len(data))
+        self.add_dots(count, data, lowest_of_columns(data, 3))
+
+    def add_dots(self, width, data, lowest):
+        """They stand side by side, and are printed by a feed."""
+        left = self.end if self.dots_in_line else 0
+        self.end -= left
+        below = self.below
+        self.strip(left + width, 24, len(data), lowest)
+        self.below = below
+        self.lowest = max(self.lowest, lowest)
         self.dots_in_line = 24
-        self.end = count
+        self.end = left + width
 
     def end_rows(self, pitch):
         if pitch > self.dots_in_line + TOLERANCE:
             self.fault(f'rows of dots are fed by {pitch:.1f}')
-        self.dots_in_line = self.end = 0
-        self.below = 0.0
+        self.below = max(0.0, pitch - self.lowest) if self.lowest else self.below + pitch
+        self.dots_in_line = self.end = self.lowest = 0
 
     def raster(self, mode, x_low, x_high, y_low, y_high, colour):
         columns, rows = x_low + 256 * x_high, y_low + 256 * y_high
-        self.strip(8 * columns, rows, len(self.take(columns * rows)))
+        data = self.take(columns * rows)
+        self.strip(8 * columns, rows, len(data), lowest_row(data, columns))
         if mode != 1 or colour != 0:
             self.fault(f'a picture of mode {mode} and colour {colour}')
 
@@ -711,9 +803,9 @@ class Star(Walk):
         self.below = 0.0
 
     def cut_paper(self, n):
-        if n > 3:
+        if n not in (0, 1, 2, 3, 0x30, 0x31, 0x32, 0x33):
             self.fault(f'a cut of mode {n}')
-        self.cut(feeds=n in (2, 3))
+        self.cut(feeds=n & 15 in (2, 3))
 
     def presenter(self, n, m):
         if not 0x30 <= n <= 0x33:
@@ -723,7 +815,7 @@ class Star(Walk):
 class Swecoin(Walk):
     COMMANDS = {
         LF: (0, 'line_feed'), RS: (0, 'cut_and_eject'), EM: (1, None), ENQ: (0, None),
-        ESC + b'?': (0, 'reset'), ESC + b'!': (1, 'choose_font'), ESC + b'B': (1, 'bold'),
+        b'\x18': (0, 'reset'), ESC + b'!': (1, 'choose_font'), ESC + b'B': (1, 'bold'),
         ESC + b'i': (1, 'on_or_off'), ESC + b'T': (1, 'on_or_off'), ESC + b'u': (1, None),
         ESC + b'h': (1, 'high'), ESC + b'w': (1, 'wide'), ESC + b'3': (1, 'line_spacing'),
         ESC + b'd': (1, 'feed_lines'), ESC + b'J': (1, 'feed'), ESC + b'Q': (2, 'feed_word'),
@@ -734,6 +826,9 @@ class Swecoin(Walk):
     def on_or_off(self, n):
         if n > 1:
             self.fault(f'{n} where there is on and off')
+
+    def choose_font(self, number):
+        super().choose_font(number & 15)
 
     def bold(self, n):
         """Its letters C, S and W are barcodes; our driver draws them."""
@@ -746,9 +841,9 @@ class Swecoin(Walk):
         self.width = self.times(n)
 
     def times(self, n):
-        if n > 2:
-            self.fault(f'letters enlarged {n} times')
-        return max(1, n)
+        if n > 1:
+            self.fault(f'letters enlarged {n + 1} times')
+        return n + 1
 
     def line_spacing(self, n):
         self.choose_spacing(float(n))
@@ -762,18 +857,23 @@ class Swecoin(Walk):
     def feed_word(self, high, low):
         self.feed(256 * high + low)
 
+    def packing(self, n):
+        if n:
+            self.fault('packed rows')
+
     def row(self, count):
         if count == 0:
-            self.take(1)
-            return self.fault('packed rows')
-        return self.strip(8 * count, 1, len(self.take(count)))
+            return self.packing(*self.take(1))
+        return self.dot_row(self.take(count))
 
     def long_row(self, high, low):
         count = 256 * high + low
         if count == 0:
-            self.take(1)
-            return self.fault('packed rows')
-        return self.strip(8 * count, 1, len(self.take(count)))
+            return self.packing(*self.take(1))
+        return self.dot_row(self.take(count))
+
+    def dot_row(self, data):
+        self.strip(8 * len(data), 1, len(data), 1 if any(data) else 0)
 
     def cut_and_eject(self):
         self.cut()
@@ -782,6 +882,30 @@ class Swecoin(Walk):
 DIALECTS = {'escpos': EscPos, 'star': Star, 'swecoin': Swecoin}
 NAMES = {0x04: 'EOT', 0x05: 'ENQ', 0x07: 'BEL', 0x0a: 'LF', 0x0c: 'FF', 0x10: 'DLE', 0x12: 'DC2', 0x14: 'DC4',
          0x16: 'SYN', 0x19: 'EM', 0x1a: 'SUB', 0x1b: 'ESC', 0x1c: 'FS', 0x1d: 'GS', 0x1e: 'RS', 0x20: 'SP'}
+
+
+def lowest_row(data, columns):
+    """How many rows there are down to the last that isn't blank."""
+    return -(-len(data.rstrip(NUL)) // columns) if columns else 0
+
+
+def lowest_of_columns(data, height):
+    """The same of columns of so many bytes."""
+    for byte in reversed(range(height)):
+        dots = 0
+        for each in data[byte::height]:
+            dots |= each
+        if dots:
+            return 8 * byte + 8 - (dots & -dots).bit_length() + 1
+    return 0
+
+
+def first_difference(expected, shown):
+    """Where two texts differ, whatever their blanks. U+FFFD is what can't be told."""
+    expected, shown = ''.join(expected.split()), ''.join(shown.split())
+    pairs = itertools.zip_longest(expected, shown)
+    at = next((i for i, (one, other) in enumerate(pairs) if one != other and other != '\ufffd'), None)
+    return None if at is None else f'"{shown[at:at + 12]}" where "{expected[at:at + 12]}" is to be read'
 
 
 def name_of(introducer):

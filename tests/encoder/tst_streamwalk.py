@@ -11,7 +11,7 @@ START = b'\x1b@\x1c.'
 LINE = START + b'\x1b3\x18Tea  2.50\n'
 TICKET = LINE + b'\x1bJ\x60\x1dV\x00'
 STAR = b'\x1b@\x1b\x1dt\x0aTea  2.50\x1bI\x18'
-SWECOIN = b'\x1b?\x1b3\x18Tea  2.50\n'
+SWECOIN = b'\x18\x1b3\x18Tea  2.50\n'
 
 
 def faults(data, model='GENERAL_EPSON_PROTOCOL', **job):
@@ -98,6 +98,17 @@ class WalkTest(unittest.TestCase):
         self.assert_good(START + b'\x1b3\x30a\n\x1bJ\xc0\x1bi', 'CUSTOM_VKP_80')
         self.assert_fault('a cut 80 dots below', START + b'\x1b3\x30a\n\x1bJ\xa0\x1bi', 'CUSTOM_VKP_80')
 
+    def test_blank_rows_of_pictures_are_paper_that_was_fed(self):
+        ink, blank = b'\x1dv0\0\x01\0\x02\0\x01\x01', b'\x1dv0\0\x01\0\x60\0' + bytes(96)
+        self.assert_good(START + ink + blank + b'\x1dV\0')
+        self.assert_fault('a cut 0 dots', START + blank + ink + b'\x1dV\0')
+        band = b'\x1b*\x21\x02\0%c\0\0\0\0\0\x1bJ\x18'
+        self.assert_good(START + band % 0x80 + b'\x1bJ\x44\x1dV\0')
+        self.assert_fault('a cut 87 dots', START + band % 0x01 + b'\x1bJ\x47\x1dV\0')
+        star = b'\x1bk\x01\0' + b'\x80' + bytes(23) + b'\x1bI\x18'
+        self.assert_good(STAR + star + b'\x1bI\x44\x1bd\0', 'TSP-TUP')
+        self.assert_fault('a cut 86 dots', STAR + star + b'\x1bI\x3f\x1bd\0', 'TSP-TUP')
+
     def test_pictures_fit_the_head(self):
         self.assert_good(START + b'\x1dv0\0\x48\0\x01\0' + bytes(72))
         self.assert_fault('584 dots, of a head of 576', START + b'\x1dv0\0\x49\0\x01\0' + bytes(73))
@@ -128,6 +139,25 @@ class WalkTest(unittest.TestCase):
         self.assert_fault('fed by 26.0', columns + b'\x1bJ\x1a')
         self.assert_fault('text behind columns', columns + b'abc\x1bJ\x18')
 
+    def test_columns_may_be_printed_over(self):
+        columns = START + b'\x1b*\x21\x02\0abcdef'
+        self.assert_good(columns + b'\x1b$\x01\0\x1b*\x21\x01\0abc\x1bJ\x18')
+        self.assert_fault('where no columns', START + b'\x1b$\x01\0')
+        self.assert_good(STAR + b'\x1bk\x48\0' + bytes(72 * 24) + b'\x1b\x1dA\0\0\x1bk\x48\0' + bytes(72 * 24) + b'\x1bI\x18', 'TSP-TUP')
+        self.assert_fault('a picture of 584 dots',
+                          STAR + b'\x1bk\x48\0' + bytes(72 * 24) + b'\x1bk\x01\0' + bytes(24) + b'\x1bI\x18', 'TSP-TUP')
+
+    def test_codes_alone_have_a_margin(self):
+        self.assert_fault('text behind a margin', START + b'\x1dL\x10\0\x1b3\x18a\n')
+        self.assert_fault('a picture behind a margin', START + b'\x1dL\x10\0\x1dv0\0\x02\0\x01\0ab')
+        self.assert_good(START + b'\x1dL\x10\0\x1dh\x50\x1dw\x03\x1dH\0\x1dk\x45\x03TEA\x1dL\0\0\x1b3\x18a\n')
+
+    def test_fonts_of_custom_hang_on_the_pitch(self):
+        for pitch, font, most in ((0, 0, 35), (0, 1, 45), (1, 0, 45), (1, 1, 64)):
+            chosen = START + b'\x1b3\x30\x1b\xc1' + bytes([pitch]) + b'\x1bM' + bytes([font])
+            self.assert_good(chosen + most * b'x' + b'\n', 'CUSTOM_TG_2480_H')
+            self.assert_fault('dots wide, of 640', chosen + (most + 1) * b'x' + b'\n', 'CUSTOM_TG_2480_H')
+
     def test_drawer_opens_once_and_if_asked_for(self):
         self.assert_fault('nobody asked', START + b'\x1bp\0\x32\x32')
         self.assert_good(START + b'\x1bp\0\x32\x32', drawer=True)
@@ -151,6 +181,17 @@ class WalkTest(unittest.TestCase):
         self.assert_fault('without module', START + module + data + print_it)
         self.assert_fault('without module', START + module + correction + data + 2 * print_it)
 
+    def test_texts_say_what_they_are_to_say(self):
+        cyrillic = START + b'\x1bt\x11\x1b3\x18\x97\xa0\xa9 1\x1bt\x10\x80\n'
+        self.assert_good(cyrillic, text='Чай\n   1€')
+        self.assert_fault('"ùá⌐1€" where "Чай1€"', cyrillic.replace(b'\x1bt\x11', b'\x1bt\x00'), text='Чай1€')
+        self.assert_fault('"" where "!"', cyrillic, text='Чай 1€!')
+        self.assert_fault('of which the manual says nothing', START + b'\x1bt\x63', text='')
+        # Another maker has other numbers.
+        citizen = START + b'\x1bt\x07\x1b3\x2b\x97\xa0\xa9\n'
+        self.assert_good(citizen, 'CITIZEN_CBM_1000', text='Чай')
+        self.assert_good(b'\x1b@\x1b\x1dt\x0a\x97\xa0\xa9\x1bI\x18', 'TSP-TUP', text='Чай')
+
     def test_last_line_is_printed(self):
         self.assert_fault('isn\'t printed', START + b'abc')
 
@@ -169,7 +210,6 @@ class WalkTest(unittest.TestCase):
 
     def test_swecoin(self):
         self.assert_good(SWECOIN + b'\x1bJ\x60\x1b\x1e', 'SWECOIN_TM_20XX', cut=True)
-        self.assert_fault('a cut 0 dots', SWECOIN + b'\x1e', 'SWECOIN_TM_20XX')
         self.assert_good(SWECOIN + b'\x1bs\x02ab', 'SWECOIN_TM_20XX')
         self.assert_fault('584 dots', SWECOIN + b'\x1bs\x49' + bytes(73), 'SWECOIN_TM_20XX')
         self.assert_fault('packed', SWECOIN + b'\x1bs\0\x01', 'SWECOIN_TM_20XX')
