@@ -144,9 +144,10 @@ QString nameOf(int value, const NamedValue (&names)[size])
     return {};
 }
 
-constexpr QLatin1String idKey("id");
-constexpr QLatin1String likeKey("like");
-constexpr QLatin1String sourcesKey("sources");
+// With their lengths, as compilers differ in whether they count in constants.
+constexpr QLatin1String idKey("id", 2);
+constexpr QLatin1String likeKey("like", 4);
+constexpr QLatin1String sourcesKey("sources", 7);
 
 constexpr int mostDots = 4096;
 constexpr int mostUnitsPerInch = 1440;
