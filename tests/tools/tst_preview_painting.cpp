@@ -142,7 +142,7 @@ private Q_SLOTS:
         QFETCH(bool, isPicture);
         PrintOptions options;
         options.isPicture = isPicture;
-        const Layout layout = layoutOf(markup("aЖ <I:>Яb"), targetOf(), options);
+        const Layout layout = layoutOf(markup("aЖ <B:>Яb"), targetOf(), options);
         Listener listener;
         paint(layout, 0, layout.size().height(), listener);
         QTEST(listener.letters, "letters");

@@ -312,7 +312,7 @@ private Q_SLOTS:
     void pictureOfTheTextHasTheSameSize()
     {
         const WorkFolder folder;
-        const QString text = folder.file("t.txt", "abc <W2>def\n<I:>g");
+        const QString text = folder.file("t.txt", "abc <W2>def\n<B>g");
         const auto drawn = [&](const QStringList &options) {
             const QString picture = folder.path("r.png");
             runReceipt(QStringList{"preview", "--plain", text, "--output", picture} + options);
