@@ -1,6 +1,5 @@
 #include "encoder/codesetter_p.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 #include <optional>
 
@@ -60,21 +59,6 @@ const SymbologyRow *rowOf(int number)
         std::find_if(std::begin(symbologies), std::end(symbologies),
                      [number](const SymbologyRow &known) { return known.number == number; });
     return row == std::end(symbologies) ? nullptr : row;
-}
-
-/// Dots of the paper from edge to edge: the millimetres of its caption, such as "80 mm", and not
-/// less than the line. PaperInfo::width() is that of the line.
-int paperDotsOf(const PrintTarget &target)
-{
-    static const QRegularExpression number(QStringLiteral("\\d+(\\.\\d+)?"));
-    constexpr double millimetresPerInch = 25.4;
-    constexpr double mostMillimetres = 1000;
-    const QRegularExpressionMatch match = number.match(target.paper().caption());
-    const double millimetres =
-        match.hasMatch() ? match.captured().toDouble() : target.paper().width();
-    const double dots = qBound(0.0, millimetres, mostMillimetres) / millimetresPerInch *
-                        target.profile().dotsPerInch();
-    return std::max(target.lineDots(), qRound(dots));
 }
 
 /// The correction level that a QR code was drawn with, as its format information tells: the two
@@ -188,7 +172,7 @@ int CodeSetter::moduleFor(Paper::Code code, const Look &look) const
 bool CodeSetter::fits(int modules, int quietModules, int dots) const
 {
     return modules * dots <= m_sheet.target().lineDots() &&
-           (modules + 2 * quietModules) * dots <= paperDotsOf(m_sheet.target());
+           (modules + 2 * quietModules) * dots <= m_sheet.target().paperDots();
 }
 
 /// Codes that a Star printer draws stand where its alignment puts them; all others have their

@@ -1,8 +1,10 @@
 #include "printerslib/drivers/printtarget.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "printerdocs/echarformat.h"
+#include "printerdocs/eprinterticketaction.h"
 
 namespace printerslib::drivers {
 
@@ -114,6 +116,27 @@ PrintTarget::PrintTarget(const PrinterProfile &profile, const PrinterInfo &recor
         if ((record.*row.isPrinted)())
             m_printedFormats |= row.format;
     }
+}
+
+int PrintTarget::paperDots() const
+{
+    constexpr double millimetresPerInch = 25.4;
+    constexpr double mostMillimetres = 1000;
+    const double millimetres = qBound(0.0, millimetresOf(m_paper), mostMillimetres);
+    return std::max(m_lineDots, qRound(millimetres / millimetresPerInch * m_profile.dotsPerInch()));
+}
+
+double PrintTarget::millimetresOf(const PaperInfo &paper)
+{
+    static const QRegularExpression number(QStringLiteral("\\d+(\\.\\d+)?"));
+    const QRegularExpressionMatch match = number.match(paper.caption());
+    return match.hasMatch() ? match.captured().toDouble() : paper.width();
+}
+
+bool PrintTarget::wantsCut(int action) const
+{
+    const int handsOver = m_profile.presenter() != Presenter::None ? TicketActionBbCodeDocument : 0;
+    return (action & (TicketActionEveryDocument | TicketActionReceipt | handsOver)) != 0;
 }
 
 }  // namespace printerslib::drivers

@@ -32,15 +32,6 @@ TicketActions::TicketActions(const PrintTarget &target, const PrintOptions &opti
     : m_target(target), m_options(options), m_writer(writer), m_document(document)
 {}
 
-/// What is handed out has to be cut, where there is something that hands out. Else what would be
-/// held out is cut at least, and what would be ejected falls by itself.
-bool TicketActions::isCut(int actions) const
-{
-    const bool hasPresenter = profile().presenter() != Presenter::None;
-    const int bits = hasPresenter ? cutBit | ejectBit | holdBit : cutBit | holdBit;
-    return (actions & bits) != 0;
-}
-
 int TicketActions::endFeed(bool isCut) const
 {
     const int lines = std::max(0, m_options.emptyLinesAtEnd) * m_target.font(0).cell.height();
@@ -68,7 +59,7 @@ void TicketActions::actOnPrevious(int actions)
 
 void TicketActions::end(int actions, int seconds)
 {
-    const bool wantsCut = isCut(actions);
+    const bool wantsCut = m_target.wantsCut(actions);
     const bool hasCutter = profile().cutCommand() != CutCommand::None;
     m_writer.feed(endFeed(wantsCut && hasCutter));
     if (!wantsCut)

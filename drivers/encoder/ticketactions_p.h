@@ -22,7 +22,6 @@ private:
     enum Way { Leave, Eject, Hold };
 
     const PrinterProfile &profile() const { return m_target.profile(); }
-    bool isCut(int actions) const;
     int endFeed(bool isCut) const;
     void cutAndCount();
     void handOut(Way way, int seconds);

@@ -274,7 +274,8 @@ private Q_SLOTS:
         QTest::newRow("a receipt") << 0 << 9 << 1;
         QTest::newRow("BBCode") << 4 << 5 << 1;
         QTest::newRow("the ticket before too") << 1 << 1 << 2;
-        QTest::newRow("other bits") << 4 << 12 << 0;
+        QTest::newRow("other bits, which a presenter needs a cut for") << 4 << 12 << 1;
+        QTest::newRow("what was held out is taken back") << 8 << 0 << 0;
     }
     void ticketActionsCut()
     {
@@ -297,7 +298,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("model");
         QTest::addColumn<int>("action");
         QTest::addColumn<bool>("isCut");
-        QTest::newRow("held out") << "CUSTOM_VKP_80" << 8 << false;
+        QTest::newRow("held out") << "CUSTOM_VKP_80" << 8 << true;
+        QTest::newRow("handed out") << "CUSTOM_VKP_80" << 4 << true;
         QTest::newRow("nobody holds it") << "CITIZEN_CBM_1000" << 8 << true;
         QTest::newRow("no cutter") << QString() << 1 << false;
         QTest::newRow("ejected") << "CITIZEN_CBM_1000" << 4 << false;

@@ -39,9 +39,8 @@ of its name, "80 mm"). The printed line is as many dots as the model has on
 that paper, but no more than its head has, in the middle; "receipt models ID"
 tells them. The first line begins 24 dots below the top, and 24 blank dots
 follow the last line. Where the ticket is cut there is a dashed grey line, 2
-dots high, over the whole width, and 24 blank dots behind it: with bit 1 of the
-ticket actions, and with bit 8 where nobody holds the ticket out. What is fed
-up to the cutter isn't drawn.
+dots high, over the whole width, and 24 blank dots behind it. What is fed up to
+the cutter isn't drawn.
 
 Each character stands in the cell of its font, cells side by side from the left
 edge of the printed line and lines one below the other, with 4 more dots for

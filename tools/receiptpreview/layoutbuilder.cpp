@@ -9,8 +9,6 @@ namespace receiptpreview {
 namespace {
 
 using printerslib::drivers::CutCommand;
-using printerslib::drivers::Presenter;
-using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::PrintFont;
 
 constexpr int frameEdge = 8;
@@ -37,15 +35,6 @@ quint16 effectsOf(quint8 format)
     return effects;
 }
 
-/// Whether a printer cuts: where nobody holds a ticket out, that is how it is handed over.
-bool cuts(QFlags<EPrinterTicketAction> action, const PrinterProfile &profile)
-{
-    const bool isHandedOver = action.testFlag(TicketActionReceipt);
-    return profile.cutCommand() != CutCommand::None &&
-           (action.testFlag(TicketActionEveryDocument) ||
-            (isHandedOver && profile.presenter() == Presenter::None));
-}
-
 /// How often a font's own dots are repeated in a cell.
 QSize scaleOf(const PrintFont &font, const QSize &cell)
 {
@@ -64,14 +53,16 @@ LayoutBuilder::LayoutBuilder(Layout &layout, const Print &print)
 
 void LayoutBuilder::build(QFlags<EPrinterTicketAction> before, QFlags<EPrinterTicketAction> after)
 {
-    cutAfter(before);
+    if (before.testFlag(TicketActionEveryDocument))
+        addCut();
     m_layout.feed(Layout::endMargin);
     for (const Print::Row &row : m_print.rows) {
         addRow(row);
         if (m_layout.m_tooLong)
             return;
     }
-    cutAfter(after);
+    if (m_print.target.wantsCut(after))
+        addCut();
     m_layout.feed(Layout::endMargin);
 }
 
@@ -202,9 +193,9 @@ void LayoutBuilder::addFaultText(const QString &text)
     }
 }
 
-void LayoutBuilder::cutAfter(QFlags<EPrinterTicketAction> action)
+void LayoutBuilder::addCut()
 {
-    if (!cuts(action, m_print.target.profile()))
+    if (m_print.target.profile().cutCommand() == CutCommand::None)
         return;
     m_layout.feed(Layout::endMargin);
     m_layout.addRow(Row::Cut, Layout::cutHeight);

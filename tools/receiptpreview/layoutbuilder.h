@@ -28,7 +28,7 @@ private:
                    const QByteArray &rows);
     void addFault(const Print::Fault &fault);
     void addFaultText(const QString &text);
-    void cutAfter(QFlags<EPrinterTicketAction> action);
+    void addCut();
 
     Layout &m_layout;
     const Print &m_print;

@@ -1,6 +1,5 @@
 #include "paper.h"
 
-#include <QRegularExpression>
 #include <QtMath>
 #include <algorithm>
 
@@ -12,13 +11,6 @@ constexpr int usualDotsPerInch = 203;
 // A record without a sensible line still gives a picture.
 constexpr int leastLine = 16;
 constexpr int mostDots = 10000;
-
-double millimetresOf(const PaperInfo &paper)
-{
-    static const QRegularExpression number(QStringLiteral("\\d+(\\.\\d+)?"));
-    const QRegularExpressionMatch match = number.match(paper.caption());
-    return match.hasMatch() ? match.captured().toDouble() : paper.width();
-}
 
 }  // namespace
 
@@ -58,7 +50,8 @@ Paper::Paper(const PrinterInfo &model, const PaperInfo &info)
 
 void Paper::setLine(int dots)
 {
-    const int paperDots = qRound(millimetresOf(m_info) / millimetresPerInch * m_dotsPerInch);
+    const int paperDots = qRound(printerslib::drivers::PrintTarget::millimetresOf(m_info) /
+                                 millimetresPerInch * m_dotsPerInch);
     m_printableWidth = qBound(leastLine, dots, mostDots);
     m_width = qBound(m_printableWidth, paperDots, 2 * mostDots);
 }

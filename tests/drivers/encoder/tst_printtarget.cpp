@@ -28,6 +28,47 @@ class TestPrintTarget : public QObject
     static PrinterInfo recordOf(const char *model) { return targetOf(model).record(); }
 
 private Q_SLOTS:
+    void paperIsAsWideAsItsCaptionSays_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("paper");
+        QTest::addColumn<int>("dots");
+        QTest::newRow("204 dots to the inch") << "CUSTOM_VKP_80" << 0 << 643;
+        QTest::newRow("203 dots to the inch") << "CITIZEN_PPU_700" << 0 << 639;
+        QTest::newRow("with a fraction") << "CITIZEN_CTS_2000" << 2 << 436;
+    }
+    void paperIsAsWideAsItsCaptionSays()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, paper);
+        QTEST(PrintTarget::forModel(model, paper)->paperDots(), "dots");
+    }
+
+    void paperWithoutCaptionIsAsWideAsItPrintsButNotLessThanTheLine()
+    {
+        PaperInfo paper;
+        paper.setWidth(72);
+        QCOMPARE(PrintTarget::millimetresOf(paper), 72.0);
+        const PrintTarget nothing(PrinterProfile(), PrinterInfo(), 0);
+        QCOMPARE(nothing.paperDots(), nothing.lineDots());
+    }
+
+    void handingOutTakesACut_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QVector<int>>("actions");
+        QTest::newRow("presenter") << "CUSTOM_VKP_80" << QVector<int>{1, 4, 5, 8, 9, 12, 13};
+        QTest::newRow("none") << "CITIZEN_CBM_1000" << QVector<int>{1, 5, 8, 9, 12, 13};
+    }
+    void handingOutTakesACut()
+    {
+        QFETCH(QString, model);
+        QFETCH(QVector<int>, actions);
+        const PrintTarget target = *PrintTarget::forModel(model, 0);
+        for (const int bits : {0, 1, 2, 4, 5, 8, 9, 12, 13})
+            QCOMPARE(target.wantsCut(bits), actions.contains(bits));
+    }
+
     void fontsOfModels_data()
     {
         QTest::addColumn<QStringList>("fonts");

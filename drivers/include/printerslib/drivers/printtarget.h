@@ -47,6 +47,11 @@ public:
 
     /// Dots of a printed line: those of the paper, but no more than the head has.
     int lineDots() const { return m_lineDots; }
+    /// Dots of the paper from edge to edge: its millimetres, and not less than the line.
+    int paperDots() const;
+    /// Millimetres of a paper from edge to edge, which stand in its caption, such as "80 mm":
+    /// PaperInfo::width() is what is printed of them.
+    static double millimetresOf(const PaperInfo &paper);
     /// What a font byte prints with: font 0 is the base font, and so is a number that the model
     /// lacks.
     const PrintFont &font(unsigned char number) const
@@ -58,6 +63,11 @@ public:
     {
         return m_lineDots / this->font(font).cell.width();
     }
+    /// Whether what happens to a ticket at its end takes a cut, if there is a cutter. What is
+    /// handed out has to be cut, where there is something that hands out; else what would be held
+    /// out is cut at least, and what would be ejected falls by itself.
+    /// @param action bits of EPrinterTicketAction
+    bool wantsCut(int action) const;
     /// Bits of ECharFormat that the model prints. CharMarkZ is white on black.
     unsigned char printedFormats() const { return m_printedFormats; }
 
