@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "encoder/glyphs_p.h"
+#include "encoder/hazards_p.h"
 #include "encoder/linefiller_p.h"
 #include "printerdocs/echarformat.h"
 
@@ -200,10 +201,26 @@ bool CharacterSetter::countOwn(const Cell &cell)
     const Key key = keyOf(cell, size);
     if (std::find(m_own.begin(), m_own.end(), key) != m_own.end())
         return true;
-    if (static_cast<int>(m_own.size()) >= m_sheet.profile().ownCharacters())
+    if (static_cast<int>(m_own.size()) >= m_sheet.profile().ownCharacters() || !isDefinable(key))
         return false;
     m_own.push_back(key);
     return true;
+}
+
+/// Whether its dots, as a definition has them, aren't a command that acts at once.
+bool CharacterSetter::isDefinable(const Key &key)
+{
+    const auto known = m_definable.constFind(key);
+    if (known != m_definable.constEnd())
+        return *known;
+    const bool isSafe = hazards::isDefinable(drawingOf(key), m_sheet.profile());
+    m_definable.insert(key, isSafe);
+    return isSafe;
+}
+
+Paper::Picture CharacterSetter::drawingOf(const Key &key)
+{
+    return key.isSymbol ? symbolOf(key.character, key.size) : glyphs::of(key.character, key.size);
 }
 
 void CharacterSetter::setBlank(Cell &cell)
@@ -239,7 +256,7 @@ void CharacterSetter::setDrawing(Cell &cell, QSize size)
     }
     QVector<Paper::Picture> &drawings = m_sheet.layout().drawings;
     cell.drawing = static_cast<qint16>(drawings.size());
-    drawings.append(key.isSymbol ? symbolOf(key.character, size) : glyphs::of(key.character, size));
+    drawings.append(drawingOf(key));
     m_drawings.insert(key, cell.drawing);
 }
 

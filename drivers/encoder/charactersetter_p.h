@@ -59,6 +59,8 @@ private:
     void setDots(const PrintLayout::Row &row);
     void setDots(Cell &cell);
     bool countOwn(const Cell &cell);
+    bool isDefinable(const Key &key);
+    Paper::Picture drawingOf(const Key &key);
     void setBlank(Cell &cell);
     void setDrawing(Cell &cell, QSize size);
 
@@ -80,6 +82,7 @@ private:
     std::vector<Cell *> m_pending;  ///< of the row: those that the printer has no letters for
     std::vector<Key> m_own;         ///< of the row: characters that have to be defined
     QHash<Key, qint16> m_drawings;
+    QHash<Key, bool> m_definable;  ///< of those that were asked for
 };
 
 }  // namespace printerslib::drivers

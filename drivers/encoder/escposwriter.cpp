@@ -231,7 +231,8 @@ void EscPosWriter::printStrip(const PrintDots &dots, int top, int rows)
 {
     commands().put(Id::RasterImage, 0, lowByte(dots.bytesPerRow), highByte(dots.bytesPerRow),
                    lowByte(rows), highByte(rows));
-    commands().putText(dots.rows.constData() + top * dots.bytesPerRow, rows * dots.bytesPerRow);
+    commands().putText(dots.rows.constData() + qptrdiff(top) * dots.bytesPerRow,
+                       rows * dots.bytesPerRow);
 }
 
 /// Rows as far as they may go side by side; bands of columns where they may not.
@@ -297,7 +298,7 @@ void EscPosWriter::printColumns(const QByteArray &columns, int first, int count)
     for (int part = 0; count > 0; count -= part, first += part) {
         part = std::min(count, most);
         commands().put(Id::BitImage, fineMode, lowByte(part), highByte(part));
-        commands().putText(columns.constData() + 3 * first, 3 * part);
+        commands().putText(columns.constData() + qptrdiff(3) * first, 3 * part);
     }
 }
 

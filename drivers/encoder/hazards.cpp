@@ -152,10 +152,10 @@ std::vector<int> bandsFromBottom(const std::vector<bool> &rows, int height)
 
 std::vector<int> bandsFor(const std::vector<bool> &rows, int height)
 {
-    const std::vector<int> low = bandsFromTop(rows);
+    std::vector<int> low = bandsFromTop(rows);
     if (low.empty() || low.back() + bandRows <= height)
         return low;
-    const std::vector<int> high = bandsFromBottom(rows, height);
+    std::vector<int> high = bandsFromBottom(rows, height);
     return high.front() >= 0 ? high : low;
 }
 

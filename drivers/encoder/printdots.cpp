@@ -39,7 +39,7 @@ void crop(PrintDots &dots, int bytesPerRow)
     QByteArray rows;
     rows.reserve(bytesPerRow * dots.height);
     for (int y = 0; y < dots.height; ++y)
-        rows.append(dots.rows.constData() + y * dots.bytesPerRow, bytesPerRow);
+        rows.append(dots.rows.constData() + qptrdiff(y) * dots.bytesPerRow, bytesPerRow);
     dots.rows = rows;
     dots.bytesPerRow = bytesPerRow;
 }
@@ -59,9 +59,9 @@ PrintDots placedDots(const Paper::Picture &picture, int left)
     // Bits behind the last dot may be anything.
     const int lastMask = 0xFF << (sourceBytes * bitsPerByte - width);
     for (int y = 0; y < dots.height; ++y) {
-        const auto *const from =
-            reinterpret_cast<const unsigned char *>(picture.rows.constData()) + y * sourceBytes;
-        char *const to = dots.rows.data() + y * dots.bytesPerRow + first;
+        const auto *const from = reinterpret_cast<const unsigned char *>(picture.rows.constData()) +
+                                 qptrdiff(y) * sourceBytes;
+        char *const to = dots.rows.data() + qptrdiff(y) * dots.bytesPerRow + first;
         for (int i = 0; i < sourceBytes; ++i) {
             const int byte = i + 1 < sourceBytes ? from[i] : from[i] & lastMask;
             to[i] = static_cast<char>(to[i] | (byte >> shift));
@@ -83,8 +83,8 @@ Paper::Picture pictureOfCode(const Paper::Code &code)
     picture.rows.reserve(bytesPerRow * picture.size.height());
     for (int y = 0; y < code.modules.height(); ++y) {
         QByteArray row(bytesPerRow, '\0');
-        const auto *const modules =
-            reinterpret_cast<const unsigned char *>(code.rows.constData()) + y * moduleBytes;
+        const auto *const modules = reinterpret_cast<const unsigned char *>(code.rows.constData()) +
+                                    qptrdiff(y) * moduleBytes;
         for (int x = 0; x < picture.size.width(); ++x) {
             char &byte = row.data()[x / bitsPerByte];
             if (isBlack(modules, x / code.module.width()))

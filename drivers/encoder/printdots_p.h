@@ -14,7 +14,8 @@ struct PrintDots
 
     const unsigned char *row(int y) const
     {
-        return reinterpret_cast<const unsigned char *>(rows.constData()) + y * bytesPerRow;
+        return reinterpret_cast<const unsigned char *>(rows.constData()) +
+               qptrdiff(y) * bytesPerRow;
     }
 };
 

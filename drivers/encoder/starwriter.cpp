@@ -183,7 +183,7 @@ void StarWriter::printRows(const QByteArray &rows, int bytesPerRow, int first, i
         part = std::min(count, most);
         commands().put(Id::FineRasterImage, part, 0);
         for (int y = 0; y < starBandRows; ++y)
-            commands().putText(rows.constData() + y * bytesPerRow + first, part);
+            commands().putText(rows.constData() + qptrdiff(y) * bytesPerRow + first, part);
     }
 }
 

@@ -93,7 +93,7 @@ int SwecoinWriter::printDots(const PrintDots &dots, int /*room*/)
     const int bytes = std::min(dots.bytesPerRow, mostBytes);
     for (int y = 0; y < dots.height; ++y) {
         commands().put(Id::DotLine, bytes);
-        commands().putText(dots.rows.constData() + y * dots.bytesPerRow, bytes);
+        commands().putText(dots.rows.constData() + qptrdiff(y) * dots.bytesPerRow, bytes);
     }
     return dots.height;
 }

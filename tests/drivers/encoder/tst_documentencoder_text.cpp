@@ -140,6 +140,32 @@ private Q_SLOTS:
         QCOMPARE(differenceOf(document, to), QString());
     }
 
+    void dotsOfASymbolAreNoCommand_data() { addModels(); }
+    void dotsOfASymbolAreNoCommand()
+    {
+        // Columns that are the bytes 10 04, 10 05 and 10 14, if they define a character.
+        QFETCH(QString, model);
+        const PrintTarget to = target(model);
+        for (const QVector<int> &rows :
+             {QVector<int>{3, 13}, QVector<int>{3, 13, 15}, QVector<int>{3, 11, 13}}) {
+            MonochromeImage image;
+            image.setWidth(8);
+            image.setHeight(16);
+            QByteArray dots(16, '\0');
+            for (const int y : rows)
+                dots[y] = '\x42';
+            image.setImage(dots);
+            TextPrinterDocument document = documentOf(
+                {textBlock(QStringLiteral("a\x01z")), textBlock(QStringLiteral("\x01"))});
+            document.setCharImages({{1, image}});
+            QCOMPARE(differenceOf(document, to), QString());
+            const EncodedDocument made = encoded(document, to);
+            QCOMPARE(made.isFaithful(), layoutOf(document, to).notes.isEmpty());
+            for (const StreamCommand &command : StreamReader::commandsOf(made.bytes, to.profile()))
+                QVERIFY(command.realTime.isEmpty());
+        }
+    }
+
     void nothingOfATextIsACommand_data() { addModels(); }
     void nothingOfATextIsACommand()
     {
