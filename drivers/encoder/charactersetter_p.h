@@ -43,8 +43,8 @@ private:
         }
         friend uint qHash(const Key &key, uint seed = 0)
         {
-            const uint size = uint(key.size.width()) << 8 | uint(key.size.height());
-            return seed ^ (uint(key.character) << 1 | uint(key.isSymbol)) ^ size << 17;
+            const uint dots = uint(key.size.width()) << 8 | uint(key.size.height());
+            return seed ^ (uint(key.character) << 1 | uint(key.isSymbol)) ^ dots << 17;
         }
     };
 
