@@ -15,8 +15,13 @@ namespace printerslib::drivers {
 /// character.
 struct LaidLine
 {
-    QString text;            ///< blanks stand for alignment, tabs and codes that aren't printed
-    QByteArray format;       ///< bits of ECharFormat that the model prints, and CharRawCode
+    /// Blanks stand for alignment, tabs and codes that aren't printed. Special symbols have their
+    /// codes 1 to 7; all other codes below 0x20 are allowed ones. Both halves of a character beyond
+    /// U+FFFF have a cell, in the same row if it has room for them.
+    QString text;
+    /// Bits of ECharFormat that the model prints. CharRawCode is set where the character is a byte
+    /// for the printer: an allowed code, or one from 0x80 to 0xFF.
+    QByteArray format;
     QByteArray font;         ///< as in the document
     bool isWrapped = false;  ///< goes on with a line that was too long for the row above
 };
