@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include "printedpaper.h"
+#include "printerslib/drivers/printermodels.h"
 
 using namespace printedpaper;
 
@@ -173,9 +174,34 @@ private Q_SLOTS:
 
     void printersThatSwitchTheirPulsesOffGetThePictureWhole()
     {
-        const QByteArray logo = patternRows(QByteArray("\x10\x14\x01\x00\x01", 5), 20, 10);
-        QVERIFY(!encoded(documentOf({pictureBlock(160, logo)}), targetOf("WPK_833"))
-                     .bytes.contains("\x1D\x28\x44"));
+        PrinterModels models;
+        QCOMPARE(models.add(R"([{"id": "WPK_833", "switchesRealTime": true}])", "test"),
+                 QStringList());
+        const PrintTarget to(*models.profile("WPK_833"), targetOf("WPK_833").record(), 0);
+        const auto logoOf = [](const QByteArray &pattern) {
+            return documentOf({pictureBlock(160, patternRows(pattern, 20, 10)), textBlock("x")});
+        };
+        const auto bytesOf = [&](const QByteArray &pattern) {
+            return encoded(logoOf(pattern), to).bytes;
+        };
+        const QByteArray off("\x1D\x28\x44\x05\x00\x14\x01\x00\x02\x00\x1D\x76\x30", 13);
+        const QByteArray on("\x1D\x28\x44\x05\x00\x14\x01\x01\x02\x00", 10);
+        const QByteArray pulse("\x10\x14\x01\x00\x01", 5);
+        QVERIFY(bytesOf(pulse).contains(off));
+        QVERIFY(bytesOf(pulse).indexOf(on) > bytesOf(pulse).indexOf(off));
+        QVERIFY(!bytesOf(pulse).contains("\x1B*"));
+        for (const Paper &paper : papersOf(bytesOf(pulse), to.profile())) {
+            for (const Paper::Event &event : paper.events)
+                QVERIFY(event.kind != Paper::Event::Pulse && event.kind != Paper::Event::Status);
+        }
+        // What it doesn't switch off is parted all the same, and what is no hazard goes as it is.
+        for (const QByteArray &lasting :
+             {QByteArray("\x10\x04\x01\x00\x01", 5), QByteArray("\x10\x14\x07\x01\x01", 5)}) {
+            QVERIFY(bytesOf(lasting).contains("\x1B*"));
+            QCOMPARE(differenceOf(logoOf(lasting), to), QString());
+        }
+        QVERIFY(!bytesOf("\xFF").contains("\x1D\x28\x44"));
+        QVERIFY(!encoded(logoOf(pulse), targetOf("WPK_833")).bytes.contains("\x1D\x28\x44"));
     }
 };
 

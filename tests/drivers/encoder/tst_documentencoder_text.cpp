@@ -140,6 +140,27 @@ private Q_SLOTS:
         QCOMPARE(differenceOf(document, to), QString());
     }
 
+    void moreCharactersThanCanBeDefinedComeRowByRow_data() { addModels(); }
+    void moreCharactersThanCanBeDefinedComeRowByRow()
+    {
+        // No page has Georgian letters and arrows.
+        QFETCH(QString, model);
+        QList<DocumentBlock> blocks;
+        for (int row = 0; row < 8; ++row) {
+            QString text;
+            for (int i = 0; i < 16; ++i)
+                text += QChar(0x10D0 + (row * 11 + i) % 33);
+            for (int i = 0; i < 8; ++i)
+                text += QChar(0x2190 + (row * 8 + i) % 64);
+            blocks.append(textBlock(text, AlignLeft, row % 2 == 0 ? 0 : int(CharBold), row % 4));
+            blocks.append(textBlock(QStringLiteral("!\"#$%&'() plain")));
+        }
+        const PrintTarget to = target(model);
+        QCOMPARE(differenceOf(documentOf(blocks), to), QString());
+        QCOMPARE(encoded(documentOf(blocks), to).bytes.contains("\x1B&\x03"),
+                 !to.font(0).ownCharacter.isEmpty());
+    }
+
     void dotsOfASymbolAreNoCommand_data() { addModels(); }
     void dotsOfASymbolAreNoCommand()
     {
