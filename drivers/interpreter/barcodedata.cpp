@@ -14,6 +14,7 @@ QByteArray withoutMarks(const QByteArray &sent)
 {
     QByteArray payload;
     bool isSetC = false;
+    bool isMarked = false;
     for (int i = 0; i < sent.size(); ++i) {
         const char byte = sent.at(i);
         if (byte != '{' || i + 1 == sent.size()) {
@@ -27,13 +28,14 @@ QByteArray withoutMarks(const QByteArray &sent)
         const char mark = sent.at(++i);
         if (mark == '{')
             payload += '{';
+        else if (mark == '1' && payload.isEmpty() && !isMarked)
+            isMarked = true;  // in front it says what the code is, and is no data
         else if (mark == '1')
             payload += fnc1;
         else if (mark >= 'A' && mark <= 'C')
             isSetC = mark == 'C';
     }
-    // FNC1 in front says what the code is, and is no data.
-    return payload.startsWith(fnc1) ? payload.mid(1) : payload;
+    return payload;
 }
 
 /// Weights are 3 and 1 in turn, from the last digit on.

@@ -117,6 +117,8 @@ private Q_SLOTS:
             "a\x1D"
             "b",
             "[Code 128: a\\x1Db]");
+        row("Code 128, GS in front", bytes("\x49\x04{A\x1D\x42"), Symbology::Code128, "\x1D\x42",
+            "[Code 128: \\x1DB]");
         row("Code 128, FNC1 in front", bytes("\x49\x05{B{1b"), Symbology::Code128, "b",
             "[Code 128: b]");
         row("Code 128, sets by itself", bytes("\x4F\x02{B"), Symbology::Code128, "{B",
