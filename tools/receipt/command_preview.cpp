@@ -108,21 +108,13 @@ struct Request
     QString output;  ///< a file, or a folder for all models
 };
 
-/// What says which printers there are and how they print, beside the options.
-struct Shop
+bool addPrinter(const QCommandLineParser &parser, const tool::ShopSettings &shop, Request &request)
 {
-    printerslib::drivers::PrinterModels models;
-    tool::ShopSettings settings;
-};
-
-bool addPrinter(const QCommandLineParser &parser, const Shop &shop, Request &request)
-{
-    const auto paper = shop.settings.paperOf(parser, shop.models, QLatin1String(usualModel));
+    const auto paper = shop.paperOf(parser, QLatin1String(usualModel));
     if (!paper)
         return false;
     const PrintTarget target = tool::targetOf(*paper->model, *paper);
-    const auto options =
-        tool::printOptionsOf(parser, target.profile(), shop.settings.printOptions());
+    const auto options = tool::printOptionsOf(parser, target.profile(), shop.printOptions());
     if (options)
         request.printers.push_back({target, *options});
     return options.has_value();
@@ -144,12 +136,12 @@ bool addPrinters(const QCommandLineParser &parser, Request &request)
     return true;
 }
 
-bool setPrinters(const QCommandLineParser &parser, const Options &options, const Shop &shop,
-                 Request &request)
+bool setPrinters(const QCommandLineParser &parser, const Options &options,
+                 const tool::ShopSettings &shop, Request &request)
 {
     request.takesAll = parser.isSet(options.allModels);
-    if (request.takesAll && (shop.settings.areSet() || parser.isSet(tool::modelOption()) ||
-                             parser.isSet(options.output))) {
+    if (request.takesAll &&
+        (shop.areSet() || parser.isSet(tool::modelOption()) || parser.isSet(options.output))) {
         tool::complain(QStringLiteral("--all-models excludes --model, --settings and --output"));
         return false;
     }
@@ -337,13 +329,12 @@ int runPreview(const QStringList &arguments)
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;
-    const auto models = tool::modelsOf(parser);
     const auto settings = tool::shopSettingsOf(parser);
-    if (!models || !settings)
+    if (!settings)
         return tool::BadInput;
     Request request;
     const auto source = tool::sourceOf(parser);
-    if (!source || !setPrinters(parser, options, {*models, *settings}, request) ||
+    if (!source || !setPrinters(parser, options, *settings, request) ||
         !setOutput(parser, options, request))
         return tool::WrongUsage;
     request.source = *source;

@@ -11,7 +11,6 @@ namespace {
 
 using printerslib::drivers::DocumentEncoder;
 using printerslib::drivers::EncodedDocument;
-using printerslib::drivers::PrinterModels;
 using printerslib::drivers::PrintNote;
 using printerslib::drivers::PrintOptions;
 using printerslib::drivers::PrintTarget;
@@ -97,10 +96,10 @@ struct Request
     bool isDryRun = false;
 };
 
-bool setTarget(const QCommandLineParser &parser, const PrinterModels &models,
-               const tool::ShopSettings &settings, Request &request)
+bool setTarget(const QCommandLineParser &parser, const tool::ShopSettings &settings,
+               Request &request)
 {
-    const auto paper = settings.paperOf(parser, models);
+    const auto paper = settings.paperOf(parser);
     if (!paper)
         return false;
     request.target = tool::targetOf(*paper->model, *paper);
@@ -245,15 +244,13 @@ int runPrint(const QStringList &arguments)
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("print"), arguments, 0, 2))
         return *status;
-    const auto models = tool::modelsOf(parser);
     const auto settings = tool::shopSettingsOf(parser);
-    if (!models || !settings)
+    if (!settings)
         return tool::BadInput;
     Request request;
     const auto source = tool::sourceOf(parser);
-    if (!source || !setTarget(parser, *models, *settings, request) ||
-        !setDrawer(parser, options, request) || !setEnd(parser, options, *settings, request) ||
-        !setDestination(parser, options, request))
+    if (!source || !setTarget(parser, *settings, request) || !setDrawer(parser, options, request) ||
+        !setEnd(parser, options, *settings, request) || !setDestination(parser, options, request))
         return tool::WrongUsage;
     request.source = *source;
     return tool::finished(print(request));

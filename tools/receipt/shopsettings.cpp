@@ -38,18 +38,20 @@ bool hasBaudRate(const QList<SettingsItem> &items)
 
 }  // namespace
 
-ShopSettings::ShopSettings(const QSharedPointer<TextPrinterSettings> &settings, bool hasBaudRate)
-    : m_settings(settings), m_hasBaudRate(hasBaudRate)
+ShopSettings::ShopSettings(const PrinterModels &models) : m_models(models) {}
+
+ShopSettings::ShopSettings(const PrinterModels &models,
+                           const QSharedPointer<TextPrinterSettings> &settings, bool hasBaudRate)
+    : m_models(models), m_settings(settings), m_hasBaudRate(hasBaudRate)
 {}
 
 std::optional<ChosenPaper> ShopSettings::paperOf(const QCommandLineParser &parser,
-                                                 const PrinterModels &models,
                                                  const QString &defaultModel) const
 {
     if (m_settings.isNull()) {
         const QString id = parser.isSet(modelOption()) ? parser.value(modelOption()) : defaultModel;
         if (!id.isEmpty() || parser.isSet(modelOption()))
-            return paperOfModel(parser, models, id);
+            return paperOfModel(parser, m_models, id);
         complain(QStringLiteral("--model or --settings is needed: bytes depend on the printer"));
         return std::nullopt;
     }
@@ -57,13 +59,13 @@ std::optional<ChosenPaper> ShopSettings::paperOf(const QCommandLineParser &parse
         complain(QStringLiteral("--model and --settings exclude each other"));
         return std::nullopt;
     }
-    const auto model = findModel(models, m_settings->printerId());
+    const auto model = findModel(m_models, m_settings->printerId());
     if (!model)
         return std::nullopt;
     const int lastFont = model->fontTypes().size() - 1;
     // The first is 1, and one beyond the last counts as that.
     const int font = qBound(0, m_settings->baseFiscalFont() - 1, lastFont);
-    return tool::paperOf(parser, {models, model, m_settings->paperTypeId(), font});
+    return tool::paperOf(parser, {m_models, model, m_settings->paperTypeId(), font});
 }
 
 PrintOptions ShopSettings::printOptions() const
@@ -87,8 +89,11 @@ QList<QCommandLineOption> shopOptions(const QString &defaultModel)
 
 std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser)
 {
+    const auto models = modelsOf(parser);
+    if (!models)
+        return std::nullopt;
     if (!parser.isSet(settingsOption()))
-        return ShopSettings();
+        return ShopSettings(*models);
     const QString file = parser.value(settingsOption());
     const auto items = readSettingsItems(file);
     if (!items)
@@ -104,7 +109,7 @@ std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser)
         return std::nullopt;
     // The engine asks them for the case of texts.
     IPrintDeviceSettings::setPrintDeviceSettings(settings);
-    return ShopSettings(settings, hasBaudRate(*items));
+    return ShopSettings(*models, settings, hasBaudRate(*items));
 }
 
 }  // namespace tool

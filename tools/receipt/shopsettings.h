@@ -14,26 +14,28 @@ class TextPrinterSettings;
 
 namespace tool {
 
-/// How a shop prints: the settings of its printer, which options of the command line prevail over.
+/// How a shop prints: the models that it knows, and the settings of its printer, which options of
+/// the command line prevail over.
 class ShopSettings
 {
 public:
     /// No settings.
-    ShopSettings() = default;
+    explicit ShopSettings(const printerslib::drivers::PrinterModels &models);
     /// @param hasBaudRate whether they say how fast the line is
-    ShopSettings(const QSharedPointer<TextPrinterSettings> &settings, bool hasBaudRate);
+    ShopSettings(const printerslib::drivers::PrinterModels &models,
+                 const QSharedPointer<TextPrinterSettings> &settings, bool hasBaudRate);
 
     /// Whether there are any.
     bool areSet() const { return !m_settings.isNull(); }
     /// Model, paper and font. Complains and gives nothing for what isn't there.
     /// @param defaultModel where neither settings nor options say one; empty: that is a fault
     std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser,
-                                       const printerslib::drivers::PrinterModels &models,
                                        const QString &defaultModel = QString()) const;
     printerslib::drivers::PrintOptions printOptions() const;
     std::optional<int> baudRate() const;
 
 private:
+    printerslib::drivers::PrinterModels m_models;
     QSharedPointer<TextPrinterSettings> m_settings;  ///< null: none
     bool m_hasBaudRate = false;
 };
@@ -41,8 +43,8 @@ private:
 /// The options --settings, --model, --paper, --font and --models.
 /// @param defaultModel without the first two; empty: one of them is needed
 QList<QCommandLineOption> shopOptions(const QString &defaultModel = QString());
-/// What --settings says. The library takes these settings from then on. Complains and gives nothing
-/// if the file can't be read or isn't taken whole.
+/// What --settings and --models say. The library takes these settings from then on. Complains and
+/// gives nothing if a file can't be read or isn't taken whole.
 std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser);
 
 }  // namespace tool
