@@ -88,7 +88,7 @@ TextPrinterDocument documentOf(const QStringList &lines)
 drivers::EncodedDocument encoded(const drivers::DocumentEncoder &encoder,
                                  const TextPrinterDocument &document)
 {
-    const drivers::EncodedDocument result = encoder.encode(document);
+    drivers::EncodedDocument result = encoder.encode(document);
     if (!result.isFaithful())
         qFatal("the receipt isn't printed as it is: %s", qPrintable(result.error));
     return result;
