@@ -197,7 +197,8 @@ constexpr CommandRow starLineTable[] = {
     row(Id::Buzzer, "ESC GS BEL", "m n1 n2", "sounds the buzzer", lineMode),
     row(Id::BuzzerPulse, "ESC GS EM DC1", "m n1 n2", "sets the outer buzzer's pulse", lineMode),
     row(Id::BuzzerSound, "ESC GS EM DC2", "m n1 n2", "sounds the outer buzzer", lineMode),
-    row(Id::Presenter, "ESC SYN", "n m", "takes the ticket back, or sets when that is done", hybrid),
+    row(Id::Presenter, "ESC SYN", "n m", "takes the ticket back, or sets when that is done",
+        hybrid),
 
     // Status and the printer itself
     row(Id::PrinterSelect, "DC1", "", "selects the printer again", hybrid),

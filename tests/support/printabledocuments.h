@@ -52,7 +52,8 @@ inline char32_t character()
 {
     static const std::u32string usual = U"aZ09 .,=-АяЁ€";
     static const std::u32string rare =
-        U"ßéÄŁżñøþ½°£¥§«»—–…„“│─┌╬█░αΩπчғҚіїљעאبกカ漢字ﾊ₽₸№†‰™\u00A0\u00AD\u200B\u2028\uFEFF"
+        U"ßéÄŁżñøþ½°£¥§«»—–…„“│─┌╬█░αΩπчғҚіїљעאبกカ漢字ﾊ₽₸№†‰™\u00A0\u00AD\u200B\u2028"
+        U"\uFEFF"
         U"\uFFFD\u0301";
     switch (*inRange(0, 24)) {
         case 0:

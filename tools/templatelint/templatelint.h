@@ -32,7 +32,7 @@ struct PaperFont
 {
     QSize cell;     ///< of a character, as wide as the units of the paper say
     QSize drawing;  ///< the largest of a special symbol in it; empty: it takes none
-    QString name;        ///< for messages
+    QString name;   ///< for messages
 };
 
 /// What a line has to fit into, in units of its own: dots, or characters.

@@ -113,7 +113,7 @@ public:
     /// Dots of a barcode's module, and of a two-dimensional code's, the least and the greatest that
     /// can be chosen.
     int leastModule() const;
-    int mostModule() const;  ///< the greatest of them
+    int mostModule() const;         ///< the greatest of them
     CutCommand cutCommand() const;  ///< how it cuts
     Presenter presenter() const;    ///< how it hands out
     /// Milliseconds of a step of the timer behind which the presenter itself takes a ticket back,

@@ -35,7 +35,8 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintNote
 ///   in front, alignment, tabs) are cells, too, so that the first stands at the left edge.
 /// - Of a raster row the paper shows rasterOf(). Of another it shows the printer's own letters, and
 ///   drawings where cells have them.
-/// - Codes are drawn with `modules` of `module` dots from `left`, with the `correctionLevel` that is
+/// - Codes are drawn with `modules` of `module` dots from `left`, with the `correctionLevel` that
+/// is
 ///   told. Their quiet zones are feeds above and below.
 /// - Nothing is fed for the paper's ends or for cuts.
 ///
