@@ -34,7 +34,8 @@ private:
 struct Strip
 {
     QImage image;
-    QVector<int> rows;  ///< of the image that count
+    QVector<int> rows;   ///< of the image that count
+    int blankAbove = 0;  ///< rows that were left out at the top
     int left = 0;
     int width = 0;
 
@@ -51,10 +52,9 @@ struct Strip
     {
         while (!rows.isEmpty() && isBlank(rows.size() - 1))
             rows.removeLast();
-        int blank = 0;
-        while (blank < rows.size() && isBlank(blank))
-            ++blank;
-        rows.remove(0, blank);
+        while (blankAbove < rows.size() && isBlank(blankAbove))
+            ++blankAbove;
+        rows.remove(0, blankAbove);
     }
 };
 

@@ -209,6 +209,12 @@ QString dotsDifference(const Printing &printing, const TextPrinterDocument &docu
         return ours.rows.isEmpty() ? QString() : QStringLiteral("nothing is printed");
     const burntdots::Strip burnt =
         burntdots::stripOf(Layout(papers, receiptpreview::Paper(printing.layout.target)));
+    // Behind a cut there is what hung between head and cutter.
+    const bool isCutBefore = (document.prevTicketAction() & TicketActionEveryDocument) != 0;
+    if (!isCutBefore && ours.blankAbove != burnt.blankAbove)
+        return QStringLiteral("%1 and %2 blank rows above")
+            .arg(ours.blankAbove)
+            .arg(burnt.blankAbove);
     const QString difference = burntdots::difference(ours, burnt);
     return difference.isEmpty() ? difference : difference + savedPicture(ours, burnt);
 }
