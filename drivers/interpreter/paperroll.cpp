@@ -256,6 +256,7 @@ void PaperRoll::cutOff(int place, int lineCount)
     startPiece();
     if (!isPrintedBelow)
         return;
+    m_fedBefore -= top - place;
     m_paper.lines = whole.lines;
     m_paper.cells = whole.cells;
     m_paper.pictures = whole.pictures;
@@ -268,6 +269,7 @@ void PaperRoll::cutOff(int place, int lineCount)
 
 void PaperRoll::startPiece()
 {
+    m_fedBefore += m_top;
     m_paper = m_blank;
     m_hasFirstByte = false;
     m_top = 0;

@@ -14,6 +14,8 @@ public:
 
     /// Dots from the beginning of the piece to the head.
     int top() const { return m_top; }
+    /// Dots that the paper has moved, over all pieces; what is fed back is taken off.
+    qint64 fed() const { return m_fedBefore + m_top; }
     /// Whether the paper is at its longest before so many dots are printed, but not yet.
     bool endsWithin(int dots) const
     {
@@ -61,6 +63,7 @@ private:
     qint64 m_offset = 0;
     bool m_hasFirstByte = false;
     int m_top = 0;
+    qint64 m_fedBefore = 0;  ///< up to the beginning of the piece
     int m_printedEnd = 0;  ///< bottom of the lowest line that isn't blank
     int m_looseDots = 0;   ///< fed, but less than a line
     int m_notes = 0;

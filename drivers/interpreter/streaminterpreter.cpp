@@ -55,6 +55,11 @@ QVector<Paper> StreamInterpreter::finish()
     return pieces;
 }
 
+qint64 StreamInterpreter::dotsFed() const
+{
+    return d->printer->roll.fed();
+}
+
 QVector<Paper> StreamInterpreter::papersOf(const QByteArray &stream, const PrinterProfile &profile,
                                            const Options &options)
 {

@@ -203,6 +203,34 @@ private Q_SLOTS:
         QVERIFY(interpreter.finish().isEmpty());
     }
 
+    void paperThatHasMovedIsToldOverPieces()
+    {
+        const PrinterProfile profile;
+        StreamInterpreter interpreter(profile);
+        const int line = profile.lineSpacing();
+        QCOMPARE(interpreter.dotsFed(), 0LL);
+        interpreter.read("first");
+        QCOMPARE(interpreter.dotsFed(), 0LL);
+        interpreter.read("\n\n");
+        QCOMPARE(interpreter.dotsFed(), 2LL * line);
+        QCOMPARE(interpreter.read(QByteArray("\x1DVB\0", 4)).size(), 1);
+        QCOMPARE(interpreter.dotsFed(), 2LL * line);
+        interpreter.read("second\n");
+        QCOMPARE(interpreter.dotsFed(), 3LL * line);
+        interpreter.finish();
+        QCOMPARE(interpreter.dotsFed(), 0LL);
+    }
+
+    void cutAboveTheHeadMovesNoPaper()
+    {
+        const PrinterProfile profile;
+        StreamInterpreter interpreter(profile);
+        for (int i = 0; i < 10; ++i)
+            interpreter.read("a\n");
+        QCOMPARE(interpreter.read(QByteArray("\x1DV\1", 3)).size(), 1);
+        QCOMPARE(interpreter.dotsFed(), 10LL * profile.lineSpacing());
+    }
+
     void streamAfterTheEndBeginsAnew()
     {
         StreamInterpreter interpreter((PrinterProfile()));

@@ -43,6 +43,10 @@ public:
     /// printer that was just switched on.
     QVector<Paper> finish();
 
+    /// Dots that the paper has moved since the printer was switched on, what was fed back taken off:
+    /// what a printer needs time for.
+    qint64 dotsFed() const;
+
     /// All papers of a whole stream, the last one perhaps not cut.
     static QVector<Paper> papersOf(const QByteArray &stream, const PrinterProfile &profile)
     {
