@@ -24,11 +24,7 @@ public:
         ::cfmakeraw(&settings);
         ::tcsetattr(m_programs, TCSANOW, &settings);
     }
-    ~PseudoTerminal()
-    {
-        ::close(m_programs);
-        ::close(m_ours);
-    }
+    ~PseudoTerminal() { hangUp(); }
     PseudoTerminal(const PseudoTerminal &) = delete;
     PseudoTerminal &operator=(const PseudoTerminal &) = delete;
 
@@ -47,6 +43,31 @@ public:
             bytes.append(piece, static_cast<int>(count));
         }
         return bytes;
+    }
+
+    /// What the other end of the line says to the program.
+    void write(const QByteArray &bytes)
+    {
+        if (::write(m_ours, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
+            qFatal("the terminal takes nothing");
+    }
+
+    /// How the program has set the line.
+    termios settings() const
+    {
+        termios settings{};
+        ::tcgetattr(m_programs, &settings);
+        return settings;
+    }
+
+    /// As if the cable were pulled out.
+    void hangUp()
+    {
+        if (m_ours < 0)
+            return;
+        ::close(m_programs);
+        ::close(m_ours);
+        m_ours = -1;
     }
 
 private:

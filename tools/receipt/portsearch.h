@@ -8,10 +8,12 @@
 #include <optional>
 #include <vector>
 
-#include "portuse.h"
 #include "printdevicefinder/printdeviceinfo.h"
 #include "searchedport.h"
 #include "searchplan.h"
+#include "transport/portuse_p.h"
+
+using printerslib::drivers::PortUse;
 
 /// What is to be done on one port.
 struct PortTask

@@ -3,7 +3,9 @@
 #include <QString>
 #include <memory>
 
-/// Whether a search can use a port, found out before it begins. QSerialPort tells a port that is in
+namespace printerslib::drivers {
+
+/// Whether a serial port can be used, and why not. QSerialPort tells a port that is in
 /// use from one that isn't permitted by no more than a line in the log.
 class PortUse
 {
@@ -15,6 +17,8 @@ public:
     /// Without symbolic links, so that two names of one port are told to be one.
     QString canonicalPath() const { return m_canonicalPath; }
     bool isUsable() const { return m_reason.isEmpty(); }
+    /// Whether it is one, if it is there at all.
+    bool isSerialPort() const { return m_isSerialPort; }
     /// Why not, for example "/dev/ttyS0 is held by process 4711 (tillservice)".
     QString reason() const { return m_reason; }
 
@@ -25,7 +29,7 @@ private:
     class Descriptor;
 
     QString look();
-    QString lookAtFile() const;
+    QString lookAtFile();
     QString lookAtLock(const QString &path) const;
     QString lookAtLine();
 
@@ -35,5 +39,8 @@ private:
     /// Open as long as this object and its copies live: a port whose last user goes drops its DTR
     /// line, on which some printers start anew.
     std::shared_ptr<Descriptor> m_descriptor;
+    bool m_isSerialPort = true;
     QString m_reason;  ///< The last one, as looking for it opens the port.
 };
+
+}  // namespace printerslib::drivers

@@ -1,8 +1,6 @@
-#include "portuse.h"
+#include "transport/portuse_p.h"
 
 #include <fcntl.h>
-#include <grp.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -13,6 +11,12 @@
 #include <QLockFile>
 #include <cerrno>
 #include <csignal>
+
+#include "transport/deviceholder_p.h"
+
+namespace printerslib::drivers {
+
+using namespace deviceholder;
 
 namespace {
 
@@ -28,18 +32,6 @@ QString locationOf(const QString &name)
     return begins("/") || begins("./") || begins("../") ? name : QStringLiteral("/dev/") + name;
 }
 
-QString userName(uid_t user)
-{
-    const passwd *const entry = ::getpwuid(user);
-    return entry == nullptr ? QString::number(user) : QString::fromLocal8Bit(entry->pw_name);
-}
-
-QString groupName(gid_t group)
-{
-    const ::group *const entry = ::getgrgid(group);
-    return entry == nullptr ? QString::number(group) : QString::fromLocal8Bit(entry->gr_name);
-}
-
 bool isAlive(qint64 process)
 {
     return process > 0 && (::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM);
@@ -52,38 +44,6 @@ bool isLockFileOrNothing(const QString &path)
     struct stat status = {};
     return ::stat(QFile::encodeName(path).constData(), &status) != 0 ||
            (S_ISREG(status.st_mode) && status.st_size <= greatestLockFile);
-}
-
-/// For example "process 4711 (tillservice) of user shop".
-QString describedProcess(qint64 process)
-{
-    const QString folder = QStringLiteral("/proc/%1").arg(process);
-    QFile comm(folder + QStringLiteral("/comm"));
-    QString text = QStringLiteral("process %1").arg(process);
-    if (comm.open(QIODevice::ReadOnly))
-        text += QStringLiteral(" (%1)").arg(QString::fromLocal8Bit(comm.readAll()).trimmed());
-    struct stat status = {};
-    if (::stat(QFile::encodeName(folder).constData(), &status) == 0)
-        text += QStringLiteral(" of user ") + userName(status.st_uid);
-    return text;
-}
-
-/// The process other than this one that has the file open; 0 if none is to be seen.
-qint64 holderOf(const QString &path)
-{
-    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
-    for (const QString &entry : processes) {
-        const qint64 process = entry.toLongLong();
-        if (process <= 0 || process == ::getpid())
-            continue;
-        const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(process));
-        const QStringList names = descriptors.entryList(QDir::Files | QDir::System);
-        for (const QString &name : names) {
-            if (QFile::symLinkTarget(descriptors.filePath(name)) == path)
-                return process;
-        }
-    }
-    return 0;
 }
 
 }  // namespace
@@ -126,13 +86,14 @@ QString PortUse::look()
     return reason.isEmpty() ? lookAtLine() : reason;
 }
 
-QString PortUse::lookAtFile() const
+QString PortUse::lookAtFile()
 {
     struct stat status = {};
     const QByteArray path = QFile::encodeName(m_canonicalPath);
     if (::stat(path.constData(), &status) != 0)
         return QStringLiteral("%1: %2").arg(m_location, qt_error_string(errno));
-    if (!S_ISCHR(status.st_mode))
+    m_isSerialPort = S_ISCHR(status.st_mode);
+    if (!m_isSerialPort)
         return QStringLiteral("%1 is no serial port").arg(m_location);
     if (::access(path.constData(), R_OK | W_OK) == 0)
         return {};
@@ -201,12 +162,15 @@ QString PortUse::lookAtLine()
     if (m_descriptor->value >= 0) {
         if (::tcgetattr(m_descriptor->value, &line) == 0)
             return {};
+        m_isSerialPort = false;
         return QStringLiteral("%1 is no serial port: %2").arg(m_location, qt_error_string(errno));
     }
     if (errno != EBUSY)
         return QStringLiteral("%1: %2").arg(m_location, qt_error_string(errno));
-    const qint64 process = holderOf(m_canonicalPath);
+    const qint64 process = processHolding(m_canonicalPath);
     return QStringLiteral("%1 is held by %2")
         .arg(m_location,
              process == 0 ? QStringLiteral("another process") : describedProcess(process));
 }
+
+}  // namespace printerslib::drivers

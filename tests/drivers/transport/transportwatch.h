@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QTimer>
+#include <QtTest>
+#include <memory>
+
+#include "printerslib/drivers/transport.h"
+
+/// Enough for any machine; what is waited for comes long before.
+#define TRY_VERIFY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
+#define TRY_COMPARE(actual, expected) QTRY_COMPARE_WITH_TIMEOUT(actual, expected, 30000)
+
+namespace transportwatch {
+
+using printerslib::drivers::PrinterAddress;
+using printerslib::drivers::Transport;
+using printerslib::drivers::TransportError;
+using printerslib::drivers::TransportOptions;
+using Kind = TransportError::Kind;
+using State = Transport::State;
+
+inline PrinterAddress addressOf(const QString &text)
+{
+    QString error;
+    const auto address = PrinterAddress::parse(text, &error);
+    if (!address)
+        qFatal("%s: %s", qPrintable(text), qPrintable(error));
+    return *address;
+}
+
+/// What a transport tells, in its order; numbers of bytes and the bytes themselves apart.
+class Watch
+{
+public:
+    explicit Watch(Transport &transport)
+    {
+        const auto note = [this](const char *what) { return [this, what] { told.append(what); }; };
+        QObject::connect(&transport, &Transport::opened, &m_context, note("opened"));
+        QObject::connect(&transport, &Transport::closed, &m_context, note("closed"));
+        QObject::connect(&transport, &Transport::failed, &m_context,
+                         [this](const TransportError &fault) {
+                             told.append("failed");
+                             error = fault;
+                         });
+        QObject::connect(&transport, &Transport::lost, &m_context,
+                         [this](const TransportError &fault) {
+                             told.append("lost");
+                             error = fault;
+                         });
+        QObject::connect(&transport, &Transport::written, &m_context,
+                         [this](qint64 total) { totals.append(total); });
+        QObject::connect(&transport, &Transport::received, &m_context,
+                         [this](const QByteArray &bytes) { received += bytes; });
+    }
+
+    QStringList told;
+    TransportError error;
+    QVector<qint64> totals;
+    QByteArray received;
+
+private:
+    QObject m_context;
+};
+
+/// Counts how often an event loop has a turn.
+class Heart
+{
+public:
+    Heart()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { ++beats; });
+        m_timer.start(1);
+    }
+    int beats = 0;
+
+private:
+    QTimer m_timer;
+};
+
+/// A pattern in which each byte is told from its neighbours.
+inline QByteArray pattern(int size)
+{
+    QByteArray bytes;
+    bytes.reserve(size);
+    for (int i = 0; i < size; ++i)
+        bytes.append(static_cast<char>(i * 7 + i / 251));
+    return bytes;
+}
+
+}  // namespace transportwatch
