@@ -52,9 +52,9 @@ inline char32_t character()
 {
     static const std::u32string usual = U"aZ09 .,=-АяЁ€";
     static const std::u32string rare =
-        U"ßéÄŁżñøþ½°£¥§«»—–…„“│─┌╬█░αΩπчғҚіїљעאبกカ漢字ﾊ₽₸№†‰™\u00A0\u00AD\u200B\u2028"
-        U"\uFEFF"
-        U"\uFFFD\u0301";
+        U"ßéÄŁżñøþ½°£¥§«»—–…„“│─┌╬█░"
+        U"αΩπчғҚіїљעאبกカ漢字ﾊ₽₸№†‰™"
+        U"\u00A0\u00AD\u200B\u2028\uFEFF\uFFFD\u0301";
     switch (*inRange(0, 24)) {
         case 0:
             return *inRange<char32_t>(1, 8);  // symbols
