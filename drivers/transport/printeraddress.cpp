@@ -355,8 +355,7 @@ std::optional<PrinterAddress> AddressReader::read(const hearth::Rs232PortSetting
         fail(QStringLiteral("the record of a serial line names no port"));
     else if (!readBaudRate(QString::number(record.baudRate()), line))
         fail(QStringLiteral("the record of the port %1 has a baud rate that no line has: %2")
-                 .arg(record.portName())
-                 .arg(record.baudRate()));
+                 .arg(record.portName(), QString::number(record.baudRate())));
     else if (!readPortSetting(parities, record.parity(), line.parity) ||
              !readPortSetting(dataBits, record.dataBits(), line.dataBits) ||
              !readPortSetting(stopBits, record.stopBits(), line.stopBits) ||
@@ -364,11 +363,9 @@ std::optional<PrinterAddress> AddressReader::read(const hearth::Rs232PortSetting
         fail(QStringLiteral(
                  "the record of the port %1 has parity %2, %3 data bits, stop bits %4 and "
                  "flow control %5, which no line has")
-                 .arg(record.portName())
-                 .arg(record.parity())
-                 .arg(record.dataBits())
-                 .arg(record.stopBits())
-                 .arg(record.flowControl()));
+                 .arg(record.portName(), QString::number(record.parity()),
+                      QString::number(record.dataBits()), QString::number(record.stopBits()),
+                      QString::number(record.flowControl())));
     if (!m_fault.isEmpty() || !readPath(escaped(record.portName())))
         return std::nullopt;
     return m_address;

@@ -12,6 +12,11 @@ constexpr qint64 greatestTurn = 64LL * 1024;  // bytes handed over before others
 constexpr int greatestGap = 64 * 1024;  // bytes in front of the queue that are kept for a while
 constexpr int millisecondsPerSecond = 1000;
 
+QString secondsOf(int milliseconds)
+{
+    return QString::number(milliseconds / double(millisecondsPerSecond));
+}
+
 }  // namespace
 
 QueuedTransport::QueuedTransport(const PrinterAddress &address, const TransportOptions &options)
@@ -187,18 +192,15 @@ void QueuedTransport::connectTimeOut()
         {TransportError::Kind::TimedOut,
          QStringLiteral("%1 didn't answer within %2 s: it is off, its cable is out, or the "
                         "address is another one's")
-             .arg(m_address.toString())
-             .arg(m_options.connectMilliseconds / double(millisecondsPerSecond))});
+             .arg(m_address.toString(), secondsOf(m_options.connectMilliseconds))});
 }
 
 void QueuedTransport::writeTimeOut()
 {
     hasBroken({TransportError::Kind::TimedOut,
                QStringLiteral("%1 took no byte for %2 s, %3 of them being left: %4")
-                   .arg(m_address.toString())
-                   .arg(m_options.writeMilliseconds / double(millisecondsPerSecond))
-                   .arg(bytesToWrite())
-                   .arg(whyStuck())});
+                   .arg(m_address.toString(), secondsOf(m_options.writeMilliseconds),
+                        QString::number(bytesToWrite()), whyStuck())});
 }
 
 }  // namespace printerslib::drivers

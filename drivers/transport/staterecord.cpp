@@ -95,10 +95,8 @@ bool StateRecord::write(const QByteArray &bytes) const
 {
     if (bytes.size() > greatestSize)
         return false;
-    const QString path = QStringLiteral("%1/%2.%3%4")
-                             .arg(m_folder, m_name)
-                             .arg(::geteuid())
-                             .arg(QLatin1String(recordSuffix));
+    const QString path = m_folder + QLatin1Char('/') + m_name + QLatin1Char('.') +
+                         QString::number(::geteuid()) + QLatin1String(recordSuffix);
     QTemporaryFile file(path + QStringLiteral(".XXXXXX"));
     if (!file.open())
         return false;

@@ -116,6 +116,21 @@ private Q_SLOTS:
                  qPrintable(watch.error.text));
     }
 
+    void percentSignsInNamesStandAsTheyAre()
+    {
+        PseudoTerminal terminal;
+        QTemporaryDir folder;
+        QVERIFY(QFile::link(terminal.path(), folder.filePath("\x12")));
+        const QString address = "device:" + folder.path() + "/%12";
+        const auto transport = Transport::make(addressOf(address), impatient());
+        Watch watch(*transport);
+        transport->open();
+        QVERIFY(transport->write(tooMuch));
+        TRY_COMPARE(watch.told, QStringList({"opened", "failed"}));
+        QVERIFY2(watch.error.text.startsWith(address + " took no byte for 0.3 s, "),
+                 qPrintable(watch.error.text));
+    }
+
     void deviceThatGoesIsLost()
     {
         PseudoTerminal terminal;

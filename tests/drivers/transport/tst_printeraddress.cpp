@@ -239,6 +239,10 @@ private Q_SLOTS:
         record.setBaudRate(0);
         QTest::newRow("baud rate")
             << record << "the record of the port ttyS0 has a baud rate that no line has: 0";
+        record.setPortName("tty%2");
+        QTest::newRow("percent sign")
+            << record << "the record of the port tty%2 has a baud rate that no line has: 0";
+        record.setPortName("ttyS0");
         record.setBaudRate(9600);
         hearth::Rs232PortSettings wrong = record;
         wrong.setParity(QSerialPort::UnknownParity);
