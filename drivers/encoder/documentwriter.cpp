@@ -172,18 +172,18 @@ void DocumentWriter::setPage(int page)
 
 /// A byte as it stands; codes below 0x20 behind a blank, so that they make no command with what
 /// stands before them.
-char DocumentWriter::rawByte(const PrintLayout::Cell &cell)
+void DocumentWriter::putRaw(const PrintLayout::Cell &cell)
 {
     const char byte = static_cast<char>(cell.byte);
     if (cell.byte < 0x20) {
         put(' ');
-        return m_options.allowedRawCodes.contains(byte) ? byte : '\0';
+        if (m_options.allowedRawCodes.contains(byte))
+            put(byte);
+        return;
     }
-    if (cell.byte == 0x7F)
-        return ' ';
     if (cell.byte >= 0x80)
         setPage(m_firstPage);
-    return byte;
+    put(cell.byte == 0x7F ? ' ' : byte);
 }
 
 char DocumentWriter::byteOnSomePage(const PrintLayout &layout, const PrintLayout::Row &row,
@@ -262,8 +262,8 @@ void DocumentWriter::printText(const PrintLayout &layout, const PrintLayout::Row
             put(' ');
         else if ((cell.format & CharRawCode) == 0)
             put(byteOf(layout, row, i));
-        else if (const char byte = rawByte(cell); byte != '\0')
-            put(byte);
+        else
+            putRaw(cell);
     }
     flush();
     endLine(row.height, row.height + row.feed - m_borrowed, row.count == 0);

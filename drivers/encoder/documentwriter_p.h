@@ -97,7 +97,7 @@ private:
     char byteOf(const PrintLayout &layout, const PrintLayout::Row &row, int index);
     int putKnown(const PrintLayout::Cell *cells, int count);
     char byteOnSomePage(const PrintLayout &layout, const PrintLayout::Row &row, int index);
-    char rawByte(const PrintLayout::Cell &cell);
+    void putRaw(const PrintLayout::Cell &cell);
     qint64 ownKey(const PrintLayout::Cell &cell) const;
     int slotOf(qint64 key) const;
     void put(char byte);

@@ -255,6 +255,19 @@ private Q_SLOTS:
         QVERIFY(encoded(plain, to, options).bytes.contains("a z"));
     }
 
+    void codeZeroIsSentLikeOthersThatAreAllowed()
+    {
+        const PrintTarget to = target("GENERAL_EPSON_PROTOCOL");
+        const auto document = documentOf(
+            {textBlock(QString(QLatin1Char('a')) + QChar(0) + 'z', AlignLeft, CharRawCode)});
+        PrintOptions options;
+        options.allowedRawCodes = QByteArray(1, '\0');
+        const EncodedDocument job = encoded(document, to, options);
+        QVERIFY2(job.bytes.contains(QByteArray("a \0z", 4)), job.bytes.toHex(' ').constData());
+        QVERIFY(job.isFaithful());
+        QVERIFY(encoded(document, to).bytes.contains("a z"));
+    }
+
     void allowedCodesMakeNoPairWithWhatIsSentBeforeThem()
     {
         // The operand of double width is the byte that begins commands which act at once.

@@ -319,6 +319,21 @@ private Q_SLOTS:
         QVERIFY(!usual.isFaithful());
     }
 
+    void operandBelow32OfAnAllowedCodeStandsBehindABlank()
+    {
+        const TextPrinterDocument document = documentOf({textBlock(QString::fromLatin1("\x1B"
+                                                                                       "E1\x1B"
+                                                                                       "E\x01"),
+                                                                   AlignLeft, CharRawCode)});
+        PrintOptions options;
+        options.allowedRawCodes = QByteArray("\x01\x1B", 2);
+        const EncodedDocument job = encoded(document, plainModel, options);
+        QVERIFY2(job.bytes.contains(QByteArray(" \x1B"
+                                               "E1 \x1B"
+                                               "E \x01")),
+                 job.bytes.toHex(' ').constData());
+    }
+
     void rawCodeOfTheUpperHalfIsAByteOfTheFirstPage()
     {
         const TextPrinterDocument document =
