@@ -123,7 +123,7 @@ void defineCharacters(Printer &printer, const StreamCommand &command)
         const int size = columns * bytesPerColumn;
         const Paper::Picture drawn =
             pictureOfColumns(data.mid(at + 1, size), columns, bytesPerColumn);
-        printer.ownCharacters.insert(printer.ownKey(code), croppedPicture(drawn, cell));
+        printer.defineCharacter(printer.ownKey(code), drawn, cell);
         at += 1 + size;
     }
 }

@@ -76,7 +76,8 @@ void setKanjiSpacing(Printer &printer, const StreamCommand &command)
 void defineKanji(Printer &printer, const StreamCommand &command)
 {
     const int key = Printer::ownKeyOfTwo(command.operand(0), command.operand(1));
-    printer.ownCharacters.insert(key, pictureOfColumns(command.payload(), 24, 3));
+    const Paper::Picture drawn = pictureOfColumns(command.payload(), 24, 3);
+    printer.defineCharacter(key, drawn, drawn.size);
 }
 
 void cancelKanji(Printer &printer, const StreamCommand &command)

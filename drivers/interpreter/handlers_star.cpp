@@ -82,8 +82,7 @@ void defineStarCharacter(Printer &printer, const StreamCommand &command)
 {
     // Sixteen columns of three bytes, of which the font takes what it has.
     const Paper::Picture drawn = pictureOfColumns(command.payload(), 16, 3);
-    printer.ownCharacters.insert(printer.ownKey(command.operand(2)),
-                                 croppedPicture(drawn, printer.cellSize()));
+    printer.defineCharacter(printer.ownKey(command.operand(2)), drawn, printer.cellSize());
 }
 
 void cancelStarCharacter(Printer &printer, const StreamCommand &command)

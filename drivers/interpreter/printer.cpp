@@ -178,6 +178,18 @@ int Printer::ownKeyOfTwo(int lead, int trail)
     return 0x100 * lead + trail;
 }
 
+void Printer::defineCharacter(int key, const Paper::Picture &drawn, QSize cell)
+{
+    OwnCharacter own;
+    own.drawing = croppedPicture(drawn, cell);
+    if (options.letters != nullptr)
+        own.letter = options.letters->letterOf(own.drawing, cell);
+    // Never the letter of the byte, which would look like text.
+    if (own.letter == 0)
+        own.letter = u'\uFFFD';
+    ownCharacters.insert(key, own);
+}
+
 void Printer::printText(const QByteArray &bytes)
 {
     if (state.kanji.isOn && state.kanji.set) {
@@ -220,7 +232,8 @@ void Printer::printCharacter(char16_t character, int key, const Paper::Cell &loo
         const auto own = ownCharacters.constFind(key);
         if (own != ownCharacters.constEnd()) {
             cell.drawing = line.items.drawings.size();
-            line.items.drawings.append(*own);
+            line.items.drawings.append(own->drawing);
+            cell.character = own->letter;
         }
     }
     line.add(cell, advance);

@@ -49,6 +49,13 @@ struct RasterState
     bool isPacked = false;  ///< Swecoin: rows are compressed
 };
 
+/// A character that the stream draws itself.
+struct OwnCharacter
+{
+    Paper::Picture drawing;
+    char16_t letter = 0;  ///< that it shows
+};
+
 struct MacroState
 {
     bool isRecorded = false;
@@ -78,6 +85,8 @@ public:
     /// Keys of `ownCharacters`: a byte in the chosen font, or two bytes.
     int ownKey(int byte) const;
     static int ownKeyOfTwo(int lead, int trail);
+    /// What goes beyond the cell isn't printed.
+    void defineCharacter(int key, const Paper::Picture &drawn, QSize cell);
 
     // Lines.
     /// Prints the line, if there is one, and feeds by lines.
@@ -120,7 +129,7 @@ public:
     QMap<int, SymbolState> symbols;  ///< by GS ( k's cn
     RasterState raster;
     MacroState macro;
-    QHash<int, Paper::Picture> ownCharacters;
+    QHash<int, OwnCharacter> ownCharacters;
     QSize drawerPulse = usualDrawerPulse;  ///< Star: on and off, in milliseconds
 
 private:

@@ -1,3 +1,4 @@
+#include <printerslib/drivers/glyphreader.h>
 #include <printerslib/drivers/symbologydrawer.h>
 
 #include <QFileInfo>
@@ -16,6 +17,7 @@ namespace {
 
 using decoding::Request;
 using decoding::Sink;
+using printerslib::drivers::GlyphReader;
 using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::SymbologyDrawer;
 
@@ -259,6 +261,8 @@ int runDecode(const QStringList &arguments)
     // Texts need them too: where a cut falls depends on the codes' heights.
     const SymbologyDrawer codes;
     request.options.codes = &codes;
+    const GlyphReader letters(request.profile);
+    request.options.letters = &letters;
     const auto run = [&request, form]() -> tool::WatchedRun {
         return {decode(request, *form), {}};
     };

@@ -113,7 +113,7 @@ private:
         const Raster &drawing = m_layout.drawings().at(static_cast<std::size_t>(cell.drawing));
         const QTransform turn = turnOf(cell.effects, rect.size());
         const QSize dots = drawing.dotsPerPixel;
-        const int boldDots = cell.has(Cell::Bold) ? 1 : 0;
+        const int boldDots = cell.has(Cell::Bold) ? dots.width() : 0;
         const QRect inside(QPoint(0, 0), rect.size());
         forEachRun(drawing.image, drawing.image.width(), 0, drawing.image.height() - 1,
                    [&](const QRect &run) {

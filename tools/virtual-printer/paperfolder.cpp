@@ -14,11 +14,13 @@ using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::StreamInterpreter;
 
 StreamInterpreter::Options optionsOf(const PrinterInfo &model, int paper,
-                                     const printerslib::drivers::CodeDrawer &codes)
+                                     const printerslib::drivers::CodeDrawer &codes,
+                                     const printerslib::drivers::LetterReader &letters)
 {
     StreamInterpreter::Options options;
     options.paperDots = model.paperType(paper).pointsToLine();
     options.codes = &codes;
+    options.letters = &letters;
     return options;
 }
 
@@ -42,9 +44,10 @@ bool writeNew(const QString &fileName, const QByteArray &content, QString *error
 }  // namespace
 
 PaperFolder::PaperFolder(const PrinterProfile &profile, const QString &folder)
-    : m_model(receiptpreview::catalogueModel(profile.catalogueId()).value_or(PrinterInfo())),
+    : m_letters(profile),
+      m_model(receiptpreview::catalogueModel(profile.catalogueId()).value_or(PrinterInfo())),
       m_paper(receiptpreview::widestPaperOf(m_model)),
-      m_interpreter(profile, optionsOf(m_model, m_paper, m_codes)),
+      m_interpreter(profile, optionsOf(m_model, m_paper, m_codes, m_letters)),
       m_folder(folder)
 {}
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <printerslib/drivers/glyphreader.h>
 #include <printerslib/drivers/streaminterpreter.h>
 #include <printerslib/drivers/symbologydrawer.h>
 
@@ -43,6 +44,7 @@ private:
     QString freeName();
 
     const printerslib::drivers::SymbologyDrawer m_codes;
+    const printerslib::drivers::GlyphReader m_letters;
     PrinterInfo m_model;
     int m_paper = 0;
     printerslib::drivers::StreamInterpreter m_interpreter;

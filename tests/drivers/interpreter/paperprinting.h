@@ -11,6 +11,7 @@
 /// Streams on paper, for tests of what comes out.
 namespace paperprinting {
 
+using printerslib::drivers::LetterReader;
 using printerslib::drivers::Paper;
 using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::StreamInterpreter;

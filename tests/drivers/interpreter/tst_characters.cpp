@@ -5,6 +5,25 @@
 
 using namespace paperprinting;
 
+namespace {
+
+/// Knows one letter: a bar that ends above the lowest dot.
+class BarReader : public LetterReader
+{
+public:
+    char16_t letterOf(const Paper::Picture &drawing, QSize cell) const override
+    {
+        cells.append(cell);
+        const bool isBar = drawing.size == QSize(1, 24) &&
+                           drawing.rows == QByteArray(23, '\x80') + QByteArray(1, '\0');
+        return isBar ? u'ж' : u'\0';
+    }
+
+    mutable QVector<QSize> cells;  ///< of what was asked for
+};
+
+}  // namespace
+
 class TestCharacters : public QObject
 {
     Q_OBJECT
@@ -168,7 +187,29 @@ private Q_SLOTS:
         QCOMPARE(dots.first(), QString("#."));
         QCOMPARE(dots.last(), QString("##"));
         QCOMPARE(paper.lines.first().pictureCount, 0);
-        QCOMPARE(paper.toText(), QString("xxyx\n"));
+        QCOMPARE(paper.toText(), QString::fromUtf8("x\uFFFD\uFFFDx\n"));
+    }
+
+    void ownCharactersAreTheLettersThatTheyShow()
+    {
+        // The other one is no letter, and is never read as its byte's.
+        const QByteArray define =
+            bytes("\x1B&\x03xy\x02\xFF\xFF\xFF\0\0\x01\x01\xFF\xFF\xFE\x1B%\x01");
+        const BarReader letters;
+        StreamInterpreter::Options options;
+        options.letters = &letters;
+        const auto textOf = [&options](const QByteArray &stream) {
+            return paperOf(stream, PrinterProfile(), options).toText();
+        };
+        QCOMPARE(textOf(define + bytes("axyz\n")), QString::fromUtf8("a\uFFFDжz\n"));
+        QCOMPARE(letters.cells, QVector<QSize>(2, QSize(12, 24)));
+        QCOMPARE(textOf(define + bytes("y\x1B%\0y\x1B%\x01y\x1B?yy\n")),
+                 QString::fromUtf8("жyжy\n"));
+        // Bytes that the page leaves free, and control characters of the page, as well.
+        QCOMPARE(textOf(bytes("\x1Bt\x10\x1B&\x03\x81\x81\x01\xFF\xFF\xFE\x1B%\x01\x81\n")),
+                 QString::fromUtf8("ж\n"));
+        const QByteArray two = bytes("\x1C\x32\xFE\xA1\xFF\xFF\xFE") + QByteArray(69, '\0');
+        QCOMPARE(textOf(two + bytes("\x1C&\xFE\xA1\n")), QString::fromUtf8("\uFFFD\n"));
     }
 
     void ownCharactersAreTakenBack()
@@ -244,6 +285,7 @@ private Q_SLOTS:
         const Paper paper = paperOf(define + bytes("\x1C&\xFE\xA1\n"));
         QCOMPARE(paper.cells.size(), 1);
         QCOMPARE(paper.pictures.value(paper.cells.first().drawing).size, QSize(24, 24));
+        QCOMPARE(paper.toText(), QString(QChar(0xFFFD)) + "\n");
         QCOMPARE(paperOf(define + bytes("\x1C?\xFE\xA1\x1C&\xFE\xA1\n")).cells.first().drawing, -1);
     }
 };

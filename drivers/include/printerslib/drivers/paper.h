@@ -40,8 +40,10 @@ struct PRINTERSLIB_DRIVERS_EXPORT Paper
         quint8 widthScale = 1;   ///< 1 to 8
         quint8 heightScale = 1;  ///< 1 to 8
         quint16 effects = 0;     ///< of Effect, or-ed
-        char16_t character = 0;  ///< U+FFFD for a byte that the character set leaves free
-        int drawing = -1;        ///< of `pictures`: a character that the stream defines; -1: none
+        /// U+FFFD for a byte that the character set leaves free, and for a drawing that the
+        /// interpreter's LetterReader doesn't know.
+        char16_t character = 0;
+        int drawing = -1;  ///< of `pictures`: a character that the stream defines; -1: none
     };
 
     /// Dots: a picture, or the drawing of a character.

@@ -6,6 +6,7 @@
 
 #include "printerslib/drivers/codedrawer.h"
 #include "printerslib/drivers/drivers_export.h"
+#include "printerslib/drivers/letterreader.h"
 #include "printerslib/drivers/paper.h"
 #include "printerslib/drivers/printerprofile.h"
 
@@ -24,7 +25,8 @@ public:
         int paperDots = 0;  ///< of the paper's line; 0, or more than the head's: the head's
         int columns = 0;    ///< of the first font; 0: as many as fit
         int codePage = -1;  ///< number that is in force after a reset; -1: the model's
-        const CodeDrawer *codes = nullptr;  ///< outlives the interpreter
+        const CodeDrawer *codes = nullptr;      ///< outlives the interpreter
+        const LetterReader *letters = nullptr;  ///< outlives the interpreter
     };
 
     explicit StreamInterpreter(const PrinterProfile &profile)
