@@ -235,6 +235,19 @@ private Q_SLOTS:
         QCOMPARE(dots(1, 1), QString("..##.."));
     }
 
+    void boldDrawingsAreDoubledAsTheyAre()
+    {
+        // A dot is bold before it is enlarged; the last one stays in its cell.
+        const MonochromeImage image(10, 1, QByteArray("\x90\x40", 2));
+        TextPrinterDocument document = markup("<W2:><B:><#1><:B><:W2>");
+        document.setCharImages({{1, image}});
+        const QImage picture = pictureOf(layoutOf(document));
+        QString shown;
+        for (int x = 0; x < 22; ++x)
+            shown += picture.pixel(margin + x, top) == black ? '#' : '.';
+        QCOMPARE(shown, QString("####..####........##.."));
+    }
+
     void symbolsAreDrawnDotForDotAndDoubled()
     {
         const MonochromeImage image = [] {

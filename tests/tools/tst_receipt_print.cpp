@@ -361,6 +361,16 @@ private Q_SLOTS:
         QVERIFY2(printed.startsWith("  word\n"), qPrintable(printed));
     }
 
+    void lettersThatTheModelLacksAreReadBack()
+    {
+        const QString text = textFile("Чек № 1: \"Ёж\"\n12,50 €\n");
+        const QByteArray bytes = bytesOf({"print", "--plain", text, "--model", "CUSTOM_VKP_80"});
+        QVERIFY(bytes.contains("\x1B&"));
+        const QString printed = textOf(bytes, "CUSTOM_VKP_80");
+        QVERIFY2(printed.startsWith(QString::fromUtf8("Чек № 1: \"Ёж\"\n12,50 €\n")),
+                 qPrintable(printed));
+    }
+
     void optionsPrevailOverSettings()
     {
         const QString settings =

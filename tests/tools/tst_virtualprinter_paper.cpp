@@ -134,6 +134,18 @@ private Q_SLOTS:
         QCOMPARE(contentOf(folder.filePath("paper-0001.txt")), QString("Hello\n"));
     }
 
+    void charactersThatTheStreamDrawsAreRead()
+    {
+        // One without dots, and one that is no letter.
+        const QByteArray define("\x1B&\x03xy\x01\0\0\0\x02\xFF\xFF\xFF\xFF\xFF\xFF\x1B%\x01", 19);
+        const QTemporaryDir folder;
+        Bench bench({"--paper", folder.path()});
+        bench.send(define + "axya\n" + identification);
+        QCOMPARE(bench.answer(), QByteArray("\x5D"));
+        bench.end();
+        QCOMPARE(contentOf(folder.filePath("paper-0001.txt")), QString::fromUtf8("a \uFFFDa\n"));
+    }
+
     void whatThePrinterDoesNotDoIsTold()
     {
         const QTemporaryDir folder;

