@@ -137,7 +137,7 @@ private Q_SLOTS:
     void charactersThatTheStreamDrawsAreRead()
     {
         // One without dots, and one that is no letter.
-        const QByteArray define("\x1B&\x03xy\x01\0\0\0\x02\xFF\xFF\xFF\xFF\xFF\xFF\x1B%\x01", 19);
+        const QByteArray define("\x1B&\x03xy\x01\0\0\0\x02\xA5\x5A\xA5\x5A\xA5\x5A\x1B%\x01", 19);
         const QTemporaryDir folder;
         Bench bench({"--paper", folder.path()});
         bench.send(define + "axya\n" + identification);

@@ -99,7 +99,8 @@ private Q_SLOTS:
         QCOMPARE(rest.pictures.at(0).place, QRect(0, 20, 8, 8));
         QCOMPARE(rest.pictures.at(rest.cells.at(0).drawing).size, QSize(1, 24));
         QCOMPARE(rest.pictures.at(rest.lines.at(2).firstPicture).place, QRect(0, 58, 8, 8));
-        QCOMPARE(rest.toText(), QString("[picture 8 x 8]\nx\n[picture 8 x 8]\nx\n"));
+        QCOMPARE(rest.toText(),
+                 QString::fromUtf8("[picture 8 x 8]\n\uFFFD\n[picture 8 x 8]\n\uFFFD\n"));
     }
 
     void codeThatNobodyDrawsIsAboveTheCutBehindIt()
