@@ -1,5 +1,5 @@
 # What "cmake --install" puts where: headers, the libraries, their CMake package and pkg-config modules,
-# examples. The tools install themselves, and so do the platform's targets: clients
+# rules for the system, examples. The tools install themselves, and so do the platform's targets: clients
 # find those in the package that PRINTERSLIB_PLATFORM_PACKAGE names.
 include(CMakePackageConfigHelpers)
 
@@ -27,5 +27,10 @@ install(FILES
 
 printerslib_install_pkgconfig(cmake/printerslib.pc.in)
 printerslib_install_pkgconfig(cmake/printerslib-drivers.pc.in)
+
+# Who may use printers, and where they take turns. The system looks for both below lib, whatever the
+# folder of the libraries is.
+install(FILES packaging/udev/70-printerslib.rules DESTINATION lib/udev/rules.d)
+install(FILES packaging/tmpfiles/printerslib.conf DESTINATION lib/tmpfiles.d)
 
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DATADIR}/printerslib")

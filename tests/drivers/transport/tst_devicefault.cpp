@@ -90,6 +90,13 @@ private Q_SLOTS:
         QCOMPARE(error.text, text);
     }
 
+    void ruleIsShippedUnderTheNameThatIsTold()
+    {
+        QFile rules(PRINTERSLIB_PACKAGING "/udev/70-printerslib.rules");
+        QVERIFY(rules.open(QIODevice::ReadOnly));
+        QVERIFY(rules.readAll().contains("KERNEL==\"lp[0-9]*\", GROUP=\"lp\", MODE=\"0660\""));
+    }
+
     void kindsOfFilesAreNamed()
     {
         const auto text = [](mode_t mode) { return devicefault::ofKind("/x", mode).text; };
