@@ -84,9 +84,9 @@ QByteArray rowsIn(QSize field, const Paper::Picture &drawing)
     const int drawnBytes = bytesOf({drawing.size.width(), 1});
     QByteArray rows(bytesOf(field), '\0');
     for (int y = 0; y < std::min(drawing.size.height(), field.height()); ++y) {
-        char *const to = rows.data() + y * fieldBytes;
-        std::copy_n(drawing.rows.constData() + y * drawnBytes, std::min(drawnBytes, fieldBytes),
-                    to);
+        char *const to = rows.data() + ptrdiff_t(y) * fieldBytes;
+        std::copy_n(drawing.rows.constData() + ptrdiff_t(y) * drawnBytes,
+                    std::min(drawnBytes, fieldBytes), to);
         const int width = std::min(drawing.size.width(), field.width());
         if (width % bitsOfGlyphByte != 0)
             to[width / bitsOfGlyphByte] = static_cast<char>(to[width / bitsOfGlyphByte] &
@@ -126,9 +126,11 @@ GlyphReader::~GlyphReader() = default;
 
 char16_t GlyphReader::letterOf(const Paper::Picture &drawing, QSize cell) const
 {
-    if (drawing.rows.size() < bytesOf(drawing.size.expandedTo({0, 0})))
+    constexpr QSize largest(0x1000, 0x1000);  // more than any command takes
+    const QSize size = drawing.size.expandedTo({0, 0});
+    if (size.boundedTo(largest) != size || drawing.rows.size() < bytesOf(size))
         return 0;
-    const QByteArray rows = rowsIn(drawing.size.expandedTo({0, 0}), drawing);
+    const QByteArray rows = rowsIn(size, drawing);
     if (rows.count('\0') == rows.size())
         return u' ';
     const char16_t letter = letterIn(drawing.size, drawing, *m_pages);

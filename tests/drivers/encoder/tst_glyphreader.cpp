@@ -173,6 +173,9 @@ private Q_SLOTS:
         drawing.size = {4096, 24};
         QTest::newRow("wider than its rows") << drawing << cell;
         drawing = whole;
+        drawing.size = {INT_MAX, INT_MAX};
+        QTest::newRow("wider than anything") << drawing << drawing.size;
+        drawing = whole;
         drawing.size = {-12, -24};
         QTest::newRow("no size") << drawing << QSize(-1, -1);
         QTest::newRow("a character without a drawing") << glyphs::of(u'\u4E00', cell) << cell;
