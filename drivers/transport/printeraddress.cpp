@@ -127,7 +127,7 @@ struct Setting
     QString (*expected)();
 };
 
-const Setting settings[] = {
+const Setting lineSettings[] = {
     {"baud", readBaudRate, [](const Line &line) { return QString::number(line.baudRate); },
      [] { return QStringLiteral("a number from %1 to %2").arg(slowestLine).arg(fastestLine); }},
     {"parity",
@@ -148,7 +148,7 @@ const Setting settings[] = {
 
 const Setting *settingOf(const QString &key)
 {
-    for (const Setting &setting : settings) {
+    for (const Setting &setting : lineSettings) {
         if (key == QLatin1String(setting.key))
             return &setting;
     }
@@ -457,7 +457,7 @@ QString PrinterAddress::toString() const
             return {};
         case Kind::Serial: {
             QStringList items;
-            for (const Setting &setting : settings)
+            for (const Setting &setting : lineSettings)
                 items.append(QLatin1String(setting.key) + QLatin1Char('=') + setting.write(m_line));
             return start + escaped(m_text) + QLatin1Char('?') + items.join(QLatin1Char('&'));
         }
