@@ -1,6 +1,7 @@
 #include "codepayload_p.h"
 
 #include <QList>
+#include <algorithm>
 
 namespace printerslib::drivers::codes {
 
@@ -22,13 +23,16 @@ constexpr ElementRow elementsOfKnownLength[] = {
 
 constexpr int prefixSize = 2;
 
-int knownLength(const QByteArray &elements)
+/// Bytes of the element that begins there; of a length that isn't known it is all the rest.
+int elementSize(const QByteArray &elements, int at)
 {
+    const int left = elements.size() - at;
+    const QByteArray prefix = elements.mid(at, prefixSize);
     for (const ElementRow &row : elementsOfKnownLength) {
-        if (elements.startsWith(row.prefix))
-            return row.size;
+        if (prefix == row.prefix)
+            return std::min(row.size, left);
     }
-    return 0;
+    return left;
 }
 
 QByteArray inBrackets(const QByteArray &element)
@@ -47,14 +51,11 @@ QByteArray bracketedElements(const QByteArray &payload)
     }
     QByteArray result;
     const QList<QByteArray> parts = elements.split(fnc1);
-    for (QByteArray part : parts) {
-        for (int size = knownLength(part); size != 0 && size < part.size();
-             size = knownLength(part)) {
-            result += inBrackets(part.left(size));
-            part.remove(0, size);
+    for (const QByteArray &part : parts) {
+        for (int at = 0, size = 0; at < part.size(); at += size) {
+            size = elementSize(part, at);
+            result += inBrackets(part.mid(at, size));
         }
-        if (!part.isEmpty())
-            result += inBrackets(part);
     }
     return result;
 }

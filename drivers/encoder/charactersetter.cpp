@@ -291,13 +291,19 @@ bool CharacterSetter::isBlank(const Cell &cell) const
 
 bool CharacterSetter::hasDrawing(char16_t symbol, QSize size) const
 {
-    const auto code = static_cast<signed char>(symbol);
-    for (auto it = m_symbols.constFind(code); it != m_symbols.constEnd() && it.key() == code;
-         ++it) {
-        if (it->isValid() && it->width() <= size.width() && it->height() <= size.height())
-            return true;
-    }
-    return false;
+    const Key key = {symbol, true, size};
+    auto known = m_drawn.constFind(key);
+    if (known == m_drawn.constEnd())
+        known = m_drawn.insert(key, findDrawing(static_cast<signed char>(symbol), size));
+    return *known;
+}
+
+bool CharacterSetter::findDrawing(signed char symbol, QSize size) const
+{
+    const auto drawings = m_symbols.equal_range(symbol);
+    return std::any_of(drawings.first, drawings.second, [size](const MonochromeImage &image) {
+        return image.isValid() && image.width() <= size.width() && image.height() <= size.height();
+    });
 }
 
 /// A drawing stands in the upper left corner.

@@ -70,6 +70,7 @@ private:
     QSize dotsOf(const Cell &cell) const;
     bool isBlank(const Cell &cell) const;
     bool hasDrawing(char16_t symbol, QSize size) const;
+    bool findDrawing(signed char symbol, QSize size) const;
     Paper::Picture symbolOf(char16_t symbol, QSize size);
     void noteWithoutGlyph(uint character);
 
@@ -82,7 +83,8 @@ private:
     std::vector<Cell *> m_pending;  ///< of the row: those that the printer has no letters for
     std::vector<Key> m_own;         ///< of the row: characters that have to be defined
     QHash<Key, qint16> m_drawings;
-    QHash<Key, bool> m_definable;  ///< of those that were asked for
+    QHash<Key, bool> m_definable;      ///< of those that were asked for
+    mutable QHash<Key, bool> m_drawn;  ///< symbols that have a drawing, of those too
 };
 
 }  // namespace printerslib::drivers

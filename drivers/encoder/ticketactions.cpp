@@ -34,8 +34,9 @@ TicketActions::TicketActions(const PrintTarget &target, const PrintOptions &opti
 
 int TicketActions::endFeed(bool isCut) const
 {
-    const int lines = std::max(0, m_options.emptyLinesAtEnd) * m_target.font(0).cell.height();
-    return isCut ? std::max(lines, profile().dotsToCutter()) : lines;
+    const qint64 lines = qint64(m_options.emptyLinesAtEnd) * m_target.font(0).cell.height();
+    const auto dots = int(qBound(qint64(0), lines, qint64(PrintLayout::longest)));
+    return isCut ? std::max(dots, profile().dotsToCutter()) : dots;
 }
 
 void TicketActions::cutAndCount()

@@ -37,6 +37,8 @@ private Q_SLOTS:
             "\x1D"
             "10AB\x1D",
             "[10]AB");
+        row("many of known length", QByteArray("11261231").repeated(100000),
+            QByteArray("[11]261231").repeated(100000));
         row("in parentheses", "(01)04012345678901(10)AB", "[01]04012345678901[10]AB");
         row("in parentheses with FNC1", "(10)AB\x1D(21)1", "[10]AB[21]1");
     }

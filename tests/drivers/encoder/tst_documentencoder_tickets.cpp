@@ -1,4 +1,5 @@
 #include <QtTest>
+#include <limits>
 
 #include "printedpaper.h"
 #include "printerslib/drivers/printermodels.h"
@@ -220,6 +221,20 @@ private Q_SLOTS:
         QCOMPARE(endOfLines(10, 1), QString("1b 4a f0, 1d 56 00"));
         QCOMPARE(endOfLines(11, 1), QString("1b 4a fe, 1b 4a 0a, 1d 56 00"));
         QCOMPARE(endOfLines(-3, 0), QString());
+    }
+
+    void emptyLinesAtEndAreNoMoreThanARoll()
+    {
+        const PrintTarget to = targetWith(Presenter::None);
+        const auto bytesFor = [&to](int lines) {
+            PrintOptions options;
+            options.emptyLinesAtEnd = lines;
+            return encoded(ticket(1), to, options).bytes;
+        };
+        const QByteArray roll = bytesFor(PrintLayout::longest);
+        QVERIFY(roll.count("\x1BJ") > PrintLayout::longest / 255);
+        QVERIFY(roll.count("\x1BJ") < PrintLayout::longest / 250);
+        QVERIFY(bytesFor(std::numeric_limits<int>::max()) == roll);
     }
 
     void ticketsAreMovedInMillimetres()
