@@ -105,12 +105,16 @@ PrintTarget::PrintTarget(const PrinterProfile &profile, const PrinterInfo &recor
         PrintFont printed = fontFor({font.width(), font.height()}, cells);
         printed.ownCharacter = ownCharacterOf(font, profile, printed);
         const int number = static_cast<unsigned char>(font.id());
-        while (m_fonts.size() <= number)
-            m_fonts.append(base);
+        m_fonts.resize(std::max(m_fonts.size(), number + 1));
         m_fonts[number] = printed;
     }
-    if (baseFont > 0 && baseFont < m_fonts.size())
+    if (baseFont > 0 && baseFont < m_fonts.size() && !m_fonts.at(baseFont).cell.isEmpty())
         m_fonts[0] = m_fonts.at(baseFont);
+    // Numbers between those of the record.
+    for (PrintFont &font : m_fonts) {
+        if (font.cell.isEmpty())
+            font = m_fonts.constFirst();
+    }
     m_lineDots = std::min(profile.headDots(), std::max(m_paper.pointsToLine(), leastLine));
     for (const FormatRow &row : formatRows) {
         if ((record.*row.isPrinted)())

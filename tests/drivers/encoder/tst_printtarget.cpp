@@ -184,6 +184,18 @@ private Q_SLOTS:
         QCOMPARE(target.symbolsPerLine(200), 53);
     }
 
+    void fontBetweenThoseOfTheRecordIsTheBaseFont()
+    {
+        PrinterInfo record = recordOf("EPSON_EU_4XX");
+        QList<FontInfo> fonts = record.fontTypes();
+        fonts.removeAt(1);
+        record.setFontTypes(fonts);
+        const PrinterProfile profile = *PrinterProfile::forModel(QStringLiteral("EPSON_EU_4XX"));
+        QCOMPARE(PrintTarget(profile, record, 0, 2).font(1).cell, QSize(12, 24));
+        QCOMPARE(PrintTarget(profile, record, 0, 0).font(1).cell, QSize(9, 17));
+        QCOMPARE(PrintTarget(profile, record, 0, 1).font(0).cell, QSize(9, 17));
+    }
+
     void baseFontThatTheModelLacksIsItsFirst()
     {
         QCOMPARE(targetOf("EPSON_EU_4XX", 0, 4).font(0).cell, QSize(9, 17));
