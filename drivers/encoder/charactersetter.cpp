@@ -4,6 +4,7 @@
 
 #include "encoder/glyphs_p.h"
 #include "encoder/hazards_p.h"
+#include "encoder/linedots_p.h"
 #include "encoder/linefiller_p.h"
 #include "printerdocs/echarformat.h"
 
@@ -55,8 +56,11 @@ void CharacterSetter::set(PrintLayout::Row &row)
 {
     sift(row);
     row.isRaster = row.count > 0 && m_isPicture;
-    if (!row.isRaster && !takesOwnCharacters())
+    if (!row.isRaster && !takesOwnCharacters()) {
+        if (setLineDots(row))
+            return;
         row.isRaster = m_sheet.hasRaster();
+    }
     if (row.isRaster)
         setDots(row);
     else
@@ -162,6 +166,49 @@ void CharacterSetter::setOwnCharacters()
         else
             setBlank(*cell);
     }
+}
+
+/// What can't be defined goes as dots among the letters, if all of that does.
+bool CharacterSetter::setLineDots(const PrintLayout::Row &row)
+{
+    if (!takesLineDots(row))
+        return false;
+    PrintLayout &layout = m_sheet.layout();
+    const auto first = layout.cells.begin() + row.first;
+    const std::vector<Cell> unset(first, first + row.count);
+    m_own.clear();
+    for (Cell *cell : m_pending) {
+        if (isBlank(*cell)) {
+            setBlank(*cell);
+        } else if (countOwn(*cell)) {
+            setDrawing(*cell, fontOf(*cell).ownCharacter);
+        } else {
+            setDrawing(*cell, dotsOf(*cell));
+            cell->isDots = true;
+        }
+    }
+    if (linedots::areWorth(layout, row))
+        return true;
+    std::copy(unset.begin(), unset.end(), first);
+    return false;
+}
+
+/// They stand on the base of the row, and don't make it higher.
+bool CharacterSetter::takesLineDots(const PrintLayout::Row &row)
+{
+    if (!linedots::areKnownTo(m_sheet.profile()) || row.height < linedots::height ||
+        m_sheet.layout().drawings.size() > mostDrawings)
+        return false;
+    const PrintLayout &layout = m_sheet.layout();
+    int width = 0;
+    for (int i = row.first; i < row.first + row.count; ++i)
+        width += layout.sizeOf(layout.cells[size_t(i)]).width();
+    m_own.clear();
+    return width <= m_sheet.target().lineDots() &&
+           std::all_of(m_pending.begin(), m_pending.end(), [this, &layout](const Cell *cell) {
+               return isBlank(*cell) || countOwn(*cell) ||
+                      layout.sizeOf(*cell).height() <= linedots::height;
+           });
 }
 
 void CharacterSetter::setDots(const PrintLayout::Row &row)

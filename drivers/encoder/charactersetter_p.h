@@ -56,6 +56,8 @@ private:
     static void clearByte(Cell &cell);
     bool takesOwnCharacters();
     void setOwnCharacters();
+    bool setLineDots(const PrintLayout::Row &row);
+    bool takesLineDots(const PrintLayout::Row &row);
     void setDots(const PrintLayout::Row &row);
     void setDots(Cell &cell);
     bool countOwn(const Cell &cell);

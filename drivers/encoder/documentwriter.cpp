@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "encoder/drawncodes_p.h"
+#include "encoder/linedots_p.h"
 #include "printerdocs/echarformat.h"
 
 namespace printerslib::drivers {
@@ -245,14 +246,19 @@ int DocumentWriter::putKnown(const PrintLayout::Cell *cells, int count)
 void DocumentWriter::printText(const PrintLayout &layout, const PrintLayout::Row &row)
 {
     const PrintLayout::Cell *const cells = cellsOf(layout, row);
-    if (!layout.drawings.isEmpty() &&
-        std::any_of(cells, cells + row.count, [](const auto &cell) { return cell.drawing >= 0; }))
+    if (!layout.drawings.isEmpty() && std::any_of(cells, cells + row.count, [](const auto &cell) {
+            return cell.drawing >= 0 && !cell.isDots;
+        }))
         prepareOwn(layout, row);
     for (int i = 0; i < row.count; ++i) {
         i += putKnown(cells + i, row.count - i);
         if (i == row.count)
             break;
         const PrintLayout::Cell &cell = cells[i];
+        if (cell.isDots) {
+            i = printLineDots(layout, row, i) - 1;
+            continue;
+        }
         applyStyle(cell);
         const int slot = cell.drawing >= 0 ? slotOf(ownKey(cell)) : -1;
         setOwn(slot >= 0);
@@ -268,6 +274,24 @@ void DocumentWriter::printText(const PrintLayout &layout, const PrintLayout::Row
     flush();
     endLine(row.height, row.height + row.feed - m_borrowed, row.count == 0);
     m_borrowed = 0;
+}
+
+/// The dots have their look in them. By the manuals that of characters doesn't touch them, but not
+/// each printer keeps to that.
+/// @return the cell behind them
+int DocumentWriter::printLineDots(const PrintLayout &layout, const PrintLayout::Row &row, int first)
+{
+    PrintLayout::Cell look = cellsOf(layout, row)[first];
+    look.format &= CharDoubleWidth | CharDoubleHeight;
+    applyStyle(look);
+    flush();
+    const linedots::Run run = linedots::runFrom(layout, row, first);
+    int column = 0;
+    for (const int count : run.parts) {
+        printColumns(run.columns, column, count);
+        column += count;
+    }
+    return run.end;
 }
 
 qint64 DocumentWriter::ownKey(const PrintLayout::Cell &cell) const
@@ -289,7 +313,7 @@ void DocumentWriter::prepareOwn(const PrintLayout &layout, const PrintLayout::Ro
     std::vector<const PrintLayout::Cell *> missing;
     std::vector<qint64> missingKeys;
     for (int i = 0; i < row.count; ++i) {
-        if (cells[i].drawing < 0)
+        if (cells[i].drawing < 0 || cells[i].isDots)
             continue;
         const qint64 key = ownKey(cells[i]);
         const int slot = slotOf(key);

@@ -72,6 +72,9 @@ protected:
     /// @param room blank rows below, that may be fed with them
     /// @return how many rows of paper they took
     virtual int printDots(const PrintDots &dots, int room) = 0;
+    /// Columns of three bytes that stand in the line as a character does. Nothing where there is no
+    /// such command.
+    virtual void printColumns(const QByteArray & /*columns*/, int /*first*/, int /*count*/) {}
     /// Prints a code that isDrawnByPrinter().
     virtual void printDrawn(const Paper::Code &code, int left) = 0;
     virtual void feedDots(int dots) = 0;
@@ -89,6 +92,7 @@ protected:
     int pulseUnits(int milliseconds, int unit, int least, int most);
 
 private:
+    int printLineDots(const PrintLayout &layout, const PrintLayout::Row &row, int first);
     void prepareOwn(const PrintLayout &layout, const PrintLayout::Row &row);
     void define(const PrintLayout &layout, const PrintLayout::Cell &cell, qint64 key, int slot);
     void applyStyle(const PrintLayout::Cell &cell);

@@ -46,6 +46,7 @@ protected:
     void defineOwn(int code, const Paper::Picture &drawing) override;
     void endLine(int height, int pitch, bool isBlank) override;
     int printDots(const PrintDots &dots, int room) override;
+    void printColumns(const QByteArray &columns, int first, int count) override;
     void printDrawn(const Paper::Code &code, int left) override;
     void feedDots(int dots) override;
 
@@ -61,7 +62,6 @@ private:
     int printStrips(const PrintDots &dots, int room);
     int printBands(const PrintDots &dots);
     void printBand(const PrintDots &dots, int top);
-    void printColumns(const QByteArray &columns, int first, int count);
     void printOver(const QByteArray &columns);
     void printBarcode(const Paper::Code &code);
     void printQrCode(const Paper::Code &code);

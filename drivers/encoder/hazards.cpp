@@ -93,6 +93,32 @@ Parts partsOf(const QByteArray &data, Rules rules)
     return parts;
 }
 
+std::vector<int> columnsApart(const QByteArray &columns, Rules rules)
+{
+    constexpr int size = 3;
+    const int count = columns.size() / size;
+    std::vector<int> parts;
+    int first = 0;
+    for (int i = 0; i < count; ++i) {
+        // What is obeyed is no longer than a column.
+        const int before = std::max(first, i - 1);
+        const auto has = [&columns, rules](int begin, int end) {
+            return hasAny(QByteArray::fromRawData(columns.constData() + qptrdiff(size) * begin,
+                                                  size * (end - begin)),
+                          rules);
+        };
+        if (!has(before, i + 1))
+            continue;
+        if (has(i, i + 1))
+            return {};
+        parts.push_back(i - first);
+        first = i;
+    }
+    if (count > first)
+        parts.push_back(count - first);
+    return parts;
+}
+
 std::vector<bool> rowsWithin(const PrintDots &dots, Rules rules)
 {
     std::vector<bool> rows(size_t(dots.height), false);

@@ -37,6 +37,10 @@ struct Parts
 };
 Parts partsOf(const QByteArray &data, Rules rules);
 
+/// Columns of three bytes as so many side by side in each command that nothing is obeyed; none if
+/// something stands inside of a column.
+std::vector<int> columnsApart(const QByteArray &columns, Rules rules);
+
 /// Rows of a picture that can't go as they are, as lasting hazards stand in them.
 std::vector<bool> rowsWithin(const PrintDots &dots, Rules rules);
 /// Whether such stand at the end of a row and the beginning of the next one.

@@ -48,6 +48,7 @@ protected:
     void defineOwn(int code, const Paper::Picture &drawing) override;
     void endLine(int height, int pitch, bool isBlank) override;
     int printDots(const PrintDots &dots, int room) override;
+    void printColumns(const QByteArray &columns, int first, int count) override;
     void printDrawn(const Paper::Code &code, int left) override;
     void feedDots(int dots) override;
 
@@ -185,6 +186,12 @@ void StarWriter::printRows(const QByteArray &rows, int bytesPerRow, int first, i
         for (int y = 0; y < starBandRows; ++y)
             commands().putText(rows.constData() + qptrdiff(y) * bytesPerRow + first, part);
     }
+}
+
+void StarWriter::printColumns(const QByteArray &columns, int first, int count)
+{
+    commands().put(Id::FineBitImage, lowByte(count), highByte(count));
+    commands().putText(columns.constData() + qptrdiff(3) * first, 3 * count);
 }
 
 /// The layout puts it where one of the alignments does.

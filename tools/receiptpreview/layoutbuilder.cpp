@@ -93,28 +93,44 @@ void LayoutBuilder::addRow(const Print::Row &row)
 }
 
 /// What goes to the printer as dots is drawn so, and its characters are there for the search.
+/// Dots side by side are one raster.
 void LayoutBuilder::addText(const Print::Row &row)
 {
     Row &added = m_layout.addRow(Row::Text, row.height);
     added.continues = row.isWrapped;
     added.firstCell = static_cast<int>(m_layout.m_cells.size());
     added.cellCount = row.count;
-    int left = m_margin;
+    int left = 0;
+    Print::Row dots = row;
+    dots.count = 0;
     for (int i = row.first; i < row.first + row.count; ++i) {
-        Cell cell = cellOf(m_print.cells.at(static_cast<std::size_t>(i)));
-        if (row.isRaster)
+        const Print::Cell &printed = m_print.cells.at(static_cast<std::size_t>(i));
+        Cell cell = cellOf(printed);
+        if (row.isRaster || printed.isDots) {
             cell.effects = Cell::Hidden;
-        else
-            setDrawing(cell, m_print.cells.at(static_cast<std::size_t>(i)));
-        cell.left = left;
+            dots.first = dots.count == 0 ? i : dots.first;
+            dots.left = dots.count == 0 ? left : dots.left;
+            ++dots.count;
+        } else {
+            setDrawing(cell, printed);
+            addDots(added, dots);
+        }
+        cell.left = m_margin + left;
         left += cell.width;
         m_layout.m_hasInverse = m_layout.m_hasInverse || cell.has(Cell::Inverse);
         m_layout.m_cells.push_back(cell);
     }
-    if (row.isRaster) {
-        const auto picture = m_print.rasterOf(row);
-        addRaster(added, 0, picture.dotsPerPixel, picture.size, picture.rows);
-    }
+    addDots(added, dots);
+}
+
+/// Cells that are drawn as dots, none of which is left then.
+void LayoutBuilder::addDots(Row &row, Print::Row &dots)
+{
+    if (dots.count == 0)
+        return;
+    const auto picture = m_print.rasterOf(dots);
+    addRaster(row, dots.left, picture.dotsPerPixel, picture.size, picture.rows);
+    dots.count = 0;
 }
 
 Cell LayoutBuilder::cellOf(const Print::Cell &printed) const
@@ -149,8 +165,9 @@ void LayoutBuilder::addImage(int left, const QSize &dotsPerPixel, const QSize &s
 void LayoutBuilder::addRaster(Row &row, int left, const QSize &dotsPerPixel, const QSize &size,
                               const QByteArray &rows)
 {
-    row.firstRaster = static_cast<int>(m_layout.m_rasters.size());
-    row.rasterCount = 1;
+    if (row.rasterCount == 0)
+        row.firstRaster = static_cast<int>(m_layout.m_rasters.size());
+    ++row.rasterCount;
     Raster raster;
     raster.image = MonochromeImage(size.width(), size.height(), rows);
     raster.left = m_margin + left;

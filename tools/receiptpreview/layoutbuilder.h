@@ -21,6 +21,7 @@ private:
 
     void addRow(const Print::Row &row);
     void addText(const Print::Row &row);
+    void addDots(Row &row, Print::Row &dots);
     Cell cellOf(const Print::Cell &printed) const;
     void setDrawing(Cell &cell, const Print::Cell &printed);
     void addImage(int left, const QSize &dotsPerPixel, const QSize &size, const QByteArray &rows);

@@ -170,6 +170,14 @@ inline Seen seenIn(const PrintLayout &layout)
             for (int i = row.first; i < row.first + row.count; ++i) {
                 const PrintLayout::Cell &cell = layout.cells[size_t(i)];
                 const QSize size = layout.sizeOf(cell);
+                if (cell.isDots) {
+                    PrintLayout::Row dots = row;
+                    dots.first = i;
+                    dots.count = 1;
+                    seen.ink.add(layout.rasterOf(dots), {left, top});
+                    left += size.width();
+                    continue;
+                }
                 const QString text =
                     cellText({QPoint(left, top + row.height - size.height()), size}, cell.character,
                              effectsOf(cell),

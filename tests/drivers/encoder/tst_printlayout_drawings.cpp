@@ -120,11 +120,13 @@ private Q_SLOTS:
                                               "drawing that fits 9 x 17 dots"});
     }
 
-    void symbolMakesARowOfDotsWhereThereAreNoOwnCharacters()
+    void symbolGoesAsDotsWhereThereAreNoOwnCharacters()
     {
         const PrintLayout layout =
             layoutOf(withSymbols(textBlock("a\x03\nb"), {square(9, 24)}), targetOf(noOwn));
-        QVERIFY(layout.rows[0].isRaster);
+        QVERIFY(!layout.rows[0].isRaster);
+        QVERIFY(!cellAt(layout, 0).isDots);
+        QVERIFY(cellAt(layout, 1).isDots);
         QVERIFY(!layout.rows[1].isRaster);
         QCOMPARE(drawingsOf(layout), (QVector<int>{-1, 0, -1}));
         QCOMPARE(layout.drawings.first().size, QSize(9, 24));
@@ -132,15 +134,16 @@ private Q_SLOTS:
     }
 
     /// Own characters of 13 dots in cells of 14: a drawing of 14 goes as dots rather than not.
-    void symbolTooLargeForOwnCharactersMakesARowOfDots()
+    void symbolTooLargeForOwnCharactersGoesAsDots()
     {
         const PrintTarget custom = targetOf("CUSTOM_VKP_80", 0, 1);
         const PrintLayout fits = layoutOf(withSymbols(textBlock("\x03"), {square(13, 24)}), custom);
-        QVERIFY(!fits.rows.front().isRaster);
+        QVERIFY(!fits.rows.front().isRaster && !cellAt(fits, 0).isDots);
         QCOMPARE(fits.drawings.first().size, QSize(13, 24));
         const PrintLayout layout =
             layoutOf(withSymbols(textBlock("\x03"), {square(14, 24)}), custom);
-        QVERIFY(layout.rows.front().isRaster);
+        QVERIFY(!layout.rows.front().isRaster);
+        QVERIFY(cellAt(layout, 0).isDots);
         QCOMPARE(layout.drawings.first().size, QSize(14, 24));
     }
 
@@ -184,13 +187,14 @@ private Q_SLOTS:
         QCOMPARE(notesOf(layout), QStringList());
     }
 
-    void characterOfNoPageMakesARowOfDots()
+    void characterOfNoPageGoesAsDots()
     {
         const PrintLayout layout = layoutOf(textBlock(QString(turned) + "a"), targetOf(noOwn));
-        QVERIFY(layout.rows.front().isRaster);
-        QCOMPARE(drawingsOf(layout), (QVector<int>{-1, -1}));
+        QVERIFY(!layout.rows.front().isRaster);
+        QVERIFY(cellAt(layout, 0).isDots);
+        QCOMPARE(drawingsOf(layout), (QVector<int>{0, -1}));
         QCOMPARE(textsOf(layout), QStringList{QString(turned) + "a"});
-        QCOMPARE(layout.drawings.size(), 0);
+        QCOMPARE(layout.drawings.first().rows, glyphs::of(turned.unicode(), QSize(9, 24)).rows);
         QCOMPARE(notesOf(layout), QStringList());
     }
 
@@ -286,7 +290,7 @@ private Q_SLOTS:
     {
         const PrintLayout layout = layoutOf(textBlock("e\u0306"), targetOf(noOwn));
         QCOMPARE(layout.rows.front().count, 2);
-        QVERIFY(layout.rows.front().isRaster);
+        QVERIFY(cellAt(layout, 1).isDots);
     }
 
     void spacesOfAllKindsAreBlanks()
@@ -353,8 +357,8 @@ private Q_SLOTS:
     {
         const PrintTarget target =
             changedTarget(noOwn, R"("codePages": {"0": "CP864"}, "initialCodePage": 0)");
-        QVERIFY(layoutOf(textBlock("5%"), target).rows.front().isRaster);
-        QVERIFY(!layoutOf(textBlock("5"), target).rows.front().isRaster);
+        QVERIFY(cellAt(layoutOf(textBlock("5%"), target), 1).isDots);
+        QVERIFY(!cellAt(layoutOf(textBlock("5%"), target), 0).isDots);
     }
 };
 

@@ -33,11 +33,10 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintNote
 ///
 /// - Cells stand with their feet on the lower edge of their row. What is blank about a line (spaces
 ///   in front, alignment, tabs) are cells, too, so that the first stands at the left edge.
-/// - Of a raster row the paper shows rasterOf(). Of another it shows the printer's own letters, and
-///   drawings where cells have them.
+/// - Of a raster row the paper shows rasterOf(). Of another it shows the printer's own letters,
+///   drawings where cells have them, and rasterOf() a row of those cells alone that go as dots.
 /// - Codes are drawn with `modules` of `module` dots from `left`, with the `correctionLevel` that
-/// is
-///   told. Their quiet zones are feeds above and below.
+///   is told. Their quiet zones are feeds above and below.
 /// - Nothing is fed for the paper's ends or for cuts.
 ///
 /// A plain value without links to what it was made from. Lengths are in dots of the head, from the
@@ -54,6 +53,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
         quint8 format = 0;          ///< of ECharFormat, those that are printed; CharRawCode: `byte`
         quint8 font = 0;            ///< as in the document; see PrintTarget::font()
         quint8 byte = 0;            ///< of a raw code: goes to the printer as it is
+        bool isDots = false;        ///< goes as dots in a row that is text else; has a `drawing`
         /// Of `drawings`, in place of a character of the printer; or -1. Each of its pixels is so
         /// many dots as PrintFont::widthScale and heightScale say, doubled as `format` says, from
         /// the cell's upper left corner.
