@@ -391,7 +391,7 @@ class EscPos(Walk):
     def before_text(self):
         if self.is_chinese is not False:
             self.fault('text in front of FS .')
-        if self.columns_in_line:
+        if self.columns_in_line and self.tallest < 24:
             self.fault('text behind columns of dots')
         if self.margin:
             self.fault('text behind a margin')
@@ -424,7 +424,7 @@ class EscPos(Walk):
 
     def go_to(self, low, high):
         """Back to print over columns of dots."""
-        if not self.columns_in_line:
+        if not self.columns_in_line or self.has_letters():
             self.fault('a place is chosen where no columns of dots are')
         self.end = low + 256 * high
 
@@ -467,16 +467,20 @@ class EscPos(Walk):
     def usual_spacing(self):
         self.choose_spacing(float(self.printer.spacing))
 
+    def has_letters(self):
+        """Columns of dots may be characters, which stand on the base of the letters beside them."""
+        return self.end > self.columns_in_line
+
     def line_feed(self):
-        if self.columns_in_line:
-            return self.end_columns(self.spacing)
         self.end_line(max(self.spacing, self.tallest))
+        self.columns_in_line = self.lowest = 0
 
     def print_and_feed(self, n):
-        if self.columns_in_line:
+        if self.columns_in_line and not self.has_letters():
             self.end_columns(self.dots(n))
         elif self.end > 0:
             self.end_line(max(self.dots(n), self.tallest))
+            self.columns_in_line = self.lowest = 0
         else:
             self.feed(self.dots(n))
 
@@ -506,14 +510,17 @@ class EscPos(Walk):
         data = self.take(count * (3 if mode in (32, 33) else 1))
         size = len(data)
         self.lowest = max(self.lowest, lowest_of_columns(data, 3 if mode in (32, 33) else 1))
-        if self.end > 0 and not self.columns_in_line:
+        width = count * (2 if mode in (0, 32) else 1)
+        if self.end > 0 and mode != 33:
             self.fault('columns of dots behind text')
         if size > MOST_STRIP:
             self.fault(f'a strip of {size} bytes')
-        self.columns_in_line += 1
-        self.end += count * (2 if mode in (0, 32) else 1)
-        if self.end > self.printer.head:
-            self.fault(f'columns of {self.end} dots, of a head of {self.printer.head}')
+        self.columns_in_line += width
+        self.end += width
+        self.tallest = max(self.tallest, 24 if mode == 33 else 0)
+        limit = self.line if self.has_letters() else self.printer.head
+        if self.end > limit:
+            self.fault(f'columns of {self.end} dots, of a head of {limit}')
 
     def raster(self, mode, x_low, x_high, y_low, y_high):
         columns, rows = x_low + 256 * x_high, y_low + 256 * y_high
@@ -736,9 +743,17 @@ class Star(Walk):
         self.add_dots(8 * count, data, lowest_row(data, count))
 
     def columns(self, low, high):
+        """Characters as dots, on the base of the letters beside them."""
         count = low + 256 * high
-        data = self.take(3 * count)
-        self.add_dots(count, data, lowest_of_columns(data, 3))
+        size = len(self.take(3 * count))
+        if self.dots_in_line:
+            self.fault('columns behind rows of dots')
+        if size > MOST_STRIP:
+            self.fault(f'a strip of {size} bytes')
+        self.end += count
+        self.tallest = max(self.tallest, 24)
+        if self.end > self.line:
+            self.fault(f'columns of {self.end} dots, of a line of {self.line}')
 
     def add_dots(self, width, data, lowest):
         """They stand side by side, and are printed by a feed."""

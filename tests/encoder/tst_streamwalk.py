@@ -137,7 +137,30 @@ class WalkTest(unittest.TestCase):
         self.assert_good(columns + b'\x1bJ\x18')
         self.assert_good(columns + b'\x1b*\x21\x01\0abc\x1bJ\x01')
         self.assert_fault('fed by 26.0', columns + b'\x1bJ\x1a')
-        self.assert_fault('text behind columns', columns + b'abc\x1bJ\x18')
+
+    def test_columns_may_stand_among_letters(self):
+        dots, coarse = b'\x1b*\x21\x02\0abcdef', b'\x1b*\x00\x02\0ab'
+        for line in (b'a' + dots, dots + b'a', dots, b'a' + dots + dots + b'a'):
+            for spacing in b'\x18\x1c\x34':
+                self.assert_good(START + b'\x1b3' + bytes([spacing]) + line + b'\n')
+        self.assert_good(START + b'\x1b3\x30\x1d!\x01a' + dots + b'\n')
+        self.assert_good(START + b'\x1b3\x18\x1bM\x01a' + dots + b'\n')
+        self.assert_fault('fed by 26.0', START + b'\x1b3\x1a' + dots + b'\n')
+        self.assert_fault('fed by 26.0', START + b'a' + dots + b'\x1bJ\x1a')
+        self.assert_fault('columns of dots behind text', START + b'\x1b3\x18a' + coarse + b'\n')
+        self.assert_fault('text behind columns', START + b'\x1b3\x18' + coarse + b'a\n')
+        self.assert_fault('where no columns', START + b'\x1b3\x18a' + dots + b'\x1b$\0\0' + dots + b'\n')
+        self.assert_fault('578 dots, of a head of 576', START + b'\x1b3\x18' + b'x' * 48 + dots + b'\n')
+        self.assert_fault('a cut 0 dots', START + b'\x1b3\x18' + dots + b'\n\x1dV\0')
+
+    def test_stars_columns_may_stand_among_letters(self):
+        start, dots = b'\x1b@\x1b\x1dt\x0a', b'\x1bX\x02\0abcdef'
+        for line in (b'a' + dots, dots + b'a', dots):
+            self.assert_good(start + line + b'\x1bI\x1c', 'TSP-TUP')
+        self.assert_fault('fed by 26.0', start + dots + b'\x1bI\x1a', 'TSP-TUP')
+        self.assert_fault('578 dots, of a line of 576', start + b'x' * 48 + dots + b'\x1bI\x18', 'TSP-TUP')
+        self.assert_fault('columns behind rows', start + b'\x1bk\x01\0' + bytes(24) + dots + b'\x1bI\x18', 'TSP-TUP')
+        self.assert_fault('a picture begins behind text', start + dots + b'\x1bk\x01\0' + bytes(24) + b'\x1bI\x18', 'TSP-TUP')
 
     def test_columns_may_be_printed_over(self):
         columns = START + b'\x1b*\x21\x02\0abcdef'

@@ -49,7 +49,7 @@ class TestPreviewLayout : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // A character that no code page of the model has is drawn, by itself or with its whole row.
+    // A character that no code page of the model has is drawn.
     void everyCharacterIsPrinted_data()
     {
         QTest::addColumn<QString>("model");
@@ -115,6 +115,30 @@ private Q_SLOTS:
         QCOMPARE(raster.left, layout.paper().leftMargin());
         QCOMPARE(raster.image.height(), target.font(0).cell.height());
         QCOMPARE(raster.dotsPerPixel, QSize(1, 1));
+    }
+
+    /// Those side by side are one; whoever searches the text finds their characters.
+    void charactersWithoutLettersAreRastersAmongTheOthers()
+    {
+        const QString rouble = QString::fromUtf8("₽");
+        const QString text = "a" + rouble + rouble + "b" + rouble;
+        const PrintTarget target = targetOf("GENERAL_EPSON_PROTOCOL");
+        const Layout layout = layoutOf(markup(text), target);
+        const Row &row = layout.rows().at(0);
+        QCOMPARE(textOf(layout, row), text);
+        QCOMPARE(row.rasterCount, 2);
+        QCOMPARE(layout.rasters().size(), std::size_t(2));
+        const int margin = layout.paper().leftMargin();
+        const Raster &pair = layout.rasters().at(0);
+        QCOMPARE(pair.left, margin + 12);
+        QCOMPARE(pair.image.width(), 24);
+        QCOMPARE(layout.rasters().at(1).left, margin + 48);
+        for (int i = 0; i < text.size(); ++i) {
+            const Cell &cell = cellAt(layout, i);
+            QCOMPARE(cell.left, margin + 12 * i);
+            QCOMPARE(cell.has(Cell::Hidden), text.at(i) == rouble.at(0));
+            QCOMPARE(cell.drawing, -1);
+        }
     }
 
     void wrappedRasterRowsAreMarked()
