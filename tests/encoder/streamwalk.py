@@ -440,7 +440,10 @@ class EscPos(Walk):
     def cell(self):
         if self.printer.vendor != 'custom':
             return super().cell()
-        width, height = self.printer.fonts[self.font + self.is_narrow]
+        fonts, number = self.printer.fonts, self.font + self.is_narrow
+        if number >= len(fonts):
+            self.fault(f'there is no font {self.font} of pitch {self.is_narrow}')
+        width, height = fonts[number] if number < len(fonts) else fonts[0]
         return width * self.width, height * self.height
 
     def area(self, low, high):

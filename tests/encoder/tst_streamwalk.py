@@ -181,6 +181,11 @@ class WalkTest(unittest.TestCase):
             self.assert_good(chosen + most * b'x' + b'\n', 'CUSTOM_TG_2480_H')
             self.assert_fault('dots wide, of 640', chosen + (most + 1) * b'x' + b'\n', 'CUSTOM_TG_2480_H')
 
+    def test_fonts_of_custom_that_there_are_not(self):
+        for pitch, font in ((0, 3), (1, 2)):
+            chosen = START + b'\x1b3\x30\x1b\xc1' + bytes([pitch]) + b'\x1bM' + bytes([font])
+            self.assert_fault('there is no font', chosen + b'x\n', 'CUSTOM_TG_2480_H')
+
     def test_drawer_opens_once_and_if_asked_for(self):
         self.assert_fault('nobody asked', START + b'\x1bp\0\x32\x32')
         self.assert_good(START + b'\x1bp\0\x32\x32', drawer=True)
