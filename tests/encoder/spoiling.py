@@ -61,7 +61,7 @@ def cut_at_once(walk):
     """What is fed in front of the last cut is gone."""
     names = [name for _, _, name in walk.pieces]
     cuts = [i for i, name in enumerate(names) if name in ('GS V', 'ESC i', 'ESC m', 'ESC RS', 'RS')]
-    if not cuts or walk.printer.cutter == 0 or walk.data[walk.pieces[cuts[-1]][0]:][:3] in (b'\x1dVA', b'\x1dVB'):
+    if not cuts or walk.data[walk.pieces[cuts[-1]][0]:][:3] in (b'\x1dVA', b'\x1dVB'):
         return None
     first = cuts[-1]
     while first > 0 and names[first - 1] in ('ESC J', 'ESC d', 'ESC Q', 'ESC 3'):

@@ -61,8 +61,8 @@ PRINTERS = {
     'TSP-TUP': Printer(dialect='star', vendor='star', unit=203.2, fonts=((12, 24), (9, 24)), spacing=32),
     'EPSON_EU_4XX': Printer(head=640, spacing=34),
     'SWECOIN_TM_20XX': Printer(dialect='swecoin', vendor='swecoin', fonts=((18, 24),), spacing=34,
-                               # It feeds to the cutter by itself.
-                               cutter=0, drawers=0),
+                               # TTP 2000 Technical Manual: 9 mm, and as delivered it cuts where the paper is.
+                               cutter=72, drawers=0),
     'CITIZEN_CPP_8001': Printer(fonts=((12, 24), (9, 24))),
     'WPK_833': Printer(fonts=((12, 24), (9, 24))),
     'MERCURY_G80_RS': Printer(fonts=((12, 24), (9, 24))),

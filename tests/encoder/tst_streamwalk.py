@@ -238,6 +238,8 @@ class WalkTest(unittest.TestCase):
 
     def test_swecoin(self):
         self.assert_good(SWECOIN + b'\x1bJ\x60\x1b\x1e', 'SWECOIN_TM_20XX', cut=True)
+        self.assert_fault('a cut 64 dots below', SWECOIN + b'\x1bJ\x40\x1e', 'SWECOIN_TM_20XX')
+        self.assert_fault('a cut 0 dots below', SWECOIN + b'\x1b\x1e', 'SWECOIN_TM_20XX')
         self.assert_good(SWECOIN + b'\x1bs\x02ab', 'SWECOIN_TM_20XX')
         self.assert_fault('584 dots', SWECOIN + b'\x1bs\x49' + bytes(73), 'SWECOIN_TM_20XX')
         self.assert_fault('packed', SWECOIN + b'\x1bs\0\x01', 'SWECOIN_TM_20XX')
