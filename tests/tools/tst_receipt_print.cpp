@@ -450,6 +450,10 @@ private Q_SLOTS:
         QTest::newRow("no JSON") << QByteArray("{") << "unterminated";
         QTest::newRow("no list") << QByteArray("{}") << "an item list is a JSON array";
         QTest::newRow("unknown key") << settingsOf({{"none", 1}}) << "key \"none\": not taken";
+        QTest::newRow("unknown model")
+            << settingsOf({}, {}, "NONE")
+            << "settings.json: the item \"printerName\": there is no model \"NONE\"; see \"receipt "
+               "models\"";
         QTest::newRow("of a system printer")
             << settingsOf({}, {}, "office", 2) << "these aren't the settings of a text printer";
     }

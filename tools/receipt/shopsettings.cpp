@@ -107,6 +107,12 @@ std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser)
     }
     if (!takeSettingsItems(file, *items, *settings))
         return std::nullopt;
+    if (!models->profile(settings->printerId())) {
+        complain(QStringLiteral("%1: the item \"printerName\": there is no model \"%2\"; see "
+                                "\"receipt models\"")
+                     .arg(file, settings->printerId()));
+        return std::nullopt;
+    }
     // The engine asks them for the case of texts.
     IPrintDeviceSettings::setPrintDeviceSettings(settings);
     return ShopSettings(*models, settings, hasBaudRate(*items));
