@@ -121,13 +121,25 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString());
     }
 
+    void outputThatCannotBeWrittenIsReported_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        const QString general = "GENERAL_EPSON_PROTOCOL";
+        QTest::newRow("eval") << QStringList{"eval", "1"};
+        QTest::newRow("models") << QStringList{"models", general};
+        QTest::newRow("print") << QStringList{
+            "print", example("kiosk.cpt"), example("kiosk.json"), "--model", general, "--dry-run"};
+        QTest::newRow("settings") << QStringList{"settings", "show",
+                                                 example("client/settings.json")};
+    }
     void outputThatCannotBeWrittenIsReported()
     {
+        QFETCH(QStringList, arguments);
         if (!QFile::exists("/dev/full"))
             QSKIP("/dev/full is missing");
         QProcess process;
         process.setStandardOutputFile("/dev/full");
-        process.start(RECEIPT_PROGRAM, {"eval", "1"});
+        process.start(RECEIPT_PROGRAM, arguments);
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 1);
         QCOMPARE(process.readAllStandardError(),

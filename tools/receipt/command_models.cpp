@@ -255,6 +255,6 @@ int runModels(const QStringList &arguments)
     if (!models)
         return tool::BadInput;
     const QStringList ids = parser.positionalArguments();
-    return tool::finished(ids.isEmpty() ? showModels(*models, parser.isSet(json))
-                                        : showModel(*models, ids.constFirst(), parser.isSet(json)));
+    return ids.isEmpty() ? showModels(*models, parser.isSet(json))
+                         : showModel(*models, ids.constFirst(), parser.isSet(json));
 }

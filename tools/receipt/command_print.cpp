@@ -253,5 +253,5 @@ int runPrint(const QStringList &arguments)
         !setEnd(parser, options, *settings, request) || !setDestination(parser, options, request))
         return tool::WrongUsage;
     request.source = *source;
-    return tool::finished(print(request));
+    return print(request);
 }

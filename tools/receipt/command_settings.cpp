@@ -70,12 +70,12 @@ int runSettings(const QStringList &arguments)
     const QString action = parser.positionalArguments().at(0);
     const QString fileName = parser.positionalArguments().at(1);
     if (action == QLatin1String("show") || action == QLatin1String("import"))
-        return tool::finished(takeFile(fileName, action == QLatin1String("show")));
+        return takeFile(fileName, action == QLatin1String("show"));
     if (action == QLatin1String("export")) {
         const std::optional<int> number = tool::numberOf(parser, type, 0, tool::systemPrinter);
         if (!number)
             return tool::WrongUsage;
-        return tool::finished(exportFile(fileName, *number, parser.value(printer)));
+        return exportFile(fileName, *number, parser.value(printer));
     }
     tool::complain(QStringLiteral("settings: there is no action \"%1\"; see \"receipt settings "
                                   "--help\"")
