@@ -345,6 +345,8 @@ private Q_SLOTS:
         QTest::newRow("both") << QStringList{"--model", "EPSON_EU_4XX", "--paper",
                                              "3",       "--font",       "2"}
                               << 36;
+        // 69 in the catalogue.
+        QTest::newRow("no wider than the head") << QStringList{"--model", "CITIZEN_CBM_1000"} << 64;
     }
     void widthComesFromTheModel()
     {

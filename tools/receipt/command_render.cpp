@@ -11,6 +11,7 @@
 #include "language.h"
 #include "lineoptions.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printoptions.h"
 #include "settings/printersettings.h"
 #include "support.h"
 #include "templatefile.h"
@@ -143,7 +144,7 @@ std::optional<int> lineWidth(const QCommandLineParser &parser)
     const auto line = tool::lineOf(parser);
     if (!line || !line->paper)
         return line ? line->width : std::nullopt;
-    return tool::charactersPerLine(*line->paper->model, line->paper->paper, line->paper->font);
+    return tool::targetOf(*line->paper->model, *line->paper).symbolsPerLine();
 }
 
 /// Reads the files. Complains and gives false on failure.
