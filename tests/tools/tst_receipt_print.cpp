@@ -158,6 +158,28 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString());
     }
 
+    void receiptsOwnFilesAreNotReplaced()
+    {
+        const QString text = m_folder.file("own.cpt", "word\n");
+        const QString data = m_folder.file("own.json", "{}");
+        QVERIFY(QFile::link(text, m_folder.path("link.cpt")));
+        const QStringList call{"print", text, data, "--model", general, "--to"};
+        for (const QString &file :
+             {text, data, m_folder.path("./own.cpt"), m_folder.path("link.cpt")}) {
+            const ReceiptRun run = runReceipt(call + QStringList("file:" + file));
+            QCOMPARE(run.errors, "receipt: " + file +
+                                     ": the receipt is made of this file; choose another name\n");
+            QCOMPARE(run.status, 1);
+        }
+        QCOMPARE(m_folder.content("own.cpt"), QByteArray("word\n"));
+        QCOMPARE(m_folder.content("own.json"), QByteArray("{}"));
+        const QString file = m_folder.path("own.bin");
+        const ReceiptRun run = runReceipt(
+            {"print", "--plain", "-", "--model", general, "--to", "file:" + file}, "word\n");
+        QCOMPARE(run.errors, QString());
+        QVERIFY(QFile::exists(file));
+    }
+
     // "logo.bin" would be the first file whose name begins with "logo".
     void pictureOfTheReceiptIsNotReplaced()
     {

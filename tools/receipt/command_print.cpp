@@ -1,5 +1,7 @@
 #include <printerslib/drivers/documentencoder.h>
 
+#include <QFileInfo>
+
 #include "commands.h"
 #include "printoptions.h"
 #include "shopsettings.h"
@@ -206,13 +208,27 @@ int deliver(const Request &request, const EncodedDocument &encoded)
     return tool::Success;
 }
 
+/// Complains and gives false where the bytes would take the place of what the receipt is made of.
+bool keepsSources(const Request &request, const tool::PreviewedReceipt &receipt)
+{
+    if (request.isDryRun || !request.destination.isFile())
+        return true;
+    const QString output = request.destination.fileName();
+    for (const QString &file : request.source.files) {
+        // Two that don't exist are the same for Qt, and standard input is "-".
+        if (!QFileInfo::exists(output) || QFileInfo(output) != QFileInfo(file))
+            continue;
+        tool::complain(QStringLiteral("%1: the receipt is made of this file; choose another name")
+                           .arg(output));
+        return false;
+    }
+    return tool::keepsCompanions({output}, receipt);
+}
+
 int print(const Request &request)
 {
     const auto receipt = request.source.read();
-    if (!receipt)
-        return tool::BadInput;
-    if (request.destination.isFile() &&
-        !tool::keepsCompanions({request.destination.fileName()}, *receipt))
+    if (!receipt || !keepsSources(request, *receipt))
         return tool::BadInput;
     const DocumentEncoder encoder(*request.target, request.options);
     const EncodedDocument encoded = encoder.encode(receipt->documentFor(*request.target));
