@@ -17,11 +17,6 @@ constexpr unsigned styleBits =
 constexpr int firstOwnCode = 0x20;
 constexpr int mostOwnCodes = 0x7F - firstOwnCode;
 
-bool isControl(char16_t character)
-{
-    return character < 0x20 || (character >= 0x7F && character < 0xA0);
-}
-
 /// What of a character makes a difference to TextStyle.
 int styleKeyOf(const PrintLayout::Cell &cell)
 {
@@ -187,13 +182,12 @@ void DocumentWriter::putRaw(const PrintLayout::Cell &cell)
     put(cell.byte == 0x7F ? ' ' : byte);
 }
 
+/// Control characters are on no page, so they are blank.
 char DocumentWriter::byteOnSomePage(const PrintLayout &layout, const PrintLayout::Row &row,
                                     int index)
 {
     const PrintLayout::Cell *const cells = cellsOf(layout, row);
     const char16_t character = cells[index].character;
-    if (isControl(character))
-        return ' ';
     auto byte = m_pages->byteOn(m_page, character);
     if (!byte) {
         std::vector<char16_t> text;
@@ -205,7 +199,7 @@ char DocumentWriter::byteOnSomePage(const PrintLayout &layout, const PrintLayout
         setPage(page);
         byte = m_pages->byteOn(page, character);
     }
-    return byte && *byte >= 0x20 ? static_cast<char>(*byte) : ' ';
+    return byte ? static_cast<char>(*byte) : ' ';
 }
 
 char DocumentWriter::byteOf(const PrintLayout &layout, const PrintLayout::Row &row, int index)
