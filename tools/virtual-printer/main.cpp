@@ -1,28 +1,27 @@
-// Plays a receipt printer on a pseudo terminal until it is interrupted, or until its fault hung up.
-#include <printerslib/drivers/printermodels.h>
+// Plays a receipt printer until it is interrupted, or until its fault hung up.
 #include <unistd.h>
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QRegularExpression>
+#include <QTimer>
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <memory>
-#include <optional>
 
 #include "application.h"
+#include "arguments.h"
+#include "commandinput.h"
+#include "deviceline.h"
 #include "paperfolder.h"
+#include "playing.h"
 #include "programstart.h"
+#include "replay.h"
 #include "streamlines.h"
 #include "terminaltext.h"
 #include "virtualprinter.h"
 
 namespace {
-
-using printerslib::drivers::PrinterModels;
-using printerslib::drivers::PrinterProfile;
 
 constexpr int failure = 1;
 constexpr int wrongUsage = 2;
@@ -35,164 +34,10 @@ void interrupt(int)
     interrupted = 1;
 }
 
-void print(FILE *stream, const QString &line)
+void print(const QString &line)
 {
-    terminaltext::writeLine(stream, line);
-    std::fflush(stream);
-}
-
-struct FaultRow
-{
-    const char *name;
-    VirtualFault fault;
-};
-
-constexpr FaultRow faults[] = {
-    {"silent", VirtualFault::Silent},   {"echo", VirtualFault::Echo},
-    {"garbage", VirtualFault::Garbage}, {"flood", VirtualFault::Flood},
-    {"slow", VirtualFault::Slow},       {"hangup-after", VirtualFault::HangUp},
-    {"partial", VirtualFault::Partial}, {"differing-ids", VirtualFault::DifferingIds},
-};
-
-bool readFault(const QString &text, VirtualPrinterOptions &options)
-{
-    const QString name = text.section(QLatin1Char('='), 0, 0);
-    const QString value = text.section(QLatin1Char('='), 1);
-    for (const FaultRow &row : faults) {
-        if (name != QLatin1String(row.name))
-            continue;
-        options.fault = row.fault;
-        const bool takesValue =
-            row.fault == VirtualFault::Slow || row.fault == VirtualFault::HangUp;
-        bool isNumber = false;
-        options.faultValue = value.toInt(&isNumber);
-        return takesValue ? isNumber && options.faultValue >= 0 : !text.contains(QLatin1Char('='));
-    }
-    return false;
-}
-
-bool readFlow(const QString &text, VirtualPrinterOptions &options)
-{
-    if (text == QLatin1String("none"))
-        options.flowControl = QSerialPort::NoFlowControl;
-    else if (text == QLatin1String("hardware"))
-        options.flowControl = QSerialPort::HardwareControl;
-    else if (text == QLatin1String("software"))
-        options.flowControl = QSerialPort::SoftwareControl;
-    else
-        return false;
-    return true;
-}
-
-bool readBaud(const QString &text, VirtualPrinterOptions &options)
-{
-    static const QRegularExpression known(
-        QStringLiteral("\\A(1200|2400|4800|9600|19200|38400|57600|115200)\\z"));
-    options.baudRate = text.toInt();
-    return known.match(text).hasMatch();
-}
-
-struct Arguments
-{
-    VirtualPrinterOptions printer;
-    PrinterProfile profile;  ///< how it reads what it is sent
-    QString link;
-    std::optional<QString> paper;  ///< folder for what is printed
-    bool hasListing = false;
-};
-
-/// @return the option that asks for help
-QCommandLineOption describe(QCommandLineParser &parser)
-{
-    parser.setApplicationDescription(
-        QStringLiteral("Plays a receipt printer on a pseudo terminal: prints the port's path, then "
-                       "the dialogue in hexadecimal with the line settings in force. Ends when it "
-                       "is interrupted, or when its fault has hung up.\nModels: ") +
-        virtualModelIds().join(QStringLiteral(", ")));
-    const auto option = [&parser](const char *name, const char *description, const char *value) {
-        parser.addOption(QCommandLineOption(QLatin1String(name), QLatin1String(description),
-                                            QLatin1String(value)));
-    };
-    option("model", "The model to play.", "id");
-    option("models",
-           "A file of further models and of other facts of known ones, as receipt takes it; may be "
-           "given several times. A model that it adds answers as the one that it is like.",
-           "file");
-    option("baud", "The baud rate that it is set to.", "rate");
-    option("flow", "Its flow control: none, hardware or software.", "kind");
-    option("fault",
-           "What is wrong with it: silent, echo, garbage, flood, slow=MS, hangup-after=BYTES, "
-           "partial or differing-ids.",
-           "kind");
-    option("link", "A symbolic link to make to the port.", "path");
-    option(
-        "paper",
-        "Draw each piece of paper as it is cut, paper-0001.png and its text paper-0001.txt, into "
-        "this folder, which is made if it is missing, and print a line for it, and for what the "
-        "printer doesn't do as it is asked. The paper is the model's widest. What isn't cut is "
-        "drawn at the end. A piece that can't be written is told on standard error, and the exit "
-        "status is 1 in the end.",
-        "folder");
-    parser.addOption({QStringLiteral("listing"),
-                      QStringLiteral("Print the commands that the printer is sent, with their "
-                                     "offsets and meanings, instead of hexadecimal.")});
-    return parser.addHelpOption();
-}
-
-/// Gives false after messages on standard error.
-bool readModel(const QCommandLineParser &parser, Arguments &arguments)
-{
-    QStringList errors;
-    PrinterModels models;
-    const QStringList files = parser.values(QStringLiteral("models"));
-    for (const QString &file : files)
-        errors += models.addFile(file);
-    for (const QString &fault : qAsConst(errors))
-        print(stderr, QStringLiteral("virtual-printer: ") + fault);
-    const QString id = parser.value(QStringLiteral("model"));
-    const auto profile = models.profile(id);
-    arguments.profile = profile.value_or(PrinterProfile());
-    arguments.printer.model = profile ? profile->catalogueId() : id;
-    return errors.isEmpty();
-}
-
-/// Nothing after a message on standard error.
-std::optional<Arguments> readArguments()
-{
-    QCommandLineParser parser;
-    const QCommandLineOption help = describe(parser);
-    if (!parser.parse(QCoreApplication::arguments())) {
-        print(stderr, QStringLiteral("virtual-printer: ") + parser.errorText());
-        return std::nullopt;
-    }
-    if (parser.isSet(help))
-        parser.showHelp();
-
-    Arguments arguments;
-    VirtualPrinterOptions &printer = arguments.printer;
-    if (!readModel(parser, arguments))
-        return std::nullopt;
-    arguments.link = parser.value(QStringLiteral("link"));
-    if (parser.isSet(QStringLiteral("paper")))
-        arguments.paper = parser.value(QStringLiteral("paper"));
-    arguments.hasListing = parser.isSet(QStringLiteral("listing"));
-    using Reader = bool (*)(const QString &, VirtualPrinterOptions &);
-    const std::pair<const char *, Reader> readers[] = {
-        {"baud", readBaud}, {"flow", readFlow}, {"fault", readFault}};
-    for (const auto &[name, read] : readers) {
-        const QString option = QLatin1String(name);
-        if (parser.isSet(option) && !read(parser.value(option), printer)) {
-            print(stderr, QStringLiteral("virtual-printer: --%1: \"%2\" is none of its values")
-                              .arg(option, parser.value(option)));
-            return std::nullopt;
-        }
-    }
-    if (!virtualModelIds().contains(printer.model) || !parser.positionalArguments().isEmpty()) {
-        print(stderr, QStringLiteral("virtual-printer: --model takes one of: ") +
-                          virtualModelIds().join(QStringLiteral(", ")));
-        return std::nullopt;
-    }
-    return arguments;
+    terminaltext::writeLine(stdout, line);
+    std::fflush(stdout);
 }
 
 void catchInterrupts()
@@ -206,7 +51,7 @@ void catchInterrupts()
 void printLines(const QStringList &lines)
 {
     for (const QString &line : lines)
-        print(stdout, line);
+        print(line);
 }
 
 /// Gives whether all pieces could be written.
@@ -214,15 +59,17 @@ bool printReport(const PaperReport &report)
 {
     printLines(report.lines);
     for (const QString &text : report.failures)
-        print(stderr, QStringLiteral("virtual-printer: ") + text);
+        complain(text);
     return report.failures.isEmpty();
 }
 
-/// What the printer is sent goes there once it has answered, as drawing takes its time.
+/// Plays a printer that only a search speaks with, and that has a fault.
+///
+/// What the printer is sent goes to the paper once it has answered, as drawing takes its time.
 /// @param lines null: hexadecimal
 /// @param paper null: nothing is drawn
 /// @return the exit status
-int play(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper)
+int playSearched(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper)
 {
     QByteArray sent;
     bool isWritten = true;
@@ -243,8 +90,123 @@ int play(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper)
     if (paper != nullptr)
         isWritten = printReport(paper->finish()) && isWritten;
     if (printer.hasHungUp())
-        print(stdout, QStringLiteral("hung up after %1 bytes").arg(printer.received().size()));
+        print(QStringLiteral("hung up after %1 bytes").arg(printer.received().size()));
     return isWritten ? 0 : failure;
+}
+
+/// Ends the loop of events when the program is interrupted.
+class InterruptWatch
+{
+public:
+    explicit InterruptWatch(CommandInput &input)
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [&input] {
+            input.look();
+            if (interrupted != 0)
+                QCoreApplication::quit();
+        });
+        m_timer.start(pollMilliseconds);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+/// What a line on standard input asks for.
+void obey(const QString &line, Playing &playing, bool isReplay)
+{
+    QString error;
+    const auto fault = printerFault(line, &error);
+    if (line == QLatin1String("help"))
+        printLines(printerFaultHelp());
+    else if (isReplay)
+        complain(QStringLiteral("a recorded printer takes no commands"));
+    else if (!fault)
+        complain(error);
+    else {
+        playing.apply(*fault);
+        print(QStringLiteral("command: ") + fault->toString());
+    }
+}
+
+/// Plays a printer, or what was recorded of one.
+/// @param lines null: hexadecimal
+/// @param paper null: nothing is drawn
+/// @return the exit status
+int play(const Arguments &arguments, DeviceLine &line, StreamLines *lines, PaperFolder *paper)
+{
+    PrinterDevice::Options options;
+    options.millimetresPerSecond = arguments.pace.millimetresPerSecond;
+    if (paper != nullptr)
+        options.print = paper->options();
+    PrinterDevice device(arguments.profile, options);
+    Replay replay(arguments.recording.value_or(QVector<RecordedPiece>()));
+    const bool isReplay = arguments.recording.has_value();
+    for (const PlannedFault &planned : arguments.plan)
+        device.plan(planned);
+
+    bool isWritten = true;
+    const auto writePaper = [paper,
+                             &isWritten](const QVector<printerslib::drivers::Paper> &pieces) {
+        if (paper != nullptr)
+            isWritten = printReport(paper->write(pieces)) && isWritten;
+    };
+    line.setObserver([lines](const VirtualExchange &exchange) {
+        printLines(lines == nullptr ? QStringList(exchange.toString()) : lines->linesOf(exchange));
+    });
+    PrinterSide &side = isReplay ? static_cast<PrinterSide &>(replay) : device;
+    Playing playing(line, side, isReplay ? nullptr : &device, arguments.pace.bytesPerSecond);
+    QObject::connect(&playing, &Playing::noted, print);
+    QObject::connect(&playing, &Playing::printed, writePaper);
+    CommandInput input;
+    QObject::connect(&input, &CommandInput::lineRead,
+                     [&](const QString &text) { obey(text, playing, isReplay); });
+    const InterruptWatch watch(input);
+    playing.start();
+    QCoreApplication::exec();
+    line.setObserver(nullptr);
+    if (lines != nullptr)
+        printLines(lines->finish());
+    writePaper(device.finish());
+    return isWritten ? 0 : failure;
+}
+
+int playOnNetwork(const Arguments &arguments, StreamLines *lines, PaperFolder *paper)
+{
+    TcpLine line;
+    QString error;
+    if (!line.listen(*arguments.listen, &error)) {
+        complain(error);
+        return failure;
+    }
+    print(line.name());
+    return play(arguments, line, lines, paper);
+}
+
+int playOnTerminal(const Arguments &arguments, StreamLines *lines, PaperFolder *paper)
+{
+    VirtualPrinter printer(arguments.printer);
+    if (!printer.isValid()) {
+        complain(QStringLiteral("there is no pseudo terminal to be had"));
+        return failure;
+    }
+    const QByteArray link = arguments.link.toLocal8Bit();
+    if (!link.isEmpty() &&
+        ::symlink(printer.portPath().toLocal8Bit().constData(), link.constData()) != 0) {
+        complain(QStringLiteral("%1: %2").arg(arguments.link, qt_error_string(errno)));
+        return failure;
+    }
+    print(printer.portPath());
+    int status = 0;
+    if (arguments.printer.fault != VirtualFault::None) {
+        status = playSearched(printer, lines, paper);
+    } else {
+        TerminalLine line(printer, printer.flowControl());
+        status = play(arguments, line, lines, paper);
+    }
+    if (!link.isEmpty())
+        ::unlink(link.constData());
+    return status;
 }
 
 /// Whether pictures are drawn. The application object has to be made before the arguments are read.
@@ -264,7 +226,7 @@ int main(int argc, char *argv[])
     const auto application = receiptpreview::makeApplication(argc, argv, draws(argc, argv));
     const QString refusal = programstart::refusalOfArguments(argc, argv);
     if (!refusal.isEmpty()) {
-        print(stderr, QStringLiteral("virtual-printer: ") + refusal);
+        complain(refusal);
         return wrongUsage;
     }
     const std::optional<Arguments> arguments = readArguments();
@@ -275,30 +237,14 @@ int main(int argc, char *argv[])
         paper = std::make_unique<PaperFolder>(arguments->profile, *arguments->paper);
         QString error;
         if (!paper->open(&error)) {
-            print(stderr, QStringLiteral("virtual-printer: ") + error);
+            complain(error);
             return failure;
         }
     }
     std::unique_ptr<StreamLines> lines;
     if (arguments->hasListing)
         lines = std::make_unique<StreamLines>(arguments->profile);
-    VirtualPrinter printer(arguments->printer);
-    if (!printer.isValid()) {
-        print(stderr, QStringLiteral("virtual-printer: there is no pseudo terminal to be had"));
-        return failure;
-    }
-    const QByteArray link = arguments->link.toLocal8Bit();
-    if (!link.isEmpty() &&
-        ::symlink(printer.portPath().toLocal8Bit().constData(), link.constData()) != 0) {
-        print(
-            stderr,
-            QStringLiteral("virtual-printer: %1: %2").arg(arguments->link, qt_error_string(errno)));
-        return failure;
-    }
-    print(stdout, printer.portPath());
     catchInterrupts();
-    const int status = play(printer, lines.get(), paper.get());
-    if (!link.isEmpty())
-        ::unlink(link.constData());
-    return status;
+    return arguments->listen ? playOnNetwork(*arguments, lines.get(), paper.get())
+                             : playOnTerminal(*arguments, lines.get(), paper.get());
 }

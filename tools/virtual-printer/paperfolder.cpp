@@ -65,6 +65,11 @@ bool PaperFolder::open(QString *error)
     return m_typeface.load(receiptpreview::Typeface::defaultFolder(), error);
 }
 
+StreamInterpreter::Options PaperFolder::options() const
+{
+    return optionsOf(m_model, m_paper, m_codes);
+}
+
 PaperReport PaperFolder::take(const QByteArray &bytes)
 {
     return write(m_interpreter.read(bytes));

@@ -30,6 +30,11 @@ public:
     /// failure.
     bool open(QString *error);
 
+    /// What its interpreter is told, or another one whose paper goes here.
+    printerslib::drivers::StreamInterpreter::Options options() const;
+
+    /// Writes pieces that were printed elsewhere.
+    PaperReport write(const QVector<printerslib::drivers::Paper> &pieces);
     /// Takes what the printer is sent, and gives a line for each piece that is cut by it, behind
     /// one for each thing that the printer doesn't do as it is asked.
     PaperReport take(const QByteArray &bytes);
@@ -39,7 +44,6 @@ public:
 private:
     using Print = printerslib::drivers::Paper;
 
-    PaperReport write(const QVector<Print> &pieces);
     void write(const Print &piece, PaperReport &report);
     QString freeName();
 

@@ -17,7 +17,6 @@ constexpr int threadPollMilliseconds = 20;
 constexpr int floodPollMilliseconds = 1;
 constexpr int garbageAtMost = 24;
 constexpr int floodBlock = 512;
-constexpr int mostTakenAtOnce = 65536;
 // The dialogue of a whole search is a few hundred exchanges; a flood must not fill the memory.
 constexpr int exchangesKept = 10000;
 
@@ -75,6 +74,8 @@ VirtualModel modelOf(const VirtualPrinterOptions &options)
 
 QString VirtualExchange::heading() const
 {
+    if (!line.isEmpty())
+        return line + QLatin1String(fromPrinter ? " >" : " <");
     return QStringLiteral("%1 %2 %3")
         .arg(baudRate)
         .arg(flowControlName(flowControl), QLatin1String(fromPrinter ? ">" : "<"));
@@ -160,6 +161,30 @@ void VirtualPrinter::setObserver(std::function<void(const VirtualExchange &)> ob
     m_observer = std::move(observer);
 }
 
+void VirtualPrinter::setAnswerer(std::function<QByteArray(const QByteArray &)> answerer)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    m_answerer = std::move(answerer);
+}
+
+void VirtualPrinter::setAppetite(int bytes)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    m_appetite = std::min(bytes, mostTakenAtOnce);
+}
+
+void VirtualPrinter::say(const QByteArray &bytes)
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    send(bytes);
+}
+
+int VirtualPrinter::descriptor() const
+{
+    const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+    return m_master;
+}
+
 VirtualExchange VirtualPrinter::lineNow() const
 {
     termios line{};
@@ -192,8 +217,9 @@ QByteArray VirtualPrinter::readAll()
 {
     QByteArray bytes;
     char buffer[4096];
-    while (m_master >= 0 && bytes.size() < mostTakenAtOnce && waitForInput(m_master, 0)) {
-        const ssize_t count = ::read(m_master, buffer, sizeof buffer);
+    while (m_master >= 0 && bytes.size() < m_appetite && waitForInput(m_master, 0)) {
+        const int most = std::min<int>(sizeof buffer, m_appetite - bytes.size());
+        const ssize_t count = ::read(m_master, buffer, static_cast<size_t>(most));
         if (count <= 0)
             break;
         bytes.append(buffer, static_cast<int>(count));
@@ -235,6 +261,10 @@ void VirtualPrinter::take(const QByteArray &bytes)
         return;
     if (!lineMatches(lineNow())) {
         m_pending.clear();
+        return;
+    }
+    if (m_answerer) {
+        send(m_answerer(bytes));
         return;
     }
     m_pending += bytes;

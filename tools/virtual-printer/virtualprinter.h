@@ -42,6 +42,7 @@ struct VirtualExchange
     QSerialPort::FlowControl flowControl = QSerialPort::NoFlowControl;
     QByteArray bytes;
     bool isOnItsLine = false;  ///< whether the port had the printer's own line settings
+    QString line;              ///< what it is, if it isn't a serial line, such as "tcp"
 
     /// For example "19200 none <".
     QString heading() const;
@@ -73,8 +74,20 @@ public:
     /// What QSerialPort calls the port, for example "pts/3".
     QString portName() const;
 
+    /// Of the printer's own line.
+    QSerialPort::FlowControl flowControl() const { return m_model.flowControl; }
+
     /// Called with every exchange, on the thread that services the printer. Set it before start().
     void setObserver(std::function<void(const VirtualExchange &)> observer);
+    /// Something else that answers, in place of the model's table: it is called with the bytes that
+    /// come in on the printer's own line settings. Set it before start().
+    void setAnswerer(std::function<QByteArray(const QByteArray &)> answerer);
+    /// How many bytes service() takes at most; the others wait on the line.
+    void setAppetite(int bytes);
+    /// Sends what nobody asked for.
+    void say(const QByteArray &bytes);
+    /// What becomes readable when something comes in; -1 when it is off the line.
+    int descriptor() const;
     /// Takes what has come in and answers it, without waiting for more.
     void service();
     /// Waits for input, then does service().
@@ -94,6 +107,8 @@ public:
     QByteArray received() const;
 
 private:
+    static constexpr int mostTakenAtOnce = 65536;
+
     void openTerminal();
     void closeTerminal();
     VirtualExchange lineNow() const;
@@ -111,6 +126,8 @@ private:
     VirtualModel m_model;
     VirtualPrinterOptions m_options;
     std::function<void(const VirtualExchange &)> m_observer;
+    std::function<QByteArray(const QByteArray &)> m_answerer;
+    int m_appetite = mostTakenAtOnce;
     std::mt19937 m_random;
     int m_master = -1;
     int m_slave = -1;  ///< Held open, so that a client's close is not a hang-up for the master.
