@@ -256,10 +256,12 @@ void VirtualPrinter::waitAndService(int milliseconds)
 void VirtualPrinter::take(const QByteArray &bytes)
 {
     m_receivedCount += bytes.size();
-    record(lineNow(), false, bytes);
+    // Looked at once: an observer may have the client change it.
+    const VirtualExchange line = lineNow();
+    record(line, false, bytes);
     if (handledByFault(bytes))
         return;
-    if (!lineMatches(lineNow())) {
+    if (!lineMatches(line)) {
         m_pending.clear();
         return;
     }
