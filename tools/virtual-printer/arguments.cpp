@@ -68,6 +68,48 @@ bool readBaud(const QString &text, VirtualPrinterOptions &options)
     return known.match(text).hasMatch();
 }
 
+struct OptionRow
+{
+    const char *name;
+    const char *value;  ///< what it takes; null: nothing
+    const char *description;
+};
+
+constexpr OptionRow options[] = {
+    {"model", "id", "The model to play."},
+    {"models", "file",
+     "A file of further models and of other facts of known ones, as receipt takes it; may be given "
+     "several times. A model that it adds answers as the one that it is like."},
+    {"baud", "rate", "The baud rate that it is set to."},
+    {"flow", "kind", "Its flow control: none, hardware or software."},
+    {"listen", "host:port",
+     "Be at this port of TCP instead of a pseudo terminal; the port is 9100 if it is left out, and "
+     "any that is free if it is 0. All models can be played. One client is served at a time, "
+     "others wait until it goes."},
+    {"pace", "bytes,mm",
+     "Take as many bytes a second from the line, and print as many millimetres a second, such as "
+     "1920,150; 0 is as fast as it goes. Default: 0,0."},
+    {"at", "when:command",
+     "What befalls it then, as a line on standard input says it: SECONDS:COMMAND, or byte "
+     "N:COMMAND behind so many bytes; may be given several times."},
+    {"replay", "file",
+     "Play the printer's side of the session that this file has recorded, and answer nothing "
+     "else."},
+    {"fault", "kind",
+     "What is wrong with its answers to a search, which are all that it gives then: silent, echo, "
+     "garbage, flood, slow=MS, hangup-after=BYTES, partial or differing-ids."},
+    {"link", "path", "A symbolic link to make to the port."},
+    {"paper", "folder",
+     "Draw each piece of paper as it is cut, paper-0001.png and its text paper-0001.txt, into this "
+     "folder, which is made if it is missing, and print a line for it, and for what the printer "
+     "doesn't do as it is asked. The paper is the model's widest. What isn't cut is drawn at the "
+     "end. A piece that can't be written is told on standard error, and the exit status is 1 in "
+     "the end."},
+    {"listing", nullptr,
+     "Print the commands that the printer is sent, with their offsets and meanings, instead of "
+     "hexadecimal."},
+};
+
 /// @return the option that asks for help
 QCommandLineOption describe(QCommandLineParser &parser)
 {
@@ -79,51 +121,10 @@ QCommandLineOption describe(QCommandLineParser &parser)
                        "them. Ends when it is interrupted, or when its fault has hung up.\nModels "
                        "on a pseudo terminal: ") +
         virtualModelIds().join(QStringLiteral(", ")));
-    const auto option = [&parser](const char *name, const char *description, const char *value) {
-        parser.addOption(QCommandLineOption(QLatin1String(name), QLatin1String(description),
-                                            QLatin1String(value)));
-    };
-    option("model", "The model to play.", "id");
-    option("models",
-           "A file of further models and of other facts of known ones, as receipt takes it; may be "
-           "given several times. A model that it adds answers as the one that it is like.",
-           "file");
-    option("baud", "The baud rate that it is set to.", "rate");
-    option("flow", "Its flow control: none, hardware or software.", "kind");
-    option("listen",
-           "Be at this port of TCP instead of a pseudo terminal; the port is 9100 if it is left "
-           "out, and any that is free if it is 0. All models can be played. One client is served "
-           "at a time, others wait until it goes.",
-           "host:port");
-    option("pace",
-           "Take as many bytes a second from the line, and print as many millimetres a second, "
-           "such as 1920,150; 0 is as fast as it goes. Default: 0,0.",
-           "bytes,mm");
-    option("at",
-           "What befalls it then, as a line on standard input says it: SECONDS:COMMAND, or byte "
-           "N:COMMAND behind so many bytes; may be given several times.",
-           "when:command");
-    option("replay",
-           "Play the printer's side of the session that this file has recorded, and answer nothing "
-           "else.",
-           "file");
-    option("fault",
-           "What is wrong with its answers to a search, which are all that it gives then: silent, "
-           "echo, garbage, flood, slow=MS, hangup-after=BYTES, "
-           "partial or differing-ids.",
-           "kind");
-    option("link", "A symbolic link to make to the port.", "path");
-    option(
-        "paper",
-        "Draw each piece of paper as it is cut, paper-0001.png and its text paper-0001.txt, into "
-        "this folder, which is made if it is missing, and print a line for it, and for what the "
-        "printer doesn't do as it is asked. The paper is the model's widest. What isn't cut is "
-        "drawn at the end. A piece that can't be written is told on standard error, and the exit "
-        "status is 1 in the end.",
-        "folder");
-    parser.addOption({QStringLiteral("listing"),
-                      QStringLiteral("Print the commands that the printer is sent, with their "
-                                     "offsets and meanings, instead of hexadecimal.")});
+    for (const OptionRow &row : options) {
+        const QString value = row.value == nullptr ? QString() : QLatin1String(row.value);
+        parser.addOption({QLatin1String(row.name), QLatin1String(row.description), value});
+    }
     return parser.addHelpOption();
 }
 

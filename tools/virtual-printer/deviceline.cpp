@@ -138,7 +138,7 @@ void TcpLine::dropWhenRead()
 
 QByteArray TcpLine::read(int most)
 {
-    const QByteArray bytes = m_client == nullptr ? QByteArray() : m_client->read(most);
+    QByteArray bytes = m_client == nullptr ? QByteArray() : m_client->read(most);
     tell(false, bytes);
     dropWhenRead();
     return bytes;
