@@ -69,8 +69,12 @@ Order code128Order(const Paper::Code &code, int symbology)
     return plainOrder(code, code.variant == Paper::Code::OnlySetB ? BARCODE_CODE128B : symbology);
 }
 
+/// Small letters would be drawn as capitals.
 Order code39Order(const Paper::Code &code, int symbology)
 {
+    const auto isSmall = [](char byte) { return byte >= 'a' && byte <= 'z'; };
+    if (std::any_of(code.payload.begin(), code.payload.end(), isSmall))
+        return faulty(QStringLiteral("Code 39 holds no small letters"));
     return {symbology, withoutStars(code.payload), DATA_MODE, QString()};
 }
 
@@ -108,6 +112,9 @@ Order upcEOrder(const Paper::Code &code, int symbology)
     }
     if (digits.size() == shortDigits)
         digits.prepend('0');
+    // Another number system would be drawn as 0.
+    if (isAllDigits(digits) && !digits.startsWith('0') && !digits.startsWith('1'))
+        return faulty(QStringLiteral("A UPC-E begins with 0 or 1"));
     return articleOrder(digits, shortDigits + 1, symbology, BARCODE_UPCE_CHK);
 }
 

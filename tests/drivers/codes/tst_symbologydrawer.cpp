@@ -331,6 +331,12 @@ private Q_SLOTS:
         row("EAN-8 too long", Symbology::Ean8, "460000000", "It needs 7 or 8 digits");
         row("UPC-A too long", Symbology::UpcA, "0421000052640", "It needs 11 or 12 digits");
         row("UPC-E that is none", Symbology::UpcE, "01234567890", "These digits have no UPC-E");
+        row("UPC-E of a number system that has none", Symbology::UpcE, "21234565",
+            "A UPC-E begins with 0 or 1");
+        row("UPC-E of it without a check digit", Symbology::UpcE, "9123456",
+            "A UPC-E begins with 0 or 1");
+        row("Code 39 of small letters", Symbology::Code39, "AB c",
+            "Code 39 holds no small letters");
         row("UPC-E of letters", Symbology::UpcE, "abcdef", "It needs 7 or 8 digits");
         row("Code 128 beyond ASCII", Symbology::Code128, "\xD0\x96",
             "Code 128 holds ASCII characters only");
