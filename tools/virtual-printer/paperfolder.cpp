@@ -67,7 +67,7 @@ bool PaperFolder::open(QString *error)
 
 StreamInterpreter::Options PaperFolder::options() const
 {
-    return optionsOf(m_model, m_paper, m_codes);
+    return optionsOf(m_model, m_paper, m_codes, m_letters);
 }
 
 PaperReport PaperFolder::take(const QByteArray &bytes)
