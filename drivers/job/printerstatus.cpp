@@ -133,7 +133,7 @@ bool PrinterStatus::canPrint() const
 
 QString PrinterStatus::text() const
 {
-    const QString sentences = sentencesOf(m_flags);
+    QString sentences = sentencesOf(m_flags);
     if (!sentences.isEmpty())
         return sentences;
     return m_isKnown ? QStringLiteral("The printer is ready.")

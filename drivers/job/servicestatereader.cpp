@@ -42,7 +42,7 @@ QString serviceFault(const QJsonValue &value)
 
 QString deviceFault(const QJsonValue &value)
 {
-    const QString fault = numberFault(value, most16);
+    QString fault = numberFault(value, most16);
     if (!fault.isEmpty())
         return fault;
     const int state = value.toInt();

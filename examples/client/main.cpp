@@ -3,6 +3,7 @@
 #include <printerslib/drivers/documentcleaner.h>
 #include <printerslib/drivers/documentencoder.h>
 #include <printerslib/drivers/documentfiles.h>
+#include <printerslib/drivers/printersearch.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -23,7 +24,7 @@
 #include "hearth/initconfig.h"
 #define HAS_TRANSLATIONS
 #endif
-#include "printdevicefinder/printdevicefinder.h"
+#include "printdevicefinder/printdeviceinfo.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printsrvstate/printservicestatecorvidwrapper.h"
 #include "settings/textprintersettings.h"
@@ -67,35 +68,29 @@ void speakShopsLanguage()
 #endif
 }
 
-/// Runs one search, which begin() starts, to its end. The device comes behind finished(), and a
-/// search over nothing ends with noDevices() alone.
-template <typename Begin>
-std::optional<PrintDeviceInfo> search(Begin begin)
+/// Waits for the end of a search that has begun.
+std::optional<PrintDeviceInfo> foundBy(PrinterSearch &search)
 {
-    PrintDeviceFinder finder;
     QEventLoop loop;
-    std::optional<PrintDeviceInfo> found;
-    QObject::connect(&finder, &PrintDeviceFinder::deviceFinded, &loop,
-                     [&found](const PrintDeviceInfo &device) { found = device; });
-    QObject::connect(&finder, &PrintDeviceFinder::finished, &loop, &QEventLoop::quit,
-                     Qt::QueuedConnection);
-    QObject::connect(&finder, &PrintDeviceFinder::noDevices, &loop, &QEventLoop::quit,
-                     Qt::QueuedConnection);
-    begin(finder);
+    QObject::connect(&search, &PrinterSearch::over, &loop, &QEventLoop::quit);
     loop.exec();
-    return found;
+    if (search.result() == PrinterSearch::Result::Found)
+        return search.device();
+    say(QStringLiteral("no printer: %1").arg(search.text()));
+    return std::nullopt;
 }
 
 /// The printer of the settings, if it answers on its port. A search of all ports, which takes near
-/// three minutes where nobody answers, would be finder.start().
+/// three minutes where nobody answers, would be search.start().
 std::optional<PrintDeviceInfo> confirmPrinter(const TextPrinterSettings &settings)
 {
     PrintDeviceInfo record;
     record.setDeviceType(1);
     record.setDeviceId(settings.printerId());
     record.setSettings(settings.port()->portSettings());
-    QList<PrintDeviceInfo> records{record};
-    return search([&records](PrintDeviceFinder &finder) { finder.test(records); });
+    PrinterSearch search;
+    search.confirm({record});
+    return foundBy(search);
 }
 
 /// Starts a program that plays the printer, and finds it. Its dialogue goes to printer.log.
@@ -113,7 +108,9 @@ std::optional<PrintDeviceInfo> startVirtualPrinter(QProcess &printer, const QStr
             return std::nullopt;
         printer.waitForFinished(10);
     }
-    return search([&port](PrintDeviceFinder &finder) { finder.start({port}); });
+    PrinterSearch search;
+    search.start({port});
+    return foundBy(search);
 }
 
 /// The name of the second article comes from somebody else, a line feed in it and all.
