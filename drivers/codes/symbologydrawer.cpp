@@ -118,21 +118,26 @@ Order upcEOrder(const Paper::Code &code, int symbology)
     return articleOrder(digits, shortDigits + 1, symbology, BARCODE_UPCE_CHK);
 }
 
+/// Fewer digits than an article's number has would be drawn as another one, with zeros in front.
 Order dataBarOrder(const Paper::Code &code, int symbology)
 {
+    const auto articleOf = [&code](int kind) {
+        constexpr int digits = 13;
+        return articleOrder(code.payload, digits, kind, kind);
+    };
     switch (code.variant) {
         case Paper::Code::Limited:
-            return plainOrder(code, BARCODE_DBAR_LTD);
+            return articleOf(BARCODE_DBAR_LTD);
         case Paper::Code::Expanded:
             return gs1Order(code, BARCODE_DBAR_EXP);
         case Paper::Code::Stacked:
-            return plainOrder(code, BARCODE_DBAR_STK);
+            return articleOf(BARCODE_DBAR_STK);
         case Paper::Code::StackedOmni:
-            return plainOrder(code, BARCODE_DBAR_OMNSTK);
+            return articleOf(BARCODE_DBAR_OMNSTK);
         case Paper::Code::ExpandedStacked:
             return gs1Order(code, BARCODE_DBAR_EXPSTK);
         default:
-            return plainOrder(code, symbology);
+            return articleOf(symbology);
     }
 }
 

@@ -335,6 +335,8 @@ private Q_SLOTS:
             "A UPC-E begins with 0 or 1");
         row("UPC-E of it without a check digit", Symbology::UpcE, "9123456",
             "A UPC-E begins with 0 or 1");
+        row("DataBar of fewer digits than an article's", Symbology::GS1DataBar, "96385074",
+            "It needs 13 or 14 digits");
         row("Code 39 of small letters", Symbology::Code39, "AB c",
             "Code 39 holds no small letters");
         row("UPC-E of letters", Symbology::UpcE, "abcdef", "It needs 7 or 8 digits");
