@@ -1,4 +1,4 @@
-# complete.bash PREFIX: what the installed completion of receipt(1) offers.
+# complete.bash PREFIX: what the installed completions of receipt(1) and virtual-printer(1) offer.
 prefix=$1
 source "$prefix/share/bash-completion/completions/receipt"
 cd "$prefix/share/printerslib/examples" || exit 1
@@ -52,4 +52,24 @@ offers '--drawer --drawer-pin --dry-run' print --dr
 offers 'all bidirectional brackets controls equals invisible tags' render --clean ''
 offers 'export import show' settings ''
 offers '--printer' settings export --p
+
+source "$prefix/share/bash-completion/completions/virtual-printer"
+
+# printer_offers EXPECTED WORD...
+printer_offers() {
+  local expected=$1 actual
+  shift
+  COMP_WORDS=("$prefix/bin/virtual-printer" "$@")
+  COMP_CWORD=$#
+  _virtual_printer
+  actual=$(printf '%s\n' "${COMPREPLY[@]}" | sort | paste -sd ' ')
+  [ "$actual" = "$expected" ] && return
+  printf 'virtual-printer %s: "%s" instead of "%s"\n' "$*" "$actual" "$expected" >&2
+  failures=$((failures + 1))
+}
+
+printer_offers '--link --listen --listing' --l
+printer_offers 'CUSTOM_TG_2480_H CUSTOM_TG_2480_SE CUSTOM_VKP_80' --model CUSTOM
+printer_offers 'hardware none software' --flow ''
+printer_offers 'kiosk.cpt kiosk.json' --replay kiosk
 exit $((failures > 0))
