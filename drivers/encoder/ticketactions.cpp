@@ -144,7 +144,9 @@ void TicketActions::eject()
 /// doesn't reach is the host's.
 void TicketActions::setTimer(int seconds)
 {
-    constexpr int most = 255;
+    constexpr int mostOfCitizen = 9;
+    constexpr int mostOfStar = 255;
+    const int most = profile().presenter() == Presenter::Star ? mostOfStar : mostOfCitizen;
     const int step = std::max(1, profile().presenterTimerStep());
     const bool hasTimer = profile().presenterTimerStep() > 0;
     const qint64 steps = (qint64(seconds) * 1000 + step - 1) / step;

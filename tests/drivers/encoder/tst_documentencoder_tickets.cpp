@@ -153,7 +153,7 @@ private Q_SLOTS:
         row("Custom, hold", Presenter::Custom, 9, 0, "1b 4a c0, 1b 69, 1d 65 03 0c");
         row("Citizen, cut and leave", Presenter::Citizen, 1, 5, "1b 4a aa, 1d 56 00");
         row("Citizen, eject", Presenter::Citizen, 5, 5, "1b 4a aa, 1d 52 31 00, 1d 56 00");
-        row("Citizen, hold", Presenter::Citizen, 9, 10, "1b 4a aa, 1d 52 31 0a, 1d 56 00");
+        row("Citizen, hold", Presenter::Citizen, 9, 9, "1b 4a aa, 1d 52 31 09, 1d 56 00");
         row("Citizen, hold for ever", Presenter::Citizen, 9, 0, "1b 4a aa, 1d 52 31 00, 1d 56 00");
         row("Star, hold", Presenter::Star, 8, 10, "1b 49 60, 1b 16 31 14, 1b 64 30");
         row("Star, eject", Presenter::Star, 12, 10, "1b 49 60, 1b 16 31 00, 1b 64 30");
@@ -187,8 +187,8 @@ private Q_SLOTS:
         row("Custom, ejected", Presenter::Custom, 5, 10, 0, {});
         row("Custom, for ever", Presenter::Custom, 9, 0, 0, {});
         row("Custom, negative", Presenter::Custom, 9, -5, 0, {});
-        row("Citizen", Presenter::Citizen, 9, 10, 0, {});
-        row("Citizen, longer than its timer", Presenter::Citizen, 9, 300, 300, "\x1D\x52\x30");
+        row("Citizen", Presenter::Citizen, 9, 9, 0, {});
+        row("Citizen, longer than its timer", Presenter::Citizen, 9, 10, 10, "\x1D\x52\x30");
         row("Star", Presenter::Star, 9, 127, 0, {});
         row("Star, longer than its timer", Presenter::Star, 9, 128, 128,
             QByteArray("\x1B\x16\x30\x00", 4));
