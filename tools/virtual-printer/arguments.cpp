@@ -75,7 +75,7 @@ struct OptionRow
     const char *description;
 };
 
-constexpr OptionRow options[] = {
+constexpr OptionRow optionRows[] = {
     {"model", "id", "The model to play."},
     {"models", "file",
      "A file of further models and of other facts of known ones, as receipt takes it; may be given "
@@ -121,7 +121,7 @@ QCommandLineOption describe(QCommandLineParser &parser)
                        "them. Ends when it is interrupted, or when its fault has hung up.\nModels "
                        "on a pseudo terminal: ") +
         virtualModelIds().join(QStringLiteral(", ")));
-    for (const OptionRow &row : options) {
+    for (const OptionRow &row : optionRows) {
         const QString value = row.value == nullptr ? QString() : QLatin1String(row.value);
         parser.addOption({QLatin1String(row.name), QLatin1String(row.description), value});
     }

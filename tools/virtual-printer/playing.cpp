@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "clockunits.h"
+
 namespace {
 
 constexpr qint64 nanosecondsPerMicrosecond = 1000;
-constexpr qint64 microsecondsPerMillisecond = 1000;
-constexpr double microsecondsPerSecond = 1e6;
 constexpr int mostAtOnce = 65536;
 constexpr int paceMilliseconds = 5;  // between two looks at a slow line
 
@@ -63,7 +63,7 @@ int Playing::allowance()
     const qint64 now = m_clock.nsecsElapsed() / nanosecondsPerMicrosecond;
     const double most = std::max(1.0, double(m_bytesPerSecond) / piecesPerSecond);
     m_tokens = std::min(
-        most, m_tokens + double(now - m_tokensAt) * m_bytesPerSecond / microsecondsPerSecond);
+        most, m_tokens + double(now - m_tokensAt) * m_bytesPerSecond / clockunits::perSecond);
     m_tokensAt = now;
     return static_cast<int>(m_tokens);
 }
@@ -116,7 +116,7 @@ void Playing::wait()
     const qint64 event = m_side.nextEvent();
     const qint64 now = m_clock.nsecsElapsed() / nanosecondsPerMicrosecond;
     if (event >= 0)
-        consider(std::max<qint64>(0, (event - now) / microsecondsPerMillisecond + 1));
+        consider(std::max<qint64>(0, (event - now) / clockunits::perMillisecond + 1));
     if (milliseconds < 0)
         m_timer.stop();
     else

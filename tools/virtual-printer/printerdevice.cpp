@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "clockunits.h"
 #include "commandsets/commandrow_p.h"
 
 using printerslib::drivers::CommandId;
@@ -24,7 +25,6 @@ constexpr char eot = 0x04;
 constexpr int longestAtOnce = 10;
 constexpr int marksOfEtb = 32;
 constexpr double millimetresPerInch = 25.4;
-constexpr double microsecondsPerSecond = 1e6;
 
 /// Room that makes a printer busy, and that which ends it.
 struct BusyLimits
@@ -237,7 +237,7 @@ void PrinterDevice::execute(const Waiting &next)
     m_hasOpenLine = false;
     if (m_options.millimetresPerSecond > 0)
         m_freeAt = std::max(m_freeAt, m_now) +
-                   qRound64(double(dots) * microsecondsPerSecond * millimetresPerInch /
+                   qRound64(double(dots) * clockunits::perSecond * millimetresPerInch /
                             (m_profile.dotsPerInch() * m_options.millimetresPerSecond));
 }
 
@@ -280,9 +280,8 @@ void PrinterDevice::clearBuffer()
 
 void PrinterDevice::answer(const QByteArray &bytes)
 {
-    constexpr qint64 microsecondsPerMillisecond = 1000;
     if (!bytes.isEmpty() && !m_isMute && m_hardware.isPowered)
-        m_answers.append({m_now + microsecondsPerMillisecond * m_answersLate, bytes});
+        m_answers.append({m_now + clockunits::perMillisecond * m_answersLate, bytes});
 }
 
 QByteArray PrinterDevice::takeAnswers()

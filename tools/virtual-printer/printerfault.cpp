@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "clockunits.h"
+
 namespace {
 
 struct PrinterFaultRow
@@ -59,17 +61,6 @@ std::optional<PrinterFault> faultOfRow(const PrinterFaultRow &row, const QString
     return PrinterFault{row.kind, value.value_or(0)};
 }
 
-/// A time in seconds, as microseconds.
-std::optional<qint64> secondsOf(const QString &text)
-{
-    constexpr double most = 1e9;
-    bool isNumber = false;
-    const double seconds = text.toDouble(&isNumber);
-    if (!isNumber || !(seconds >= 0) || seconds > most)
-        return std::nullopt;
-    return qRound64(seconds * 1e6);
-}
-
 }  // namespace
 
 QString PrinterFault::toString() const
@@ -117,7 +108,7 @@ std::optional<PlannedFault> plannedFault(const QString &text, QString *error)
         planned.clock = PlannedFault::Bytes;
         at = countOf(when.mid(byte.size()));
     } else {
-        at = secondsOf(when);
+        at = clockunits::ofSeconds(when);
     }
     if (!at || !text.contains(QLatin1Char(':'))) {
         *error = QStringLiteral("\"%1\" is neither SECONDS:COMMAND nor byte N:COMMAND").arg(text);

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cctype>
 
-namespace {
+#include "clockunits.h"
 
-constexpr qint64 microsecondsPerSecond = 1'000'000;
+namespace {
 
 /// Nothing for anything but pairs of hexadecimal digits.
 QByteArray bytesOfHex(const QString &digits)
@@ -17,21 +17,11 @@ QByteArray bytesOfHex(const QString &digits)
     return isHex && digits.size() % 2 == 0 ? QByteArray::fromHex(digits.toLatin1()) : QByteArray();
 }
 
-std::optional<qint64> timeOf(const QString &text)
-{
-    constexpr double most = 1e9;
-    bool isNumber = false;
-    const double seconds = text.toDouble(&isNumber);
-    if (!isNumber || !(seconds >= 0) || seconds > most)
-        return std::nullopt;
-    return qRound64(seconds * double(microsecondsPerSecond));
-}
-
 /// Why it is none; empty if it is a piece.
 QString readPiece(const QString &line, qint64 earliest, RecordedPiece &piece)
 {
     const QStringList words = line.split(QLatin1Char(' '));
-    const std::optional<qint64> time = timeOf(words.value(0));
+    const std::optional<qint64> time = clockunits::ofSeconds(words.value(0));
     if (!time)
         return QStringLiteral("\"%1\" is no time in seconds").arg(words.value(0));
     if (*time < earliest)
@@ -50,8 +40,8 @@ QString readPiece(const QString &line, qint64 earliest, RecordedPiece &piece)
 QString RecordedPiece::toString() const
 {
     return QStringLiteral("%1.%2 %3 %4")
-        .arg(microseconds / microsecondsPerSecond)
-        .arg(microseconds % microsecondsPerSecond, 6, 10, QLatin1Char('0'))
+        .arg(microseconds / clockunits::perSecond)
+        .arg(microseconds % clockunits::perSecond, 6, 10, QLatin1Char('0'))
         .arg(QLatin1String(fromPrinter ? "printer" : "host"),
              QString::fromLatin1(bytes.toHex(' ').toUpper()));
 }
