@@ -9,12 +9,12 @@ namespace {
 
 using Event = Paper::Event;
 
-/// Prints and cuts: the printer feeds to its cutter by itself.
+/// Prints and cuts where the paper is at the cutter: nothing feeds there by itself.
 void endSwecoinPage(Printer &printer, const StreamCommand &command)
 {
     if (!printer.line.isEmpty())
         printer.printLine(1);
-    printer.roll.cut(Event::Cut, printer.roll.top());
+    printer.roll.cut(Event::Cut, printer.roll.top() - printer.profile.dotsToCutter());
     Q_UNUSED(command)
 }
 

@@ -488,8 +488,8 @@ class EscPos(Walk):
             self.feed(self.dots(n))
 
     def end_columns(self, pitch):
-        """Columns hold 24 rows, of which the next ones may print over the lower part."""
-        if pitch > 24 + TOLERANCE:
+        """Columns hold 24 rows: less would print over them, more would leave a gap."""
+        if abs(pitch - 24) > TOLERANCE:
             self.fault(f'columns of dots are fed by {pitch:.1f}')
         self.below = max(0.0, pitch - self.lowest) if self.lowest else self.below + pitch
         self.columns_in_line = self.end = self.tallest = self.lowest = 0
@@ -770,7 +770,7 @@ class Star(Walk):
         self.end = left + width
 
     def end_rows(self, pitch):
-        if pitch > self.dots_in_line + TOLERANCE:
+        if abs(pitch - self.dots_in_line) > TOLERANCE:
             self.fault(f'rows of dots are fed by {pitch:.1f}')
         self.below = max(0.0, pitch - self.lowest) if self.lowest else self.below + pitch
         self.dots_in_line = self.end = self.lowest = 0

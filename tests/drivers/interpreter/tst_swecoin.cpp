@@ -72,26 +72,36 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("stream");
         QTest::addColumn<QStringList>("events");
-        QTest::newRow("RS") << bytes("a\n\x1E") << QStringList("eject: ejects the ticket");
-        QTest::newRow("FF") << bytes("a\x0C") << QStringList("eject: ejects the ticket");
-        QTest::newRow("ESC RS") << bytes("a\n\x1B\x1E") << QStringList();
-        QTest::newRow("ESC FF") << bytes("a\n\x1B\x1E\x1B\x0C\x32")
+        QTest::newRow("RS") << bytes("\x1E") << QStringList("eject: ejects the ticket");
+        QTest::newRow("FF") << bytes("\x0C") << QStringList("eject: ejects the ticket");
+        QTest::newRow("ESC RS") << bytes("\x1B\x1E") << QStringList();
+        QTest::newRow("ESC FF") << bytes("\x1B\x1E\x1B\x0C\x32")
                                 << QStringList("present: presents 50 mm of the ticket");
         QTest::newRow("EM below 100")
-            << bytes("a\n\x1B\x1E\x19\x63") << QStringList("eject: ejects the ticket");
+            << bytes("\x1B\x1E\x19\x63") << QStringList("eject: ejects the ticket");
         QTest::newRow("EM from 100 on")
-            << bytes("a\n\x1B\x1E\x19\x64") << QStringList("retract: takes the ticket back");
-        QTest::newRow("ENQ") << bytes("a\n\x1B\x1E\x05") << QStringList("eject: ejects the ticket");
+            << bytes("\x1B\x1E\x19\x64") << QStringList("retract: takes the ticket back");
+        QTest::newRow("ENQ") << bytes("\x1B\x1E\x05") << QStringList("eject: ejects the ticket");
     }
     void cutAndEject()
     {
         QFETCH(QByteArray, stream);
         QFETCH(QStringList, events);
-        const QVector<Paper> papers = printed(stream);
+        const QVector<Paper> papers = printed(bytes("a\n\x1BJ\x58") + stream);
         QCOMPARE(papers.first().toText(), QString("a\n[cut]\n"));
         QCOMPARE(eventsOf(papers.first()), QStringList("cut: cut"));
+        QCOMPARE(papers.first().length, 34);
         QCOMPARE(papers.size(), events.isEmpty() ? 1 : 2);
         QCOMPARE(eventsOf(papers.value(1)), events);
+    }
+
+    void cutsWhereThePaperIs()
+    {
+        const QVector<Paper> papers = printed(bytes("a\n\x1B\x1E"));
+        QCOMPARE(papers.size(), 1);
+        QVERIFY(!papers.first().isCut);
+        QCOMPARE(notesOf(papers.first()),
+                 QStringList("the paper is cut 78 dots above the end of what is printed"));
     }
 
     void questionsAreEvents()
