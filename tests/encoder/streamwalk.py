@@ -22,6 +22,8 @@ MOST_STRIP = 2048
 SPACINGS = range(0, 29, 4)
 # Steps of motors and of ESC 3 aren't dots; a line may be so much higher or lower than it should.
 TOLERANCE = 1.0
+# Bands of dots join: units of 1/360 inch are a third of a dot off at most.
+BAND_TOLERANCE = 0.6
 
 
 @dataclasses.dataclass
@@ -489,7 +491,7 @@ class EscPos(Walk):
 
     def end_columns(self, pitch):
         """Columns hold 24 rows: less would print over them, more would leave a gap."""
-        if abs(pitch - 24) > TOLERANCE:
+        if abs(pitch - 24) > BAND_TOLERANCE:
             self.fault(f'columns of dots are fed by {pitch:.1f}')
         self.below = max(0.0, pitch - self.lowest) if self.lowest else self.below + pitch
         self.columns_in_line = self.end = self.tallest = self.lowest = 0
@@ -770,7 +772,7 @@ class Star(Walk):
         self.end = left + width
 
     def end_rows(self, pitch):
-        if abs(pitch - self.dots_in_line) > TOLERANCE:
+        if abs(pitch - self.dots_in_line) > BAND_TOLERANCE:
             self.fault(f'rows of dots are fed by {pitch:.1f}')
         self.below = max(0.0, pitch - self.lowest) if self.lowest else self.below + pitch
         self.dots_in_line = self.end = self.lowest = 0

@@ -132,10 +132,11 @@ class WalkTest(unittest.TestCase):
         self.assert_fault('acts at once', START + off + on + picture % b'\x14')
         self.assert_fault('stays switched off', START + off)
 
-    def test_columns_of_dots_are_printed_by_their_height_at_most(self):
+    def test_columns_of_dots_are_printed_by_their_height(self):
         columns = START + b'\x1b*\x21\x02\0abcdef'
         self.assert_good(columns + b'\x1bJ\x18')
-        self.assert_good(columns + b'\x1b*\x21\x01\0abc\x1bJ\x01')
+        self.assert_good(columns + b'\x1b*\x21\x01\0abc\x1bJ\x18')
+        self.assert_fault('fed by 23.0', columns + b'\x1bJ\x17')
         self.assert_fault('fed by 26.0', columns + b'\x1bJ\x1a')
 
     def test_columns_may_stand_among_letters(self):

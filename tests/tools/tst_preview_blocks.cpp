@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(notesOf(document), QStringList());
     }
 
-    // Where a stream can't define characters, the row is dots.
+    // Where a stream can't define characters, they are dots beside the letters of their row.
     void symbolIsDrawnWhereverThereIsRaster()
     {
         TextPrinterDocument document = markup("a<#3>");
@@ -83,10 +83,11 @@ private Q_SLOTS:
         const PrintTarget target = targetOf("NP_F209_2D");
         const Layout layout = layoutOf(document, target);
         QCOMPARE(notesOf(document, target), QStringList());
-        const MonochromeImage &row = layout.rasters().at(0).image;
+        const Raster &symbol = layout.rasters().at(0);
+        QCOMPARE(symbol.left, layout.paper().leftMargin() + 12);
         for (int y = 0; y < 24; ++y) {
-            for (int x = 12; x < 24; ++x)
-                QCOMPARE(row.pixel(x, y, 8), x < 20 && y < 16);
+            for (int x = 0; x < 12; ++x)
+                QCOMPARE(symbol.image.pixel(x, y, 8), x < 8 && y < 16);
         }
     }
 

@@ -55,7 +55,9 @@ QString plainText(const TextPrinterDocument &document, const PrintTarget &target
 bool isWithoutDots(const PrintLayout &layout)
 {
     return std::none_of(layout.rows.begin(), layout.rows.end(),
-                        [](const PrintLayout::Row &row) { return row.isRaster; });
+                        [](const PrintLayout::Row &row) { return row.isRaster; }) &&
+           std::none_of(layout.cells.begin(), layout.cells.end(),
+                        [](const PrintLayout::Cell &cell) { return cell.isDots; });
 }
 
 }  // namespace
