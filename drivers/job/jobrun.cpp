@@ -1,0 +1,734 @@
+#include "job/jobrun_p.h"
+
+#include <QUuid>
+#include <algorithm>
+
+namespace printerslib::drivers {
+
+namespace {
+
+/// What may have been taken and yet be lost, as in the buffers of an adapter or of a host that
+/// resets the connection. A serial line has none.
+constexpr qint64 uncertainBytes = 64LL * 1024;
+/// More than any question of a job has.
+constexpr int questionFill = 16;
+constexpr int leastStep = 512;
+constexpr int mostStep = 65536;
+
+QString secondsText(int milliseconds)
+{
+    constexpr double second = 1000;
+    return QString::number(milliseconds / second);
+}
+
+/// What a printer doesn't get over by itself within a moment.
+constexpr PrinterStatus::Flags blockingFlags = PrinterStatus::Flags(
+    PrinterStatus::PaperOut | PrinterStatus::CoverOpen | PrinterStatus::CutterError |
+    PrinterStatus::UnrecoverableError | PrinterStatus::DataLost);
+
+}  // namespace
+
+JobRun::JobRun(Parts parts)
+    : m_parts(std::move(parts)),
+      m_stream(m_parts.document, m_parts.profile),
+      m_dialogue(m_parts.profile),
+      m_proof(m_parts.profile, m_dialogue),
+      m_id(QUuid::createUuid().toString(QUuid::WithoutBraces))
+{
+    m_parts.options.stepBytes = std::clamp(m_parts.options.stepBytes, leastStep, mostStep);
+    m_result.totalBytes = m_parts.document.bytes.size();
+    for (QTimer *timer : {&m_timer, &m_pollTimer, &m_stuckTimer, &m_waitTimer, &m_tellTimer})
+        timer->setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &JobRun::timeIsOver);
+    connect(&m_pollTimer, &QTimer::timeout, this, &JobRun::pollAgain);
+    connect(&m_stuckTimer, &QTimer::timeout, this, &JobRun::lineIsStuck);
+    connect(&m_waitTimer, &QTimer::timeout, this, &JobRun::waitIsOver);
+    connect(&m_tellTimer, &QTimer::timeout, this, &JobRun::tellNext);
+    connectLock();
+    connectTransport();
+}
+
+JobRun::~JobRun()
+{
+    m_parts.transport->disconnect(this);
+    m_parts.transport->close();
+}
+
+void JobRun::connectLock()
+{
+    const DeviceLock *const lock = m_parts.lock.get();
+    connect(lock, &DeviceLock::acquired, this, &JobRun::lockIsHeld);
+    connect(lock, &DeviceLock::waiting, this, [this](int ahead) {
+        if (m_step == Step::Locking)
+            tell([this, ahead] { Q_EMIT waiting(ahead); });
+    });
+    connect(lock, &DeviceLock::failed, this, [this](const QString &fault) {
+        if (m_step == Step::LockingAgain)
+            endRetraction(false);
+        else if (m_step == Step::Locking)
+            finish(Outcome::NotBegun, Reason::Lock, fault);
+    });
+}
+
+void JobRun::connectTransport()
+{
+    const Transport *const line = m_parts.transport.get();
+    connect(line, &Transport::opened, this, &JobRun::lineIsOpen);
+    connect(line, &Transport::written, this, &JobRun::lineHasTaken);
+    connect(line, &Transport::received, this, &JobRun::hasReceived);
+    connect(line, &Transport::failed, this, &JobRun::lineHasFailed);
+    connect(line, &Transport::lost, this, &JobRun::lineHasFailed);
+}
+
+void JobRun::start()
+{
+    if (m_step != Step::New)
+        return;
+    m_step = Step::Locking;
+    const EncodedDocument &document = m_parts.document;
+    if (!document.error.isEmpty() || document.bytes.isEmpty())
+        finish(Outcome::NotBegun, Reason::BadDocument,
+               document.error.isEmpty() ? QStringLiteral("the document is empty") : document.error);
+    else
+        m_parts.lock->acquire();
+}
+
+void JobRun::cancel()
+{
+    m_isCancelled = true;
+    switch (m_step) {
+        case Step::New:
+        case Step::Locking:
+        case Step::Opening:
+        case Step::Repairing:
+        case Step::Asking:
+        case Step::Resting:
+            endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
+            return;
+        case Step::Sending:
+            stop();
+            return;
+        case Step::Confirming:
+        case Step::AskingWhy:
+            endUnproven(Reason::Cancelled, QStringLiteral("cancelled before it was confirmed"));
+            return;
+        case Step::Holding:
+        case Step::LockingAgain:
+        case Step::OpeningAgain:
+            endRetraction(false);
+            return;
+        case Step::Stopping:
+        case Step::Closing:
+        case Step::Finished:
+        case Step::Retracting:
+            return;
+    }
+}
+
+// ---- Turn and line
+
+void JobRun::lockIsHeld()
+{
+    m_record = JobRecord::fromBytes(m_parts.lock->record());
+    if (m_step == Step::LockingAgain) {
+        if (m_record.isOpen || m_record.last != m_id) {
+            tell([this] {
+                Q_EMIT note(QStringLiteral("another job has printed since: its ticket stays"));
+            });
+            endRetraction(false);
+            return;
+        }
+        m_step = Step::OpeningAgain;
+    } else if (m_step == Step::Locking) {
+        m_step = Step::Opening;
+    } else {
+        return;
+    }
+    m_parts.transport->open();
+}
+
+void JobRun::lineIsOpen()
+{
+    if (m_step == Step::OpeningAgain)
+        retract();
+    else if (m_step == Step::Opening)
+        repair();
+}
+
+/// A job before was cut off, perhaps within a command: that is completed, so that what follows is
+/// obeyed and not printed; and what hangs in the printer goes.
+void JobRun::repair()
+{
+    if (!m_record.isOpen) {
+        ask();
+        return;
+    }
+    m_step = Step::Repairing;
+    write(QByteArray(m_record.fill, '\0') + JobStream::closing(m_parts.profile));
+    restartStuckTimer();
+}
+
+void JobRun::repaired()
+{
+    m_stuckTimer.stop();
+    m_record.isOpen = false;
+    m_record.fill = 0;
+    m_record.last.clear();
+    keepRecord();
+    tell([this] {
+        Q_EMIT note(
+            QStringLiteral("a job before this one was cut off: the printer was reset, and "
+                           "what it had printed was cut off"));
+    });
+    ask();
+}
+
+void JobRun::lineHasTaken(qint64 total)
+{
+    switch (m_step) {
+        case Step::Repairing:
+            if (hasTakenAll())
+                repaired();
+            else
+                restartStuckTimer();
+            return;
+        case Step::Sending:
+        case Step::Stopping:
+            m_taken = std::clamp<qint64>(total - m_base, m_taken, m_handed);
+            sendingTook();
+            return;
+        case Step::Closing:
+            restartStuckTimer();
+            if (hasTakenAll()) {
+                m_record.isOpen = false;
+                endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
+            }
+            return;
+        case Step::Confirming:
+            if (!m_proof.isBegun() && hasTakenAll())
+                finish(Outcome::Sent, Reason::None, {});
+            return;
+        case Step::Retracting:
+            if (hasTakenAll())
+                endRetraction(true);
+            return;
+        default:
+            return;
+    }
+}
+
+void JobRun::lineHasFailed(const TransportError &error)
+{
+    m_result.error = error;
+    if (m_step == Step::OpeningAgain || m_step == Step::Retracting) {
+        endRetraction(false);
+    } else if (m_step == Step::Confirming || m_step == Step::AskingWhy) {
+        // What the line took may have gone with it.
+        m_record.isOpen = true;
+        finish(Outcome::Sent, Reason::Line, error.text);
+    } else if (m_step < Step::Finished) {
+        endEarly(Reason::Line, error.text, error);
+    }
+}
+
+void JobRun::hasReceived(const QByteArray &bytes)
+{
+    if (isFinished())
+        return;
+    const QVector<StatusAnswer> answers = m_dialogue.read(bytes);
+    for (const StatusAnswer &answer : answers) {
+        if (m_step == Step::Confirming || m_step == Step::AskingWhy)
+            m_proof.take(answer);
+        else if (answer.counter >= 0)
+            m_proof.noteCounter(answer.counter);
+    }
+    if (answers.isEmpty())
+        return;
+    if (m_dialogue.status().isKnown())
+        updateStatus(m_dialogue.status());
+    if (m_step == Step::Asking && !isStatusDue())
+        statusIsComplete();
+    else if (m_step == Step::Sending)
+        watchWhileSending();
+    else if (m_step == Step::Confirming || m_step == Step::AskingWhy)
+        followProof();
+}
+
+// ---- Before the job
+
+bool JobRun::canAsk() const
+{
+    return m_parts.options.asks &&
+           m_parts.transport->address().kind() != PrinterAddress::Kind::File;
+}
+
+bool JobRun::isStatusDue() const
+{
+    return JobProof::isStatusDue(m_dialogue, m_parts.profile.dialect());
+}
+
+void JobRun::ask()
+{
+    if (!canAsk()) {
+        beginSending();
+        return;
+    }
+    m_step = Step::Asking;
+    // A zero byte is nothing, and ends a question that a job before was cut off in.
+    write(QByteArray(1, '\0') + m_dialogue.askStatus());
+    m_timer.start(m_parts.options.statusMilliseconds);
+}
+
+void JobRun::statusIsComplete()
+{
+    m_timer.stop();
+    if (m_dialogue.status().canPrint()) {
+        m_waitTimer.stop();
+        beginSending();
+        return;
+    }
+    if (m_parts.options.waitMilliseconds == 0) {
+        endEarly(Reason::Status, m_result.status.text());
+        return;
+    }
+    beginToWait();
+}
+
+void JobRun::beginToWait()
+{
+    m_step = Step::Resting;
+    m_isWaiting = true;
+    if (m_parts.options.waitMilliseconds > 0 && !m_waitTimer.isActive())
+        m_waitTimer.start(m_parts.options.waitMilliseconds);
+    m_pollTimer.start(m_parts.options.pollMilliseconds);
+}
+
+void JobRun::timeIsOver()
+{
+    if (m_step == Step::Confirming && !m_proof.isBegun()) {
+        m_record.isOpen = false;
+        finish(Outcome::Sent, Reason::None, {});
+    } else if (m_step == Step::Confirming) {
+        askWhy();
+    } else if (m_step == Step::AskingWhy) {
+        whyIsUnknown();
+    } else if (m_step == Step::Asking) {
+        m_dialogue.giveUp();
+        updateStatus(m_dialogue.status().with(PrinterStatus::NoAnswer));
+        // One that is switched off to change its paper is waited for, but one that never answered
+        // isn't.
+        if (m_isWaiting)
+            beginToWait();
+        else
+            endEarly(Reason::NoAnswer,
+                     QStringLiteral("the printer didn't answer within %1 s: it is off, its cable "
+                                    "is out, or it can't take data")
+                         .arg(secondsText(m_parts.options.statusMilliseconds)));
+    }
+}
+
+void JobRun::pollAgain()
+{
+    if (m_step == Step::Resting) {
+        ask();
+    } else if (m_step == Step::Confirming) {
+        write(m_proof.poll());
+        m_pollTimer.start(m_parts.options.pollMilliseconds);
+    }
+}
+
+void JobRun::waitIsOver()
+{
+    const QString text = m_result.status.text();
+    if (m_step == Step::Confirming || m_step == Step::AskingWhy)
+        endUnproven(Reason::Status, text);
+    else if (m_step < Step::Finished)
+        endEarly(Reason::Status, text);
+}
+
+// ---- The document
+
+void JobRun::beginSending()
+{
+    m_step = Step::Sending;
+    m_isPaused = false;
+    if (canAsk() && m_parts.profile.dialect() == Dialect::EscPos) {
+        m_stream.insert(m_dialogue.ask(StatusQuestion::Automatic));
+        m_automaticOff = m_dialogue.automaticOff();
+    }
+    m_base = m_parts.transport->bytesWritten() + m_parts.transport->bytesToWrite();
+    m_limit = m_stream.size();
+    handOver();
+}
+
+/// As much as is to be in front of the line. The record tells of it before it goes.
+void JobRun::handOver()
+{
+    const qint64 step = m_parts.options.stepBytes;
+    restartStuckTimer();
+    while (!m_isPaused && m_handed < m_limit && m_handed - m_taken <= step) {
+        const qint64 begin = m_handed;
+        m_handed = std::min(m_limit, m_handed + step);
+        if (!recordRange()) {
+            m_isUnrecorded = true;
+            tell([this] {
+                Q_EMIT note(QStringLiteral("what a crash would leave can't be recorded"));
+            });
+        }
+        if (!m_parts.transport->write(m_stream.part(begin, m_handed))) {
+            m_handed = begin;
+            m_record.isOpen = begin > 0;
+            keepRecord();
+            break;
+        }
+        m_result.mostBytes = m_stream.documentBytes(m_handed);
+        m_result.outcome = Outcome::PartlySent;
+    }
+}
+
+/// @return false the first time that it fails
+bool JobRun::recordRange()
+{
+    const bool isSerial = m_parts.transport->address().kind() == PrinterAddress::Kind::Serial;
+    const qint64 begin = isSerial ? m_taken : std::max<qint64>(0, m_taken - uncertainBytes);
+    m_record.isOpen = true;
+    m_record.fill = m_stream.fillBetween(begin, m_handed);
+    m_record.last = m_id;
+    return m_parts.lock->setRecord(m_record.toBytes()) || m_isUnrecorded;
+}
+
+void JobRun::sendingTook()
+{
+    const qint64 before = m_result.sentBytes;
+    m_result.sentBytes = m_stream.documentBytes(m_taken);
+    if (m_result.sentBytes != before)
+        tellProgress();
+    if (m_taken < m_limit) {
+        handOver();
+        return;
+    }
+    m_stuckTimer.stop();
+    if (m_step == Step::Stopping)
+        close();
+    else
+        confirm();
+}
+
+bool JobRun::isBlocked() const
+{
+    const PrinterStatus status = m_dialogue.status();
+    return (status.flags() & blockingFlags) != PrinterStatus::Flags();
+}
+
+void JobRun::watchWhileSending()
+{
+    if (m_dialogue.status().has(PrinterStatus::DataLost)) {
+        endEarly(Reason::Status, m_result.status.text());
+        return;
+    }
+    const bool isBlockedNow = isBlocked();
+    if (isBlockedNow == m_isPaused)
+        return;
+    if (isBlockedNow && m_parts.options.waitMilliseconds == 0) {
+        endEarly(Reason::Status, m_result.status.text());
+        return;
+    }
+    m_isPaused = isBlockedNow;
+    if (m_isPaused && m_parts.options.waitMilliseconds > 0)
+        m_waitTimer.start(m_parts.options.waitMilliseconds);
+    if (!m_isPaused) {
+        m_waitTimer.stop();
+        handOver();
+    }
+}
+
+void JobRun::restartStuckTimer()
+{
+    const bool isStopping = m_step == Step::Stopping || m_step == Step::Closing;
+    const int time = isStopping ? std::max(1, m_parts.options.cancelMilliseconds)
+                                : m_parts.options.transport.writeMilliseconds;
+    if (time > 0)
+        m_stuckTimer.start(time);
+    else
+        m_stuckTimer.stop();
+}
+
+void JobRun::lineIsStuck()
+{
+    if (m_step == Step::Sending && m_isPaused) {
+        restartStuckTimer();
+    } else if (m_step == Step::Stopping || m_step == Step::Closing) {
+        endEarly(Reason::Cancelled,
+                 QStringLiteral("cancelled; the line took no byte for %1 s, so that the next job "
+                                "resets the printer")
+                     .arg(secondsText(m_parts.options.cancelMilliseconds)));
+    } else if (m_step == Step::Retracting) {
+        endRetraction(false);
+    } else if (m_step < Step::Finished) {
+        const TransportError error{
+            TransportError::Kind::TimedOut,
+            QStringLiteral("%1 took no byte for %2 s: the printer holds the line up, is off, or "
+                           "its cable is out")
+                .arg(m_parts.transport->address().toString(),
+                     secondsText(m_parts.options.transport.writeMilliseconds))};
+        lineHasFailed(error);
+    }
+}
+
+// ---- Cancelled in its middle
+
+void JobRun::stop()
+{
+    if (m_handed == 0) {
+        endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
+        return;
+    }
+    m_step = Step::Stopping;
+    m_isPaused = false;
+    m_waitTimer.stop();
+    m_limit = m_stream.commandEnd(m_handed);
+    if (m_taken >= m_limit)
+        sendingTook();
+    else
+        handOver();
+}
+
+void JobRun::close()
+{
+    if (m_limit == m_stream.size()) {
+        m_record.isOpen = false;
+        finish(Outcome::Sent, Reason::Cancelled,
+               QStringLiteral("cancelled when all had been sent"));
+        return;
+    }
+    m_step = Step::Closing;
+    const QByteArray closing = JobStream::closing(m_parts.profile);
+    m_record.fill = std::max<int>(m_record.fill, questionFill);
+    keepRecord();
+    write(closing);
+    restartStuckTimer();
+}
+
+// ---- What is known of it
+
+void JobRun::confirm()
+{
+    m_step = Step::Confirming;
+    m_result.outcome = Outcome::Sent;
+    const bool isAsked = canAsk() && m_parts.options.confirms && m_proof.isPossible();
+    const QByteArray question = isAsked ? m_proof.begin(m_record) : QByteArray();
+    if (question.isEmpty()) {
+        m_record.isOpen = false;
+        // The line is let go when it has taken that, too.
+        write(m_automaticOff);
+        m_timer.start(m_parts.options.statusMilliseconds);
+        if (isAsked)
+            endUnproven(Reason::NoConfirmation,
+                        QStringLiteral("the printer hasn't told from where it counts"));
+        else if (m_automaticOff.isEmpty() || hasTakenAll())
+            finish(Outcome::Sent, Reason::None, {});
+        return;
+    }
+    m_record.fill = std::max<int>(m_record.fill, questionFill);
+    keepRecord();
+    write(m_automaticOff + question);
+    m_timer.start(m_parts.options.confirmMilliseconds);
+    m_pollTimer.start(m_parts.options.pollMilliseconds);
+}
+
+void JobRun::followProof()
+{
+    switch (m_proof.state()) {
+        case JobProof::State::Proven:
+            JobProof::settle(m_record);
+            m_record.isOpen = false;
+            finish(m_proof.outcome(), Reason::None, {});
+            return;
+        case JobProof::State::Refuted:
+            JobProof::settle(m_record);
+            m_record.isOpen = false;
+            finish(Outcome::Sent, Reason::Status, m_result.status.text());
+            return;
+        case JobProof::State::Open:
+            break;
+    }
+    if (m_proof.isUrgent())
+        write(m_proof.poll());
+    else if (m_step == Step::AskingWhy && !isStatusDue())
+        whyIsAnswered();
+    else if (m_step == Step::Confirming && isBlocked() && m_parts.options.waitMilliseconds == 0)
+        endUnproven(Reason::Status, m_result.status.text());
+}
+
+/// No confirmation within its time: a printer that is out of paper says so, and may be waited for.
+void JobRun::askWhy()
+{
+    m_step = Step::AskingWhy;
+    write(m_dialogue.askStatus());
+    m_timer.start(m_parts.options.statusMilliseconds);
+}
+
+void JobRun::whyIsAnswered()
+{
+    m_timer.stop();
+    const bool isWell = m_dialogue.status().canPrint();
+    if (isWell) {
+        m_proof.giveUp(m_record, true);
+        m_record.isOpen = false;
+        finish(Outcome::Sent, Reason::NoConfirmation,
+               QStringLiteral("the printer didn't confirm within %1 s")
+                   .arg(secondsText(m_parts.options.confirmMilliseconds)));
+        return;
+    }
+    if (m_parts.options.waitMilliseconds == 0) {
+        endUnproven(Reason::Status, m_result.status.text());
+        return;
+    }
+    if (m_parts.options.waitMilliseconds > 0 && !m_waitTimer.isActive())
+        m_waitTimer.start(m_parts.options.waitMilliseconds);
+    m_step = Step::Confirming;
+    m_timer.start(m_parts.options.confirmMilliseconds);
+    m_pollTimer.start(m_parts.options.pollMilliseconds);
+}
+
+void JobRun::whyIsUnknown()
+{
+    updateStatus(m_result.status.with(PrinterStatus::NoAnswer));
+    endUnproven(Reason::NoConfirmation,
+                QStringLiteral("the printer didn't confirm within %1 s, and doesn't answer")
+                    .arg(secondsText(m_parts.options.confirmMilliseconds)));
+}
+
+void JobRun::endUnproven(Reason reason, const QString &text)
+{
+    m_proof.giveUp(m_record, false);
+    m_record.isOpen = false;
+    finish(Outcome::Sent, reason, text);
+}
+
+// ---- Ends
+
+void JobRun::endEarly(Reason reason, const QString &text, const TransportError &error)
+{
+    m_result.error = error;
+    const bool isAll = m_result.sentBytes == m_result.totalBytes && m_result.totalBytes > 0;
+    const Outcome outcome = m_handed == 0 ? Outcome::NotBegun
+                            : isAll       ? Outcome::Sent
+                                          : Outcome::PartlySent;
+    finish(outcome, reason, text);
+}
+
+void JobRun::finish(Outcome outcome, Reason reason, const QString &text)
+{
+    const bool hasTurn = m_parts.lock->isHeld();
+    m_step = Step::Finished;
+    stopTimers();
+    m_parts.transport->close();
+    m_result.outcome = outcome;
+    m_result.reason = reason;
+    m_result.text = text;
+    if (outcome == Outcome::PartlySent) {
+        const EncodedDocument::Mark place = m_stream.place(m_result.sentBytes);
+        m_result.block = place.block;
+        m_result.line = place.line;
+    }
+    if (hasTurn && m_handed > 0)
+        keepRecord();
+    m_parts.lock->release();
+    const EncodedDocument &document = m_parts.document;
+    if (m_result.isSent() && document.retractAfterSeconds > 0 && !document.retraction.isEmpty()) {
+        m_step = Step::Holding;
+        m_timer.disconnect(this);
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            m_step = Step::LockingAgain;
+            m_parts.lock->acquire();
+        });
+        constexpr int mostSeconds = 86400;
+        m_timer.start(std::min(document.retractAfterSeconds, mostSeconds) * m_parts.second);
+    }
+    tell([this] { Q_EMIT finished(PrintJobResult(m_result)); });
+}
+
+void JobRun::retract()
+{
+    m_step = Step::Retracting;
+    write(m_parts.document.retraction);
+    restartStuckTimer();
+}
+
+void JobRun::endRetraction(bool isDone)
+{
+    m_step = Step::Finished;
+    stopTimers();
+    m_parts.transport->close();
+    m_parts.lock->release();
+    tell([this, isDone] { Q_EMIT retracted(isDone); });
+}
+
+// ---- Small things
+
+void JobRun::write(const QByteArray &bytes)
+{
+    if (!bytes.isEmpty())
+        m_parts.transport->write(bytes);
+}
+
+bool JobRun::hasTakenAll() const
+{
+    return m_parts.transport->bytesToWrite() == 0;
+}
+
+void JobRun::keepRecord()
+{
+    if (m_parts.lock->isHeld())
+        m_parts.lock->setRecord(m_record.toBytes());
+}
+
+void JobRun::updateStatus(const PrinterStatus &status)
+{
+    if (status.has(PrinterStatus::PaperNearEnd) && !m_isNearEndTold) {
+        m_isNearEndTold = true;
+        tell([this] { Q_EMIT note(QStringLiteral("the paper is near its end")); });
+    }
+    if (status == m_result.status)
+        return;
+    m_result.status = status;
+    tell([this, status] { Q_EMIT statusChanged(status); });
+}
+
+void JobRun::stopTimers()
+{
+    for (QTimer *timer : {&m_timer, &m_pollTimer, &m_stuckTimer, &m_waitTimer})
+        timer->stop();
+}
+
+void JobRun::tell(std::function<void()> signal)
+{
+    m_told.push_back(std::move(signal));
+    m_tellTimer.start(0);
+}
+
+void JobRun::tellProgress()
+{
+    if (!m_isProgressTold)
+        return;
+    m_isProgressTold = false;
+    tell([this] {
+        m_isProgressTold = true;
+        Q_EMIT progress(m_result.sentBytes, m_result.totalBytes);
+    });
+}
+
+/// Nothing is touched behind the signal.
+void JobRun::tellNext()
+{
+    if (m_told.empty())
+        return;
+    const std::function<void()> signal = std::move(m_told.front());
+    m_told.pop_front();
+    if (!m_told.empty())
+        m_tellTimer.start(0);
+    signal();
+}
+
+}  // namespace printerslib::drivers

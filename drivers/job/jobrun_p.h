@@ -1,0 +1,151 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "job/jobproof_p.h"
+#include "job/jobrecord_p.h"
+#include "job/jobstream_p.h"
+#include "printerslib/drivers/devicelock.h"
+#include "printerslib/drivers/printjoboptions.h"
+#include "printerslib/drivers/printjobresult.h"
+#include "printerslib/drivers/transport.h"
+
+namespace printerslib::drivers {
+
+/// The steps of a job. What it tells stands in a queue that the event loop empties, one signal at a
+/// time, so that no step goes on behind a slot that has deleted it.
+class JobRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Parts
+    {
+        EncodedDocument document;
+        PrinterProfile profile;
+        PrintJobOptions options;
+        std::unique_ptr<Transport> transport;
+        std::unique_ptr<DeviceLock> lock;
+        int second = 1000;
+    };
+
+    explicit JobRun(Parts parts);
+    ~JobRun() override;
+
+    void start();
+    void cancel();
+    bool isFinished() const { return m_step >= Step::Finished; }
+    bool isRetracting() const { return m_step > Step::Finished; }
+    PrintJobResult result() const { return m_result; }
+
+Q_SIGNALS:
+    void waiting(int ahead);
+    void progress(qint64 sent, qint64 total);
+    void statusChanged(const printerslib::drivers::PrinterStatus &status);
+    void note(const QString &text);
+    void finished(const printerslib::drivers::PrintJobResult &result);
+    void retracted(bool isDone);
+
+private:
+    using Outcome = PrintJobResult::Outcome;
+    using Reason = PrintJobResult::Reason;
+    enum class Step {
+        New,
+        Locking,
+        Opening,
+        Repairing,
+        Asking,   ///< for the status, also again while the printer is waited for
+        Resting,  ///< between two questions
+        Sending,
+        Stopping,    ///< up to the end of the command under way
+        Closing,     ///< reset and cut behind that
+        Confirming,  ///< waits for the proof
+        AskingWhy,   ///< the proof doesn't come
+        Finished,
+        Holding,
+        LockingAgain,
+        OpeningAgain,
+        Retracting,
+    };
+
+    void connectLock();
+    void connectTransport();
+    void lockIsHeld();
+    void lineIsOpen();
+    void lineHasTaken(qint64 total);
+    void lineHasFailed(const TransportError &error);
+    void hasReceived(const QByteArray &bytes);
+    void timeIsOver();
+    void lineIsStuck();
+    void waitIsOver();
+    void pollAgain();
+
+    void repair();
+    void repaired();
+    void ask();
+    void statusIsComplete();
+    void beginToWait();
+    void beginSending();
+    void handOver();
+    bool recordRange();
+    void sendingTook();
+    void watchWhileSending();
+    void stop();
+    void close();
+    void confirm();
+    void followProof();
+    void askWhy();
+    void whyIsAnswered();
+    void whyIsUnknown();
+    void endUnproven(Reason reason, const QString &text);
+    void retract();
+    void endRetraction(bool isDone);
+
+    bool canAsk() const;
+    bool isStatusDue() const;
+    bool isBlocked() const;
+    void write(const QByteArray &bytes);
+    bool hasTakenAll() const;
+    void updateStatus(const PrinterStatus &status);
+    void keepRecord();
+    void restartStuckTimer();
+    void stopTimers();
+    void endEarly(Reason reason, const QString &text, const TransportError &error = {});
+    void finish(Outcome outcome, Reason reason, const QString &text);
+    void tell(std::function<void()> signal);
+    void tellProgress();
+    void tellNext();
+
+    Parts m_parts;
+    JobStream m_stream;
+    StatusDialogue m_dialogue;
+    JobProof m_proof;
+    JobRecord m_record;
+    PrintJobResult m_result;
+    Step m_step = Step::New;
+    const QString m_id;
+    QByteArray m_automaticOff;
+    qint64 m_base = 0;    ///< bytes that the line had taken before the stream
+    qint64 m_handed = 0;  ///< of the stream
+    qint64 m_taken = 0;   ///< of the stream
+    qint64 m_limit = 0;   ///< of the stream: no more is handed over
+    bool m_isPaused = false;
+    bool m_isWaiting = false;  ///< for a printer that can't print
+    bool m_isCancelled = false;
+    bool m_isUnrecorded = false;
+    bool m_isNearEndTold = false;
+    bool m_isProgressTold = true;
+    QTimer m_timer{this};
+    QTimer m_pollTimer{this};
+    QTimer m_stuckTimer{this};
+    QTimer m_waitTimer{this};
+    QTimer m_tellTimer{this};
+    std::deque<std::function<void()>> m_told;
+};
+
+}  // namespace printerslib::drivers

@@ -1,0 +1,290 @@
+#pragma once
+
+#include <QTemporaryDir>
+#include <QTimer>
+#include <functional>
+#include <QPointer>
+#include <memory>
+
+#include "commandsets/commandid_p.h"
+#include "commandsets/commandrow_p.h"
+#include "printerslib/drivers/devicelock.h"
+#include "printerslib/drivers/printermodels.h"
+#include "printerslib/drivers/printjob.h"
+#include "printerslib/drivers/streamreader.h"
+#include "printerslib/drivers/transport.h"
+#include "transport/lockfolder_p.h"
+
+/// A printer and its line, as a test wants them.
+namespace jobparts {
+
+using namespace printerslib::drivers;
+using Outcome = PrintJobResult::Outcome;
+using Reason = PrintJobResult::Reason;
+
+inline PrinterAddress address(const QString &text = "tcp:192.0.2.1:9100")
+{
+    return PrinterAddress::parse(text).value();
+}
+
+/// What a printer answers to the commands that reach it.
+class Printer
+{
+public:
+    explicit Printer(const PrinterProfile &profile) : m_reader(profile), m_profile(profile) {}
+
+    bool isSilent = false;
+    bool isPaperOut = false;
+    bool isCoverOpen = false;
+    int confirmations = 1;      ///< how often each question for one is answered
+    bool holdsBack = false;     ///< confirmations stay in it
+    QByteArray heldBack;        ///< those that do
+    int dataAnswers = 0;        ///< of Swecoin: how often there still is data
+    bool countsMarks = true;    ///< of Star
+    bool hasAutomatic = false;  ///< was switched on
+    int counter = 5;            ///< of Star
+    QByteArray got;
+    int questions = 0;
+
+    QByteArray take(const QByteArray &bytes)
+    {
+        got += bytes;
+        QByteArray answer;
+        const auto commands = m_reader.read(bytes);
+        for (const StreamCommand &command : commands) {
+            if (command.row != nullptr)
+                answer += answerTo(command);
+        }
+        return isSilent ? QByteArray() : answer;
+    }
+
+    QByteArray automatic() const
+    {
+        QByteArray bytes = QByteArray::fromHex("10000000");
+        if (isPaperOut || isCoverOpen)
+            bytes[0] = char(0x18 | (isCoverOpen ? 0x20 : 0));
+        if (isPaperOut)
+            bytes[2] = 0x0C;
+        return bytes;
+    }
+
+private:
+    QByteArray answerTo(const StreamCommand &command)
+    {
+        switch (command.row->id) {
+            case CommandId::RealTimeStatus:
+                questions++;
+                return m_profile.dialect() == Dialect::StarLine ? starStatus() : realTime(command);
+            case CommandId::AutomaticStatus:
+                hasAutomatic = command.operand(0) != 0;
+                return hasAutomatic ? automatic() : QByteArray();
+            case CommandId::TransmitStatus:
+                return confirm(QByteArray(1, '\0'));
+            case CommandId::RequestResponse:
+                return confirm("\x37\x22" + command.bytes.right(4) + QByteArray(1, '\0'));
+            case CommandId::EtbMark:
+                counter = countsMarks ? (counter + 1) % 32 : counter;
+                return {};
+            case CommandId::StatusRequest:
+                questions++;
+                return swecoin(command.operand(0) != 0 ? command.operand(0) : command.bytes.at(2));
+            default:
+                return {};
+        }
+    }
+
+    QByteArray confirm(const QByteArray &answer)
+    {
+        if (holdsBack) {
+            heldBack += answer;
+            return {};
+        }
+        return answer.repeated(confirmations);
+    }
+
+    QByteArray realTime(const StreamCommand &command) const
+    {
+        switch (int(command.bytes.at(2))) {
+            case 1:
+                return QByteArray(1, isPaperOut || isCoverOpen ? 0x1A : 0x12);
+            case 2:
+                return QByteArray(1, char(0x12 | (isCoverOpen ? 4 : 0) | (isPaperOut ? 0x20 : 0)));
+            case 4:
+                return QByteArray(1, isPaperOut ? 0x72 : 0x12);
+            default:
+                return QByteArray(1, 0x12);
+        }
+    }
+
+    QByteArray starStatus() const
+    {
+        // Nine bytes: a header, a version, the status; the count of marks stands in the last but
+        // one byte, in bits 1 to 3 and 5 and 6.
+        QByteArray bytes = QByteArray::fromHex("230600000000000000");
+        if (isPaperOut)
+            bytes[5] = 0x08;
+        if (isPaperOut || isCoverOpen)
+            bytes[2] = char(0x08 | (isCoverOpen ? 0x20 : 0));
+        bytes[7] = char((counter & 7) << 1 | (counter & 0x18) << 2);
+        return bytes;
+    }
+
+    QByteArray swecoin(int number)
+    {
+        if (number == 1)
+            return isPaperOut ? QByteArray("\x15\x03") : QByteArray("\x06");
+        QByteArray bytes(2, '\0');
+        if (dataAnswers > 0) {
+            dataAnswers--;
+            bytes[0] = 0x40;
+        }
+        return bytes;
+    }
+
+    StreamReader m_reader;
+    PrinterProfile m_profile;
+};
+
+/// A line of a test, that takes so many bytes in each turn of the event loop.
+class Line : public Transport
+{
+public:
+    Line(const PrinterAddress &printer, Printer *end) : m_address(printer), m_end(end)
+    {
+        m_timer.setSingleShot(true);
+        QObject::connect(&m_timer, &QTimer::timeout, this, [this] { turn(); });
+    }
+
+    int perTurn = 1000;
+    qint64 breaksAt = -1;  ///< bytes taken in all
+    qint64 stopsAt = -1;
+    bool failsToOpen = false;
+    bool isAnswering = true;
+    std::function<void(qint64)> onTaken;  ///< with the number of bytes taken
+
+    PrinterAddress address() const override { return m_address; }
+    State state() const override { return m_state; }
+    TransportError error() const override { return {}; }
+    void open() override
+    {
+        m_state = State::Opening;
+        m_taken = 0;
+        m_timer.start(0);
+    }
+    void close() override
+    {
+        m_state = State::Closed;
+        m_queue.clear();
+        m_timer.stop();
+    }
+    bool write(const QByteArray &bytes) override
+    {
+        if (m_state == State::Closed)
+            return false;
+        m_queue += bytes;
+        m_timer.start(0);
+        return true;
+    }
+    void discard() override { m_queue.clear(); }
+    qint64 bytesToWrite() const override { return m_queue.size(); }
+    qint64 bytesWritten() const override { return m_taken; }
+    void goOn()
+    {
+        stopsAt = -1;
+        m_timer.start(0);
+    }
+
+private:
+    void turn()
+    {
+        if (m_state == State::Opening) {
+            m_state = failsToOpen ? State::Closed : State::Open;
+            m_timer.start(0);
+            if (failsToOpen)
+                Q_EMIT failed({TransportError::Kind::Refused, "it refuses"});
+            else
+                Q_EMIT opened();
+            return;
+        }
+        if (m_state != State::Open || m_queue.isEmpty())
+            return;
+        int count = std::min(perTurn, m_queue.size());
+        for (const qint64 end : {breaksAt, stopsAt}) {
+            if (end >= 0)
+                count = int(std::clamp<qint64>(end - m_taken, 0, count));
+        }
+        const QByteArray bytes = m_queue.left(count);
+        m_queue.remove(0, count);
+        m_taken += count;
+        const QByteArray answer = m_end->take(bytes);
+        if (breaksAt >= 0 && m_taken >= breaksAt) {
+            close();
+            Q_EMIT failed({TransportError::Kind::Lost, "it has gone"});
+            return;
+        }
+        if (stopsAt < 0 || m_taken < stopsAt)
+            m_timer.start(0);
+        if (onTaken)
+            onTaken(m_taken);
+        QPointer<Line> self(this);
+        if (!answer.isEmpty())
+            Q_EMIT received(answer);
+        if (self && m_state == State::Open && count > 0)
+            Q_EMIT written(m_taken);
+    }
+
+    PrinterAddress m_address;
+    Printer *m_end;
+    State m_state = State::Closed;
+    QByteArray m_queue;
+    qint64 m_taken = 0;
+    QTimer m_timer;
+};
+
+class Lock : public DeviceLock
+{
+public:
+    Lock(const PrinterAddress &printer, const QString &folder)
+        : DeviceLock(printer, LockRoots{folder, {}, folder}, nullptr)
+    {}
+};
+
+class Job : public PrintJob
+{
+public:
+    Job(const EncodedDocument &document, const PrinterProfile &profile, Line *line, Lock *lock,
+        const PrintJobOptions &options)
+        : PrintJob(document, profile, std::unique_ptr<Transport>(line),
+                   std::unique_ptr<DeviceLock>(lock), options, 1)
+    {
+        connect(this, &PrintJob::finished, this, [this](const PrintJobResult &result) {
+            ends++;
+            end = result;
+        });
+        connect(this, &PrintJob::note, this, [this](const QString &text) { notes.append(text); });
+        connect(this, &PrintJob::progress, this, [this](qint64 sent, qint64) { steps << sent; });
+        connect(this, &PrintJob::waiting, this, [this](int ahead) { places << ahead; });
+        connect(this, &PrintJob::retracted, this, [this](bool isDone) { retractions << isDone; });
+    }
+
+    int ends = 0;
+    PrintJobResult end;
+    QStringList notes;
+    QVector<qint64> steps;
+    QVector<int> places;
+    QVector<bool> retractions;
+};
+
+/// Options whose times are over soon.
+inline PrintJobOptions soon()
+{
+    PrintJobOptions options;
+    options.statusMilliseconds = 30;
+    options.confirmMilliseconds = 60;
+    options.pollMilliseconds = 5;
+    options.cancelMilliseconds = 30;
+    options.transport.writeMilliseconds = 40;
+    return options;
+}
+
+}  // namespace jobparts

@@ -1,0 +1,816 @@
+// What becomes of a job, against a printer and a line that are the test's own.
+#include <QtNetwork/QTcpServer>
+#include <QtNetwork/QTcpSocket>
+#include <QtTest>
+
+#include "job/jobrecord_p.h"
+#include "jobparts.h"
+
+Q_DECLARE_METATYPE(printerslib::drivers::PrinterProfile)
+
+using namespace jobparts;
+
+#define TRY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
+
+namespace {
+
+PrinterProfile profileOf(const QString &id)
+{
+    return PrinterProfile::forModel(id).value();
+}
+
+/// A general printer that answers GS ( H.
+PrinterProfile respondingPrinter()
+{
+    PrinterModels models;
+    const QStringList faults = models.add(
+        R"([{"id": "SHOP", "like": "GENERAL_EPSON_PROTOCOL", "confirmation": "ResponseId"}])",
+        "models.json");
+    if (!faults.isEmpty())
+        qFatal("%s", qPrintable(faults.join('\n')));
+    return PrintTarget::forModel(models, "SHOP", 0)->profile();
+}
+
+/// A reset, two lines with a picture between them, and a cut.
+EncodedDocument receipt()
+{
+    EncodedDocument document;
+    document.bytes = "\x1B@";
+    document.marks.append({0, 0, 0});
+    const auto mark = [&document](int block, int line) {
+        document.marks.append({document.bytes.size(), block, line});
+    };
+    mark(1, 1);
+    document.bytes += "Total 1\n";
+    mark(2, 0);
+    document.bytes += QByteArray("\x1Dv0\0\x02\0\x08\0", 8) + QByteArray(16, 'X');
+    mark(3, 1);
+    document.bytes += "Thanks\n";
+    mark(0, 0);
+    document.bytes += QByteArray("\x1DV\x01", 3);
+    return document;
+}
+
+struct Setting
+{
+    PrinterProfile profile = profileOf("GENERAL_EPSON_PROTOCOL");
+    EncodedDocument document = receipt();
+    PrintJobOptions options = soon();
+    PrinterAddress where = address();
+    QTemporaryDir folder;
+    std::unique_ptr<Printer> printer = std::make_unique<Printer>(profile);
+    Line *line = nullptr;
+
+    explicit Setting(const PrinterProfile &model = profileOf("GENERAL_EPSON_PROTOCOL"))
+        : profile(model), printer(std::make_unique<Printer>(model))
+    {}
+    std::unique_ptr<Job> job()
+    {
+        line = new Line(where, printer.get());
+        return std::make_unique<Job>(document, profile, line, new Lock(where, folder.path()),
+                                     options);
+    }
+    std::unique_ptr<Job> run()
+    {
+        auto one = job();
+        one->start();
+        finish(*one);
+        return one;
+    }
+    static void finish(Job &one)
+    {
+        TRY(one.ends > 0);
+        QTest::qWait(2);
+        QCOMPARE(one.ends, 1);
+        QVERIFY(one.isFinished());
+    }
+    JobRecord record()
+    {
+        Lock lock(where, folder.path());
+        if (!lock.waitFor(500))
+            qFatal("no lock");
+        return JobRecord::fromBytes(lock.record());
+    }
+    /// Whether all that is printed of the document stands behind `from`, whole.
+    bool hasWhole(int from = 0) const
+    {
+        const QByteArray behindReset = document.bytes.mid(2);
+        return printer->got.indexOf(behindReset, from) >= 0;
+    }
+};
+
+/// The commands that a printer makes of bytes, but for texts and for what it ignores.
+QVector<QByteArray> commandsIn(const QByteArray &bytes, const PrinterProfile &profile)
+{
+    QVector<QByteArray> found;
+    for (const StreamCommand &command : StreamReader::commandsOf(bytes, profile)) {
+        if (command.kind != StreamCommand::Text && command.bytes != QByteArray(1, '\0'))
+            found.append(command.bytes);
+    }
+    return found;
+}
+
+}  // namespace
+
+class TestPrintJob : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // ---- Not begun
+    void anEmptyDocumentIsNotBegun();
+    void aDocumentWithAnErrorIsNotBegun();
+    void anAddressThatIsNoneIsNotBegun();
+    void aLineThatDoesNotOpenIsNotBegun();
+    void aPrinterThatCanNotPrintGetsNothing_data();
+    void aPrinterThatCanNotPrintGetsNothing();
+    void aSilentPrinterIsNotBegun();
+    void startTwiceRunsOnce();
+    void cancelBeforeStartEndsTheJob();
+
+    // ---- Proofs
+    void theProofIsThatOfTheModel_data();
+    void theProofIsThatOfTheModel();
+    void anAnswerThatNeverComesMeansSent_data();
+    void anAnswerThatNeverComesMeansSent();
+    void anAnswerThatComesTwiceCountsOnce();
+    void anErrorBehindTheLastByteMeansSent();
+    void aLateAnswerOfAJobBeforeProvesNothing();
+    void lostAnswersSpoilOneJobAlone();
+    void dataThatStaysMeansSent();
+    void withoutConfirmationItIsSent();
+    void withoutQuestionsNothingIsAsked();
+    void aFileIsSentAndAskedNothing();
+    void automaticStatusIsSwitchedOffAgain();
+    void aLineThatIsLostBehindTheLastByteMeansSent();
+
+    // ---- In its middle
+    void lossAtEachByteIsToldAndRepaired();
+    void aStuckLineEndsTheJob();
+    void paperThatEndsInTheMiddleEndsTheJob();
+    void paperThatEndsInTheMiddleIsWaitedFor();
+    void paperIsWaitedForInFront();
+    void theWaitEnds();
+    void progressGrowsToTheTotal();
+
+    // ---- Cancelled
+    void cancelAtEachByteLeavesThePrinterWhole();
+    void cancelOfAStuckLineLeavesTheRest();
+    void cancelWhileItIsConfirmedMeansSent();
+
+    // ---- Turns
+    void theTurnIsWaitedFor();
+    void deletionInEachSignalIsSafe();
+    void deletionInTheMiddleIsRepaired();
+
+    // ---- Tickets
+    void aTicketIsTakenBack();
+    void aTicketStaysIfAnotherJobHasPrinted();
+    void aTicketThatWasTakenStays();
+
+    // ---- Lines of the system
+    void overTcp();
+    void intoAFile();
+};
+
+void TestPrintJob::anEmptyDocumentIsNotBegun()
+{
+    Setting setting;
+    setting.document = {};
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::BadDocument);
+    QVERIFY(setting.printer->got.isEmpty());
+}
+
+void TestPrintJob::aDocumentWithAnErrorIsNotBegun()
+{
+    Setting setting;
+    setting.document.error = "block 2: no such code";
+    const auto job = setting.run();
+    QCOMPARE(job->end.reason, Reason::BadDocument);
+    QCOMPARE(job->end.text, QString("block 2: no such code"));
+}
+
+void TestPrintJob::anAddressThatIsNoneIsNotBegun()
+{
+    Setting setting;
+    setting.where = {};
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::Lock);
+    QVERIFY(!job->end.text.isEmpty());
+}
+
+void TestPrintJob::aLineThatDoesNotOpenIsNotBegun()
+{
+    Setting setting;
+    auto job = setting.job();
+    setting.line->failsToOpen = true;
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::Line);
+    QCOMPARE(job->end.error.kind, TransportError::Kind::Refused);
+    QCOMPARE(job->end.text, QString("it refuses"));
+    QVERIFY(!setting.record().isOpen);
+}
+
+void TestPrintJob::aPrinterThatCanNotPrintGetsNothing_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<bool>("isCover");
+    for (const char *model : {"GENERAL_EPSON_PROTOCOL", "TSP-TUP", "SWECOIN_TM_20XX"}) {
+        QTest::addRow("paper, %s", model) << QString(model) << false;
+        if (qstrcmp(model, "SWECOIN_TM_20XX") != 0)
+            QTest::addRow("cover, %s", model) << QString(model) << true;
+    }
+}
+
+void TestPrintJob::aPrinterThatCanNotPrintGetsNothing()
+{
+    QFETCH(QString, model);
+    QFETCH(bool, isCover);
+    Setting setting(profileOf(model));
+    (isCover ? setting.printer->isCoverOpen : setting.printer->isPaperOut) = true;
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::Status);
+    QVERIFY(job->end.status.has(isCover ? PrinterStatus::CoverOpen : PrinterStatus::PaperOut));
+    QCOMPARE(job->end.text, job->end.status.text());
+    QVERIFY(!setting.printer->got.contains("Total"));
+    QCOMPARE(job->end.mostBytes, 0);
+}
+
+void TestPrintJob::aSilentPrinterIsNotBegun()
+{
+    Setting setting;
+    setting.printer->isSilent = true;
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::NoAnswer);
+    QVERIFY(job->end.status.has(PrinterStatus::NoAnswer));
+    QVERIFY(!setting.printer->got.contains("Total"));
+}
+
+void TestPrintJob::startTwiceRunsOnce()
+{
+    Setting setting;
+    auto job = setting.job();
+    job->start();
+    job->start();
+    setting.finish(*job);
+    job->start();
+    QTest::qWait(5);
+    QCOMPARE(job->ends, 1);
+    QCOMPARE(setting.printer->got.count("Total"), 1);
+}
+
+void TestPrintJob::cancelBeforeStartEndsTheJob()
+{
+    Setting setting;
+    auto job = setting.job();
+    job->cancel();
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::Cancelled);
+    QVERIFY(setting.printer->got.isEmpty());
+}
+
+void TestPrintJob::theProofIsThatOfTheModel_data()
+{
+    QTest::addColumn<PrinterProfile>("profile");
+    QTest::addColumn<int>("outcome");
+    QTest::addRow("GS r") << profileOf("GENERAL_EPSON_PROTOCOL") << int(Outcome::Processed);
+    QTest::addRow("GS ( H") << respondingPrinter() << int(Outcome::Printed);
+    QTest::addRow("Star") << profileOf("TSP-TUP") << int(Outcome::Printed);
+    QTest::addRow("Swecoin") << profileOf("SWECOIN_TM_20XX") << int(Outcome::Printed);
+}
+
+void TestPrintJob::theProofIsThatOfTheModel()
+{
+    QFETCH(PrinterProfile, profile);
+    QFETCH(int, outcome);
+    Setting setting(profile);
+    setting.printer->dataAnswers = 1;
+    if (profile.dialect() != Dialect::EscPos)
+        setting.document.bytes = "Total 1\n";
+    const auto job = setting.run();
+    QCOMPARE(int(job->end.outcome), outcome);
+    QCOMPARE(job->end.reason, Reason::None);
+    QVERIFY(job->end.text.isEmpty());
+    QCOMPARE(job->end.sentBytes, setting.document.bytes.size());
+    QVERIFY(setting.hasWhole() || setting.printer->got.contains("Total 1\n"));
+    QVERIFY(!setting.record().isOpen);
+    QCOMPARE(setting.record().due, 0);
+}
+
+void TestPrintJob::anAnswerThatNeverComesMeansSent_data()
+{
+    QTest::addColumn<PrinterProfile>("profile");
+    QTest::addRow("GS r") << profileOf("GENERAL_EPSON_PROTOCOL");
+    QTest::addRow("GS ( H") << respondingPrinter();
+    QTest::addRow("Star") << profileOf("TSP-TUP");
+}
+
+void TestPrintJob::anAnswerThatNeverComesMeansSent()
+{
+    QFETCH(PrinterProfile, profile);
+    Setting setting(profile);
+    setting.printer->holdsBack = true;
+    setting.printer->countsMarks = false;
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(job->end.reason, Reason::NoConfirmation);
+    QVERIFY(!job->end.text.isEmpty());
+    QVERIFY(!setting.record().isOpen);
+}
+
+void TestPrintJob::anAnswerThatComesTwiceCountsOnce()
+{
+    Setting setting;
+    setting.printer->confirmations = 2;
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+    QCOMPARE(setting.record().due, 0);
+}
+
+void TestPrintJob::anErrorBehindTheLastByteMeansSent()
+{
+    Setting setting;
+    auto job = setting.job();
+    setting.line->onTaken = [&setting](qint64) {
+        if (setting.printer->got.contains("\x1Dr"))
+            setting.printer->isPaperOut = true;
+    };
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(job->end.reason, Reason::Status);
+    QVERIFY(job->end.status.has(PrinterStatus::PaperOut));
+}
+
+void TestPrintJob::aLateAnswerOfAJobBeforeProvesNothing()
+{
+    Setting setting;
+    setting.printer->holdsBack = true;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
+    QCOMPARE(setting.record().due, 1);
+
+    // The answer to the first job's question comes while the second one's is awaited.
+    auto job = setting.job();
+    setting.line->onTaken = [&setting](qint64) {
+        if (setting.printer->heldBack.size() == 2) {
+            setting.printer->heldBack.clear();
+            QTimer::singleShot(5, setting.line, [line = setting.line] {
+                Q_EMIT line->received(QByteArray(1, '\0'));
+            });
+        }
+    };
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(job->end.reason, Reason::NoConfirmation);
+}
+
+void TestPrintJob::lostAnswersSpoilOneJobAlone()
+{
+    Setting setting;
+    setting.printer->holdsBack = true;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
+    setting.printer->holdsBack = false;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
+    QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
+    QCOMPARE(setting.printer->got.count("Total"), 3);
+}
+
+void TestPrintJob::dataThatStaysMeansSent()
+{
+    Setting setting(profileOf("SWECOIN_TM_20XX"));
+    setting.document.bytes = "Total 1\n";
+    setting.printer->dataAnswers = 1'000'000;
+    auto job = setting.job();
+    job->start();
+    setting.finish(*job);
+    // Data exists already in front of the job, which doesn't keep it from being sent.
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(job->end.reason, Reason::NoConfirmation);
+}
+
+void TestPrintJob::withoutConfirmationItIsSent()
+{
+    Setting setting;
+    setting.options.confirms = false;
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(job->end.reason, Reason::None);
+    QVERIFY(!setting.printer->got.contains("\x1Dr"));
+    QVERIFY(!setting.printer->hasAutomatic);
+    QCOMPARE(setting.record().due, 0);
+}
+
+void TestPrintJob::withoutQuestionsNothingIsAsked()
+{
+    Setting setting;
+    setting.options.asks = false;
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(setting.printer->got, setting.document.bytes);
+}
+
+void TestPrintJob::aFileIsSentAndAskedNothing()
+{
+    Setting setting;
+    setting.where = address("file:" + setting.folder.filePath("receipts.bin"));
+    QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
+    QCOMPARE(setting.printer->got, setting.document.bytes);
+}
+
+void TestPrintJob::automaticStatusIsSwitchedOffAgain()
+{
+    Setting setting;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
+    QCOMPARE(setting.printer->got.count("\x1D"
+                                        "a"),
+             2);
+    QVERIFY(!setting.printer->hasAutomatic);
+    // Behind the reset, which would switch it off.
+    QVERIFY(setting.printer->got.indexOf("\x1B@") < setting.printer->got.indexOf("\x1D"
+                                                                                 "a"));
+}
+
+void TestPrintJob::aLineThatIsLostBehindTheLastByteMeansSent()
+{
+    Setting setting;
+    setting.printer->holdsBack = true;
+    auto job = setting.job();
+    setting.line->onTaken = [&setting](qint64 taken) {
+        if (!setting.printer->heldBack.isEmpty())
+            setting.line->breaksAt = taken;
+    };
+    job->start();
+    TRY(job->ends > 0);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QVERIFY(job->end.reason == Reason::Line || job->end.reason == Reason::NoConfirmation);
+}
+
+void TestPrintJob::lossAtEachByteIsToldAndRepaired()
+{
+    const Setting whole;
+    const int questions = 13;  // a zero byte, DLE EOT 1 to 4
+    const int automatic = 3;   // GS a
+    const int documentSize = whole.document.bytes.size();
+    for (int at = 1; at < questions + automatic + documentSize; ++at) {
+        Setting setting;
+        auto job = setting.job();
+        setting.line->perTurn = 1 + at % 5;
+        setting.line->breaksAt = at;
+        job->start();
+        setting.finish(*job);
+        const QByteArray context = "byte " + QByteArray::number(at);
+        if (at <= questions) {
+            QVERIFY2(job->end.outcome == Outcome::NotBegun || job->end.sentBytes == 0, context);
+        } else {
+            QVERIFY2(job->end.outcome == Outcome::PartlySent, context);
+            const int taken = at - questions;
+            const int certain = taken <= 2 ? taken : std::max(2, taken - automatic);
+            QVERIFY2(job->end.sentBytes <= certain, context);
+            QVERIFY2(job->end.mostBytes >= certain, context);
+        }
+        QVERIFY2(job->end.reason == Reason::Line, context);
+
+        const int before = setting.printer->got.size();
+        const auto next = setting.run();
+        QVERIFY2(next->end.outcome == Outcome::Processed, context);
+        QVERIFY2(setting.hasWhole(before), context);
+        // What the printer makes of all: the end is the second document, command by command.
+        const auto wanted = commandsIn(setting.document.bytes.mid(2), setting.profile);
+        const auto got = commandsIn(setting.printer->got, setting.profile);
+        const int first = got.lastIndexOf(wanted.first());
+        QVERIFY2(first >= 0, context);
+        QVERIFY2(got.contains(wanted.at(1)), context);
+        QVERIFY2(!setting.record().isOpen, context);
+    }
+}
+
+void TestPrintJob::aStuckLineEndsTheJob()
+{
+    Setting setting;
+    auto job = setting.job();
+    setting.line->stopsAt = 26;
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::PartlySent);
+    QCOMPARE(job->end.reason, Reason::Line);
+    QCOMPARE(job->end.error.kind, TransportError::Kind::TimedOut);
+    QCOMPARE(job->end.sentBytes, 10);  // 13 of questions, 3 of GS a
+    QCOMPARE(job->end.block, 2);
+    QCOMPARE(job->end.line, 0);
+    QVERIFY(setting.record().isOpen);
+    QCOMPARE(setting.record().last.isEmpty(), false);
+}
+
+void TestPrintJob::paperThatEndsInTheMiddleEndsTheJob()
+{
+    Setting setting;
+    auto job = setting.job();
+    setting.line->stopsAt = 26;
+    setting.line->onTaken = [&setting](qint64 taken) {
+        if (taken == 26) {
+            setting.printer->isPaperOut = true;
+            Q_EMIT setting.line->received(setting.printer->automatic());
+        }
+    };
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::PartlySent);
+    QCOMPARE(job->end.reason, Reason::Status);
+    QVERIFY(job->end.status.has(PrinterStatus::PaperOut));
+}
+
+void TestPrintJob::paperThatEndsInTheMiddleIsWaitedFor()
+{
+    Setting setting;
+    setting.options.waitMilliseconds = PrintJobOptions::forEver;
+    setting.options.transport.writeMilliseconds = 10;
+    auto job = setting.job();
+    setting.line->stopsAt = 26;
+    setting.line->onTaken = [&setting](qint64 taken) {
+        if (taken != 26)
+            return;
+        setting.line->onTaken = nullptr;
+        QTimer::singleShot(0, setting.line, [&setting] {
+            setting.printer->isPaperOut = true;
+            Q_EMIT setting.line->received(setting.printer->automatic());
+        });
+        QTimer::singleShot(60, setting.line, [&setting] {
+            setting.printer->isPaperOut = false;
+            Q_EMIT setting.line->received(setting.printer->automatic());
+            setting.line->goOn();
+        });
+    };
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+    QCOMPARE(setting.printer->got.count("Total"), 1);
+}
+
+void TestPrintJob::paperIsWaitedForInFront()
+{
+    Setting setting;
+    setting.options.waitMilliseconds = PrintJobOptions::forEver;
+    setting.printer->isPaperOut = true;
+    auto job = setting.job();
+    job->start();
+    TRY(setting.printer->questions > 12);
+    QCOMPARE(job->ends, 0);
+    QVERIFY(!setting.printer->got.contains("Total"));
+    setting.printer->isSilent = true;  // switched off, to change the paper
+    QTest::qWait(50);
+    setting.printer->isSilent = false;
+    setting.printer->isPaperOut = false;
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+}
+
+void TestPrintJob::theWaitEnds()
+{
+    Setting setting;
+    setting.options.waitMilliseconds = 20;
+    setting.printer->isPaperOut = true;
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::Status);
+}
+
+void TestPrintJob::progressGrowsToTheTotal()
+{
+    Setting setting;
+    setting.document.bytes += QByteArray(20000, 'x');
+    auto job = setting.job();
+    setting.line->perTurn = 700;
+    job->start();
+    setting.finish(*job);
+    QVERIFY(job->steps.size() > 3);
+    QVERIFY(std::is_sorted(job->steps.begin(), job->steps.end()));
+    QCOMPARE(job->steps.last(), setting.document.bytes.size());
+    QVERIFY(setting.hasWhole());
+}
+
+void TestPrintJob::cancelAtEachByteLeavesThePrinterWhole()
+{
+    for (int at = 13; at < 51; ++at) {
+        Setting setting;
+        setting.document.bytes += QByteArray(4000, 'y') + "\n";
+        setting.options.stepBytes = 512;
+        auto job = setting.job();
+        setting.line->perTurn = 1;
+        bool isCancelled = false;
+        setting.line->onTaken = [&](qint64 taken) {
+            if (taken == at && !isCancelled) {
+                isCancelled = true;
+                QTimer::singleShot(0, job.get(), [&job] { job->cancel(); });
+            }
+        };
+        job->start();
+        setting.finish(*job);
+        const QByteArray context = "byte " + QByteArray::number(at);
+        QVERIFY2(job->end.outcome == Outcome::PartlySent, context);
+        QVERIFY2(job->end.reason == Reason::Cancelled, context);
+        QVERIFY2(setting.printer->got.size() < 2000, context);
+        // Reset and cut behind whole commands.
+        const auto commands = commandsIn(setting.printer->got, setting.profile);
+        QVERIFY2(commands.last() == QByteArray("\x1DV\x01", 3), context);
+        QVERIFY2(!setting.record().isOpen, context);
+    }
+}
+
+void TestPrintJob::cancelOfAStuckLineLeavesTheRest()
+{
+    Setting setting;
+    setting.options.transport.writeMilliseconds = 0;
+    auto job = setting.job();
+    setting.line->stopsAt = 30;
+    setting.line->onTaken = [&](qint64 taken) {
+        if (taken == 30)
+            QTimer::singleShot(5, job.get(), [&job] { job->cancel(); });
+    };
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::PartlySent);
+    QCOMPARE(job->end.reason, Reason::Cancelled);
+    QVERIFY(setting.record().isOpen);
+    QVERIFY(setting.record().fill > 0);
+}
+
+void TestPrintJob::cancelWhileItIsConfirmedMeansSent()
+{
+    Setting setting;
+    setting.options.confirmMilliseconds = 60000;
+    setting.printer->holdsBack = true;
+    auto job = setting.job();
+    job->start();
+    TRY(!setting.printer->heldBack.isEmpty());
+    QTest::qWait(5);
+    job->cancel();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(job->end.reason, Reason::Cancelled);
+    QCOMPARE(setting.record().due, 1);
+}
+
+void TestPrintJob::theTurnIsWaitedFor()
+{
+    Setting setting;
+    Lock other(setting.where, setting.folder.path());
+    QVERIFY(other.waitFor(500));
+    auto job = setting.job();
+    job->start();
+    TRY(!job->places.isEmpty());
+    QCOMPARE(job->places.first(), 1);
+    QVERIFY(setting.printer->got.isEmpty());
+    other.release();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+}
+
+void TestPrintJob::deletionInEachSignalIsSafe()
+{
+    for (int which = 0; which < 4; ++which) {
+        Setting setting;
+        auto job = setting.job();
+        bool isGone = false;
+        const auto remove = [&] {
+            isGone = true;
+            job.reset();
+        };
+        if (which == 0)
+            connect(job.get(), &PrintJob::statusChanged, job.get(), remove);
+        else if (which == 1)
+            connect(job.get(), &PrintJob::progress, job.get(), remove);
+        else if (which == 2)
+            connect(job.get(), &PrintJob::finished, job.get(), remove);
+        else
+            connect(job.get(), &PrintJob::note, job.get(), remove);
+        if (which == 3) {
+            Lock lock(setting.where, setting.folder.path());
+            QVERIFY(lock.waitFor(500));
+            QVERIFY(lock.setRecord("of another version"));
+        }
+        job->start();
+        TRY(isGone);
+        QTest::qWait(3);
+        const int before = setting.printer->got.size();
+        // An answer that was lost with the job makes the next one say less.
+        QVERIFY(setting.run()->end.isSent());
+        QVERIFY(setting.hasWhole(before));
+        QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
+    }
+}
+
+void TestPrintJob::deletionInTheMiddleIsRepaired()
+{
+    Setting setting;
+    auto job = setting.job();
+    setting.line->stopsAt = 30;  // within the picture
+    job->start();
+    TRY(setting.printer->got.size() == 30);
+    job.reset();
+    QVERIFY(setting.record().isOpen);
+    const auto next = setting.run();
+    QCOMPARE(next->end.outcome, Outcome::Processed);
+    QCOMPARE(next->notes.size(), 1);
+    QVERIFY(setting.hasWhole(30));
+    const auto commands = commandsIn(setting.printer->got, setting.profile);
+    QCOMPARE(commands.count(setting.document.bytes.mid(10, 24)), 1);
+}
+
+void TestPrintJob::aTicketIsTakenBack()
+{
+    Setting setting;
+    setting.document.retractAfterSeconds = 5;
+    setting.document.retraction = QByteArray(
+        "\x1D"
+        "e\x02",
+        3);
+    auto job = setting.run();
+    QVERIFY(job->isRetracting() || !job->retractions.isEmpty());
+    TRY(!job->retractions.isEmpty());
+    QCOMPARE(job->retractions, QVector<bool>{true});
+    QVERIFY(!job->isRetracting());
+    QVERIFY(setting.printer->got.endsWith(setting.document.retraction));
+}
+
+void TestPrintJob::aTicketStaysIfAnotherJobHasPrinted()
+{
+    Setting setting;
+    setting.document.retractAfterSeconds = 400;
+    setting.document.retraction = QByteArray(
+        "\x1D"
+        "e\x02",
+        3);
+    auto job = setting.run();
+    setting.document.retraction.clear();
+    QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
+    TRY(!job->retractions.isEmpty());
+    QCOMPARE(job->retractions, QVector<bool>{false});
+    QVERIFY(
+        !setting.printer->got.contains(QByteArray("\x1D"
+                                                  "e\x02",
+                                                  3)));
+}
+
+void TestPrintJob::aTicketThatWasTakenStays()
+{
+    Setting setting;
+    setting.document.retractAfterSeconds = 60000;
+    setting.document.retraction = QByteArray(
+        "\x1D"
+        "e\x02",
+        3);
+    auto job = setting.run();
+    QVERIFY(job->isRetracting());
+    job->cancel();
+    TRY(!job->retractions.isEmpty());
+    QCOMPARE(job->retractions, QVector<bool>{false});
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+}
+
+void TestPrintJob::overTcp()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    Printer printer(profileOf("GENERAL_EPSON_PROTOCOL"));
+    connect(&server, &QTcpServer::newConnection, &server, [&] {
+        QTcpSocket *const socket = server.nextPendingConnection();
+        connect(socket, &QTcpSocket::readyRead, socket,
+                [&printer, socket] { socket->write(printer.take(socket->readAll())); });
+    });
+    EncodedDocument document = receipt();
+    document.bytes += QByteArray(100'000, 'z');
+    PrintJob job(document, profileOf("GENERAL_EPSON_PROTOCOL"),
+                 address(QString("tcp:127.0.0.1:%1").arg(server.serverPort())));
+    QSignalSpy ends(&job, &PrintJob::finished);
+    job.start();
+    TRY(!ends.isEmpty());
+    QVERIFY2(job.result().outcome == Outcome::Processed, qPrintable(job.result().text));
+    QVERIFY(printer.got.contains(document.bytes.mid(2)));
+}
+
+void TestPrintJob::intoAFile()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("receipt.bin");
+    PrintJob job(receipt(), profileOf("GENERAL_EPSON_PROTOCOL"), address("file:" + path));
+    QSignalSpy ends(&job, &PrintJob::finished);
+    job.start();
+    TRY(!ends.isEmpty());
+    QCOMPARE(job.result().outcome, Outcome::Sent);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), receipt().bytes);
+}
+
+QTEST_GUILESS_MAIN(TestPrintJob)
+#include "tst_printjob.moc"
