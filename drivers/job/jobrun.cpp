@@ -129,21 +129,16 @@ void JobRun::cancel()
 
 void JobRun::lockIsHeld()
 {
+    const bool isAgain = m_step == Step::LockingAgain;
+    if (!isAgain && m_step != Step::Locking)
+        return;
     m_record = JobRecord::fromBytes(m_parts.lock->record());
-    if (m_step == Step::LockingAgain) {
-        if (m_record.isOpen || m_record.last != m_id) {
-            tell([this] {
-                Q_EMIT note(QStringLiteral("another job has printed since: its ticket stays"));
-            });
-            endRetraction(false);
-            return;
-        }
-        m_step = Step::OpeningAgain;
-    } else if (m_step == Step::Locking) {
-        m_step = Step::Opening;
-    } else {
+    if (isAgain && (m_record.isOpen || m_record.last != m_id)) {
+        tellNote(QStringLiteral("another job has printed since: its ticket stays"));
+        endRetraction(false);
         return;
     }
+    m_step = isAgain ? Step::OpeningAgain : Step::Opening;
     m_parts.transport->open();
 }
 
@@ -175,11 +170,9 @@ void JobRun::repaired()
     m_record.fill = 0;
     m_record.last.clear();
     keepRecord();
-    tell([this] {
-        Q_EMIT note(
-            QStringLiteral("a job before this one was cut off: the printer was reset, and "
-                           "what it had printed was cut off"));
-    });
+    tellNote(
+        QStringLiteral("a job before this one was cut off: the printer was reset, and "
+                       "what it had printed was cut off"));
     ask();
 }
 
@@ -369,12 +362,7 @@ void JobRun::handOver()
     while (!m_isPaused && m_handed < m_limit && m_handed - m_taken <= step) {
         const qint64 begin = m_handed;
         m_handed = std::min(m_limit, m_handed + step);
-        if (!recordRange()) {
-            m_isUnrecorded = true;
-            tell([this] {
-                Q_EMIT note(QStringLiteral("what a crash would leave can't be recorded"));
-            });
-        }
+        recordRange();
         if (!m_parts.transport->write(m_stream.part(begin, m_handed))) {
             m_handed = begin;
             m_record.isOpen = begin > 0;
@@ -386,15 +374,17 @@ void JobRun::handOver()
     }
 }
 
-/// @return false the first time that it fails
-bool JobRun::recordRange()
+void JobRun::recordRange()
 {
     const bool isSerial = m_parts.transport->address().kind() == PrinterAddress::Kind::Serial;
     const qint64 begin = isSerial ? m_taken : std::max<qint64>(0, m_taken - uncertainBytes);
     m_record.isOpen = true;
     m_record.fill = m_stream.fillBetween(begin, m_handed);
     m_record.last = m_id;
-    return m_parts.lock->setRecord(m_record.toBytes()) || m_isUnrecorded;
+    const bool isKept = m_parts.lock->setRecord(m_record.toBytes());
+    if (!isKept && !m_isUnrecorded)
+        tellNote(QStringLiteral("what a crash would leave can't be recorded"));
+    m_isUnrecorded = !isKept;
 }
 
 void JobRun::sendingTook()
@@ -688,7 +678,7 @@ void JobRun::updateStatus(const PrinterStatus &status)
 {
     if (status.has(PrinterStatus::PaperNearEnd) && !m_isNearEndTold) {
         m_isNearEndTold = true;
-        tell([this] { Q_EMIT note(QStringLiteral("the paper is near its end")); });
+        tellNote(QStringLiteral("the paper is near its end"));
     }
     if (status == m_result.status)
         return;
@@ -706,6 +696,11 @@ void JobRun::tell(std::function<void()> signal)
 {
     m_told.push_back(std::move(signal));
     m_tellTimer.start(0);
+}
+
+void JobRun::tellNote(const QString &text)
+{
+    tell([this, text] { Q_EMIT note(text); });
 }
 
 void JobRun::tellProgress()

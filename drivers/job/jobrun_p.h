@@ -92,7 +92,7 @@ private:
     void beginToWait();
     void beginSending();
     void handOver();
-    bool recordRange();
+    void recordRange();
     void sendingTook();
     void watchWhileSending();
     void stop();
@@ -118,6 +118,7 @@ private:
     void endEarly(Reason reason, const QString &text, const TransportError &error = {});
     void finish(Outcome outcome, Reason reason, const QString &text);
     void tell(std::function<void()> signal);
+    void tellNote(const QString &text);
     void tellProgress();
     void tellNext();
 

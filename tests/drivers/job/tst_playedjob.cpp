@@ -1,0 +1,275 @@
+// Jobs of the models, printed by the played printer: what is told is true of its paper.
+#include <QtTest>
+
+#include "jobparts.h"
+#include "printerdevice.h"
+#include "printerdocs/bbcodeparser.h"
+#include "printerdocs/eprinterticketaction.h"
+#include "printerfault.h"
+
+using namespace jobparts;
+
+#define TRY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
+
+namespace {
+
+/// The line to a played printer, whose clock goes on a millisecond with each turn.
+class PlayedLine : public Transport
+{
+public:
+    PlayedLine(const PrinterAddress &printer, PrinterDevice &device)
+        : m_address(printer), m_device(device)
+    {
+        m_timer.setInterval(0);
+        connect(&m_timer, &QTimer::timeout, this, &PlayedLine::turn);
+    }
+    std::function<void(qint64)> onTaken;
+
+    PrinterAddress address() const override { return m_address; }
+    State state() const override { return m_state; }
+    TransportError error() const override { return {}; }
+    void open() override
+    {
+        m_state = State::Opening;
+        m_timer.start();
+    }
+    void close() override
+    {
+        m_state = State::Closed;
+        m_timer.stop();
+    }
+    bool write(const QByteArray &bytes) override
+    {
+        m_queue += bytes;
+        return true;
+    }
+    void discard() override { m_queue.clear(); }
+    qint64 bytesToWrite() const override { return m_queue.size(); }
+    qint64 bytesWritten() const override { return m_taken; }
+
+private:
+    void turn()
+    {
+        if (m_state == State::Opening) {
+            m_state = State::Open;
+            Q_EMIT opened();
+            return;
+        }
+        constexpr int perTurn = 64;
+        constexpr int turn = 1000;  // microseconds
+        m_device.advanceTo(m_device.now() + turn);
+        const int count = std::min({perTurn, m_queue.size(), m_device.room()});
+        m_device.take(m_queue.left(count));
+        m_queue.remove(0, count);
+        m_taken += count;
+        if (count > 0 && onTaken)
+            onTaken(m_taken);
+        const QByteArray answers = m_device.takeAnswers();
+        const QPointer<PlayedLine> self(this);
+        if (!answers.isEmpty())
+            Q_EMIT received(answers);
+        if (self && m_state == State::Open && count > 0)
+            Q_EMIT written(m_taken);
+    }
+
+    PrinterAddress m_address;
+    PrinterDevice &m_device;
+    State m_state = State::Closed;
+    QByteArray m_queue;
+    qint64 m_taken = 0;
+    QTimer m_timer;
+};
+
+EncodedDocument receiptOf(const QString &model)
+{
+    const auto target = PrintTarget::forModel(model, 0);
+    BbCodeParser parser(nullptr);
+    QStringList lines;
+    for (int i = 1; i <= 40; ++i)
+        lines.append(QString("line %1 of it").arg(i));
+    parser.parseText(lines.join('\n'));
+    TextPrinterDocument document = parser.document();
+    document.setDoInit(true);
+    document.setCurrentTicketAction(QFlags<EPrinterTicketAction>(TicketActionEveryDocument));
+    return DocumentEncoder(*target, {}).encode(document);
+}
+
+/// How often each line stands on all the paper; -1 if that differs.
+int timesOnPaper(PrinterDevice &device)
+{
+    QString text;
+    QVector<Paper> papers = device.takePapers();
+    papers += device.finish();
+    for (const Paper &paper : papers)
+        text += paper.toText();
+    int times = -2;
+    for (int i = 1; i <= 40; ++i) {
+        const int count = text.count(QString("line %1 of it").arg(i));
+        times = times == -2 || times == count ? count : -1;
+    }
+    return times;
+}
+
+struct Played
+{
+    explicit Played(const QString &model, double speed = 0)
+        : profile(PrinterProfile::forModel(model).value()),
+          device(profile, optionsOf(speed)),
+          document(receiptOf(model))
+    {
+        options = soon();
+        options.statusMilliseconds = 500;
+        options.confirmMilliseconds = 500;
+        options.transport.writeMilliseconds = 500;
+    }
+    static PrinterDevice::Options optionsOf(double speed)
+    {
+        PrinterDevice::Options played;
+        played.millimetresPerSecond = speed;
+        return played;
+    }
+    void befall(const char *text)
+    {
+        QString error;
+        const auto fault = printerFault(text, &error);
+        QVERIFY2(fault, qPrintable(error));
+        device.apply(*fault);
+    }
+    std::unique_ptr<PrintJob> job()
+    {
+        struct Opened : PrintJob
+        {
+            using PrintJob::PrintJob;
+            Opened(const EncodedDocument &d, const PrinterProfile &p, std::unique_ptr<Transport> t,
+                   std::unique_ptr<DeviceLock> l, const PrintJobOptions &o)
+                : PrintJob(d, p, std::move(t), std::move(l), o, 1)
+            {}
+        };
+        auto played = std::make_unique<PlayedLine>(address(), device);
+        line = played.get();
+        return std::make_unique<Opened>(document, profile, std::move(played),
+                                        std::make_unique<Lock>(address(), folder.path()), options);
+    }
+    static PrintJobResult run(PrintJob &job)
+    {
+        job.start();
+        [&job] { TRY(job.isFinished()); }();
+        return job.result();
+    }
+
+    PrinterProfile profile;
+    PrinterDevice device;
+    EncodedDocument document;
+    PrintJobOptions options;
+    QTemporaryDir folder;
+    PlayedLine *line = nullptr;
+};
+
+}  // namespace
+
+class TestPlayedJob : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachModelConfirmsItsReceipt_data();
+    void eachModelConfirmsItsReceipt();
+    void whatIsToldIsTrueWithPaperOutAtEachPlace();
+    void aReceiptIsWholeWhenPaperIsWaitedFor();
+    void aReceiptBehindOneThatWasCutOffIsWhole();
+};
+
+void TestPlayedJob::eachModelConfirmsItsReceipt_data()
+{
+    QTest::addColumn<QString>("model");
+    const QStringList ids = PrinterProfile::modelIds();
+    for (const QString &id : ids)
+        QTest::newRow(qPrintable(id)) << id;
+}
+
+void TestPlayedJob::eachModelConfirmsItsReceipt()
+{
+    QFETCH(QString, model);
+    Played played(model);
+    const auto job = played.job();
+    const PrintJobResult result = Played::run(*job);
+    const Confirmation confirmation = played.profile.confirmation();
+    QVERIFY2(result.outcome ==
+                 (confirmation == Confirmation::Processed ? Outcome::Processed : Outcome::Printed),
+             qPrintable(result.text));
+    QCOMPARE(timesOnPaper(played.device), 1);
+}
+
+void TestPlayedJob::whatIsToldIsTrueWithPaperOutAtEachPlace()
+{
+    int sure = 0;
+    int unsure = 0;
+    const int size = receiptOf("GENERAL_EPSON_PROTOCOL").bytes.size();
+    for (int at = 1; at < size + 40; at += 37) {
+        Played played("GENERAL_EPSON_PROTOCOL", 100);
+        const auto job = played.job();
+        bool isOut = false;
+        played.line->onTaken = [&](qint64 taken) {
+            if (taken >= at && !isOut) {
+                isOut = true;
+                played.befall("paper out");
+            }
+        };
+        const PrintJobResult result = Played::run(*job);
+        const int times = timesOnPaper(played.device);
+        if (result.outcome >= Outcome::Processed)
+            QCOMPARE(times, 1);
+        if (result.outcome == Outcome::NotBegun)
+            QCOMPARE(times, 0);
+        (result.outcome >= Outcome::Processed ? sure : unsure)++;
+    }
+    QVERIFY(unsure > 0);
+}
+
+void TestPlayedJob::aReceiptIsWholeWhenPaperIsWaitedFor()
+{
+    Played played("GENERAL_EPSON_PROTOCOL", 100);
+    played.options.waitMilliseconds = PrintJobOptions::forEver;
+    const auto job = played.job();
+    bool isOut = false;
+    played.line->onTaken = [&](qint64 taken) {
+        if (taken < 300 || isOut)
+            return;
+        isOut = true;
+        played.befall("paper out");
+        QTimer::singleShot(50, played.line, [&played] { played.befall("paper back"); });
+    };
+    const PrintJobResult result = Played::run(*job);
+    QVERIFY2(result.outcome == Outcome::Processed, qPrintable(result.text));
+    QCOMPARE(timesOnPaper(played.device), 1);
+}
+
+void TestPlayedJob::aReceiptBehindOneThatWasCutOffIsWhole()
+{
+    const int size = receiptOf("GENERAL_EPSON_PROTOCOL").bytes.size();
+    for (int at = 20; at < size - 64; at += 29) {
+        Played played("GENERAL_EPSON_PROTOCOL");
+        auto job = played.job();
+        bool isGone = false;
+        played.line->onTaken = [&](qint64 taken) {
+            if (taken >= at && !isGone) {
+                isGone = true;
+                QTimer::singleShot(0, played.line, [&job] { job.reset(); });
+            }
+        };
+        job->start();
+        TRY(job == nullptr);
+        const auto next = played.job();
+        const PrintJobResult result = Played::run(*next);
+        QVERIFY2(result.outcome == Outcome::Processed,
+                 qPrintable(QString("byte %1: %2").arg(at).arg(result.text)));
+        const QVector<Paper> papers = played.device.takePapers();
+        QVERIFY(!papers.isEmpty());
+        const QString last = papers.last().toText();
+        for (int i = 1; i <= 40; ++i)
+            QCOMPARE(last.count(QString("line %1 of it").arg(i)), 1);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestPlayedJob)
+#include "tst_playedjob.moc"
