@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
-#include <QPointer>
 #include <memory>
 
 #include "commandsets/commandid_p.h"
