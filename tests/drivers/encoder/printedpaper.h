@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtTest>
 #include <algorithm>
 
 #include "laiddocuments.h"
@@ -235,6 +236,19 @@ inline QString differenceOf(const TextPrinterDocument &document, const PrintTarg
 inline QStringList models()
 {
     return PrinterProfile::modelIds();
+}
+
+/// A row of test data for each model.
+inline void addModels()
+{
+    QTest::addColumn<QString>("model");
+    for (const QString &model : models())
+        QTest::newRow(qPrintable(model)) << model;
+}
+
+inline PrintTarget target(const QString &model, int paper = 0, int font = 0)
+{
+    return targetOf(model.toLatin1().constData(), paper, font);
 }
 
 }  // namespace printedpaper

@@ -38,18 +38,6 @@ class TestDocumentEncoder : public QObject
 {
     Q_OBJECT
 
-private:
-    static void addModels()
-    {
-        QTest::addColumn<QString>("model");
-        for (const QString &model : models())
-            QTest::newRow(qPrintable(model)) << model;
-    }
-    static PrintTarget target(const QString &model)
-    {
-        return targetOf(model.toLatin1().constData());
-    }
-
 private Q_SLOTS:
     void bytesOfSmallDocuments_data()
     {

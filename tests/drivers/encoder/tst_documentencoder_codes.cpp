@@ -48,16 +48,6 @@ class TestDocumentEncoderCodes : public QObject
     Q_OBJECT
 
 private:
-    static void addModels()
-    {
-        QTest::addColumn<QString>("model");
-        for (const QString &model : models())
-            QTest::newRow(qPrintable(model)) << model;
-    }
-    static PrintTarget target(const QString &model)
-    {
-        return targetOf(model.toLatin1().constData());
-    }
     static QString differenceWith(const DocumentBlock &block, const QString &model)
     {
         return differenceOf(documentOf({textBlock("before"), block, textBlock("behind")}),

@@ -52,16 +52,6 @@ class TestDocumentEncoderPictures : public QObject
     Q_OBJECT
 
 private:
-    static void addModels()
-    {
-        QTest::addColumn<QString>("model");
-        for (const QString &model : models())
-            QTest::newRow(qPrintable(model)) << model;
-    }
-    static PrintTarget target(const QString &model)
-    {
-        return targetOf(model.toLatin1().constData());
-    }
     /// Prints a picture with text behind it, and compares.
     static QString differenceWith(const QString &model, int width, const QByteArray &rows,
                                   ETextAlignment alignment = AlignLeft)

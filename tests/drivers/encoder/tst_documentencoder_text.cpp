@@ -9,16 +9,6 @@ class TestDocumentEncoderText : public QObject
     Q_OBJECT
 
 private:
-    static void addModels()
-    {
-        QTest::addColumn<QString>("model");
-        for (const QString &model : models())
-            QTest::newRow(qPrintable(model)) << model;
-    }
-    static PrintTarget target(const QString &model, int paper = 0, int font = 0)
-    {
-        return targetOf(model.toLatin1().constData(), paper, font);
-    }
     /// A block of one line, of which each character has a format and font of its own.
     static DocumentBlock mixedBlock(const QString &text, const QByteArray &formats,
                                     const QByteArray &fonts)

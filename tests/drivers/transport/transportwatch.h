@@ -28,6 +28,23 @@ inline PrinterAddress addressOf(const QString &text)
     return *address;
 }
 
+/// Gives up, and looks for what went, after moments.
+inline TransportOptions impatient()
+{
+    TransportOptions options;
+    options.writeMilliseconds = 300;
+    options.reopenMilliseconds = 20;
+    return options;
+}
+
+/// The same for what may go and come back.
+inline TransportOptions comingBack()
+{
+    TransportOptions options = impatient();
+    options.reopens = true;
+    return options;
+}
+
 /// What a transport tells, in its order; numbers of bytes and the bytes themselves apart.
 class Watch
 {

@@ -16,21 +16,6 @@ using printerslib::drivers::DeviceTransport;
 
 namespace {
 
-TransportOptions impatient()
-{
-    TransportOptions options;
-    options.writeMilliseconds = 300;
-    options.reopenMilliseconds = 20;
-    return options;
-}
-
-TransportOptions comingBack()
-{
-    TransportOptions options = impatient();
-    options.reopens = true;
-    return options;
-}
-
 const QByteArray tooMuch(4 * 1024 * 1024, 'x');
 
 /// A FIFO with a reader that takes what it is asked to.

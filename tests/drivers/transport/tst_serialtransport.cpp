@@ -14,21 +14,6 @@ namespace {
 
 using Flow = PrinterAddress::Flow;
 
-TransportOptions impatient()
-{
-    TransportOptions options;
-    options.writeMilliseconds = 300;
-    options.reopenMilliseconds = 20;
-    return options;
-}
-
-TransportOptions comingBack()
-{
-    TransportOptions options = impatient();
-    options.reopens = true;
-    return options;
-}
-
 PrinterAddress lineOf(const QString &path, const QString &settings = QString())
 {
     return addressOf("serial:" + path + "?" + settings);
@@ -207,9 +192,10 @@ private Q_SLOTS:
         TRY_VERIFY(looks > 20);
         QCOMPARE(terminal.read(), QByteArray());
         QCOMPARE(transport.bytesWritten(), 0);
+        bool wasHeld = false;
         connect(&transport, &Transport::written, this, [&](qint64 total) {
-            if (total >= 100 && total <= 116)
-                isReady = false;
+            isReady = wasHeld || total < 100;
+            wasHeld = wasHeld || !isReady;
         });
         isReady = true;
         TRY_VERIFY(transport.bytesWritten() >= 100);
@@ -222,8 +208,6 @@ private Q_SLOTS:
         QVERIFY(transport.bytesWritten() < bytes.size());
         isReady = true;
         TRY_COMPARE(transport.bytesWritten(), bytes.size());
-        for (int i = 1; i < watch.totals.size(); ++i)
-            QVERIFY(watch.totals.at(i) - watch.totals.at(i - 1) <= 16);
         QByteArray printed;
         TRY_COMPARE((printed += terminal.read()), bytes);
     }

@@ -109,20 +109,17 @@ private:
     quint16 m_port = 0;
 };
 
-TransportOptions impatient()
+TransportOptions impatientCaller()
 {
-    TransportOptions options;
+    TransportOptions options = impatient();
     options.connectMilliseconds = 300;
-    options.writeMilliseconds = 300;
-    options.reopenMilliseconds = 20;
     return options;
 }
 
-TransportOptions comingBack()
+TransportOptions callerThatComesBack()
 {
-    TransportOptions options = impatient();
+    TransportOptions options = comingBack();
     options.connectMilliseconds = 30000;
-    options.reopens = true;
     return options;
 }
 
@@ -188,7 +185,7 @@ private Q_SLOTS:
     void silentHostTimesOutAndBlocksNothing()
     {
         const SilentPort port;
-        const auto transport = Transport::make(addressOf(port.address()), impatient());
+        const auto transport = Transport::make(addressOf(port.address()), impatientCaller());
         Watch watch(*transport);
         const Heart heart;
         transport->open();
@@ -232,7 +229,7 @@ private Q_SLOTS:
     void stuckPrinterFailsAndBlocksNothing()
     {
         Listener printer;
-        const auto transport = Transport::make(addressOf(printer.address()), impatient());
+        const auto transport = Transport::make(addressOf(printer.address()), impatientCaller());
         Watch watch(*transport);
         transport->open();
         TRY_VERIFY(printer.isConnected());
@@ -286,7 +283,8 @@ private Q_SLOTS:
     {
         auto printer = std::make_unique<Listener>();
         const quint16 port = printer->port();
-        const auto transport = Transport::make(addressOf(printer->address()), comingBack());
+        const auto transport =
+            Transport::make(addressOf(printer->address()), callerThatComesBack());
         Watch watch(*transport);
         transport->open();
         QVERIFY(transport->write("one"));
