@@ -92,7 +92,7 @@ private Q_SLOTS:
     void optionOfSeveralCommandsIsDescribedInTheSameWords()
     {
         // These have other values, or write something else, in each command.
-        const QStringList ofOneCommand{"as", "code-page", "output", "plain", "strict"};
+        const QStringList ofOneCommand{"as", "code-page", "output", "plain", "strict", "to"};
         QMap<QString, QStringList> commandsOf;
         QMap<QString, HelpRow> first;
         const QStringList commands = commandNames();
@@ -115,11 +115,11 @@ private Q_SLOTS:
                  (QStringList{"lint", "preview", "print", "render", "document save"}));
         QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview", "print"}));
         QCOMPARE(commandsOf["model"],
-                 (QStringList{"decode", "lint", "preview", "print", "render"}));
+                 (QStringList{"decode", "lint", "preview", "print", "render", "status"}));
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"],
                  (QStringList{"fill", "preview", "print", "render", "document save"}));
-        QCOMPARE(commandsOf["json"], (QStringList{"find", "lint", "models"}));
+        QCOMPARE(commandsOf["json"], (QStringList{"find", "lint", "models", "status"}));
         QCOMPARE(commandsOf["as"],
                  (QStringList{"bbcode", "decode", "lint", "render", "document show"}));
     }

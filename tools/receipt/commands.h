@@ -59,4 +59,5 @@ int runRender(const QStringList &arguments);
 int runSettings(const QStringList &arguments);
 int runSplit(const QStringList &arguments);
 int runState(const QStringList &arguments);
+int runStatus(const QStringList &arguments);
 int runSymbols(const QStringList &arguments);

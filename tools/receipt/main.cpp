@@ -28,6 +28,7 @@ constexpr Command commands[] = {
     {"settings", "show, check and make lists of settings", runSettings},
     {"split", "show the fiscal sections of a template", runSplit},
     {"state", "explain a state record of the print service", runState},
+    {"status", "ask a printer whether it can print", runStatus},
     {"symbols", "draw and check a file of special symbols", runSymbols},
 };
 
