@@ -55,7 +55,7 @@ std::optional<PrinterAddress> printerOf(const QCommandLineParser &parser)
         return std::nullopt;
     }
     QString error;
-    const auto address = PrinterAddress::parse(parser.value(toOption()), &error);
+    auto address = PrinterAddress::parse(parser.value(toOption()), &error);
     if (!address) {
         tool::complain(QStringLiteral("--to: ") + error);
         return std::nullopt;

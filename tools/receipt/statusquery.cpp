@@ -91,13 +91,13 @@ bool StatusQuery::getTurn()
         if (!m_lock.fault().isEmpty())
             return fail(m_lock.fault());
         const int ahead = m_lock.ahead();
+        if (ahead > 0 && ahead != told)
+            complain(QStringLiteral("%1: waiting, %2").arg(m_address.toString(), jobsText(ahead)));
+        told = ahead;
         if (end.hasExpired())
             return fail(QStringLiteral("%1 isn't free: waited %2, and %3")
                             .arg(m_address.toString(), secondsText(m_milliseconds),
                                  jobsText(std::max(ahead, 1))));
-        if (ahead > 0 && ahead != told)
-            complain(QStringLiteral("%1: waiting, %2").arg(m_address.toString(), jobsText(ahead)));
-        told = ahead;
     }
     return false;
 }
