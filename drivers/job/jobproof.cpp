@@ -45,10 +45,24 @@ PrintJobResult::Outcome JobProof::outcome() const
                                              : PrintJobResult::Outcome::Printed;
 }
 
-QByteArray JobProof::begin(JobRecord &record)
+/// Star's counter begins anew with the power, so that the one mark behind the document would make
+/// it 1, whatever it was. It is to be another number, and so it is counted on in front.
+QByteArray JobProof::beginDocument(JobRecord &record)
 {
     m_before = record.due;
-    m_isBegun = isPossible() && (m_kind != Confirmation::StarCounter || m_counter >= 0);
+    if (m_kind != Confirmation::StarCounter || m_counter < 0)
+        return {};
+    const int base = record.due > 0 && record.counter >= 0 ? record.counter : m_counter;
+    const int marks = (base + 1) % counterModulus == 0 ? 2 : 1;
+    m_expected = (base + marks + 1) % counterModulus;
+    record.counter = (base + marks) % counterModulus;
+    record.due = std::min(record.due + 1, JobRecord::mostDue);
+    return m_mark.repeated(marks);
+}
+
+QByteArray JobProof::begin(JobRecord &record)
+{
+    m_isBegun = isPossible() && (m_kind != Confirmation::StarCounter || m_expected >= 0);
     switch (m_kind) {
         case Confirmation::None:
             return {};
@@ -58,13 +72,9 @@ QByteArray JobProof::begin(JobRecord &record)
             m_id = randomId();
             return m_dialogue.askResponse(m_id);
         case Confirmation::StarCounter:
-            if (m_counter < 0)
+            if (m_expected < 0)
                 return {};
-            m_expected =
-                ((record.due > 0 && record.counter >= 0 ? record.counter : m_counter) + 1) %
-                counterModulus;
             record.counter = m_expected;
-            record.due = std::min(record.due + 1, JobRecord::mostDue);
             return m_mark;
         case Confirmation::Processed:
             break;

@@ -31,6 +31,9 @@ public:
 
     /// What the printer has counted before the job.
     void noteCounter(int counter) { m_counter = counter; }
+    /// The bytes in front of the document, of which the end will tell whether the printer was off
+    /// in between. The record is that of jobs before, and tells of these then.
+    QByteArray beginDocument(JobRecord &record);
     /// The bytes that ask, behind the last byte. The record is that of jobs before, and tells of
     /// this one then.
     QByteArray begin(JobRecord &record);
@@ -58,7 +61,7 @@ private:
     int m_expected = -1;  ///< of Star
     int m_awaited = 0;    ///< answers of GS r
     int m_answered = 0;   ///< any of them
-    int m_before = 0;     ///< that were due before
+    int m_before = 0;     ///< that were due before, from beginDocument() on
     int m_clean = 0;      ///< answers in a row without data
     bool m_isBegun = false;
     bool m_isRead = false;

@@ -349,6 +349,8 @@ void JobRun::beginSending()
         m_stream.insert(m_dialogue.ask(StatusQuestion::Automatic));
         m_automaticOff = m_dialogue.automaticOff();
     }
+    if (canAsk() && m_parts.options.confirms)
+        m_stream.insert(m_proof.beginDocument(m_record));
     m_base = m_parts.transport->bytesWritten() + m_parts.transport->bytesToWrite();
     m_limit = m_stream.size();
     handOver();

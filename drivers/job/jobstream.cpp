@@ -37,6 +37,8 @@ JobStream::JobStream(const EncodedDocument &document, const PrinterProfile &prof
 
 void JobStream::insert(const QByteArray &bytes)
 {
+    if (bytes.isEmpty())
+        return;
     m_bytes.insert(int(m_resetEnd), bytes);
     m_inserted = bytes.size();
     for (Span &span : m_commands) {

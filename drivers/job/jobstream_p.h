@@ -15,7 +15,7 @@ class JobStream
 public:
     JobStream(const EncodedDocument &document, const PrinterProfile &profile);
 
-    /// Puts bytes behind the first command, if that resets, else in front of all.
+    /// Puts bytes behind the first command, if that resets, else in front of all; once.
     void insert(const QByteArray &bytes);
 
     qint64 size() const { return m_bytes.size(); }

@@ -138,6 +138,8 @@ private Q_SLOTS:
     void aLateAnswerOfAJobBeforeProvesNothing();
     void lostAnswersSpoilOneJobAlone();
     void dataThatStaysMeansSent();
+    void aStarThatWasOffInTheMiddleIsNotSaidToHavePrinted();
+    void aStarsMarksOfJobsBeforeProveNothing();
     void withoutConfirmationItIsSent();
     void withoutQuestionsNothingIsAsked();
     void aFileIsSentAndAskedNothing();
@@ -396,6 +398,47 @@ void TestPrintJob::dataThatStaysMeansSent()
     // Data exists already in front of the job, which doesn't keep it from being sent.
     QCOMPARE(job->end.outcome, Outcome::Sent);
     QCOMPARE(job->end.reason, Reason::NoConfirmation);
+}
+
+void TestPrintJob::aStarThatWasOffInTheMiddleIsNotSaidToHavePrinted()
+{
+    for (int counter = 0; counter < 32; ++counter) {
+        Setting setting(profileOf("TSP-TUP"));
+        setting.document.bytes = "\x1B@Total 1\n";
+        setting.printer->counter = counter;
+        const auto whole = setting.run();
+        QCOMPARE(whole->end.outcome, Outcome::Printed);
+        setting.printer->counter = counter;
+        auto job = setting.job();
+        setting.line->perTurn = 1;
+        const int before = setting.printer->got.size();
+        bool wasOff = false;
+        setting.line->onTaken = [&](qint64) {
+            if (!wasOff && setting.printer->got.indexOf("Total", before) >= 0) {
+                wasOff = true;
+                setting.printer->counter = 0;
+            }
+        };
+        job->start();
+        setting.finish(*job);
+        QVERIFY(wasOff);
+        QVERIFY2(job->end.outcome == Outcome::Sent, QByteArray::number(counter));
+    }
+}
+
+void TestPrintJob::aStarsMarksOfJobsBeforeProveNothing()
+{
+    Setting setting(profileOf("TSP-TUP"));
+    setting.document.bytes = "\x1B@Total 1\n";
+    setting.printer->countsMarks = false;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
+    QCOMPARE(setting.record().counter, 7);
+    // Those that were sent are counted now, and this job's are not.
+    auto job = setting.job();
+    setting.line->onTaken = [&setting](qint64) { setting.printer->counter = 7; };
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
 }
 
 void TestPrintJob::withoutConfirmationItIsSent()
