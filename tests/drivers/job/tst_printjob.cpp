@@ -5,6 +5,7 @@
 
 #include "job/jobrecord_p.h"
 #include "jobparts.h"
+#include "pseudoterminal.h"
 
 Q_DECLARE_METATYPE(printerslib::drivers::PrinterProfile)
 
@@ -172,6 +173,8 @@ private Q_SLOTS:
 
     // ---- Lines of the system
     void overTcp();
+    void overASerialLine();
+    void theLineHasTimeWhileItPrints();
     void intoAFile();
 };
 
@@ -839,6 +842,41 @@ void TestPrintJob::overTcp()
     TRY(!ends.isEmpty());
     QVERIFY2(job.result().outcome == Outcome::Processed, qPrintable(job.result().text));
     QVERIFY(printer.got.contains(document.bytes.mid(2)));
+}
+
+void TestPrintJob::overASerialLine()
+{
+    PseudoTerminal terminal;
+    Printer printer(profileOf("GENERAL_EPSON_PROTOCOL"));
+    QTimer reading;
+    connect(&reading, &QTimer::timeout, &reading,
+            [&] { terminal.write(printer.take(terminal.read())); });
+    reading.start(1);
+    EncodedDocument document = receipt();
+    document.bytes += QByteArray(20'000, 'z');
+    PrintJob job(document, profileOf("GENERAL_EPSON_PROTOCOL"),
+                 address("serial:" + terminal.path() + "?baud=115200"));
+    QSignalSpy ends(&job, &PrintJob::finished);
+    job.start();
+    TRY(!ends.isEmpty());
+    QVERIFY2(job.result().outcome == Outcome::Processed, qPrintable(job.result().text));
+    QVERIFY(printer.got.contains(document.bytes.mid(2)));
+}
+
+void TestPrintJob::theLineHasTimeWhileItPrints()
+{
+    // A line that takes nothing: the event loop has its turns, and the job an end.
+    Setting setting;
+    auto job = setting.job();
+    setting.line->stopsAt = 20;
+    int turns = 0;
+    QTimer heart;
+    connect(&heart, &QTimer::timeout, &heart, [&turns] { ++turns; });
+    heart.start(1);
+    job->start();
+    setting.finish(*job);
+    QVERIFY(turns > 3);
+    QCOMPARE(job->end.outcome, Outcome::PartlySent);
 }
 
 void TestPrintJob::intoAFile()
