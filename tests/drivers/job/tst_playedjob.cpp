@@ -175,6 +175,8 @@ private Q_SLOTS:
     void eachModelConfirmsItsReceipt_data();
     void eachModelConfirmsItsReceipt();
     void whatIsToldIsTrueWithPaperOutAtEachPlace();
+    void whatIsToldIsTrueWithPowerOffAtEachPlace_data();
+    void whatIsToldIsTrueWithPowerOffAtEachPlace();
     void aReceiptIsWholeWhenPaperIsWaitedFor();
     void aReceiptBehindOneThatWasCutOffIsWhole();
 };
@@ -224,6 +226,40 @@ void TestPlayedJob::whatIsToldIsTrueWithPaperOutAtEachPlace()
         (result.outcome >= Outcome::Processed ? sure : unsure)++;
     }
     QVERIFY(unsure > 0);
+}
+
+/// ESC/POS can't tell, on a line that isn't lost with the power.
+void TestPlayedJob::whatIsToldIsTrueWithPowerOffAtEachPlace_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::newRow("Star") << "TSP-TUP";
+    QTest::newRow("Swecoin") << "SWECOIN_TM_20XX";
+}
+
+void TestPlayedJob::whatIsToldIsTrueWithPowerOffAtEachPlace()
+{
+    QFETCH(QString, model);
+    const int size = receiptOf(model).bytes.size();
+    for (int at = 1; at < size + 40; at += 97) {
+        Played played(model, 100);
+        played.options.confirmMilliseconds = 300;
+        played.options.statusMilliseconds = 100;
+        const auto job = played.job();
+        bool wasOff = false;
+        played.line->onTaken = [&](qint64 taken) {
+            if (taken < at || wasOff)
+                return;
+            wasOff = true;
+            played.befall("power off");
+            QTimer::singleShot(3, played.line, [&played] { played.befall("power on"); });
+        };
+        const PrintJobResult result = Played::run(*job);
+        const int times = timesOnPaper(played.device);
+        if (result.outcome >= Outcome::Processed)
+            QVERIFY2(times == 1, QByteArray::number(at));
+        if (result.outcome == Outcome::NotBegun)
+            QCOMPARE(times, 0);
+    }
 }
 
 void TestPlayedJob::aReceiptIsWholeWhenPaperIsWaitedFor()
