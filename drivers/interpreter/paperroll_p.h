@@ -64,8 +64,8 @@ private:
     bool m_hasFirstByte = false;
     int m_top = 0;
     qint64 m_fedBefore = 0;  ///< up to the beginning of the piece
-    int m_printedEnd = 0;  ///< bottom of the lowest line that isn't blank
-    int m_looseDots = 0;   ///< fed, but less than a line
+    int m_printedEnd = 0;    ///< bottom of the lowest line that isn't blank
+    int m_looseDots = 0;     ///< fed, but less than a line
     int m_notes = 0;
 };
 

@@ -45,8 +45,8 @@ public:
     /// printer that was just switched on.
     QVector<Paper> finish();
 
-    /// Dots that the paper has moved since the printer was switched on, what was fed back taken off:
-    /// what a printer needs time for.
+    /// Dots that the paper has moved since the printer was switched on, what was fed back taken
+    /// off: what a printer needs time for.
     qint64 dotsFed() const;
 
     /// All papers of a whole stream, the last one perhaps not cut.
