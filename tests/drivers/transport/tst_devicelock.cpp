@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QRegularExpression>
 #include <QtTest>
 #include <cstdio>
 
@@ -94,6 +95,15 @@ int hold(const QString &folder, const QString &name)
     std::getchar();
     lock.release();
     return 0;
+}
+
+QVector<int> placesIn(const QString &said)
+{
+    static const QRegularExpression place("^place (\\d+)$", QRegularExpression::MultilineOption);
+    QVector<int> places;
+    for (auto found = place.globalMatch(said); found.hasNext();)
+        places.append(found.next().captured(1).toInt());
+    return places;
 }
 
 }  // namespace
@@ -216,7 +226,11 @@ private Q_SLOTS:
                 process.write("\n");
             QVERIFY(process.waitForFinished(30000));
         }
-        TRY_VERIFY(processes.at(7)->said().contains("place 3\n"));
+        // A turn that was short may have gone untold.
+        const QVector<int> places = placesIn(processes.at(7)->said());
+        QCOMPARE(places.first(), 7);
+        for (int i = 1; i < places.size(); ++i)
+            QVERIFY(places.at(i) < places.at(i - 1));
     }
 
     void recordsReplaceEachOther()
