@@ -339,10 +339,12 @@ bool CharacterSetter::isBlank(const Cell &cell) const
 bool CharacterSetter::hasDrawing(char16_t symbol, QSize size) const
 {
     const Key key = {symbol, true, size};
-    auto known = m_drawn.constFind(key);
-    if (known == m_drawn.constEnd())
-        known = m_drawn.insert(key, findDrawing(static_cast<signed char>(symbol), size));
-    return *known;
+    const auto known = m_drawn.constFind(key);
+    if (known != m_drawn.constEnd())
+        return *known;
+    const bool isDrawn = findDrawing(static_cast<signed char>(symbol), size);
+    m_drawn.insert(key, isDrawn);
+    return isDrawn;
 }
 
 bool CharacterSetter::findDrawing(signed char symbol, QSize size) const

@@ -36,10 +36,10 @@ int rankOf(char16_t character)
 {
     constexpr char16_t firstCyrillic = 0x0400;
     constexpr char16_t lastCyrillic = 0x052F;
-    constexpr char16_t lastOfAscii = 0x7F;
+    constexpr char16_t delCode = 0x7F;
     if (character >= firstCyrillic && character <= lastCyrillic)
         return 0;
-    return character > lastOfAscii ? 1 : 2;
+    return character > delCode ? 1 : 2;
 }
 
 Letters sortedLetters(QSize cell)

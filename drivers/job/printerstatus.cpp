@@ -121,7 +121,8 @@ QByteArray PrinterStatus::native() const
 unsigned int PrinterStatus::nativeCode() const
 {
     unsigned int code = 0;
-    for (const char byte : m_native.left(int(sizeof code)))
+    const QByteArray first = m_native.left(int(sizeof code));
+    for (const char byte : first)
         code = code << 8U | static_cast<quint8>(byte);
     return code;
 }

@@ -42,9 +42,9 @@ QSerialPort::Parity portParity(PrinterAddress::Parity parity)
     return QSerialPort::NoParity;
 }
 
-QSerialPort::StopBits portStopBits(PrinterAddress::StopBits stopBits)
+QSerialPort::StopBits portStopBits(PrinterAddress::StopBits wanted)
 {
-    switch (stopBits) {
+    switch (wanted) {
         case PrinterAddress::StopBits::OneAndHalf:
             return QSerialPort::OneAndHalfStop;
         case PrinterAddress::StopBits::Two:

@@ -97,23 +97,23 @@ void TcpTransport::read()
 
 TransportError TcpTransport::faultOf(const QAbstractSocket &socket) const
 {
-    using Kind = TransportError::Kind;
+    using Fault = TransportError::Kind;
     switch (socket.error()) {
         case QAbstractSocket::ConnectionRefusedError:
-            return {Kind::Refused,
+            return {Fault::Refused,
                     QStringLiteral("%1 refuses the connection: another program is printing, or "
                                    "nobody listens at that port")
                         .arg(address().toString())};
         case QAbstractSocket::HostNotFoundError:
-            return {Kind::NotFound, QStringLiteral("there is no host %1").arg(address().host())};
+            return {Fault::NotFound, QStringLiteral("there is no host %1").arg(address().host())};
         case QAbstractSocket::SocketTimeoutError:
-            return {Kind::TimedOut, QStringLiteral("%1 didn't answer").arg(address().toString())};
+            return {Fault::TimedOut, QStringLiteral("%1 didn't answer").arg(address().toString())};
         case QAbstractSocket::SocketAccessError:
-            return {Kind::NotPermitted, QStringLiteral("%1 may not be connected to: %2")
-                                            .arg(address().toString(), socket.errorString())};
+            return {Fault::NotPermitted, QStringLiteral("%1 may not be connected to: %2")
+                                             .arg(address().toString(), socket.errorString())};
         default:
-            return {Kind::Failed, QStringLiteral("%1 can't be connected to: %2")
-                                      .arg(address().toString(), socket.errorString())};
+            return {Fault::Failed, QStringLiteral("%1 can't be connected to: %2")
+                                       .arg(address().toString(), socket.errorString())};
     }
 }
 

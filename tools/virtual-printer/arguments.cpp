@@ -260,7 +260,8 @@ std::optional<Arguments> readArguments()
         arguments.listen = parser.value(QStringLiteral("listen"));
     arguments.hasListing = parser.isSet(QStringLiteral("listing"));
     if (!parser.positionalArguments().isEmpty()) {
-        complain(QStringLiteral("\"%1\" is no option").arg(parser.positionalArguments().first()));
+        complain(
+            QStringLiteral("\"%1\" is no option").arg(parser.positionalArguments().constFirst()));
         return std::nullopt;
     }
     const bool isRead = areTogether(parser) && readModel(parser, arguments) &&

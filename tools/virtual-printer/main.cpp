@@ -100,7 +100,7 @@ class InterruptWatch
 public:
     explicit InterruptWatch(CommandInput &input)
     {
-        QObject::connect(&m_timer, &QTimer::timeout, [&input] {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [&input] {
             input.look();
             if (interrupted != 0)
                 QCoreApplication::quit();
@@ -159,7 +159,7 @@ int play(const Arguments &arguments, DeviceLine &line, StreamLines *lines, Paper
     QObject::connect(&playing, &Playing::noted, print);
     QObject::connect(&playing, &Playing::printed, writePaper);
     CommandInput input;
-    QObject::connect(&input, &CommandInput::lineRead,
+    QObject::connect(&input, &CommandInput::lineRead, &input,
                      [&](const QString &text) { obey(text, playing, isReplay); });
     const InterruptWatch watch(input);
     playing.start();
