@@ -97,23 +97,26 @@ void TcpTransport::read()
 
 TransportError TcpTransport::faultOf(const QAbstractSocket &socket) const
 {
-    using Fault = TransportError::Kind;
     switch (socket.error()) {
         case QAbstractSocket::ConnectionRefusedError:
-            return {Fault::Refused,
+            return {TransportError::Kind::Refused,
                     QStringLiteral("%1 refuses the connection: another program is printing, or "
                                    "nobody listens at that port")
                         .arg(address().toString())};
         case QAbstractSocket::HostNotFoundError:
-            return {Fault::NotFound, QStringLiteral("there is no host %1").arg(address().host())};
+            return {TransportError::Kind::NotFound,
+                    QStringLiteral("there is no host %1").arg(address().host())};
         case QAbstractSocket::SocketTimeoutError:
-            return {Fault::TimedOut, QStringLiteral("%1 didn't answer").arg(address().toString())};
+            return {TransportError::Kind::TimedOut,
+                    QStringLiteral("%1 didn't answer").arg(address().toString())};
         case QAbstractSocket::SocketAccessError:
-            return {Fault::NotPermitted, QStringLiteral("%1 may not be connected to: %2")
-                                             .arg(address().toString(), socket.errorString())};
+            return {TransportError::Kind::NotPermitted,
+                    QStringLiteral("%1 may not be connected to: %2")
+                        .arg(address().toString(), socket.errorString())};
         default:
-            return {Fault::Failed, QStringLiteral("%1 can't be connected to: %2")
-                                       .arg(address().toString(), socket.errorString())};
+            return {TransportError::Kind::Failed,
+                    QStringLiteral("%1 can't be connected to: %2")
+                        .arg(address().toString(), socket.errorString())};
     }
 }
 
