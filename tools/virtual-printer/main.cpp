@@ -154,8 +154,10 @@ int play(const Arguments &arguments, DeviceLine &line, StreamLines *lines, Paper
     line.setObserver([lines](const VirtualExchange &exchange) {
         printLines(lines == nullptr ? QStringList(exchange.toString()) : lines->linesOf(exchange));
     });
-    PrinterSide &side = isReplay ? static_cast<PrinterSide &>(replay) : device;
-    Playing playing(line, side, isReplay ? nullptr : &device, arguments.pace.bytesPerSecond);
+    PrinterSide *side = &device;
+    if (isReplay)
+        side = &replay;
+    Playing playing(line, *side, isReplay ? nullptr : &device, arguments.pace.bytesPerSecond);
     QObject::connect(&playing, &Playing::noted, print);
     QObject::connect(&playing, &Playing::printed, writePaper);
     CommandInput input;
