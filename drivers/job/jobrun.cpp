@@ -35,7 +35,11 @@ JobRun::JobRun(Parts parts)
       m_proof(m_parts.profile, m_dialogue),
       m_id(QUuid::createUuid().toString(QUuid::WithoutBraces))
 {
-    m_parts.options.stepBytes = std::clamp(m_parts.options.stepBytes, leastStep, mostStep);
+    PrintJobOptions &options = m_parts.options;
+    options.stepBytes = std::clamp(options.stepBytes, leastStep, mostStep);
+    for (int *time : {&options.statusMilliseconds, &options.confirmMilliseconds,
+                      &options.pollMilliseconds, &options.cancelMilliseconds})
+        *time = std::max(1, *time);
     m_result.totalBytes = m_parts.document.bytes.size();
     for (QTimer *timer : {&m_timer, &m_pollTimer, &m_stuckTimer, &m_waitTimer, &m_tellTimer})
         timer->setSingleShot(true);
@@ -437,7 +441,7 @@ void JobRun::watchWhileSending()
 void JobRun::restartStuckTimer()
 {
     const bool isStopping = m_step == Step::Stopping || m_step == Step::Closing;
-    const int time = isStopping ? std::max(1, m_parts.options.cancelMilliseconds)
+    const int time = isStopping ? m_parts.options.cancelMilliseconds
                                 : m_parts.options.transport.writeMilliseconds;
     if (time > 0)
         m_stuckTimer.start(time);

@@ -154,6 +154,8 @@ private Q_SLOTS:
     void paperThatEndsInTheMiddleIsWaitedFor();
     void paperIsWaitedForInFront();
     void theWaitEnds();
+    void timesBelowOneEnd_data();
+    void timesBelowOneEnd();
     void progressGrowsToTheTotal();
 
     // ---- Cancelled
@@ -628,6 +630,27 @@ void TestPrintJob::theWaitEnds()
     const auto job = setting.run();
     QCOMPARE(job->end.outcome, Outcome::NotBegun);
     QCOMPARE(job->end.reason, Reason::Status);
+}
+
+void TestPrintJob::timesBelowOneEnd_data()
+{
+    QTest::addColumn<bool>("isSilent");
+    QTest::addColumn<int>("outcome");
+    QTest::newRow("of the status") << true << int(Outcome::NotBegun);
+    QTest::newRow("of the confirmation") << false << int(Outcome::Sent);
+}
+
+void TestPrintJob::timesBelowOneEnd()
+{
+    QFETCH(bool, isSilent);
+    QFETCH(int, outcome);
+    Setting setting;
+    setting.printer->isSilent = isSilent;
+    setting.printer->holdsBack = true;
+    (isSilent ? setting.options.statusMilliseconds : setting.options.confirmMilliseconds) = -1;
+    setting.options.pollMilliseconds = -1;
+    const auto job = setting.run();
+    QCOMPARE(int(job->end.outcome), outcome);
 }
 
 void TestPrintJob::progressGrowsToTheTotal()

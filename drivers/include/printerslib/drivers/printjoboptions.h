@@ -5,7 +5,8 @@
 
 namespace printerslib::drivers {
 
-/// How a job goes about its printer. Times are in milliseconds. A plain value.
+/// How a job goes about its printer. Times are in milliseconds; of its own, but for
+/// `waitMilliseconds`, less than 1 counts as 1. A plain value.
 struct PRINTERSLIB_DRIVERS_EXPORT PrintJobOptions
 {
     static constexpr int forEver = -1;  ///< of `waitMilliseconds`
@@ -18,8 +19,8 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintJobOptions
     bool asks = true;
     /// Whether the printer is asked to confirm what its model can.
     bool confirms = true;
-    int statusMilliseconds = 2000;    ///< until the answer to how it is counts as none; at least 1
-    int confirmMilliseconds = 30000;  ///< until a confirmation counts as none; at least 1
+    int statusMilliseconds = 2000;    ///< until the answer to how it is counts as none
+    int confirmMilliseconds = 30000;  ///< until a confirmation counts as none
     /// How long a printer is waited for that can't print, before the job and in its middle: 0: not
     /// at all; forEver: until cancel().
     int waitMilliseconds = 0;
