@@ -295,9 +295,15 @@ void JobRun::beginToWait()
 {
     m_step = Step::Resting;
     m_isWaiting = true;
+    startWaitTimer();
+    m_pollTimer.start(m_parts.options.pollMilliseconds);
+}
+
+/// Goes on with a wait that has begun.
+void JobRun::startWaitTimer()
+{
     if (m_parts.options.waitMilliseconds > 0 && !m_waitTimer.isActive())
         m_waitTimer.start(m_parts.options.waitMilliseconds);
-    m_pollTimer.start(m_parts.options.pollMilliseconds);
 }
 
 void JobRun::timeIsOver()
@@ -430,9 +436,9 @@ void JobRun::watchWhileSending()
         return;
     }
     m_isPaused = isBlockedNow;
-    if (m_isPaused && m_parts.options.waitMilliseconds > 0)
-        m_waitTimer.start(m_parts.options.waitMilliseconds);
-    if (!m_isPaused) {
+    if (m_isPaused) {
+        startWaitTimer();
+    } else {
         m_waitTimer.stop();
         handOver();
     }
@@ -548,6 +554,8 @@ void JobRun::followProof()
         case JobProof::State::Open:
             break;
     }
+    if (m_dialogue.status().canPrint())
+        m_waitTimer.stop();
     if (m_proof.isUrgent())
         write(m_proof.poll());
     else if (m_step == Step::AskingWhy && !isStatusDue())
@@ -580,8 +588,7 @@ void JobRun::whyIsAnswered()
         endUnproven(Reason::Status, m_result.status.text());
         return;
     }
-    if (m_parts.options.waitMilliseconds > 0 && !m_waitTimer.isActive())
-        m_waitTimer.start(m_parts.options.waitMilliseconds);
+    startWaitTimer();
     m_step = Step::Confirming;
     m_timer.start(m_parts.options.confirmMilliseconds);
     m_pollTimer.start(m_parts.options.pollMilliseconds);

@@ -90,6 +90,7 @@ private:
     void ask();
     void statusIsComplete();
     void beginToWait();
+    void startWaitTimer();
     void beginSending();
     void handOver();
     void recordRange();

@@ -154,6 +154,7 @@ private Q_SLOTS:
     void paperThatEndsInTheMiddleIsWaitedFor();
     void paperIsWaitedForInFront();
     void theWaitEnds();
+    void theWaitEndsWithThePrinterMended();
     void timesBelowOneEnd_data();
     void timesBelowOneEnd();
     void progressGrowsToTheTotal();
@@ -630,6 +631,32 @@ void TestPrintJob::theWaitEnds()
     const auto job = setting.run();
     QCOMPARE(job->end.outcome, Outcome::NotBegun);
     QCOMPARE(job->end.reason, Reason::Status);
+}
+
+void TestPrintJob::theWaitEndsWithThePrinterMended()
+{
+    Setting setting;
+    setting.options.waitMilliseconds = 1000;
+    setting.options.confirmMilliseconds = 60000;
+    setting.printer->holdsBack = true;
+    auto job = setting.job();
+    const auto tell = [&setting](bool isPaperOut) {
+        setting.printer->isPaperOut = isPaperOut;
+        Q_EMIT setting.line->received(setting.printer->automatic());
+    };
+    setting.line->perTurn = 1;
+    setting.line->onTaken = [&](qint64 taken) {
+        if (taken == 26)
+            QTimer::singleShot(0, setting.line, [tell] { tell(true); });
+    };
+    job->start();
+    TRY(!setting.printer->heldBack.isEmpty());
+    tell(false);
+    QTest::qWait(1200);  // the printer goes on for longer than it would have been waited for
+    QCOMPARE(job->ends, 0);
+    Q_EMIT setting.line->received(setting.printer->heldBack);
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Processed);
 }
 
 void TestPrintJob::timesBelowOneEnd_data()
