@@ -216,15 +216,17 @@ void JobRun::lineHasTaken(qint64 total)
 
 void JobRun::lineHasFailed(const TransportError &error)
 {
-    m_result.error = error;
     if (m_step == Step::OpeningAgain || m_step == Step::Retracting) {
         endRetraction(false);
-    } else if (m_step == Step::Confirming || m_step == Step::AskingWhy) {
+        return;
+    }
+    m_result.error = error;
+    if (m_step == Step::Confirming || m_step == Step::AskingWhy) {
         // What the line took may have gone with it.
         m_record.isOpen = true;
         finish(Outcome::Sent, Reason::Line, error.text);
     } else if (m_step < Step::Finished) {
-        endEarly(Reason::Line, error.text, error);
+        endEarly(Reason::Line, error.text);
     }
 }
 
@@ -611,9 +613,8 @@ void JobRun::endUnproven(Reason reason, const QString &text)
 
 // ---- Ends
 
-void JobRun::endEarly(Reason reason, const QString &text, const TransportError &error)
+void JobRun::endEarly(Reason reason, const QString &text)
 {
-    m_result.error = error;
     const bool isAll = m_result.sentBytes == m_result.totalBytes && m_result.totalBytes > 0;
     const Outcome outcome = m_handed == 0 ? Outcome::NotBegun
                             : isAll       ? Outcome::Sent

@@ -116,7 +116,7 @@ private:
     void keepRecord();
     void restartStuckTimer();
     void stopTimers();
-    void endEarly(Reason reason, const QString &text, const TransportError &error = {});
+    void endEarly(Reason reason, const QString &text);
     void finish(Outcome outcome, Reason reason, const QString &text);
     void tell(std::function<void()> signal);
     void tellNote(const QString &text);

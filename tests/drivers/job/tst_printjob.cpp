@@ -173,6 +173,7 @@ private Q_SLOTS:
     void aTicketIsTakenBack();
     void aTicketStaysIfAnotherJobHasPrinted();
     void aTicketThatWasTakenStays();
+    void aTicketThatCanNotBeReachedLeavesTheResult();
 
     // ---- Lines of the system
     void overTcp();
@@ -871,6 +872,19 @@ void TestPrintJob::aTicketThatWasTakenStays()
     TRY(!job->retractions.isEmpty());
     QCOMPARE(job->retractions, QVector<bool>{false});
     QCOMPARE(job->end.outcome, Outcome::Processed);
+}
+
+void TestPrintJob::aTicketThatCanNotBeReachedLeavesTheResult()
+{
+    Setting setting;
+    setting.document.retractAfterSeconds = 60;
+    setting.document.retraction = "back";
+    auto job = setting.run();
+    setting.line->failsToOpen = true;
+    TRY(!job->retractions.isEmpty());
+    QCOMPARE(job->retractions, QVector<bool>{false});
+    QCOMPARE(job->result().reason, Reason::None);
+    QCOMPARE(job->result().error.kind, TransportError::Kind::None);
 }
 
 void TestPrintJob::overTcp()
