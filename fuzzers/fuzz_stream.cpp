@@ -6,6 +6,7 @@
 #include "printerslib/drivers/streaminterpreter.h"
 #include "printerslib/drivers/streamlisting.h"
 #include "printerslib/drivers/streamreader.h"
+#include "support/joinedtexts.h"
 
 using fuzzing::equal;
 using fuzzing::holds;
@@ -16,21 +17,6 @@ namespace {
 const char *const models[] = {"GENERAL_EPSON_PROTOCOL", "CUSTOM_VKP_80", "CITIZEN_PPU_700",
                               "CITIZEN_CTS_2000",       "TSP-TUP",       "SWECOIN_TM_20XX"};
 constexpr int longestPiece = 64;
-
-/// Texts that follow each other are one.
-QVector<StreamCommand> joined(const QVector<StreamCommand> &commands)
-{
-    QVector<StreamCommand> made;
-    for (const StreamCommand &command : commands) {
-        const bool goesOn = command.kind == StreamCommand::Text && !made.isEmpty() &&
-                            made.last().kind == StreamCommand::Text;
-        if (goesOn)
-            made.last().bytes += command.bytes;
-        else
-            made.append(command);
-    }
-    return made;
-}
 
 QVector<StreamCommand> readInPieces(const QByteArray &stream, const PrinterProfile &profile,
                                     int size)

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commandsets/commandrow_p.h"
+#include "joinedtexts.h"
 #include "printerslib/drivers/streamreader.h"
 #include "streamnotation.h"
 
@@ -60,21 +61,6 @@ inline QByteArray together(const QVector<StreamCommand> &commands)
     for (const StreamCommand &command : commands)
         bytes += command.bytes;
     return bytes;
-}
-
-/// With texts that follow each other as one.
-inline QVector<StreamCommand> joined(const QVector<StreamCommand> &commands)
-{
-    QVector<StreamCommand> made;
-    for (const StreamCommand &command : commands) {
-        const bool goesOn = command.kind == StreamCommand::Text && !made.isEmpty() &&
-                            made.last().kind == StreamCommand::Text;
-        if (goesOn)
-            made.last().bytes += command.bytes;
-        else
-            made.append(command);
-    }
-    return made;
 }
 
 inline bool areSame(const StreamCommand::RealTime &a, const StreamCommand::RealTime &b)
