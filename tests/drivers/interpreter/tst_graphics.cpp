@@ -240,58 +240,21 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("remove");
         QTest::addColumn<QByteArray>("removeAll");
         QTest::addColumn<bool>("staysAfterReset");
-        QTest::newRow("stored") << bytes(
-                                       "0\x43\x30"
-                                       "AB\x01\x08\0\x01\0\x31\xF0")
-                                << bytes(
-                                       "0\x45"
-                                       "AB\x01\x02")
-                                << bytes(
-                                       "0\x42"
-                                       "AB")
-                                << bytes(
-                                       "0\x41"
-                                       "CLR")
-                                << true;
-        QTest::newRow("stored columns") << bytes(
-                                               "0\x44\x30"
-                                               "AB\x01\x08\0\x01\0\x31\x80\x80\x80\x80\0\0\0\0")
-                                        << bytes(
-                                               "0\x45"
-                                               "AB\x01\x02")
-                                        << bytes(
-                                               "0\x42"
-                                               "AB")
-                                        << bytes(
-                                               "0\x41"
-                                               "CLR")
-                                        << true;
-        QTest::newRow("downloaded columns") << bytes(
-                                                   "0\x54\x30"
-                                                   "AB\x01\x08\0\x01\0\x31\x80\x80\x80\x80\0\0\0\0")
-                                            << bytes(
-                                                   "0\x55"
-                                                   "AB\x01\x02")
-                                            << bytes(
-                                                   "0\x52"
-                                                   "AB")
-                                            << bytes(
-                                                   "0\x51"
-                                                   "CLR")
-                                            << false;
-        QTest::newRow("downloaded") << bytes(
-                                           "0\x53\x30"
-                                           "AB\x01\x08\0\x01\0\x31\xF0")
-                                    << bytes(
-                                           "0\x55"
-                                           "AB\x01\x02")
-                                    << bytes(
-                                           "0\x52"
-                                           "AB")
-                                    << bytes(
-                                           "0\x51"
-                                           "CLR")
-                                    << false;
+        const QByteArray key = "AB";
+        const QByteArray head = key + bytes("\x01\x08\0\x01\0\x31");
+        const QByteArray rows = head + "\xF0";
+        const QByteArray columns = head + bytes("\x80\x80\x80\x80\0\0\0\0");
+        const QByteArray twiceAsHigh = key + "\x01\x02";
+        const auto addRow = [&](const char *name, const QByteArray &define, bool isStored) {
+            const QByteArray functions = isStored ? "EBA" : "URQ";
+            QTest::newRow(name) << '0' + define << '0' + functions.mid(0, 1) + twiceAsHigh
+                                << '0' + functions.mid(1, 1) + key
+                                << '0' + functions.mid(2, 1) + "CLR" << isStored;
+        };
+        addRow("stored", "C0" + rows, true);
+        addRow("stored columns", "D0" + columns, true);
+        addRow("downloaded", "S0" + rows, false);
+        addRow("downloaded columns", "T0" + columns, false);
     }
     void keptGraphics()
     {
