@@ -159,39 +159,43 @@ inline int effectsOf(const PrintLayout::Cell &cell)
     return effects;
 }
 
+/// Cells of a row of text; its foot is so far down.
+inline void addCells(Seen &seen, const PrintLayout &layout, const PrintLayout::Row &row, int foot)
+{
+    int left = 0;
+    for (int i = row.first; i < row.first + row.count; ++i) {
+        const PrintLayout::Cell &cell = layout.cells[size_t(i)];
+        const QSize size = layout.sizeOf(cell);
+        const QRect place(QPoint(left, foot - size.height()), size);
+        left += size.width();
+        if (cell.isDots) {
+            PrintLayout::Row dots = row;
+            dots.first = i;
+            dots.count = 1;
+            seen.ink.add(layout.rasterOf(dots), {place.left(), foot - row.height});
+            continue;
+        }
+        const Paper::Picture *drawing =
+            cell.drawing < 0 ? nullptr : &layout.drawings.at(cell.drawing);
+        const QString text = cellText(place, cell.character, effectsOf(cell), drawing);
+        if (isSeen(text, effectsOf(cell)))
+            seen.cells.append(text);
+    }
+}
+
 inline Seen seenIn(const PrintLayout &layout)
 {
     Seen seen;
     int top = 0;
     for (const PrintLayout::Row &row : layout.rows) {
-        int left = 0;
-        if (row.kind == PrintLayout::Row::Text && row.isRaster) {
+        if (row.kind == PrintLayout::Row::Text && row.isRaster)
             seen.ink.add(layout.rasterOf(row), {0, top});
-        } else if (row.kind == PrintLayout::Row::Text) {
-            for (int i = row.first; i < row.first + row.count; ++i) {
-                const PrintLayout::Cell &cell = layout.cells[size_t(i)];
-                const QSize size = layout.sizeOf(cell);
-                if (cell.isDots) {
-                    PrintLayout::Row dots = row;
-                    dots.first = i;
-                    dots.count = 1;
-                    seen.ink.add(layout.rasterOf(dots), {left, top});
-                    left += size.width();
-                    continue;
-                }
-                const QString text =
-                    cellText({QPoint(left, top + row.height - size.height()), size}, cell.character,
-                             effectsOf(cell),
-                             cell.drawing < 0 ? nullptr : &layout.drawings.at(cell.drawing));
-                if (isSeen(text, effectsOf(cell)))
-                    seen.cells.append(text);
-                left += size.width();
-            }
-        } else if (row.kind == PrintLayout::Row::Picture) {
+        else if (row.kind == PrintLayout::Row::Text)
+            addCells(seen, layout, row, top + row.height);
+        else if (row.kind == PrintLayout::Row::Picture)
             seen.ink.add(layout.pictures.at(row.first), {row.left, top});
-        } else if (row.kind == PrintLayout::Row::Code) {
+        else if (row.kind == PrintLayout::Row::Code)
             seen.ink.add(layout.codes.at(row.first), {row.left, top});
-        }
         top += row.height + row.feed;
     }
     return seen;
