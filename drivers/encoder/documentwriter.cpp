@@ -76,22 +76,10 @@ DocumentWriter::DocumentWriter(const PrintTarget &target, const PrintOptions &op
     m_page = m_firstPage;
 }
 
-TextStyle DocumentWriter::plainStyle() const
+void DocumentWriter::setPlain(int font)
 {
-    const PrintFont &font = m_target.font(0);
-    TextStyle style;
-    style.font = font.number;
-    style.widthScale = font.widthScale;
-    style.heightScale = font.heightScale;
-    return style;
-}
-
-void DocumentWriter::choosePlain()
-{
-    const TextStyle plain = plainStyle();
-    chooseStyle(plain);
-    m_style = plain;
-    m_styleKey = -1;
+    m_style = TextStyle();
+    m_style.font = font;
 }
 
 void DocumentWriter::note(const QString &text, bool isLoss)
@@ -351,7 +339,11 @@ void DocumentWriter::define(const PrintLayout &layout, const PrintLayout::Cell &
 void DocumentWriter::printPicture(const Paper::Picture &picture, int left, int room)
 {
     const PrintDots dots = placedDots(picture, left);
-    if (dots.bytesPerRow == 0)
+    const bool isBlank = dots.bytesPerRow == 0;
+    const bool hasCommand = profile().rasterCommand() != RasterCommand::None;
+    if (!isBlank && !hasCommand)
+        note(QStringLiteral("the model prints no pictures"));
+    if (isBlank || !hasCommand)
         feed(dots.height);
     else
         m_borrowed += printDots(dots, room) - dots.height;

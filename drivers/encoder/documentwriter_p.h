@@ -68,7 +68,7 @@ protected:
     virtual void defineOwn(int code, const Paper::Picture &drawing) = 0;
     /// Prints the line; the next one begins `pitch` dots below its top.
     virtual void endLine(int height, int pitch, bool isBlank) = 0;
-    /// Prints dots at the beginning of a line.
+    /// Prints dots at the beginning of a line, of a model that has a command for them.
     /// @param room blank rows below, that may be fed with them
     /// @return how many rows of paper they took
     virtual int printDots(const PrintDots &dots, int room) = 0;
@@ -83,11 +83,13 @@ protected:
     const PrinterProfile &profile() const { return m_target.profile(); }
     hazards::Rules rules() const { return m_rules; }
     const TextStyle &style() const { return m_style; }
-    void setStyle(const TextStyle &style) { m_style = style; }
+    /// Without any format, once, in a font of the printer's: that is how it prints now.
+    void setPlain(int font);
     int firstPage() const { return m_firstPage; }
-    /// What the base font prints with, without any format.
-    TextStyle plainStyle() const;
-    void choosePlain();
+    /// The base font of the printer's.
+    int baseFont() const { return m_target.font(0).number; }
+    /// Text as the base font prints it, without any format.
+    void choosePlain() { applyStyle(PrintLayout::Cell()); }
     /// How many of a command's units a pulse takes, from `least` to `most`; what is more is told.
     int pulseUnits(int milliseconds, int unit, int least, int most);
 

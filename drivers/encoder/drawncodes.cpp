@@ -117,11 +117,18 @@ bool isWorthPairs(int count, bool isAtBegin, bool isAtEnd)
     constexpr int atOneEnd = 4;
     constexpr int between = 6;
     if (isAtBegin && isAtEnd)
-        return count >= alone && (count == alone || count >= atOneEnd);
+        return count == alone || count >= atOneEnd;
     return count >= (isAtBegin || isAtEnd ? atOneEnd : between);
 }
 
 }  // namespace
+
+int drawncodes::numberOfLevel(const Paper::Code &code)
+{
+    constexpr std::string_view levels = "LMQH";
+    const auto number = levels.find(code.correctionLevel);
+    return number == std::string_view::npos ? 0 : int(number);
+}
 
 QByteArray drawncodes::withCodeSets(const QByteArray &payload)
 {

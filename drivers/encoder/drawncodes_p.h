@@ -10,6 +10,9 @@ bool isDrawnByPrinter(const PrinterProfile &profile, const Paper::Code &code);
 
 namespace drawncodes {
 
+/// The number of a QR code's correction level, from L on; L for one that isn't known.
+int numberOfLevel(const Paper::Code &code);
+
 /// What is sent of a payload, but for Star's mark of its end.
 QByteArray dataOf(const Paper::Code &code, Dialect dialect);
 

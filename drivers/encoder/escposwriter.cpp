@@ -76,15 +76,10 @@ void EscPosWriter::begin(bool resets)
     if (resets)
         commands().put(Id::Initialize);
     commands().put(Id::KanjiOff);
-    const TextStyle plain = plainStyle();
-    if (resets)
-        setStyle({profile().initialFont(), 1, 1, false, false, false, false});
-    else
+    if (!resets)
         setEveryState();
-    chooseFont(plain.font);
-    TextStyle chosen = style();
-    chosen.font = plain.font;
-    setStyle(chosen);
+    chooseFont(baseFont());
+    setPlain(baseFont());
     choosePage(firstPage());
 }
 
@@ -103,9 +98,6 @@ void EscPosWriter::setEveryState()
     commands().put(Id::LeftMargin, 0, 0);
     const int width = acrossUnits(profile().headDots());
     commands().put(Id::AreaWidth, lowByte(width), highByte(width));
-    TextStyle style;
-    style.font = 0;
-    setStyle(style);
 }
 
 /// Custom's printers have three fonts, of which the pitch makes two A and B.
@@ -215,16 +207,8 @@ void EscPosWriter::switchRealTime(bool isOn)
 
 int EscPosWriter::printDots(const PrintDots &dots, int room)
 {
-    switch (profile().rasterCommand()) {
-        case RasterCommand::RasterBlock:
-            return printStrips(dots, room);
-        case RasterCommand::BitImage:
-            return printBands(dots);
-        default:
-            note(QStringLiteral("the model prints no pictures"));
-            feedDots(dots.height);
-            return dots.height;
-    }
+    return profile().rasterCommand() == RasterCommand::RasterBlock ? printStrips(dots, room)
+                                                                   : printBands(dots);
 }
 
 void EscPosWriter::printStrip(const PrintDots &dots, int top, int rows)
@@ -251,7 +235,7 @@ int EscPosWriter::printStrips(const PrintDots &dots, int room)
     while (y < dots.height) {
         if (y == bands[band]) {
             printBand(dots, y);
-            y += 24;
+            y += bandRows;
             ++band;
             continue;
         }
@@ -270,7 +254,7 @@ int EscPosWriter::printStrips(const PrintDots &dots, int room)
 int EscPosWriter::printBands(const PrintDots &dots)
 {
     int y = 0;
-    for (; y < dots.height; y += 24)
+    for (; y < dots.height; y += bandRows)
         printBand(dots, y);
     return y;
 }
@@ -287,7 +271,7 @@ void EscPosWriter::printBand(const PrintDots &dots, int top)
     printColumns(parts.first, 0, (end + 2) / 3);
     if (!parts.second.isEmpty())
         printOver(parts.second);
-    commands().put(Id::FeedUnits, unitsOf(24, feedUnitsPerInch(), profile().dotsPerInch()));
+    commands().put(Id::FeedUnits, unitsOf(bandRows, feedUnitsPerInch(), profile().dotsPerInch()));
 }
 
 void EscPosWriter::printColumns(const QByteArray &columns, int first, int count)
@@ -347,14 +331,11 @@ void EscPosWriter::printBarcode(const Paper::Code &code)
 
 void EscPosWriter::printQrCode(const Paper::Code &code)
 {
-    constexpr char levels[] = "LMQH";
     constexpr int modelTwo = '2';
-    const char *const level = std::find(levels, levels + 4, code.correctionLevel);
-    const int number = level == levels + 4 ? 0 : int(level - levels);
     const int size = code.payload.size() + 3;
     commands().put(Id::QrModel, 4, 0, modelTwo, 0);
     commands().put(Id::QrModuleSize, 3, 0, code.module.width());
-    commands().put(Id::QrLevel, 3, 0, '0' + number);
+    commands().put(Id::QrLevel, 3, 0, '0' + drawncodes::numberOfLevel(code));
     commands().put(Id::QrStore, lowByte(size), highByte(size), '0');
     commands().putData(code.payload);
     commands().put(Id::QrPrint, 3, 0, '0');

@@ -143,8 +143,6 @@ bool standsBetween(const PrintDots &dots, int upperRow, Rules rules)
 
 namespace {
 
-constexpr int bandRows = 24;
-
 std::vector<int> bandsFromTop(const std::vector<bool> &rows)
 {
     std::vector<int> bands;

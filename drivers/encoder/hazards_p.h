@@ -46,8 +46,8 @@ std::vector<bool> rowsWithin(const PrintDots &dots, Rules rules);
 /// Whether such stand at the end of a row and the beginning of the next one.
 bool standsBetween(const PrintDots &dots, int upperRow, Rules rules);
 
-/// Where bands of 24 rows begin that hold all such rows, from top to bottom, none beyond `height`
-/// if that can be; rows of dots below the picture are free as far as `height`.
+/// Where bands begin that hold all such rows, from top to bottom, none beyond `height` if that can
+/// be; rows of dots below the picture are free as far as `height`.
 std::vector<int> bandsFor(const std::vector<bool> &rows, int height);
 
 }  // namespace hazards

@@ -11,7 +11,7 @@ namespace printerslib::drivers {
 /// in a line as characters do, on the same base.
 namespace linedots {
 
-constexpr int height = 24;
+constexpr int height = bandRows;
 
 /// Whether a model has such a bit image.
 bool areKnownTo(const PrinterProfile &profile);

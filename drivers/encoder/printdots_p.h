@@ -4,6 +4,9 @@
 
 namespace printerslib::drivers {
 
+/// Some commands take so many rows at a time, whatever is in them.
+constexpr int bandRows = 24;
+
 /// Dots as they go to a printer: rows of whole bytes from the left edge of the line on, the
 /// leftmost dot the highest bit.
 struct PrintDots
@@ -23,7 +26,7 @@ struct PrintDots
 PrintDots placedDots(const Paper::Picture &picture, int left);
 /// A drawn code at its size.
 Paper::Picture pictureOfCode(const Paper::Code &code);
-/// Three bytes for each column of 24 rows from `top` on, the uppermost dot the highest bit; rows
+/// Three bytes for each column of a band from `top` on, the uppermost dot the highest bit; rows
 /// beyond the end are blank.
 QByteArray columnsOf24(const PrintDots &dots, int top);
 

@@ -11,11 +11,9 @@ namespace {
 
 using Row = PrintLayout::Row;
 
-constexpr int rowsOfBand = 24;
-
 int wholeBands(int height)
 {
-    return (height + rowsOfBand - 1) / rowsOfBand * rowsOfBand;
+    return (height + bandRows - 1) / bandRows * bandRows;
 }
 
 bool goesAsDots(const PrintLayout &layout, const Row &row)
@@ -54,7 +52,7 @@ int paperOf(const PrintLayout &layout, const Row &row, int room)
     const hazards::Rules rules = hazards::rulesOf(profile);
     const std::vector<int> bands =
         hazards::bandsFor(hazards::rowsWithin(dots, rules), row.height + room);
-    return bands.empty() ? row.height : std::max(row.height, bands.back() + rowsOfBand);
+    return bands.empty() ? row.height : std::max(row.height, bands.back() + bandRows);
 }
 
 }  // namespace

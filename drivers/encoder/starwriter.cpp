@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "encoder/documentwriter_p.h"
+#include "encoder/drawncodes_p.h"
 
 namespace printerslib::drivers {
 
@@ -9,8 +10,7 @@ namespace {
 using Id = CommandId;
 using Symbology = Paper::Symbology;
 
-constexpr int starUnits = 255;  ///< most of ESC I, each a dot
-constexpr int starBandRows = 24;
+constexpr int starUnits = 255;     ///< most of ESC I, each a dot
 constexpr int narrowSpacing = 24;  ///< dots of 3 mm
 constexpr int wideSpacing = 32;    ///< of 4 mm
 
@@ -56,7 +56,7 @@ private:
     void setEveryState();
     void chooseSpacing(int dots);
     void printBand(const PrintDots &dots, int top);
-    void printRows(const QByteArray &rows, int bytesPerRow, int first, int count);
+    void printRows(const QByteArray &rows, int bytesPerRow);
     void printBarcode(const Paper::Code &code);
     void printQrCode(const Paper::Code &code);
 
@@ -69,9 +69,8 @@ void StarWriter::begin(bool resets)
         commands().put(Id::Initialize);
     else
         setEveryState();
-    const TextStyle plain = plainStyle();
-    setStyle({plain.font, 1, 1, false, false, false, false});
-    commands().put(Id::Font, '0' + plain.font);
+    commands().put(Id::Font, '0' + baseFont());
+    setPlain(baseFont());
     choosePage(firstPage());
     chooseSpacing(narrowSpacing);
 }
@@ -151,39 +150,34 @@ void StarWriter::feedDots(int dots)
 
 int StarWriter::printDots(const PrintDots &dots, int /*room*/)
 {
-    if (profile().rasterCommand() != RasterCommand::StarRows) {
-        note(QStringLiteral("the model prints no pictures"));
-        feedDots(dots.height);
-        return dots.height;
-    }
     chooseSpacing(narrowSpacing);
     int y = 0;
-    for (; y < dots.height; y += starBandRows)
+    for (; y < dots.height; y += bandRows)
         printBand(dots, y);
     return y;
 }
 
 void StarWriter::printBand(const PrintDots &dots, int top)
 {
-    const int size = starBandRows * dots.bytesPerRow;
+    const int size = bandRows * dots.bytesPerRow;
     const hazards::Parts parts = hazards::partsOf(
         dots.rows.mid(top * dots.bytesPerRow, size).leftJustified(size, '\0'), rules());
-    printRows(parts.first, dots.bytesPerRow, 0, dots.bytesPerRow);
+    printRows(parts.first, dots.bytesPerRow);
     if (!parts.second.isEmpty()) {
         commands().put(Id::AbsolutePosition, 0, 0);
-        printRows(parts.second, dots.bytesPerRow, 0, dots.bytesPerRow);
+        printRows(parts.second, dots.bytesPerRow);
     }
-    commands().put(Id::FeedHalfUnits, starBandRows);
+    commands().put(Id::FeedHalfUnits, bandRows);
 }
 
-/// Bytes `first` and following of 24 rows, side by side in as few commands as may be.
-void StarWriter::printRows(const QByteArray &rows, int bytesPerRow, int first, int count)
+/// A band in as few commands side by side as may be.
+void StarWriter::printRows(const QByteArray &rows, int bytesPerRow)
 {
-    constexpr int most = 2040 / starBandRows;
-    for (int part = 0; count > 0; count -= part, first += part) {
-        part = std::min(count, most);
+    constexpr int most = 2040 / bandRows;
+    for (int first = 0; first < bytesPerRow; first += most) {
+        const int part = std::min(bytesPerRow - first, most);
         commands().put(Id::FineRasterImage, part, 0);
-        for (int y = 0; y < starBandRows; ++y)
+        for (int y = 0; y < bandRows; ++y)
             commands().putText(rows.constData() + qptrdiff(y) * bytesPerRow + first, part);
     }
 }
@@ -226,12 +220,10 @@ void StarWriter::printBarcode(const Paper::Code &code)
 
 void StarWriter::printQrCode(const Paper::Code &code)
 {
-    constexpr char levels[] = "LMQH";
     constexpr int modelTwo = 2;
-    const char *const level = std::find(levels, levels + 4, code.correctionLevel);
     const int size = code.payload.size();
     commands().put(Id::QrModel, modelTwo);
-    commands().put(Id::QrLevel, level == levels + 4 ? 0 : int(level - levels));
+    commands().put(Id::QrLevel, drawncodes::numberOfLevel(code));
     commands().put(Id::QrModuleSize, code.module.width());
     commands().put(Id::QrStore, 0, lowByte(size), highByte(size));
     commands().putData(code.payload);

@@ -44,13 +44,12 @@ void SwecoinWriter::begin(bool resets)
 {
     if (resets)
         commands().put(Id::CancelData);
-    const TextStyle plain = plainStyle();
-    commands().put(Id::Font, '0' + plain.font);
+    commands().put(Id::Font, '0' + baseFont());
     for (const Id id : {Id::BoldSwitch, Id::ItalicSwitch, Id::Inverse, Id::UnderlineThickness,
                         Id::HeightScale, Id::WidthScale})
         commands().put(id, 0);
     commands().put(Id::DotLineCompression, 0);
-    setStyle({plain.font, 1, 1, false, false, false, false});
+    setPlain(baseFont());
 }
 
 void SwecoinWriter::chooseStyle(const TextStyle &wanted)
@@ -84,11 +83,6 @@ void SwecoinWriter::endLine(int height, int pitch, bool isBlank)
 
 int SwecoinWriter::printDots(const PrintDots &dots, int /*room*/)
 {
-    if (profile().rasterCommand() != RasterCommand::SwecoinRows) {
-        note(QStringLiteral("the model prints no pictures"));
-        feedDots(dots.height);
-        return dots.height;
-    }
     // Heads have no more than 2040 dots.
     const int bytes = std::min(dots.bytesPerRow, mostBytes);
     for (int y = 0; y < dots.height; ++y) {
