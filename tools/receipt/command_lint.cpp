@@ -293,12 +293,10 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
     return task;
 }
 
-}  // namespace
-
-int runLint(const QStringList &arguments)
+/// The status where the command ends with it.
+std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &options,
+                                    const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    const Options options;
     parser.setApplicationDescription(description());
     parser.addOptions({options.data, tool::formOption(forms)});
     parser.addOptions(tool::lineOptions());
@@ -309,13 +307,23 @@ int runLint(const QStringList &arguments)
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));
     if (const auto status = tool::parse(parser, QStringLiteral("lint"), arguments, 0, -1))
-        return *status;
+        return status;
     if (parser.isSet(options.explain))
         return explain(parser.value(options.explain));
-    if (parser.positionalArguments().isEmpty()) {
-        tool::complain(QStringLiteral("lint: a template is expected; see \"receipt lint --help\""));
-        return tool::WrongUsage;
-    }
+    if (!parser.positionalArguments().isEmpty())
+        return std::nullopt;
+    tool::complain(QStringLiteral("lint: a template is expected; see \"receipt lint --help\""));
+    return tool::WrongUsage;
+}
+
+}  // namespace
+
+int runLint(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    const Options options;
+    if (const auto status = parseCommandLine(parser, options, arguments))
+        return *status;
     const auto task = taskOf(parser, options);
     if (!task)
         return tool::WrongUsage;
