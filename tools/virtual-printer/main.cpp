@@ -63,6 +63,19 @@ bool printReport(const PaperReport &report)
     return report.failures.isEmpty();
 }
 
+/// @param lines null: hexadecimal
+void printExchange(const VirtualExchange &exchange, StreamLines *lines)
+{
+    printLines(lines == nullptr ? QStringList(exchange.toString()) : lines->linesOf(exchange));
+}
+
+/// What isn't whole when the dialogue ends.
+void printRest(StreamLines *lines)
+{
+    if (lines != nullptr)
+        printLines(lines->finish());
+}
+
 /// Plays a printer that only a search speaks with, and that has a fault.
 ///
 /// What the printer is sent goes to the paper once it has answered, as drawing takes its time.
@@ -74,7 +87,7 @@ int playSearched(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper
     QByteArray sent;
     bool isWritten = true;
     printer.setObserver([&sent, lines](const VirtualExchange &exchange) {
-        printLines(lines == nullptr ? QStringList(exchange.toString()) : lines->linesOf(exchange));
+        printExchange(exchange, lines);
         if (!exchange.fromPrinter && exchange.isOnItsLine)
             sent += exchange.bytes;
     });
@@ -85,8 +98,7 @@ int playSearched(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper
         sent.clear();
     }
     printer.setObserver(nullptr);
-    if (lines != nullptr)
-        printLines(lines->finish());
+    printRest(lines);
     if (paper != nullptr)
         isWritten = printReport(paper->finish()) && isWritten;
     if (printer.hasHungUp())
@@ -94,7 +106,8 @@ int playSearched(VirtualPrinter &printer, StreamLines *lines, PaperFolder *paper
     return isWritten ? 0 : failure;
 }
 
-/// Ends the loop of events when the program is interrupted.
+/// Ends the loop of events when the program is interrupted. Looks, too, whether commands may be
+/// read, as nothing else tells that the program has come to the foreground.
 class InterruptWatch
 {
 public:
@@ -129,17 +142,22 @@ void obey(const QString &line, Playing &playing, bool isReplay)
     }
 }
 
+PrinterDevice::Options deviceOptionsOf(const Arguments &arguments, const PaperFolder *paper)
+{
+    PrinterDevice::Options options;
+    options.millimetresPerSecond = arguments.pace.millimetresPerSecond;
+    if (paper != nullptr)
+        options.print = paper->options();
+    return options;
+}
+
 /// Plays a printer, or what was recorded of one.
 /// @param lines null: hexadecimal
 /// @param paper null: nothing is drawn
 /// @return the exit status
 int play(const Arguments &arguments, DeviceLine &line, StreamLines *lines, PaperFolder *paper)
 {
-    PrinterDevice::Options options;
-    options.millimetresPerSecond = arguments.pace.millimetresPerSecond;
-    if (paper != nullptr)
-        options.print = paper->options();
-    PrinterDevice device(arguments.profile, options);
+    PrinterDevice device(arguments.profile, deviceOptionsOf(arguments, paper));
     Replay replay(arguments.recording.value_or(QVector<RecordedPiece>()));
     const bool isReplay = arguments.recording.has_value();
     for (const PlannedFault &planned : arguments.plan)
@@ -151,9 +169,7 @@ int play(const Arguments &arguments, DeviceLine &line, StreamLines *lines, Paper
         if (paper != nullptr)
             isWritten = printReport(paper->write(pieces)) && isWritten;
     };
-    line.setObserver([lines](const VirtualExchange &exchange) {
-        printLines(lines == nullptr ? QStringList(exchange.toString()) : lines->linesOf(exchange));
-    });
+    line.setObserver([lines](const VirtualExchange &exchange) { printExchange(exchange, lines); });
     PrinterSide *side = &device;
     if (isReplay)
         side = &replay;
@@ -167,8 +183,7 @@ int play(const Arguments &arguments, DeviceLine &line, StreamLines *lines, Paper
     playing.start();
     QCoreApplication::exec();
     line.setObserver(nullptr);
-    if (lines != nullptr)
-        printLines(lines->finish());
+    printRest(lines);
     writePaper(device.finish());
     return isWritten ? 0 : failure;
 }
