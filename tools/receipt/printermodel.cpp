@@ -33,18 +33,19 @@ QCommandLineOption fontOption(const QString &byDefault = QStringLiteral("0"),
             QStringLiteral("N"), value};
 }
 
-std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser, const PrinterModels &models,
-                                     const std::optional<PrinterInfo> &model, int lastPaper,
-                                     int lastFont)
+/// What --paper and --font say up to these numbers; what isn't given is as there.
+std::optional<ChosenPaper> paperUpTo(const QCommandLineParser &parser, const ChosenPaper &otherwise,
+                                     int lastPaper, int lastFont)
 {
-    const auto numberOrFirst = [&parser](const QCommandLineOption &option, int last) {
-        return parser.isSet(option) ? numberOf(parser, option, 0, last) : std::make_optional(0);
+    const auto numberOr = [&parser](int number, const QCommandLineOption &option, int last) {
+        return parser.isSet(option) ? numberOf(parser, option, 0, last)
+                                    : std::make_optional(number);
     };
-    const auto paper = numberOrFirst(paperOption(), lastPaper);
-    const auto font = numberOrFirst(fontOption(), lastFont);
+    const auto paper = numberOr(otherwise.paper, paperOption(), lastPaper);
+    const auto font = numberOr(otherwise.font, fontOption(), lastFont);
     if (!paper || !font)
         return std::nullopt;
-    return ChosenPaper{models, model, *paper, *font};
+    return ChosenPaper{otherwise.models, otherwise.model, *paper, *font};
 }
 
 QCommandLineOption describedModelOption(const QString &described, const QString &value)
@@ -149,28 +150,13 @@ std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser)
     const auto model = models ? findModel(*models, parser.value(modelOption())) : std::nullopt;
     if (!model)
         return std::nullopt;
-    return paperUpTo(parser, *models, model, model->paperTypes().lastKey(),
-                     model->fontTypes().size() - 1);
+    return paperOf(parser, {*models, model, 0, 0});
 }
 
 std::optional<ChosenPaper> paperOf(const QCommandLineParser &parser, const ChosenPaper &otherwise)
 {
-    ChosenPaper chosen = otherwise;
-    if (parser.isSet(paperOption())) {
-        const auto paper =
-            numberOf(parser, paperOption(), 0, otherwise.model->paperTypes().lastKey());
-        if (!paper)
-            return std::nullopt;
-        chosen.paper = *paper;
-    }
-    if (parser.isSet(fontOption())) {
-        const auto font =
-            numberOf(parser, fontOption(), 0, otherwise.model->fontTypes().size() - 1);
-        if (!font)
-            return std::nullopt;
-        chosen.font = *font;
-    }
-    return chosen;
+    return paperUpTo(parser, otherwise, otherwise.model->paperTypes().lastKey(),
+                     otherwise.model->fontTypes().size() - 1);
 }
 
 std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser)
@@ -178,7 +164,7 @@ std::optional<ChosenPaper> paperOfEveryModel(const QCommandLineParser &parser)
     const auto models = modelsOf(parser);
     if (!models)
         return std::nullopt;
-    return paperUpTo(parser, *models, std::nullopt, lastPaperOfAny, lastFontOfAny);
+    return paperUpTo(parser, {*models, std::nullopt, 0, 0}, lastPaperOfAny, lastFontOfAny);
 }
 
 QList<QCommandLineOption> printedPaperOptions()
