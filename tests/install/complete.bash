@@ -49,6 +49,11 @@ offers 'check remove repair save show' document ''
 offers '--clean --codec' document save --c
 offers 'after before' print --drawer ''
 offers '--drawer --drawer-pin --dry-run' print --dr
+offers '- file:' print --to ''
+offers 'file:' print --to f
+offers 'kiosk.cpt kiosk.json' print --to file : kiosk
+offers "$(compgen -f | sort | paste -sd ' ')" print --to file :
+offers 'device: serial: tcp: usb:' status --to ''
 offers 'all bidirectional brackets controls equals invisible tags' render --clean ''
 offers 'export import show' settings ''
 offers '--printer' settings export --p
