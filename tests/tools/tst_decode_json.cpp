@@ -31,6 +31,22 @@ class TestDecodeJson : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void modelIsWrittenAsJsonWritesTexts()
+    {
+        const WorkFolder folder;
+        const QString id = "our \"first\" C:\\%1";
+        const QJsonArray models{QJsonObject{{"id", id}, {"like", model.last()}}};
+        const QString file = folder.file("models.json", QJsonDocument(models).toJson());
+        for (const QStringList &form : {QStringList(), QStringList("--pretty")}) {
+            const ReceiptRun run = runReceipt(
+                QStringList{"decode", "-", "--models", file, "--model", id, "--as", "json"} + form,
+                "x\n");
+            const QJsonObject json = QJsonDocument::fromJson(run.output.toUtf8()).object();
+            QCOMPARE(json["model"].toString(), id);
+            QCOMPARE(json["papers"].toArray().size(), 1);
+        }
+    }
+
     void jsonTellsCellsAndPlaces()
     {
         const QJsonObject json = jsonOf(

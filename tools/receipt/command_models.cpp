@@ -146,10 +146,7 @@ QString paperText(const ListedModel &model, int number, const PaperInfo &paper)
 
 QString valueText(const QJsonValue &value)
 {
-    if (value.isString())
-        return value.toString();
-    const QByteArray json = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(json.mid(1, json.size() - 2));
+    return value.isString() ? value.toString() : tool::jsonText(value);
 }
 
 /// What the driver knows, and from where.

@@ -208,10 +208,9 @@ private:
 
     QString opening() const
     {
-        // An identifier of the catalogue has nothing to escape.
-        const char *form = request().isPretty ? "{\n    \"model\": \"%1\",\n    \"papers\": [\n"
-                                              : "{\"model\":\"%1\",\"papers\":[\n";
-        return QString(QLatin1String(form)).arg(request().model.id());
+        const char *form = request().isPretty ? "{\n    \"model\": %1,\n    \"papers\": [\n"
+                                              : "{\"model\":%1,\"papers\":[\n";
+        return QString(QLatin1String(form)).arg(tool::jsonText(request().model.id()));
     }
     QString textOf(const Print &piece) const
     {

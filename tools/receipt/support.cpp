@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonParseError>
 #include <QLoggingCategory>
 #include <QTextCodec>
@@ -62,6 +63,12 @@ bool writeLines(const QString &fileName, const QStringList &lines)
         return true;
     }
     return writeFile(fileName, lines.join(QLatin1Char('\n')).toUtf8() + '\n');
+}
+
+QString jsonText(const QJsonValue &value)
+{
+    const QByteArray json = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(json.mid(1, json.size() - 2));
 }
 
 QStringList linesOf(const QByteArray &json)

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QCommandLineParser>
 #include <QJsonDocument>
+#include <QJsonValue>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -39,6 +40,8 @@ int finished(int status);
 /// has it. Complains and gives false on failure.
 bool writeLines(const QString &fileName, const QStringList &lines);
 
+/// A value as JSON writes it, in one line.
+QString jsonText(const QJsonValue &value);
 /// The lines of a JSON text.
 QStringList linesOf(const QByteArray &json);
 
