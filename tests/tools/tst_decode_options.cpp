@@ -106,6 +106,17 @@ private Q_SLOTS:
         QVERIFY2(help.contains("; default: none, so it has to be given."), qPrintable(help));
     }
 
+    void streamIsNotReplaced()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("sale.txt", "a\n" + cut);
+        const ReceiptRun run = runReceipt(decode(file, {"--output", file}));
+        QCOMPARE(run.errors, "receipt: " + file +
+                                 ": what is written is made of this file; choose another name\n");
+        QCOMPARE(run.status, 1);
+        QCOMPARE(folder.content("sale.txt"), "a\n" + cut);
+    }
+
     void outputIsWrittenToTheFile_data()
     {
         QTest::addColumn<QString>("form");

@@ -168,7 +168,8 @@ private Q_SLOTS:
              {text, data, m_folder.path("./own.cpt"), m_folder.path("link.cpt")}) {
             const ReceiptRun run = runReceipt(call + QStringList("file:" + file));
             QCOMPARE(run.errors, "receipt: " + file +
-                                     ": the receipt is made of this file; choose another name\n");
+                                     ": what is written is made of this file; choose another "
+                                     "name\n");
             QCOMPARE(run.status, 1);
         }
         QCOMPARE(m_folder.content("own.cpt"), QByteArray("word\n"));

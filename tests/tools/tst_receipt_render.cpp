@@ -335,6 +335,23 @@ private Q_SLOTS:
         QCOMPARE(nowhere.status, 1);
     }
 
+    void ownFilesAreNotReplaced()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("own.cpt", "word\n");
+        const QString data = folder.file("own.json", "{}");
+        for (const QString &file : {text, data, folder.path("./own.cpt")}) {
+            const ReceiptRun run = runReceipt({"render", text, data, "--output", file});
+            QCOMPARE(run.errors, "receipt: " + file +
+                                     ": what is written is made of this file; choose another "
+                                     "name\n");
+            QCOMPARE(run.status, 1);
+        }
+        QCOMPARE(runReceipt({"render", "--plain", text, "--output", text}).status, 1);
+        QCOMPARE(folder.content("own.cpt"), QByteArray("word\n"));
+        QCOMPARE(folder.content("own.json"), QByteArray("{}"));
+    }
+
     void widthComesFromTheModel_data()
     {
         QTest::addColumn<QStringList>("options");

@@ -7,6 +7,7 @@
 #include "commands.h"
 #include "decodesink.h"
 #include "forms.h"
+#include "outputfile.h"
 #include "printermodel.h"
 #include "printoptions.h"
 #include "progressline.h"
@@ -207,6 +208,8 @@ bool setOutput(const QCommandLineParser &parser, const Options &options, const F
 
 int decode(const Request &request, const Form &form)
 {
+    if (!tool::keepsSources({request.output}, {request.file}))
+        return tool::BadInput;
     const std::unique_ptr<Sink> sink = form.makeSink(request);
     tool::ProgressLine line(QStringLiteral("reading"));
     qint64 read = 0;

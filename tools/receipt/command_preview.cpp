@@ -307,7 +307,9 @@ tool::WatchedRun draw(const Request &request, const Typeface &typeface)
     const auto receipt = request.source.read();
     if (!receipt)
         return {tool::BadInput, QStringList()};
-    if (!tool::keepsCompanions(outputsOf(request), *receipt))
+    const QStringList outputs = outputsOf(request);
+    if (!tool::keepsSources(outputs, request.source.files) ||
+        !tool::keepsCompanions(outputs, *receipt))
         return {tool::BadInput, receipt->companions};
     const int status = request.takesAll ? drawAll(request, *receipt, typeface)
                                         : drawOne(request, *receipt, typeface);

@@ -1,8 +1,8 @@
 #include <printerslib/drivers/documentencoder.h>
 
-#include <QFileInfo>
-
 #include "commands.h"
+#include "forms.h"
+#include "outputfile.h"
 #include "printoptions.h"
 #include "shopsettings.h"
 #include "streamdestination.h"
@@ -214,15 +214,8 @@ bool keepsSources(const Request &request, const tool::PreviewedReceipt &receipt)
     if (request.isDryRun || !request.destination.isFile())
         return true;
     const QString output = request.destination.fileName();
-    for (const QString &file : request.source.files) {
-        // Two that don't exist are the same for Qt, and standard input is "-".
-        if (!QFileInfo::exists(output) || QFileInfo(output) != QFileInfo(file))
-            continue;
-        tool::complain(QStringLiteral("%1: the receipt is made of this file; choose another name")
-                           .arg(output));
-        return false;
-    }
-    return tool::keepsCompanions({output}, receipt);
+    return tool::keepsSources({output}, request.source.files) &&
+           tool::keepsCompanions({output}, receipt);
 }
 
 int print(const Request &request)

@@ -10,6 +10,7 @@
 #include "forms.h"
 #include "language.h"
 #include "lineoptions.h"
+#include "outputfile.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printoptions.h"
 #include "settings/printersettings.h"
@@ -195,10 +196,12 @@ int runRender(const QStringList &arguments)
 
     tool::useSymbolFolder(tool::folderOf(parser, options.symbols, files.constFirst()));
     setCase(letterCase->mode);
+    const QString output = parser.value(options.output);
+    if (!tool::keepsSources({output}, files))
+        return tool::BadInput;
     PrinterDocumentFormatter formatter(*margin, nullptr);
     Source source{&formatter, std::nullopt, QString(), *width, parser.isSet(options.pretty)};
     if (!readSource(files, *codec, *rules, source))
         return tool::BadInput;
-    return tool::writeLines(parser.value(options.output), render(source)) ? tool::Success
-                                                                          : tool::BadInput;
+    return tool::writeLines(output, render(source)) ? tool::Success : tool::BadInput;
 }

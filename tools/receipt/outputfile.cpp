@@ -134,4 +134,19 @@ bool writeFile(const QString &fileName, const QByteArray &content)
     });
 }
 
+bool keepsSources(const QStringList &outputs, const QStringList &sources)
+{
+    for (const QString &output : outputs) {
+        for (const QString &source : sources) {
+            // Two that don't exist are the same for Qt, and standard input is "-".
+            if (!QFileInfo::exists(output) || QFileInfo(output) != QFileInfo(source))
+                continue;
+            complain(QStringLiteral("%1: what is written is made of this file; choose another name")
+                         .arg(output));
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace tool

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 class QIODevice;
@@ -19,5 +20,9 @@ bool writeFile(const QString &fileName,
 
 /// The same with this content.
 bool writeFile(const QString &fileName, const QByteArray &content);
+
+/// Complains and gives false if one of the files that are to be written is there and is one of
+/// those that they are made of.
+bool keepsSources(const QStringList &outputs, const QStringList &sources);
 
 }  // namespace tool
