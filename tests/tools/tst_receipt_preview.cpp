@@ -1,4 +1,7 @@
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -497,6 +500,32 @@ private Q_SLOTS:
         QCOMPARE(run.errors.contains("receipt: " + file + ": the receipt takes \""), refused);
         QCOMPARE(QFileInfo::exists(file), !refused || file == picture);
         QCOMPARE(QImage(picture).size(), QImage(example("images/logo.png")).size());
+    }
+
+    void textUnderAPicturesNameIsKept()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("text.svg", "word\n");
+        const ReceiptRun run = runReceipt({"preview", "--plain", text, "--output", text});
+        QCOMPARE(run.errors, "receipt: " + text +
+                                 ": what is written is made of this file; choose another name\n");
+        QCOMPARE(run.status, 1);
+        QCOMPARE(folder.content("text.svg"), QByteArray("word\n"));
+    }
+
+    void picturesOfAllModelsStayInTheirFolder()
+    {
+        const WorkFolder folder;
+        for (const QString &id : {QString("../up"), QString("/up"), QString("contact-sheet")}) {
+            const QJsonArray models{QJsonObject{{"id", id}, {"like", "CUSTOM_VKP_80"}}};
+            const QString file = folder.file("models.json", QJsonDocument(models).toJson());
+            const ReceiptRun run = runReceipt(
+                grocery() + QStringList{"--models", file, "--all-models", folder.path("all")});
+            QCOMPARE(run.errors,
+                     "receipt: --all-models: \"" + id + "\" is no name for a model's picture\n");
+            QCOMPARE(run.status, 2);
+            QVERIFY(!QFile::exists(folder.path("up.png")));
+        }
     }
 
     void allModelsKeepThePictures()

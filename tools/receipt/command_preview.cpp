@@ -68,6 +68,7 @@ Paper longer than 1000000 dots (125 m) is an error, and so is a PNG higher than
 run, and of PDF in the same time zone.)";
 
 constexpr char usualModel[] = "CUSTOM_VKP_80";
+const QString sheetName = QStringLiteral("contact-sheet");
 
 struct Options
 {
@@ -120,6 +121,15 @@ bool addPrinter(const QCommandLineParser &parser, const tool::ShopSettings &shop
     return options.has_value();
 }
 
+/// Whether a model's picture stands in the folder of all of them, beside the sheet.
+bool canNamePicture(const QString &id)
+{
+    if (!id.contains(QLatin1Char('/')) && id != sheetName)
+        return true;
+    tool::complain(QStringLiteral("--all-models: \"%1\" is no name for a model's picture").arg(id));
+    return false;
+}
+
 bool addPrinters(const QCommandLineParser &parser, Request &request)
 {
     const auto paper = tool::paperOfEveryModel(parser);
@@ -129,7 +139,7 @@ bool addPrinters(const QCommandLineParser &parser, Request &request)
     for (const QString &id : ids) {
         const PrintTarget target = tool::targetOf(*tool::findModel(paper->models, id), *paper);
         const auto options = tool::printOptionsOfEach(parser, target.profile());
-        if (!options)
+        if (!options || !canNamePicture(id))
             return false;
         request.printers.push_back({target, *options});
     }
@@ -239,14 +249,9 @@ int drawOne(const Request &request, const tool::PreviewedReceipt &receipt, const
     return tool::Success;
 }
 
-QString pictureNameOf(const Request &request, const Printer &printer)
+QString pictureNameOf(const Request &request, const QString &name)
 {
-    return QDir(request.output).filePath(printer.id() + QStringLiteral(".png"));
-}
-
-QString sheetNameOf(const Request &request)
-{
-    return QDir(request.output).filePath(QStringLiteral("contact-sheet.png"));
+    return QDir(request.output).filePath(name + QStringLiteral(".png"));
 }
 
 /// Draws a receipt as each of the models prints it, and puts it on the sheet.
@@ -261,7 +266,7 @@ bool drawEach(const Request &request, const tool::PreviewedReceipt &receipt,
         const auto layout = layOut(request, receipt, printer, warnings);
         if (!layout ||
             !tool::writePicture(*tool::pictureForm(QStringLiteral("png")), *layout, typeface,
-                                request.scale, pictureNameOf(request, printer)))
+                                request.scale, pictureNameOf(request, printer.id())))
             return false;
         sheet.add(printer.id(), *layout);
         line.show(++done, all);
@@ -280,15 +285,15 @@ int drawAll(const Request &request, const tool::PreviewedReceipt &receipt, const
     receiptpreview::ContactSheet sheet(typeface);
     if (!drawEach(request, receipt, typeface, sheet))
         return tool::BadInput;
-    const QString sheetName = sheetNameOf(request);
+    const QString sheetFile = pictureNameOf(request, sheetName);
     const QImage image = sheet.image();
-    if (!tool::writeFile(sheetName,
+    if (!tool::writeFile(sheetFile,
                          [&](QIODevice &device, QString *) { return image.save(&device, "PNG"); }))
         return tool::BadInput;
     tool::print(QStringLiteral("%1: %2 models; all of them small: %3")
                     .arg(request.output)
                     .arg(request.printers.size())
-                    .arg(sheetName));
+                    .arg(sheetFile));
     return tool::Success;
 }
 
@@ -296,9 +301,9 @@ QStringList outputsOf(const Request &request)
 {
     if (!request.takesAll)
         return {request.output};
-    QStringList outputs{sheetNameOf(request)};
+    QStringList outputs{pictureNameOf(request, sheetName)};
     for (const Printer &printer : request.printers)
-        outputs.append(pictureNameOf(request, printer));
+        outputs.append(pictureNameOf(request, printer.id()));
     return outputs;
 }
 
