@@ -128,15 +128,11 @@ bool setDrawer(const QCommandLineParser &parser, const Options &options, Request
             tool::complain(QStringLiteral("--drawer-pin needs --drawer"));
         return !parser.isSet(options.drawerPin);
     }
-    const QString when = parser.value(options.drawer);
-    for (const DrawerRow &row : drawerRows) {
-        if (when == QLatin1String(row.name)) {
-            request.options.drawer = row.drawer;
-            return true;
-        }
-    }
-    tool::complain(QStringLiteral("--drawer: \"%1\" is none of before, after").arg(when));
-    return false;
+    const DrawerRow *row = tool::chosenRow(parser, options.drawer.names().constFirst(), drawerRows);
+    if (row == nullptr)
+        return false;
+    request.options.drawer = row->drawer;
+    return true;
 }
 
 bool setEnd(const QCommandLineParser &parser, const Options &options,
