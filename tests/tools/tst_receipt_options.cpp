@@ -227,6 +227,13 @@ private Q_SLOTS:
             << QStringList{"preview", "--bbcode", file, "--margin", "1"} << margin;
         QTest::newRow("a saved document has no margin")
             << QStringList{"preview", "--document", file, "--margin", "1"} << margin;
+        const QString images = "--images needs --bbcode";
+        const QStringList folder{"--images", example("images")};
+        QTest::newRow("a text has no pictures")
+            << QStringList{"preview", "--plain", file} + folder << images;
+        QTest::newRow("a template has no pictures") << call("print") + folder << images;
+        QTest::newRow("a saved document has its pictures")
+            << QStringList{"print", "--document", file, "--dry-run"} + folder << images;
         // Without a model the greatest numbers of any model hold.
         const QStringList all{"preview", "--plain", file, "--all-models", m_folder.path("all")};
         QTest::newRow("paper of all models")

@@ -78,6 +78,17 @@ QStringList sourceFilesOf(const QCommandLineParser &parser)
     return {};
 }
 
+/// Complains and gives false if --images names no folder, or has nothing to find there.
+bool isImageFolder(const QCommandLineParser &parser, bool isBbCode)
+{
+    if (!isFolder(parser, imagesOfTextOption()))
+        return false;
+    const bool isUsed = isBbCode || !parser.isSet(imagesOfTextOption());
+    if (!isUsed)
+        complain(QStringLiteral("--images needs --bbcode"));
+    return isUsed;
+}
+
 /// Whether two names are of sets that show the same.
 bool isSameSet(const CodePage &one, const QString &name)
 {
@@ -151,7 +162,7 @@ std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
     const bool isDocument = parser.isSet(documentOption());
     const bool isTemplate = !parser.positionalArguments().isEmpty();
     const bool hasSymbols = isFolder(parser, symbolsOption());
-    const bool hasImages = isFolder(parser, imagesOfTextOption());
+    const bool hasImages = isImageFolder(parser, isBbCode);
     const auto margin = marginOf(parser, !isBbCode && !isDocument);
     const auto rules = cleaningRulesOf(parser, isTemplate);
     if (!hasSymbols || !hasImages || !margin || !rules || !readsInputOnce(files) ||
