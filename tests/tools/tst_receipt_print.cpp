@@ -408,6 +408,15 @@ private Q_SLOTS:
                  qPrintable(run.output));
     }
 
+    void characterSetPrevailsOverOneThatTheModelLacks()
+    {
+        const QString settings = m_folder.file("settings.json", settingsOf({}, {{"cpage", 250}}));
+        const ReceiptRun run = runReceipt({"print", "--plain", textFile("x\n"), "--settings",
+                                           settings, "--code-page", "cp850", "--dry-run"});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+    }
+
     void caseOfTheSettingsIsPrinted()
     {
         const QString settings = m_folder.file("settings.json", settingsOf({{"characterMode", 1}}));
@@ -477,6 +486,9 @@ private Q_SLOTS:
             << settingsOf({}, {}, "NONE")
             << "settings.json: the item \"printerName\": there is no model \"NONE\"; see \"receipt "
                "models\"";
+        QTest::newRow("character set that the model lacks")
+            << settingsOf({}, {{"cpage", 250}})
+            << "settings.json: the item \"cpage\": the model has no character set 250; it has: 0 (";
         QTest::newRow("of a system printer")
             << settingsOf({}, {}, "office", 2) << "these aren't the settings of a text printer";
     }

@@ -173,7 +173,8 @@ bool setCharacters(const QCommandLineParser &parser, const Options &options, Req
     const QMap<int, QString> known = request.profile.codePages();
     if (known.contains(*codePage))
         return true;
-    tool::complainOfCharacterSet(parser.value(options.codePage), known);
+    tool::complainOfCharacterSet(QStringLiteral("--code-page"), parser.value(options.codePage),
+                                 known);
     return false;
 }
 

@@ -46,15 +46,6 @@ QCommandLineOption imagesOfTextOption()
     return imagesOption(QStringLiteral("that of the text"));
 }
 
-QCommandLineOption characterSetOption()
-{
-    return {QStringLiteral("code-page"),
-            QStringLiteral("The printer's character set that text begins with and raw codes from "
-                           "128 show: its name, such as cp866, or the number that the printer has "
-                           "for it; default, and 0: the model's own."),
-            QStringLiteral("SET"), QStringLiteral("0")};
-}
-
 QCommandLineOption asPictureOption()
 {
     return {QStringLiteral("as-picture"),
@@ -186,6 +177,15 @@ PrintTarget targetOf(const PrinterInfo &model, const ChosenPaper &paper)
     return PrintTarget(profile.value_or(PrinterProfile()), model, paper.paper, paper.font);
 }
 
+QCommandLineOption characterSetOption()
+{
+    return {QStringLiteral("code-page"),
+            QStringLiteral("The printer's character set that text begins with and raw codes from "
+                           "128 show: its name, such as cp866, or the number that the printer has "
+                           "for it; default, and 0: the model's own."),
+            QStringLiteral("SET"), QStringLiteral("0")};
+}
+
 QList<QCommandLineOption> printOptions()
 {
     return {characterSetOption(), asPictureOption()};
@@ -202,7 +202,7 @@ std::optional<PrintOptions> printOptionsOf(const QCommandLineParser &parser,
     if (set.number)
         return optionsWith(parser, *set.number, otherwise);
     if (set.isAny)
-        complainOfCharacterSet(name, profile.codePages());
+        complainOfCharacterSet(QStringLiteral("--code-page"), name, profile.codePages());
     else
         complainOfEncoding(name);
     return std::nullopt;
@@ -219,13 +219,14 @@ std::optional<PrintOptions> printOptionsOfEach(const QCommandLineParser &parser,
     return std::nullopt;
 }
 
-void complainOfCharacterSet(const QString &set, const QMap<int, QString> &known)
+void complainOfCharacterSet(const QString &place, const QString &set,
+                            const QMap<int, QString> &known)
 {
     QStringList sets;
     for (auto page = known.begin(); page != known.end(); ++page)
         sets.append(QStringLiteral("%1 (%2)").arg(page.key()).arg(*page));
-    complain(QStringLiteral("--code-page: the model has no character set %1; it has: %2")
-                 .arg(set, sets.join(QStringLiteral(", "))));
+    complain(QStringLiteral("%1: the model has no character set %2; it has: %3")
+                 .arg(place, set, sets.join(QStringLiteral(", "))));
 }
 
 }  // namespace tool

@@ -32,7 +32,9 @@ std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser);
 /// What a receipt is printed on.
 printerslib::drivers::PrintTarget targetOf(const PrinterInfo &model, const ChosenPaper &paper);
 
-/// The options --code-page and --as-picture.
+/// The option --code-page, the character set that text begins with.
+QCommandLineOption characterSetOption();
+/// That option, and --as-picture.
 QList<QCommandLineOption> printOptions();
 /// What these say. Complains and gives nothing for a character set that the model lacks.
 /// @param otherwise what the options don't say
@@ -45,6 +47,8 @@ std::optional<printerslib::drivers::PrintOptions> printOptionsOfEach(
     const QCommandLineParser &parser, const printerslib::drivers::PrinterProfile &profile);
 
 /// Complains of a character set that a model lacks, and names those that it has.
-void complainOfCharacterSet(const QString &set, const QMap<int, QString> &known);
+/// @param place where it is asked for
+void complainOfCharacterSet(const QString &place, const QString &set,
+                            const QMap<int, QString> &known);
 
 }  // namespace tool

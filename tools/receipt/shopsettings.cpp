@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "printoptions.h"
 #include "settings/textprintersettings.h"
 #include "settingslist.h"
 #include "support.h"
@@ -34,6 +35,27 @@ bool hasBaudRate(const QList<SettingsItem> &items)
     return std::any_of(items.begin(), items.end(), [](const SettingsItem &item) {
         return text(item, "key") == QLatin1String("baudRate");
     });
+}
+
+/// Complains and gives false if the settings name a model or a character set that isn't there.
+bool suitModels(const QCommandLineParser &parser, TextPrinterSettings &settings,
+                const PrinterModels &models)
+{
+    const QString file = parser.value(settingsOption());
+    const auto profile = models.profile(settings.printerId());
+    if (!profile) {
+        complain(QStringLiteral("%1: the item \"printerName\": there is no model \"%2\"; see "
+                                "\"receipt models\"")
+                     .arg(file, settings.printerId()));
+        return false;
+    }
+    const int set = settings.codePage();
+    const QMap<int, QString> known = profile->codePages();
+    if (set == 0 || known.contains(set) || parser.isSet(characterSetOption()))
+        return true;
+    complainOfCharacterSet(QStringLiteral("%1: the item \"cpage\"").arg(file), QString::number(set),
+                           known);
+    return false;
 }
 
 }  // namespace
@@ -105,14 +127,8 @@ std::optional<ShopSettings> shopSettingsOf(const QCommandLineParser &parser)
                      .arg(file));
         return std::nullopt;
     }
-    if (!takeSettingsItems(file, *items, *settings))
+    if (!takeSettingsItems(file, *items, *settings) || !suitModels(parser, *settings, *models))
         return std::nullopt;
-    if (!models->profile(settings->printerId())) {
-        complain(QStringLiteral("%1: the item \"printerName\": there is no model \"%2\"; see "
-                                "\"receipt models\"")
-                     .arg(file, settings->printerId()));
-        return std::nullopt;
-    }
     // The engine asks them for the case of texts.
     IPrintDeviceSettings::setPrintDeviceSettings(settings);
     return ShopSettings(*models, settings, hasBaudRate(*items));
