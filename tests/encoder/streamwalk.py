@@ -42,8 +42,9 @@ class Printer:
     drawers: int = 2
 
 
-# Those of kiosks have no connector for a drawer. Models without a manual are taken for printers of Epson's protocol. Where a manual doesn't say how far the
-# cutter is it is 11 mm, less than in any printer of this kind: no stream may cut nearer to its last line.
+# Those of kiosks have no connector for a drawer. Models without a manual are taken for printers of
+# Epson's protocol. Where a manual doesn't say how far the cutter is it is 11 mm, less than in any
+# printer of this kind: no stream may cut nearer to its last line.
 PRINTERS = {
     'GENERAL_EPSON_PROTOCOL': Printer(),
     # VKP80II and TG2480 command references: 204 dots to the inch, feed in half dots; 11.9 mm to the cutter.
@@ -249,6 +250,14 @@ class Walk:
 
     # What commands of all dialects come to.
 
+    def on_or_off(self, n):
+        if n > 1:
+            self.fault(f'{n} where there is on and off')
+
+    def off(self, n):
+        if n:
+            self.fault(f'{n} for what our receipts don\'t have')
+
     def reset(self):
         if self.end > 0:
             self.fault('a reset throws a line away')
@@ -401,14 +410,6 @@ class EscPos(Walk):
     def is_harmless(self, pattern, at):
         # GS ( D knows of nothing but DLE DC4 1 and 2.
         return pattern == DLE + DC4 and self.switched_off >= {1, 2} and self.data[at + 2:at + 3] not in (b'\3', b'\7', b'\x08')
-
-    def on_or_off(self, n):
-        if n > 1:
-            self.fault(f'{n} where there is on and off')
-
-    def off(self, n):
-        if n:
-            self.fault(f'{n} for what our receipts don\'t have')
 
     def below_three(self, n):
         if n > 2:
@@ -666,14 +667,6 @@ class Star(Walk):
         self.alignment = 0
         super().__init__(printer, data, job)
 
-    def off(self, n):
-        if n:
-            self.fault(f'{n} for what our receipts don\'t have')
-
-    def on_or_off(self, n):
-        if n > 1:
-            self.fault(f'{n} where there is on and off')
-
     def align(self, n):
         self.alignment = n & 15
         if n not in (0, 1, 2, 0x30, 0x31, 0x32):
@@ -843,10 +836,6 @@ class Swecoin(Walk):
         ESC + RS: (0, 'cut'), ESC + FF: (1, None),
     }
 
-    def on_or_off(self, n):
-        if n > 1:
-            self.fault(f'{n} where there is on and off')
-
     def choose_font(self, number):
         super().choose_font(number & 15)
 
@@ -883,17 +872,13 @@ class Swecoin(Walk):
 
     def row(self, count):
         if count == 0:
-            return self.packing(*self.take(1))
-        return self.dot_row(self.take(count))
+            self.packing(*self.take(1))
+        else:
+            data = self.take(count)
+            self.strip(8 * count, 1, count, 1 if any(data) else 0)
 
     def long_row(self, high, low):
-        count = 256 * high + low
-        if count == 0:
-            return self.packing(*self.take(1))
-        return self.dot_row(self.take(count))
-
-    def dot_row(self, data):
-        self.strip(8 * len(data), 1, len(data), 1 if any(data) else 0)
+        self.row(256 * high + low)
 
     def cut_and_eject(self):
         self.cut()
