@@ -194,14 +194,16 @@ QStringList missingKeys(const QString &path)
 
 int main(int argumentCount, char *arguments[])
 {
+    const int status =
+        pagetables::refresh(argumentCount, arguments, "model-tables",
+                            {{QStringLiteral("models: printing"), tableOf(printingColumns)},
+                             {QStringLiteral("models: handling"), tableOf(handlingColumns)},
+                             {QStringLiteral("models: code pages"), tableOf(pageColumns)},
+                             {QStringLiteral("models: sources"), sourcesTable()}});
+    if (status != 0)
+        return status;
     const QStringList missing = missingKeys(QString::fromLocal8Bit(arguments[argumentCount - 1]));
     for (const QString &key : missing)
         std::fprintf(stderr, "model-tables: the page doesn't tell of \"%s\"\n", qPrintable(key));
-    if (!missing.isEmpty())
-        return 1;
-    return pagetables::refresh(argumentCount, arguments, "model-tables",
-                               {{QStringLiteral("models: printing"), tableOf(printingColumns)},
-                                {QStringLiteral("models: handling"), tableOf(handlingColumns)},
-                                {QStringLiteral("models: code pages"), tableOf(pageColumns)},
-                                {QStringLiteral("models: sources"), sourcesTable()}});
+    return missing.isEmpty() ? 0 : 1;
 }
