@@ -54,6 +54,23 @@ inline DocumentBlock textBlock(const QString &text, ETextAlignment alignment = A
                                             QByteArray(1, static_cast<char>(format)), spacing, 0);
 }
 
+inline DocumentBlock barcodeBlock(int number, const QByteArray &payload,
+                                  ETextAlignment alignment = AlignLeft)
+{
+    DocumentBlock block;
+    block.setBarCode(payload, static_cast<DocumentBlock::EBarcodeType>(number));
+    block.setAlignment(alignment);
+    return block;
+}
+
+inline DocumentBlock qrBlock(const QByteArray &payload, ETextAlignment alignment = AlignLeft)
+{
+    DocumentBlock block;
+    block.setQrCode(payload);
+    block.setAlignment(alignment);
+    return block;
+}
+
 inline PrintLayout layoutOf(const DocumentBlock &block, const PrintTarget &target,
                             const PrintOptions &options = {})
 {

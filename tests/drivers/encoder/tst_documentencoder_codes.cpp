@@ -7,23 +7,6 @@ using namespace printedpaper;
 
 namespace {
 
-DocumentBlock barcodeBlock(int number, const QByteArray &payload,
-                           ETextAlignment alignment = AlignLeft)
-{
-    DocumentBlock block;
-    block.setBarCode(payload, static_cast<DocumentBlock::EBarcodeType>(number));
-    block.setAlignment(alignment);
-    return block;
-}
-
-DocumentBlock qrBlock(const QByteArray &payload, ETextAlignment alignment = AlignLeft)
-{
-    DocumentBlock block;
-    block.setQrCode(payload);
-    block.setAlignment(alignment);
-    return block;
-}
-
 struct Payload
 {
     int number;

@@ -70,13 +70,6 @@ QMap<int, QString> symbologiesOfThePage()
     return symbologies;
 }
 
-DocumentBlock barcodeBlock(int number, const QByteArray &payload)
-{
-    DocumentBlock block;
-    block.setBarCode(payload, static_cast<DocumentBlock::EBarcodeType>(number));
-    return block;
-}
-
 EncodedDocument encoded(const TextPrinterDocument &document, const char *model,
                         const PrintOptions &options = {})
 {

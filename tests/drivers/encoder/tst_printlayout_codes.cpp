@@ -14,18 +14,7 @@ const char general[] = "GENERAL_EPSON_PROTOCOL";  // 384 and 576 dots
 
 DocumentBlock barcode(const QByteArray &payload, int type = 7, ETextAlignment alignment = AlignLeft)
 {
-    DocumentBlock block;
-    block.setBarCode(payload, static_cast<DocumentBlock::EBarcodeType>(type));
-    block.setAlignment(alignment);
-    return block;
-}
-
-DocumentBlock qrCode(const QByteArray &payload, ETextAlignment alignment = AlignLeft)
-{
-    DocumentBlock block;
-    block.setQrCode(payload);
-    block.setAlignment(alignment);
-    return block;
+    return barcodeBlock(type, payload, alignment);
 }
 
 /// What can be printed in each symbology.
@@ -84,7 +73,7 @@ private Q_SLOTS:
 
     void qrCodeStandsInItsQuietZone()
     {
-        const PrintLayout layout = layoutOf(qrCode("abc"), targetOf(general));
+        const PrintLayout layout = layoutOf(qrBlock("abc"), targetOf(general));
         QCOMPARE(textsOf(layout), (QStringList{"[feed 24]", "[code]", "[feed 24]"}));
         const Paper::Code code = layout.codes.first();
         QCOMPARE(code.symbology, Symbology::QrCode);
@@ -220,14 +209,14 @@ private Q_SLOTS:
 
     void qrCodeThatIsTooLargeIsAFault()
     {
-        const PrintLayout empty = layoutOf(qrCode(""), targetOf(general));
+        const PrintLayout empty = layoutOf(qrBlock(""), targetOf(general));
         QCOMPARE(notesOf(empty), QStringList{"block 1: QR code: The payload is empty"});
-        const PrintLayout layout = layoutOf(qrCode(QByteArray(2954, '\xFF')), targetOf(general));
+        const PrintLayout layout = layoutOf(qrBlock(QByteArray(2954, '\xFF')), targetOf(general));
         QCOMPARE(textsOf(layout), QStringList{"[fault]"});
         QCOMPARE(layout.faults.first().what, QString("QR code"));
         QCOMPARE(layout.notes.size(), 1);
         // The largest code is 177 modules; two dots each are 354.
-        const PrintLayout largest = layoutOf(qrCode(QByteArray(2953, '\xFF')), targetOf(general));
+        const PrintLayout largest = layoutOf(qrBlock(QByteArray(2953, '\xFF')), targetOf(general));
         QCOMPARE(largest.codes.first().module, QSize(2, 2));
         QCOMPARE(notesOf(largest), QStringList());
     }
@@ -277,7 +266,7 @@ private Q_SLOTS:
         QFETCH(int, bytes);
         QFETCH(int, modules);
         QFETCH(int, dots);
-        const PrintLayout layout = layoutOf(qrCode(QByteArray(bytes, '\xFE')), targetOf(general));
+        const PrintLayout layout = layoutOf(qrBlock(QByteArray(bytes, '\xFE')), targetOf(general));
         QCOMPARE(layout.codes.first().modules.width(), modules);
         QCOMPARE(layout.codes.first().module, QSize(dots, dots));
         QCOMPARE(layout.rows.front().height, 4 * dots);
@@ -291,7 +280,7 @@ private Q_SLOTS:
         QSet<char> levels;
         for (int size = 1; size < 200; size += 3) {
             const PrintLayout layout =
-                layoutOf(qrCode(QByteArray(size, '\xFE')), targetOf(general));
+                layoutOf(qrBlock(QByteArray(size, '\xFE')), targetOf(general));
             const Paper::Code code = layout.codes.first();
             Paper::Code again = code;
             drawer.draw(again);
@@ -399,7 +388,7 @@ private Q_SLOTS:
         QFETCH(bool, isDrawn);
         const QString facts = R"("drawnCodes": {"qrCode": 2953}, "mostModule": 6)";
         const PrintTarget target = changedTarget(qPrintable(model), qPrintable(facts));
-        const PrintLayout layout = layoutOf(qrCode(first + QByteArray(size - 1, '7')), target);
+        const PrintLayout layout = layoutOf(qrBlock(first + QByteArray(size - 1, '7')), target);
         QCOMPARE(isDrawnByPrinter(target.profile(), layout.codes.first()), isDrawn);
     }
 
@@ -407,10 +396,10 @@ private Q_SLOTS:
     {
         const PrintTarget small = changedTarget(general, R"("leastModule": 1, "mostModule": 2)");
         QCOMPARE(layoutOf(barcode("ab"), small).codes.first().module.width(), 2);
-        QCOMPARE(layoutOf(qrCode("ab"), small).codes.first().module.width(), 2);
+        QCOMPARE(layoutOf(qrBlock("ab"), small).codes.first().module.width(), 2);
         // What it can't draw in any of these goes as a picture.
         const PrintTarget large = changedTarget(general, R"("leastModule": 7, "mostModule": 8)");
-        const PrintLayout layout = layoutOf(qrCode("ab"), large);
+        const PrintLayout layout = layoutOf(qrBlock("ab"), large);
         QCOMPARE(layout.codes.first().module.width(), 6);
         QVERIFY(!isDrawnByPrinter(large.profile(), layout.codes.first()));
     }
@@ -437,7 +426,7 @@ private Q_SLOTS:
     void payloadOfABlockIsDecoded()
     {
         const QByteArray bytes("\x01\x00\xFFq", 4);
-        QCOMPARE(layoutOf(qrCode(bytes), targetOf(general)).codes.first().payload, bytes);
+        QCOMPARE(layoutOf(qrBlock(bytes), targetOf(general)).codes.first().payload, bytes);
     }
 };
 
