@@ -352,6 +352,20 @@ private Q_SLOTS:
         QCOMPARE(folder.content("own.json"), QByteArray("{}"));
     }
 
+    void fileThatIsNamedLikeStandardInputIsReplaced()
+    {
+        const WorkFolder folder;
+        folder.file("-", "old");
+        QProcess process;
+        process.setWorkingDirectory(folder.path(""));
+        process.start(RECEIPT_PROGRAM, {"render", "--plain", "-", "--output", "-"});
+        process.write("new\n");
+        const ReceiptRun run = finished(process);
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+        QCOMPARE(folder.content("-"), QByteArray("new\n"));
+    }
+
     void widthComesFromTheModel_data()
     {
         QTest::addColumn<QStringList>("options");

@@ -138,8 +138,9 @@ bool keepsSources(const QStringList &outputs, const QStringList &sources)
 {
     for (const QString &output : outputs) {
         for (const QString &source : sources) {
-            // Two that don't exist are the same for Qt, and standard input is "-".
-            if (!QFileInfo::exists(output) || QFileInfo(output) != QFileInfo(source))
+            // Standard input is no file, and two that don't exist are the same for Qt.
+            const bool isFile = source != QLatin1String("-") && QFileInfo::exists(output);
+            if (!isFile || QFileInfo(output) != QFileInfo(source))
                 continue;
             complain(QStringLiteral("%1: what is written is made of this file; choose another name")
                          .arg(output));
