@@ -23,15 +23,6 @@ namespace {
 constexpr mode_t groupMayUse = S_IRGRP | S_IWGRP;
 constexpr off_t greatestLockFile = 4096;  // bytes; they hold a number and two names
 
-/// Where a port lies, as QSerialPort reads its name.
-QString locationOf(const QString &name)
-{
-    const auto begins = [&name](const char *start) {
-        return name.startsWith(QLatin1String(start));
-    };
-    return begins("/") || begins("./") || begins("../") ? name : QStringLiteral("/dev/") + name;
-}
-
 bool isAlive(qint64 process)
 {
     return process > 0 && (::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM);
@@ -72,6 +63,14 @@ PortUse::PortUse(const QString &name)
       m_canonicalPath(QFileInfo(m_location).canonicalFilePath()),
       m_reason(look())
 {}
+
+QString PortUse::locationOf(const QString &name)
+{
+    const auto begins = [&name](const char *start) {
+        return name.startsWith(QLatin1String(start));
+    };
+    return begins("/") || begins("./") || begins("../") ? name : QStringLiteral("/dev/") + name;
+}
 
 QString PortUse::look()
 {

@@ -22,6 +22,8 @@ public:
     /// Why not, for example "/dev/ttyS0 is held by process 4711 (tillservice)".
     QString reason() const { return m_reason; }
 
+    /// Where a port lies, as QSerialPort reads its name: "ttyS0" is in /dev.
+    static QString locationOf(const QString &name);
     /// The lock file that QSerialPort makes for a path; empty if there is no folder for it.
     static QString lockFilePath(const QString &path);
 

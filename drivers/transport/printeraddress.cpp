@@ -16,6 +16,7 @@
 
 #include "hearth/rs232portsettings.h"
 #include "transport/devicefault_p.h"
+#include "transport/portuse_p.h"
 
 namespace printerslib::drivers {
 
@@ -161,14 +162,6 @@ QString escaped(const QString &text)
     return QString::fromLatin1(QUrl::toPercentEncoding(text, "/:@+,="));
 }
 
-/// As QSerialPort reads names: "ttyS0" is in /dev.
-QString inDev(const QString &path)
-{
-    const bool isPath = path.startsWith(QLatin1Char('/')) || path.startsWith(QLatin1String("./")) ||
-                        path.startsWith(QLatin1String("../"));
-    return isPath ? path : QStringLiteral("/dev/") + path;
-}
-
 QString hexadecimalOf(quint16 number)
 {
     return QStringLiteral("%1").arg(number, digitsOfUsbNumber, hexadecimal, QLatin1Char('0'));
@@ -277,7 +270,7 @@ bool AddressReader::readPath(const QString &text)
     // "file:///tmp/x" and "/tmp/x" are one path.
     while (path.startsWith(QLatin1String("//")))
         path.remove(0, 1);
-    m_address.m_text = m_address.m_kind == Kind::File ? path : inDev(path);
+    m_address.m_text = m_address.m_kind == Kind::File ? path : PortUse::locationOf(path);
     return true;
 }
 
