@@ -80,10 +80,11 @@ TransportError noDeviceFile(const PrinterAddress &address, const UsbPrinter &pri
 {
     Circumstances device;
     device.path = address.toString();
-    device.isHeldByCups =
-        deviceholder::isHeldByCups(roots.dev + QStringLiteral("/usb/lp"), roots.proc);
-    if (printer.driver == QLatin1String(driverOfPrograms))
+    if (printer.driver == QLatin1String(driverOfPrograms)) {
+        device.isHeldByCups =
+            deviceholder::isHeldByCups(roots.dev + QStringLiteral("/usb/lp"), roots.proc);
         return held(device);
+    }
     return {
         Fault::NotFound,
         QStringLiteral("%1 is plugged in, but has no device file: the system's driver \"usblp\" "
