@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QSerialPortInfo>
 #include <QVector>
+#include <algorithm>
 
 #include "printdevicefinder/printdevicefinder.h"
 #include "transport/portuse_p.h"
@@ -49,6 +50,7 @@ public:
 
 private:
     const PortUse &lookAt(const QString &portName);
+    QString canonicalPathOf(const QString &portName) const;
     void confirmNext();
     void makeFinder();
     void dropFinder();
@@ -83,6 +85,15 @@ const PortUse &PrinterSearch::State::lookAt(const QString &portName)
 {
     m_ports.append(PortUse(portName));
     return m_ports.constLast();
+}
+
+/// Of a port that was looked at.
+QString PrinterSearch::State::canonicalPathOf(const QString &portName) const
+{
+    const auto *const port =
+        std::find_if(m_ports.cbegin(), m_ports.cend(),
+                     [&portName](const PortUse &one) { return one.name() == portName; });
+    return port == m_ports.cend() ? QString() : port->canonicalPath();
 }
 
 void PrinterSearch::State::search(const QStringList &portNames)
@@ -125,7 +136,7 @@ void PrinterSearch::State::confirmNext()
     QList<PrintDeviceInfo> later;
     QStringList paths;
     for (const PrintDeviceInfo &record : qAsConst(m_waiting)) {
-        const QString path = PortUse(record.settings().portName()).canonicalPath();
+        const QString path = canonicalPathOf(record.settings().portName());
         (paths.contains(path) ? later : now).append(record);
         paths.append(path);
     }
