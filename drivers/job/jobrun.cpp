@@ -311,7 +311,6 @@ void JobRun::startWaitTimer()
 void JobRun::timeIsOver()
 {
     if (m_step == Step::Confirming && !m_proof.isBegun()) {
-        m_record.isOpen = false;
         finish(Outcome::Sent, Reason::None, {});
     } else if (m_step == Step::Confirming) {
         askWhy();
@@ -329,6 +328,9 @@ void JobRun::timeIsOver()
                      QStringLiteral("the printer didn't answer within %1 s: it is off, its cable "
                                     "is out, or it can't take data")
                          .arg(secondsText(m_parts.options.statusMilliseconds)));
+    } else if (m_step == Step::Holding) {
+        m_step = Step::LockingAgain;
+        m_parts.lock->acquire();
     }
 }
 
@@ -357,12 +359,14 @@ void JobRun::beginSending()
 {
     m_step = Step::Sending;
     m_isPaused = false;
+    QByteArray ownBytes;
     if (canAsk() && m_parts.profile.dialect() == Dialect::EscPos) {
-        m_stream.insert(m_dialogue.ask(StatusQuestion::Automatic));
+        ownBytes = m_dialogue.ask(StatusQuestion::Automatic);
         m_automaticOff = m_dialogue.automaticOff();
     }
     if (canAsk() && m_parts.options.confirms)
-        m_stream.insert(m_proof.beginDocument(m_record));
+        ownBytes += m_proof.beginDocument(m_record);
+    m_stream.insert(ownBytes);
     m_base = m_parts.transport->bytesWritten() + m_parts.transport->bytesToWrite();
     m_limit = m_stream.size();
     handOver();
@@ -420,8 +424,7 @@ void JobRun::sendingTook()
 
 bool JobRun::isBlocked() const
 {
-    const PrinterStatus status = m_dialogue.status();
-    return (status.flags() & blockingFlags) != PrinterStatus::Flags();
+    return (m_dialogue.status().flags() & blockingFlags) != PrinterStatus::Flags();
 }
 
 void JobRun::watchWhileSending()
@@ -577,8 +580,7 @@ void JobRun::askWhy()
 void JobRun::whyIsAnswered()
 {
     m_timer.stop();
-    const bool isWell = m_dialogue.status().canPrint();
-    if (isWell) {
+    if (m_dialogue.status().canPrint()) {
         m_proof.giveUp(m_record, true);
         m_record.isOpen = false;
         finish(Outcome::Sent, Reason::NoConfirmation,
@@ -624,7 +626,6 @@ void JobRun::endEarly(Reason reason, const QString &text)
 
 void JobRun::finish(Outcome outcome, Reason reason, const QString &text)
 {
-    const bool hasTurn = m_parts.lock->isHeld();
     m_step = Step::Finished;
     stopTimers();
     m_parts.transport->close();
@@ -636,17 +637,12 @@ void JobRun::finish(Outcome outcome, Reason reason, const QString &text)
         m_result.block = place.block;
         m_result.line = place.line;
     }
-    if (hasTurn && m_handed > 0)
+    if (m_handed > 0)
         keepRecord();
     m_parts.lock->release();
     const EncodedDocument &document = m_parts.document;
     if (m_result.isSent() && document.retractAfterSeconds > 0 && !document.retraction.isEmpty()) {
         m_step = Step::Holding;
-        m_timer.disconnect(this);
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            m_step = Step::LockingAgain;
-            m_parts.lock->acquire();
-        });
         constexpr int mostSeconds = 86400;
         m_timer.start(std::min(document.retractAfterSeconds, mostSeconds) * m_parts.second);
     }
