@@ -41,13 +41,12 @@ JobRun::JobRun(Parts parts)
                       &options.pollMilliseconds, &options.cancelMilliseconds})
         *time = std::max(1, *time);
     m_result.totalBytes = m_parts.document.bytes.size();
-    for (QTimer *timer : {&m_timer, &m_pollTimer, &m_stuckTimer, &m_waitTimer, &m_tellTimer})
+    for (QTimer *timer : {&m_timer, &m_pollTimer, &m_stuckTimer, &m_waitTimer})
         timer->setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &JobRun::timeIsOver);
     connect(&m_pollTimer, &QTimer::timeout, this, &JobRun::pollAgain);
     connect(&m_stuckTimer, &QTimer::timeout, this, &JobRun::lineIsStuck);
     connect(&m_waitTimer, &QTimer::timeout, this, &JobRun::waitIsOver);
-    connect(&m_tellTimer, &QTimer::timeout, this, &JobRun::tellNext);
     connectLock();
     connectTransport();
 }
@@ -702,10 +701,11 @@ void JobRun::stopTimers()
         timer->stop();
 }
 
-void JobRun::tell(std::function<void()> signal)
+/// Out of the event loop, one signal at a time, and none any more once a slot has deleted this.
+template <typename Signal>
+void JobRun::tell(Signal signal)
 {
-    m_told.push_back(std::move(signal));
-    m_tellTimer.start(0);
+    QMetaObject::invokeMethod(this, std::move(signal), Qt::QueuedConnection);
 }
 
 void JobRun::tellNote(const QString &text)
@@ -722,18 +722,6 @@ void JobRun::tellProgress()
         m_isProgressTold = true;
         Q_EMIT progress(m_result.sentBytes, m_result.totalBytes);
     });
-}
-
-/// Nothing is touched behind the signal.
-void JobRun::tellNext()
-{
-    if (m_told.empty())
-        return;
-    const std::function<void()> signal = std::move(m_told.front());
-    m_told.pop_front();
-    if (!m_told.empty())
-        m_tellTimer.start(0);
-    signal();
 }
 
 }  // namespace printerslib::drivers

@@ -2,8 +2,6 @@
 
 #include <QObject>
 #include <QTimer>
-#include <deque>
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -17,8 +15,8 @@
 
 namespace printerslib::drivers {
 
-/// The steps of a job. What it tells stands in a queue that the event loop empties, one signal at a
-/// time, so that no step goes on behind a slot that has deleted it.
+/// The steps of a job. What it tells comes out of the event loop, so that no step goes on behind a
+/// slot that has deleted it.
 class JobRun : public QObject
 {
     Q_OBJECT
@@ -118,10 +116,10 @@ private:
     void stopTimers();
     void endEarly(Reason reason, const QString &text);
     void finish(Outcome outcome, Reason reason, const QString &text);
-    void tell(std::function<void()> signal);
+    template <typename Signal>
+    void tell(Signal signal);
     void tellNote(const QString &text);
     void tellProgress();
-    void tellNext();
 
     Parts m_parts;
     JobStream m_stream;
@@ -146,8 +144,6 @@ private:
     QTimer m_pollTimer{this};
     QTimer m_stuckTimer{this};
     QTimer m_waitTimer{this};
-    QTimer m_tellTimer{this};
-    std::deque<std::function<void()>> m_told;
 };
 
 }  // namespace printerslib::drivers
