@@ -271,6 +271,39 @@ private Q_SLOTS:
             QVERIFY(!bytes.contains(QByteArray("\x10") + second));
     }
 
+    void textBeginsWithThePageOfTheCodec_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<int>("codePage");
+        QTest::addColumn<QString>("codec");
+        QTest::addColumn<QString>("page");
+        const QString general = "GENERAL_EPSON_PROTOCOL";
+        QTest::newRow("codec of the general model") << general << 0 << "cp866"
+                                                    << "1b 74 11";
+        QTest::newRow("number prevails") << general << 46 << "cp866"
+                                         << "1b 74 2e";
+        QTest::newRow("codec that it lacks") << general << 0 << "UTF-8"
+                                             << "1b 74 00";
+        QTest::newRow("other models") << "WPK_833" << 0 << "cp866"
+                                      << "1b 74 00";
+        QTest::newRow("number of another model") << "WPK_833" << 17 << "cp437"
+                                                 << "1b 74 11";
+    }
+    void textBeginsWithThePageOfTheCodec()
+    {
+        QFETCH(QString, model);
+        QFETCH(int, codePage);
+        QFETCH(QString, codec);
+        QFETCH(QString, page);
+        PrintOptions options;
+        options.codePage = codePage;
+        options.codec = codec;
+        const PrintTarget to = target(model);
+        const auto document = documentOf({textBlock("a")});
+        QCOMPARE(commandsOf(encoded(document, to, options).bytes, to.profile()).filter("1b 74"),
+                 QStringList{page});
+    }
+
     void rawBytesAreThoseOfTheFirstPage()
     {
         const PrintTarget to = target("GENERAL_EPSON_PROTOCOL");

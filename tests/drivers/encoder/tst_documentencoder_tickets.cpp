@@ -62,6 +62,13 @@ QByteArray endOf(const EncodedDocument &made)
     return made.bytes.mid(made.marks.last().offset);
 }
 
+/// In front of the text.
+QStringList firstCommands(const EncodedDocument &made, const PrintTarget &to)
+{
+    const QStringList commands = commandsOf(made.bytes, to.profile());
+    return commands.mid(0, commands.indexOf("ticket"));
+}
+
 QString endCommands(const EncodedDocument &made, const PrintTarget &to)
 {
     return commandsOf(endOf(made), to.profile()).join(", ");
@@ -207,6 +214,39 @@ private Q_SLOTS:
         QCOMPARE(made.retraction, retraction);
     }
 
+    // Steps of 2.5 s: a customer never has less time than the document gives.
+    void stepsOfAClockAreRoundedUp_data()
+    {
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<QString>("timer");
+        QTest::addColumn<int>("retractAfter");
+        QTest::newRow("whole steps") << 10 << "1d 52 31 04" << 0;
+        QTest::newRow("the shortest") << 1 << "1d 52 31 01" << 0;
+        QTest::newRow("more") << 11 << "1d 52 31 05" << 0;
+        QTest::newRow("the longest") << 22 << "1d 52 31 09" << 0;
+        QTest::newRow("longer") << 23 << "1d 52 31 00" << 23;
+        QTest::newRow("longest of all")
+            << std::numeric_limits<int>::max() << "1d 52 31 00" << std::numeric_limits<int>::max();
+    }
+    void stepsOfAClockAreRoundedUp()
+    {
+        QFETCH(int, seconds);
+        QFETCH(QString, timer);
+        const PrintTarget to = target("CITIZEN_PPU_231");
+        const EncodedDocument made = encoded(ticket(holdBit, 0, seconds), to);
+        QCOMPARE(commandsOf(endOf(made), to.profile()).filter("1d 52"), QStringList{timer});
+        QTEST(made.retractAfterSeconds, "retractAfter");
+    }
+
+    void presenterWithoutClockIsTheHosts()
+    {
+        const PrintTarget to = changedTarget("CITIZEN_PPU_700", R"("presenterTimerStep": 0)");
+        const EncodedDocument made = encoded(ticket(holdBit, 0, 5), to);
+        QVERIFY(!made.bytes.contains("\x1DR"));
+        QCOMPARE(made.retraction, QByteArray("\x1D\x52\x30"));
+        QCOMPARE(made.retractAfterSeconds, 5);
+    }
+
     void emptyLinesAreFedButNeverLessThanToTheCutter()
     {
         const PrintTarget to = targetWith(Presenter::None);
@@ -221,6 +261,43 @@ private Q_SLOTS:
         QCOMPARE(endOfLines(10, 1), QString("1b 4a f0, 1d 56 00"));
         QCOMPARE(endOfLines(11, 1), QString("1b 4a fe, 1b 4a 0a, 1d 56 00"));
         QCOMPARE(endOfLines(-3, 0), QString());
+    }
+
+    void previousTicketIsFedToTheCutter()
+    {
+        const PrintTarget to = targetWith(Presenter::None);
+        const QStringList usual = firstCommands(encoded(ticket(0), to), to);
+        QCOMPARE(firstCommands(encoded(ticket(0, cutBit), to), to),
+                 usual + QStringList({"1b 4a 60", "1d 56 00"}));
+    }
+
+    void modelWithoutCutterIsFedEmptyLinesAlone()
+    {
+        const PrintTarget to =
+            changedTarget("WPK_833", R"("cutCommand": "None", "dotsToCutter": 96)");
+        PrintOptions options;
+        options.emptyLinesAtEnd = 1;
+        const EncodedDocument made = encoded(ticket(cutBit, cutBit), to, options);
+        QCOMPARE(firstCommands(made, to), firstCommands(encoded(ticket(0), to), to));
+        QCOMPARE(endCommands(made, to), QString("1b 4a 18"));
+        QCOMPARE(made.pieces, 0);
+        QCOMPARE(made.notes.size(), 1);
+        QCOMPARE(made.notes.first().text, QString("the model has no cutter"));
+        QVERIFY(made.isFaithful());
+    }
+
+    void emptyLinesAreOfTheBaseFont()
+    {
+        PrintOptions options;
+        options.emptyLinesAtEnd = 2;
+        for (const int font : {0, 3}) {
+            const PrintTarget to = target("EPSON_EU_4XX", 0, font);
+            const auto lengthOf = [&to](const EncodedDocument &made) {
+                return papersOf(made.bytes, to.profile()).first().length;
+            };
+            QCOMPARE(lengthOf(encoded(ticket(0), to, options)) - lengthOf(encoded(ticket(0), to)),
+                     2 * to.font(0).cell.height());
+        }
     }
 
     void emptyLinesAtEndAreNoMoreThanARoll()
@@ -248,6 +325,49 @@ private Q_SLOTS:
         const EncodedDocument none = encoded(ticket(9), targetWith(Presenter::None), options);
         QCOMPARE(none.notes.size(), 1);
         QVERIFY(none.isFaithful());
+    }
+
+    void ticketsAreMovedAsFarAsTheCommandGoes_data()
+    {
+        QTest::addColumn<int>("presenter");
+        QTest::addColumn<int>("millimetres");
+        QTest::addColumn<QByteArray>("command");
+        QTest::newRow("Custom, a step at least")
+            << int(Presenter::Custom) << 1 << QByteArray("\x1D\x65\x03\x01");
+        QTest::newRow("Custom, rounded down")
+            << int(Presenter::Custom) << 76 << QByteArray("\x1D\x65\x03\x0A");
+        QTest::newRow("Custom, rounded up")
+            << int(Presenter::Custom) << 77 << QByteArray("\x1D\x65\x03\x0B");
+        QTest::newRow("Custom, 255 steps at most")
+            << int(Presenter::Custom) << 9999 << QByteArray("\x1D\x65\x03\xFF");
+        QTest::newRow("Custom, below 0 as 0")
+            << int(Presenter::Custom) << -1 << QByteArray("\x1D\x65\x03\x0C");
+        QTest::newRow("Swecoin, a millimetre")
+            << int(Presenter::Swecoin) << 1 << QByteArray("\x1B\x0C\x01");
+        QTest::newRow("Swecoin, 255 mm at most")
+            << int(Presenter::Swecoin) << 9999 << QByteArray("\x1B\x0C\xFF");
+        QTest::newRow("Swecoin, below 0 as 0")
+            << int(Presenter::Swecoin) << -1 << QByteArray("\x1B\x0C\x3C");
+    }
+    void ticketsAreMovedAsFarAsTheCommandGoes()
+    {
+        QFETCH(int, presenter);
+        QFETCH(int, millimetres);
+        QFETCH(QByteArray, command);
+        PrintOptions options;
+        options.ticketMove = millimetres;
+        const EncodedDocument made =
+            encoded(ticket(holdBit), targetWith(Presenter(presenter)), options);
+        QVERIFY2(made.bytes.endsWith(command), made.bytes.toHex(' ').constData());
+        QVERIFY(made.notes.isEmpty());
+    }
+
+    void moveThatHasNoEffectIsTold()
+    {
+        PrintOptions options;
+        options.ticketMove = 73;
+        for (const Presenter presenter : {Presenter::Citizen, Presenter::Star})
+            QCOMPARE(encoded(ticket(holdBit), targetWith(presenter), options).notes.size(), 1);
     }
 
     void paperLoopIsTold()

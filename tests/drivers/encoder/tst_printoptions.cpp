@@ -29,6 +29,21 @@ private Q_SLOTS:
         QCOMPARE(options.drawerOffMilliseconds, 100);
     }
 
+    // Settings are of the whole process: nothing has set any before.
+    void settingsThatNobodySetAreTaken()
+    {
+        TextPrinterSettings settings;
+        settings.setPrinterId(TextPrinterModels::MODEL_CUSTOM_VKP_80);
+        const PrintOptions options = PrintOptions::fromSettings(settings);
+        QCOMPARE(options.codePage, 0);
+        QCOMPARE(options.codec, QString("cp866"));
+        QCOMPARE(options.isPicture, false);
+        QCOMPARE(options.emptyLinesAtEnd, 5);
+        QCOMPARE(options.spacesInFront, 0);
+        QCOMPARE(options.paperLoop, 0);
+        QCOMPARE(options.ticketMove, 50);
+    }
+
     void settingsAreTaken()
     {
         TextPrinterSettings settings;
@@ -50,6 +65,13 @@ private Q_SLOTS:
         QCOMPARE(options.ticketMove, 70);
         QCOMPARE(options.allowedRawCodes, QByteArray());
         QCOMPARE(options.drawer, PrintOptions::Drawer::Shut);
+    }
+
+    void numbersOfPagesAreBytes()
+    {
+        TextPrinterSettings settings;
+        settings.setCodePage(255);
+        QCOMPARE(PrintOptions::fromSettings(settings).codePage, 255);
     }
 
     void negativeMoveOfTheTicketIsNone()
