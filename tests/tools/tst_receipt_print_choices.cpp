@@ -73,7 +73,9 @@ private Q_SLOTS:
         QTest::addColumn<int>("line");
         QTest::newRow("none") << -1 << -1 << 51;
         QTest::newRow("option") << -1 << 3 << 28;
-        QTest::newRow("setting, which counts from 1") << 4 << -1 << 28;
+        QTest::newRow("setting, which counts from 1") << 1 << -1 << 51;
+        QTest::newRow("third by the setting") << 3 << -1 << 36;
+        QTest::newRow("last by the setting") << 4 << -1 << 28;
         QTest::newRow("option over the setting") << 4 << 1 << 36;
         QTest::newRow("first over the setting") << 4 << 0 << 51;
         QTest::newRow("setting below the first") << 0 << -1 << 51;

@@ -130,6 +130,43 @@ private Q_SLOTS:
         QCOMPARE(made.marks.first().offset, 0);
     }
 
+    void whatSendsNothingHasNoMark()
+    {
+        const PrintTarget to = changedTarget("WPK_833", R"("rasterCommand": "None")");
+        DocumentBlock picture;
+        picture.setType(DocumentBlock::BlockImage);
+        picture.setImg(MonochromeImage(8, 1, QByteArray(1, '\xFF')));
+        const EncodedDocument made =
+            encoded(documentOf({textBlock("a"), picture, textBlock("b")}), to);
+        QCOMPARE(made.notes.size(), 1);
+        QVector<int> blocks;
+        for (const EncodedDocument::Mark &mark : made.marks)
+            blocks.append(mark.block);
+        QCOMPARE(blocks, QVector<int>({0, 1, 3, 0}));
+    }
+
+    // No ESC/POS record of the catalogue prints italics, but one may.
+    void italicsOfSomebodyElseAreSwitchedOff_data()
+    {
+        QTest::addColumn<QByteArray>("command");
+        QTest::newRow("CUSTOM_VKP_80") << QByteArray("\x1B\x34\x00", 3);
+        QTest::newRow("GENERAL_EPSON_PROTOCOL") << QByteArray("\x1B\x35");
+    }
+    void italicsOfSomebodyElseAreSwitchedOff()
+    {
+        QFETCH(QByteArray, command);
+        const PrintTarget usual = target(QTest::currentDataTag());
+        PrinterInfo record = usual.record();
+        record.setItalic(true);
+        const PrintTarget to(usual.profile(), record, 0);
+        const auto bytesOf = [](const PrintTarget &printer, bool doInit) {
+            return encoded(bareDocument({textBlock("x")}, doInit), printer).bytes;
+        };
+        QVERIFY(bytesOf(to, false).contains(command));
+        QVERIFY(!bytesOf(to, true).contains(command));
+        QVERIFY(!bytesOf(usual, false).contains(command));
+    }
+
     void anEmptyDocumentPrintsNothing_data() { addModels(); }
     void anEmptyDocumentPrintsNothing()
     {

@@ -432,6 +432,18 @@ private Q_SLOTS:
         QVERIFY(before.indexOf(bytes) < before.indexOf("ticket"));
     }
 
+    void oneDrawerIsAtPinTwo()
+    {
+        const PrintTarget to = changedTarget("WPK_833", R"("drawers": 1)");
+        PrintOptions options;
+        options.drawer = PrintOptions::Drawer::After;
+        QVERIFY(encoded(ticket(1), to, options).isFaithful());
+        options.drawerPin = 5;
+        const EncodedDocument made = encoded(ticket(1), to, options);
+        QVERIFY(!made.bytes.contains("\x1Bp"));
+        QVERIFY(!made.isFaithful());
+    }
+
     void aPulseThatIsTooLongIsTold()
     {
         PrintOptions options;
