@@ -52,16 +52,24 @@ private:
         return m_folder.file("saved", json);
     }
 
-    QString settings(int baseFont) const
+    /// Settings of a VKP-80, of which one of its own group or of all printers' is as told.
+    QString settings(const char *key, int value, const char *group = "PRINTER") const
     {
         QJsonArray items;
-        const auto add = [&items](const char *key, const QJsonValue &value) {
-            items.append(QJsonObject{{"group", "PRINTER"}, {"key", key}, {"value", value}});
+        const auto add = [&items](const char *of, const char *name, const QJsonValue &what) {
+            items.append(QJsonObject{{"group", of}, {"key", name}, {"value", what}});
         };
-        add("printerType", 1);
-        add("printerName", "CUSTOM_VKP_80");
-        add("baseFiscFont", baseFont);
+        add("PRINTER", "printerType", 1);
+        add("PRINTER", "printerName", "CUSTOM_VKP_80");
+        add(group, key, value);
         return m_folder.file("settings.json", QJsonDocument(items).toJson());
+    }
+
+    QByteArray bytesOf(const QStringList &arguments) const
+    {
+        runReceipt(QStringList("print") + arguments +
+                   QStringList{"--to", "file:" + m_folder.path("bytes.bin")});
+        return m_folder.content("bytes.bin");
     }
 
 private Q_SLOTS:
@@ -88,11 +96,45 @@ private Q_SLOTS:
         QFETCH(int, line);
         QStringList call = plain(QString(60, 'w') + '\n');
         call += setting < 0 ? QStringList{"--model", "CUSTOM_VKP_80"}
-                            : QStringList{"--settings", settings(setting)};
+                            : QStringList{"--settings", settings("baseFiscFont", setting)};
         if (option >= 0)
             call += QStringList{"--font", QString::number(option)};
         const QString text = printed(call, "CUSTOM_VKP_80");
         QVERIFY2(text.startsWith(QString(line, 'w') + '\n'), qPrintable(text));
+    }
+
+    void codePageIsThatOfTheSettingUnlessItIsTold()
+    {
+        const QStringList call =
+            plain("a\n") + QStringList{"--settings", settings("cpage", 19, "CUSTOM_VKP_80")};
+        QVERIFY(bytesOf(call).contains("\x1Bt\x13"));
+        const QByteArray told = bytesOf(call + QStringList{"--code-page", "cp437"});
+        QVERIFY(told.contains(QByteArray("\x1Bt\0", 3)));
+        QVERIFY(!told.contains("\x1Bt\x13"));
+    }
+
+    void textIsDotsIfTheSettingSaysSo()
+    {
+        const QStringList call = plain("word\n") + QStringList("--settings");
+        QVERIFY(bytesOf(call + QStringList(settings("printAsImage", 0, "CUSTOM_VKP_80")))
+                    .contains("word"));
+        const QByteArray dots =
+            bytesOf(call + QStringList(settings("printAsImage", 1, "CUSTOM_VKP_80")));
+        QVERIFY(!dots.isEmpty() && !dots.contains("word"));
+    }
+
+    void emptyLinesAreThoseOfTheSettingUnlessTheyAreTold()
+    {
+        const QStringList call =
+            plain("a\n") + QStringList{"--settings", settings("emptyStringsAtEnd", 30)};
+        const QByteArray set = bytesOf(call);
+        QCOMPARE(bytesOf(call + QStringList{"--empty-lines", "30"}), set);
+        const QByteArray none = bytesOf(call + QStringList{"--empty-lines", "0"});
+        QVERIFY(none.count("\x1BJ") < set.count("\x1BJ"));
+        // A shop that sets none gets five.
+        const QStringList usual =
+            plain("a\n") + QStringList{"--settings", settings("spacesBeforeString", 0)};
+        QCOMPARE(bytesOf(usual), bytesOf(usual + QStringList{"--empty-lines", "5"}));
     }
 
     void fileMayOverrideOneFieldOfAModel()
