@@ -18,8 +18,9 @@ RowsById rowsById(Dialect dialect, Vendor vendor)
         const auto number = size_t(row->id);
         if (number >= rows.size())
             rows.resize(number + 1, nullptr);
-        if (rows[number] == nullptr)
-            rows[number] = row;
+        const CommandRow *&kept = rows[number];
+        if (kept == nullptr || (kept->selectorSize > 0 && row->selectorSize == 0))
+            kept = row;
     }
     return rows;
 }

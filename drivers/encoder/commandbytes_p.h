@@ -49,7 +49,7 @@ private:
 
     Dialect m_dialect;
     Vendor m_vendor;
-    const std::vector<const CommandRow *> *m_rows;  ///< by number, the first of several
+    const std::vector<const CommandRow *> *m_rows;  ///< by number: the first that names no operand
     QByteArray *m_bytes;
 };
 

@@ -162,7 +162,9 @@ private Q_SLOTS:
         const auto bytesOf = [](const PrintTarget &printer, bool doInit) {
             return encoded(bareDocument({textBlock("x")}, doInit), printer).bytes;
         };
-        QVERIFY(bytesOf(to, false).contains(command));
+        const QByteArray bytes = bytesOf(to, false);
+        QVERIFY(bytes.contains(command));
+        QVERIFY2(!bytes.contains(command + '\0'), bytes.toHex(' '));
         QVERIFY(!bytesOf(to, true).contains(command));
         QVERIFY(!bytesOf(usual, false).contains(command));
     }
