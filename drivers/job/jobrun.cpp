@@ -1,5 +1,6 @@
 #include "job/jobrun_p.h"
 
+#include <QPointer>
 #include <QUuid>
 #include <algorithm>
 
@@ -106,6 +107,7 @@ void JobRun::cancel()
         case Step::Repairing:
         case Step::Asking:
         case Step::Resting:
+        case Step::Allowing:
             endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
             return;
         case Step::Sending:
@@ -354,8 +356,26 @@ void JobRun::waitIsOver()
 
 // ---- The document
 
+/// False if this is at its end then, or gone.
+bool JobRun::isAllowed()
+{
+    const std::function<bool()> ask = m_parts.options.beforeSending;
+    if (!ask)
+        return true;
+    m_step = Step::Allowing;
+    const QPointer<JobRun> self(this);
+    const bool isYes = ask();
+    if (!self || m_step != Step::Allowing)
+        return false;
+    if (!isYes)
+        endEarly(Reason::Refused, QStringLiteral("refused in front of the first byte"));
+    return isYes;
+}
+
 void JobRun::beginSending()
 {
+    if (!isAllowed())
+        return;
     m_step = Step::Sending;
     m_isPaused = false;
     QByteArray ownBytes;

@@ -57,8 +57,9 @@ private:
         Locking,
         Opening,
         Repairing,
-        Asking,   ///< for the status, also again while the printer is waited for
-        Resting,  ///< between two questions
+        Asking,    ///< for the status, also again while the printer is waited for
+        Resting,   ///< between two questions
+        Allowing,  ///< asks whoever wants to know in front of the first byte
         Sending,
         Stopping,    ///< up to the end of the command under way
         Closing,     ///< reset and cut behind that
@@ -89,6 +90,7 @@ private:
     void statusIsComplete();
     void beginToWait();
     void startWaitTimer();
+    bool isAllowed();
     void beginSending();
     void handOver();
     void recordRange();

@@ -169,6 +169,14 @@ private Q_SLOTS:
     void deletionInEachSignalIsSafe();
     void deletionInTheMiddleIsRepaired();
 
+    // ---- Asked in front of the first byte
+    void itIsAskedOnceInFrontOfTheFirstByte();
+    void aNoMeansNotBegun();
+    void itIsNotAskedWhileThePrinterCanNotPrint();
+    void itMayCancelTheJob();
+    void itMayDeleteTheJob();
+    void anEventLoopInItBeginsNothing();
+
     // ---- Tickets
     void aTicketIsTakenBack();
     void aTicketStaysIfAnotherJobHasPrinted();
@@ -821,6 +829,101 @@ void TestPrintJob::deletionInTheMiddleIsRepaired()
     QVERIFY(setting.hasWhole(30));
     const auto commands = commandsIn(setting.printer->got, setting.profile);
     QCOMPARE(commands.count(setting.document.bytes.mid(10, 24)), 1);
+}
+
+void TestPrintJob::itIsAskedOnceInFrontOfTheFirstByte()
+{
+    Setting setting;
+    int asked = 0;
+    setting.options.beforeSending = [&] {
+        asked++;
+        return !setting.printer->got.contains("Total");
+    };
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+    QCOMPARE(asked, 1);
+    QVERIFY(setting.hasWhole());
+}
+
+void TestPrintJob::aNoMeansNotBegun()
+{
+    Setting setting;
+    setting.options.beforeSending = [] { return false; };
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::Refused);
+    QCOMPARE(job->end.text, QString("refused in front of the first byte"));
+    QCOMPARE(job->end.mostBytes, 0);
+    QVERIFY(!setting.printer->got.contains("Total"));
+    QVERIFY(!setting.record().isOpen);
+}
+
+void TestPrintJob::itIsNotAskedWhileThePrinterCanNotPrint()
+{
+    Setting setting;
+    int asked = 0;
+    setting.options.beforeSending = [&] { return ++asked > 0; };
+    setting.printer->isPaperOut = true;
+    QCOMPARE(setting.run()->end.reason, Reason::Status);
+    QCOMPARE(asked, 0);
+    setting.options.waitMilliseconds = PrintJobOptions::forEver;
+    const auto job = setting.job();
+    job->start();
+    TRY(setting.printer->questions > 12);
+    QCOMPARE(asked, 0);
+    setting.printer->isPaperOut = false;
+    Setting::finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+    QCOMPARE(asked, 1);
+}
+
+void TestPrintJob::itMayCancelTheJob()
+{
+    Setting setting;
+    PrintJob *cancelled = nullptr;
+    setting.options.beforeSending = [&] {
+        cancelled->cancel();
+        return true;
+    };
+    const auto job = setting.job();
+    cancelled = job.get();
+    job->start();
+    Setting::finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::NotBegun);
+    QCOMPARE(job->end.reason, Reason::Cancelled);
+    QVERIFY(!setting.printer->got.contains("Total"));
+}
+
+void TestPrintJob::itMayDeleteTheJob()
+{
+    Setting setting;
+    std::unique_ptr<Job> job;
+    bool isAsked = false;
+    setting.options.beforeSending = [&] {
+        job.reset();
+        return isAsked = true;
+    };
+    job = setting.job();
+    job->start();
+    TRY(isAsked);
+    QTest::qWait(5);
+    QVERIFY(!setting.printer->got.contains("Total"));
+    setting.options.beforeSending = nullptr;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
+}
+
+void TestPrintJob::anEventLoopInItBeginsNothing()
+{
+    Setting setting;
+    int asked = 0;
+    setting.options.beforeSending = [&] {
+        asked++;
+        QTest::qWait(2 * setting.options.statusMilliseconds);
+        return !setting.printer->got.contains("Total");
+    };
+    const auto job = setting.run();
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+    QCOMPARE(asked, 1);
 }
 
 void TestPrintJob::aTicketIsTakenBack()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "printerslib/drivers/drivers_export.h"
 #include "printerslib/drivers/transportoptions.h"
 
@@ -29,6 +31,11 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintJobOptions
     /// How many bytes are in front of the line, and of a crash uncertain: 512 to 65536. Twice as
     /// many may be under way.
     int stepBytes = 4096;
+    /// Asked once, when the turn is had and the printer can print, in front of the document's first
+    /// byte: if it says no, the job ends in NotBegun. It is called by the thread of the job, out
+    /// of its event loop, and may do anything, also delete the job; what it takes long for, the
+    /// printer waits for. None is yes.
+    std::function<bool()> beforeSending;
 };
 
 }  // namespace printerslib::drivers

@@ -30,6 +30,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintJobResult
         Status,          ///< the printer can't print, as `status` says
         NoAnswer,        ///< the printer was asked and didn't answer
         NoConfirmation,  ///< all was sent, and the printer didn't confirm it
+        Refused,         ///< PrintJobOptions::beforeSending said no
     };
 
     Outcome outcome = Outcome::NotBegun;  ///< as far as it is known
