@@ -1,20 +1,12 @@
 // "receipt status": what it tells of printers in each state, of those that don't answer, and of
 // those that aren't reached; whose turn it is; how it ends.
-#include <fcntl.h>
-#include <signal.h>
-#include <stdlib.h>
-#include <termios.h>
-#include <unistd.h>
-
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QtTest>
 
+#include "playedprinter.h"
 #include "printerslib/drivers/devicelock.h"
 #include "printerslib/drivers/servicestatereader.h"
-#include "receiptprogram.h"
 
 using printerslib::drivers::DeviceLock;
 using printerslib::drivers::PrinterAddress;
@@ -22,151 +14,8 @@ using printerslib::drivers::ServiceStateReader;
 
 namespace {
 
-constexpr int patience = 30000;
 const QString usualModel = "CITIZEN_CTS_2000";
 const QString epsonQuestions = "10 04 01 10 04 02 10 04 03 10 04 04";
-
-/// A virtual printer, and how it is reached.
-class PlayedPrinter
-{
-public:
-    /// On TCP.
-    explicit PlayedPrinter(const QString &model = usualModel)
-    {
-        start({"--model", model, "--listen", "127.0.0.1:0"});
-        m_address = "tcp:127.0.0.1:" + nextLine().section(':', 1);
-    }
-    /// On a pseudo terminal.
-    PlayedPrinter(const QString &model, int baud)
-    {
-        start({"--model", model});
-        m_address = QString("serial:%1?baud=%2").arg(nextLine()).arg(baud);
-    }
-    ~PlayedPrinter()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-
-    QString address() const { return m_address; }
-    /// Says what befalls the printer, and waits until it has.
-    bool befall(const QString &fault)
-    {
-        m_process.write(fault.toUtf8() + '\n');
-        QString line;
-        do
-            line = nextLine();
-        while (!line.isNull() && line != "command: " + fault);
-        return !line.isNull();
-    }
-
-private:
-    void start(const QStringList &options) { m_process.start(VIRTUAL_PRINTER_PROGRAM, options); }
-    QString nextLine()
-    {
-        while (!m_process.canReadLine()) {
-            if (!m_process.waitForReadyRead(patience))
-                return QString();
-        }
-        return QString::fromUtf8(m_process.readLine()).trimmed();
-    }
-
-    QProcess m_process;
-    QString m_address;
-};
-
-/// A pseudo terminal of which a test has the other end.
-class SilentPort
-{
-public:
-    SilentPort() : m_master(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
-    {
-        ::grantpt(m_master);
-        ::unlockpt(m_master);
-        m_name = QString::fromLocal8Bit(::ptsname(m_master));
-        m_slave = ::open(m_name.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    }
-    ~SilentPort()
-    {
-        ::close(m_slave);
-        ::close(m_master);
-    }
-    QString address() const { return "device:" + m_name; }
-    /// From now on the line takes nothing, as behind XOFF.
-    void stop() const { ::tcflow(m_slave, TCOOFF); }
-    /// Waits until something was sent to the port.
-    bool getsSomething() const
-    {
-        char byte = 0;
-        return ::read(m_master, &byte, 1) == 1;
-    }
-
-private:
-    int m_master;
-    int m_slave = -1;
-    QString m_name;
-};
-
-/// A host that says the same whatever it is asked.
-class Host
-{
-public:
-    /// @param hangsUp whether it resets the connection then
-    explicit Host(const QByteArray &answer, bool hangsUp = false)
-    {
-        m_server.listen(QHostAddress::LocalHost);
-        QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [=] {
-            QTcpSocket *const socket = m_server.nextPendingConnection();
-            QObject::connect(socket, &QTcpSocket::readyRead, socket, [=] {
-                if (!socket->readAll().isEmpty() && !answer.isEmpty())
-                    socket->write(answer);
-                if (hangsUp)
-                    socket->abort();
-            });
-        });
-    }
-    QString address() const { return QString("tcp:127.0.0.1:%1").arg(m_server.serverPort()); }
-
-private:
-    QTcpServer m_server;
-};
-
-/// The program, while it runs beside the test.
-class RunningStatus : public QProcess
-{
-public:
-    explicit RunningStatus(const QStringList &options)
-    {
-        start(RECEIPT_PROGRAM, QStringList("status") + options);
-        waitForStarted(patience);
-    }
-    ~RunningStatus() override
-    {
-        kill();
-        waitForFinished();
-    }
-    void interrupt() const { ::kill(static_cast<pid_t>(processId()), SIGINT); }
-    QString errorLine()
-    {
-        setReadChannel(StandardError);
-        while (!canReadLine()) {
-            if (!waitForReadyRead(patience))
-                return QString();
-        }
-        return QString::fromUtf8(readLine()).trimmed();
-    }
-    /// Runs to its end, while the test's own event loop goes on.
-    ReceiptRun result()
-    {
-        ReceiptRun run;
-        const bool isOver = QTest::qWaitFor([this] { return state() == NotRunning; }, patience);
-        if (isOver && exitStatus() == NormalExit)
-            run.status = exitCode();
-        run.output = QString::fromUtf8(readAllStandardOutput());
-        run.errors = QString::fromUtf8(readAllStandardError());
-        return run;
-    }
-};
 
 QStringList asking(const QString &address, const QStringList &options = {},
                    const QString &model = usualModel)
@@ -391,7 +240,7 @@ private Q_SLOTS:
     void answersOfAnotherModelAreCounted()
     {
         Host host("hello");
-        RunningStatus program(asking(host.address(), {"--timeout", "1"}));
+        RunningReceipt program(QStringList("status") + asking(host.address(), {"--timeout", "1"}));
         const ReceiptRun run = program.result();
         QVERIFY2(run.errors.endsWith("waited 1 s; 5 bytes came that are no answer of this model\n"),
                  qPrintable(run.errors));
@@ -401,7 +250,7 @@ private Q_SLOTS:
     void halfAnAnswerIsToldAsSuch()
     {
         Host host("\x1A");
-        RunningStatus program(asking(host.address(), {"--timeout", "1"}));
+        RunningReceipt program(QStringList("status") + asking(host.address(), {"--timeout", "1"}));
         const ReceiptRun run = program.result();
         QVERIFY2(run.errors.contains(" doesn't answer all of it: sent "), qPrintable(run.errors));
         QVERIFY2(run.output.startsWith("Printing: not known\nOn line:  no\nPaper:    not told\n"),
@@ -412,7 +261,7 @@ private Q_SLOTS:
     void connectionThatIsResetIsTold()
     {
         Host host({}, true);
-        RunningStatus program(asking(host.address(), {"--timeout", "30"}));
+        RunningReceipt program(QStringList("status") + asking(host.address(), {"--timeout", "30"}));
         const ReceiptRun run = program.result();
         QVERIFY2(run.errors.startsWith("receipt: " + host.address()), qPrintable(run.errors));
         QCOMPARE(run.status, 1);
@@ -507,7 +356,8 @@ private Q_SLOTS:
         PlayedPrinter printer;
         DeviceLock lock(*PrinterAddress::parse(printer.address()));
         QVERIFY(lock.waitFor(500));
-        RunningStatus program(asking(printer.address(), {"--timeout", "60"}));
+        RunningReceipt program(QStringList("status") +
+                               asking(printer.address(), {"--timeout", "60"}));
         QCOMPARE(program.errorLine(),
                  "receipt: " + printer.address() + ": waiting, 1 job is in front");
         lock.release();
@@ -522,7 +372,8 @@ private Q_SLOTS:
         PlayedPrinter printer;
         DeviceLock lock(*PrinterAddress::parse(printer.address()));
         QVERIFY(lock.waitFor(500));
-        RunningStatus program(asking(printer.address(), {"--timeout", "3600"}));
+        RunningReceipt program(QStringList("status") +
+                               asking(printer.address(), {"--timeout", "3600"}));
         QVERIFY(!program.errorLine().isEmpty());
         program.interrupt();
         const ReceiptRun run = program.result();
@@ -557,7 +408,8 @@ private Q_SLOTS:
     void interruptEndsTheWaitForAnAnswer()
     {
         const SilentPort port;
-        RunningStatus program(asking(port.address(), {"--timeout", "3600"}));
+        RunningReceipt program(QStringList("status") +
+                               asking(port.address(), {"--timeout", "3600"}));
         QVERIFY(port.getsSomething());
         program.interrupt();
         const ReceiptRun run = program.result();

@@ -3,7 +3,7 @@
 
 #include "commands.h"
 #include "forms.h"
-#include "printermodel.h"
+#include "printeroption.h"
 #include "statusquery.h"
 #include "statusreport.h"
 #include "support.h"
@@ -27,15 +27,6 @@ usage.)";
 constexpr int cannotPrint = 4;
 constexpr int usualTimeout = 5;
 constexpr int longestTimeout = 3600;
-const QString usualModel = QStringLiteral("GENERAL_EPSON_PROTOCOL");
-
-QCommandLineOption toOption()
-{
-    return {QStringLiteral("to"),
-            QStringLiteral("The printer: serial:/dev/ttyS0?baud=19200, device:/dev/usb/lp0, "
-                           "usb:VENDOR:PRODUCT or tcp:HOST:9100."),
-            QStringLiteral("URL")};
-}
 
 QCommandLineOption timeoutOption()
 {
@@ -45,27 +36,6 @@ QCommandLineOption timeoutOption()
                 .arg(longestTimeout)
                 .arg(usualTimeout),
             QStringLiteral("SECONDS"), QString::number(usualTimeout)};
-}
-
-/// Complains and gives nothing if that is nothing that can be asked.
-std::optional<PrinterAddress> printerOf(const QCommandLineParser &parser)
-{
-    if (!parser.isSet(toOption())) {
-        tool::complain(QStringLiteral("status needs --to URL, the printer that is asked"));
-        return std::nullopt;
-    }
-    QString error;
-    auto address = PrinterAddress::parse(parser.value(toOption()), &error);
-    if (!address) {
-        tool::complain(QStringLiteral("--to: ") + error);
-        return std::nullopt;
-    }
-    if (address->kind() == PrinterAddress::Kind::File) {
-        tool::complain(
-            QStringLiteral("--to: %1 is a file, which answers nothing").arg(address->toString()));
-        return std::nullopt;
-    }
-    return address;
 }
 
 void printJson(const PrinterAddress &address, const PrinterProfile &profile,
@@ -103,22 +73,21 @@ int runStatus(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(description));
-    parser.addOptions({toOption(), tool::modelOption(usualModel), tool::modelsFileOption(),
-                       tool::jsonOption(), timeoutOption()});
-    if (const auto status = tool::parse(parser, QStringLiteral("status"), arguments, 0, 0))
+    parser.addOptions(tool::printerOptions());
+    parser.addOptions(tool::printerModelOptions());
+    parser.addOptions({tool::jsonOption(), timeoutOption()});
+    if (const auto status =
+            tool::parseForPrinter(parser, QStringLiteral("status"), arguments, 0, 0))
         return *status;
-    const auto address = printerOf(parser);
     const auto seconds = tool::numberOf(parser, timeoutOption(), 1, longestTimeout);
-    if (!address || !seconds)
+    if (!seconds)
         return tool::WrongUsage;
-    const auto models = tool::modelsOf(parser);
-    if (!models)
-        return tool::BadInput;
-    const QString model = parser.value(tool::modelOption());
-    if (!tool::findModel(*models, model))
-        return tool::WrongUsage;
-    const PrinterProfile profile = *models->profile(model);
+    int status = tool::Success;
+    const auto printer = tool::chosenPrinterOf(parser, QStringLiteral("status"), &status);
+    if (!printer)
+        return status;
     constexpr int millisecondsOfASecond = 1000;
-    tool::StatusQuery query(*address, profile, *seconds * millisecondsOfASecond);
-    return report(*address, profile, query.run(), parser.isSet(tool::jsonOption()));
+    tool::StatusQuery query(printer->address, printer->profile, *seconds * millisecondsOfASecond);
+    return report(printer->address, printer->profile, query.run(),
+                  parser.isSet(tool::jsonOption()));
 }

@@ -1,0 +1,223 @@
+#include "shopfile.h"
+
+#include <printerslib/drivers/printeraddress.h>
+#include <printerslib/drivers/printermodels.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+#include <QSettings>
+#include <QStandardPaths>
+#include <algorithm>
+
+#include "support.h"
+
+namespace tool {
+
+namespace {
+
+using printerslib::drivers::PrinterAddress;
+using printerslib::drivers::PrinterModels;
+
+// What any model may have; the commands know what theirs has.
+constexpr int mostPaperNumber = 127;
+constexpr int mostFontNumber = 3;
+
+const QString toKey = QStringLiteral("to");
+const QString modelKey = QStringLiteral("model");
+const QString modelsKey = QStringLiteral("models");
+const QString settingsKey = QStringLiteral("settings");
+const QString paperKey = QStringLiteral("paper");
+const QString fontKey = QStringLiteral("font");
+
+/// What a file says, key by key, while it is checked.
+class ShopFile
+{
+public:
+    explicit ShopFile(const QString &name) : m_name(name), m_folder(QFileInfo(name).absolutePath())
+    {}
+
+    bool read();
+    bool check();
+    QStringList options(const QCommandLineParser &parser) const;
+
+private:
+    bool isReadable();
+    bool take(const QString &key, const QVariant &value);
+    bool checkAddress();
+    bool checkModels();
+    bool checkSettings();
+    bool checkNumber(const QString &key, int last);
+    QString pathOf(const QString &name) const { return QDir(m_folder).filePath(name); }
+    bool complainOf(const QString &key, const QString &fault) const;
+
+    const QString m_name;
+    const QString m_folder;
+    QMap<QString, QStringList> m_values;
+};
+
+bool ShopFile::complainOf(const QString &key, const QString &fault) const
+{
+    complain(QStringLiteral("%1: the key \"%2\": %3").arg(m_name, key, fault));
+    return false;
+}
+
+bool ShopFile::isReadable()
+{
+    QFile file(m_name);
+    if (file.open(QIODevice::ReadOnly))
+        return true;
+    complain(QStringLiteral("%1: %2").arg(m_name, file.errorString()));
+    return false;
+}
+
+bool ShopFile::take(const QString &key, const QVariant &value)
+{
+    const QStringList known{toKey, modelKey, modelsKey, settingsKey, paperKey, fontKey};
+    if (!known.contains(key)) {
+        complain(QStringLiteral("%1: there is no key \"%2\"; there are: %3")
+                     .arg(m_name, key, known.join(QStringLiteral(", "))));
+        return false;
+    }
+    const QStringList values = value.toStringList();
+    if (values.isEmpty() || values.contains(QString()))
+        return complainOf(key, QStringLiteral("has no value"));
+    if (values.size() > 1 && key != modelsKey)
+        return complainOf(key,
+                          QStringLiteral("has several values; one with a comma in it stands in "
+                                         "quotation marks"));
+    m_values.insert(key, values);
+    return true;
+}
+
+bool ShopFile::read()
+{
+    if (!isReadable())
+        return false;
+    QSettings settings(m_name, QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    const QStringList keys = settings.allKeys();
+    if (settings.status() != QSettings::NoError) {
+        complain(QStringLiteral("%1: has a line that isn't KEY=VALUE").arg(m_name));
+        return false;
+    }
+    return std::all_of(keys.begin(), keys.end(),
+                       [&](const QString &key) { return take(key, settings.value(key)); });
+}
+
+bool ShopFile::checkAddress()
+{
+    if (!m_values.contains(toKey))
+        return true;
+    QString error;
+    const auto address = PrinterAddress::parse(m_values[toKey].constFirst(), &error);
+    if (!address)
+        return complainOf(toKey, error);
+    // The folder that a program is started in isn't what the file's writer had in mind.
+    const bool isFile = address->kind() == PrinterAddress::Kind::File;
+    m_values[toKey] = QStringList(isFile ? QStringLiteral("file:") + pathOf(address->path())
+                                         : address->toString());
+    return true;
+}
+
+bool ShopFile::checkModels()
+{
+    PrinterModels models;
+    for (QString &file : m_values[modelsKey]) {
+        file = pathOf(file);
+        const QStringList faults = models.addFile(file);
+        if (!faults.isEmpty())
+            return complainOf(modelsKey, faults.constFirst());
+    }
+    const QString model = m_values.value(modelKey).value(0);
+    if (model.isEmpty() || models.profile(model))
+        return true;
+    return complainOf(
+        modelKey, QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(model));
+}
+
+bool ShopFile::checkSettings()
+{
+    if (!m_values.contains(settingsKey))
+        return true;
+    if (m_values.contains(modelKey))
+        return complainOf(settingsKey, QStringLiteral("excludes the key \"model\""));
+    QFile file(pathOf(m_values[settingsKey].constFirst()));
+    if (!file.open(QIODevice::ReadOnly))
+        return complainOf(settingsKey,
+                          QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
+    m_values[settingsKey] = QStringList(file.fileName());
+    return true;
+}
+
+bool ShopFile::checkNumber(const QString &key, int last)
+{
+    if (!m_values.contains(key))
+        return true;
+    const QString text = m_values[key].constFirst();
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (isNumber && number >= 0 && number <= last)
+        return true;
+    return complainOf(key, QStringLiteral("\"%1\" is no number from 0 to %2").arg(text).arg(last));
+}
+
+bool ShopFile::check()
+{
+    return checkAddress() && checkModels() && checkSettings() &&
+           checkNumber(paperKey, mostPaperNumber) && checkNumber(fontKey, mostFontNumber);
+}
+
+/// Those of a model count where the command line names none.
+QStringList ShopFile::options(const QCommandLineParser &parser) const
+{
+    const QStringList given = parser.optionNames();
+    const bool namesModel = given.contains(modelKey) || given.contains(settingsKey);
+    QStringList options;
+    for (auto value = m_values.begin(); value != m_values.end(); ++value) {
+        const bool isOfModel = value.key() != toKey && value.key() != modelsKey;
+        if (given.contains(value.key()) ? value.key() != modelsKey : isOfModel && namesModel)
+            continue;
+        for (const QString &text : *value)
+            options.append(QStringLiteral("--%1=%2").arg(value.key(), text));
+    }
+    return options;
+}
+
+}  // namespace
+
+QCommandLineOption shopFileOption()
+{
+    return {QStringLiteral("config"),
+            QStringLiteral("The file that says which printer the shop has, by lines such as "
+                           "to=URL, model=ID, models=FILE, settings=FILE, paper=N and font=N; "
+                           "options prevail. Default: printerslib/receipt.conf in ~/.config, in "
+                           "/etc/xdg or in /etc."),
+            QStringLiteral("FILE")};
+}
+
+QString shopFileOf(const QCommandLineParser &parser)
+{
+    if (parser.isSet(shopFileOption()))
+        return parser.value(shopFileOption());
+    const QString name = QStringLiteral("printerslib/receipt.conf");
+    const QString found = QStandardPaths::locate(QStandardPaths::GenericConfigLocation, name);
+    if (!found.isEmpty())
+        return found;
+    const QString ofMachine = QStringLiteral("/etc/") + name;
+    return QFile::exists(ofMachine) ? ofMachine : QString();
+}
+
+std::optional<QStringList> shopFileOptions(const QCommandLineParser &parser)
+{
+    const QString name = shopFileOf(parser);
+    if (name.isEmpty() && !parser.isSet(shopFileOption()))
+        return QStringList();
+    ShopFile file(name);
+    if (!file.read() || !file.check())
+        return std::nullopt;
+    return file.options(parser);
+}
+
+}  // namespace tool
