@@ -1,9 +1,10 @@
 // A minimal print service: reads its settings, finds the printer, fills a receipt, keeps it in a
-// document file, prints it, and tells the system how that went.
+// document file, prints it, and tells the system how the printer is and how that went.
 #include <printerslib/drivers/documentcleaner.h>
 #include <printerslib/drivers/documentencoder.h>
 #include <printerslib/drivers/documentfiles.h>
 #include <printerslib/drivers/printersearch.h>
+#include <printerslib/drivers/printjob.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -14,7 +15,6 @@
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QProcess>
-#include <QSerialPort>
 #include <QTextStream>
 #include <optional>
 
@@ -35,7 +35,7 @@ using namespace printerslib::drivers;
 namespace {
 
 constexpr int startMilliseconds = 10000;
-constexpr int printMilliseconds = 10000;
+constexpr int mendMilliseconds = 60000;  // so long the shop has for a new roll
 
 void say(const QString &line)
 {
@@ -167,55 +167,114 @@ EncodedDocument printerBytes(const TextPrinterDocument &receipt, TextPrinterSett
     return job;
 }
 
-/// Sends the bytes and asks who the printer is, as it answers when all before is done.
-/// @return what went wrong; empty: nothing
-QString print(const QByteArray &bytes, const hearth::Rs232PortSettings &line)
+/// The message bus, on which this example has nothing but a file.
+class Bus
 {
-    const QByteArray identify = QByteArray::fromHex("1D4901");  // GS I 1
-    QSerialPort port(line.portName());
-    if (!port.open(QIODevice::ReadWrite) || !port.setBaudRate(line.baudRate()) ||
-        !port.setFlowControl(line.flowControl()) || !port.setParity(line.parity()) ||
-        !port.setDataBits(line.dataBits()) || !port.setStopBits(line.stopBits()))
-        return port.errorString();
-    port.write(bytes + identify);
-    if (!port.waitForBytesWritten(printMilliseconds) || !port.waitForReadyRead(printMilliseconds))
-        return port.errorString();
-    return QString();
+public:
+    explicit Bus(QString fileName) : m_fileName(std::move(fileName)) {}
+
+    void publish(const corvid::ClientState &record)
+    {
+        say(QStringLiteral("state on the bus: %1").arg(record.state()));
+        QFile file(m_fileName);
+        if (!file.open(QIODevice::WriteOnly) || file.write(record.state().toUtf8()) < 0 ||
+            !file.flush()) {
+            m_isWhole = false;
+            qCritical().noquote() << m_fileName << file.errorString();
+        }
+    }
+    /// What the printer can't tell by itself.
+    void publishTrouble(const QString &trouble)
+    {
+        PrintServiceState state;
+        state.setServiceState(PrintServiceState::ServiceWorkableFirst);
+        state.setDeviceState(PrintServiceState::DeviceCritical);
+        state.setDeviceErorMsg(trouble);
+        publish(PrintServiceStateCorvidWrapper(state).toClientState());
+    }
+    /// Whether all of it was published.
+    bool isWhole() const { return m_isWhole; }
+
+private:
+    QString m_fileName;
+    bool m_isWhole = true;
+};
+
+QString wordsFor(const PrintJobResult &result)
+{
+    static const char *const words[] = {"not printed", "printed in part", "sent", "processed",
+                                        "printed"};
+    const QString word = QString::fromLatin1(words[static_cast<int>(result.outcome)]);
+    return result.text.isEmpty() ? word : word + ": " + result.text;
 }
 
-/// The record that goes to the message bus, on which this example has nothing but a file.
-bool publish(const QString &trouble, const QString &fileName)
+/// Prints, and publishes what the printer tells of itself meanwhile.
+PrintJobResult print(const EncodedDocument &receipt, const PrinterProfile &profile,
+                     const PrinterAddress &address, Bus &bus)
 {
-    PrintServiceState state;
-    state.setServiceState(PrintServiceState::ServiceWorkableFirst);
-    state.setDeviceState(trouble.isEmpty() ? PrintServiceState::DeviceNormalFirst
-                                           : PrintServiceState::DeviceCritical);
-    state.setDeviceErorMsg(trouble);
-    const corvid::ClientState record = PrintServiceStateCorvidWrapper(state).toClientState();
-    say(QStringLiteral("state on the bus: %1").arg(record.state()));
-    QFile file(fileName);
-    return file.open(QIODevice::WriteOnly) && file.write(record.state().toUtf8()) > 0;
+    PrintJobOptions options;
+    options.waitMilliseconds = mendMilliseconds;
+    PrintJob job(receipt, profile, address, options);
+    QObject::connect(&job, &PrintJob::waiting, &job, [](int ahead) {
+        say(QStringLiteral("%1 jobs of others are in front").arg(ahead));
+    });
+    QObject::connect(&job, &PrintJob::note, &job, [](const QString &text) { say(text); });
+    QObject::connect(&job, &PrintJob::statusChanged, &job, [&bus](const PrinterStatus &status) {
+        const auto service = PrintServiceState::ServiceWorkableFirst;
+        bus.publish(PrintServiceStateCorvidWrapper(status.toServiceState(service)).toClientState());
+    });
+    QEventLoop loop;
+    QObject::connect(&job, &PrintJob::finished, &loop, [&](const PrintJobResult &result) {
+        say("receipt: " + wordsFor(result));
+        if (!job.isRetracting())
+            loop.quit();
+    });
+    QObject::connect(&job, &PrintJob::retracted, &loop, &QEventLoop::quit);
+    job.start();
+    loop.exec();
+    return job.result();
 }
 
-/// Finds the printer and prints. @return what went wrong; empty: nothing
-QString printReceipt(const TextPrinterDocument &receipt, TextPrinterSettings &settings,
-                     const QString &virtualPrinter, const QDir &folder)
+/// @return whether all of it went out
+bool printReceipt(const TextPrinterDocument &receipt, TextPrinterSettings &settings,
+                  const PrintDeviceInfo &device, Bus &bus)
+{
+    const EncodedDocument document = printerBytes(receipt, settings);
+    QString fault = document.error;
+    const auto profile = PrinterProfile::forModel(settings.printerId());
+    const auto address = PrinterAddress::fromPortSettings(device.settings(), &fault);
+    if (!document.error.isEmpty() || !profile || !address) {
+        bus.publishTrouble(fault);
+        return false;
+    }
+    const PrintJobResult result = print(document, *profile, *address, bus);
+    // What the printer itself has told is on the bus already.
+    if (!result.isSent() && !result.status.toTxtPrinterError())
+        bus.publishTrouble(wordsFor(result));
+    return result.isSent();
+}
+
+/// Finds the printer, or starts one, and prints.
+/// @return whether all of it went out
+bool findAndPrint(const TextPrinterDocument &receipt, TextPrinterSettings &settings,
+                  const QString &virtualPrinter, const QDir &folder, Bus &bus)
 {
     QProcess player;
     std::optional<PrintDeviceInfo> device = confirmPrinter(settings);
     if (!device)
         device = startVirtualPrinter(player, virtualPrinter, settings.printerId(), folder);
-    QString trouble = QStringLiteral("there is no printer");
+    bool isSent = false;
     if (device) {
         say(QStringLiteral("printer: %1 on %2")
                 .arg(device->deviceId(), device->settings().portName()));
         settings.port()->setPortSettings(device->settings());
-        const EncodedDocument job = printerBytes(receipt, settings);
-        trouble = job.error.isEmpty() ? print(job.bytes, device->settings()) : job.error;
+        isSent = printReceipt(receipt, settings, *device, bus);
+    } else {
+        bus.publishTrouble(QStringLiteral("there is no printer"));
     }
     player.terminate();
     player.waitForFinished();
-    return trouble;
+    return isSent;
 }
 
 }  // namespace
@@ -240,9 +299,12 @@ int main(int argc, char *argv[])
     const QString kept = folder.filePath("receipt-1207");
     const std::optional<TextPrinterDocument> receipt =
         makeReceipt(arguments.at(2), QFile::exists(kept));
-    QString trouble = QStringLiteral("the receipt couldn't be made and kept");
-    if (receipt && keep(*receipt, kept))
-        trouble = printReceipt(*receipt, settings, arguments.value(4, "virtual-printer"), folder);
-    const bool published = publish(trouble, folder.filePath("state.json"));
-    return trouble.isEmpty() && published ? 0 : 1;
+    Bus bus(folder.filePath("state.json"));
+    if (!receipt || !keep(*receipt, kept)) {
+        bus.publishTrouble(QStringLiteral("the receipt couldn't be made and kept"));
+        return 1;
+    }
+    const bool isSent =
+        findAndPrint(*receipt, settings, arguments.value(4, "virtual-printer"), folder, bus);
+    return isSent && bus.isWhole() ? 0 : 1;
 }
