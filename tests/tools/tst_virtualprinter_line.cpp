@@ -280,6 +280,19 @@ private Q_SLOTS:
         QCOMPARE(bench.program.lineWith("there is"), QString("there is no connection to reset"));
     }
 
+    void whatTheNextClientHasSentOutlivesAReset()
+    {
+        Bench bench;
+        QVERIFY(bench.isServed());
+        QTcpSocket second;
+        bench.join(second);
+        second.write(statusQuestion);
+        second.waitForBytesWritten(patience);
+        QVERIFY(bench.isServed());
+        bench.program.befall("reset connection");
+        QCOMPARE(Bench::answerTo(second, 1), QByteArray("\x12"));
+    }
+
     void powerOffIsSilentAndForgets()
     {
         Bench bench;

@@ -81,11 +81,23 @@ bool TcpLine::listen(const QString &address, QString *error)
             QStringLiteral("\"%1\" is no address and port, such as 127.0.0.1:9100").arg(address);
         return false;
     }
-    if (!m_server->listen(m_host, static_cast<quint16>(number))) {
+    m_port = static_cast<quint16>(number);
+    if (!listenAgain()) {
         *error = QStringLiteral("%1: %2").arg(address, m_server->errorString());
         return false;
     }
     m_port = m_server->serverPort();
+    return true;
+}
+
+/// Who connects gets the window of the port.
+bool TcpLine::listenAgain()
+{
+    if (!m_server->listen(m_host, m_port))
+        return false;
+    if (m_window > 0)
+        ::setsockopt(static_cast<int>(m_server->socketDescriptor()), SOL_SOCKET, SO_RCVBUF,
+                     &m_window, sizeof m_window);
     return true;
 }
 
@@ -174,9 +186,9 @@ bool TcpLine::reset()
     const linger atOnce{1, 0};
     ::setsockopt(static_cast<int>(m_client->socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
                  sizeof atOnce);
+    // When that is told, the next client's turn comes, whose bytes aren't to be lost.
+    m_client->readAll();
     m_client->abort();
-    if (m_client != nullptr)
-        m_client->readAll();
     dropWhenRead();
     return true;
 }
@@ -189,7 +201,7 @@ void TcpLine::setPowered(bool isPowered)
         return;
     }
     // Who was connected may come again at once.
-    const bool isListening = m_server->listen(m_host, m_port);
+    const bool isListening = listenAgain();
     reset();
     if (!isListening)
         Q_EMIT said(QStringLiteral("%1: %2").arg(name(), m_server->errorString()));

@@ -82,6 +82,9 @@ public:
     /// Takes clients at "HOST:PORT"; the port 0 is any that is free, and 9100 if there is none in
     /// the text. Gives false with a message on failure.
     bool listen(const QString &address, QString *error);
+    /// Has the system keep about so many bytes for the printer, and no more, as printers do that
+    /// have little memory; 0: as many as it likes. Call it in front of listen().
+    void setWindow(int bytes) { m_window = bytes; }
 
     void setObserver(Observer observer) override { m_observer = std::move(observer); }
     QString name() const override;
@@ -94,6 +97,7 @@ public:
     void setPowered(bool isPowered) override;
 
 private:
+    bool listenAgain();
     void takeClient();
     void tellReadable();
     void dropWhenRead();
@@ -102,6 +106,7 @@ private:
 
     QHostAddress m_host;
     quint16 m_port = 0;
+    int m_window = 0;
     std::unique_ptr<QTcpServer> m_server;
     QTcpSocket *m_client = nullptr;  ///< the server's
     Observer m_observer;

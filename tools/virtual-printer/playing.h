@@ -26,6 +26,8 @@ public:
 
     /// Goes on by itself from here on.
     void start();
+    /// Sees what has befallen the device otherwise.
+    void look() { goOn(); }
 
 Q_SIGNALS:
     void noted(const QString &text);
