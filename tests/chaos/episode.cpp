@@ -1,0 +1,281 @@
+#include "episode.h"
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <algorithm>
+
+#include "printerslib/drivers/printerprofile.h"
+
+using namespace printerslib::drivers;
+
+namespace chaos {
+
+namespace {
+
+constexpr int baudRate = 115200;
+constexpr int lookMilliseconds = 30;
+constexpr speed_t lineSpeed = B115200;
+constexpr int quietLooks = 4;
+/// More than all times of a job together, and those of the jobs in front of it.
+constexpr int hangMilliseconds = 90000;
+
+/// A port is set back when it is closed. What it has taken is on its way by then; but a pseudo
+/// terminal still has it, and its printer would hear it at the wrong speed.
+bool setLine(const QString &path, bool isSoftwareFlow)
+{
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    termios line = {};
+    if (descriptor < 0 || ::tcgetattr(descriptor, &line) != 0)
+        return false;
+    ::cfsetspeed(&line, lineSpeed);
+    line.c_cflag |= isSoftwareFlow ? 0U : CRTSCTS;
+    line.c_iflag |= isSoftwareFlow ? IXON : 0U;
+    const bool isSet = ::tcsetattr(descriptor, TCSANOW, &line) == 0;
+    ::close(descriptor);
+    return isSet;
+}
+
+PrinterDevice::Options deviceOptionsOf(const EpisodePlan &plan)
+{
+    PrinterDevice::Options options;
+    options.bufferBytes = plan.bufferBytes;
+    options.millimetresPerSecond = plan.millimetresPerSecond;
+    options.seed = unsigned(plan.seed);
+    return options;
+}
+
+}  // namespace
+
+void WatchedDevice::watch(qint64 byte, std::function<void()> happening)
+{
+    m_watched.append({byte, std::move(happening)});
+    std::stable_sort(
+        m_watched.begin(), m_watched.end(),
+        [](const Watched &one, const Watched &other) { return one.byte < other.byte; });
+}
+
+void WatchedDevice::take(const QByteArray &bytes)
+{
+    QByteArray rest = bytes;
+    while (!m_watched.isEmpty() && m_watched.constFirst().byte <= bytesReceived() + rest.size()) {
+        const Watched next = m_watched.takeFirst();
+        const auto part = int(std::max<qint64>(0, next.byte - bytesReceived()));
+        PrinterDevice::take(rest.left(part));
+        rest.remove(0, part);
+        next.happening();
+    }
+    PrinterDevice::take(rest);
+}
+
+Episode::Episode(const EpisodePlan &plan, const QString &folder)
+    : m_plan(plan),
+      m_folder(folder),
+      m_profile(PrinterProfile::forModel(plan.model).value()),
+      m_device(m_profile, deviceOptionsOf(plan)),
+      m_processes(plan.jobs.size())
+{
+    connect(&m_quietTimer, &QTimer::timeout, this, &Episode::waitForQuiet);
+    for (const ClientPlan &job : plan.jobs)
+        m_ends.append({job, {}, false, false});
+}
+
+Episode::~Episode()
+{
+    for (const auto &process : qAsConst(m_processes)) {
+        if (!process)
+            continue;
+        process->disconnect(this);
+        process->kill();
+        process->waitForFinished();
+    }
+}
+
+bool Episode::openLine()
+{
+    if (m_plan.isNetwork) {
+        auto line = std::make_unique<TcpLine>();
+        line->setWindow(m_plan.window);
+        QString error;
+        if (!line->listen(QStringLiteral("127.0.0.1:0"), &error)) {
+            note(error);
+            return false;
+        }
+        m_line = std::move(line);
+        return true;
+    }
+    VirtualModel model;
+    model.id = m_plan.model;
+    model.baudRate = baudRate;
+    model.flowControl =
+        m_plan.isSoftwareFlow ? QSerialPort::SoftwareControl : QSerialPort::HardwareControl;
+    m_terminal = std::make_unique<VirtualPrinter>(model);
+    if (m_terminal->isValid() && setLine(m_terminal->portPath(), m_plan.isSoftwareFlow))
+        m_line = std::make_unique<TerminalLine>(*m_terminal, model.flowControl);
+    return m_line != nullptr;
+}
+
+QString Episode::address() const
+{
+    if (m_plan.isNetwork)
+        return QStringLiteral("tcp:") + m_line->name();
+    return QStringLiteral("serial:%1?baud=%2&flow=%3")
+        .arg(m_line->name())
+        .arg(baudRate)
+        .arg(m_plan.isSoftwareFlow ? QStringLiteral("software") : QStringLiteral("hardware"));
+}
+
+void Episode::start()
+{
+    m_clock.start();
+    if (!openLine()) {
+        note(QStringLiteral("there is no line to be had"));
+        QTimer::singleShot(0, this, &Episode::finished);
+        return;
+    }
+    m_playing = std::make_unique<Playing>(*m_line, m_device, &m_device, m_plan.bytesPerSecond);
+    connect(m_playing.get(), &Playing::printed, this,
+            [this](const QVector<Paper> &papers) { m_papers += papers; });
+    connect(m_playing.get(), &Playing::noted, this, &Episode::note);
+    m_playing->start();
+    for (const Trouble &trouble : m_plan.troubles)
+        planTrouble(trouble);
+    startJobs();
+}
+
+void Episode::planTrouble(const Trouble &trouble)
+{
+    if (trouble.atByte >= 0)
+        m_device.watch(trouble.atByte, [this, trouble] { befall(trouble); });
+    else
+        QTimer::singleShot(trouble.atMillisecond, this, [this, trouble] { befall(trouble); });
+}
+
+/// Within the taking of bytes, too, and so at the device itself; its player sees it behind that.
+void Episode::befall(const Trouble &trouble)
+{
+    if (m_isOver)
+        return;
+    note(trouble.fault.toString());
+    m_device.apply(trouble.fault);
+    for (int i = 0; i < m_started; ++i) {
+        if (m_processes.at(i))
+            m_ends[i].isTroubled = true;
+    }
+    QTimer::singleShot(0, this, [this] { m_playing->look(); });
+    if (trouble.repairedAfter < 0)
+        return;
+    m_inForce++;
+    QTimer::singleShot(trouble.repairedAfter, this, [this, trouble] {
+        m_inForce--;
+        if (!m_isOver)
+            apply(trouble.repair);
+    });
+}
+
+void Episode::apply(const PrinterFault &fault)
+{
+    note(fault.toString());
+    m_playing->apply(fault);
+}
+
+/// As many at once as there are programs; the sound ones one by one, when all else is over.
+void Episode::startJobs()
+{
+    const int plagued = m_plan.jobs.size() - EpisodePlan::soundJobs;
+    while (m_running < m_plan.programs && m_started < plagued) {
+        const int number = m_started++;
+        m_running++;
+        QTimer::singleShot(m_plan.delays.at(number), this, [this, number] { startJob(number); });
+    }
+    if (m_running > 0)
+        return;
+    if (!m_isOver)
+        endTroubles();
+    m_quietLooks = 0;
+    m_looks = 0;
+    m_quietTimer.start(lookMilliseconds);
+}
+
+void Episode::startJob(int number)
+{
+    note(QStringLiteral("job %1 begins").arg(m_plan.jobs.at(number).receipt.job));
+    auto process = std::make_shared<QProcess>();
+    m_processes[number] = process;
+    m_ends[number].isTroubled = m_inForce > 0 && !m_isOver;
+    process->setProgram(QCoreApplication::applicationFilePath());
+    process->setArguments(QStringList{QStringLiteral("print"), address(), m_plan.model, m_folder} +
+                          m_plan.jobs.at(number).toArguments());
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    connect(
+        process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+        [this, number] { jobHasEnded(number); }, Qt::QueuedConnection);
+    QTimer::singleShot(hangMilliseconds, process.get(), [this, number] {
+        m_ends[number].hasHung = true;
+        m_processes.at(number)->kill();
+    });
+    process->start();
+}
+
+void Episode::jobHasEnded(int number)
+{
+    JobEnd &end = m_ends[number];
+    end.report = ClientReport::fromOutput(m_processes.at(number)->readAllStandardOutput());
+    note(end.toString());
+    m_processes[number].reset();
+    m_running--;
+    startJobs();
+}
+
+void Episode::endTroubles()
+{
+    m_isOver = true;
+    constexpr PrinterFault::Kind repairs[] = {
+        PrinterFault::PowerOn,        PrinterFault::PaperBack, PrinterFault::CoverClosed,
+        PrinterFault::CutterRepaired, PrinterFault::OnLine,    PrinterFault::AnswersAgain,
+        PrinterFault::Swallow,        PrinterFault::Change};
+    for (const PrinterFault::Kind repair : repairs)
+        m_playing->apply({repair, 0});
+    note(QStringLiteral("nothing is wrong any more"));
+}
+
+/// Until what was sent is on the paper.
+void Episode::waitForQuiet()
+{
+    const bool isQuiet = m_device.bytesReceived() == m_seenBytes && m_device.nextEvent() < 0;
+    m_seenBytes = m_device.bytesReceived();
+    m_quietLooks = isQuiet ? m_quietLooks + 1 : 0;
+    if (m_quietLooks < quietLooks && ++m_looks < mostLooks)
+        return;
+    m_quietTimer.stop();
+    if (!comesToRest())
+        note(QStringLiteral("the printer doesn't come to rest"));
+    if (m_started == m_plan.jobs.size() || !comesToRest()) {
+        end();
+        return;
+    }
+    m_running++;
+    startJob(m_started++);
+}
+
+void Episode::end()
+{
+    m_playing->disconnect(this);
+    m_papers += m_device.takePapers();
+    m_papers += m_device.finish();
+    Q_EMIT finished();
+}
+
+void Episode::note(const QString &text)
+{
+    m_events.append(QStringLiteral("%1 ms, byte %2: %3")
+                        .arg(m_clock.elapsed(), 6)
+                        .arg(m_device.bytesReceived())
+                        .arg(text));
+}
+
+}  // namespace chaos
