@@ -67,6 +67,14 @@ struct PrintQueue::Parts
         return result;
     }
 
+    /// The same of a call that may have made something to be done.
+    template <typename Result>
+    Result changed(Result result)
+    {
+        look.start(0);
+        return told(result);
+    }
+
     QueueStore store;
     QString fault;
     QFileSystemWatcher watcher;
@@ -138,7 +146,7 @@ qint64 PrintQueue::add(const PrintQueueRequest &request)
                     .arg(mostBytes);
     else if (request.address.isNull())
         fault = QStringLiteral("no printer is named");
-    return fault.isEmpty() ? m_parts->told(m_parts->store.add(QueuedJob::of(request))) : 0;
+    return fault.isEmpty() ? m_parts->changed(m_parts->store.add(QueuedJob::of(request))) : 0;
 }
 
 QVector<PrintQueueEntry> PrintQueue::entries()
@@ -168,20 +176,17 @@ QStringList PrintQueue::damagedFiles()
 
 bool PrintQueue::repeat(qint64 id)
 {
-    return m_parts->told(m_parts->store.repeat(id, repeatLine()));
+    return m_parts->changed(m_parts->store.repeat(id, repeatLine()));
 }
 
 bool PrintQueue::drop(qint64 id)
 {
-    const bool isDropped = m_parts->told(m_parts->store.drop(id));
-    if (isDropped)
-        m_parts->look.start(0);
-    return isDropped;
+    return m_parts->changed(m_parts->store.drop(id));
 }
 
 qint64 PrintQueue::reprint(const QString &documentNumber)
 {
-    return m_parts->told(m_parts->store.reprint(
+    return m_parts->changed(m_parts->store.reprint(
         [&documentNumber](const PrintQueueEntry &entry) {
             return entry.documentNumber == documentNumber;
         },
@@ -190,7 +195,7 @@ qint64 PrintQueue::reprint(const QString &documentNumber)
 
 qint64 PrintQueue::reprintLast()
 {
-    return m_parts->told(
+    return m_parts->changed(
         m_parts->store.reprint([](const PrintQueueEntry & /*entry*/) { return true; }, copyLine()));
 }
 
@@ -322,9 +327,10 @@ void PrintQueue::jobIsOver(const PrintJobResult &result)
     if (result.reason == Reason::Refused)
         entry.result.text = parts.store.fault();
     entry.state = stateAfter(result);
-    if (parts.isBegun)
+    if (entry.state != State::Waiting) {
         entry.ended = QDateTime::currentDateTimeUtc();
-    if (entry.state == State::Waiting) {
+    } else {
+        entry.begun = {};
         if (parts.isBegun || parts.store.isWaiting(entry.id))
             parts.blocked.insert(entry.address.lockKey());
         else

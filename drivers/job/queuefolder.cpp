@@ -259,7 +259,8 @@ bool QueueFolder::sync(const QString &folder)
         ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0)
         return failOfSystem(folder);
-    const bool isSynced = ::fsync(descriptor) == 0;
+    // Some file systems have no fsync of folders, and do without.
+    const bool isSynced = ::fsync(descriptor) == 0 || errno == EINVAL;
     if (!isSynced)
         failOfSystem(folder);
     ::close(descriptor);

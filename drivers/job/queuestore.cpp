@@ -275,6 +275,12 @@ std::optional<QStringList> QueueStore::beginPrinting()
     return aside;
 }
 
+void QueueStore::endPrinting()
+{
+    m_right.reset();
+    m_begun = 0;
+}
+
 QStringList QueueStore::putAsideWhatIsDamaged()
 {
     QStringList texts;

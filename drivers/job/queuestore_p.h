@@ -39,7 +39,7 @@ public:
     /// prints it any more; what is damaged is put aside.
     /// @return what was put aside, one text for each; nothing if the right can't be had
     std::optional<QStringList> beginPrinting();
-    void endPrinting() { m_right.reset(); }
+    void endPrinting();
     bool isPrinting() const { return m_right != nullptr; }
     /// The first that waits and that is wanted.
     std::optional<QueuedJob> next(const std::function<bool(const PrintQueueEntry &)> &isWanted);

@@ -55,6 +55,14 @@ PrintQueueRequest longRequest()
     return request;
 }
 
+/// A line that opens, and takes nothing.
+class FullLine : public Line
+{
+public:
+    using Line::Line;
+    bool write(const QByteArray & /*bytes*/) override { return false; }
+};
+
 /// A queue that prints on printers of the test.
 class Queue : public PrintQueue
 {
@@ -75,6 +83,7 @@ public:
     int stops = 0;
     QStringList notes;
     Line *line = nullptr;
+    bool refusesBytes = false;
     std::function<void(Line &)> prepare;
 
     /// Those of another queue.
@@ -106,7 +115,8 @@ protected:
                                       const PrinterProfile &profile, const PrinterAddress &where,
                                       const PrintJobOptions &options) override
     {
-        line = new Line(where, &printer(where));
+        line =
+            refusesBytes ? new FullLine(where, &printer(where)) : new Line(where, &printer(where));
         if (prepare)
             prepare(*line);
         return std::make_unique<Job>(document, profile, line, new Lock(where, m_locks), options);
@@ -141,6 +151,25 @@ struct Shop
         return path + '/' + sub + QueueFolder::nameOf(id);
     }
     State state(qint64 id) const { return queue->entry(id).value_or(PrintQueueEntry()).state; }
+};
+
+/// Files of this process can't grow beyond so many bytes.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SmallDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+
+private:
+    rlimit m_before = {};
 };
 
 QVector<qint64> idsOf(const QVector<PrintQueueEntry> &entries)
@@ -191,6 +220,9 @@ private Q_SLOTS:
     void onlyOnePrints();
     void stopLetsAnotherOnePrint();
     void stopWhileAJobIsSentHoldsIt();
+    void aJobThatNothingOfWentOutWaitsAgain();
+    void stopInFrontOfAWrittenEndHoldsTheJob();
+    void aTicketIsTakenBackInFrontOfIdle();
     void idleIsToldOnceUntilThereIsSomething();
     void deletionInEachSignalIsSafe_data();
     void deletionInEachSignalIsSafe();
@@ -555,6 +587,61 @@ void TestPrintQueue::stopWhileAJobIsSentHoldsIt()
     QCOMPARE(shop.queue->ends.at(0).result.reason, Reason::Cancelled);
     QCOMPARE(shop.state(2), State::Waiting);
     QVERIFY(!shop.queue->got().contains("two"));
+}
+
+void TestPrintQueue::aJobThatNothingOfWentOutWaitsAgain()
+{
+    const Shop shop;
+    PrintQueueRequest request = requestOf("one");
+    request.options.asks = false;
+    shop.queue->add(request);
+    shop.queue->refusesBytes = true;
+    shop.queue->run();
+    QCOMPARE(shop.queue->ends.at(0).state, State::Waiting);
+    const auto entry = shop.other()->entry(1);
+    QCOMPARE(entry->state, State::Waiting);
+    QVERIFY(!entry->begun.isValid());
+    QVERIFY(!entry->ended.isValid());
+    shop.queue->refusesBytes = false;
+    shop.queue->run();
+    QCOMPARE(shop.state(1), State::Done);
+}
+
+void TestPrintQueue::stopInFrontOfAWrittenEndHoldsTheJob()
+{
+    const Shop shop;
+    shop.add("one");
+    {
+        std::unique_ptr<SmallDisk> disk;
+        shop.queue->prepare = [&](Line &line) {
+            line.onTaken = [&](qint64) {
+                if (!disk && shop.queue->got().contains("one"))
+                    disk = std::make_unique<SmallDisk>(100);
+            };
+        };
+        QVERIFY(shop.queue->start());
+        TRY(!shop.queue->notes.isEmpty());
+        shop.queue->end();
+    }
+    QVERIFY(shop.queue->ends.isEmpty());
+    QCOMPARE(shop.state(1), State::Printing);
+    QCOMPARE(shop.queue->entries().at(0).state, State::Unknown);
+    shop.queue->run();
+    QCOMPARE(shop.queue->got().count("one"), 1);
+}
+
+void TestPrintQueue::aTicketIsTakenBackInFrontOfIdle()
+{
+    const Shop shop;
+    PrintQueueRequest request = requestOf("one");
+    request.document.retractAfterSeconds = 3;
+    request.document.retraction =
+        "\x1D"
+        "e\x02";
+    shop.queue->add(request);
+    shop.queue->run();
+    QVERIFY(shop.queue->got().contains(request.document.retraction));
+    QCOMPARE(shop.state(1), State::Done);
 }
 
 void TestPrintQueue::idleIsToldOnceUntilThereIsSomething()
@@ -1036,25 +1123,6 @@ void TestPrintQueue::aJobInBothPlacesIsOver()
     QCOMPARE(shop.queue->got().count("one"), 1);
     QVERIFY(!QFile::exists(shop.file(1)));
 }
-
-/// Files of this process can't grow beyond so many bytes.
-class SmallDisk
-{
-public:
-    explicit SmallDisk(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SmallDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
-    SmallDisk(const SmallDisk &) = delete;
-    SmallDisk &operator=(const SmallDisk &) = delete;
-
-private:
-    rlimit m_before = {};
-};
 
 void TestPrintQueue::whatCanNotBeWrittenIsTold()
 {

@@ -26,7 +26,8 @@ class PrintJob;
 /// Programs of one user may add to a folder, list it and decide what becomes of held jobs, several
 /// at a time; one of them prints, between start() and stop(). It prints in the order of adding, one
 /// job at a time. If a printer can't print, its jobs stay in their order, and those of other
-/// printers go on.
+/// printers go on; a job that waits for its printer holds up all, so printers that are waited for
+/// have a folder each.
 ///
 /// The calls work on the disk, and wait for programs that do so at the same time, for 5 s at most.
 /// What fails gives false, 0 or nothing, changes nothing, and fault() tells why. The thread that
@@ -90,7 +91,8 @@ public:
     /// tries anew what couldn't be printed.
     /// @return false if another program prints what is in the folder, or it can't be used
     bool start();
-    /// Cancels the job that is under way, and ends in stopped(). What isn't begun stays.
+    /// Cancels the job that is under way, and ends in stopped(). What isn't begun stays; tickets
+    /// that are held out aren't taken back any more.
     void stop();
     bool isRunning() const;  ///< between start() and stopped()
 
