@@ -25,11 +25,19 @@ public:
         else
             listen();
         m_playing.emplace(*m_line, m_device, &m_device, 0);
+        QObject::connect(&*m_playing, &Playing::printed, &*m_playing,
+                         [this](const auto &pieces) { m_papers += pieces; });
         m_playing->start();
     }
 
     const printerslib::drivers::PrinterAddress &address() const { return m_address; }
     PrinterDevice &device() { return m_device; }
+    /// The pieces that were cut off, and what hangs in the printer: its end.
+    QVector<printerslib::drivers::Paper> finish()
+    {
+        m_papers += m_device.takePapers();
+        return m_papers + m_device.finish();
+    }
 
 private:
     void openTerminal()
@@ -61,6 +69,7 @@ private:
     std::unique_ptr<DeviceLine> m_line;
     std::optional<Playing> m_playing;
     printerslib::drivers::PrinterAddress m_address;
+    QVector<printerslib::drivers::Paper> m_papers;
 };
 
 /// The same with a thread of its own, which takes nothing of its client's time.
@@ -84,6 +93,13 @@ public:
 
     const printerslib::drivers::PrinterAddress &address() const { return m_port->address(); }
 
+    /// As PlayedPort::finish().
+    QVector<printerslib::drivers::Paper> finish()
+    {
+        QVector<printerslib::drivers::Paper> papers;
+        within([&] { papers = m_port->finish(); });
+        return papers;
+    }
     /// Calls it on the printer's thread, and waits for its end.
     template <typename Function>
     void within(Function function)
