@@ -21,6 +21,13 @@
     </message>
 </context>
 <context>
+    <name>PrintJob</name>
+    <message>
+        <source>REPEAT</source>
+        <translation>WIEDERHOLUNG</translation>
+    </message>
+</context>
+<context>
     <name>PrinterDocumentFormatter</name>
     <message>
         <source>&lt;C&gt;CHECK_COPY</source>

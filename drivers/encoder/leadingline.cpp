@@ -1,5 +1,6 @@
 #include "printerslib/drivers/leadingline.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 
 #include "commandsets/commandrow_p.h"
@@ -76,6 +77,11 @@ EncodedDocument withLineInFront(const EncodedDocument &document, const PrintTarg
     }
     addNotes(result, made.notes);
     return result;
+}
+
+QString repeatMark()
+{
+    return QCoreApplication::translate("PrintJob", "REPEAT");
 }
 
 }  // namespace printerslib::drivers

@@ -22,4 +22,8 @@ PRINTERSLIB_DRIVERS_EXPORT EncodedDocument withLineInFront(const EncodedDocument
                                                            const PrintTarget &target,
                                                            const QString &line);
 
+/// The word that says that a receipt is a repeat, in the language whose translation is installed,
+/// else in English: for withLineInFront().
+PRINTERSLIB_DRIVERS_EXPORT QString repeatMark();
+
 }  // namespace printerslib::drivers
