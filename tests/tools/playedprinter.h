@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryFile>
 #include <QtTest>
 
 #include "receiptprogram.h"
@@ -25,6 +26,12 @@ public:
     explicit PlayedPrinter(const QString &model = "CITIZEN_CTS_2000")
     {
         start({"--model", model, "--listen", "127.0.0.1:0"});
+        m_address = "tcp:127.0.0.1:" + nextLine().section(':', 1);
+    }
+    /// The same with more options of virtual-printer.
+    PlayedPrinter(const QString &model, const QStringList &options)
+    {
+        start(QStringList{"--model", model, "--listen", "127.0.0.1:0"} + options);
         m_address = "tcp:127.0.0.1:" + nextLine().section(':', 1);
     }
     /// On a pseudo terminal.
@@ -51,19 +58,46 @@ public:
         return !line.isNull();
     }
 
-private:
-    void start(const QStringList &options) { m_process.start(VIRTUAL_PRINTER_PROGRAM, options); }
-    QString nextLine()
+    /// All bytes that have come by now.
+    QByteArray received()
     {
-        while (!m_process.canReadLine()) {
-            if (!m_process.waitForReadyRead(printerPatience))
-                return QString();
-        }
-        return QString::fromUtf8(m_process.readLine()).trimmed();
+        befall("on line");
+        QByteArray bytes;
+        for (const QString &line : m_lines.filter(" < "))
+            bytes += QByteArray::fromHex(line.section(" < ", 1).toLatin1());
+        return bytes;
     }
 
+private:
+    // What it says goes to a file: a pipe that nobody reads in time would hold the printer up.
+    void start(const QStringList &options)
+    {
+        m_said.open();
+        m_process.setStandardOutputFile(m_said.fileName());
+        m_process.start(VIRTUAL_PRINTER_PROGRAM, options);
+    }
+    QString nextLine()
+    {
+        const QDeadlineTimer end(printerPatience);
+        while (!m_rest.contains('\n')) {
+            m_rest += m_said.readAll();
+            const bool isOver = m_process.state() == QProcess::NotRunning || end.hasExpired();
+            if (isOver && !m_rest.contains('\n'))
+                return QString();
+            if (!m_rest.contains('\n'))
+                m_process.waitForFinished(2);
+        }
+        const int size = m_rest.indexOf('\n') + 1;
+        m_lines.append(QString::fromUtf8(m_rest.left(size)).trimmed());
+        m_rest.remove(0, size);
+        return m_lines.last();
+    }
+
+    QTemporaryFile m_said;
+    QByteArray m_rest;
     QProcess m_process;
     QString m_address;
+    QStringList m_lines;
 };
 
 /// A pseudo terminal of which a test has the other end.
@@ -136,7 +170,7 @@ public:
         kill();
         waitForFinished();
     }
-    void interrupt() const { ::kill(static_cast<pid_t>(processId()), SIGINT); }
+    void interrupt(int signal = SIGINT) const { ::kill(static_cast<pid_t>(processId()), signal); }
     QString errorLine()
     {
         setReadChannel(StandardError);

@@ -115,11 +115,12 @@ private Q_SLOTS:
                  (QStringList{"lint", "preview", "print", "render", "document save"}));
         QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview", "print"}));
         QCOMPARE(commandsOf["model"],
-                 (QStringList{"decode", "lint", "preview", "print", "render", "status"}));
+                 (QStringList{"decode", "drawer", "lint", "preview", "print", "render", "status"}));
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"],
                  (QStringList{"fill", "preview", "print", "render", "document save"}));
-        QCOMPARE(commandsOf["json"], (QStringList{"find", "lint", "models", "status"}));
+        QCOMPARE(commandsOf["json"],
+                 (QStringList{"drawer", "find", "lint", "models", "print", "status"}));
         QCOMPARE(commandsOf["as"],
                  (QStringList{"bbcode", "decode", "lint", "render", "document show"}));
     }

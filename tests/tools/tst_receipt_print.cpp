@@ -523,9 +523,13 @@ private Q_SLOTS:
         row("unknown printer", source + QStringList{"--model", "X", "--dry-run"},
             "there is no model \"X\"; see \"receipt models\"");
         row("no destination", call, "--to is needed, or --dry-run");
-        for (const QString &to : QStringList{"", "sale.bin", "file:", "usb:0", "--"})
+        for (const QString &to : QStringList{"", "sale.bin", "--"})
             row(qPrintable("destination \"" + to + '"'), call + QStringList("--to=" + to),
-                "--to: \"" + to + "\" is neither file:PATH nor -");
+                "--to: \"" + to +
+                    "\" is no printer's address: expected serial, device, usb, tcp or file, a "
+                    "colon, and where it is, such as tcp:192.168.0.5 or device:/dev/usb/lp0");
+        row("destination without a path", call + QStringList("--to=file:"),
+            "--to: there is no path behind \"file:\"");
         row("drawer", call + QStringList{"--drawer", "now", "--dry-run"},
             "--drawer: \"now\" is none of before, after");
         row("pin", call + QStringList{"--drawer", "after", "--drawer-pin", "3", "--dry-run"},

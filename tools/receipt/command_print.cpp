@@ -1,9 +1,14 @@
 #include <printerslib/drivers/documentencoder.h>
+#include <printerslib/drivers/leadingline.h>
 
 #include "commands.h"
 #include "forms.h"
+#include "jobreport.h"
 #include "outputfile.h"
+#include "printerdelivery.h"
+#include "printeroption.h"
 #include "printoptions.h"
+#include "shopfile.h"
 #include "shopsettings.h"
 #include "streamdestination.h"
 #include "support.h"
@@ -13,18 +18,19 @@ namespace {
 
 using printerslib::drivers::DocumentEncoder;
 using printerslib::drivers::EncodedDocument;
+using printerslib::drivers::PrinterAddress;
+using printerslib::drivers::PrintJobOptions;
 using printerslib::drivers::PrintNote;
 using printerslib::drivers::PrintOptions;
 using printerslib::drivers::PrintTarget;
 
 // In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
-    R"(Makes the bytes that a printer model understands of a receipt: from a template
-and a document, or from one of --bbcode, --document and --plain. They go to the
-file of --to, or with "--to -" to standard output, from where they can be led to
-a printer: "--to - >/dev/usb/lp0", or behind "stty -F /dev/ttyS0 raw 19200" to a
-serial line. "receipt decode" reads them back, and what "receipt preview" draws
-is what they print.
+    R"(Prints a receipt: from a template and a document, or from one of --bbcode,
+--document and --plain. Its bytes, as the model understands them, go to the
+printer of --to as a job; or with "--to file:PATH" to a file, with "--to -" to
+standard output. "receipt decode" reads them back, and what "receipt preview"
+draws is what they print.
 
 Text is laid out for the model's paper, but no wider than its head, and printed
 in the printer's own fonts; a character that none of its character sets has is
@@ -34,9 +40,19 @@ ticket is cut, held out or handed out; before a cut the paper is fed as far as
 the cutter is from the head. Nothing in a text acts on the printer, and nothing
 but --drawer opens a drawer.
 
+A job waits for its turn behind those of other programs, and for nothing else
+unless told to. Ctrl+C stops it at the end of a command, resets the printer and
+cuts; the second Ctrl+C ends the program at once, and the next job repairs what
+is left. Standard output tells what is known of it: it is printed; or processed,
+which is all read, without an error behind that; or sent.
+
 Standard error tells what isn't printed as the document asks for, by block and
 line; with --strict that is an error, and nothing is written. The terminal that
-shows it never gets the bytes.)";
+shows it never gets the bytes.
+
+Exit status: 0 printed, processed, or sent to a printer that can't tell more; 3
+sent, but the confirmation that was expected didn't come; 4 not printed, nothing
+went out; 5 some of it went out; 1 bad input; 2 wrong usage.)";
 
 constexpr int usualBaud = 19200;
 constexpr int fastestBaud = 4'000'000;
@@ -83,8 +99,13 @@ struct Options
                        "how long the bytes take on the printer's line.")};
     const QCommandLineOption baud{
         QStringLiteral("baud"),
-        QStringLiteral("Speed of that line; default: that of --settings, or %1.").arg(usualBaud),
+        QStringLiteral("Speed of that line; default: that of --to, that of --settings, or %1.")
+            .arg(usualBaud),
         QStringLiteral("N"), QString::number(usualBaud)};
+    const QCommandLineOption repeat{
+        QStringLiteral("repeat"),
+        QStringLiteral("Print a line in front that says that this is a repeat, in the language of "
+                       "--language.")};
 };
 
 struct Request
@@ -93,9 +114,17 @@ struct Request
     std::optional<PrintTarget> target;
     PrintOptions options;
     tool::StreamDestination destination;
+    PrintJobOptions job;
+    /// Of the other printer, with its address in `spare`.
+    std::optional<PrintTarget> spareTarget;
+    PrintOptions spareOptions;
+    std::optional<PrinterAddress> spare;
+    bool repeatsOnSpare = false;
     int baud = usualBaud;
     bool isStrict = false;
     bool isDryRun = false;
+    bool isRepeat = false;
+    bool asJson = false;
 };
 
 bool setTarget(const QCommandLineParser &parser, const tool::ShopSettings &settings,
@@ -135,21 +164,75 @@ bool setDrawer(const QCommandLineParser &parser, const Options &options, Request
     return true;
 }
 
-bool setEnd(const QCommandLineParser &parser, const Options &options,
-            const tool::ShopSettings &settings, Request &request)
+bool setEnd(const QCommandLineParser &parser, const Options &options, Request &request)
 {
-    if (parser.isSet(options.emptyLines)) {
-        const auto lines = tool::numberOf(parser, options.emptyLines, 0, mostEmptyLines);
-        if (!lines)
-            return false;
-        request.options.emptyLinesAtEnd = *lines;
-    }
-    request.baud = settings.baudRate().value_or(usualBaud);
+    request.isRepeat = parser.isSet(options.repeat);
+    if (!parser.isSet(options.emptyLines))
+        return true;
+    const auto lines = tool::numberOf(parser, options.emptyLines, 0, mostEmptyLines);
+    request.options.emptyLinesAtEnd = lines.value_or(0);
+    return lines.has_value();
+}
+
+bool setBaud(const QCommandLineParser &parser, const Options &options,
+             const tool::ShopSettings &settings, Request &request)
+{
+    const PrinterAddress &printer = request.destination.printer();
+    request.baud = printer.kind() == PrinterAddress::Kind::Serial
+                       ? printer.line().baudRate
+                       : settings.baudRate().value_or(usualBaud);
     if (!parser.isSet(options.baud))
         return true;
     const auto baud = tool::numberOf(parser, options.baud, 1, fastestBaud);
     request.baud = baud.value_or(usualBaud);
     return baud.has_value();
+}
+
+/// What the other printer prints it as: on the same paper in the same font, as far as it has them.
+bool setSpareTarget(const QCommandLineParser &parser, const tool::ShopSettings &settings,
+                    Request &request)
+{
+    const auto paper = settings.paperOf(parser);
+    if (!paper)
+        return false;
+    request.spareTarget = request.target;
+    request.spareOptions = request.options;
+    if (!parser.isSet(tool::spareModelOption()))
+        return true;
+    const auto model = tool::findModel(paper->models, parser.value(tool::spareModelOption()));
+    if (!model)
+        return false;
+    request.spareTarget = tool::targetOf(*model, *paper);
+    const auto options = tool::printOptionsOfEach(parser, request.spareTarget->profile());
+    if (!options)
+        return false;
+    request.spareOptions.codePage = options->codePage;
+    return true;
+}
+
+/// What is said of a job, which needs a printer.
+bool setJob(const QCommandLineParser &parser, const tool::ShopSettings &settings, Request &request)
+{
+    request.job = tool::jobOptionsOf(parser);
+    request.asJson = parser.isSet(tool::jsonOption());
+    if (!request.destination.isPrinter()) {
+        const bool choosesPrinter = tool::choosesJob(parser) || tool::choosesSpare(parser);
+        if (choosesPrinter && !request.isDryRun)
+            tool::complain(
+                QStringLiteral("--wait-for-paper, --one-way, --json and --spare need a printer as "
+                               "--to"));
+        return !choosesPrinter || request.isDryRun;
+    }
+    if (!tool::setSpare(parser, request.destination.printer(), request.spare))
+        return false;
+    if (!request.spare)
+        return true;
+    if (request.job.waitMilliseconds != 0) {
+        tool::complain(QStringLiteral("--wait-for-paper and --spare exclude each other"));
+        return false;
+    }
+    request.repeatsOnSpare = parser.isSet(tool::spareRepeatsOption());
+    return setSpareTarget(parser, settings, request);
 }
 
 bool setDestination(const QCommandLineParser &parser, const Options &options, Request &request)
@@ -170,37 +253,62 @@ void tellNotes(const Request &request, const EncodedDocument &encoded)
     const QString &file = request.source.files.constFirst();
     for (const PrintNote &note : encoded.notes)
         tool::complain(QStringLiteral("%1: %2").arg(file, note.toString()));
-    if (!encoded.retraction.isEmpty())
+    // A job takes the ticket back by itself.
+    const bool isJob = request.destination.isPrinter() && !request.isDryRun;
+    if (!encoded.retraction.isEmpty() && !isJob)
         tool::complain(QStringLiteral("%1: the ticket stays held out until %2 is sent, which the "
                                       "document wants after %3 s")
                            .arg(file, QString::fromLatin1(encoded.retraction.toHex(' ').toUpper()))
                            .arg(encoded.retractAfterSeconds));
 }
 
-/// "CUSTOM_VKP_80, paper 80 mm: 1234 bytes, 1 piece of paper, 0.64 s at 19200 baud"
-QString jobText(const Request &request, const EncodedDocument &encoded)
+/// "CUSTOM_VKP_80, paper 80 mm: 1234 bytes, 1 piece of paper"
+QString receiptText(const PrintTarget &target, const EncodedDocument &encoded)
 {
-    const double seconds = double(encoded.bytes.size()) * bitsOfAByte / request.baud;
-    return QStringLiteral("%1, paper %2: %3 bytes, %4 of paper, %5 s at %6 baud")
-        .arg(request.target->profile().modelId(), request.target->paper().caption())
+    return QStringLiteral("%1, paper %2: %3 bytes, %4 of paper")
+        .arg(target.profile().modelId(), target.paper().caption())
         .arg(encoded.bytes.size())
         .arg(encoded.pieces == 1 ? QStringLiteral("1 piece")
-                                 : QStringLiteral("%1 pieces").arg(encoded.pieces))
+                                 : QStringLiteral("%1 pieces").arg(encoded.pieces));
+}
+
+/// The same with "0.64 s at 19200 baud".
+QString timedText(const Request &request, const EncodedDocument &encoded)
+{
+    const double seconds = double(encoded.bytes.size()) * bitsOfAByte / request.baud;
+    return QStringLiteral("%1, %2 s at %3 baud")
+        .arg(receiptText(*request.target, encoded))
         .arg(seconds, 0, 'f', 2)
         .arg(request.baud);
 }
 
-int deliver(const Request &request, const EncodedDocument &encoded)
+tool::PreparedReceipt preparedFor(const PrinterAddress &printer, const PrintTarget &target,
+                                  const Request &request, const EncodedDocument &encoded)
+{
+    return {
+        {encoded, target.profile(), printer, request.job}, target, receiptText(target, encoded)};
+}
+
+int deliver(const Request &request, const EncodedDocument &encoded,
+            const std::optional<EncodedDocument> &spare)
 {
     if (request.isDryRun) {
-        tool::print(jobText(request, encoded));
+        tool::print(timedText(request, encoded));
         return tool::Success;
+    }
+    if (request.destination.isPrinter()) {
+        tool::PrinterDelivery delivery{
+            preparedFor(request.destination.printer(), *request.target, request, encoded),
+            std::nullopt, request.repeatsOnSpare, request.isRepeat, request.asJson};
+        if (spare)
+            delivery.spare = preparedFor(*request.spare, *request.spareTarget, request, *spare);
+        return tool::deliver(delivery);
     }
     if (!request.destination.take(encoded.bytes))
         return tool::BadInput;
     if (request.destination.isFile())
         tool::print(QStringLiteral("%1: %2").arg(request.destination.fileName(),
-                                                 jobText(request, encoded)));
+                                                 timedText(request, encoded)));
     return tool::Success;
 }
 
@@ -214,24 +322,44 @@ bool keepsSources(const Request &request, const tool::PreviewedReceipt &receipt)
            tool::keepsCompanions({output}, receipt);
 }
 
+/// The bytes for one printer, and what is to be said of them. Nothing if they can't be made, or not
+/// as faithfully as they have to be.
+std::optional<EncodedDocument> encodedFor(const PrintTarget &target, const PrintOptions &options,
+                                          const Request &request,
+                                          const tool::PreviewedReceipt &receipt)
+{
+    EncodedDocument encoded = DocumentEncoder(target, options).encode(receipt.documentFor(target));
+    if (request.isRepeat)
+        encoded = printerslib::drivers::withLineInFront(encoded, target,
+                                                        printerslib::drivers::repeatMark());
+    const QString &file = request.source.files.constFirst();
+    if (!encoded.error.isEmpty()) {
+        tool::complain(QStringLiteral("%1: %2").arg(file, encoded.error));
+        return std::nullopt;
+    }
+    tellNotes(request, encoded);
+    if (request.isStrict && (!encoded.isFaithful() || !receipt.isWhole)) {
+        tool::complain(QStringLiteral("%1: not printed, as that isn't all of it").arg(file));
+        return std::nullopt;
+    }
+    return encoded;
+}
+
 int print(const Request &request)
 {
     const auto receipt = request.source.read();
     if (!receipt || !keepsSources(request, *receipt))
         return tool::BadInput;
-    const DocumentEncoder encoder(*request.target, request.options);
-    const EncodedDocument encoded = encoder.encode(receipt->documentFor(*request.target));
-    const QString &file = request.source.files.constFirst();
-    if (!encoded.error.isEmpty()) {
-        tool::complain(QStringLiteral("%1: %2").arg(file, encoded.error));
+    const auto encoded = encodedFor(*request.target, request.options, request, *receipt);
+    if (!encoded)
         return tool::BadInput;
+    std::optional<EncodedDocument> spare;
+    if (request.spare) {
+        spare = encodedFor(*request.spareTarget, request.spareOptions, request, *receipt);
+        if (!spare)
+            return tool::BadInput;
     }
-    tellNotes(request, encoded);
-    if (request.isStrict && (!encoded.isFaithful() || !receipt->isWhole)) {
-        tool::complain(QStringLiteral("%1: not printed, as that isn't all of it").arg(file));
-        return tool::BadInput;
-    }
-    return deliver(request, encoded);
+    return deliver(request, *encoded, spare);
 }
 
 }  // namespace
@@ -245,9 +373,13 @@ int runPrint(const QStringList &arguments)
     parser.addOptions(tool::shopOptions());
     parser.addOptions(tool::printOptions());
     parser.addOptions({options.emptyLines, options.drawer, options.drawerPin, options.strict,
-                       tool::destinationOption(), options.dryRun, options.baud});
+                       tool::destinationOption(), tool::shopFileOption()});
+    parser.addOptions(tool::jobOptions());
+    parser.addOptions({options.repeat});
+    parser.addOptions(tool::spareOptions());
+    parser.addOptions({options.dryRun, options.baud});
     tool::addTemplateAndDocument(parser);
-    if (const auto status = tool::parse(parser, QStringLiteral("print"), arguments, 0, 2))
+    if (const auto status = tool::parseForPrinter(parser, QStringLiteral("print"), arguments, 0, 2))
         return *status;
     const auto settings = tool::shopSettingsOf(parser);
     if (!settings)
@@ -255,7 +387,8 @@ int runPrint(const QStringList &arguments)
     Request request;
     const auto source = tool::sourceOf(parser);
     if (!source || !setTarget(parser, *settings, request) || !setDrawer(parser, options, request) ||
-        !setEnd(parser, options, *settings, request) || !setDestination(parser, options, request))
+        !setEnd(parser, options, request) || !setDestination(parser, options, request) ||
+        !setBaud(parser, options, *settings, request) || !setJob(parser, *settings, request))
         return tool::WrongUsage;
     request.source = *source;
     return print(request);

@@ -48,6 +48,7 @@ int runBbCode(const QStringList &arguments);
 int runDecode(const QStringList &arguments);
 bool drawsDecoded(const QStringList &arguments);
 int runDocument(const QStringList &arguments);
+int runDrawer(const QStringList &arguments);
 int runEval(const QStringList &arguments);
 int runFill(const QStringList &arguments);
 int runFind(const QStringList &arguments);

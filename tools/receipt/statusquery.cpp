@@ -3,6 +3,7 @@
 #include <QDeadlineTimer>
 #include <algorithm>
 
+#include "queueplace.h"
 #include "support.h"
 
 namespace tool {
@@ -35,12 +36,6 @@ TransportOptions optionsOf(int milliseconds)
 QString secondsText(int milliseconds)
 {
     return QStringLiteral("%1 s").arg(milliseconds / 1000);
-}
-
-QString jobsText(int jobs)
-{
-    return jobs == 1 ? QStringLiteral("1 job is in front")
-                     : QStringLiteral("%1 jobs are in front").arg(jobs);
 }
 
 }  // namespace
@@ -92,12 +87,12 @@ bool StatusQuery::getTurn()
             return fail(m_lock.fault());
         const int ahead = m_lock.ahead();
         if (ahead > 0 && ahead != told)
-            complain(QStringLiteral("%1: waiting, %2").arg(m_address.toString(), jobsText(ahead)));
+            tellPlaceInQueue(m_address, ahead);
         told = ahead;
         if (end.hasExpired())
             return fail(QStringLiteral("%1 isn't free: waited %2, and %3")
                             .arg(m_address.toString(), secondsText(m_milliseconds),
-                                 jobsText(std::max(ahead, 1))));
+                                 jobsInFront(std::max(ahead, 1))));
     }
     return false;
 }

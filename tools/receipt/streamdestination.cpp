@@ -9,10 +9,13 @@
 #include <cerrno>
 
 #include "outputfile.h"
+#include "printeroption.h"
 #include "progressline.h"
 #include "support.h"
 
 namespace tool {
+
+using printerslib::drivers::PrinterAddress;
 
 namespace {
 
@@ -78,9 +81,11 @@ bool writeToStandardOutput(const QByteArray &bytes)
 
 StreamDestination::StreamDestination(const QString &fileName) : m_fileName(fileName) {}
 
+StreamDestination::StreamDestination(const PrinterAddress &printer) : m_printer(printer) {}
+
 bool StreamDestination::canTake() const
 {
-    if (isFile() || ::isatty(STDOUT_FILENO) == 0)
+    if (isFile() || isPrinter() || ::isatty(STDOUT_FILENO) == 0)
         return true;
     if (isUsersTerminal()) {
         complain(
@@ -105,8 +110,10 @@ bool StreamDestination::take(const QByteArray &bytes) const
 QCommandLineOption destinationOption()
 {
     return {QStringLiteral("to"),
-            QStringLiteral("Where the bytes go: file:PATH, a file that is written whole or not at "
-                           "all, or -, standard output."),
+            QStringLiteral("Where the bytes go: to a printer, serial:/dev/ttyS0?baud=19200, "
+                           "device:/dev/usb/lp0, usb:VENDOR:PRODUCT or tcp:HOST:9100; file:PATH, a "
+                           "file that is written whole or not at all; or -, standard output. "
+                           "Default: the printer of --config."),
             QStringLiteral("DESTINATION")};
 }
 
@@ -118,11 +125,12 @@ std::optional<StreamDestination> destinationOf(const QCommandLineParser &parser)
         return StreamDestination();
     if (text.startsWith(scheme) && text.size() > scheme.size())
         return StreamDestination(text.mid(scheme.size()));
-    if (parser.isSet(destinationOption()))
-        complain(QStringLiteral("--to: \"%1\" is neither file:PATH nor -").arg(text));
-    else
+    if (!parser.isSet(destinationOption())) {
         complain(QStringLiteral("--to is needed, or --dry-run"));
-    return std::nullopt;
+        return std::nullopt;
+    }
+    const auto printer = printerAddressOf(parser, destinationOption());
+    return printer ? std::make_optional<StreamDestination>(*printer) : std::nullopt;
 }
 
 }  // namespace tool

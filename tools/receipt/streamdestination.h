@@ -1,5 +1,7 @@
 #pragma once
 
+#include <printerslib/drivers/printeraddress.h>
+
 #include <QByteArray>
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -15,9 +17,13 @@ public:
     /// Standard output.
     StreamDestination() = default;
     explicit StreamDestination(const QString &fileName);
+    explicit StreamDestination(const printerslib::drivers::PrinterAddress &printer);
 
     bool isFile() const { return !m_fileName.isEmpty(); }
     const QString &fileName() const { return m_fileName; }
+    /// Whether it is a printer, which takes them as a job: take() isn't for it.
+    bool isPrinter() const { return !m_printer.isNull(); }
+    const printerslib::drivers::PrinterAddress &printer() const { return m_printer; }
 
     /// Complains and gives false for the user's terminal, which would obey the bytes, and for a
     /// line that changes them.
@@ -27,7 +33,8 @@ public:
     bool take(const QByteArray &bytes) const;
 
 private:
-    QString m_fileName;  ///< empty: standard output
+    QString m_fileName;
+    printerslib::drivers::PrinterAddress m_printer;  ///< without both: standard output
 };
 
 /// The option --to.

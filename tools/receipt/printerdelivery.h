@@ -1,0 +1,48 @@
+#pragma once
+
+#include <printerslib/drivers/printtarget.h>
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QList>
+#include <QString>
+#include <optional>
+
+#include "jobrunner.h"
+
+/// A receipt on its way to a printer, or to another one in its place.
+namespace tool {
+
+/// A receipt made for one printer.
+struct PreparedReceipt
+{
+    JobOrder order;
+    printerslib::drivers::PrintTarget target;
+    QString what;  ///< as messages name it
+};
+
+struct PrinterDelivery
+{
+    PreparedReceipt receipt;
+    std::optional<PreparedReceipt> spare;
+    /// Whether it goes to the other printer also when some of it has come to this one.
+    bool repeatsOnSpare = false;
+    bool isRepeat = false;  ///< whether its first line says so already
+    bool asJson = false;
+};
+
+/// Prints it, and tells what became of it. Gives the exit status.
+int deliver(const PrinterDelivery &delivery);
+
+/// The options --spare, --spare-model and --spare-repeats.
+QList<QCommandLineOption> spareOptions();
+/// Whether one of them is given.
+bool choosesSpare(const QCommandLineParser &parser);
+QCommandLineOption spareModelOption();    ///< the second of them
+QCommandLineOption spareRepeatsOption();  ///< the third
+/// The other printer; nothing if there is none. Complains, and gives false, if these options
+/// contradict themselves or others.
+bool setSpare(const QCommandLineParser &parser, const printerslib::drivers::PrinterAddress &printer,
+              std::optional<printerslib::drivers::PrinterAddress> &spare);
+
+}  // namespace tool
