@@ -49,11 +49,16 @@ offers 'check remove repair save show' document ''
 offers '--clean --codec' document save --c
 offers 'after before' print --drawer ''
 offers '--drawer --drawer-pin --dry-run' print --dr
-offers '- file:' print --to ''
+offers '- device: file: serial: tcp: usb:' print --to ''
 offers 'file:' print --to f
 offers 'kiosk.cpt kiosk.json' print --to file : kiosk
 offers "$(compgen -f | sort | paste -sd ' ')" print --to file :
 offers 'device: serial: tcp: usb:' status --to ''
+offers 'device: serial: tcp: usb:' print --spare ''
+offers 'tcp:' drawer --to t
+offers '--pin' drawer --p
+offers 'CUSTOM_TG_2480_H CUSTOM_TG_2480_SE CUSTOM_VKP_80' print --spare-model CUSTOM
+offers 'kiosk.cpt kiosk.json' drawer --config kiosk
 offers 'all bidirectional brackets controls equals invisible tags' render --clean ''
 offers 'export import show' settings ''
 offers '--printer' settings export --p

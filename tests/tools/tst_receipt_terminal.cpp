@@ -124,7 +124,8 @@ private Q_SLOTS:
         QTest::newRow("picture") << QStringList{"preview", m_template, m_document, "--output",
                                                 attack()};
         QTest::newRow("destination of a printer's bytes") << QStringList{
-            "print", "--plain", m_template, "--model", "GENERAL_EPSON_PROTOCOL", "--to", attack()};
+            "print", "--plain",        m_template, "--model", "GENERAL_EPSON_PROTOCOL",
+            "--to",  "tcp:" + attack()};
         QTest::newRow("document that isn't there")
             << QStringList{"document", "show", m_folder.path("none" + attack())};
     }
