@@ -367,6 +367,23 @@ private Q_SLOTS:
         QCOMPARE(lost, 7);
     }
 
+    void aSlowLineServesWhoHasWaitedToo()
+    {
+        const QTemporaryDir folder;
+        Bench bench({"--paper", folder.path(), "--pace", "1000,0"});
+        QVERIFY(bench.isServed());
+        QTcpSocket second;
+        bench.join(second);
+        second.write("second\n" + cut);
+        second.waitForBytesWritten(patience);
+        second.disconnectFromHost();
+        bench.send(QByteArray(300, 'x') + '\n' + cut);
+        bench.client.disconnectFromHost();
+        QVERIFY(!bench.program.lineWith("paper: ").isEmpty());
+        QVERIFY(!bench.program.lineWith("paper: ").isEmpty());
+        QCOMPARE(contentOf(folder.filePath("paper-0002.txt")), QString("second\n[cut]\n"));
+    }
+
     void flowControlHoldsTheHost_data()
     {
         QTest::addColumn<QString>("name");

@@ -128,6 +128,16 @@ void TcpLine::takeClient()
     dropWhenRead();
 }
 
+/// What has come in meanwhile, also of a client whose turn has come, isn't told again.
+void TcpLine::setListening(bool isListening)
+{
+    const bool isMissed =
+        isListening && !m_isListening && m_client != nullptr && m_client->bytesAvailable() > 0;
+    m_isListening = isListening;
+    if (isMissed)
+        Q_EMIT readable();
+}
+
 void TcpLine::tellReadable()
 {
     if (m_isListening)

@@ -90,7 +90,7 @@ public:
     QString name() const override;
     QByteArray read(int most) override;
     void write(const QByteArray &bytes) override;
-    void setListening(bool isListening) override { m_isListening = isListening; }
+    void setListening(bool isListening) override;
     bool waits() const override { return true; }
     void setBusy(bool /*isBusy*/) override {}
     bool reset() override;
