@@ -171,14 +171,31 @@ void JobRun::repair()
 void JobRun::repaired()
 {
     m_stuckTimer.stop();
+    tellNote(
+        QStringLiteral("a job before this one was cut off: the printer was reset, and "
+                       "what it had printed was cut off"));
+    // What a network or adapter has taken, it may still lose.
+    m_repairFill = m_record.fill;
+    if (isLineSerial())
+        settleRepair();
+    ask();
+}
+
+/// The repair is in the printer.
+void JobRun::settleRepair()
+{
+    if (m_repairFill < 0)
+        return;
+    m_repairFill = -1;
     m_record.isOpen = false;
     m_record.fill = 0;
     m_record.last.clear();
     keepRecord();
-    tellNote(
-        QStringLiteral("a job before this one was cut off: the printer was reset, and "
-                       "what it had printed was cut off"));
-    ask();
+}
+
+bool JobRun::isLineSerial() const
+{
+    return m_parts.transport->address().kind() == PrinterAddress::Kind::Serial;
 }
 
 void JobRun::lineHasTaken(qint64 total)
@@ -282,6 +299,7 @@ void JobRun::ask()
 void JobRun::statusIsComplete()
 {
     m_timer.stop();
+    settleRepair();  // it was asked behind that
     if (m_dialogue.status().canPrint()) {
         m_waitTimer.stop();
         beginSending();
@@ -413,10 +431,9 @@ void JobRun::handOver()
 
 void JobRun::recordRange()
 {
-    const bool isSerial = m_parts.transport->address().kind() == PrinterAddress::Kind::Serial;
-    const qint64 begin = isSerial ? m_taken : std::max<qint64>(0, m_taken - uncertainBytes);
+    const qint64 begin = isLineSerial() ? m_taken : std::max<qint64>(0, m_taken - uncertainBytes);
     m_record.isOpen = true;
-    m_record.fill = m_stream.fillBetween(begin, m_handed);
+    m_record.fill = std::max(m_repairFill, m_stream.fillBetween(begin, m_handed));
     m_record.last = m_id;
     const bool isKept = m_parts.lock->setRecord(m_record.toBytes());
     if (!isKept && !m_isUnrecorded)

@@ -86,6 +86,8 @@ private:
 
     void repair();
     void repaired();
+    void settleRepair();
+    bool isLineSerial() const;
     void ask();
     void statusIsComplete();
     void beginToWait();
@@ -132,10 +134,11 @@ private:
     Step m_step = Step::New;
     const QString m_id;
     QByteArray m_automaticOff;
-    qint64 m_base = 0;    ///< bytes that the line had taken before the stream
-    qint64 m_handed = 0;  ///< of the stream
-    qint64 m_taken = 0;   ///< of the stream
-    qint64 m_limit = 0;   ///< of the stream: no more is handed over
+    qint64 m_base = 0;      ///< bytes that the line had taken before the stream
+    qint64 m_handed = 0;    ///< of the stream
+    qint64 m_taken = 0;     ///< of the stream
+    qint64 m_limit = 0;     ///< of the stream: no more is handed over
+    int m_repairFill = -1;  ///< of a repair that may not have reached the printer; -1: of none
     bool m_isPaused = false;
     bool m_isWaiting = false;  ///< for a printer that can't print
     bool m_isCancelled = false;

@@ -168,6 +168,8 @@ private Q_SLOTS:
     void theTurnIsWaitedFor();
     void deletionInEachSignalIsSafe();
     void deletionInTheMiddleIsRepaired();
+    void aRepairCountsWhenThePrinterHasAnswered_data();
+    void aRepairCountsWhenThePrinterHasAnswered();
 
     // ---- Asked in front of the first byte
     void itIsAskedOnceInFrontOfTheFirstByte();
@@ -829,6 +831,39 @@ void TestPrintJob::deletionInTheMiddleIsRepaired()
     QVERIFY(setting.hasWhole(30));
     const auto commands = commandsIn(setting.printer->got, setting.profile);
     QCOMPARE(commands.count(setting.document.bytes.mid(10, 24)), 1);
+}
+
+/// What a network has taken may be lost with its connection.
+void TestPrintJob::aRepairCountsWhenThePrinterHasAnswered_data()
+{
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<bool>("isRepairedAgain");
+    QTest::newRow("network") << "tcp:192.0.2.1:9100" << true;
+    QTest::newRow("device") << "device:/dev/usb/lp0" << true;
+    QTest::newRow("serial line") << "serial:/dev/ttyS0" << false;
+}
+
+void TestPrintJob::aRepairCountsWhenThePrinterHasAnswered()
+{
+    QFETCH(QString, where);
+    QFETCH(bool, isRepairedAgain);
+    Setting setting;
+    setting.where = address(where);
+    auto job = setting.job();
+    setting.line->stopsAt = 30;  // within the picture
+    job->start();
+    TRY(setting.printer->got.size() == 30);
+    job.reset();
+    setting.printer->isSilent = true;
+    QCOMPARE(setting.run()->end.reason, Reason::NoAnswer);
+    QCOMPARE(setting.record().isOpen, isRepairedAgain);
+    setting.printer->isSilent = false;
+    const int before = setting.printer->got.size();
+    const auto next = setting.run();
+    QCOMPARE(next->end.outcome, Outcome::Processed);
+    QCOMPARE(next->notes.size(), isRepairedAgain ? 1 : 0);
+    QVERIFY(setting.hasWhole(before));
+    QVERIFY(!setting.record().isOpen);
 }
 
 void TestPrintJob::itIsAskedOnceInFrontOfTheFirstByte()
