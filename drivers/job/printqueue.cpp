@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "job/queuestore_p.h"
+#include "printerslib/drivers/leadingline.h"
 #include "printerslib/drivers/printjob.h"
 
 namespace printerslib::drivers {
@@ -28,11 +29,6 @@ QString copyLine()
     const QString tag = QStringLiteral("<C>");
     const QString line = QCoreApplication::translate("PrinterDocumentFormatter", "<C>CHECK_COPY");
     return line.startsWith(tag) ? line.mid(tag.size()) : line;
-}
-
-QString repeatLine()
-{
-    return QCoreApplication::translate("PrintQueue", "REPEAT");
 }
 
 /// What a result makes of a job that was begun.
@@ -176,7 +172,7 @@ QStringList PrintQueue::damagedFiles()
 
 bool PrintQueue::repeat(qint64 id)
 {
-    return m_parts->changed(m_parts->store.repeat(id, repeatLine()));
+    return m_parts->changed(m_parts->store.repeat(id, repeatMark()));
 }
 
 bool PrintQueue::drop(qint64 id)

@@ -56,6 +56,7 @@ int runLint(const QStringList &arguments);
 int runModels(const QStringList &arguments);
 int runPreview(const QStringList &arguments);
 int runPrint(const QStringList &arguments);
+int runQueue(const QStringList &arguments);
 int runRender(const QStringList &arguments);
 int runSettings(const QStringList &arguments);
 int runSplit(const QStringList &arguments);

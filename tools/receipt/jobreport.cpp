@@ -156,6 +156,11 @@ PrintJobOptions jobOptionsOf(const QCommandLineParser &parser)
     return options;
 }
 
+QString outcomeWords(Outcome outcome)
+{
+    return QLatin1String(rowOf(outcome).words);
+}
+
 QJsonObject resultJson(const JobOrder &order, const PrintJobResult &result)
 {
     QJsonArray notes;

@@ -25,6 +25,8 @@ bool choosesJob(const QCommandLineParser &parser);
 /// What the first two say.
 printerslib::drivers::PrintJobOptions jobOptionsOf(const QCommandLineParser &parser);
 
+/// What an outcome is called: "printed in part".
+QString outcomeWords(printerslib::drivers::PrintJobResult::Outcome outcome);
 /// What is wrong with a job's outcome, with printer and reason; empty if nothing is.
 QString faultOf(const JobOrder &order, const printerslib::drivers::PrintJobResult &result);
 /// Tells what became of a job, and gives the exit status.

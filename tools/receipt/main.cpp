@@ -25,6 +25,7 @@ constexpr Command commands[] = {
     {"models", "list the known printers and what they can do", runModels},
     {"preview", "draw a receipt as a printer model prints it", runPreview, drawsAlways},
     {"print", "print a receipt, or make the bytes that a printer gets", runPrint},
+    {"queue", "keep receipts until they are printed, and reprint them", runQueue},
     {"render", "print a receipt from a template and a document", runRender},
     {"settings", "show, check and make lists of settings", runSettings},
     {"split", "show the fiscal sections of a template", runSplit},

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <printerslib/drivers/printqueue.h>
+
+#include <QEventLoop>
+#include <QHash>
+#include <QString>
+#include <QTimer>
+#include <memory>
+
+#include "interrupt.h"
+#include "progressline.h"
+
+namespace tool {
+
+/// Prints what waits in a queue. Standard output tells of each job that is printed, standard error
+/// of the others, and of what happens meanwhile. An interrupt cancels the job that is under way.
+class QueueRunner
+{
+public:
+    /// @param queue outlives this
+    explicit QueueRunner(printerslib::drivers::PrintQueue &queue);
+
+    /// Until nothing is left that can be tried; or with `stays` until an interrupt, with another
+    /// try whenever some seconds have passed. False if it couldn't begin.
+    bool run(bool stays);
+
+private:
+    void connectQueue();
+    void tell(qint64 id, const QString &text);
+    void tellStatus(qint64 id, const printerslib::drivers::PrinterStatus &status);
+    void tellEnd(const printerslib::drivers::PrintQueueEntry &entry);
+    void stop();
+
+    printerslib::drivers::PrintQueue &m_queue;
+    const Interrupt m_interrupt;
+    QEventLoop m_loop;  ///< ends with the connections that tell
+    QTimer m_again;
+    std::unique_ptr<ProgressLine> m_progress;  ///< of the job that is under way
+    QString m_toldOfPrinter;
+    QHash<qint64, QString> m_toldOfJobs;  ///< of those that can't be printed
+    bool m_stays = false;
+};
+
+}  // namespace tool
