@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "portjob.h"
+#include "printerslib/drivers/printqueue.h"
 
 using namespace portjob;
 
@@ -28,23 +29,75 @@ int printJobs(int thread, const PrinterAddress &printer, const QString &folder)
     return confirmed;
 }
 
-/// The same in several threads at once. @param printerOf gives that of a thread
-template <typename PrinterOf>
-int printInThreads(PrinterOf printerOf, const QString &folder)
+/// Calls the function in so many threads that may have an event loop, and waits for their end.
+template <typename Function>
+void inThreads(int count, Function function)
 {
-    QAtomicInt confirmed;
     std::vector<std::unique_ptr<QThread>> threads;
-    for (int number = 0; number < threadCount; ++number) {
-        const PrinterAddress printer = printerOf(number);
-        threads.emplace_back(QThread::create([&confirmed, number, printer, folder] {
-            confirmed.fetchAndAddRelaxed(printJobs(number, printer, folder));
-        }));
-    }
+    for (int thread = 0; thread < count; ++thread)
+        threads.emplace_back(QThread::create(function, thread));
     for (const auto &thread : threads)
         thread->start();
     for (const auto &thread : threads)
         thread->wait();
-    return confirmed.loadRelaxed();
+}
+
+/// @param printerOf gives that of a thread
+template <typename PrinterOf>
+int printInThreads(PrinterOf printerOf, const QString &folder)
+{
+    std::atomic<int> confirmed = 0;
+    inThreads(threadCount,
+              [&](int thread) { confirmed += printJobs(thread, printerOf(thread), folder); });
+    return confirmed;
+}
+
+/// With the locks of printers in a folder of the test.
+class PortQueue : public PrintQueue
+{
+public:
+    PortQueue(const QString &folder, QString locks) : PrintQueue(folder), m_locks(std::move(locks))
+    {}
+
+protected:
+    std::unique_ptr<PrintJob> makeJob(const EncodedDocument &document, const PrinterProfile &,
+                                      const PrinterAddress &printer,
+                                      const PrintJobOptions &options) override
+    {
+        return std::make_unique<PortJob>(document, printer, m_locks, options);
+    }
+
+private:
+    QString m_locks;
+};
+
+/// Adds as many jobs as printJobs() prints. @return how many were kept
+int addJobs(int thread, const PrinterAddress &printer, const QString &folder)
+{
+    int kept = 0;
+    PrintQueue queue(folder);
+    for (int i = 0; i < jobsOfThread; ++i) {
+        PrintQueueRequest request;
+        request.document = receipt(thread * jobsOfThread + i);
+        request.profile = profile();
+        request.address = printer;
+        kept += queue.add(request) > 0 ? 1 : 0;
+    }
+    return kept;
+}
+
+/// Prints until so many have been.
+void printQueue(int count, const QString &folder, const QString &locks)
+{
+    PortQueue queue(folder, locks);
+    QEventLoop loop;
+    QObject::connect(&queue, &PrintQueue::ended, &loop, [&](const PrintQueueEntry &entry) {
+        if (entry.state == PrintQueueEntry::State::Done && --count == 0)
+            queue.stop();
+    });
+    QObject::connect(&queue, &PrintQueue::stopped, &loop, &QEventLoop::quit);
+    if (queue.start())
+        loop.exec();
 }
 
 /// Takes the lines of whole jobs off the paper, each with all of its lines in their order.
@@ -73,6 +126,21 @@ QVector<int> numbersUpTo(int count)
     return numbers;
 }
 
+/// Whether each job is there once, behind those that its thread had before.
+bool areAllInTheirOrder(const QVector<int> &jobs)
+{
+    for (int thread = 0; thread < threadCount; ++thread) {
+        for (int i = 1; i < jobsOfThread; ++i) {
+            const int number = thread * jobsOfThread + i;
+            if (jobs.indexOf(number - 1) > jobs.indexOf(number))
+                return false;
+        }
+    }
+    QVector<int> sorted = jobs;
+    std::sort(sorted.begin(), sorted.end());
+    return sorted == numbersUpTo(threadCount * jobsOfThread);
+}
+
 }  // namespace
 
 Q_DECLARE_METATYPE(PlayedPort::Kind)
@@ -86,6 +154,7 @@ private Q_SLOTS:
     void theyTakeTurnsOnOnePrinter_data();
     void theyTakeTurnsOnOnePrinter();
     void eachHasAPrinterOfItsOwn();
+    void theyAddToAQueueWhileItIsPrinted();
 
 private:
     QTemporaryDir m_folder;
@@ -115,15 +184,7 @@ void TestJobThreads::theyTakeTurnsOnOnePrinter()
     QCOMPARE(printInThreads(printerOf, m_folder.path()), threadCount * jobsOfThread);
     const auto jobs = jobsOn(port.finish());
     QVERIFY(jobs);
-    QVector<int> sorted = *jobs;
-    std::sort(sorted.begin(), sorted.end());
-    QCOMPARE(sorted, numbersUpTo(threadCount * jobsOfThread));
-    for (int thread = 0; thread < threadCount; ++thread) {
-        for (int i = 1; i < jobsOfThread; ++i) {
-            const int number = thread * jobsOfThread + i;
-            QVERIFY(jobs->indexOf(number - 1) < jobs->indexOf(number));
-        }
-    }
+    QVERIFY(areAllInTheirOrder(*jobs));
 }
 
 void TestJobThreads::eachHasAPrinterOfItsOwn()
@@ -143,6 +204,26 @@ void TestJobThreads::eachHasAPrinterOfItsOwn()
             number += thread * jobsOfThread;
         QCOMPARE(*jobs, expected);
     }
+}
+
+void TestJobThreads::theyAddToAQueueWhileItIsPrinted()
+{
+    PlayedPortThread port(profile(), PlayedPort::Kind::Tcp);
+    const QString folder = m_folder.filePath("queue");
+    std::atomic<int> kept = 0;
+    inThreads(threadCount + 1, [&](int thread) {
+        if (thread == threadCount)
+            printQueue(threadCount * jobsOfThread, folder, m_folder.path());
+        else
+            kept += addJobs(thread, port.address(), folder);
+    });
+    QCOMPARE(int(kept), threadCount * jobsOfThread);
+    const auto jobs = jobsOn(port.finish());
+    QVERIFY(jobs);
+    QVERIFY(areAllInTheirOrder(*jobs));
+    PrintQueue queue(folder);
+    QCOMPARE(queue.entries().size(), 0);
+    QCOMPARE(queue.journal().size(), threadCount * jobsOfThread);
 }
 
 QTEST_GUILESS_MAIN(TestJobThreads)
