@@ -51,7 +51,8 @@ private Q_SLOTS:
         PlayedPrinter printer(model);
         const ReceiptRun run = drawer(printer.address(), options, model);
         QCOMPARE(run.errors, QString());
-        QVERIFY2(run.output.contains(": the drawer at pin "), qPrintable(run.output));
+        QVERIFY2(run.output.startsWith(printer.address() + ": obeyed: the drawer at pin "),
+                 qPrintable(run.output));
         QCOMPARE(run.status, 0);
         const QByteArray bytes = printer.received();
         QVERIFY2(bytes.contains(QByteArray::fromHex(listed.toLatin1())),
@@ -66,7 +67,7 @@ private Q_SLOTS:
         PlayedPrinter printer;
         QVERIFY(printer.befall("paper out"));
         const ReceiptRun run = drawer(printer.address());
-        QVERIFY2(run.errors.contains(": not printed: There is no paper."), qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(": not sent: There is no paper."), qPrintable(run.errors));
         QCOMPARE(run.output, QString());
         QCOMPARE(run.status, 4);
         QVERIFY(pulseIn(printer.received(), "1B70").isEmpty());

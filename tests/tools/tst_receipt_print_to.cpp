@@ -521,6 +521,37 @@ private Q_SLOTS:
         QCOMPARE(decoded(printer.received()).count("Harbour Kiosk"), 1);
     }
 
+    void readerThatHasGoneDoesNotCancelAReceipt()
+    {
+        // Over TCP Qt would see to it.
+        const QString model = "CUSTOM_VKP_80";
+        PlayedPrinter printer(model, 57600);
+        QVERIFY(printer.befall("paper out"));
+        QProcess process;
+        const QStringList call{"-o",   "pipefail",     "-c", "\"$@\" 2>&1 >/dev/null | head -n 1",
+                               "bash", RECEIPT_PROGRAM};
+        process.start("bash", call + kiosk(printer.address(), {"--wait-for-paper"}, model));
+        QVERIFY(process.waitForReadyRead(printerPatience));
+        QVERIFY(printer.befall("paper back"));
+        QVERIFY(process.waitForFinished(printerPatience));
+        QCOMPARE(process.exitCode(), 0);
+        QCOMPARE(decoded(printer.received(), model).count("Harbour Kiosk"), 1);
+    }
+
+    void fullOutputDoesNotMakeAPrintedReceiptAFailure()
+    {
+        PlayedPrinter printer;
+        for (const QStringList &options : {QStringList(), QStringList{"--json"}}) {
+            QProcess process;
+            process.setStandardOutputFile("/dev/full");
+            process.start(RECEIPT_PROGRAM, kiosk(printer.address(), options));
+            const ReceiptRun run = finished(process);
+            QVERIFY2(run.errors.startsWith("receipt: standard output: "), qPrintable(run.errors));
+            QCOMPARE(run.errors.count('\n'), 1);
+            QCOMPARE(run.status, 0);
+        }
+    }
+
     void terminalShowsHowFarItIs()
     {
         PlayedPrinter printer(citizen, {"--pace", "150000,0"});

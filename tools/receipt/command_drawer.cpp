@@ -86,8 +86,8 @@ int runDrawer(const QStringList &arguments)
         return tool::BadInput;
     }
     const tool::JobOrder order{pulse, printer->profile, printer->address,
-                               tool::jobOptionsOf(parser)};
-    const Interrupt interrupt;
+                               tool::jobOptionsOf(parser), false};
+    const Interrupt interrupt(Interrupt::OfPeople);
     tool::JobRunner runner(order, interrupt);
     return tool::reportJob(order, runner.run(), QStringLiteral("the drawer at pin %1").arg(*pin),
                            parser.isSet(tool::jsonOption()));

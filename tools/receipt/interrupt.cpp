@@ -26,7 +26,7 @@ void noteInterrupt(int)
 
 }  // namespace
 
-Interrupt::Interrupt()
+Interrupt::Interrupt(Kind kind)
 {
     if (::pipe2(interruptPipe, O_CLOEXEC | O_NONBLOCK) != 0)
         return;
@@ -34,6 +34,10 @@ Interrupt::Interrupt()
     struct sigaction action = {};
     action.sa_handler = noteInterrupt;
     for (const int signal : endingSignals) {
+        if (signal == SIGPIPE && kind == OfPeople) {
+            std::signal(SIGPIPE, SIG_IGN);
+            continue;
+        }
         // Each line to a reader that has gone gives another one.
         action.sa_flags = signal == SIGPIPE ? 0 : static_cast<int>(SA_RESETHAND);
         struct sigaction before = {};

@@ -9,7 +9,11 @@
 class Interrupt
 {
 public:
-    Interrupt();
+    enum Kind {
+        OfPeopleAndReaders,
+        OfPeople,  ///< that nobody reads the output any more changes nothing
+    };
+    explicit Interrupt(Kind kind = OfPeopleAndReaders);
     ~Interrupt();
     Interrupt(const Interrupt &) = delete;
     Interrupt &operator=(const Interrupt &) = delete;

@@ -2,6 +2,8 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <cerrno>
+#include <cstdio>
 
 #include "forms.h"
 #include "statusreport.h"
@@ -21,16 +23,17 @@ using Reason = PrintJobResult::Reason;
 struct OutcomeRow
 {
     Outcome outcome;
-    const char *name;   ///< in JSON
-    const char *words;  ///< in messages
+    const char *name;            ///< in JSON
+    const char *words;           ///< in messages
+    const char *wordsOfCommand;  ///< the same of what leaves nothing on paper
 };
 
 constexpr OutcomeRow outcomeRows[] = {
-    {Outcome::NotBegun, "notBegun", "not printed"},
-    {Outcome::PartlySent, "partlySent", "printed in part"},
-    {Outcome::Sent, "sent", "sent"},
-    {Outcome::Processed, "processed", "processed"},
-    {Outcome::Printed, "printed", "printed"},
+    {Outcome::NotBegun, "notBegun", "not printed", "not sent"},
+    {Outcome::PartlySent, "partlySent", "printed in part", "sent in part"},
+    {Outcome::Sent, "sent", "sent", "sent"},
+    {Outcome::Processed, "processed", "processed", "obeyed"},
+    {Outcome::Printed, "printed", "printed", "obeyed"},
 };
 
 struct ReasonRow
@@ -60,7 +63,7 @@ const OutcomeRow &rowOf(Outcome outcome)
     return outcomeRows[0];
 }
 
-QString nameOf(Reason reason)
+QString reasonName(Reason reason)
 {
     for (const ReasonRow &row : reasonRows) {
         if (row.reason == reason)
@@ -130,10 +133,22 @@ int statusOf(const JobOrder &order, const PrintJobResult &result, QString *fault
 }
 
 /// "tcp:192.168.0.5:9100: not printed: There is no paper."
-QString lineOf(const JobOrder &order, const PrintJobResult &result, const QString &text)
+QString sentenceOf(const JobOrder &order, const PrintJobResult &result, const QString &text)
 {
+    const OutcomeRow &row = rowOf(result.outcome);
     return QStringLiteral("%1: %2: %3")
-        .arg(order.address.toString(), QLatin1String(rowOf(result.outcome).words), text);
+        .arg(order.address.toString(),
+             QLatin1String(order.isOnPaper ? row.words : row.wordsOfCommand), text);
+}
+
+/// What can't be told any more doesn't make a job another one: its exit status is true of the
+/// paper.
+void flushReport()
+{
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return;
+    complain(QStringLiteral("standard output: %1").arg(qt_error_string(errno)));
+    std::clearerr(stdout);
 }
 
 }  // namespace
@@ -170,7 +185,7 @@ QJsonObject resultJson(const JobOrder &order, const PrintJobResult &result)
         {QStringLiteral("printer"), order.address.toString()},
         {QStringLiteral("model"), order.profile.modelId()},
         {QStringLiteral("outcome"), QLatin1String(rowOf(result.outcome).name)},
-        {QStringLiteral("reason"), nameOf(result.reason)},
+        {QStringLiteral("reason"), reasonName(result.reason)},
         {QStringLiteral("text"), result.text},
         {QStringLiteral("sentBytes"), result.sentBytes},
         {QStringLiteral("mostBytes"), result.mostBytes},
@@ -187,7 +202,7 @@ QString faultOf(const JobOrder &order, const PrintJobResult &result)
 {
     QString fault;
     const int status = statusOf(order, result, &fault);
-    return status == Success ? QString() : lineOf(order, result, fault);
+    return status == Success ? QString() : sentenceOf(order, result, fault);
 }
 
 int reportJob(const JobOrder &order, const PrintJobResult &result, const QString &what, bool asJson)
@@ -195,13 +210,14 @@ int reportJob(const JobOrder &order, const PrintJobResult &result, const QString
     QString fault;
     const int status = statusOf(order, result, &fault);
     if (status != Success)
-        complain(lineOf(order, result, fault));
+        complain(sentenceOf(order, result, fault));
     else if (result.outcome == Outcome::Sent)
-        complain(lineOf(order, result, limitOf(order)));
+        complain(sentenceOf(order, result, limitOf(order)));
     if (asJson)
         printContent(linesOf(QJsonDocument(resultJson(order, result)).toJson()));
     else if (status == Success)
-        print(lineOf(order, result, what));
+        print(sentenceOf(order, result, what));
+    flushReport();
     return status;
 }
 

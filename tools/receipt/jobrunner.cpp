@@ -1,7 +1,5 @@
 #include "jobrunner.h"
 
-#include <cstdio>
-
 #include "queueplace.h"
 #include "support.h"
 
@@ -58,7 +56,6 @@ void JobRunner::awaitRetraction()
 {
     if (!m_job.isRetracting())
         return;
-    std::fflush(stdout);
     tell(QStringLiteral("the ticket is held out, and taken back in %1 s; Ctrl+C leaves it")
              .arg(m_order.document.retractAfterSeconds));
     m_loop.exec();

@@ -18,6 +18,7 @@ struct JobOrder
     printerslib::drivers::PrinterProfile profile;
     printerslib::drivers::PrinterAddress address;
     printerslib::drivers::PrintJobOptions options;
+    bool isOnPaper = true;  ///< or a command that leaves nothing there
 };
 
 /// Prints one document. Tells on standard error what happens meanwhile: whose turn it is, what is

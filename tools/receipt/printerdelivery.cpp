@@ -59,7 +59,7 @@ QCommandLineOption spareOption()
 
 int deliver(const PrinterDelivery &delivery)
 {
-    const Interrupt interrupt;
+    const Interrupt interrupt(Interrupt::OfPeople);
     PreparedReceipt receipt = delivery.receipt;
     auto runner = std::make_unique<JobRunner>(receipt.order, interrupt);
     PrintJobResult result = runner->run();
