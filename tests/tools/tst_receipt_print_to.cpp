@@ -605,6 +605,23 @@ private Q_SLOTS:
         QCOMPARE(run.status, 2);
     }
 
+    void pageShowsWhatItPrints()
+    {
+        QFile page(PRINTERSLIB_EXAMPLES "/../docs/printing.md");
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        QString shown =
+            QString::fromUtf8(page.readAll())
+                .section("<!-- receipt print with --spare, behind \"paper out\" -->\n```\n", 1)
+                .section("```\n", 0, 0);
+        PlayedPrinter first;
+        PlayedPrinter spare;
+        QVERIFY(first.befall("paper out"));
+        const ReceiptRun run = runReceipt(kiosk(first.address(), {"--spare", spare.address()}));
+        shown.replace("tcp:192.168.0.5:9100", first.address());
+        shown.replace("tcp:192.168.0.6:9100", spare.address());
+        QCOMPARE(run.errors + run.output, shown);
+    }
+
     void helpTellsTheExitStatuses()
     {
         const QString help = runReceipt({"print", "--help"}).output.simplified();

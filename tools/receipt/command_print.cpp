@@ -43,16 +43,16 @@ but --drawer opens a drawer.
 A job waits for its turn behind those of other programs, and for nothing else
 unless told to. Ctrl+C stops it at the end of a command, resets the printer and
 cuts; the second Ctrl+C ends the program at once, and the next job repairs what
-is left. Standard output tells what is known of it: it is printed; or processed,
-which is all read, without an error behind that; or sent.
+is left. Standard output tells what is known of it: it is printed; or
+processed, which is all read, without an error behind that; or sent.
 
 Standard error tells what isn't printed as the document asks for, by block and
 line; with --strict that is an error, and nothing is written. The terminal that
 shows it never gets the bytes.
 
-Exit status: 0 printed, processed, or sent to a printer that can't tell more; 3
-sent, but the confirmation that was expected didn't come; 4 not printed, nothing
-went out; 5 some of it went out; 1 bad input; 2 wrong usage.)";
+Exit status: 0 printed, processed, or sent to a printer that can't tell more;
+3 sent, but the confirmation that was expected didn't come; 4 not printed, as
+nothing went out; 5 some of it went out; 1 bad input; 2 wrong usage.)";
 
 constexpr int usualBaud = 19200;
 constexpr int fastestBaud = 4'000'000;
