@@ -58,6 +58,12 @@ bool runsAhead(const StreamCommand &command)
                                              command.row->id) != std::end(questionsAhead));
 }
 
+/// Ends what is being defined, and defines nothing.
+QByteArray noMacro()
+{
+    return QByteArray("\x1D^\0\0\0\x1D:\x1D:", 9);
+}
+
 /// The command that acts at once at the beginning of some bytes. Nothing, and `waits`, if they may
 /// become one.
 std::optional<StreamCommand> commandAtOnce(const QByteArray &bytes, const PrinterProfile &profile,
@@ -356,6 +362,7 @@ void PrinterDevice::answerInTurn(const StreamCommand &command)
     switch (m_profile.dialect()) {
         case Dialect::EscPos:
             answerEscPos(command);
+            followMacro(command);
             return;
         case Dialect::StarLine:
             answerStar(command);
@@ -401,6 +408,26 @@ void PrinterDevice::answerEscPos(const StreamCommand &command)
             return;
         default:
             return;
+    }
+}
+
+/// The questions of a macro are answered while it is being defined, and when it is played.
+void PrinterDevice::followMacro(const StreamCommand &command)
+{
+    const CommandId id = command.row->id;
+    if (id == CommandId::MacroDefinition) {
+        m_isMacroOpen = !m_isMacroOpen;
+        if (m_isMacroOpen)
+            m_macro.clear();
+    } else if (id == CommandId::MacroExecution && m_isMacroOpen) {
+        m_isMacroOpen = false;
+        m_macro.clear();
+    } else if (id == CommandId::MacroExecution) {
+        for (int i = 0; i < command.operand(0) * m_macro.size(); ++i)
+            answerEscPos(m_macro.at(i % m_macro.size()));
+    } else if (m_isMacroOpen &&
+               (id == CommandId::TransmitStatus || id == CommandId::RequestResponse)) {
+        m_macro.append(command);
     }
 }
 
@@ -600,6 +627,10 @@ void PrinterDevice::switchOff()
     clearBuffer();
     m_scanned.clear();
     m_papers += m_interpreter.read(resetOf(m_profile.dialect()));
+    if (m_profile.dialect() == Dialect::EscPos)
+        m_papers += m_interpreter.read(noMacro());
+    m_macro.clear();
+    m_isMacroOpen = false;
     m_papers += m_interpreter.finish();
     m_hardware.isPowered = false;
     m_hardware.isSwitchedOffLine = false;

@@ -103,6 +103,7 @@ private:
     void answerAsRead(const StreamCommand &command);
     void answerInTurn(const StreamCommand &command);
     void answerEscPos(const StreamCommand &command);
+    void followMacro(const StreamCommand &command);
     void answerStar(const StreamCommand &command);
     void answer(const QByteArray &bytes);
     void recover(bool clearsBuffer);
@@ -148,9 +149,11 @@ private:
     int m_toChange = 0;
     bool m_hasReset = false;
 
-    int m_automaticMode = 0;  ///< as GS a or ESC RS a has it
-    QByteArray m_toldStatus;  ///< by itself
-    int m_marks = 0;          ///< of ETB
+    int m_automaticMode = 0;         ///< as GS a or ESC RS a has it
+    QByteArray m_toldStatus;         ///< by itself
+    int m_marks = 0;                 ///< of ETB
+    QVector<StreamCommand> m_macro;  ///< what of GS : asks
+    bool m_isMacroOpen = false;
     bool m_hasOverflown = false;
     bool m_wasOff = false;  ///< and nobody has been told
 };
