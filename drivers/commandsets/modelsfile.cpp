@@ -218,6 +218,7 @@ struct ModelsFile::Fact
     static QString readKanjiSet(const ModelsFile &file, const QJsonValue &value, Data &data);
     static QString readCodes(const ModelsFile &file, const QJsonValue &value, Data &data);
     static QJsonValue writeCodes(const Data &data);
+    template <auto Member>
     static QString readSwitch(const ModelsFile &file, const QJsonValue &value, Data &data);
     static QString readNote(const ModelsFile &file, const QJsonValue &value, Data &data);
     static QString readSources(const ModelsFile &file, const QJsonValue &value, Data &data);
@@ -321,10 +322,11 @@ QJsonValue ModelsFile::Fact::writeCodes(const Data &data)
     return codes;
 }
 
+template <auto Member>
 QString ModelsFile::Fact::readSwitch(const ModelsFile & /*file*/, const QJsonValue &value,
                                      Data &data)
 {
-    data.switchesRealTime = value.toBool();
+    data.*Member = value.toBool();
     return value.isBool() ? QString() : QStringLiteral("true or false");
 }
 
@@ -383,7 +385,9 @@ const ModelsFile::Fact ModelsFile::facts[] = {
     Fact::number<&Data::bufferBytes, 0, mostBufferBytes>("bufferBytes"),
     Fact::named<&Data::handshake, handshakeNames>("handshake"),
     Fact::named<&Data::confirmation, confirmationNames>("confirmation"),
-    {"switchesRealTime", &Fact::readSwitch, &Fact::writePlain<&Data::switchesRealTime>},
+    {"switchesRealTime", &Fact::readSwitch<&Data::switchesRealTime>,
+     &Fact::writePlain<&Data::switchesRealTime>},
+    {"keepsMacro", &Fact::readSwitch<&Data::keepsMacro>, &Fact::writePlain<&Data::keepsMacro>},
     {"note", &Fact::readNote, &Fact::writePlain<&Data::note>},
     {"sources", &Fact::readSources, &Fact::writeSources},
 };

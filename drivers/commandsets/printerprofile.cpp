@@ -183,6 +183,11 @@ bool PrinterProfile::switchesRealTime() const
     return d->switchesRealTime;
 }
 
+bool PrinterProfile::keepsMacro() const
+{
+    return d->keepsMacro;
+}
+
 QJsonObject PrinterProfile::toJson() const
 {
     return ModelsFile::recordOf(*this);

@@ -37,6 +37,7 @@ struct PrinterProfile::Data : QSharedData
     Handshake handshake = Handshake::None;
     Confirmation confirmation = Confirmation::None;
     bool switchesRealTime = false;
+    bool keepsMacro = false;
     QString note;
     QHash<QString, QString> sources;
 };

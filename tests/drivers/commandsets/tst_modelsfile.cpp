@@ -70,6 +70,7 @@ private Q_SLOTS:
             {"handshake", "XonXoff"},
             {"confirmation", "ResponseId"},
             {"switchesRealTime", true},
+            {"keepsMacro", true},
         };
         QJsonObject sources = record.value("sources").toObject();
         for (auto it = facts.begin(); it != facts.end(); ++it) {
@@ -96,6 +97,7 @@ private Q_SLOTS:
         QCOMPARE(profile.handshake(), Handshake::XonXoff);
         QCOMPARE(profile.confirmation(), Confirmation::ResponseId);
         QVERIFY(profile.switchesRealTime());
+        QVERIFY(profile.keepsMacro());
         for (auto it = facts.begin(); it != facts.end(); ++it) {
             QCOMPARE(profile.toJson().value(it.key()), it.value());
             QCOMPARE(profile.sourceOf(it.key()), QString("c"));
@@ -230,6 +232,7 @@ private Q_SLOTS:
             "SwecoinData");
         row("confirmation", "StarCounter", "\"confirmation\" isn't one of \"dialect\" EscPos");
         row("switchesRealTime", 1, "\"switchesRealTime\" has to be true or false");
+        row("keepsMacro", "yes", "\"keepsMacro\" has to be true or false");
         // What the other model prints by isn't of this dialect.
         row("dialect", "Swecoin", "\"rasterCommand\" isn't one of \"dialect\" Swecoin");
     }

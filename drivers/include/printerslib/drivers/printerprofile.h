@@ -125,6 +125,9 @@ public:
     Confirmation confirmation() const;  ///< what it can tell of a job
     /// Whether GS ( D switches the commands off that act at once, even inside pictures.
     bool switchesRealTime() const;
+    /// Whether it has macros (GS : and GS ^) that ESC @ leaves and power off takes: by one, a job
+    /// learns whether the printer was off meanwhile.
+    bool keepsMacro() const;
     /// All facts, as a file of models has them in one record.
     QJsonObject toJson() const;
     /// Where a fact is from, by its name in the data, such as "headDots"; empty if it is the
