@@ -22,10 +22,26 @@ QString secondsText(int milliseconds)
     return QString::number(milliseconds / second);
 }
 
+QString wasOffText()
+{
+    return QStringLiteral(
+        "the printer was switched off and on within the job: what it held is lost");
+}
+
 /// What a printer doesn't get over by itself within a moment.
 constexpr PrinterStatus::Flags blockingFlags = PrinterStatus::Flags(
     PrinterStatus::PaperOut | PrinterStatus::CoverOpen | PrinterStatus::CutterError |
     PrinterStatus::UnrecoverableError | PrinterStatus::DataLost);
+/// What goes by without anybody's hand, as the heat of the head does, or by a button.
+constexpr PrinterStatus::Flags restingFlags =
+    PrinterStatus::Flags(PrinterStatus::OffLine | PrinterStatus::RecoverableError);
+
+/// Whether it tells how the printer is.
+bool tellsStatus(const StatusAnswer &answer)
+{
+    return answer.question != StatusQuestion::BufferRead &&
+           answer.question != StatusQuestion::Response && answer.question != StatusQuestion::Text;
+}
 
 }  // namespace
 
@@ -164,7 +180,8 @@ void JobRun::repair()
         return;
     }
     m_step = Step::Repairing;
-    write(QByteArray(m_record.fill, '\0') + JobStream::closing(m_parts.profile));
+    write(QByteArray(m_record.fill, '\0') + JobProof::endOfDefinition(m_parts.profile) +
+          JobStream::closing(m_parts.profile));
     restartStuckTimer();
 }
 
@@ -209,15 +226,13 @@ void JobRun::lineHasTaken(qint64 total)
             return;
         case Step::Sending:
         case Step::Stopping:
-            m_taken = std::clamp<qint64>(total - m_base, m_taken, m_handed);
-            sendingTook();
+            if (takesMore(total) || !m_isPaused)
+                sendingTook();
             return;
         case Step::Closing:
             restartStuckTimer();
-            if (hasTakenAll()) {
-                m_record.isOpen = false;
-                endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
-            }
+            if (hasTakenAll())
+                closed();
             return;
         case Step::Confirming:
             if (!m_proof.isBegun() && hasTakenAll())
@@ -253,20 +268,18 @@ void JobRun::hasReceived(const QByteArray &bytes)
     if (isFinished())
         return;
     const QVector<StatusAnswer> answers = m_dialogue.read(bytes);
-    for (const StatusAnswer &answer : answers) {
-        if (m_step == Step::Confirming || m_step == Step::AskingWhy)
-            m_proof.take(answer);
-        else if (answer.counter >= 0)
-            m_proof.noteCounter(answer.counter);
-    }
+    for (const StatusAnswer &answer : answers)
+        m_proof.take(answer);
     if (answers.isEmpty())
         return;
     if (m_dialogue.status().isKnown())
         updateStatus(m_dialogue.status());
     if (m_step == Step::Asking && !isStatusDue())
         statusIsComplete();
-    else if (m_step == Step::Sending)
-        watchWhileSending();
+    else if (m_step == Step::Sending && std::any_of(answers.begin(), answers.end(), tellsStatus))
+        watchWhileSending(std::any_of(answers.begin(), answers.end(), [](const StatusAnswer &one) {
+            return one.question == StatusQuestion::Automatic;
+        }));
     else if (m_step == Step::Confirming || m_step == Step::AskingWhy)
         followProof();
 }
@@ -291,6 +304,7 @@ void JobRun::ask()
         return;
     }
     m_step = Step::Asking;
+    m_straysBefore = m_dialogue.strayBytes();
     // A zero byte is nothing, and ends a question that a job before was cut off in.
     write(QByteArray(1, '\0') + m_dialogue.askStatus());
     m_timer.start(m_parts.options.statusMilliseconds);
@@ -299,6 +313,28 @@ void JobRun::ask()
 void JobRun::statusIsComplete()
 {
     m_timer.stop();
+    if (m_isAnswerUnsure) {
+        m_step = Step::Resting;
+        m_isSettling = true;
+        m_pollTimer.start(m_parts.options.pollMilliseconds);
+        return;
+    }
+    goOnByStatus();
+}
+
+/// Whether nothing came behind the whole status that would have been its end, had it begun with a
+/// late answer.
+bool JobRun::isSettled()
+{
+    const bool wasSettling = std::exchange(m_isSettling, false);
+    if (!wasSettling || m_dialogue.strayBytes() != m_straysBefore)
+        return false;
+    m_isAnswerUnsure = false;
+    return true;
+}
+
+void JobRun::goOnByStatus()
+{
     settleRepair();  // it was asked behind that
     if (m_dialogue.status().canPrint()) {
         m_waitTimer.stop();
@@ -335,8 +371,10 @@ void JobRun::timeIsOver()
         askWhy();
     } else if (m_step == Step::AskingWhy) {
         whyIsUnknown();
+    } else if (m_step == Step::Sending) {
+        giveUpStatus();
     } else if (m_step == Step::Asking) {
-        m_dialogue.giveUp();
+        giveUpStatus();
         updateStatus(m_dialogue.status().with(PrinterStatus::NoAnswer));
         // One that is switched off to change its paper is waited for, but one that never answered
         // isn't.
@@ -353,10 +391,22 @@ void JobRun::timeIsOver()
     }
 }
 
+void JobRun::giveUpStatus()
+{
+    m_dialogue.giveUp();
+    m_isAnswerUnsure = m_parts.profile.dialect() == Dialect::EscPos;
+    m_isSettling = false;
+}
+
 void JobRun::pollAgain()
 {
     if (m_step == Step::Resting) {
-        ask();
+        if (isSettled())
+            goOnByStatus();
+        else
+            ask();
+    } else if (m_step == Step::Sending) {
+        pollWhilePaused();
     } else if (m_step == Step::Confirming) {
         write(m_proof.poll());
         m_pollTimer.start(m_parts.options.pollMilliseconds);
@@ -402,7 +452,7 @@ void JobRun::beginSending()
         m_automaticOff = m_dialogue.automaticOff();
     }
     if (canAsk() && m_parts.options.confirms)
-        ownBytes += m_proof.beginDocument(m_record);
+        ownBytes = m_proof.beginDocument(m_record, ownBytes);
     m_stream.insert(ownBytes);
     m_base = m_parts.transport->bytesWritten() + m_parts.transport->bytesToWrite();
     m_limit = m_stream.size();
@@ -416,7 +466,7 @@ void JobRun::handOver()
     restartStuckTimer();
     while (!m_isPaused && m_handed < m_limit && m_handed - m_taken <= step) {
         const qint64 begin = m_handed;
-        m_handed = std::min(m_limit, m_handed + step);
+        m_handed = m_stream.pieceEnd(begin, std::min(m_limit, begin + step));
         recordRange();
         if (!m_parts.transport->write(m_stream.part(begin, m_handed))) {
             m_handed = begin;
@@ -441,6 +491,14 @@ void JobRun::recordRange()
     m_isUnrecorded = !isKept;
 }
 
+/// Not if it took a question alone.
+bool JobRun::takesMore(qint64 total)
+{
+    const qint64 before = m_taken;
+    m_taken = std::clamp<qint64>(total - m_base, m_taken, m_handed);
+    return m_taken > before;
+}
+
 void JobRun::sendingTook()
 {
     const qint64 before = m_result.sentBytes;
@@ -463,26 +521,79 @@ bool JobRun::isBlocked() const
     return (m_dialogue.status().flags() & blockingFlags) != PrinterStatus::Flags();
 }
 
-void JobRun::watchWhileSending()
+/// Whether it is to be waited for a moment, as no bytes should go where they may get lost.
+bool JobRun::isResting() const
+{
+    return (m_dialogue.status().flags() & restingFlags) != PrinterStatus::Flags();
+}
+
+/// @param isByItself whether the printer has told, and wasn't asked
+void JobRun::watchWhileSending(bool isByItself)
 {
     if (m_dialogue.status().has(PrinterStatus::DataLost)) {
         endEarly(Reason::Status, m_result.status.text());
         return;
     }
-    const bool isBlockedNow = isBlocked();
-    if (isBlockedNow == m_isPaused)
+    if (isByItself) {
+        decidePause(true);
         return;
+    }
+    if (isStatusDue())
+        return;
+    m_timer.stop();
+    m_isSettling = m_isAnswerUnsure;
+    if (!m_isSettling)
+        decidePause(false);
+}
+
+void JobRun::decidePause(bool isByItself)
+{
+    const bool isBlockedNow = isBlocked();
     if (isBlockedNow && m_parts.options.waitMilliseconds == 0) {
         endEarly(Reason::Status, m_result.status.text());
         return;
     }
-    m_isPaused = isBlockedNow;
-    if (m_isPaused) {
-        startWaitTimer();
-    } else {
-        m_waitTimer.stop();
-        handOver();
+    const bool pausesNow = isBlockedNow || isResting();
+    if (pausesNow == m_isPaused)
+        return;
+    if (pausesNow) {
+        pause();
+        return;
     }
+    m_isPaused = false;
+    m_mayHaveBeenOff = m_mayHaveBeenOff || !isByItself;
+    m_timer.stop();
+    m_pollTimer.stop();
+    m_waitTimer.stop();
+    handOver();
+}
+
+void JobRun::pause()
+{
+    m_isPaused = true;
+    startWaitTimer();
+    m_pollTimer.start(m_parts.options.pollMilliseconds);
+    restartStuckTimer();
+}
+
+/// That the printer is mended it tells by itself, unless it was switched off meanwhile.
+void JobRun::pollWhilePaused()
+{
+    if (!m_isPaused)
+        return;
+    if (isSettled())
+        decidePause(false);
+    if (!m_isPaused || isFinished())
+        return;
+    m_pollTimer.start(m_parts.options.pollMilliseconds);
+    // Within a command's data, a question would be a part of it.
+    if (m_stream.commandEnd(m_handed) != m_handed || isStatusDue())
+        return;
+    m_straysBefore = m_dialogue.strayBytes();
+    const QByteArray question = m_dialogue.askStatus();
+    m_base += question.size();
+    write(question);
+    m_timer.start(m_parts.options.statusMilliseconds);
 }
 
 void JobRun::restartStuckTimer()
@@ -499,7 +610,10 @@ void JobRun::restartStuckTimer()
 void JobRun::lineIsStuck()
 {
     if (m_step == Step::Sending && m_isPaused) {
-        restartStuckTimer();
+        if (m_parts.options.waitMilliseconds == 0)
+            endEarly(Reason::Status, m_result.status.text());
+        else
+            restartStuckTimer();
     } else if (m_step == Step::Stopping || m_step == Step::Closing) {
         endEarly(Reason::Cancelled,
                  QStringLiteral("cancelled; the line took no byte for %1 s, so that the next job "
@@ -538,18 +652,25 @@ void JobRun::stop()
 
 void JobRun::close()
 {
-    if (m_limit == m_stream.size()) {
-        m_record.isOpen = false;
-        finish(Outcome::Sent, Reason::Cancelled,
-               QStringLiteral("cancelled when all had been sent"));
+    m_step = Step::Closing;
+    const bool isAll = m_limit == m_stream.size();
+    const QByteArray closing = isAll ? m_automaticOff : JobStream::closing(m_parts.profile);
+    if (closing.isEmpty()) {
+        closed();
         return;
     }
-    m_step = Step::Closing;
-    const QByteArray closing = JobStream::closing(m_parts.profile);
     m_record.fill = std::max<int>(m_record.fill, questionFill);
     keepRecord();
     write(closing);
     restartStuckTimer();
+}
+
+void JobRun::closed()
+{
+    m_record.isOpen = false;
+    endEarly(Reason::Cancelled, m_limit == m_stream.size()
+                                    ? QStringLiteral("cancelled when all had been sent")
+                                    : QStringLiteral("cancelled"));
 }
 
 // ---- What is known of it
@@ -560,7 +681,7 @@ void JobRun::confirm()
     m_result.outcome = Outcome::Sent;
     const bool isAsked = canAsk() && m_parts.options.confirms && m_proof.isPossible();
     const QByteArray question = isAsked ? m_proof.begin(m_record) : QByteArray();
-    if (question.isEmpty()) {
+    if (question.isEmpty() && !m_proof.isBegun()) {
         m_record.isOpen = false;
         // The line is let go when it has taken that, too.
         write(m_automaticOff);
@@ -572,6 +693,7 @@ void JobRun::confirm()
             finish(Outcome::Sent, Reason::None, {});
         return;
     }
+    m_hasOldQuestions = isStatusDue();
     m_record.fill = std::max<int>(m_record.fill, questionFill);
     keepRecord();
     write(m_automaticOff + question);
@@ -583,26 +705,50 @@ void JobRun::followProof()
 {
     switch (m_proof.state()) {
         case JobProof::State::Proven:
-            JobProof::settle(m_record);
-            m_record.isOpen = false;
-            finish(m_proof.outcome(), Reason::None, {});
-            return;
         case JobProof::State::Refuted:
-            JobProof::settle(m_record);
-            m_record.isOpen = false;
-            finish(Outcome::Sent, Reason::Status, m_result.status.text());
+            proofIsComplete();
             return;
         case JobProof::State::Open:
             break;
     }
+    // The answer that comes in front of the one which came won't come any more.
+    if (m_proof.hasLostMacro() && m_timer.remainingTime() > m_parts.options.statusMilliseconds)
+        m_timer.start(m_parts.options.statusMilliseconds);
     if (m_dialogue.status().canPrint())
         m_waitTimer.stop();
     if (m_proof.isUrgent())
-        write(m_proof.poll());
+        askNext();
     else if (m_step == Step::AskingWhy && !isStatusDue())
         whyIsAnswered();
     else if (m_step == Step::Confirming && isBlocked() && m_parts.options.waitMilliseconds == 0)
         endUnproven(Reason::Status, m_result.status.text());
+}
+
+/// Questions of a pause that have no answer behind one in its turn won't get any.
+void JobRun::askNext()
+{
+    if (m_hasOldQuestions && m_proof.isRead()) {
+        m_hasOldQuestions = false;
+        m_dialogue.giveUp();
+    }
+    write(m_proof.poll());
+}
+
+void JobRun::proofIsComplete()
+{
+    JobProof::settle(m_record);
+    m_record.isOpen = false;
+    const bool isProven = m_proof.state() == JobProof::State::Proven;
+    if (m_proof.hasLostMacro() && !isProven)
+        finish(Outcome::Sent, Reason::NoConfirmation, wasOffText());
+    else if (!isProven)
+        finish(Outcome::Sent, Reason::Status, m_result.status.text());
+    else if (m_mayHaveBeenOff && !m_proof.hasMacro())
+        finish(Outcome::Sent, Reason::NoConfirmation,
+               QStringLiteral("the printer is mended, but hasn't told so by itself: it may have "
+                              "been switched off, and have lost what it held"));
+    else
+        finish(m_proof.outcome(), Reason::None, {});
 }
 
 /// No confirmation within its time: a printer that is out of paper says so, and may be waited for.
@@ -618,10 +764,11 @@ void JobRun::whyIsAnswered()
     m_timer.stop();
     if (m_dialogue.status().canPrint()) {
         m_proof.giveUp(m_record, true);
-        m_record.isOpen = false;
+        m_record.isOpen = !hasTakenAll();
         finish(Outcome::Sent, Reason::NoConfirmation,
-               QStringLiteral("the printer didn't confirm within %1 s")
-                   .arg(secondsText(m_parts.options.confirmMilliseconds)));
+               m_proof.hasLostMacro() ? wasOffText()
+                                      : QStringLiteral("the printer didn't confirm within %1 s")
+                                            .arg(secondsText(m_parts.options.confirmMilliseconds)));
         return;
     }
     if (m_parts.options.waitMilliseconds == 0) {
@@ -645,7 +792,7 @@ void JobRun::whyIsUnknown()
 void JobRun::endUnproven(Reason reason, const QString &text)
 {
     m_proof.giveUp(m_record, false);
-    m_record.isOpen = false;
+    m_record.isOpen = !hasTakenAll();
     finish(Outcome::Sent, reason, text);
 }
 

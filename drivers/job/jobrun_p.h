@@ -90,18 +90,28 @@ private:
     bool isLineSerial() const;
     void ask();
     void statusIsComplete();
+    void goOnByStatus();
     void beginToWait();
     void startWaitTimer();
     bool isAllowed();
     void beginSending();
     void handOver();
     void recordRange();
+    bool takesMore(qint64 total);
     void sendingTook();
-    void watchWhileSending();
+    void watchWhileSending(bool isByItself);
+    void decidePause(bool isByItself);
+    void pause();
+    void pollWhilePaused();
+    void giveUpStatus();
+    bool isSettled();
     void stop();
     void close();
+    void closed();
     void confirm();
     void followProof();
+    void proofIsComplete();
+    void askNext();
     void askWhy();
     void whyIsAnswered();
     void whyIsUnknown();
@@ -112,6 +122,7 @@ private:
     bool canAsk() const;
     bool isStatusDue() const;
     bool isBlocked() const;
+    bool isResting() const;
     void write(const QByteArray &bytes);
     bool hasTakenAll() const;
     void updateStatus(const PrinterStatus &status);
@@ -142,6 +153,12 @@ private:
     bool m_isPaused = false;
     bool m_isWaiting = false;  ///< for a printer that can't print
     bool m_isCancelled = false;
+    /// Answers may belong to questions that were given up: of DLE EOT they have no number.
+    bool m_isAnswerUnsure = false;
+    bool m_isSettling = false;  ///< waits whether the line is quiet behind the whole status
+    qint64 m_straysBefore = 0;
+    bool m_hasOldQuestions = false;  ///< without an answer, from a pause
+    bool m_mayHaveBeenOff = false;   ///< it came back, and hasn't told so by itself
     bool m_isUnrecorded = false;
     bool m_isNearEndTold = false;
     bool m_isProgressTold = true;

@@ -65,20 +65,30 @@ qint64 JobStream::documentBytes(qint64 offset) const
     return offset <= m_resetEnd ? offset : std::max(m_resetEnd, offset - m_inserted);
 }
 
+const JobStream::Span *JobStream::spanAt(qint64 offset) const
+{
+    return std::lower_bound(m_commands.cbegin(), m_commands.cend(), offset,
+                            [](const Span &one, qint64 at) { return one.end <= at; });
+}
+
 qint64 JobStream::commandEnd(qint64 offset) const
 {
-    const auto *const span =
-        std::lower_bound(m_commands.cbegin(), m_commands.cend(), offset,
-                         [](const Span &one, qint64 at) { return one.end <= at; });
+    const Span *const span = spanAt(offset);
     if (span == m_commands.cend() || span->begin >= offset)
         return offset;
     return std::min(span->end, size());
 }
 
+qint64 JobStream::pieceEnd(qint64 begin, qint64 end) const
+{
+    const Span *const span = spanAt(end);
+    const bool isWithin = span != m_commands.cend() && span->begin < end;
+    return isWithin && span->begin > begin ? span->begin : end;
+}
+
 int JobStream::fillBetween(qint64 begin, qint64 end) const
 {
-    const auto *span = std::lower_bound(m_commands.cbegin(), m_commands.cend(), begin,
-                                        [](const Span &one, qint64 at) { return one.end <= at; });
+    const Span *span = spanAt(begin);
     qint64 fill = 0;
     for (; span != m_commands.cend() && span->begin < end; ++span)
         fill = std::max(fill, span->end - std::max(begin, span->begin + 1));

@@ -24,6 +24,9 @@ public:
     qint64 documentBytes(qint64 offset) const;
     /// The end of the command in which an offset is; the offset itself between two of them.
     qint64 commandEnd(qint64 offset) const;
+    /// Where what begins at `begin` is best cut, at `end` at the latest: in front of the command
+    /// that is within there, unless that begins no later.
+    qint64 pieceEnd(qint64 begin, qint64 end) const;
     /// Zero bytes that complete any command which is cut off from `begin` to `end`.
     int fillBetween(qint64 begin, qint64 end) const;
     /// Where a byte of the document stands in it.
@@ -38,6 +41,8 @@ private:
         qint64 begin;
         qint64 end;
     };
+    /// The command that an offset is within, or the next one.
+    const Span *spanAt(qint64 offset) const;
 
     QByteArray m_bytes;
     QVector<EncodedDocument::Mark> m_marks;

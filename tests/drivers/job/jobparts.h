@@ -36,15 +36,28 @@ public:
     bool isSilent = false;
     bool isPaperOut = false;
     bool isCoverOpen = false;
-    int confirmations = 1;      ///< how often each question for one is answered
-    bool holdsBack = false;     ///< confirmations stay in it
-    QByteArray heldBack;        ///< those that do
-    int dataAnswers = 0;        ///< of Swecoin: how often there still is data
-    bool countsMarks = true;    ///< of Star
-    bool hasAutomatic = false;  ///< was switched on
-    int counter = 5;            ///< of Star
+    int confirmations = 1;   ///< how often each question for one is answered
+    bool holdsBack = false;  ///< confirmations stay in it, and what is answered behind them
+    QByteArray heldBack;     ///< those that do
+    bool knowsAutomatic = true;
+    bool playsMacros = true;
+    bool obeysWhatIsDefined = true;  ///< questions in a macro are answered while it is defined, too
+    int dataAnswers = 0;             ///< of Swecoin: how often there still is data
+    bool countsMarks = true;         ///< of Star
+    bool hasAutomatic = false;       ///< was switched on
+    int counter = 5;                 ///< of Star
     QByteArray got;
     int questions = 0;
+
+    /// Loses what power keeps.
+    void switchOffAndOn()
+    {
+        m_reader.finish();
+        m_macro.clear();
+        m_isMacroOpen = false;
+        hasAutomatic = false;
+        heldBack.clear();
+    }
 
     QByteArray take(const QByteArray &bytes)
     {
@@ -71,13 +84,41 @@ public:
 private:
     QByteArray answerTo(const StreamCommand &command)
     {
+        const bool isAsking = command.row->id == CommandId::TransmitStatus ||
+                              command.row->id == CommandId::RequestResponse;
+        if (isAsking && m_isMacroOpen) {
+            m_macro.append(command);
+            return obeysWhatIsDefined ? obey(command) : QByteArray();
+        }
+        if (command.row->id == CommandId::MacroDefinition && playsMacros) {
+            m_isMacroOpen = !m_isMacroOpen;
+            if (m_isMacroOpen)
+                m_macro.clear();
+        } else if (command.row->id == CommandId::MacroExecution) {
+            return play(command.operand(0));
+        }
+        return obey(command);
+    }
+
+    QByteArray play(int times)
+    {
+        if (std::exchange(m_isMacroOpen, false))
+            m_macro.clear();
+        QByteArray answers;
+        for (int i = 0; i < times * m_macro.size(); ++i)
+            answers += obey(m_macro.at(i % m_macro.size()));
+        return answers;
+    }
+
+    QByteArray obey(const StreamCommand &command)
+    {
         switch (command.row->id) {
             case CommandId::RealTimeStatus:
                 questions++;
                 return m_profile.dialect() == Dialect::StarLine ? starStatus() : realTime(command);
             case CommandId::AutomaticStatus:
-                hasAutomatic = command.operand(0) != 0;
-                return hasAutomatic ? automatic() : QByteArray();
+                hasAutomatic = knowsAutomatic && command.operand(0) != 0;
+                return hasAutomatic ? inTurn(automatic()) : QByteArray();
             case CommandId::TransmitStatus:
                 return confirm(QByteArray(1, '\0'));
             case CommandId::RequestResponse:
@@ -95,11 +136,15 @@ private:
 
     QByteArray confirm(const QByteArray &answer)
     {
-        if (holdsBack) {
-            heldBack += answer;
-            return {};
-        }
-        return answer.repeated(confirmations);
+        return inTurn(answer.repeated(holdsBack ? 1 : confirmations));
+    }
+
+    QByteArray inTurn(const QByteArray &answer)
+    {
+        if (!holdsBack)
+            return answer;
+        heldBack += answer;
+        return {};
     }
 
     QByteArray realTime(const StreamCommand &command) const
@@ -143,6 +188,8 @@ private:
 
     StreamReader m_reader;
     PrinterProfile m_profile;
+    QVector<StreamCommand> m_macro;
+    bool m_isMacroOpen = false;
 };
 
 /// A line of a test, that takes so many bytes in each turn of the event loop.

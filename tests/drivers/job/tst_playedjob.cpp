@@ -228,10 +228,11 @@ void TestPlayedJob::whatIsToldIsTrueWithPaperOutAtEachPlace()
     QVERIFY(unsure > 0);
 }
 
-/// ESC/POS can't tell, on a line that isn't lost with the power.
 void TestPlayedJob::whatIsToldIsTrueWithPowerOffAtEachPlace_data()
 {
     QTest::addColumn<QString>("model");
+    QTest::newRow("ESC/POS with a macro") << "CITIZEN_CTS_2000";
+    QTest::newRow("with bit images") << "CITIZEN_PPU_231";
     QTest::newRow("Star") << "TSP-TUP";
     QTest::newRow("Swecoin") << "SWECOIN_TM_20XX";
 }

@@ -3,115 +3,12 @@
 #include <QtNetwork/QTcpSocket>
 #include <QtTest>
 
-#include "job/jobrecord_p.h"
-#include "jobparts.h"
+#include "jobsetting.h"
 #include "pseudoterminal.h"
 
 Q_DECLARE_METATYPE(printerslib::drivers::PrinterProfile)
 
 using namespace jobparts;
-
-#define TRY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
-
-namespace {
-
-PrinterProfile profileOf(const QString &id)
-{
-    return PrinterProfile::forModel(id).value();
-}
-
-/// A general printer that answers GS ( H.
-PrinterProfile respondingPrinter()
-{
-    PrinterModels models;
-    const QStringList faults = models.add(
-        R"([{"id": "SHOP", "like": "GENERAL_EPSON_PROTOCOL", "confirmation": "ResponseId"}])",
-        "models.json");
-    if (!faults.isEmpty())
-        qFatal("%s", qPrintable(faults.join('\n')));
-    return PrintTarget::forModel(models, "SHOP", 0)->profile();
-}
-
-/// A reset, two lines with a picture between them, and a cut.
-EncodedDocument receipt()
-{
-    EncodedDocument document;
-    document.bytes = "\x1B@";
-    document.marks.append({0, 0, 0});
-    const auto mark = [&document](int block, int line) {
-        document.marks.append({document.bytes.size(), block, line});
-    };
-    mark(1, 1);
-    document.bytes += "Total 1\n";
-    mark(2, 0);
-    document.bytes += QByteArray("\x1Dv0\0\x02\0\x08\0", 8) + QByteArray(16, 'X');
-    mark(3, 1);
-    document.bytes += "Thanks\n";
-    mark(0, 0);
-    document.bytes += QByteArray("\x1DV\x01", 3);
-    return document;
-}
-
-struct Setting
-{
-    PrinterProfile profile = profileOf("GENERAL_EPSON_PROTOCOL");
-    EncodedDocument document = receipt();
-    PrintJobOptions options = soon();
-    PrinterAddress where = address();
-    QTemporaryDir folder;
-    std::unique_ptr<Printer> printer = std::make_unique<Printer>(profile);
-    Line *line = nullptr;
-
-    explicit Setting(const PrinterProfile &model = profileOf("GENERAL_EPSON_PROTOCOL"))
-        : profile(model), printer(std::make_unique<Printer>(model))
-    {}
-    std::unique_ptr<Job> job()
-    {
-        line = new Line(where, printer.get());
-        return std::make_unique<Job>(document, profile, line, new Lock(where, folder.path()),
-                                     options);
-    }
-    std::unique_ptr<Job> run()
-    {
-        auto one = job();
-        one->start();
-        finish(*one);
-        return one;
-    }
-    static void finish(Job &one)
-    {
-        TRY(one.ends > 0);
-        QTest::qWait(2);
-        QCOMPARE(one.ends, 1);
-        QVERIFY(one.isFinished());
-    }
-    JobRecord record()
-    {
-        Lock lock(where, folder.path());
-        if (!lock.waitFor(500))
-            qFatal("no lock");
-        return JobRecord::fromBytes(lock.record());
-    }
-    /// Whether all that is printed of the document stands behind `from`, whole.
-    bool hasWhole(int from = 0) const
-    {
-        const QByteArray behindReset = document.bytes.mid(2);
-        return printer->got.indexOf(behindReset, from) >= 0;
-    }
-};
-
-/// The commands that a printer makes of bytes, but for texts and for what it ignores.
-QVector<QByteArray> commandsIn(const QByteArray &bytes, const PrinterProfile &profile)
-{
-    QVector<QByteArray> found;
-    for (const StreamCommand &command : StreamReader::commandsOf(bytes, profile)) {
-        if (command.kind != StreamCommand::Text && command.bytes != QByteArray(1, '\0'))
-            found.append(command.bytes);
-    }
-    return found;
-}
-
-}  // namespace
 
 class TestPrintJob : public QObject
 {
@@ -138,6 +35,8 @@ private Q_SLOTS:
     void anErrorBehindTheLastByteMeansSent();
     void aLateAnswerOfAJobBeforeProvesNothing();
     void lostAnswersSpoilOneJobAlone();
+    void lostAnswersSpoilNoJobOfAPrinterThatTells();
+    void lateAnswersInFrontOfTheAutomaticStatusCountForNothing();
     void dataThatStaysMeansSent();
     void aStarThatWasOffInTheMiddleIsNotSaidToHavePrinted();
     void aStarsMarksOfJobsBeforeProveNothing();
@@ -380,7 +279,7 @@ void TestPrintJob::aLateAnswerOfAJobBeforeProvesNothing()
     // The answer to the first job's question comes while the second one's is awaited.
     auto job = setting.job();
     setting.line->onTaken = [&setting](qint64) {
-        if (setting.printer->heldBack.size() == 2) {
+        if (setting.printer->got.count("\x1Dr") == 2 && !setting.printer->heldBack.isEmpty()) {
             setting.printer->heldBack.clear();
             QTimer::singleShot(5, setting.line, [line = setting.line] {
                 Q_EMIT line->received(QByteArray(1, '\0'));
@@ -396,12 +295,50 @@ void TestPrintJob::aLateAnswerOfAJobBeforeProvesNothing()
 void TestPrintJob::lostAnswersSpoilOneJobAlone()
 {
     Setting setting;
+    setting.printer->knowsAutomatic = false;
     setting.printer->holdsBack = true;
     QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
     setting.printer->holdsBack = false;
     QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
     QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
     QCOMPARE(setting.printer->got.count("Total"), 3);
+}
+
+void TestPrintJob::lostAnswersSpoilNoJobOfAPrinterThatTells()
+{
+    Setting setting;
+    setting.printer->holdsBack = true;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
+    QCOMPARE(setting.record().due, 1);
+    setting.printer->holdsBack = false;
+    QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
+    QCOMPARE(setting.record().due, 0);
+}
+
+void TestPrintJob::lateAnswersInFrontOfTheAutomaticStatusCountForNothing()
+{
+    for (int late = 0; late < 4; ++late) {
+        Setting setting;
+        for (int i = 0; i < late; ++i) {
+            setting.printer->holdsBack = true;
+            setting.run();
+        }
+        QCOMPARE(setting.record().due, late);
+        // They come with the answers of the next job, in front of its automatic status.
+        setting.options.confirmMilliseconds = 2000;
+        auto job = setting.job();
+        setting.line->onTaken = [&setting](qint64) {
+            if (setting.printer->got.endsWith(QByteArray("\x1Dr\x01", 3)))
+                QTimer::singleShot(0, setting.line, [&setting] {
+                    Q_EMIT setting.line->received(setting.printer->heldBack);
+                });
+        };
+        setting.printer->holdsBack = true;
+        setting.printer->heldBack = QByteArray(late, '\0');
+        job->start();
+        setting.finish(*job);
+        QCOMPARE(job->end.outcome, Outcome::Processed);
+    }
 }
 
 void TestPrintJob::dataThatStaysMeansSent()
@@ -506,7 +443,7 @@ void TestPrintJob::aLineThatIsLostBehindTheLastByteMeansSent()
     setting.printer->holdsBack = true;
     auto job = setting.job();
     setting.line->onTaken = [&setting](qint64 taken) {
-        if (!setting.printer->heldBack.isEmpty())
+        if (setting.printer->got.contains("\x1Dr"))
             setting.line->breaksAt = taken;
     };
     job->start();
@@ -661,7 +598,7 @@ void TestPrintJob::theWaitEndsWithThePrinterMended()
             QTimer::singleShot(0, setting.line, [tell] { tell(true); });
     };
     job->start();
-    TRY(!setting.printer->heldBack.isEmpty());
+    TRY(setting.printer->got.contains("\x1Dr"));
     tell(false);
     QTest::qWait(1200);  // the printer goes on for longer than it would have been waited for
     QCOMPARE(job->ends, 0);
@@ -758,7 +695,7 @@ void TestPrintJob::cancelWhileItIsConfirmedMeansSent()
     setting.printer->holdsBack = true;
     auto job = setting.job();
     job->start();
-    TRY(!setting.printer->heldBack.isEmpty());
+    TRY(setting.printer->got.contains("\x1Dr"));
     QTest::qWait(5);
     job->cancel();
     setting.finish(*job);
