@@ -450,7 +450,7 @@ void TestJobTruth::offLineIsWaitedForIfPaperIs()
     Kept setting(profileOf(plain));
     setting.options.stepBytes = 512;
     setting.options.waitMilliseconds = PrintJobOptions::forEver;
-    setting.options.transport.writeMilliseconds = 20;
+    setting.options.transport.writeMilliseconds = 200;
     setting.document.bytes += QByteArray(4000, 'y') + "\n";
     auto job = setting.job();
     setting.line->perTurn = 64;
@@ -464,7 +464,7 @@ void TestJobTruth::offLineIsWaitedForIfPaperIs()
     };
     job->start();
     TRY(isOff);
-    QTest::qWait(120);
+    QTest::qWait(500);
     QVERIFY(!job->isFinished());
     setting.printer->isSilent = false;
     Q_EMIT setting.line->received(setting.printer->automatic());
