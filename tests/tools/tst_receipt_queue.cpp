@@ -330,6 +330,92 @@ private Q_SLOTS:
         QCOMPARE(linesOf(run).size(), 2);
     }
 
+    void printAddsInsteadOfPrinting()
+    {
+        PlayedPrinter printer;
+        const Shop shop;
+        const QString text = shop.folder.file("text", "Black tea");
+        const auto add = [&](const QStringList &options) {
+            return runReceipt(QStringList{"print", "--bbcode", text, "--to", printer.address(),
+                                          "--model", usualModel, "--queue", shop.path} +
+                              options);
+        };
+        const ReceiptRun first = add({"--number", "17"});
+        QCOMPARE(first.errors, QString());
+        QCOMPARE(first.output, QString("job 1\n"));
+        QCOMPARE(first.status, 0);
+        QCOMPARE(add({"--wait-for-paper", "--repeat"}).output, QString("job 2\n"));
+        QCOMPARE(add({"--dry-run"}).status, 0);
+        PrintQueue queue(shop.path);
+        QCOMPARE(queue.entries().size(), 2);
+        QCOMPARE(queue.entry(1)->documentNumber, QString("17"));
+        QCOMPARE(queue.entry(1)->title, text);
+        QVERIFY(queue.document(1)->bytes.contains("Black tea"));
+        QVERIFY(!queue.document(1)->marks.isEmpty());
+        QVERIFY(queue.document(2)->bytes.contains("REPEAT"));
+        const ReceiptRun run = shop.run("run");
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+        QCOMPARE(shop.run("reprint", {"17"}).output, QString("job 3\n"));
+    }
+
+    void printKeepsItsModelsFiles()
+    {
+        const Shop shop;
+        const QString text = shop.folder.file("text", "Black tea");
+        const QString models = shop.folder.file(
+            "models.json", R"([{"id": "SHOP", "like": "CUSTOM_VKP_80", "headDots": 500}])");
+        const ReceiptRun run = runReceipt({"print", "--bbcode", text, "--to", nobody, "--model",
+                                           "SHOP", "--models", models, "--queue", shop.path});
+        QCOMPARE(run.errors, QString());
+        QVERIFY(QFile::remove(models));
+        QCOMPARE(PrintQueue(shop.path).entry(1)->modelId, QString("SHOP"));
+        QCOMPARE(shop.run("run").status, 4);
+        QCOMPARE(jsonOf(shop.run("list", {"--json"})).at(0).toObject().value("model").toString(),
+                 QString("SHOP"));
+    }
+
+    void printTellsWhatAQueueDoesNotTake_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("number alone")
+            << QStringList{"--to", nobody, "--number", "17"} << "--number needs --queue";
+        QTest::newRow("no folder")
+            << QStringList{"--to", nobody, "--queue", ""} << "--queue names no folder";
+        QTest::newRow("file") << QStringList{"--to", "-", "--queue", "queue"}
+                              << "--wait-for-paper, --one-way, --json, --spare and --queue need a "
+                                 "printer as --to";
+        for (const QString &other : {QString("--json"), QString("--spare=tcp:127.0.0.1:8")})
+            QTest::newRow(qPrintable(other))
+                << QStringList{"--to", nobody, "--queue", "queue", other}
+                << "--queue excludes --spare and --json";
+    }
+
+    void printTellsWhatAQueueDoesNotTake()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QString, error);
+        const Shop shop;
+        const QString text = shop.folder.file("text", "Black tea");
+        const ReceiptRun run =
+            runReceipt(QStringList{"print", "--bbcode", text, "--model", usualModel} + options);
+        QCOMPARE(run.errors, QString("receipt: %1\n").arg(error));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 2);
+        QVERIFY(!QFile::exists("queue"));
+    }
+
+    void printTellsOfAFolderThatIsNone()
+    {
+        const Shop shop;
+        const QString text = shop.folder.file("text", "Black tea");
+        const ReceiptRun run = runReceipt(
+            {"print", "--bbcode", text, "--to", nobody, "--model", usualModel, "--queue", text});
+        QCOMPARE(run.errors, QString("receipt: %1: this is no folder\n").arg(text));
+        QCOMPARE(run.status, 1);
+    }
+
     void helpNamesTheActions()
     {
         const ReceiptRun run = runReceipt({"queue", "--help"});

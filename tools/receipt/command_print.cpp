@@ -8,6 +8,7 @@
 #include "printerdelivery.h"
 #include "printeroption.h"
 #include "printoptions.h"
+#include "queuedelivery.h"
 #include "shopfile.h"
 #include "shopsettings.h"
 #include "streamdestination.h"
@@ -22,6 +23,7 @@ using printerslib::drivers::PrinterAddress;
 using printerslib::drivers::PrintJobOptions;
 using printerslib::drivers::PrintNote;
 using printerslib::drivers::PrintOptions;
+using printerslib::drivers::PrintQueueRequest;
 using printerslib::drivers::PrintTarget;
 
 // In lines of up to 79 characters, as a terminal shows them.
@@ -44,7 +46,9 @@ A job waits for its turn behind those of other programs, and for nothing else
 unless told to. Ctrl+C stops it at the end of a command, resets the printer and
 cuts; the second Ctrl+C ends the program at once, and the next job repairs what
 is left. Standard output tells what is known of it: it is printed; or
-processed, which is all read, without an error behind that; or sent.
+processed, which is all read, without an error behind that; or sent. With
+--queue nothing is printed now: standard output tells the job's number in that
+folder, and exit status 0 says that it is safe there.
 
 Standard error tells what isn't printed as the document asks for, by block and
 line; with --strict that is an error, and nothing is written. The terminal that
@@ -120,6 +124,8 @@ struct Request
     PrintOptions spareOptions;
     std::optional<PrinterAddress> spare;
     bool repeatsOnSpare = false;
+    std::optional<tool::QueueDelivery> queue;
+    tool::ChosenPaper paper;
     int baud = usualBaud;
     bool isStrict = false;
     bool isDryRun = false;
@@ -133,6 +139,7 @@ bool setTarget(const QCommandLineParser &parser, const tool::ShopSettings &setti
     const auto paper = settings.paperOf(parser);
     if (!paper)
         return false;
+    request.paper = *paper;
     request.target = tool::targetOf(*paper->model, *paper);
     const auto options =
         tool::printOptionsOf(parser, request.target->profile(), settings.printOptions());
@@ -215,16 +222,23 @@ bool setJob(const QCommandLineParser &parser, const tool::ShopSettings &settings
 {
     request.job = tool::jobOptionsOf(parser);
     request.asJson = parser.isSet(tool::jsonOption());
+    if (!tool::setQueue(parser, request.queue))
+        return false;
     if (!request.destination.isPrinter()) {
-        const bool choosesPrinter = tool::choosesJob(parser) || tool::choosesSpare(parser);
+        const bool choosesPrinter =
+            tool::choosesJob(parser) || tool::choosesSpare(parser) || request.queue;
         if (choosesPrinter && !request.isDryRun)
             tool::complain(
-                QStringLiteral("--wait-for-paper, --one-way, --json and --spare need a printer as "
-                               "--to"));
+                QStringLiteral("--wait-for-paper, --one-way, --json, --spare and --queue need a "
+                               "printer as --to"));
         return !choosesPrinter || request.isDryRun;
     }
     if (!tool::setSpare(parser, request.destination.printer(), request.spare))
         return false;
+    if (request.queue && (request.spare || request.asJson)) {
+        tool::complain(QStringLiteral("--queue excludes --spare and --json"));
+        return false;
+    }
     if (!request.spare)
         return true;
     if (request.job.waitMilliseconds != 0) {
@@ -289,6 +303,19 @@ tool::PreparedReceipt preparedFor(const PrinterAddress &printer, const PrintTarg
         {encoded, target.profile(), printer, request.job}, target, receiptText(target, encoded)};
 }
 
+PrintQueueRequest queued(const Request &request, const EncodedDocument &encoded)
+{
+    PrintQueueRequest kept;
+    kept.document = encoded;
+    kept.profile = request.target->profile();
+    kept.paperId = request.paper.paper;
+    kept.baseFont = request.paper.font;
+    kept.address = request.destination.printer();
+    kept.options = request.job;
+    kept.title = request.source.files.constFirst();
+    return kept;
+}
+
 int deliver(const Request &request, const EncodedDocument &encoded,
             const std::optional<EncodedDocument> &spare)
 {
@@ -296,6 +323,8 @@ int deliver(const Request &request, const EncodedDocument &encoded,
         tool::print(timedText(request, encoded));
         return tool::Success;
     }
+    if (request.queue)
+        return tool::deliver(*request.queue, queued(request, encoded));
     if (request.destination.isPrinter()) {
         tool::PrinterDelivery delivery{
             preparedFor(request.destination.printer(), *request.target, request, encoded),
@@ -377,6 +406,7 @@ int runPrint(const QStringList &arguments)
     parser.addOptions(tool::jobOptions());
     parser.addOptions({options.repeat});
     parser.addOptions(tool::spareOptions());
+    parser.addOptions(tool::queueOptions());
     parser.addOptions({options.dryRun, options.baud});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parseForPrinter(parser, QStringLiteral("print"), arguments, 0, 2))

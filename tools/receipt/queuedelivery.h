@@ -1,0 +1,30 @@
+#pragma once
+
+#include <printerslib/drivers/printqueuerequest.h>
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QList>
+#include <QString>
+#include <optional>
+
+/// A receipt that is kept to be printed later.
+namespace tool {
+
+/// Where it is kept.
+struct QueueDelivery
+{
+    QString folder;
+    QString documentNumber;  ///< mostly empty
+};
+
+/// The options --queue and --number.
+QList<QCommandLineOption> queueOptions();
+/// What they say; nothing if there is no --queue. Complains, and gives false, if the second is
+/// there alone.
+bool setQueue(const QCommandLineParser &parser, std::optional<QueueDelivery> &queue);
+
+/// Keeps it, and tells its number on standard output. Gives the exit status.
+int deliver(const QueueDelivery &queue, const printerslib::drivers::PrintQueueRequest &request);
+
+}  // namespace tool
