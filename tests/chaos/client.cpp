@@ -41,7 +41,37 @@ void visitNumbers(Plan &plan, Visitor visit)
     visit(plan.options.transport.writeMilliseconds);
 }
 
-/// By the system, wherever the process is then.
+class Lock : public DeviceLock
+{
+public:
+    Lock(const PrinterAddress &printer, const QString &folder)
+        : DeviceLock(printer, LockRoots{folder, {}, folder}, nullptr)
+    {}
+};
+
+/// The job looks after a line that is stuck by itself, as it may know why.
+TransportOptions lineOptions(TransportOptions options)
+{
+    options.writeMilliseconds = 0;
+    return options;
+}
+
+void plague(Job &job, const ClientPlan &plan)
+{
+    if (plan.killedAfter >= 0 && plan.killedAtByte < 0)
+        beKilledAfter(plan.killedAfter);
+    if (plan.cancelledAfter >= 0 && plan.cancelledAtByte < 0)
+        QTimer::singleShot(int(plan.cancelledAfter), &job, &PrintJob::cancel);
+    QObject::connect(&job, &PrintJob::progress, &job, [&job, plan](qint64 sent, qint64) {
+        if (plan.killedAtByte >= 0 && sent >= plan.killedAtByte)
+            beKilledAfter(plan.killedAfter);
+        if (plan.cancelledAtByte >= 0 && sent >= plan.cancelledAtByte)
+            QTimer::singleShot(int(plan.cancelledAfter), &job, &PrintJob::cancel);
+    });
+}
+
+}  // namespace
+
 void beKilledAfter(qint64 microseconds)
 {
     constexpr qint64 perSecond = 1'000'000;
@@ -58,44 +88,11 @@ void beKilledAfter(qint64 microseconds)
     ::timer_settime(timer, 0, &time, nullptr);
 }
 
-class Lock : public DeviceLock
-{
-public:
-    Lock(const PrinterAddress &printer, const QString &folder)
-        : DeviceLock(printer, LockRoots{folder, {}, folder}, nullptr)
-    {}
-};
-
-/// The job looks after a line that is stuck by itself, as it may know why.
-TransportOptions lineOptions(TransportOptions options)
-{
-    options.writeMilliseconds = 0;
-    return options;
-}
-
-class Job : public PrintJob
-{
-public:
-    Job(const EncodedDocument &document, const PrinterProfile &profile,
-        const PrinterAddress &address, const QString &folder, const PrintJobOptions &options)
-        : PrintJob(document, profile, Transport::make(address, lineOptions(options.transport)),
-                   std::make_unique<Lock>(address, folder), options, 1000)
-    {}
-};
-
-void plague(Job &job, const ClientPlan &plan)
-{
-    if (plan.killedAfter >= 0 && plan.killedAtByte < 0)
-        beKilledAfter(plan.killedAfter);
-    if (plan.cancelledAfter >= 0 && plan.cancelledAtByte < 0)
-        QTimer::singleShot(int(plan.cancelledAfter), &job, &PrintJob::cancel);
-    QObject::connect(&job, &PrintJob::progress, &job, [&job, plan](qint64 sent, qint64) {
-        if (plan.killedAtByte >= 0 && sent >= plan.killedAtByte)
-            beKilledAfter(plan.killedAfter);
-        if (plan.cancelledAtByte >= 0 && sent >= plan.cancelledAtByte)
-            QTimer::singleShot(int(plan.cancelledAfter), &job, &PrintJob::cancel);
-    });
-}
+Job::Job(const EncodedDocument &document, const PrinterProfile &profile,
+         const PrinterAddress &address, const QString &folder, const PrintJobOptions &options)
+    : PrintJob(document, profile, Transport::make(address, lineOptions(options.transport)),
+               std::make_unique<Lock>(address, folder), options, 1000)
+{}
 
 /// At once, so that it counts as soon as it is told.
 void report(const PrintJobResult &result)
@@ -109,8 +106,6 @@ void report(const PrintJobResult &result)
     if (::write(STDOUT_FILENO, line.constData(), size_t(line.size())) != line.size())
         QCoreApplication::exit(1);
 }
-
-}  // namespace
 
 QStringList ClientPlan::toArguments() const
 {

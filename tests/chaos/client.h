@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printerslib/drivers/printjoboptions.h>
+#include <printerslib/drivers/printjob.h>
 
 #include <QString>
 #include <QStringList>
@@ -34,6 +34,21 @@ struct ClientReport
 
     static ClientReport fromOutput(const QByteArray &output);
 };
+
+/// A job whose lock lies in a folder of its own.
+class Job : public printerslib::drivers::PrintJob
+{
+public:
+    Job(const printerslib::drivers::EncodedDocument &document,
+        const printerslib::drivers::PrinterProfile &profile,
+        const printerslib::drivers::PrinterAddress &address, const QString &folder,
+        const printerslib::drivers::PrintJobOptions &options);
+};
+
+/// Has the system kill this process, wherever it is then.
+void beKilledAfter(qint64 microseconds);
+/// Writes a ClientReport.
+void report(const printerslib::drivers::PrintJobResult &result);
 
 /// A process that prints one receipt, and writes what it knows of it in the end.
 /// @param arguments address, model, folder of the locks, and the plan's

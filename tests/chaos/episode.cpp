@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "printerslib/drivers/printerprofile.h"
+#include "printerslib/drivers/printqueueentry.h"
 
 using namespace printerslib::drivers;
 
@@ -86,7 +87,8 @@ Episode::Episode(const EpisodePlan &plan, const QString &folder)
 
 Episode::~Episode()
 {
-    for (const auto &process : qAsConst(m_processes)) {
+    const QVector<std::shared_ptr<QProcess>> processes = m_processes + QVector{m_helper};
+    for (const auto &process : processes) {
         if (!process)
             continue;
         process->disconnect(this);
@@ -144,6 +146,8 @@ void Episode::start()
     m_playing->start();
     for (const Trouble &trouble : m_plan.troubles)
         planTrouble(trouble);
+    if (m_plan.isQueue())
+        startPrinter();
     startJobs();
 }
 
@@ -186,13 +190,14 @@ void Episode::apply(const PrinterFault &fault)
 /// As many at once as there are programs; the sound ones one by one, when all else is over.
 void Episode::startJobs()
 {
-    const int plagued = m_plan.jobs.size() - EpisodePlan::soundJobs;
+    const int plagued = m_plan.jobs.size() - m_plan.soundJobs;
     while (m_running < m_plan.programs && m_started < plagued) {
         const int number = m_started++;
         m_running++;
         QTimer::singleShot(m_plan.delays.at(number), this, [this, number] { startJob(number); });
     }
-    if (m_running > 0)
+    const bool isPrinting = m_helper || m_printers < m_plan.printerKills.size();
+    if (m_running > 0 || isPrinting)
         return;
     if (!m_isOver)
         endTroubles();
@@ -204,21 +209,28 @@ void Episode::startJobs()
 void Episode::startJob(int number)
 {
     note(QStringLiteral("job %1 begins").arg(m_plan.jobs.at(number).receipt.job));
-    auto process = std::make_shared<QProcess>();
-    m_processes[number] = process;
+    const QString role = m_plan.isQueue() ? QStringLiteral("add") : QStringLiteral("print");
     m_ends[number].isTroubled = m_inForce > 0 && !m_isOver;
-    process->setProgram(QCoreApplication::applicationFilePath());
-    process->setArguments(QStringList{QStringLiteral("print"), address(), m_plan.model, m_folder} +
-                          m_plan.jobs.at(number).toArguments());
-    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    connect(
-        process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
-        [this, number] { jobHasEnded(number); }, Qt::QueuedConnection);
-    QTimer::singleShot(hangMilliseconds, process.get(), [this, number] {
+    m_processes[number] = startProcess(
+        QStringList{role, address(), m_plan.model, m_folder} + m_plan.jobs.at(number).toArguments(),
+        [this, number] { jobHasEnded(number); });
+    QTimer::singleShot(hangMilliseconds, m_processes.at(number).get(), [this, number] {
         m_ends[number].hasHung = true;
         m_processes.at(number)->kill();
     });
+}
+
+std::shared_ptr<QProcess> Episode::startProcess(const QStringList &arguments,
+                                                std::function<void()> ended)
+{
+    auto process = std::make_shared<QProcess>();
+    process->setProgram(QCoreApplication::applicationFilePath());
+    process->setArguments(arguments);
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    connect(process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, ended,
+            Qt::QueuedConnection);
     process->start();
+    return process;
 }
 
 void Episode::jobHasEnded(int number)
@@ -229,6 +241,55 @@ void Episode::jobHasEnded(int number)
     m_processes[number].reset();
     m_running--;
     startJobs();
+}
+
+/// The next program that prints what is in the queue.
+void Episode::startPrinter()
+{
+    const qint64 killedAfter = m_plan.printerKills.value(m_printers++, -1);
+    startHelper({QStringLiteral("queue"), m_folder, QString::number(killedAfter)});
+}
+
+void Episode::startHelper(const QStringList &arguments)
+{
+    note(arguments.constFirst() + QStringLiteral(" begins"));
+    m_helper = startProcess(arguments, [this] { helperHasEnded(); });
+    QTimer::singleShot(hangMilliseconds, m_helper.get(), [this] {
+        m_hasHung = true;
+        m_helper->kill();
+    });
+}
+
+void Episode::helperHasEnded()
+{
+    constexpr int pause = 20;
+    note(QStringLiteral("it ended"));
+    m_helper.reset();
+    if (!m_isOver && m_printers < m_plan.printerKills.size())
+        QTimer::singleShot(pause, this, &Episode::startPrinter);
+    else
+        startJobs();
+}
+
+/// All that waits is printed, and what is held is decided, until nothing is left of both.
+void Episode::settleQueue()
+{
+    using State = PrintQueueEntry::State;
+    constexpr int mostSettlings = 12;
+    m_queue = queueReports(m_folder);
+    const auto has = [this](State least, State most) {
+        return std::any_of(m_queue.begin(), m_queue.end(), [=](const QueueReport &report) {
+            return report.state >= int(least) && report.state <= int(most);
+        });
+    };
+    const bool waits = has(State::Waiting, State::Printing);
+    const bool holds = has(State::Unknown, State::Partial);
+    if ((!waits && !holds) || ++m_settlings > mostSettlings)
+        end();
+    else if (waits)
+        startPrinter();
+    else
+        startHelper({QStringLiteral("decide"), m_folder});
 }
 
 void Episode::endTroubles()
@@ -254,6 +315,10 @@ void Episode::waitForQuiet()
     m_quietTimer.stop();
     if (!comesToRest())
         note(QStringLiteral("the printer doesn't come to rest"));
+    if (m_plan.isQueue() && comesToRest()) {
+        settleQueue();
+        return;
+    }
     if (m_started == m_plan.jobs.size() || !comesToRest()) {
         end();
         return;

@@ -11,6 +11,7 @@
 #include "judge.h"
 #include "plan.h"
 #include "playing.h"
+#include "queueclient.h"
 
 namespace chaos {
 
@@ -48,6 +49,8 @@ public:
     const QVector<JobEnd> &ends() const { return m_ends; }
     const QVector<printerslib::drivers::Paper> &papers() const { return m_papers; }
     bool comesToRest() const { return m_looks < mostLooks; }
+    bool hasHung() const { return m_hasHung; }
+    const QVector<QueueReport> &queue() const { return m_queue; }
     const QStringList &events() const { return m_events; }
 
 Q_SIGNALS:
@@ -64,6 +67,12 @@ private:
     void startJobs();
     void startJob(int number);
     void jobHasEnded(int number);
+    std::shared_ptr<QProcess> startProcess(const QStringList &arguments,
+                                           std::function<void()> ended);
+    void startHelper(const QStringList &arguments);
+    void helperHasEnded();
+    void startPrinter();
+    void settleQueue();
     void endTroubles();
     void waitForQuiet();
     void end();
@@ -82,10 +91,15 @@ private:
     QStringList m_events;
     QElapsedTimer m_clock;
     QTimer m_quietTimer;
+    QVector<QueueReport> m_queue;
+    std::shared_ptr<QProcess> m_helper;  ///< that prints a queue, or decides what becomes of it
+    int m_printers = 0;                  ///< that were started
+    int m_settlings = 0;
     int m_started = 0;
     int m_running = 0;
-    int m_inForce = 0;      ///< troubles
-    bool m_isOver = false;  ///< what befalls it
+    int m_inForce = 0;       ///< troubles
+    bool m_hasHung = false;  ///< of a queue
+    bool m_isOver = false;   ///< what befalls it
     int m_quietLooks = 0;
     int m_looks = 0;
     qint64 m_seenBytes = -1;

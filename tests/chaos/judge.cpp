@@ -2,6 +2,7 @@
 
 #include <printerslib/drivers/printerprofile.h>
 #include <printerslib/drivers/printjobresult.h>
+#include <printerslib/drivers/printqueueentry.h>
 
 #include <QMap>
 #include <algorithm>
@@ -23,6 +24,7 @@ struct Segment
     int job = 0;
     int piece = 0;
     QStringList items;
+    bool isRepeat = false;  ///< says that it is one
 };
 
 /// A picture and what else has no number belongs to the line before it.
@@ -31,12 +33,14 @@ QVector<Segment> segmentsOf(const QVector<Paper> &papers)
     QVector<Segment> segments;
     for (int piece = 0; piece < papers.size(); ++piece) {
         bool isOpen = false;
+        bool isMarked = false;
         const QStringList items = itemsOf(papers.at(piece));
         for (const QString &item : items) {
             const int job = jobOf(item);
             const bool isOther = job != 0 && isOpen && job != segments.constLast().job;
             if (!isOpen || isOther || isFirstLine(item))
-                segments.append({job, piece, {}});
+                segments.append({job, piece, {}, isMarked && isOpen});
+            isMarked = item.contains(QLatin1String("REPEAT"));
             isOpen = true;
             segments.last().items.append(item);
         }
@@ -96,7 +100,7 @@ public:
             if (!m_plan.hasSpoilt)
                 judge(end);
             const int fromEnd = m_ends.size() - i;
-            if (fromEnd <= EpisodePlan::soundJobs)
+            if (fromEnd <= m_plan.soundJobs)
                 judgeSound(end, fromEnd == 1);
         }
         if (!m_plan.hasSpoilt)
@@ -104,7 +108,75 @@ public:
         return m_untruths;
     }
 
+    QStringList untruthsOfQueue(const QVector<QueueReport> &queue)
+    {
+        for (const JobEnd &end : m_ends) {
+            const int job = end.plan.receipt.job;
+            m_whole = itemsOf(end.plan.receipt, m_profile);
+            m_mine = m_ofJob.value(job);
+            m_job = QStringLiteral("job %1").arg(job);
+            QVector<QueueReport> reports;
+            std::copy_if(queue.begin(), queue.end(), std::back_inserter(reports),
+                         [job](const QueueReport &report) { return report.job == job; });
+            const bool isPromised = end.report.isThere && end.report.outcome == int(Outcome::Sent);
+            if (isPromised && reports.isEmpty())
+                say("it was added, and is lost");
+            if (reports.size() > 1)
+                say("it is in the queue more than once");
+            if (end.hasHung)
+                say("its adding didn't end");
+            judgeQueued(reports.value(0));
+        }
+        judgeOrder(queue);
+        judgeMixing();
+        return m_untruths;
+    }
+
 private:
+    void judgeQueued(const QueueReport &report)
+    {
+        using State = PrintQueueEntry::State;
+        const auto state = State(report.state);
+        const auto isMarked = [](const Segment &segment) { return segment.isRepeat; };
+        const auto marked = int(std::count_if(m_mine.begin(), m_mine.end(), isMarked));
+        const int whole =
+            int(std::count_if(m_mine.begin(), m_mine.end(),
+                              [this](const Segment &one) { return one.items == m_whole; }));
+        if (report.id == 0 && !m_mine.isEmpty())
+            say("it isn't in the queue, and on paper");
+        if (report.id != 0 && state != State::Done && state != State::Dropped)
+            say("the queue doesn't come to its end with it");
+        if (!hasRemains() && m_mine.size() - marked > 1)
+            say("it is on paper more than once, and nothing says so");
+        if (marked > report.repeats)
+            say("more of it say that they are repeats than were asked for");
+        if (state == State::Done && report.outcome >= int(Outcome::Processed) && whole == 0)
+            say("it was confirmed, and isn't on paper");
+        if (state == State::Done && report.repeats == 0 && whole > 1)
+            say("it is on paper more than once, and wasn't repeated");
+        for (const Segment &segment : qAsConst(m_mine)) {
+            if (!hasRemains() && !isBeginning(segment.items, m_whole))
+                say("what is on paper isn't its beginning");
+        }
+    }
+
+    /// What nobody has repeated comes in the order of adding.
+    void judgeOrder(const QVector<QueueReport> &queue)
+    {
+        qint64 last = 0;
+        for (const Segment &segment : m_segments) {
+            const auto found = std::find_if(
+                queue.begin(), queue.end(),
+                [&segment](const QueueReport &report) { return report.job == segment.job; });
+            if (found == queue.end() || segment.isRepeat)
+                continue;
+            m_job = QStringLiteral("job %1").arg(segment.job);
+            if (found->id < last)
+                say("it came behind one that was added later");
+            last = found->id;
+        }
+    }
+
     void say(const char *text) { m_untruths.append(m_job + QStringLiteral(": ") + text); }
 
     /// What a line without power, that isn't told of it, still brings when it is back.
@@ -164,7 +236,8 @@ private:
         for (int i = 0; i < m_segments.size(); ++i) {
             const Segment &segment = m_segments.at(i);
             m_job = QStringLiteral("piece %1").arg(segment.piece + 1);
-            if (segment.job == 0 && !hasRemains())
+            const bool isMark = segment.items.join(QString()).contains(QLatin1String("REPEAT"));
+            if (segment.job == 0 && !isMark && !hasRemains())
                 say("something is on paper that is no job's");
             const Segment before = i > 0 ? m_segments.at(i - 1) : Segment();
             if (isCut && before.job != 0 && segment.job != 0 && before.piece == segment.piece)
@@ -196,9 +269,10 @@ QString JobEnd::toString() const
 }
 
 QStringList untruthsOf(const EpisodePlan &plan, const QVector<JobEnd> &ends,
-                       const QVector<Paper> &papers)
+                       const QVector<QueueReport> &queue, const QVector<Paper> &papers)
 {
-    return Judge(plan, ends, papers).untruths();
+    Judge judge(plan, ends, papers);
+    return plan.isQueue() ? judge.untruthsOfQueue(queue) : judge.untruths();
 }
 
 }  // namespace chaos

@@ -7,6 +7,7 @@
 
 #include "client.h"
 #include "plan.h"
+#include "queueclient.h"
 
 namespace chaos {
 
@@ -22,7 +23,9 @@ struct JobEnd
 };
 
 /// What is said of the jobs and isn't true of the papers; empty if all is.
+/// @param queue of an episode that has one
 QStringList untruthsOf(const EpisodePlan &plan, const QVector<JobEnd> &ends,
+                       const QVector<QueueReport> &queue,
                        const QVector<printerslib::drivers::Paper> &papers);
 
 }  // namespace chaos

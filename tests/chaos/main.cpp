@@ -16,6 +16,7 @@
 #include "episode.h"
 #include "judge.h"
 #include "plan.h"
+#include "queueclient.h"
 
 using namespace chaos;
 
@@ -54,7 +55,7 @@ public:
     void goOn()
     {
         while (m_next || planNext()) {
-            const int needed = m_next->programs;
+            const int needed = programsOf(*m_next);
             if (m_busy > 0 && m_busy + needed > m_processes)
                 return;
             m_busy += needed;
@@ -73,6 +74,11 @@ private:
         std::unique_ptr<QTemporaryDir> folder;
         std::unique_ptr<Episode> episode;
     };
+
+    static int programsOf(const EpisodePlan &plan)
+    {
+        return plan.programs + (plan.isQueue() ? 1 : 0);
+    }
 
     bool planNext()
     {
@@ -104,7 +110,10 @@ private:
 
     void over(const Episode &episode)
     {
-        QStringList untruths = untruthsOf(episode.plan(), episode.ends(), episode.papers());
+        QStringList untruths =
+            untruthsOf(episode.plan(), episode.ends(), episode.queue(), episode.papers());
+        if (episode.hasHung())
+            untruths.append(QStringLiteral("a program that prints a queue didn't end"));
         if (!episode.comesToRest())
             untruths.append(QStringLiteral("the printer doesn't come to rest"));
         count(episode);
@@ -112,7 +121,7 @@ private:
             m_failures++;
         if (!untruths.isEmpty() || m_isVerbose)
             tell(episode, untruths);
-        m_busy -= episode.plan().programs;
+        m_busy -= programsOf(episode.plan());
         const auto found = std::find_if(
             m_episodes.begin(), m_episodes.end(),
             [&episode](const Played &played) { return played.episode.get() == &episode; });
@@ -135,6 +144,13 @@ private:
             say(QStringLiteral("  ") + line);
         for (const QString &line : episode.events())
             say(line);
+        for (const QueueReport &report : episode.queue())
+            say(QStringLiteral("  queue: %1, job %2, state %3, outcome %4, repeats %5")
+                    .arg(report.id)
+                    .arg(report.job)
+                    .arg(report.state)
+                    .arg(report.outcome)
+                    .arg(report.repeats));
         for (int i = 0; i < episode.papers().size(); ++i)
             say(QStringLiteral("  piece %1: %2")
                     .arg(i + 1)
@@ -237,8 +253,12 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QLatin1String("print"))
-        return runClient(arguments.mid(2));
+    const std::pair<const char *, int (*)(const QStringList &)> roles[] = {
+        {"print", runClient}, {"add", runAdder}, {"queue", runPrinter}, {"decide", runDecider}};
+    for (const auto &[name, run] : roles) {
+        if (arguments.value(1) == QLatin1String(name))
+            return run(arguments.mid(2));
+    }
     return runAll();
 }
 

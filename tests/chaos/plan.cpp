@@ -32,7 +32,7 @@ private:
     std::mt19937_64 m_random;
 };
 
-enum class Theme { Hardware, Kills, Power, Resets, Answers, Spoilt, Everything };
+enum class Theme { Hardware, Kills, Power, Resets, Answers, Spoilt, Everything, Queue };
 
 struct ThemeRow
 {
@@ -44,7 +44,8 @@ constexpr ThemeRow themes[] = {
     {Theme::Hardware, 1}, {Theme::Hardware, 2},   {Theme::Kills, 1},      {Theme::Kills, 2},
     {Theme::Kills, 8},    {Theme::Power, 1},      {Theme::Resets, 1},     {Theme::Resets, 2},
     {Theme::Answers, 1},  {Theme::Answers, 2},    {Theme::Spoilt, 1},     {Theme::Everything, 1},
-    {Theme::Hardware, 8}, {Theme::Everything, 2}, {Theme::Everything, 8},
+    {Theme::Hardware, 8}, {Theme::Everything, 2}, {Theme::Everything, 8}, {Theme::Queue, 1},
+    {Theme::Queue, 2},    {Theme::Queue, 2},
 };
 
 struct TroubleRow
@@ -136,7 +137,7 @@ void planTroubles(Dice &dice, Theme theme, EpisodePlan &plan, int bytes)
 {
     const int count = dice.between(1, 2 + plan.jobs.size() / 3);
     for (int i = 0; i < count; ++i) {
-        const bool isAny = theme == Theme::Everything;
+        const bool isAny = theme == Theme::Everything || theme == Theme::Queue;
         const int choice = isAny ? dice.below(4) : -1;
         if (theme == Theme::Hardware || choice == 0)
             plan.troubles.append(troubleOf(dice, hardwareTroubles, bytes));
@@ -179,20 +180,25 @@ EpisodePlan planOf(quint64 seed, int firstJob)
     const ThemeRow row = dice.oneOf(themes);
     plan.programs = row.programs;
     planPrinter(dice, row.theme, plan);
+    plan.soundJobs = row.theme == Theme::Queue ? 0 : 2;
     const int plagued = plan.programs == 8 ? dice.between(8, 14) : dice.between(3, 6);
     int bytes = 0;
-    for (int i = 0; i < plagued + EpisodePlan::soundJobs; ++i) {
+    for (int i = 0; i < plagued + plan.soundJobs; ++i) {
         const bool isSound = i >= plagued;
         ClientPlan job;
         job.receipt = receiptOf(dice, firstJob + i);
         job.options = optionsOf(dice, isSound);
         const int size = encodedReceipt(job.receipt, plan.model).bytes.size();
+        if (row.theme == Theme::Queue && dice.inPercent(30))
+            job.killedAfter = dice.below(60'000);
         if (!isSound && isKilling(row.theme) && dice.inPercent(60))
             planEnds(dice, job, size);
         bytes += isSound ? 0 : size;
         plan.jobs.append(job);
         plan.delays.append(dice.below(80));
     }
+    for (int i = 0; row.theme == Theme::Queue && i < plagued; ++i)
+        plan.printerKills.append(dice.inPercent(80) ? dice.below(900'000) : -1);
     if (row.theme != Theme::Kills)
         planTroubles(dice, row.theme, plan, bytes);
     return plan;
@@ -226,6 +232,8 @@ QStringList EpisodePlan::toLines() const
                 .arg(trouble.repairedAfter));
     for (const ClientPlan &job : jobs)
         lines.append(QStringLiteral("job ") + job.toString());
+    for (const qint64 kill : printerKills)
+        lines.append(QStringLiteral("what prints is killed after %1 us").arg(kill));
     return lines;
 }
 

@@ -38,7 +38,12 @@ struct EpisodePlan
     QVector<int> delays;  ///< of the jobs, in milliseconds
     QVector<Trouble> troubles;
     /// The last jobs of `jobs`, which run one by one when all troubles are over.
-    static constexpr int soundJobs = 2;
+    int soundJobs = 0;
+    /// Of a queue, to which the jobs are added: when the programs that print are killed, in
+    /// microseconds; -1: never.
+    QVector<qint64> printerKills;
+
+    bool isQueue() const { return !printerKills.isEmpty(); }
 
     QStringList toLines() const;
 };
