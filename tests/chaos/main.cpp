@@ -1,5 +1,7 @@
 // Has many processes print on printers that fail at random, and compares what each tells of its
 // receipt with what is on the paper.
+#include <unistd.h>
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDateTime>
@@ -122,6 +124,7 @@ private:
         if (!untruths.isEmpty() || m_isVerbose)
             tell(episode, untruths);
         m_busy -= programsOf(episode.plan());
+        showProgress();
         const auto found = std::find_if(
             m_episodes.begin(), m_episodes.end(),
             [&episode](const Played &played) { return played.episode.get() == &episode; });
@@ -159,6 +162,15 @@ private:
             say(QStringLiteral("UNTRUE: ") + line);
     }
 
+    void showProgress() const
+    {
+        if (::isatty(STDERR_FILENO) == 0)
+            return;
+        const QString text =
+            QStringLiteral("\r%1 jobs, %2 episodes failed ").arg(m_jobsRun).arg(m_failures);
+        std::fputs(qPrintable(text), stderr);
+    }
+
     void report() const
     {
         static const char *const names[] = {"killed", "not begun", "partly sent",
@@ -167,6 +179,8 @@ private:
         for (int i = 0; i < int(std::size(names)); ++i)
             counts.append(
                 QStringLiteral("%1 %2").arg(m_outcomes.value(i - 1)).arg(QLatin1String(names[i])));
+        if (::isatty(STDERR_FILENO) != 0)
+            std::fputs("\n", stderr);
         say(QStringLiteral("%1 jobs in %2 episodes: %3; %4 episodes failed")
                 .arg(m_jobsRun)
                 .arg(m_planned)
@@ -206,6 +220,19 @@ QVector<quint64> keptSeeds(const QString &fileName)
     return seeds;
 }
 
+/// Ends the program where an option has another value than a number of at least `least`.
+quint64 numberOf(const QCommandLineParser &parser, const char *option, quint64 least)
+{
+    constexpr int wrongUsage = 2;
+    bool isNumber = false;
+    const QString text = parser.value(QLatin1String(option));
+    const quint64 number = text.toULongLong(&isNumber);
+    if (isNumber && number >= least)
+        return number;
+    std::fprintf(stderr, "chaos: --%s: \"%s\" is no such number\n", option, qPrintable(text));
+    std::exit(wrongUsage);
+}
+
 int runAll()
 {
     QCommandLineParser parser;
@@ -228,8 +255,7 @@ int runAll()
     parser.addHelpOption();
     parser.process(*QCoreApplication::instance());
 
-    Run run(parser.value(QStringLiteral("processes")).toInt(),
-            parser.isSet(QStringLiteral("verbose")));
+    Run run(int(numberOf(parser, "processes", 1)), parser.isSet(QStringLiteral("verbose")));
     QVector<quint64> seeds;
     const QStringList episodes = parser.values(QStringLiteral("episode"));
     for (const QString &episode : episodes)
@@ -237,12 +263,12 @@ int runAll()
     if (parser.isSet(QStringLiteral("kept")))
         seeds += keptSeeds(parser.value(QStringLiteral("kept")));
     const quint64 seed = parser.isSet(QStringLiteral("seed"))
-                             ? parser.value(QStringLiteral("seed")).toULongLong()
+                             ? numberOf(parser, "seed", 0)
                              : quint64(QDateTime::currentMSecsSinceEpoch());
     if (seeds.isEmpty())
         say(QStringLiteral("seed %1").arg(seed));
     run.setSeeds(seeds);
-    run.setJobs(seed, parser.value(QStringLiteral("jobs")).toInt());
+    run.setJobs(seed, int(numberOf(parser, "jobs", 1)));
     QTimer::singleShot(0, &run, &Run::goOn);
     return QCoreApplication::exec();
 }
