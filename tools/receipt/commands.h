@@ -58,6 +58,7 @@ int runPreview(const QStringList &arguments);
 int runPrint(const QStringList &arguments);
 int runQueue(const QStringList &arguments);
 int runRender(const QStringList &arguments);
+int runSelfTest(const QStringList &arguments);
 int runSettings(const QStringList &arguments);
 int runSplit(const QStringList &arguments);
 int runState(const QStringList &arguments);

@@ -27,6 +27,7 @@ constexpr Command commands[] = {
     {"print", "print a receipt, or make the bytes that a printer gets", runPrint},
     {"queue", "keep receipts until they are printed, and reprint them", runQueue},
     {"render", "print a receipt from a template and a document", runRender},
+    {"selftest", "print a printer's self test, and make a file of what it shows", runSelfTest},
     {"settings", "show, check and make lists of settings", runSettings},
     {"split", "show the fiscal sections of a template", runSplit},
     {"state", "explain a state record of the print service", runState},
