@@ -4,6 +4,9 @@
 
 #include "answerinput.h"
 #include "commands.h"
+#include "interrupt.h"
+#include "jobreport.h"
+#include "jobrunner.h"
 #include "outputfile.h"
 #include "paper.h"
 #include "printermodel.h"
@@ -18,6 +21,7 @@ namespace {
 
 using printerslib::drivers::EncodedDocument;
 using printerslib::drivers::PrinterAddress;
+using printerslib::drivers::PrintJobResult;
 using printerslib::drivers::PrintNote;
 using printerslib::drivers::PrintTarget;
 
@@ -185,6 +189,19 @@ bool readPrinter(const QCommandLineParser &parser, const Options &options,
     return printer.has_value();
 }
 
+/// Complains and gives false for options that contradict each other.
+bool areTogether(const QCommandLineParser &parser, const Options &options)
+{
+    for (const QCommandLineOption &other : {options.answers, options.noPrint, options.output}) {
+        if (!parser.isSet(options.noQuestions) || !parser.isSet(other))
+            continue;
+        tool::complain(
+            QStringLiteral("--no-questions doesn't go with --%1").arg(other.names().constFirst()));
+        return false;
+    }
+    return true;
+}
+
 /// Complains and gives false if a file would be lost.
 bool mayWrite(const QCommandLineParser &parser, const Options &options)
 {
@@ -195,7 +212,30 @@ bool mayWrite(const QCommandLineParser &parser, const Options &options)
     return false;
 }
 
-int print(const tool::SelfTestPlan &plan, const PrinterAddress &printer)
+/// "self test of CUSTOM_VKP_80, 55324 bytes"
+QString testText(const tool::JobOrder &order)
+{
+    return QStringLiteral("self test of %1, %2 bytes")
+        .arg(order.profile.modelId())
+        .arg(order.document.bytes.size());
+}
+
+/// Gives the exit status, and whether there is a paper to be asked about.
+int deliver(const tool::JobOrder &order, bool &isOut)
+{
+    if (order.address.kind() == PrinterAddress::Kind::File) {
+        isOut = tool::StreamDestination(order.address.path()).take(order.document.bytes);
+        return isOut ? tool::Success : tool::BadInput;
+    }
+    const Interrupt interrupt;
+    tool::JobRunner runner(order, interrupt);
+    const PrintJobResult result = runner.run();
+    isOut = result.isSent() && !interrupt.hasCome();
+    return tool::reportJob(order, result, testText(order), false);
+}
+
+int print(const QCommandLineParser &parser, const tool::SelfTestPlan &plan,
+          const PrinterAddress &printer, bool &isOut)
 {
     const EncodedDocument document = tool::selfTestOf(plan);
     if (!document.error.isEmpty()) {
@@ -206,10 +246,7 @@ int print(const tool::SelfTestPlan &plan, const PrinterAddress &printer)
         if (note.isLoss)
             tool::complain(QStringLiteral("section %1: %2").arg(note.block).arg(note.text));
     }
-    if (printer.kind() == PrinterAddress::Kind::File)
-        return tool::StreamDestination(printer.path()).take(document.bytes) ? tool::Success
-                                                                            : tool::BadInput;
-    return tool::BadInput;
+    return deliver({document, plan.profile(), printer, tool::jobOptionsOf(parser)}, isOut);
 }
 
 void say(const QString &line)
@@ -238,8 +275,8 @@ bool ask(const tool::SelfTestQuestion &question, tool::AnswerInput &input,
 /// Gives false, after a message, behind an interrupt.
 bool askAll(const QVector<tool::SelfTestQuestion> &questions, tool::SelfTestFindings &findings)
 {
-    say(QStringLiteral("What does the paper show? An empty line says nothing."));
     tool::AnswerInput input;
+    say(QStringLiteral("What does the paper show? An empty line says nothing."));
     for (const tool::SelfTestQuestion &question : questions) {
         if (!ask(question, input, findings))
             break;
@@ -298,6 +335,9 @@ int runSelfTest(const QStringList &arguments)
     parser.addOptions(tool::printerModelOptions());
     parser.addOptions({options.paper, options.only, options.pages, options.drawer, options.answers,
                        options.noQuestions, options.noPrint, options.output, options.force});
+    // What became of the job is told in words alone.
+    constexpr int waitAndOneWay = 2;
+    parser.addOptions(tool::jobOptions().mid(0, waitAndOneWay));
     if (const auto status =
             tool::parseForPrinter(parser, QStringLiteral("selftest"), arguments, 0, 0))
         return *status;
@@ -306,21 +346,21 @@ int runSelfTest(const QStringList &arguments)
     if (!plan)
         return status;
     std::optional<PrinterAddress> printer;
-    if (!readPrinter(parser, options, printer))
+    if (!areTogether(parser, options) || !readPrinter(parser, options, printer))
         return tool::WrongUsage;
     if (!mayWrite(parser, options))
         return tool::BadInput;
-    if (printer)
-        status = print(*plan, *printer);
-    else
-        status = tool::Success;
-    if (status != tool::Success || parser.isSet(options.noQuestions))
-        return status;
     const QVector<tool::SelfTestQuestion> questions = tool::questionsOf(*plan);
     tool::SelfTestFindings findings(*plan);
-    const bool isAnswered = parser.isSet(options.answers)
-                                ? readAnswers(parser, options, questions, findings)
-                                : askAll(questions, findings);
-    return isAnswered ? writeFindings(*plan, findings, parser.value(options.output))
-                      : int(tool::BadInput);
+    // What is wrong with the answers is told before paper is spent.
+    if (parser.isSet(options.answers) && !readAnswers(parser, options, questions, findings))
+        return tool::BadInput;
+    bool isOut = true;
+    status = printer ? print(parser, *plan, *printer, isOut) : int(tool::Success);
+    if (!isOut || parser.isSet(options.noQuestions))
+        return status;
+    if (!parser.isSet(options.answers) && !askAll(questions, findings))
+        return tool::BadInput;
+    const int written = writeFindings(*plan, findings, parser.value(options.output));
+    return written == tool::Success ? status : written;
 }

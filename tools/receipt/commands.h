@@ -57,6 +57,7 @@ int runModels(const QStringList &arguments);
 int runPreview(const QStringList &arguments);
 int runPrint(const QStringList &arguments);
 int runQueue(const QStringList &arguments);
+int runRecord(const QStringList &arguments);
 int runRender(const QStringList &arguments);
 int runSelfTest(const QStringList &arguments);
 int runSettings(const QStringList &arguments);

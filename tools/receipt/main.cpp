@@ -26,6 +26,7 @@ constexpr Command commands[] = {
     {"preview", "draw a receipt as a printer model prints it", runPreview, drawsAlways},
     {"print", "print a receipt, or make the bytes that a printer gets", runPrint},
     {"queue", "keep receipts until they are printed, and reprint them", runQueue},
+    {"record", "keep what programs and a printer say to each other", runRecord},
     {"render", "print a receipt from a template and a document", runRender},
     {"selftest", "print a printer's self test, and make a file of what it shows", runSelfTest},
     {"settings", "show, check and make lists of settings", runSettings},

@@ -1,0 +1,213 @@
+#include <printerslib/drivers/devicelock.h>
+#include <printerslib/drivers/transport.h>
+
+#include <QDateTime>
+#include <QEventLoop>
+#include <QTimer>
+#include <cstdio>
+
+#include "commands.h"
+#include "interrupt.h"
+#include "openline.h"
+#include "printeroption.h"
+#include "queueplace.h"
+#include "sessionfile.h"
+#include "sessionrecorder.h"
+#include "support.h"
+
+namespace {
+
+using printerslib::drivers::DeviceLock;
+using printerslib::drivers::PrinterAddress;
+using printerslib::drivers::Transport;
+using printerslib::drivers::TransportOptions;
+
+// In lines of up to 79 characters, as a terminal shows them.
+const char description[] =
+    R"(Stands between programs and a printer, and keeps all that either side sends in
+FILE, with the time of each piece, for "virtual-printer --replay" and for those
+who help with a printer that they haven't got. Programs print to the pseudo
+terminal whose path is the first line of output, to the --link to it, or to the
+port of --listen; what the printer answers comes back to them:
+
+    receipt record --to tcp:192.168.0.5 session.txt --link /tmp/recorded
+    receipt print ... --to device:/tmp/recorded
+
+The printer's own line is set as --to says. No other program prints on it
+meanwhile; standard error tells how many are in front. If it goes, as without
+power, it is waited for. Each piece is in the file at once. Ctrl+C ends it.
+
+Exit status: 0 ended by Ctrl+C; 1 the printer isn't reached, or the file can't be
+written; 2 wrong usage.)";
+
+struct Options
+{
+    const QCommandLineOption link{QStringLiteral("link"),
+                                  QStringLiteral("A symbolic link to make to the terminal."),
+                                  QStringLiteral("PATH")};
+    const QCommandLineOption listen{
+        QStringLiteral("listen"),
+        QStringLiteral("Be at this port of TCP instead of a pseudo terminal, such as "
+                       "127.0.0.1:9100; the port is 9100 if it is left out, and any that is free "
+                       "if it is 0. One program is served at a time, others wait until it goes."),
+        QStringLiteral("HOST:PORT")};
+    const QCommandLineOption force{QStringLiteral("force"),
+                                   QStringLiteral("Replace a file that is there.")};
+};
+
+struct Request
+{
+    PrinterAddress printer;
+    QString file;
+    QString link;
+    QString listen;
+    bool replaces = false;
+};
+
+/// Complains and gives nothing if that can't be recorded.
+std::optional<Request> requestOf(const QCommandLineParser &parser, const Options &options)
+{
+    if (!parser.isSet(tool::printerOption())) {
+        tool::complain(
+            QStringLiteral("record needs --to URL, the printer, or a file of --config "
+                           "that names it"));
+        return std::nullopt;
+    }
+    if (parser.isSet(options.link) && parser.isSet(options.listen)) {
+        tool::complain(QStringLiteral("--link doesn't go with --listen"));
+        return std::nullopt;
+    }
+    const auto printer = tool::printerAddressOf(parser, tool::printerOption());
+    if (!printer)
+        return std::nullopt;
+    return Request{*printer, parser.positionalArguments().constFirst(), parser.value(options.link),
+                   parser.value(options.listen), parser.isSet(options.force)};
+}
+
+/// The line that programs print to. Complains and gives nothing if it can't be had.
+std::unique_ptr<DeviceLine> lineOf(const Request &request)
+{
+    QString error;
+    if (!request.listen.isEmpty()) {
+        auto line = std::make_unique<TcpLine>();
+        if (line->listen(request.listen, &error))
+            return line;
+        tool::complain(QStringLiteral("--listen: ") + error);
+        return nullptr;
+    }
+    auto line = std::make_unique<OpenLine>();
+    if (line->open(request.link, &error))
+        return line;
+    tool::complain(error);
+    return nullptr;
+}
+
+/// Waits until no other program has the printer. Complains and gives false on failure, and behind
+/// an interrupt.
+bool getTurn(DeviceLock &lock, const PrinterAddress &printer, const Interrupt &interrupt)
+{
+    constexpr int step = 100;  // milliseconds between two looks for an interrupt
+    int told = 0;
+    while (!lock.waitFor(step)) {
+        if (!lock.fault().isEmpty() || interrupt.hasCome()) {
+            tool::complain(interrupt.hasCome() ? QStringLiteral("cancelled") : lock.fault());
+            return false;
+        }
+        if (lock.ahead() > 0 && lock.ahead() != told)
+            tool::tellPlaceInQueue(printer, lock.ahead());
+        told = lock.ahead();
+    }
+    return true;
+}
+
+void say(const QString &text)
+{
+    tool::print(text);
+    std::fflush(stdout);
+}
+
+/// What is under way goes out, if it does so soon.
+void drain(Transport &printer, tool::SessionFile &file)
+{
+    constexpr int patience = 1000;
+    QEventLoop loop;
+    QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+    QObject::connect(&printer, &Transport::written, &loop, [&] {
+        if (printer.bytesToWrite() == 0)
+            loop.quit();
+    });
+    if (printer.bytesToWrite() > 0)
+        loop.exec();
+    if (printer.bytesToWrite() > 0)
+        file.remark(
+            QStringLiteral("%1 bytes didn't come to the printer").arg(printer.bytesToWrite()));
+}
+
+int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
+           const Interrupt &interrupt)
+{
+    TransportOptions options;
+    options.reopens = true;
+    // A printer without paper takes nothing for as long as that lasts.
+    options.writeMilliseconds = 0;
+    const auto printer = Transport::make(request.printer, options);
+    tool::SessionRecorder recorder(line, *printer, file);
+    QEventLoop loop;
+    QObject::connect(&recorder, &tool::SessionRecorder::said, &loop, say);
+    QObject::connect(&recorder, &tool::SessionRecorder::ready, &loop,
+                     [&line] { say(line.name()); });
+    QObject::connect(&recorder, &tool::SessionRecorder::ended, &loop, &QEventLoop::quit,
+                     Qt::QueuedConnection);
+    if (interrupt.notifier() != nullptr)
+        QObject::connect(interrupt.notifier(), &QSocketNotifier::activated, &loop, [&] {
+            interrupt.notifier()->setEnabled(false);
+            loop.quit();
+        });
+    recorder.start();
+    loop.exec();
+    if (recorder.fault().isEmpty())
+        drain(*printer, file);
+    const QString fault = recorder.fault().isEmpty() ? file.fault() : recorder.fault();
+    if (!fault.isEmpty()) {
+        tool::complain(fault);
+        return tool::BadInput;
+    }
+    say(QStringLiteral("%1: %2 bytes to the printer, %3 from it")
+            .arg(request.file)
+            .arg(file.bytesOfHost())
+            .arg(file.bytesOfPrinter()));
+    return tool::Success;
+}
+
+}  // namespace
+
+int runRecord(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    const Options options;
+    parser.setApplicationDescription(QString::fromLatin1(description));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("The file of the recording, which is made."));
+    parser.addOptions(tool::printerOptions());
+    parser.addOptions({options.link, options.listen, options.force});
+    if (const auto status =
+            tool::parseForPrinter(parser, QStringLiteral("record"), arguments, 1, 1))
+        return *status;
+    const auto request = requestOf(parser, options);
+    if (!request)
+        return tool::WrongUsage;
+    const Interrupt interrupt;
+    DeviceLock lock(request->printer);
+    const auto line = lineOf(*request);
+    if (!line || !getTurn(lock, request->printer, interrupt))
+        return tool::BadInput;
+    tool::SessionFile file;
+    if (!file.open(request->file, request->replaces) ||
+        !file.remark(QStringLiteral("recorded by receipt %1 of %2 on %3")
+                         .arg(QStringLiteral(RECEIPT_VERSION), request->printer.toString(),
+                              QDateTime::currentDateTime().toString(Qt::ISODate)))) {
+        tool::complain(file.fault());
+        return tool::BadInput;
+    }
+    return record(*request, *line, file, interrupt);
+}

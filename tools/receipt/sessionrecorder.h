@@ -1,0 +1,49 @@
+#pragma once
+
+#include <printerslib/drivers/transport.h>
+
+#include <QObject>
+#include <QString>
+
+#include "deviceline.h"
+#include "sessionfile.h"
+
+namespace tool {
+
+/// Stands between clients and their printer: hands on what each side sends, as fast as the other
+/// takes it, and records it. A printer that goes is waited for.
+class SessionRecorder : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// All outlive it. The transport has to reopen by itself.
+    SessionRecorder(DeviceLine &line, printerslib::drivers::Transport &printer, SessionFile &file);
+
+    /// Opens the printer's line; ends in ready() or ended().
+    void start();
+    /// Why it ended by itself; empty if it didn't.
+    QString fault() const { return m_fault; }
+
+Q_SIGNALS:
+    /// Clients are heard.
+    void ready();
+    /// Something that a user should see; in English.
+    void said(const QString &text);
+    /// It can't go on.
+    void ended();
+
+private:
+    void handOn();
+    void takeAnswer(const QByteArray &bytes);
+    void tell(const QString &text);
+    void end(const QString &fault);
+
+    DeviceLine &m_line;
+    printerslib::drivers::Transport &m_printer;
+    SessionFile &m_file;
+    QString m_fault;
+    bool m_isReady = false;
+};
+
+}  // namespace tool
