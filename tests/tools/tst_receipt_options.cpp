@@ -114,8 +114,8 @@ private Q_SLOTS:
         QCOMPARE(commandsOf["symbols"],
                  (QStringList{"lint", "preview", "print", "render", "document save"}));
         QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview", "print"}));
-        QCOMPARE(commandsOf["model"],
-                 (QStringList{"decode", "drawer", "lint", "preview", "print", "render", "status"}));
+        QCOMPARE(commandsOf["model"], (QStringList{"decode", "drawer", "lint", "preview", "print",
+                                                   "render", "selftest", "status"}));
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"],
                  (QStringList{"fill", "preview", "print", "render", "document save"}));

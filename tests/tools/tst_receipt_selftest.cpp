@@ -197,10 +197,10 @@ private Q_SLOTS:
         const QByteArray pulse("\x1Bp\x01", 3);
         QCOMPARE(selfTest({"--to", "file:" + file, "--model", model, "--no-questions"}).status, 0);
         QVERIFY(!m_folder.content("drawer.bin").contains(QByteArray("\x1Bp", 2)));
-        QCOMPARE(
-            selfTest({"--to", "file:" + file, "--model", model, "--no-questions", "--drawer", "5"})
-                .status,
-            0);
+        QCOMPARE(selfTest({"--to", "file:" + file, "--model", model, "--no-questions",
+                           "--open-drawer", "5"})
+                     .status,
+                 0);
         QVERIFY(m_folder.content("drawer.bin").contains(pulse));
     }
 
@@ -229,7 +229,7 @@ private Q_SLOTS:
         row("no pages", {"--no-print", "--pages", "1-x"}, "--pages: \"1-x\" is none of ");
         row("pages backwards", {"--no-print", "--pages", "9-3"}, "--pages: ");
         row("pages too high", {"--no-print", "--pages", "256"}, "--pages: ");
-        row("no pin", {"--no-print", "--drawer", "3"}, "--drawer: \"3\" is none of 2, 5");
+        row("no pin", {"--no-print", "--open-drawer", "3"}, "--open-drawer: \"3\" is none of 2, 5");
         row("no paper", {"--no-print", "--paper", "99"}, "--paper: ");
         row("nothing to do", {"--no-print", "--no-questions"}, "--no-questions doesn't go with");
         row("answers unasked", {"--to", "file:x", "--no-questions", "--answers", "x"},

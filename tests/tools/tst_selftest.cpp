@@ -514,9 +514,11 @@ private Q_SLOTS:
         row("pages fewer", vkp, "pages", "0 2", R"({"codePages":{"0":"CP437","2":"CP850"}})");
         row("pages another set", vkp, "pages", "0 19=cp866",
             R"({"codePages":{"0":"CP437","19":"CP866"}})");
-        row("pages all but one", vkp, "pages", "all 19=CP866",
+        row("pages all but one", vkp, "pages", "ALL 19=CP866",
             R"({"codePages":{"0":"CP437","19":"CP866","2":"CP850","3":"CP860","4":"CP863",)"
             R"("5":"CP865"}})");
+        row("pages none", vkp, "pages", "none",
+            "\"none\" is none of the code pages 0, 2, 3, 4, 5, 19");
         row("pages without the first", vkp, "pages", "2",
             "code page 0 is the one after a reset, so it has to be known; if it is another set, "
             "say "

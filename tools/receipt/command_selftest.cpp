@@ -59,7 +59,7 @@ struct Options
                        "to have, such as 0,16-19 or 0-255: firmwares have others."),
         QStringLiteral("NUMBERS")};
     const QCommandLineOption drawer{
-        QStringLiteral("drawer"),
+        QStringLiteral("open-drawer"),
         QStringLiteral("Open the drawer at this pin, too, 2 or 5; may be given twice. Default: "
                        "none is opened."),
         QStringLiteral("PIN")};
@@ -76,7 +76,7 @@ struct Options
         QStringLiteral("The file of models that is written, if anything differs."),
         QStringLiteral("FILE")};
     const QCommandLineOption force{QStringLiteral("force"),
-                                   QStringLiteral("Replace a file of --output that is there.")};
+                                   QStringLiteral("Replace a file that is there.")};
 };
 
 /// Numbers of code pages; nothing if they are none.
@@ -140,7 +140,8 @@ bool chooseDrawers(const QCommandLineParser &parser, const Options &options,
             plan.pins.append(pin);
     }
     if (!pins.isEmpty())
-        tool::complain(QStringLiteral("--drawer: \"%1\" is none of 2, 5").arg(pins.constFirst()));
+        tool::complain(
+            QStringLiteral("--open-drawer: \"%1\" is none of 2, 5").arg(pins.constFirst()));
     return pins.isEmpty();
 }
 

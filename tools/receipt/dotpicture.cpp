@@ -84,7 +84,8 @@ void DotPicture::writeNumber(int left, int top, int number)
     const int rowBytes = (letters.size.width() + bitsOfDots - 1) / bitsOfDots;
     for (int y = 0; y < letters.size.height(); ++y) {
         for (int x = 0; x < letters.size.width(); ++x) {
-            const int byte = letters.rows.at(y * rowBytes + x / bitsOfDots);
+            const auto byte =
+                static_cast<unsigned char>(letters.rows.at(y * rowBytes + x / bitsOfDots));
             if ((byte & 0x80 >> x % bitsOfDots) != 0)
                 setDot(left + x, top + y);
         }

@@ -69,17 +69,20 @@ std::optional<int> wholeNumber(const QString &text, int least, int most, QString
     return std::nullopt;
 }
 
+bool isWord(const QString &text, const char *word)
+{
+    return text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
+}
+
 /// The words of a list, as they are written in what is known. Nothing with a fault for another one.
 std::optional<QStringList> wordsAmong(const QString &text, const QStringList &known, QString &fault)
 {
     static const QRegularExpression gap(QStringLiteral("[\\s,]+"));
     const QStringList words = text.split(gap, Qt::SkipEmptyParts);
-    if (words.size() == 1 &&
-        words.constFirst().compare(QLatin1String("all"), Qt::CaseInsensitive) == 0)
+    if (words.size() == 1 && isWord(words.constFirst(), "all"))
         return known;
     QStringList found;
-    if (words.size() == 1 &&
-        words.constFirst().compare(QLatin1String("none"), Qt::CaseInsensitive) == 0)
+    if (words.size() == 1 && isWord(words.constFirst(), "none"))
         return found;
     for (const QString &word : words) {
         const auto same = std::find_if(known.begin(), known.end(), [&word](const QString &name) {
@@ -222,12 +225,13 @@ QString SelfTestReaders::pages(Findings &findings, const QString &text)
 {
     static const QRegularExpression gap(QStringLiteral("[\\s,]+"));
     const SelfTestPlan &plan = findings.m_plan;
-    QStringList words = text.split(gap, Qt::SkipEmptyParts);
+    const QStringList words = text.split(gap, Qt::SkipEmptyParts);
     QJsonObject pages;
-    if (words.removeAll(QStringLiteral("all")) > 0)
+    if (isWord(words.value(0), "all"))
         pages = plan.fact(pagesKey).toObject();
-    for (const QString &word : qAsConst(words)) {
-        const QString fault = page(plan, word, pages);
+    const QStringList changed = words.mid(pages.isEmpty() ? 0 : 1);
+    for (const QString &word : changed) {
+        QString fault = page(plan, word, pages);
         if (!fault.isEmpty())
             return fault;
     }
@@ -487,7 +491,8 @@ QByteArray SelfTestFindings::fileOf(const QString &model, const QJsonObject &cha
 {
     QJsonObject record = changes;
     QJsonObject sources;
-    for (const QString &key : changes.keys())
+    const QStringList keys = changes.keys();
+    for (const QString &key : keys)
         sources.insert(key, QStringLiteral("self test, ") + date);
     record.insert(QStringLiteral("id"), model);
     record.insert(QStringLiteral("sources"), sources);
@@ -497,7 +502,7 @@ QByteArray SelfTestFindings::fileOf(const QString &model, const QJsonObject &cha
 namespace {
 
 /// Of an answer, with the question's key in front; empty if there is none.
-QString faultOf(SelfTestFindings &findings, const QString &key, const QString &answer)
+QString faultOfAnswer(SelfTestFindings &findings, const QString &key, const QString &answer)
 {
     const QString fault = findings.answer(key, answer);
     return fault.isEmpty() ? fault : key + QStringLiteral(": ") + fault;
@@ -527,7 +532,7 @@ bool readAnswers(const QString &text, SelfTestFindings &findings,
         else if (answered.contains(key))
             fault = QStringLiteral("\"%1\" is answered twice").arg(key);
         else
-            fault = faultOf(findings, key, line.section(QLatin1Char(':'), 1));
+            fault = faultOfAnswer(findings, key, line.section(QLatin1Char(':'), 1));
         if (!fault.isEmpty()) {
             *error = QStringLiteral("%1: %2").arg(i + 1).arg(fault);
             return false;

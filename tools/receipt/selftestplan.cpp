@@ -24,7 +24,7 @@ struct DialectRow
     bool drawsCodes;
 };
 
-const DialectRow &rowOf(Dialect dialect)
+const DialectRow &dialectRowOf(Dialect dialect)
 {
     static const DialectRow rows[] = {
         {Dialect::EscPos,
@@ -47,7 +47,7 @@ const QString codesKey = QStringLiteral("drawnCodes");
 QStringList codesOf(const PrinterProfile &profile)
 {
     QStringList codes = profile.toJson().value(codesKey).toObject().keys();
-    if (rowOf(profile.dialect()).drawsCodes)
+    if (dialectRowOf(profile.dialect()).drawsCodes)
         codes += PrinterProfile().toJson().value(codesKey).toObject().keys();
     codes.sort();
     codes.removeDuplicates();
@@ -82,9 +82,9 @@ SelfTestPlan::SelfTestPlan(const PrinterModels &knownModels, const PrintTarget &
       target(printTarget),
       paperId(paper),
       pages(printTarget.profile().codePages()),
-      rasters(rowOf(profile().dialect()).rasters),
+      rasters(dialectRowOf(profile().dialect()).rasters),
       codes(codesOf(profile())),
-      cuts(rowOf(profile().dialect()).cuts)
+      cuts(dialectRowOf(profile().dialect()).cuts)
 {
     const bool hasRaster = profile().rasterCommand() != RasterCommand::None;
     const bool hasCutter = profile().cutCommand() != CutCommand::None;
