@@ -202,10 +202,10 @@ QString shopFileOf(const QCommandLineParser &parser)
     if (parser.isSet(shopFileOption()))
         return parser.value(shopFileOption());
     const QString name = QStringLiteral("printerslib/receipt.conf");
-    const QString found = QStandardPaths::locate(QStandardPaths::GenericConfigLocation, name);
+    QString found = QStandardPaths::locate(QStandardPaths::GenericConfigLocation, name);
     if (!found.isEmpty())
         return found;
-    const QString ofMachine = QStringLiteral("/etc/") + name;
+    QString ofMachine = QStringLiteral("/etc/") + name;
     return QFile::exists(ofMachine) ? ofMachine : QString();
 }
 
