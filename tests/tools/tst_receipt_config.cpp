@@ -107,6 +107,26 @@ private Q_SLOTS:
         QCOMPARE(modelIn(status({"--json", "--model", "OWN"})), QString("OWN"));
     }
 
+    void modelOfAFileOnTheCommandLineIsKnown()
+    {
+        const PlayedPrinter printer("SWECOIN_TM_20XX");
+        shopFile("; a till's printer\n[General]\nmodel=OWN\nto=" + printer.address().toUtf8() +
+                 '\n');
+        const QString own =
+            m_folder.file("own.json", R"([{"id": "OWN", "like": "SWECOIN_TM_20XX"}])");
+        QCOMPARE(modelIn(status({"--json", "--models", own})), QString("OWN"));
+        QCOMPARE(status({"--json"}).status, 1);
+    }
+
+    void fileOfAnotherSystemIsRead()
+    {
+        const PlayedPrinter printer;
+        shopFile("to=" + printer.address().toUtf8() + "\r\nmodel=CITIZEN_CTS_2000\r\n");
+        const ReceiptRun run = status({});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+    }
+
     void modelOfTheSettingsIsAsked()
     {
         const PlayedPrinter printer(star);

@@ -437,6 +437,22 @@ private Q_SLOTS:
         QVERIFY(bytes.contains("line " + QByteArray::number(manyMore - 1) + " of"));
     }
 
+    void sparePrinterRepeatsWhatIsNotConfirmedIfToldSo()
+    {
+        const QStringList outOfPaper{"--at", "byte 200:paper out"};
+        PlayedPrinter first(citizen, outOfPaper);
+        PlayedPrinter spare;
+        const ReceiptRun alone = runReceipt(kiosk(first.address(), {"--spare", spare.address()}));
+        QVERIFY2(alone.errors.contains(": sent: There is no paper."), qPrintable(alone.errors));
+        QCOMPARE(alone.status, 3);
+        QCOMPARE(spare.received(), QByteArray());
+        PlayedPrinter other(citizen, outOfPaper);
+        const ReceiptRun run =
+            runReceipt(kiosk(other.address(), {"--spare", spare.address(), "--spare-repeats"}));
+        QCOMPARE(run.status, 0);
+        QVERIFY(decoded(spare.received()).trimmed().startsWith("REPEAT\n"));
+    }
+
     void sparePrinterIsNotForWhatTheUserCancels()
     {
         PlayedPrinter first;

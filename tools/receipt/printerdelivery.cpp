@@ -15,7 +15,7 @@ namespace {
 using printerslib::drivers::PrinterAddress;
 using printerslib::drivers::PrintJobResult;
 
-/// Whether the printer is why it isn't printed, so that another one may do better.
+/// Whether the printer is why it isn't known to be printed, so that another one may do better.
 bool isPrintersFault(const PrintJobResult &result)
 {
     switch (result.reason) {
@@ -23,6 +23,7 @@ bool isPrintersFault(const PrintJobResult &result)
         case PrintJobResult::Reason::Line:
         case PrintJobResult::Reason::Status:
         case PrintJobResult::Reason::NoAnswer:
+        case PrintJobResult::Reason::NoConfirmation:
             return true;
         default:
             return false;
@@ -34,7 +35,7 @@ bool wantsSpare(const PrinterDelivery &delivery, const PrintJobResult &result)
     if (!delivery.spare || !isPrintersFault(result))
         return false;
     return result.outcome == PrintJobResult::Outcome::NotBegun ||
-           (result.outcome == PrintJobResult::Outcome::PartlySent && delivery.repeatsOnSpare);
+           (result.outcome <= PrintJobResult::Outcome::Sent && delivery.repeatsOnSpare);
 }
 
 /// What goes to the other printer: a repeat, if some of it is on the first one's paper.
@@ -84,8 +85,9 @@ QCommandLineOption spareModelOption()
 QCommandLineOption spareRepeatsOption()
 {
     return {QStringLiteral("spare-repeats"),
-            QStringLiteral("Print it there also when some of it has gone to the first one, with "
-                           "the line of --repeat.")};
+            QStringLiteral(
+                "Print it there also when some or all of it has gone to the first one, which "
+                "then couldn't print or didn't confirm it, with the line of --repeat.")};
 }
 
 QList<QCommandLineOption> spareOptions()

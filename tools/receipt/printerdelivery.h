@@ -25,7 +25,8 @@ struct PrinterDelivery
 {
     PreparedReceipt receipt;
     std::optional<PreparedReceipt> spare;
-    /// Whether it goes to the other printer also when some of it has come to this one.
+    /// Whether it goes to the other printer also when this one has got some or all of it, and isn't
+    /// known to have printed it.
     bool repeatsOnSpare = false;
     bool isRepeat = false;  ///< whether its first line says so already
     bool asJson = false;

@@ -39,14 +39,15 @@ public:
     {}
 
     bool read();
-    bool check();
+    /// @param hasMoreModels whether others than those of the file are known
+    bool check(bool hasMoreModels);
     QStringList options(const QCommandLineParser &parser) const;
 
 private:
     bool isReadable();
     bool take(const QString &key, const QVariant &value);
     bool checkAddress();
-    bool checkModels();
+    bool checkModels(bool hasMoreModels);
     bool checkSettings();
     bool checkNumber(const QString &key, int last);
     QString pathOf(const QString &name) const { return QDir(m_folder).filePath(name); }
@@ -121,17 +122,19 @@ bool ShopFile::checkAddress()
     return true;
 }
 
-bool ShopFile::checkModels()
+bool ShopFile::checkModels(bool hasMoreModels)
 {
     PrinterModels models;
-    for (QString &file : m_values[modelsKey]) {
-        file = pathOf(file);
+    const QStringList names = m_values.take(modelsKey);
+    for (const QString &name : names) {
+        const QString file = pathOf(name);
+        m_values[modelsKey].append(file);
         const QStringList faults = models.addFile(file);
         if (!faults.isEmpty())
             return complainOf(modelsKey, faults.constFirst());
     }
     const QString model = m_values.value(modelKey).value(0);
-    if (model.isEmpty() || models.profile(model))
+    if (model.isEmpty() || hasMoreModels || models.profile(model))
         return true;
     return complainOf(
         modelKey, QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(model));
@@ -163,9 +166,9 @@ bool ShopFile::checkNumber(const QString &key, int last)
     return complainOf(key, QStringLiteral("\"%1\" is no number from 0 to %2").arg(text).arg(last));
 }
 
-bool ShopFile::check()
+bool ShopFile::check(bool hasMoreModels)
 {
-    return checkAddress() && checkModels() && checkSettings() &&
+    return checkAddress() && checkModels(hasMoreModels) && checkSettings() &&
            checkNumber(paperKey, mostPaperNumber) && checkNumber(fontKey, mostFontNumber);
 }
 
@@ -215,7 +218,7 @@ std::optional<QStringList> shopFileOptions(const QCommandLineParser &parser)
     if (name.isEmpty() && !parser.isSet(shopFileOption()))
         return QStringList();
     ShopFile file(name);
-    if (!file.read() || !file.check())
+    if (!file.read() || !file.check(parser.optionNames().contains(modelsKey)))
         return std::nullopt;
     return file.options(parser);
 }
