@@ -126,7 +126,7 @@ QByteArray JobProof::begin(JobRecord &record)
             break;
     }
     m_isDeferred = m_isMacroSent && !isInOrder();
-    const QByteArray asked = m_isDeferred ? QByteArray() : question();
+    QByteArray asked = m_isDeferred ? QByteArray() : question();
     recordDue(record, m_isDeferred ? m_before + mostMacroAnswers : m_awaited);
     return asked;
 }

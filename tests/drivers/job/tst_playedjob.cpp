@@ -228,18 +228,23 @@ void TestPlayedJob::whatIsToldIsTrueWithPaperOutAtEachPlace()
     QVERIFY(unsure > 0);
 }
 
+/// Off for a while, in which all that is left of the line gets lost; or only for so long that it
+/// loses what it holds.
 void TestPlayedJob::whatIsToldIsTrueWithPowerOffAtEachPlace_data()
 {
     QTest::addColumn<QString>("model");
-    QTest::newRow("ESC/POS with a macro") << "CITIZEN_CTS_2000";
-    QTest::newRow("with bit images") << "CITIZEN_PPU_231";
-    QTest::newRow("Star") << "TSP-TUP";
-    QTest::newRow("Swecoin") << "SWECOIN_TM_20XX";
+    QTest::addColumn<bool>("isBackAtOnce");
+    for (const char *model :
+         {"CITIZEN_CTS_2000", "CITIZEN_PPU_231", "TSP-TUP", "SWECOIN_TM_20XX"}) {
+        QTest::addRow("%s, for a while", model) << QString(model) << false;
+        QTest::addRow("%s, for a moment", model) << QString(model) << true;
+    }
 }
 
 void TestPlayedJob::whatIsToldIsTrueWithPowerOffAtEachPlace()
 {
     QFETCH(QString, model);
+    QFETCH(bool, isBackAtOnce);
     const int size = receiptOf(model).bytes.size();
     for (int at = 1; at < size + 40; at += 97) {
         Played played(model, 100);
@@ -252,7 +257,10 @@ void TestPlayedJob::whatIsToldIsTrueWithPowerOffAtEachPlace()
                 return;
             wasOff = true;
             played.befall("power off");
-            QTimer::singleShot(3, played.line, [&played] { played.befall("power on"); });
+            if (isBackAtOnce)
+                played.befall("power on");
+            else
+                QTimer::singleShot(3, played.line, [&played] { played.befall("power on"); });
         };
         const PrintJobResult result = Played::run(*job);
         const int times = timesOnPaper(played.device);
