@@ -18,7 +18,7 @@ void till::SimulatedLine::hasOpened()
 
 QByteArray till::SimulatedLine::takeByte()
 {
-    const QByteArray byte = m_queue.left(1);
+    QByteArray byte = m_queue.left(1);
     m_queue.remove(0, 1);
     m_written += byte.size();
     return byte;

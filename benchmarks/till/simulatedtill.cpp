@@ -60,7 +60,7 @@ PrintJobResult till::SimulatedTill::print(const EncodedDocument &document)
     m_timer.stop();
     m_device.takePapers();
     m_line = nullptr;
-    const PrintJobResult result = m_job->result();
+    PrintJobResult result = m_job->result();
     m_job.reset();
     return result;
 }
