@@ -33,7 +33,7 @@ constexpr StateRow stateRows[] = {
     {State::Dropped, "dropped", "dropped", Success},
 };
 
-const StateRow &rowOf(State state)
+const StateRow &rowOfState(State state)
 {
     for (const StateRow &row : stateRows) {
         if (row.state == state)
@@ -46,7 +46,7 @@ const StateRow &rowOf(State state)
 QString stateWord(const PrintQueueEntry &entry)
 {
     return entry.state == State::Done ? outcomeWords(entry.result.outcome)
-                                      : QString::fromLatin1(rowOf(entry.state).word);
+                                      : QString::fromLatin1(rowOfState(entry.state).word);
 }
 
 /// Of the last step that is known.
@@ -83,7 +83,7 @@ QJsonValue timeJson(const QDateTime &time)
     return time.isValid() ? QJsonValue(time.toString(Qt::ISODateWithMs)) : QJsonValue();
 }
 
-QJsonObject jsonOf(const PrintQueueEntry &entry)
+QJsonObject entryJson(const PrintQueueEntry &entry)
 {
     QJsonObject json = resultJson(
         {{}, PrinterProfile::forModel(entry.modelId).value_or(PrinterProfile()), entry.address, {}},
@@ -92,7 +92,7 @@ QJsonObject jsonOf(const PrintQueueEntry &entry)
         json.remove(QLatin1String(key));
     json.insert(QStringLiteral("model"), entry.modelId);
     json.insert(QStringLiteral("job"), entry.id);
-    json.insert(QStringLiteral("state"), QLatin1String(rowOf(entry.state).name));
+    json.insert(QStringLiteral("state"), QLatin1String(rowOfState(entry.state).name));
     json.insert(QStringLiteral("title"), entry.title);
     json.insert(QStringLiteral("number"), entry.documentNumber);
     json.insert(QStringLiteral("added"), timeJson(entry.added));
@@ -156,7 +156,7 @@ QString jobName(const PrintQueueEntry &entry)
 
 QString jobText(const PrintQueueEntry &entry)
 {
-    const QString text = QStringLiteral("%1: %2").arg(jobName(entry), fateOf(entry));
+    QString text = QStringLiteral("%1: %2").arg(jobName(entry), fateOf(entry));
     if (!entry.isHeld())
         return text;
     return text + QStringLiteral(
@@ -183,7 +183,7 @@ void printJobsJson(const QVector<PrintQueueEntry> &entries)
 {
     QJsonArray array;
     for (const PrintQueueEntry &entry : entries)
-        array.append(jsonOf(entry));
+        array.append(entryJson(entry));
     printContent(linesOf(QJsonDocument(array).toJson()));
 }
 
@@ -192,9 +192,10 @@ int statusOfJobs(const QVector<PrintQueueEntry> &left)
     // What can't be known is graver than what just waits, and what is half printed the gravest.
     int status = Success;
     for (const int next : {int(NotPrinted), int(NotConfirmed), int(PartlyPrinted)}) {
-        const bool isLeft = std::any_of(
-            left.begin(), left.end(),
-            [next](const PrintQueueEntry &entry) { return rowOf(entry.state).status == next; });
+        const bool isLeft =
+            std::any_of(left.begin(), left.end(), [next](const PrintQueueEntry &entry) {
+                return rowOfState(entry.state).status == next;
+            });
         status = isLeft ? next : status;
     }
     return status;
