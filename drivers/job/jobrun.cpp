@@ -667,7 +667,7 @@ void JobRun::close()
 
 void JobRun::closed()
 {
-    m_record.isOpen = false;
+    m_record.isOpen = mayBeLost();
     endEarly(Reason::Cancelled, m_limit == m_stream.size()
                                     ? QStringLiteral("cancelled when all had been sent")
                                     : QStringLiteral("cancelled"));
@@ -762,9 +762,10 @@ void JobRun::askWhy()
 void JobRun::whyIsAnswered()
 {
     m_timer.stop();
+    m_isDelivered = true;
     if (m_dialogue.status().canPrint()) {
         m_proof.giveUp(m_record, true);
-        m_record.isOpen = !hasTakenAll();
+        m_record.isOpen = mayBeLost();
         finish(Outcome::Sent, Reason::NoConfirmation,
                m_proof.hasLostMacro() ? wasOffText()
                                       : QStringLiteral("the printer didn't confirm within %1 s")
@@ -792,7 +793,7 @@ void JobRun::whyIsUnknown()
 void JobRun::endUnproven(Reason reason, const QString &text)
 {
     m_proof.giveUp(m_record, false);
-    m_record.isOpen = !hasTakenAll();
+    m_record.isOpen = mayBeLost();
     finish(Outcome::Sent, reason, text);
 }
 
@@ -859,6 +860,14 @@ void JobRun::write(const QByteArray &bytes)
 bool JobRun::hasTakenAll() const
 {
     return m_parts.transport->bytesToWrite() == 0;
+}
+
+/// Whether what the line has taken may not come to the printer. A network that is left with bytes
+/// that the printer hasn't fetched throws them away as soon as the printer says something.
+bool JobRun::mayBeLost() const
+{
+    const bool isFile = m_parts.transport->address().kind() == PrinterAddress::Kind::File;
+    return !hasTakenAll() || !(m_isDelivered || isLineSerial() || isFile);
 }
 
 void JobRun::keepRecord()

@@ -125,6 +125,7 @@ private:
     bool isResting() const;
     void write(const QByteArray &bytes);
     bool hasTakenAll() const;
+    bool mayBeLost() const;
     void updateStatus(const PrinterStatus &status);
     void keepRecord();
     void restartStuckTimer();
@@ -153,6 +154,7 @@ private:
     bool m_isPaused = false;
     bool m_isWaiting = false;  ///< for a printer that can't print
     bool m_isCancelled = false;
+    bool m_isDelivered = false;  ///< the printer has answered what was asked behind the document
     /// Answers may belong to questions that were given up: of DLE EOT they have no number.
     bool m_isAnswerUnsure = false;
     bool m_isSettling = false;  ///< waits whether the line is quiet behind the whole status

@@ -182,16 +182,25 @@ private:
     /// What a line without power, that isn't told of it, still brings when it is back.
     bool hasRemains() const { return m_plan.hasPower && !m_plan.isNetwork; }
 
+    /// On a line that isn't lost with the power, printers without macros can't tell.
+    bool mayMissPower(const JobEnd &end) const
+    {
+        return hasRemains() && end.isTroubled && m_profile.dialect() == Dialect::EscPos &&
+               !m_profile.keepsMacro();
+    }
+
     void judge(const JobEnd &end)
     {
         judgePaper();
         if (!end.report.isThere)
             return;
         const auto outcome = Outcome(end.report.outcome);
-        const bool isLossless = !end.isTroubled || (!m_plan.hasReset && !m_plan.hasPower);
+        // A network that is left throws away what the printer hasn't fetched when that says
+        // something.
+        const bool isLossless = !end.isTroubled || (!m_plan.isNetwork && !m_plan.hasPower);
         if (outcome == Outcome::NotBegun && !m_mine.isEmpty())
             say("something of it is on paper");
-        if (outcome >= Outcome::Processed && !isWhole())
+        if (outcome >= Outcome::Processed && !isWhole() && !mayMissPower(end))
             say("it isn't on paper as a whole, and once");
         if (outcome == Outcome::Sent && isLossless && !isWhole())
             say("all was taken, and isn't on paper");

@@ -69,6 +69,8 @@ private Q_SLOTS:
     void deletionInTheMiddleIsRepaired();
     void aRepairCountsWhenThePrinterHasAnswered_data();
     void aRepairCountsWhenThePrinterHasAnswered();
+    void whatANetworkMayLoseIsRepaired_data();
+    void whatANetworkMayLoseIsRepaired();
 
     // ---- Asked in front of the first byte
     void itIsAskedOnceInFrontOfTheFirstByte();
@@ -646,6 +648,7 @@ void TestPrintJob::cancelAtEachByteLeavesThePrinterWhole()
 {
     for (int at = 13; at < 51; ++at) {
         Setting setting;
+        setting.where = address("serial:/dev/ttyS0");
         setting.document.bytes += QByteArray(4000, 'y') + "\n";
         setting.options.stepBytes = 512;
         auto job = setting.job();
@@ -799,6 +802,51 @@ void TestPrintJob::aRepairCountsWhenThePrinterHasAnswered()
     const auto next = setting.run();
     QCOMPARE(next->end.outcome, Outcome::Processed);
     QCOMPARE(next->notes.size(), isRepairedAgain ? 1 : 0);
+    QVERIFY(setting.hasWhole(before));
+    QVERIFY(!setting.record().isOpen);
+}
+
+/// It has the bytes, but may throw them away when the job has left it.
+void TestPrintJob::whatANetworkMayLoseIsRepaired_data()
+{
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<bool>("isCancelled");
+    QTest::addColumn<bool>("isOpen");
+    for (const bool isCancelled : {false, true}) {
+        const char *what = isCancelled ? "cancelled" : "paper out";
+        QTest::addRow("network, %s", what) << "tcp:192.0.2.1:9100" << isCancelled << true;
+        QTest::addRow("device, %s", what) << "device:/dev/usb/lp0" << isCancelled << true;
+        QTest::addRow("serial line, %s", what) << "serial:/dev/ttyS0" << isCancelled << false;
+    }
+}
+
+void TestPrintJob::whatANetworkMayLoseIsRepaired()
+{
+    QFETCH(QString, where);
+    QFETCH(bool, isCancelled);
+    QFETCH(bool, isOpen);
+    Setting setting;
+    setting.where = address(where);
+    setting.options.confirmMilliseconds = 60000;
+    setting.printer->holdsBack = true;
+    auto job = setting.job();
+    job->start();
+    TRY(setting.printer->got.contains("\x1Dr"));
+    QTest::qWait(5);
+    if (isCancelled) {
+        job->cancel();
+    } else {
+        setting.printer->isPaperOut = true;
+        Q_EMIT setting.line->received(setting.printer->automatic());
+    }
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(job->end.reason, isCancelled ? Reason::Cancelled : Reason::Status);
+    QCOMPARE(setting.record().isOpen, isOpen);
+    setting.printer->holdsBack = false;
+    setting.printer->isPaperOut = false;
+    const int before = setting.printer->got.size();
+    QVERIFY(setting.run()->end.isSent());
     QVERIFY(setting.hasWhole(before));
     QVERIFY(!setting.record().isOpen);
 }
