@@ -141,6 +141,53 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(recordingOf(file), false).count("SELF TEST"), 3);
     }
 
+    void programIsRunWithTheAddressAndEndsTheRecording()
+    {
+        const PlayedPrinter printer(model);
+        for (const QStringList &line : {QStringList(), QStringList({"--listen", "127.0.0.1:0"})}) {
+            const QString file = newFile();
+            const ReceiptRun run =
+                runReceipt(QStringList({"record", "--to", printer.address(), file}) + line +
+                           QStringList({"--", RECEIPT_PROGRAM, "selftest", "--to", "{}", "--model",
+                                        model, "--only", "fonts", "--no-questions"}));
+            QCOMPARE(run.status, 0);
+            QVERIFY2(run.output.contains(": processed: self test of "), qPrintable(run.output));
+            QVERIFY(run.output.contains(file + ": "));
+            QVERIFY(bytesOf(recordingOf(file), false).contains("SELF TEST"));
+        }
+    }
+
+    // A program that waits for no answer is gone before the printer has all of it.
+    void whatAProgramLeavesOnTheLineStillGoesToThePrinter()
+    {
+        QByteArray all;
+        for (int i = 0; i < 20000; ++i)
+            all += QByteArray::number(i);
+        const QString sent = m_folder.file("sent", all);
+        const Host host("");
+        const QString file = newFile();
+        RunningReceipt recorder({"record", "--to", host.address(), file, "--", "sh", "-c",
+                                 "cat \"$1\" >\"${2#device:}\"", "sh", sent, "{}"});
+        QCOMPARE(recorder.result().status, 0);
+        QVERIFY(bytesOf(recordingOf(file), false) == all);
+    }
+
+    void statusOfTheProgramIsThatOfTheRecorder()
+    {
+        const PlayedPrinter printer(model);
+        const QStringList options = {"record", "--to", printer.address()};
+        QCOMPARE(runReceipt(options + QStringList({newFile(), "--", "sh", "-c", "exit 5"})).status,
+                 5);
+        const ReceiptRun killed =
+            runReceipt(options + QStringList({newFile(), "--", "sh", "-c", "kill -9 $$"}));
+        QCOMPARE(killed.status, 1);
+        QVERIFY2(killed.errors.contains("receipt: sh: "), qPrintable(killed.errors));
+        const ReceiptRun none =
+            runReceipt(options + QStringList({newFile(), "--", "/nonexistent"}));
+        QCOMPARE(none.status, 1);
+        QVERIFY2(none.errors.contains("receipt: /nonexistent: "), qPrintable(none.errors));
+    }
+
     void linkLeadsToTheTerminalAndIsGoneInTheEnd()
     {
         const PlayedPrinter printer(model);

@@ -230,6 +230,8 @@ private Q_SLOTS:
         row("pages backwards", {"--no-print", "--pages", "9-3"}, "--pages: ");
         row("pages too high", {"--no-print", "--pages", "256"}, "--pages: ");
         row("no pin", {"--no-print", "--open-drawer", "3"}, "--open-drawer: \"3\" is none of 2, 5");
+        row("no drawers", {"--no-print", "--model", "SWECOIN_TM_20XX", "--open-drawer", "2"},
+            "--open-drawer: SWECOIN_TM_20XX has no command that opens one");
         row("no paper", {"--no-print", "--paper", "99"}, "--paper: ");
         row("nothing to do", {"--no-print", "--no-questions"}, "--no-questions doesn't go with");
         row("answers unasked", {"--to", "file:x", "--no-questions", "--answers", "x"},

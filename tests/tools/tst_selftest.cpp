@@ -442,8 +442,9 @@ private Q_SLOTS:
         SelfTestPlan plan = planOf(model);
         QCOMPARE(countOf(papersOf(plan), Paper::Event::Pulse), 0);
         QVERIFY(!keysOf(plan).contains("drawers"));
-        if (plan.profile().dialect() == Dialect::Swecoin)
-            return;  // has no command for it
+        QCOMPARE(plan.opensDrawers(), plan.profile().dialect() != Dialect::Swecoin);
+        if (!plan.opensDrawers())
+            return;
         plan.pins = {2, 5};
         QCOMPARE(countOf(papersOf(plan), Paper::Event::Pulse), 2);
         QVERIFY(keysOf(plan).contains("drawers"));
@@ -472,6 +473,36 @@ private Q_SLOTS:
         QVERIFY(text.contains(QString::fromUtf8("АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯ")));
         for (const QString &line : questions.constFirst().text)
             QVERIFY2(line.size() < 80, qPrintable(line));
+    }
+
+    // The printer is another one than its data say, and its paper is read as people do.
+    void answersReadFromThePaperDescribeThePrinter()
+    {
+        PrinterModels models;
+        QCOMPARE(models.add(R"([{"id": "SWECOIN_TM_20XX", "headDots": 448, "dotsToCutter": 136}])",
+                            "truth"),
+                 QStringList());
+        const SelfTestPlan plan = planOf(swecoin);
+        const QVector<Paper> papers = papersOf(tool::selfTestOf(plan), *models.profile(swecoin));
+        const Paper &first = papers.constFirst();
+        int right = 0;
+        int rungs = 0;
+        bool isLadder = false;
+        for (const Paper::Line &line : first.lines) {
+            isLadder = isLadder || lettersOf(first, line).startsWith("Dots to the cutter");
+            for (int i = 0; i < line.pictureCount; ++i) {
+                const QRect place = first.pictures.at(line.firstPicture + i).place;
+                right = std::max(right, std::min(place.right() + 1, first.width));
+                rungs += isLadder ? place.height() : 0;
+            }
+        }
+        const auto broken = std::find_if(first.lines.begin(), first.lines.end(),
+                                         [](const Paper::Line &line) { return line.isWrapped; });
+        const QString found =
+            foundIn(plan, {{"ruler", QString::number(right)},
+                           {"characters", QString::number((broken - 1)->cellCount)},
+                           {"cutter", QString::number(plan.ladderDots() - rungs)}});
+        QCOMPARE(found, QString(R"({"dotsToCutter":136,"headDots":448})"));
     }
 
     void answersBecomeFacts_data()

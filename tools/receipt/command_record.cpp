@@ -3,6 +3,7 @@
 
 #include <QDateTime>
 #include <QEventLoop>
+#include <QProcess>
 #include <QTimer>
 #include <cstdio>
 
@@ -33,12 +34,18 @@ port of --listen; what the printer answers comes back to them:
     receipt record --to tcp:192.168.0.5 session.txt --link /tmp/recorded
     receipt print ... --to device:/tmp/recorded
 
+A program that stands behind "--" is run meanwhile, with that address in the
+place of {}, and ends the recording:
+
+    receipt record --to tcp:192.168.0.5 session.txt -- receipt selftest --to {}
+
 The printer's own line is set as --to says. No other program prints on it
 meanwhile; standard error tells how many are in front. If it goes, as without
-power, it is waited for. Each piece is in the file at once. Ctrl+C ends it.
+power, it is waited for. Each piece is in the file at once. Ctrl+C ends it, if no
+program does.
 
 Exit status: 0 ended by Ctrl+C; 1 the printer isn't reached, or the file can't be
-written; 2 wrong usage.)";
+written; 2 wrong usage; with a program that of the program.)";
 
 struct Options
 {
@@ -62,6 +69,7 @@ struct Request
     QString link;
     QString listen;
     bool replaces = false;
+    QStringList program;  ///< with its arguments; empty: none is run
 };
 
 /// Complains and gives nothing if that can't be recorded.
@@ -80,8 +88,13 @@ std::optional<Request> requestOf(const QCommandLineParser &parser, const Options
     const auto printer = tool::printerAddressOf(parser, tool::printerOption());
     if (!printer)
         return std::nullopt;
-    return Request{*printer, parser.positionalArguments().constFirst(), parser.value(options.link),
-                   parser.value(options.listen), parser.isSet(options.force)};
+    const QStringList arguments = parser.positionalArguments();
+    return Request{*printer,
+                   arguments.constFirst(),
+                   parser.value(options.link),
+                   parser.value(options.listen),
+                   parser.isSet(options.force),
+                   arguments.mid(1)};
 }
 
 /// The line that programs print to. Complains and gives nothing if it can't be had.
@@ -126,22 +139,88 @@ void say(const QString &text)
     std::fflush(stdout);
 }
 
-/// What is under way goes out, if it does so soon.
+/// What is under way goes out, as long as it moves.
 void drain(Transport &printer, tool::SessionFile &file)
 {
-    constexpr int patience = 1000;
+    constexpr int step = 50;      // milliseconds
+    constexpr int patience = 20;  // steps without a byte
     QEventLoop loop;
-    QTimer::singleShot(patience, &loop, &QEventLoop::quit);
-    QObject::connect(&printer, &Transport::written, &loop, [&] {
-        if (printer.bytesToWrite() == 0)
+    QTimer timer;
+    qint64 last = -1;
+    int quietSteps = 0;
+    QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
+        const qint64 now = file.bytesOfHost() + printer.bytesWritten();
+        quietSteps = now == last ? quietSteps + 1 : 0;
+        last = now;
+        if (quietSteps >= (printer.bytesToWrite() == 0 ? 1 : patience))
             loop.quit();
     });
-    if (printer.bytesToWrite() > 0)
-        loop.exec();
+    timer.start(step);
+    loop.exec();
     if (printer.bytesToWrite() > 0)
         file.remark(
             QStringLiteral("%1 bytes didn't come to the printer").arg(printer.bytesToWrite()));
 }
+
+/// The program that prints, if there is one.
+class PrintingProgram
+{
+public:
+    /// @param words the program and its arguments; empty: none
+    explicit PrintingProgram(const QStringList &words) : m_words(words)
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+        m_process.setInputChannelMode(QProcess::ForwardedInputChannel);
+    }
+    /// It leaves when the program does.
+    void endWith(QEventLoop &loop)
+    {
+        const auto quit = [&loop] { loop.quit(); };
+        QObject::connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished),
+                         &loop, quit);
+        QObject::connect(&m_process, &QProcess::errorOccurred, &loop, quit);
+    }
+    /// It ends, too, if that is before its own end.
+    ~PrintingProgram()
+    {
+        constexpr int patience = 3000;
+        m_process.disconnect();
+        if (!isRunning())
+            return;
+        m_process.terminate();
+        if (!m_process.waitForFinished(patience))
+            m_process.kill();
+        m_process.waitForFinished();
+    }
+    PrintingProgram(const PrintingProgram &) = delete;
+    PrintingProgram &operator=(const PrintingProgram &) = delete;
+
+    void start(const DeviceLine &line)
+    {
+        if (m_words.isEmpty())
+            return;
+        const QString scheme =
+            QLatin1String(line.name().startsWith(QLatin1Char('/')) ? "device:" : "tcp:");
+        QStringList arguments = m_words.mid(1);
+        arguments.replaceInStrings(QStringLiteral("{}"), scheme + line.name());
+        m_process.start(m_words.constFirst(), arguments);
+    }
+    bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+    /// Its exit status; success if there is none. Complains if it has none.
+    int status() const
+    {
+        if (m_words.isEmpty())
+            return tool::Success;
+        if (m_process.error() == QProcess::UnknownError)
+            return m_process.exitCode();
+        tool::complain(QStringLiteral("%1: %2").arg(m_words.constFirst(), m_process.errorString()));
+        return tool::BadInput;
+    }
+
+private:
+    const QStringList m_words;
+    QProcess m_process;
+};
 
 int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
            const Interrupt &interrupt)
@@ -152,15 +231,23 @@ int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
     options.writeMilliseconds = 0;
     const auto printer = Transport::make(request.printer, options);
     tool::SessionRecorder recorder(line, *printer, file);
+    PrintingProgram program(request.program);
     QEventLoop loop;
+    program.endWith(loop);
     QObject::connect(&recorder, &tool::SessionRecorder::said, &loop, say);
-    QObject::connect(&recorder, &tool::SessionRecorder::ready, &loop,
-                     [&line] { say(line.name()); });
+    QObject::connect(&recorder, &tool::SessionRecorder::ready, &loop, [&] {
+        say(line.name());
+        program.start(line);
+    });
     QObject::connect(&recorder, &tool::SessionRecorder::ended, &loop, &QEventLoop::quit,
                      Qt::QueuedConnection);
     if (interrupt.notifier() != nullptr)
         QObject::connect(interrupt.notifier(), &QSocketNotifier::activated, &loop, [&] {
             interrupt.notifier()->setEnabled(false);
+            // A program has got it from the terminal, too, and ends in its own way.
+            if (program.isRunning())
+                return;
+            recorder.stopHearing();
             loop.quit();
         });
     recorder.start();
@@ -176,7 +263,7 @@ int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
             .arg(request.file)
             .arg(file.bytesOfHost())
             .arg(file.bytesOfPrinter()));
-    return tool::Success;
+    return program.status();
 }
 
 }  // namespace
@@ -188,10 +275,13 @@ int runRecord(const QStringList &arguments)
     parser.setApplicationDescription(QString::fromLatin1(description));
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("The file of the recording, which is made."));
+    parser.addPositionalArgument(QStringLiteral("PROGRAM"),
+                                 QStringLiteral("What is run meanwhile, with its arguments."),
+                                 QStringLiteral("[-- PROGRAM...]"));
     parser.addOptions(tool::printerOptions());
     parser.addOptions({options.link, options.listen, options.force});
     if (const auto status =
-            tool::parseForPrinter(parser, QStringLiteral("record"), arguments, 1, 1))
+            tool::parseForPrinter(parser, QStringLiteral("record"), arguments, 1, -1))
         return *status;
     const auto request = requestOf(parser, options);
     if (!request)

@@ -142,6 +142,11 @@ bool chooseDrawers(const QCommandLineParser &parser, const Options &options,
     if (!pins.isEmpty())
         tool::complain(
             QStringLiteral("--open-drawer: \"%1\" is none of 2, 5").arg(pins.constFirst()));
+    if (!plan.pins.isEmpty() && !plan.opensDrawers()) {
+        tool::complain(QStringLiteral("--open-drawer: %1 has no command that opens one")
+                           .arg(plan.profile().modelId()));
+        return false;
+    }
     return pins.isEmpty();
 }
 

@@ -22,6 +22,7 @@ struct DialectRow
     QStringList rasters;
     QStringList cuts;
     bool drawsCodes;
+    bool opensDrawers;
 };
 
 const DialectRow &dialectRowOf(Dialect dialect)
@@ -30,11 +31,13 @@ const DialectRow &dialectRowOf(Dialect dialect)
         {Dialect::EscPos,
          {QStringLiteral("RasterBlock"), QStringLiteral("BitImage")},
          {QStringLiteral("GsV"), QStringLiteral("EscI"), QStringLiteral("GsVPartial")},
+         true,
          true},
-        {Dialect::StarLine, {QStringLiteral("StarRows")}, {QStringLiteral("StarEscD")}, true},
+        {Dialect::StarLine, {QStringLiteral("StarRows")}, {QStringLiteral("StarEscD")}, true, true},
         {Dialect::Swecoin,
          {QStringLiteral("SwecoinRows")},
          {QStringLiteral("SwecoinEscRs")},
+         false,
          false},
     };
     return *std::find_if(std::begin(rows), std::end(rows),
@@ -130,6 +133,11 @@ int SelfTestPlan::ladderDots() const
     constexpr int most = 1024;
     const int wanted = 2 * profile().dotsToCutter();
     return std::clamp((wanted + numberStep - 1) / numberStep * numberStep, least, most);
+}
+
+bool SelfTestPlan::opensDrawers() const
+{
+    return dialectRowOf(profile().dialect()).opensDrawers;
 }
 
 QStringList SelfTestPlan::partNames()

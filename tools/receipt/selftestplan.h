@@ -56,6 +56,9 @@ public:
     /// Dots from one number of them to the next.
     static constexpr int numberStep = 32;
 
+    /// Whether the printer's commands have one that opens a drawer.
+    bool opensDrawers() const;
+
     /// Names of the parts, for options: those that can be left out.
     static QStringList partNames();
     /// Shows these code pages, whether the model is known to have them or not.

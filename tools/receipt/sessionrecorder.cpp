@@ -46,10 +46,21 @@ void SessionRecorder::start()
     m_printer.open();
 }
 
+void SessionRecorder::stopHearing()
+{
+    m_isHearing = false;
+    m_line.setListening(false);
+}
+
+bool SessionRecorder::hasRoom() const
+{
+    return m_isHearing && m_fault.isEmpty() && m_printer.state() == Transport::State::Open &&
+           m_printer.bytesToWrite() < mostUnderWay;
+}
+
 void SessionRecorder::handOn()
 {
-    while (m_printer.state() == Transport::State::Open && m_fault.isEmpty() &&
-           m_printer.bytesToWrite() < mostUnderWay) {
+    while (hasRoom()) {
         const QByteArray bytes = m_line.read(mostUnderWay);
         if (bytes.isEmpty())
             break;
@@ -57,8 +68,7 @@ void SessionRecorder::handOn()
             end(m_file.fault());
         m_printer.write(bytes);
     }
-    m_line.setListening(m_printer.state() == Transport::State::Open && m_fault.isEmpty() &&
-                        m_printer.bytesToWrite() < mostUnderWay);
+    m_line.setListening(hasRoom());
 }
 
 void SessionRecorder::takeAnswer(const QByteArray &bytes)

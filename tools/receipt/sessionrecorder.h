@@ -22,6 +22,8 @@ public:
 
     /// Opens the printer's line; ends in ready() or ended().
     void start();
+    /// Takes no more from clients; what was taken still goes to the printer.
+    void stopHearing();
     /// Why it ended by itself; empty if it didn't.
     QString fault() const { return m_fault; }
 
@@ -34,6 +36,7 @@ Q_SIGNALS:
     void ended();
 
 private:
+    bool hasRoom() const;
     void handOn();
     void takeAnswer(const QByteArray &bytes);
     void tell(const QString &text);
@@ -44,6 +47,7 @@ private:
     SessionFile &m_file;
     QString m_fault;
     bool m_isReady = false;
+    bool m_isHearing = true;
 };
 
 }  // namespace tool
