@@ -132,14 +132,59 @@ private Q_SLOTS:
         const PlayedPrinter printer(star);
         QDir(m_folder.path("")).mkpath("printerslib");
         m_folder.file("printerslib/shop.json",
-                      R"([{"group": "", "key": "printerType", "value": 1},
-                          {"group": "", "key": "printerName", "value": "TSP-TUP"}])");
+                      R"([{"group": "PRINTER", "key": "printerType", "value": 1},
+                          {"group": "PRINTER", "key": "printerName", "value": "TSP-TUP"}])");
         shopFile("settings=shop.json\nto=" + printer.address().toUtf8() + '\n');
         const ReceiptRun run = status({"--json"});
         QCOMPARE(run.errors, QString());
         QCOMPARE(modelIn(run), star);
         QCOMPARE(modelIn(status({"--json", "--timeout", "1", "--model", "CUSTOM_VKP_80"})),
                  QString("CUSTOM_VKP_80"));
+    }
+
+    void receiptIsMadeForThePrinterOfTheFile_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("made");
+        const auto row = [](const char *name, const QByteArray &content, const QStringList &options,
+                            const char *made) {
+            QTest::newRow(name) << content << options << QString(made);
+        };
+        const QByteArray settings = "settings=shop.json\n";
+        const QByteArray model = "model=CUSTOM_VKP_80\npaper=1\n";
+        row("settings", settings, {}, "TSP-TUP, paper ");
+        row("model prevails over settings", settings, {"--model", "AV_268"}, "AV_268, paper ");
+        row("model and paper", model, {}, "CUSTOM_VKP_80, paper 60 mm: ");
+        row("paper prevails", model, {"--paper", "0"}, "CUSTOM_VKP_80, paper 80 mm: ");
+        row("paper is that of the file's model", model, {"--model", "AV_268"}, "AV_268, paper ");
+        row("settings prevail over model", model, {"--settings", m_folder.path("other.json")},
+            "SWECOIN_TM_20XX, paper ");
+    }
+    void receiptIsMadeForThePrinterOfTheFile()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, options);
+        QFETCH(QString, made);
+        const QByteArray settings = R"([{"group": "PRINTER", "key": "printerType", "value": 1},
+                                        {"group": "PRINTER", "key": "printerName", "value": "%1"}])";
+        shopFile(content);
+        m_folder.file("printerslib/shop.json", QByteArray(settings).replace("%1", "TSP-TUP"));
+        m_folder.file("other.json", QByteArray(settings).replace("%1", "SWECOIN_TM_20XX"));
+        const ReceiptRun run = runReceipt(
+            QStringList{"print", "--plain", m_folder.file("a.txt", "x\n"), "--dry-run"} + options);
+        QCOMPARE(run.errors, QString());
+        QVERIFY2(run.output.startsWith(made), qPrintable(run.output));
+        QCOMPARE(run.status, 0);
+    }
+
+    void fileOfBytesCountsFromTheFilesFolder()
+    {
+        shopFile("to=file:sale 50%25.bin\nmodel=TSP-TUP\n");
+        const ReceiptRun run = runReceipt({"print", "--plain", m_folder.file("a.txt", "x\n")});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+        QVERIFY(m_folder.content("printerslib/sale 50%.bin").contains('x'));
     }
 
     void nonAsciiNamesAreRead()

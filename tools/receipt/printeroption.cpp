@@ -22,7 +22,8 @@ std::optional<QString> modelOfSettings(const QString &file)
     if (!items)
         return std::nullopt;
     for (const SettingsItem &item : *items) {
-        if (text(item, "key") == QLatin1String("printerName"))
+        if (text(item, "group") == PrinterSettings::SECTION &&
+            text(item, "key") == PrinterSettings::PRINTER_ID)
             return text(item, "value");
     }
     return QString();
