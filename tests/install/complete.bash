@@ -37,6 +37,7 @@ offers 'CUSTOM_TG_2480_H CUSTOM_TG_2480_SE CUSTOM_VKP_80' render --model CUSTOM
 offers 'html html-fragment json text' render --as ''
 offers 'html html-fragment' render --as h
 offers 'json listing pdf png svg text' decode --as ''
+offers 'codes cuts fonts formats pages pictures ruler' selftest --only ''
 offers 'CUSTOM_TG_2480_H CUSTOM_TG_2480_SE CUSTOM_VKP_80' decode --model CUSTOM
 offers 'as-is lower upper' render --case ''
 find "$prefix" -name 'printerslib_*.qm' | sed 's/.*printerslib_//; s/\.qm$//' | offers_all render --language ''

@@ -31,7 +31,7 @@ PrintTarget smallLetters()
     return *PrintTarget::forModel(models, model, 0);
 }
 
-Paper::Picture lettersOf(const QString &text)
+Paper::Picture dotsOfText(const QString &text)
 {
     static const PrintTarget target = smallLetters();
     TextPrinterDocument document;
@@ -80,7 +80,7 @@ void DotPicture::fillBytes(int left, int top, int width, int height, char even, 
 
 void DotPicture::writeNumber(int left, int top, int number)
 {
-    const Paper::Picture letters = lettersOf(QString::number(number));
+    const Paper::Picture letters = dotsOfText(QString::number(number));
     const int rowBytes = (letters.size.width() + bitsOfDots - 1) / bitsOfDots;
     for (int y = 0; y < letters.size.height(); ++y) {
         for (int x = 0; x < letters.size.width(); ++x) {

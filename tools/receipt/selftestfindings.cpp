@@ -100,7 +100,7 @@ std::optional<QStringList> wordsAmong(const QString &text, const QStringList &kn
 }
 
 /// The letters from 80 to FF as they should be, 32 a row.
-QStringList lettersOf(const QString &set)
+QStringList lettersOfSet(const QString &set)
 {
     constexpr int row = 32;
     const auto page = CodePage::forName(set);
@@ -367,7 +367,7 @@ QStringList pagesText(const SelfTestPlan &plan)
                         .arg(*page)
                         .trimmed()
                         .prepend(QStringLiteral("  ")));
-        text.append(lettersOf(*page));
+        text.append(lettersOfSet(*page));
     }
     return text;
 }
