@@ -24,7 +24,7 @@ struct Shop
     QString path = folder.path("queue");
 
     qint64 add(const QString &address, const QString &text, const QString &number = {},
-               const QString &model = usualModel) const
+               const QString &model = usualModel, int confirmMilliseconds = 300) const
     {
         const auto target = PrintTarget::forModel(model, 0);
         BbCodeParser parser(nullptr);
@@ -35,7 +35,7 @@ struct Shop
         request.address = PrinterAddress::parse(address).value();
         request.documentNumber = number;
         request.title = text;
-        request.options.confirmMilliseconds = 300;
+        request.options.confirmMilliseconds = confirmMilliseconds;
         PrintQueue queue(path);
         const qint64 id = queue.add(request);
         if (id == 0)
@@ -204,6 +204,31 @@ private Q_SLOTS:
         QVERIFY2(linesOf(waits).at(1).startsWith("1    waits"), "it was only asked how it is");
         QCOMPARE(shop.run("drop", {"1"}).status, 0);
         QVERIFY(linesOf(shop.run("journal")).at(1).startsWith("1    dropped"));
+    }
+
+    void aKilledProgramsJobIsHeldWhileItIsPrinted()
+    {
+        // It answers how it is, and is waited for in vain.
+        const Host host(QByteArray::fromHex("12121212"));
+        const Shop shop;
+        shop.add(host.address(), "Tea", "17", usualModel, printerPatience);
+        const auto state = [&] { return PrintQueue(shop.path).entry(1)->state; };
+        {
+            RunningReceipt running({"queue", "run", "--folder", shop.path});
+            QVERIFY(QTest::qWaitFor([&] { return state() != PrintQueueEntry::State::Waiting; },
+                                    printerPatience));
+            QVERIFY(linesOf(shop.run("list")).at(1).startsWith("1    prints "));
+            const ReceiptRun busy = shop.run("drop", {"1"});
+            QCOMPARE(busy.errors,
+                     QString("receipt: job 1 of %1 is being printed\n").arg(shop.path));
+        }
+        const ReceiptRun list = shop.run("list");
+        QVERIFY2(linesOf(list).at(1).startsWith("1    held "), qPrintable(list.output));
+        QVERIFY2(list.errors.contains("the program that printed it ended meanwhile"),
+                 qPrintable(list.errors));
+        const ReceiptRun run = shop.run("run");
+        QCOMPARE(run.status, 3);
+        QCOMPARE(run.output, QString());
     }
 
     void wrongNumbersAreTold()
