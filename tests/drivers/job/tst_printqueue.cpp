@@ -227,6 +227,11 @@ private Q_SLOTS:
     void deletionInEachSignalIsSafe_data();
     void deletionInEachSignalIsSafe();
 
+    void aSlotMayDoAnything_data();
+    void aSlotMayDoAnything();
+    void aFolderMayHaveAnyName();
+    void whatLooksIsNotHeldUpByWhatPrints();
+
     // ---- Held
     void resultsDecideWhatIsHeld_data();
     void resultsDecideWhatIsHeld();
@@ -694,6 +699,87 @@ void TestPrintQueue::deletionInEachSignalIsSafe()
     QVERIFY(next.start());
     const auto left = next.entries();
     QCOMPARE(left.size() + next.journal().size(), 1);
+}
+
+void TestPrintQueue::aSlotMayDoAnything_data()
+{
+    QTest::addColumn<int>("what");
+    QTest::addColumn<QVector<qint64>>("done");
+    QTest::newRow("adds when a job ends") << 0 << QVector<qint64>{1, 2, 3};
+    QTest::newRow("stops when a job begins") << 1 << QVector<qint64>();
+    QTest::newRow("drops what begins") << 2 << QVector<qint64>{2};
+    QTest::newRow("starts when nothing is left") << 3 << QVector<qint64>{1, 2};
+    QTest::newRow("stops and starts when a job ends") << 4 << QVector<qint64>{1, 2};
+}
+
+void TestPrintQueue::aSlotMayDoAnything()
+{
+    QFETCH(int, what);
+    QFETCH(QVector<qint64>, done);
+    const Shop shop;
+    Queue &queue = *shop.queue;
+    shop.add("one");
+    shop.add("two");
+    int calls = 0;
+    connect(&queue, &PrintQueue::started, &queue, [&](const PrintQueueEntry &entry) {
+        if (what == 1)
+            queue.stop();
+        else if (what == 2 && entry.id == 1)
+            QVERIFY(queue.drop(1));
+    });
+    connect(&queue, &PrintQueue::ended, &queue, [&] {
+        if (what == 0 && calls++ == 0)
+            QCOMPARE(shop.add("three"), 3);
+        if (what == 4) {
+            queue.stop();
+            QVERIFY(queue.start());
+        }
+    });
+    connect(&queue, &PrintQueue::idle, &queue, [&] {
+        if (what == 3 && calls++ < 3)
+            QVERIFY(queue.start());
+    });
+    QVERIFY(queue.start());
+    TRY(what == 1 ? queue.stops == 1 : queue.idles > (what == 3 ? 3 : 0));
+    QVector<qint64> found;
+    const auto entries = queue.journal();
+    for (const PrintQueueEntry &entry : entries) {
+        if (entry.state == State::Done)
+            found.prepend(entry.id);
+    }
+    QCOMPARE(found, done);
+    QCOMPARE(queue.got().count("one"), done.contains(1) ? 1 : 0);
+    QCOMPARE(queue.got().count("two"), done.contains(2) ? 1 : 0);
+}
+
+void TestPrintQueue::aFolderMayHaveAnyName()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QString::fromUtf8("Größe 100% ☃\n*[a]?/und/tiefer/queue"));
+    Queue queue(path, folder.path());
+    QCOMPARE(queue.add(requestOf("one", QString::fromUtf8("№\n17"))), 1);
+    queue.run();
+    QCOMPARE(queue.got().count("one"), 1);
+    QCOMPARE(queue.reprint(QString::fromUtf8("№\n17")), 2);
+    QCOMPARE(queue.folder(), path);
+    QCOMPARE(Queue("queue/../x/", folder.path()).folder(), QDir::current().filePath("x"));
+}
+
+void TestPrintQueue::whatLooksIsNotHeldUpByWhatPrints()
+{
+    const Shop shop;
+    shop.add("one");
+    // Held by a program that is stopped, as by a debugger.
+    QueueFolder folder(shop.path);
+    const auto held = folder.lock(0);
+    QVERIFY(held);
+    QCOMPARE(shop.queue->entries().size(), 1);
+    QCOMPARE(shop.queue->journal().size(), 0);
+    QVERIFY(shop.queue->entry(1));
+    QVERIFY(shop.queue->document(1));
+    QVERIFY(shop.queue->damagedFiles().isEmpty());
+    QVERIFY(!shop.queue->drop(1));
+    QCOMPARE(shop.queue->fault(), shop.path + ": another program has held the folder for 5 s");
 }
 
 // ---- Held
