@@ -216,8 +216,7 @@ private Q_SLOTS:
             printerPatience);
         program.interrupt();
         const ReceiptRun run = program.result();
-        QCOMPARE(run.errors,
-                 "receipt: " + printer.address() + ": sent: cancelled before it was confirmed\n");
+        QVERIFY2(run.errors.contains(": sent: cancelled "), qPrintable(run.errors));
         QCOMPARE(run.output, QString());
         QCOMPARE(run.status, 3);
     }
@@ -446,7 +445,8 @@ private Q_SLOTS:
 
     void sparePrinterRepeatsWhatIsNotConfirmedIfToldSo()
     {
-        const QStringList outOfPaper{"--at", "byte 200:paper out"};
+        // The line has taken all long before.
+        const QStringList outOfPaper{"--pace", "400,0", "--at", "byte 200:paper out"};
         PlayedPrinter first(citizen, outOfPaper);
         PlayedPrinter spare;
         const ReceiptRun alone = runReceipt(kiosk(first.address(), {"--spare", spare.address()}));
@@ -486,7 +486,8 @@ private Q_SLOTS:
                      ": the ticket is held out, and taken back in 1 s; Ctrl+C leaves it\n");
         QVERIFY2(run.output.contains(": processed: "), qPrintable(run.output));
         QCOMPARE(run.status, 0);
-        QVERIFY(printer.received().endsWith(QByteArray::fromHex("1D6502")));
+        QTRY_VERIFY_WITH_TIMEOUT(printer.received().endsWith(QByteArray::fromHex("1D6502")),
+                                 printerPatience);
     }
 
     void interruptLeavesATicketThatIsHeldOut()
