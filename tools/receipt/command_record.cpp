@@ -41,11 +41,11 @@ place of {}, and ends the recording:
 
 The printer's own line is set as --to says. No other program prints on it
 meanwhile; standard error tells how many are in front. If it goes, as without
-power, it is waited for. Each piece is in the file at once. Ctrl+C ends it, if no
-program does.
+power, it is waited for. Each piece is in the file at once. Ctrl+C ends it, if
+no program does.
 
-Exit status: 0 ended by Ctrl+C; 1 the printer isn't reached, or the file can't be
-written; 2 wrong usage; with a program that of the program.)";
+Exit status: 0 ended by Ctrl+C; 1 the printer isn't reached, or the file can't
+be written; 2 wrong usage; with a program that of the program.)";
 
 struct Options
 {

@@ -27,20 +27,22 @@ using printerslib::drivers::PrintTarget;
 
 // In lines of up to 79 characters, as a terminal shows them.
 const char description[] =
-    R"(Prints all that a printer's model is known for: a ruler, the printer's fonts and
-formats, its code pages with the letters from 80 to FF, a picture and codes in
-each way in which it may take them, a ladder through which the cutter cuts, and
-each cut; or writes that to the file of "--to file:PATH". Then it asks what the
-paper shows. What is other than in the model's data becomes a file of models, for
---models, of which --output gives the name; without that it goes to standard
-output. Questions are asked on standard error, and an empty answer says nothing.
+    R"(Prints all that a printer's model is known for: a ruler, the printer's fonts
+and formats, its code pages with the letters from 80 to FF, a picture and codes
+in each way in which it may take them, a ladder through which the cutter cuts,
+and each cut; or writes that to the file of "--to file:PATH". Then it asks what
+the paper shows. What is other than in the model's data becomes a file of
+models, for --models, of which --output gives the name; without that it goes to
+standard output. Questions are asked on standard error, and an empty answer
+says nothing.
 
-A file of --answers has a line "question: answer" for each question that is to be
-answered, such as "ruler: 512"; "#" begins a comment. With it nothing is asked.
+A file of --answers has a line "question: answer" for each question that is to
+be answered, such as "ruler: 512"; "#" begins a comment. With it nothing is
+asked.
 
 Exit status: 0 printed, and the answers make sense; 1 a file or an answer is
-wrong; 2 wrong usage; 3 the printer didn't confirm it; 4 it isn't printed; 5 only
-in part.)";
+wrong; 2 wrong usage; 3 the printer didn't confirm it; 4 it isn't printed; 5
+only in part.)";
 
 struct Options
 {
