@@ -58,6 +58,14 @@ QStringList textsOf(const QVector<int> &numbers)
     return texts;
 }
 
+QStringList pageNumbersOf(const SelfTestPlan &plan)
+{
+    QStringList texts;
+    for (auto page = plan.pages.begin(); page != plan.pages.end(); ++page)
+        texts.append(QString::number(page.key()));
+    return texts;
+}
+
 /// A whole number within bounds. Nothing with a fault else.
 std::optional<int> wholeNumber(const QString &text, int least, int most, QString &fault)
 {
@@ -211,7 +219,7 @@ QString SelfTestReaders::page(const SelfTestPlan &plan, const QString &word, QJs
     const int value = number.toInt(&isNumber);
     if (!isNumber || !plan.pages.contains(value))
         return QStringLiteral("\"%1\" is none of the code pages %2")
-            .arg(number, textsOf(plan.pages.keys().toVector()).join(QStringLiteral(", ")));
+            .arg(number, pageNumbersOf(plan).join(QStringLiteral(", ")));
     if (given.isEmpty() && plan.pages.value(value).isEmpty())
         return QStringLiteral("which set is code page %1? Say it as %1=CP866").arg(value);
     const auto set = CodePage::forName(given.isEmpty() ? plan.pages.value(value) : given);
@@ -359,8 +367,7 @@ QStringList pagesText(const SelfTestPlan &plan)
 {
     QStringList text = {
         QStringLiteral("Code pages: which came out right? One that is another set as 17=CP866."),
-        QStringLiteral("    all, or some of: ") +
-            textsOf(plan.pages.keys().toVector()).join(QLatin1Char(' '))};
+        QStringLiteral("    all, or some of: ") + pageNumbersOf(plan).join(QLatin1Char(' '))};
     for (auto page = plan.pages.begin(); page != plan.pages.end(); ++page) {
         text.append(QStringLiteral("  %1 %2")
                         .arg(page.key())
