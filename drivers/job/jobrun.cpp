@@ -415,6 +415,9 @@ void JobRun::pollAgain()
 
 void JobRun::waitIsOver()
 {
+    // It is mended, and only whether its answers are those to the last questions isn't known yet.
+    if (m_isSettling && m_dialogue.status().canPrint())
+        return;
     const QString text = m_result.status.text();
     if (m_step == Step::Confirming || m_step == Step::AskingWhy)
         endUnproven(Reason::Status, text);
@@ -585,6 +588,7 @@ void JobRun::pollWhilePaused()
         decidePause(false);
     if (!m_isPaused || isFinished())
         return;
+    startWaitTimer();
     m_pollTimer.start(m_parts.options.pollMilliseconds);
     // Within a command's data, a question would be a part of it.
     if (m_stream.commandEnd(m_handed) != m_handed || isStatusDue())
