@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryFile>
@@ -24,15 +25,17 @@ class PlayedPrinter
 public:
     /// On TCP.
     explicit PlayedPrinter(const QString &model = "CITIZEN_CTS_2000")
-    {
-        start({"--model", model, "--listen", "127.0.0.1:0"});
-        m_address = "tcp:127.0.0.1:" + nextLine().section(':', 1);
-    }
-    /// The same with more options of virtual-printer.
+        : PlayedPrinter(model, QStringList())
+    {}
+    /// The same with more options of virtual-printer. What killed jobs of other tests have left for
+    /// the next one is beside other addresses.
     PlayedPrinter(const QString &model, const QStringList &options)
     {
-        start(QStringList{"--model", model, "--listen", "127.0.0.1:0"} + options);
-        m_address = "tcp:127.0.0.1:" + nextLine().section(':', 1);
+        QStringList host{"127"};
+        for (int i = 0; i < 3; ++i)
+            host.append(QString::number(QRandomGenerator::global()->bounded(1, 255)));
+        start(QStringList{"--model", model, "--listen", host.join('.') + ":0"} + options);
+        m_address = "tcp:" + nextLine();
     }
     /// On a pseudo terminal.
     PlayedPrinter(const QString &model, int baud)
