@@ -18,6 +18,7 @@ QByteArray JobRecord::toBytes() const
                                      {QStringLiteral("fill"), fill},
                                      {QStringLiteral("due"), due},
                                      {QStringLiteral("counter"), counter},
+                                     {QStringLiteral("reading"), int(reading)},
                                      {QStringLiteral("last"), last}})
         .toJson(QJsonDocument::Compact);
 }
@@ -39,6 +40,7 @@ JobRecord JobRecord::fromBytes(const QByteArray &bytes)
     record.fill = number("fill", 0, mostFill, 0);
     record.due = number("due", 0, mostDue, 0);
     record.counter = number("counter", -1, starCounters - 1, -1);
+    record.reading = JobRecord::Reading(number("reading", Reads, Deaf, Reads));
     record.last = object.value(QStringLiteral("last")).toString();
     return record;
 }

@@ -43,6 +43,11 @@ bool tellsStatus(const StatusAnswer &answer)
            answer.question != StatusQuestion::Response && answer.question != StatusQuestion::Text;
 }
 
+bool isInTurn(const StatusAnswer &answer)
+{
+    return answer.question == StatusQuestion::BufferRead;
+}
+
 }  // namespace
 
 JobRun::JobRun(Parts parts)
@@ -124,6 +129,7 @@ void JobRun::cancel()
         case Step::Asking:
         case Step::Resting:
         case Step::Allowing:
+        case Step::Probing:
             endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
             return;
         case Step::Sending:
@@ -188,9 +194,11 @@ void JobRun::repair()
 void JobRun::repaired()
 {
     m_stuckTimer.stop();
-    tellNote(
-        QStringLiteral("a job before this one was cut off: the printer was reset, and "
-                       "what it had printed was cut off"));
+    tellNote(m_isFlushed
+                 ? QStringLiteral("the printer answered, but obeyed no command since a job before "
+                                  "this one: what that lacked was filled up, and the printer reset")
+                 : QStringLiteral("a job before this one was cut off: the printer was reset, and "
+                                  "what it had printed was cut off"));
     // What a network or adapter has taken, it may still lose.
     m_repairFill = m_record.fill;
     if (isLineSerial())
@@ -276,6 +284,8 @@ void JobRun::hasReceived(const QByteArray &bytes)
         updateStatus(m_dialogue.status());
     if (m_step == Step::Asking && !isStatusDue())
         statusIsComplete();
+    else if (m_step == Step::Probing && std::any_of(answers.begin(), answers.end(), isInTurn))
+        probeIsAnswered();
     else if (m_step == Step::Sending && std::any_of(answers.begin(), answers.end(), tellsStatus))
         watchWhileSending(std::any_of(answers.begin(), answers.end(), [](const StatusAnswer &one) {
             return one.question == StatusQuestion::Automatic;
@@ -338,7 +348,10 @@ void JobRun::goOnByStatus()
     settleRepair();  // it was asked behind that
     if (m_dialogue.status().canPrint()) {
         m_waitTimer.stop();
-        beginSending();
+        if (m_record.reading == JobRecord::Unread && !m_isProbed)
+            probe();
+        else
+            beginSending();
         return;
     }
     if (m_parts.options.waitMilliseconds == 0) {
@@ -346,6 +359,48 @@ void JobRun::goOnByStatus()
         return;
     }
     beginToWait();
+}
+
+/// Bytes that got lost or were changed on the line may have left the printer within a command,
+/// where it still tells how it is. What it answers in its turn says that it isn't.
+void JobRun::probe()
+{
+    m_step = Step::Probing;
+    m_isProbed = true;
+    write(m_dialogue.ask(StatusQuestion::BufferRead));
+    m_timer.start(m_parts.options.statusMilliseconds);
+}
+
+void JobRun::probeIsAnswered()
+{
+    m_timer.stop();
+    m_record.reading = JobRecord::Reads;
+    beginSending();
+}
+
+void JobRun::probeIsSilent()
+{
+    m_dialogue.giveUp();
+    m_isFlushed = true;
+    m_record.isOpen = true;
+    m_record.fill = flushBytes();
+    m_record.due = std::min(m_record.due + 1, JobRecord::mostDue);
+    keepRecord();
+    repair();
+}
+
+/// How far the data of a picture is filled up of which not even the size is known: what a serial
+/// line takes two seconds for.
+int JobRun::flushBytes() const
+{
+    constexpr int ofNetworks = 16384;
+    constexpr int leastBytes = 1024;
+    constexpr int bitsOfTwoSeconds = 2;
+    constexpr int bitsPerByte = 10;
+    const int baudRate = m_parts.transport->address().line().baudRate;
+    return isLineSerial()
+               ? std::clamp(baudRate * bitsOfTwoSeconds / bitsPerByte, leastBytes, ofNetworks)
+               : ofNetworks;
 }
 
 void JobRun::beginToWait()
@@ -373,6 +428,8 @@ void JobRun::timeIsOver()
         whyIsUnknown();
     } else if (m_step == Step::Sending) {
         giveUpStatus();
+    } else if (m_step == Step::Probing) {
+        probeIsSilent();
     } else if (m_step == Step::Asking) {
         giveUpStatus();
         updateStatus(m_dialogue.status().with(PrinterStatus::NoAnswer));
@@ -742,6 +799,7 @@ void JobRun::proofIsComplete()
 {
     JobProof::settle(m_record);
     m_record.isOpen = false;
+    m_record.reading = JobRecord::Reads;
     const bool isProven = m_proof.state() == JobProof::State::Proven;
     if (m_proof.hasLostMacro() && !isProven)
         finish(Outcome::Sent, Reason::NoConfirmation, wasOffText());
@@ -770,6 +828,11 @@ void JobRun::whyIsAnswered()
     if (m_dialogue.status().canPrint()) {
         m_proof.giveUp(m_record, true);
         m_record.isOpen = mayBeLost();
+        if (m_parts.profile.dialect() == Dialect::EscPos && !m_proof.hasLostMacro() &&
+            m_record.reading == JobRecord::Reads)
+            m_record.reading = JobRecord::Unread;
+        else if (m_isFlushed)
+            m_record.reading = JobRecord::Deaf;
         finish(Outcome::Sent, Reason::NoConfirmation,
                m_proof.hasLostMacro() ? wasOffText()
                                       : QStringLiteral("the printer didn't confirm within %1 s")

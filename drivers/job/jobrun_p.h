@@ -59,6 +59,7 @@ private:
         Repairing,
         Asking,    ///< for the status, also again while the printer is waited for
         Resting,   ///< between two questions
+        Probing,   ///< whether the printer obeys commands
         Allowing,  ///< asks whoever wants to know in front of the first byte
         Sending,
         Stopping,    ///< up to the end of the command under way
@@ -88,6 +89,10 @@ private:
     void repaired();
     void settleRepair();
     bool isLineSerial() const;
+    void probe();
+    void probeIsAnswered();
+    void probeIsSilent();
+    int flushBytes() const;
     void ask();
     void statusIsComplete();
     void goOnByStatus();
@@ -154,6 +159,8 @@ private:
     bool m_isPaused = false;
     bool m_isWaiting = false;  ///< for a printer that can't print
     bool m_isCancelled = false;
+    bool m_isProbed = false;
+    bool m_isFlushed = false;    ///< the printer didn't answer the probe
     bool m_isDelivered = false;  ///< the printer has answered what was asked behind the document
     /// Answers may belong to questions that were given up: of DLE EOT they have no number.
     bool m_isAnswerUnsure = false;

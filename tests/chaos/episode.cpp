@@ -229,6 +229,15 @@ std::shared_ptr<QProcess> Episode::startProcess(const QStringList &arguments,
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     connect(process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, ended,
             Qt::QueuedConnection);
+    connect(
+        process.get(), &QProcess::errorOccurred, this,
+        [this, ended](QProcess::ProcessError error) {
+            if (error != QProcess::FailedToStart)
+                return;
+            note(QStringLiteral("it doesn't start"));
+            ended();
+        },
+        Qt::QueuedConnection);
     process->start();
     return process;
 }

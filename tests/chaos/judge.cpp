@@ -197,7 +197,7 @@ private:
         const auto outcome = Outcome(end.report.outcome);
         // A network that is left throws away what the printer hasn't fetched when that says
         // something.
-        const bool isLossless = !end.isTroubled || (!m_plan.isNetwork && !m_plan.hasPower);
+        const bool isLossless = !m_plan.isNetwork && (!end.isTroubled || !m_plan.hasPower);
         if (outcome == Outcome::NotBegun && !m_mine.isEmpty())
             say("something of it is on paper");
         if (outcome >= Outcome::Processed && !isWhole() && !mayMissPower(end))

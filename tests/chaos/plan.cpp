@@ -143,10 +143,8 @@ void planTroubles(Dice &dice, Theme theme, EpisodePlan &plan, int bytes)
             plan.troubles.append(troubleOf(dice, hardwareTroubles, bytes));
         if (theme == Theme::Answers || choice == 1)
             plan.troubles.append(troubleOf(dice, answerTroubles, bytes));
-        if (theme == Theme::Resets || (choice == 2 && plan.isNetwork)) {
+        if (theme == Theme::Resets || (choice == 2 && plan.isNetwork))
             plan.troubles.append(troubleOf(dice, resetTroubles, bytes));
-            plan.hasReset = true;
-        }
         if (theme == Theme::Power || (choice == 3 && plan.isNetwork)) {
             plan.troubles.append(troubleOf(dice, powerTroubles, bytes));
             plan.hasPower = true;
@@ -189,6 +187,8 @@ EpisodePlan planOf(quint64 seed, int firstJob)
         job.receipt = receiptOf(dice, firstJob + i);
         job.options = optionsOf(dice, isSound);
         const int size = encodedReceipt(job.receipt, plan.model).bytes.size();
+        if (row.theme == Theme::Queue)
+            job.options.confirmMilliseconds = 6000;  // what isn't confirmed is held
         if (row.theme == Theme::Queue && dice.inPercent(30))
             job.killedAfter = dice.below(60'000);
         if (!isSound && isKilling(row.theme) && dice.inPercent(60))

@@ -32,7 +32,6 @@ struct EpisodePlan
     int window = 0;          ///< bytes that the network holds for the printer; 0: the system's
     int programs = 1;        ///< at once
     bool hasPower = false;   ///< it is switched off and on
-    bool hasReset = false;   ///< the connection is cut
     bool hasSpoilt = false;  ///< bytes are swallowed or changed
     QVector<ClientPlan> jobs;
     QVector<int> delays;  ///< of the jobs, in milliseconds
