@@ -124,8 +124,8 @@ private Q_SLOTS:
         const ReceiptRun run =
             selfTest({"--no-print", "--model", model, "--only", "ruler"}, "wide\n7\n512\n");
         QCOMPARE(run.status, 0);
-        QVERIFY(run.errors.contains("\"wide\" is no number from 8 to 4096"));
-        QVERIFY(run.errors.contains("\"7\" is no number from 8 to 4096"));
+        QVERIFY(run.errors.contains("\"wide\" is no number from 8 to 576"));
+        QVERIFY(run.errors.contains("\"7\" is no number from 8 to 576"));
         QCOMPARE(run.errors.count("ruler: "), 3);
         QCOMPARE(recordIn(run.output.toUtf8()).value("headDots").toInt(), 512);
     }

@@ -139,11 +139,7 @@ QString foundIn(const SelfTestPlan &plan, const QMap<QString, QString> &answers)
         if (!fault.isEmpty())
             return fault;
     }
-    QString fault;
-    const QJsonObject changes = findings.changes(&fault);
-    return fault.isEmpty()
-               ? QString::fromUtf8(QJsonDocument(changes).toJson(QJsonDocument::Compact))
-               : fault;
+    return QJsonDocument(findings.changes()).toJson(QJsonDocument::Compact);
 }
 
 QString foundIn(const QString &model, const QString &question, const QString &answer)
@@ -519,9 +515,13 @@ private Q_SLOTS:
         row("ruler as known", general, "ruler", "576", "{}");
         row("ruler shorter", general, "ruler", "512", R"({"headDots":512})");
         row("ruler shorter by a step", general, "ruler", " 568 ", R"({"headDots":568})");
-        row("ruler longer than printed", general, "ruler", "640", "{}");
-        row("ruler too short", general, "ruler", "7", "\"7\" is no number from 8 to 4096");
-        row("ruler a word", general, "ruler", "wide", "\"wide\" is no number from 8 to 4096");
+        row("ruler longer than printed", general, "ruler", "584",
+            "\"584\" is no number from 8 to 576");
+        row("ruler too short", general, "ruler", "7", "\"7\" is no number from 8 to 576");
+        row("ruler a word", general, "ruler", "wide", "\"wide\" is no number from 8 to 576");
+        row("ruler narrower than a letter", general, "ruler", "8",
+            "the answers: GENERAL_EPSON_PROTOCOL: \"fonts\" has one that is wider than "
+            "\"headDots\"");
         row("millimetres as known", general, "millimetres", "72.1", "{}");
         row("millimetres nearly", general, "millimetres", "73", "{}");
         row("millimetres with a comma", general, "millimetres", "81,3", R"({"dotsPerInch":180})");
@@ -530,8 +530,13 @@ private Q_SLOTS:
             "\"nan\" is no length in millimetres");
         row("millimetres of no printer", general, "millimetres", "5",
             "no printer has 2926 dots per inch, which that would be");
+        row("millimetres next to none", general, "millimetres", "1e-300",
+            "no printer has 1.46304e+304 dots per inch, which that would be");
         row("characters as known", general, "characters", "48", "{}");
         row("characters more", general, "characters", "64", R"({"headDots":768})");
+        row("characters of the whole row", general, "characters", "80", R"({"headDots":960})");
+        row("characters more than printed", general, "characters", "81",
+            "\"81\" is no number from 1 to 80");
         row("characters fewer", general, "characters", "42", R"({"headDots":504})");
         row("characters of a paper narrower than the head", vkp, "characters", "64", "{}");
         row("fonts all", general, "fonts", "all", "{}");
@@ -603,6 +608,8 @@ private Q_SLOTS:
         QCOMPARE(found({2, 5}, "2"), QString(R"({"drawers":1})"));
         QCOMPARE(found({2, 5}, "none"), QString(R"({"drawers":0})"));
         QCOMPARE(found({2}, "2"), QString("{}"));
+        QCOMPARE(found({5}, "none"), QString(R"({"drawers":1})"));
+        QCOMPARE(found({5}, "5"), QString("{}"));
         QCOMPARE(found({2}, "5"), QString("\"5\" is none of all, none, 2"));
     }
 
@@ -616,6 +623,25 @@ private Q_SLOTS:
         QCOMPARE(foundIn(plan, {{"pages", "0 17=CP866"}}),
                  QString(R"({"codePages":{"0":"CP437","17":"CP866","19":"CP858","2":"CP850",)"
                          R"("3":"CP860","4":"CP863","5":"CP865"}})"));
+    }
+
+    void pageAfterAResetNeedNotBePrinted()
+    {
+        SelfTestPlan plan = planOf("SWECOIN_TM_20XX");
+        plan.choosePages({17});
+        QCOMPARE(foundIn(plan, {{"pages", "17=CP866"}}),
+                 QString(R"({"codePages":{"0":"CP437","17":"CP866"}})"));
+    }
+
+    void answerThatDoesNotGoWithOthersLeavesThose()
+    {
+        const SelfTestPlan plan = planOf(general);
+        SelfTestFindings findings(plan);
+        QCOMPARE(findings.answer("cutter", "80"), QString());
+        QVERIFY(findings.answer("ruler", "8").contains("\"headDots\""));
+        QCOMPARE(findings.changes(), QJsonObject({{"dotsToCutter", 80}}));
+        QCOMPARE(findings.answer("ruler", "512"), QString());
+        QCOMPARE(findings.changes(), QJsonObject({{"dotsToCutter", 80}, {"headDots", 512}}));
     }
 
     // Each is right, and together they aren't.
@@ -676,7 +702,7 @@ private Q_SLOTS:
             "1: \"drawers\" is none of the questions ruler, millimetres, characters, fonts, pages, "
             "pictures, codes, cutter, cuts");
         row("twice", "cutter: 1\ncutter: 1", "2: \"cutter\" is answered twice");
-        row("wrong", "cutter: 1\nruler: long", "2: ruler: \"long\" is no number from 8 to 4096");
+        row("wrong", "cutter: 1\nruler: long", "2: ruler: \"long\" is no number from 8 to 576");
     }
     void answersAreReadFromLines()
     {

@@ -223,8 +223,7 @@ void Composer::addRuler()
     if (!m_plan.hasRow)
         return;
     addText({QString(), QStringLiteral("Characters of a line")});
-    // So long that the printer itself begins the next line.
-    const int count = (m_plan.charactersOfRuler() * 3 / 2 + 9) / 10 * 10;
+    const int count = m_plan.charactersOfRow();
     constexpr int mostHeadDots = 4096;
     const int dots = std::min(count * m_plan.target.font(0).cell.width(), mostHeadDots);
     add(documentOf({blockOf({rowOfDigits(count), QString()})}),

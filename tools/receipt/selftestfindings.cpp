@@ -133,13 +133,11 @@ struct SelfTestReaders
 
     static QString ruler(Findings &findings, const QString &text)
     {
-        constexpr int mostDots = 4096;
-        return number(findings, rulerAnswer, text, SelfTestPlan::step, mostDots);
+        return number(findings, rulerAnswer, text, SelfTestPlan::step, findings.m_plan.rulerDots());
     }
     static QString characters(Findings &findings, const QString &text)
     {
-        constexpr int mostCharacters = 512;
-        return number(findings, charactersAnswer, text, 1, mostCharacters);
+        return number(findings, charactersAnswer, text, 1, findings.m_plan.charactersOfRow());
     }
     static QString number(Findings &findings, const QString &key, const QString &text, int least,
                           int most)
@@ -180,11 +178,14 @@ QString SelfTestReaders::millimetres(Findings &findings, const QString &text)
         return QStringLiteral("\"%1\" is no length in millimetres").arg(text);
     const SelfTestPlan &plan = findings.m_plan;
     const int known = plan.profile().dotsPerInch();
-    const int measured = qRound(lastMark(plan) * millimetresOfInch / length);
-    constexpr int least = 50;
-    constexpr int mostResolution = 1200;
-    if (measured < least || measured > mostResolution)
-        return QStringLiteral("no printer has %1 dots per inch, which that would be").arg(measured);
+    // No whole number yet: of a tiny length it is none.
+    const double resolution = std::round(lastMark(plan) * millimetresOfInch / length);
+    constexpr double least = 50;
+    constexpr double mostResolution = 1200;
+    if (resolution < least || resolution > mostResolution)
+        return QStringLiteral("no printer has %1 dots per inch, which that would be")
+            .arg(resolution);
+    const int measured = static_cast<int>(resolution);
     if (std::abs(measured - known) > known * tolerance)
         findings.m_facts.insert(resolutionKey, measured);
     return {};
@@ -243,18 +244,18 @@ QString SelfTestReaders::pages(Findings &findings, const QString &text)
         if (!fault.isEmpty())
             return fault;
     }
-    const QString initial = QString::number(plan.profile().initialCodePage());
-    if (!pages.contains(initial))
-        return QStringLiteral(
-                   "code page %1 is the one after a reset, so it has to be known; if it "
-                   "is another set, say %1=NAME")
-            .arg(initial);
     // What wasn't printed isn't judged.
     const QJsonObject known = plan.fact(pagesKey).toObject();
     for (auto it = known.begin(); it != known.end(); ++it) {
         if (!plan.pages.contains(it.key().toInt()))
             pages.insert(it.key(), it.value());
     }
+    const QString initial = QString::number(plan.profile().initialCodePage());
+    if (!pages.contains(initial))
+        return QStringLiteral(
+                   "code page %1 is the one after a reset, so it has to be known; if it "
+                   "is another set, say %1=NAME")
+            .arg(initial);
     findings.m_facts.insert(pagesKey, pages);
     return {};
 }
@@ -304,16 +305,21 @@ QString SelfTestReaders::cutter(Findings &findings, const QString &text)
 
 QString SelfTestReaders::drawers(Findings &findings, const QString &text)
 {
+    constexpr int first = 2;
     constexpr int second = 5;
     QString fault;
     const auto words = wordsAmong(text, textsOf(findings.m_plan.pins), fault);
     if (!words)
         return fault;
     const int known = findings.m_plan.profile().drawers();
+    const bool isFirstTried = findings.m_plan.pins.contains(first);
     const bool isSecondTried = findings.m_plan.pins.contains(second);
     int drawers = words->contains(QString::number(second)) ? 2 : words->isEmpty() ? 0 : 1;
     if (!isSecondTried && drawers > 0)
         drawers = std::max(drawers, known);
+    // Of the other one nothing is said.
+    if (!isFirstTried && drawers == 0)
+        drawers = std::min(known, 1);
     findings.m_facts.insert(drawersKey, drawers);
     return {};
 }
@@ -451,7 +457,18 @@ QString SelfTestFindings::answer(const QString &key, const QString &text)
         std::find_if(std::begin(questionRows), std::end(questionRows),
                      [&key](const QuestionRow &r) { return key == QLatin1String(r.key); });
     const QString words = text.simplified();
-    return row == std::end(questionRows) || words.isEmpty() ? QString() : row->read(*this, words);
+    if (row == std::end(questionRows) || words.isEmpty())
+        return {};
+    const auto numbers = m_numbers;
+    const auto facts = m_facts;
+    QString fault = row->read(*this, words);
+    if (fault.isEmpty())
+        fault = contradiction();
+    if (!fault.isEmpty()) {
+        m_numbers = numbers;
+        m_facts = facts;
+    }
+    return fault;
 }
 
 /// How many dots the head really has; nothing where the answers don't tell, or as the data do.
@@ -473,7 +490,7 @@ std::optional<int> SelfTestFindings::measuredHead() const
     return dots / step * step;
 }
 
-QJsonObject SelfTestFindings::changes(QString *fault) const
+QJsonObject SelfTestFindings::changes() const
 {
     QJsonObject facts = m_facts;
     if (const auto head = measuredHead())
@@ -483,14 +500,20 @@ QJsonObject SelfTestFindings::changes(QString *fault) const
         if (it.value() != m_plan.fact(it.key()))
             changed.insert(it.key(), it.value());
     }
-    if (changed.isEmpty())
-        return changed;
-    PrinterModels models = m_plan.models;
-    const QStringList faults =
-        models.add(fileOf(m_plan.profile().modelId(), changed, QStringLiteral("now")),
-                   QStringLiteral("the answers"));
-    *fault = faults.value(0);
     return changed;
+}
+
+/// Why the answers, each of which is right, can't be together; empty if they can.
+QString SelfTestFindings::contradiction() const
+{
+    const QJsonObject changed = changes();
+    if (changed.isEmpty())
+        return {};
+    PrinterModels models = m_plan.models;
+    return models
+        .add(fileOf(m_plan.profile().modelId(), changed, QStringLiteral("now")),
+             QStringLiteral("the answers"))
+        .value(0);
 }
 
 QByteArray SelfTestFindings::fileOf(const QString &model, const QJsonObject &changes,

@@ -27,13 +27,13 @@ class SelfTestFindings
 public:
     explicit SelfTestFindings(const SelfTestPlan &plan) : m_plan(plan) {}
 
-    /// Takes the answer to a question that is asked; an empty one says nothing.
+    /// Takes the answer to a question that is asked, if it goes together with those before; an
+    /// empty one says nothing.
     /// @return what is wrong with it; empty if it was taken
     QString answer(const QString &key, const QString &text);
 
     /// The facts that are other ones than those of the model's data; empty if none is.
-    /// @param fault takes why they can't be together
-    QJsonObject changes(QString *fault) const;
+    QJsonObject changes() const;
     /// A file of models that says so.
     /// @param date of the test, for the sources
     static QByteArray fileOf(const QString &model, const QJsonObject &changes, const QString &date);
@@ -42,6 +42,7 @@ private:
     friend struct SelfTestReaders;
 
     std::optional<int> measuredHead() const;
+    QString contradiction() const;
 
     const SelfTestPlan &m_plan;
     QMap<QString, int> m_numbers;  ///< answers from several of which a fact follows

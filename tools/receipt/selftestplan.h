@@ -49,6 +49,8 @@ public:
     int rulerDots() const { return isPaperChosen ? target.lineDots() : profile().headDots(); }
     /// Characters that are as long as that.
     int charactersOfRuler() const { return rulerDots() / target.font(0).cell.width(); }
+    /// Characters of the row of digits: more than a line holds, so that the printer begins another.
+    int charactersOfRow() const { return (charactersOfRuler() * 3 / 2 + 9) / 10 * 10; }
     /// Dots of the ladder, from where the head is when the cutter cuts.
     int ladderDots() const;
     /// Dots from one mark of ruler and ladder to the next.
