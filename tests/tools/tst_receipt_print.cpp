@@ -158,6 +158,14 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString());
     }
 
+    void pathOfAFileIsWrittenAsInOtherAddresses()
+    {
+        const ReceiptRun run =
+            runReceipt(kiosk({"--to", "file:" + m_folder.path("5%25%20off%3F")}));
+        QCOMPARE(run.errors, QString());
+        QVERIFY(!m_folder.content("5% off?").isEmpty());
+    }
+
     void receiptsOwnFilesAreNotReplaced()
     {
         const QString text = m_folder.file("own.cpt", "word\n");

@@ -119,18 +119,17 @@ QCommandLineOption destinationOption()
 
 std::optional<StreamDestination> destinationOf(const QCommandLineParser &parser)
 {
-    const QString scheme = QStringLiteral("file:");
-    const QString text = parser.value(destinationOption());
-    if (text == QLatin1String("-"))
+    if (parser.value(destinationOption()) == QLatin1String("-"))
         return StreamDestination();
-    if (text.startsWith(scheme) && text.size() > scheme.size())
-        return StreamDestination(text.mid(scheme.size()));
     if (!parser.isSet(destinationOption())) {
         complain(QStringLiteral("--to is needed, or --dry-run"));
         return std::nullopt;
     }
-    const auto printer = printerAddressOf(parser, destinationOption());
-    return printer ? std::make_optional<StreamDestination>(*printer) : std::nullopt;
+    const auto address = printerAddressOf(parser, destinationOption());
+    if (!address)
+        return std::nullopt;
+    return address->kind() == PrinterAddress::Kind::File ? StreamDestination(address->path())
+                                                         : StreamDestination(*address);
 }
 
 }  // namespace tool
