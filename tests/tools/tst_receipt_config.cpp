@@ -1,4 +1,6 @@
 // The file that says which printer a shop has, as "receipt" takes it where options don't say.
+#include <sys/stat.h>
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -187,6 +189,32 @@ private Q_SLOTS:
         QVERIFY(m_folder.content("printerslib/sale 50%.bin").contains('x'));
     }
 
+    // What is an escape in an address is none in the name of the file's folder.
+    void folderMayHaveSignsOfAddresses()
+    {
+        QDir(m_folder.path("")).mkpath("50% off? \u00E4");
+        const QString config =
+            m_folder.file("50% off? \u00E4/shop.conf", "to=file:100%25.bin\nmodel=TSP-TUP\n");
+        const QString text = m_folder.file("a.txt", "x\n");
+        for (const QStringList &call :
+             {QStringList{"print", "--plain", text}, QStringList{"selftest", "--no-questions"}}) {
+            const ReceiptRun run = runReceipt(call + QStringList{"--config", config});
+            QCOMPARE(run.errors, QString());
+            QCOMPARE(run.status, 0);
+            QVERIFY(QFile::remove(m_folder.path("50% off? \u00E4/100%.bin")));
+        }
+    }
+
+    // It would be read as an empty one.
+    void pipeIsRefused()
+    {
+        const QString pipe = m_folder.path("pipe");
+        QCOMPARE(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+        const ReceiptRun run = status({"--config", pipe});
+        QCOMPARE(run.errors, "receipt: " + pipe + ": is no regular file\n");
+        QCOMPARE(run.status, 1);
+    }
+
     void nonAsciiNamesAreRead()
     {
         QDir(m_folder.path("")).mkpath("printerslib");
@@ -210,6 +238,8 @@ private Q_SLOTS:
         row("address", "to=lp0\n", ": the key \"to\": ");
         row("standard output", "to=-\n", ": the key \"to\": ");
         row("no value", "to=\n", ": the key \"to\": has no value");
+        row("address twice", "to=tcp:a\n; to=tcp:c\nmodel=TSP-TUP\n to = tcp:b\n",
+            ": the key \"to\": stands twice");
         row("two addresses", "to=tcp:a, tcp:b\n", ": the key \"to\": has several values");
         row("model", "model=TYPEWRITER\n",
             ": the key \"model\": there is no model \"TYPEWRITER\"; see \"receipt models\"");
@@ -219,6 +249,8 @@ private Q_SLOTS:
         row("paper below", "paper=-1\n", ": the key \"paper\": \"-1\" is no number");
         row("font", "font=4\n", ": the key \"font\": \"4\" is no number from 0 to 3");
         row("no keys at all", "tcp:192.168.0.5\n", ": has a line that isn't KEY=VALUE");
+        row("byte order mark", "\xEF\xBB\xBFto=tcp:a\n",
+            ": begins with a byte order mark; save it as UTF-8 without one");
         row("zero bytes", QByteArray(100, '\0'), ": ");
     }
     void faultIsToldByFileAndKey()

@@ -7,8 +7,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
+#include <QProcess>
+#include <QSet>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QUrl>
 #include <algorithm>
 
 #include "support.h"
@@ -45,6 +48,7 @@ public:
 
 private:
     bool isReadable();
+    bool hasKeysOnce(const QByteArray &content) const;
     bool take(const QString &key, const QVariant &value);
     bool checkAddress();
     bool checkModels(bool hasMoreModels);
@@ -66,11 +70,41 @@ bool ShopFile::complainOf(const QString &key, const QString &fault) const
 
 bool ShopFile::isReadable()
 {
+    const QFileInfo info(m_name);
     QFile file(m_name);
-    if (file.open(QIODevice::ReadOnly))
-        return true;
-    complain(QStringLiteral("%1: %2").arg(m_name, file.errorString()));
+    QString fault;
+    // QSettings takes a pipe for an empty file.
+    if (info.exists() && !info.isFile() && m_name != QProcess::nullDevice())
+        fault = QStringLiteral("is no regular file");
+    else if (!file.open(QIODevice::ReadOnly))
+        fault = file.errorString();
+    const QByteArray content = file.isOpen() ? file.readAll() : QByteArray();
+    // QSettings would have it as a part of the first line.
+    if (content.startsWith("\xEF\xBB\xBF"))
+        fault = QStringLiteral("begins with a byte order mark; save it as UTF-8 without one");
+    if (fault.isEmpty())
+        return hasKeysOnce(content);
+    complain(QStringLiteral("%1: %2").arg(m_name, fault));
     return false;
+}
+
+/// Of a key that stands twice QSettings keeps one.
+bool ShopFile::hasKeysOnce(const QByteArray &content) const
+{
+    QSet<QByteArray> keys;
+    const QList<QByteArray> lines = content.split('\n');
+    for (const QByteArray &line : lines) {
+        const int end = line.indexOf('=');
+        const QByteArray key = line.left(end).trimmed();
+        if (end < 0 || key.startsWith(';'))
+            continue;
+        if (keys.contains(key))
+            return complainOf(QString::fromUtf8(key),
+                              QStringLiteral("stands twice; several values have commas between "
+                                             "them"));
+        keys.insert(key);
+    }
+    return true;
 }
 
 bool ShopFile::take(const QString &key, const QVariant &value)
@@ -117,8 +151,10 @@ bool ShopFile::checkAddress()
         return complainOf(toKey, error);
     // The folder that a program is started in isn't what the file's writer had in mind.
     const bool isFile = address->kind() == PrinterAddress::Kind::File;
-    m_values[toKey] = QStringList(isFile ? QStringLiteral("file:") + pathOf(address->path())
-                                         : address->toString());
+    m_values[toKey] =
+        QStringList(isFile ? QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(
+                                                           pathOf(address->path()), "/"))
+                           : address->toString());
     return true;
 }
 
