@@ -182,17 +182,12 @@ bool PrintQueue::drop(qint64 id)
 
 qint64 PrintQueue::reprint(const QString &documentNumber)
 {
-    return m_parts->changed(m_parts->store.reprint(
-        [&documentNumber](const PrintQueueEntry &entry) {
-            return entry.documentNumber == documentNumber;
-        },
-        copyLine()));
+    return m_parts->changed(m_parts->store.reprint(documentNumber, copyLine()));
 }
 
 qint64 PrintQueue::reprintLast()
 {
-    return m_parts->changed(
-        m_parts->store.reprint([](const PrintQueueEntry & /*entry*/) { return true; }, copyLine()));
+    return m_parts->changed(m_parts->store.reprint(std::nullopt, copyLine()));
 }
 
 // ---- Printing

@@ -1,5 +1,6 @@
 #include "job/queuefolder_p.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,6 +21,8 @@ namespace {
 
 constexpr int digitsOfId = 10;
 constexpr int decimal = 10;
+// Files keep them as JSON's numbers, which are exact up to 15 digits.
+constexpr qint64 greatestId = 999'999'999'999'999;
 constexpr int lockStepMilliseconds = 2;
 constexpr mode_t modeOfQueue = S_IRWXU;
 // Beyond the largest document with its head.
@@ -32,7 +35,8 @@ qint64 idOfName(const QString &name)
 {
     bool isNumber = false;
     const qint64 id = name.chopped(std::min(jobSuffix.size(), name.size())).toLongLong(&isNumber);
-    return isNumber && id > 0 && QueueFolder::nameOf(id) == name ? id : 0;
+    const bool isId = isNumber && id > 0 && id <= greatestId;
+    return isId && QueueFolder::nameOf(id) == name ? id : 0;
 }
 
 void atStep()
@@ -107,6 +111,19 @@ bool QueueFolder::make()
     return !isNew || (sync(above) && sync(m_path));
 }
 
+bool QueueFolder::canList()
+{
+    for (const Place place : {Place::Queue, Place::Journal, Place::Damaged}) {
+        const QString path = folderOf(place);
+        DIR *const folder = ::opendir(QFile::encodeName(path).constData());
+        if (folder == nullptr && errno != ENOENT)
+            return failOfSystem(path);
+        if (folder != nullptr)
+            ::closedir(folder);
+    }
+    return true;
+}
+
 std::unique_ptr<Turns> QueueFolder::lock(int milliseconds)
 {
     const QString path = m_path + QStringLiteral("/.lock");
@@ -171,14 +188,17 @@ QVector<qint64> QueueFolder::ids(Place place) const
     return found;
 }
 
-qint64 QueueFolder::freeId() const
+qint64 QueueFolder::freeId()
 {
     qint64 greatest = 0;
     for (const Place place : {Place::Queue, Place::Journal, Place::Damaged}) {
         const QVector<qint64> used = allIds(place);
         greatest = used.isEmpty() ? greatest : std::max(greatest, used.constLast());
     }
-    return greatest + 1;
+    if (greatest < greatestId)
+        return greatest + 1;
+    fail(QStringLiteral("a file has the greatest number that a job may have"), m_path);
+    return 0;
 }
 
 bool QueueFolder::exists(Place place, qint64 id) const

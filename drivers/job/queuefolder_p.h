@@ -32,6 +32,8 @@ public:
 
     /// Makes what there isn't.
     bool make();
+    /// Whether this user may look into it, where ids() would else be none; also if it isn't there.
+    bool canList();
     /// Until the result goes no other program changes the folder; null, with a fault, if that can't
     /// be had in so many milliseconds.
     std::unique_ptr<Turns> lock(int milliseconds);
@@ -40,8 +42,8 @@ public:
 
     /// From the lowest on; of the queue those that aren't in the journal.
     QVector<qint64> ids(Place place) const;
-    /// One that was never in use. Under lock().
-    qint64 freeId() const;
+    /// One that was never in use; 0, with a fault, if there is none left. Under lock().
+    qint64 freeId();
     /// Nothing, with a fault, if it can't be read.
     std::optional<QueuedJob> read(Place place, qint64 id);
     std::optional<QueuedJob> readHead(Place place, qint64 id);

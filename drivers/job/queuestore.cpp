@@ -34,7 +34,7 @@ bool QueueStore::fail(const QString &fault)
 std::unique_ptr<Turns> QueueStore::lock(int milliseconds)
 {
     m_fault.clear();
-    auto turns = m_folder.make() ? m_folder.lock(milliseconds) : nullptr;
+    auto turns = m_folder.make() && m_folder.canList() ? m_folder.lock(milliseconds) : nullptr;
     if (!turns)
         failOfFolder();
     return turns;
@@ -59,7 +59,7 @@ qint64 QueueStore::add(QueuedJob job)
         return 0;
     job.entry.id = m_folder.freeId();
     job.entry.added = nowInUtc();
-    if (m_folder.write(Place::Queue, job))
+    if (job.entry.id > 0 && m_folder.write(Place::Queue, job))
         return job.entry.id;
     failOfFolder();
     return 0;
@@ -93,6 +93,10 @@ QVector<PrintQueueEntry> QueueStore::entries()
 {
     m_fault.clear();
     QVector<PrintQueueEntry> found;
+    if (!m_folder.canList()) {
+        failOfFolder();
+        return found;
+    }
     bool isUnsettled = false;
     const auto look = [&] {
         found.clear();
@@ -120,10 +124,14 @@ QVector<PrintQueueEntry> QueueStore::journal(int most)
 {
     m_fault.clear();
     QVector<PrintQueueEntry> found;
+    if (!m_folder.canList())
+        failOfFolder();
     const QVector<qint64> ids = m_folder.ids(Place::Journal);
     for (auto id = ids.crbegin(); id != ids.crend() && found.size() != most; ++id) {
         if (const auto job = m_folder.readHead(Place::Journal, *id))
             found.append(job->entry);
+        else if (m_fault.isEmpty() && m_folder.exists(Place::Journal, *id))
+            failOfFolder();
     }
     return found;
 }
@@ -220,22 +228,34 @@ bool QueueStore::drop(qint64 id)
     return m_folder.moveToJournal(*job) || failOfFolder();
 }
 
-qint64 QueueStore::reprint(const std::function<bool(const PrintQueueEntry &)> &isIt,
-                           const QString &line)
+/// The newest in the journal that may be copied, of all or with a number. 0, with a fault, if there
+/// is none, or if a newer one that can't be read may be it.
+qint64 QueueStore::lastReceipt(const std::optional<QString> &documentNumber)
+{
+    QString unreadable;
+    const QVector<qint64> ids = m_folder.ids(Place::Journal);
+    for (auto id = ids.crbegin(); id != ids.crend(); ++id) {
+        const auto head = m_folder.readHead(Place::Journal, *id);
+        if (!head && unreadable.isEmpty())
+            unreadable = m_folder.fault();
+        if (!head || head->entry.state != State::Done || head->entry.isCopy)
+            continue;
+        if (documentNumber ? head->entry.documentNumber == *documentNumber : unreadable.isEmpty())
+            return *id;
+    }
+    fail(unreadable.isEmpty()
+             ? QStringLiteral("the journal of %1 has no such receipt").arg(path())
+             : QStringLiteral("%1, and may be the receipt that is asked for").arg(unreadable));
+    return 0;
+}
+
+qint64 QueueStore::reprint(const std::optional<QString> &documentNumber, const QString &line)
 {
     const auto turns = lock(callMilliseconds);
-    if (!turns)
+    const qint64 found = turns ? lastReceipt(documentNumber) : 0;
+    if (found == 0)
         return 0;
-    const QVector<qint64> ids = m_folder.ids(Place::Journal);
-    const auto found = std::find_if(ids.crbegin(), ids.crend(), [&](qint64 id) {
-        const auto head = m_folder.readHead(Place::Journal, id);
-        return head && head->entry.state == State::Done && !head->entry.isCopy && isIt(head->entry);
-    });
-    if (found == ids.crend()) {
-        fail(QStringLiteral("the journal of %1 has no such receipt").arg(path()));
-        return 0;
-    }
-    const auto original = m_folder.read(Place::Journal, *found);
+    const auto original = m_folder.read(Place::Journal, found);
     if (!original) {
         failOfFolder();
         return 0;
@@ -244,10 +264,10 @@ qint64 QueueStore::reprint(const std::function<bool(const PrintQueueEntry &)> &i
     copy.entry.id = m_folder.freeId();
     copy.entry.added = nowInUtc();
     copy.entry.isCopy = true;
-    copy.entry.copyOf = *found;
+    copy.entry.copyOf = found;
     copy.linesInFront = QStringList{line};
     copy.isDrawerShut = true;
-    if (m_folder.write(Place::Queue, copy))
+    if (copy.entry.id > 0 && m_folder.write(Place::Queue, copy))
         return copy.entry.id;
     failOfFolder();
     return 0;
@@ -352,23 +372,33 @@ bool QueueStore::end(const QueuedJob &job)
     return true;
 }
 
-/// The last one stays, whatever its age: it is what is reprinted, and keeps its number from being
-/// given again.
+/// How many of these are too many, or too old.
+int QueueStore::countOfOld(const QVector<qint64> &ids)
+{
+    int count = m_count > 0 ? std::max(0, ids.size() - m_count) : 0;
+    const QDateTime now = nowInUtc();
+    const QDateTime oldest = now.addDays(-m_days);
+    for (int i = count; m_days > 0 && i + 1 < ids.size(); ++i) {
+        const auto head = m_folder.readHead(Place::Journal, ids.at(i));
+        // A time ahead is of a clock that was wrong: it is as old as those behind it.
+        if (!head || head->entry.ended > now)
+            continue;
+        if (head->entry.ended >= oldest)
+            break;
+        count = i + 1;
+    }
+    return count;
+}
+
+/// The last one stays, whatever its age, and keeps its number from being given again; so does what
+/// is reprinted as the last receipt.
 void QueueStore::prune()
 {
-    QVector<qint64> ids = m_folder.ids(Place::Journal);
-    QVector<qint64> old;
-    if (m_count > 0 && ids.size() > m_count)
-        old = ids.mid(0, ids.size() - m_count);
-    ids.remove(0, old.size());
-    const QDateTime oldest = nowInUtc().addDays(-m_days);
-    for (int i = 0; m_days > 0 && i + 1 < ids.size(); ++i) {
-        const auto head = m_folder.readHead(Place::Journal, ids.at(i));
-        if (head && head->entry.ended >= oldest)
-            break;
-        if (head)
-            old.append(ids.at(i));
-    }
+    const QVector<qint64> ids = m_folder.ids(Place::Journal);
+    QVector<qint64> old = ids.mid(0, countOfOld(ids));
+    if (old.isEmpty())
+        return;
+    old.removeOne(lastReceipt(std::nullopt));
     m_folder.removeAll(Place::Journal, old);
 }
 

@@ -31,8 +31,8 @@ public:
     QStringList damagedFiles();
     bool repeat(qint64 id, const QString &line);
     bool drop(qint64 id);
-    /// @param isIt finds the one in the journal, from the newest on
-    qint64 reprint(const std::function<bool(const PrintQueueEntry &)> &isIt, const QString &line);
+    /// @param documentNumber null: the last of all
+    qint64 reprint(const std::optional<QString> &documentNumber, const QString &line);
 
     // ---- Of the one that prints
     /// Takes the right to print. What is begun and without an end is Unknown from now on, as nobody
@@ -57,6 +57,8 @@ private:
     bool settle();
     QString jobText(qint64 id) const;
     std::optional<QueuedJob> decidable(qint64 id);
+    qint64 lastReceipt(const std::optional<QString> &documentNumber);
+    int countOfOld(const QVector<qint64> &ids);
     void prune();
     QStringList putAsideWhatIsDamaged();
 

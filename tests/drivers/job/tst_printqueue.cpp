@@ -253,6 +253,8 @@ private Q_SLOTS:
     void theJournalKeepsSoMany();
     void theJournalKeepsSoLong();
     void theLastOneStays();
+    void theLastReceiptStaysBehindItsCopy();
+    void timesAheadDoNotEndTheRetention();
 
     // ---- Damage
     void damagedFilesArePutAside_data();
@@ -260,6 +262,11 @@ private Q_SLOTS:
     void everyDamagedByteIsFound();
     void filesOfOthersAreLeftAlone();
     void aNewerVersionsFileIsLeftAlone();
+    void aNumberThatIsTooGreatIsNoJobs();
+    void thereIsNoNumberBehindTheGreatest();
+    void whatTheJournalCanNotReadIsTold();
+    void aFolderThatCanNotBeReadIsTold_data();
+    void aFolderThatCanNotBeReadIsTold();
     void aJobInBothPlacesIsOver();
     void whatCanNotBeWrittenIsTold();
     void anEndThatCanNotBeWrittenIsWrittenLater();
@@ -1095,6 +1102,41 @@ void TestPrintQueue::theLastOneStays()
     QCOMPARE(shop.queue->reprintLast(), 2);
 }
 
+void TestPrintQueue::theLastReceiptStaysBehindItsCopy()
+{
+    const Shop shop;
+    shop.queue->setRetention(0, 1);
+    shop.add("one", "17");
+    shop.queue->run();
+    QCOMPARE(shop.queue->reprintLast(), 2);
+    shop.queue->run();
+    QCOMPARE(idsOf(shop.queue->journal()), (QVector<qint64>{2, 1}));
+    QCOMPARE(shop.queue->reprintLast(), 3);
+    shop.add("two");
+    shop.queue->run();
+    QCOMPARE(idsOf(shop.queue->journal()), QVector<qint64>{4});
+}
+
+void TestPrintQueue::timesAheadDoNotEndTheRetention()
+{
+    const Shop shop;
+    for (int i = 1; i <= 4; ++i)
+        shop.add("x");
+    shop.queue->run();
+    QueueFolder folder(shop.path);
+    const auto age = [&folder](qint64 id, int days) {
+        auto job = folder.read(QueueFolder::Place::Journal, id);
+        job->entry.ended = job->entry.ended.addDays(-days);
+        QVERIFY(folder.write(QueueFolder::Place::Journal, *job));
+    };
+    age(1, -4000);
+    age(2, 31);
+    age(3, -4000);
+    shop.add("x");
+    shop.queue->run();
+    QCOMPARE(idsOf(shop.queue->journal()), (QVector<qint64>{5, 4, 3}));
+}
+
 // ---- Damage
 
 void TestPrintQueue::damagedFilesArePutAside_data()
@@ -1192,6 +1234,81 @@ void TestPrintQueue::aNewerVersionsFileIsLeftAlone()
              shop.file(1) + ": a newer version of this program has made it");
     QCOMPARE(contentOf(shop.file(1)), bytes);
     QVERIFY(shop.queue->got().contains("two"));
+}
+
+void TestPrintQueue::aNumberThatIsTooGreatIsNoJobs()
+{
+    const Shop shop;
+    shop.add("one");
+    for (const char *name : {"9223372036854775807.job", "1000000000000000.job"})
+        overwrite(shop.path + '/' + name, "mine");
+    QCOMPARE(shop.add("two"), 2);
+    QCOMPARE(shop.queue->damagedFiles(), QStringList());
+}
+
+void TestPrintQueue::thereIsNoNumberBehindTheGreatest()
+{
+    const Shop shop;
+    shop.add("one");
+    const QString last = shop.path + "/999999999999999.job";
+    overwrite(last, "mine");
+    QCOMPARE(shop.add("two"), 0);
+    QCOMPARE(shop.queue->fault(),
+             QString("%1: a file has the greatest number that a job may have").arg(shop.path));
+    QVERIFY(QFile::remove(last));
+    QCOMPARE(shop.add("two"), 2);
+}
+
+void TestPrintQueue::whatTheJournalCanNotReadIsTold()
+{
+    const Shop shop;
+    for (const char *number : {"17", "18", "19"})
+        shop.add("x", number);
+    shop.queue->run();
+    overwrite(shop.file(2, "journal/"), "nothing");
+    const QString fault = shop.file(2, "journal/") + ": it is damaged";
+    QCOMPARE(idsOf(shop.queue->journal()), (QVector<qint64>{3, 1}));
+    QCOMPARE(shop.queue->fault(), fault);
+    QCOMPARE(idsOf(shop.queue->journal(1)), QVector<qint64>{3});
+    QCOMPARE(shop.queue->fault(), QString());
+    QCOMPARE(shop.queue->reprint("18"), 0);
+    const QString maybe = ", and may be the receipt that is asked for";
+    QCOMPARE(shop.queue->fault(), fault + maybe);
+    QCOMPARE(shop.queue->reprint("17"), 4);
+    QCOMPARE(shop.queue->reprintLast(), 5);
+    overwrite(shop.file(3, "journal/"), "nothing");
+    QVERIFY2(shop.queue->reprintLast() == 0, "the one before isn't the last one");
+    QCOMPARE(shop.queue->fault(), shop.file(3, "journal/") + ": it is damaged" + maybe);
+}
+
+void TestPrintQueue::aFolderThatCanNotBeReadIsTold_data()
+{
+    QTest::addColumn<QString>("sub");
+    QTest::newRow("of all") << "";
+    // Numbers that are in there would be given again.
+    QTest::newRow("of what is over") << "/journal";
+    QTest::newRow("of what is damaged") << "/damaged";
+}
+
+void TestPrintQueue::aFolderThatCanNotBeReadIsTold()
+{
+    QFETCH(QString, sub);
+    const Shop shop;
+    shop.add("one");
+    shop.queue->run();
+    shop.queue->end();
+    shop.add("two");
+    // A file in its place is what nobody can list, not even the superuser.
+    const QString path = shop.path + sub;
+    QVERIFY(QDir().rename(path, path + "-away"));
+    overwrite(path, "no folder");
+    QVERIFY(shop.queue->entries().isEmpty());
+    QVERIFY2(shop.queue->fault().startsWith(path + ": "), qPrintable(shop.queue->fault()));
+    shop.queue->journal();
+    QVERIFY2(shop.queue->fault().startsWith(path), qPrintable(shop.queue->fault()));
+    QCOMPARE(shop.add("three"), 0);
+    QVERIFY2(shop.queue->fault().startsWith(path), qPrintable(shop.queue->fault()));
+    QVERIFY(!shop.queue->start());
 }
 
 void TestPrintQueue::aJobInBothPlacesIsOver()

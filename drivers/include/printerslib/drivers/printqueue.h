@@ -53,8 +53,8 @@ public:
     QString folder() const;  ///< as given, absolute
     QString fault() const;   ///< why the last call failed, in English; empty if it didn't
 
-    /// How long the journal keeps printed jobs with their bytes, from now on. The last one stays in
-    /// any case.
+    /// How long the journal keeps printed jobs with their bytes, from now on. The last receipt
+    /// stays in any case.
     /// @param days, count at least 1; 0 is no limit
     void setRetention(int days, int count);
 
@@ -63,9 +63,10 @@ public:
     qint64 add(const PrintQueueRequest &request);
 
     /// All that wait, are under way or are held, in the order of adding. Damaged files are left
-    /// out.
+    /// out; fault() says that the folder can't be read.
     QVector<PrintQueueEntry> entries();
-    /// What is done or was dropped, the newest first.
+    /// What is done or was dropped, the newest first. Files that can't be read are left out, and
+    /// fault() names the first of them.
     QVector<PrintQueueEntry> journal(int most = everything);
     /// One of both; nothing if there is none.
     std::optional<PrintQueueEntry> entry(qint64 id);
@@ -84,7 +85,7 @@ public:
     /// number. It is printed with the mark of a copy in front, and opens no drawer.
     /// @return the id of the copy; 0 if there is none
     qint64 reprint(const QString &documentNumber);
-    /// The same of the last job of all.
+    /// The same of the last job of all. 0 also if a newer file of the journal can't be read.
     qint64 reprintLast();
 
     /// Prints what waits, and what is added by whatever program, until stop(). Called again, it
