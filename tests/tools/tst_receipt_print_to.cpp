@@ -603,7 +603,7 @@ private Q_SLOTS:
         };
         const QString file = "file:" + m_folder.path("x.bin");
         const char needs[] =
-            "--wait-for-paper, --one-way, --json, --spare and --queue need a printer";
+            "--wait-for-paper, --one-way, --json, --spare, --queue and --later need a printer";
         row("waiting of a file", kiosk(file, {"--wait-for-paper"}), needs);
         row("JSON of a file", kiosk(file, {"--json"}), needs);
         row("one way of standard output", kiosk("-", {"--one-way"}), needs);

@@ -277,6 +277,18 @@ private Q_SLOTS:
         QCOMPARE(shop.run("reprint", {"--language", "xx"}).status, 2);
     }
 
+    void anEmptyNumberIsNobodysReceipt()
+    {
+        PlayedPrinter printer;
+        const Shop shop;
+        shop.add(printer.address(), "Tea");
+        QCOMPARE(shop.run("run").status, 0);
+        const ReceiptRun run = shop.run("reprint", {""});
+        QCOMPARE(run.errors, QString("receipt: the document's number is empty\n"));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 2);
+    }
+
     void onlyOneProgramPrints()
     {
         const Shop shop;
@@ -325,12 +337,72 @@ private Q_SLOTS:
         shop.folder.file("queue/0000000007.job", "nothing");
         const QString name = shop.path + "/0000000007.job";
         const ReceiptRun list = shop.run("list");
-        QCOMPARE(list.errors, QString("receipt: %1: this is damaged, and left out\n").arg(name));
+        QCOMPARE(list.errors,
+                 QString("receipt: %1: this can't be read, and is left out\n").arg(name));
         QCOMPARE(linesOf(list).size(), 2);
         const ReceiptRun run = shop.run("run");
         QVERIFY2(run.errors.contains(name + ": it is damaged; it lies in the folder \"damaged\""),
                  qPrintable(run.errors));
         QVERIFY(shop.run("list").errors.contains("/damaged/0000000007.job"));
+    }
+
+    void runFailsIfOnlyADamagedFileIsLeft()
+    {
+        const Shop shop;
+        shop.run("run");
+        shop.folder.file("queue/0000000007.job", "nothing");
+        QCOMPARE(shop.run("run").status, 1);
+        QCOMPARE(shop.run("run").status, 0);
+        shop.folder.file("queue/0000000008.job", "nothing");
+        shop.add(nobody, "Tea");
+        QVERIFY2(shop.run("run").status == 4, "a job that waits is told first");
+    }
+
+    void theJournalNamesWhatItLeavesOut()
+    {
+        PlayedPrinter printer;
+        const Shop shop;
+        shop.add(printer.address(), "Tea", "17");
+        shop.add(printer.address(), "Coffee", "18");
+        QCOMPARE(shop.run("run").status, 0);
+        const QString file = shop.folder.file("queue/journal/0000000001.job", "nothing");
+        const ReceiptRun run = shop.run("journal");
+        QCOMPARE(run.errors, QString("receipt: %1: it is damaged\n").arg(file));
+        QCOMPARE(run.status, 1);
+        QCOMPARE(linesOf(run).size(), 2);
+        QVERIFY(run.output.contains("Coffee"));
+    }
+
+    void aFolderThatCanNotBeReadIsNoEmptyQueue()
+    {
+        const Shop shop;
+        const QString file = shop.folder.file("file", "x");
+        for (const QString &action : {QString("list"), QString("journal")}) {
+            const ReceiptRun run = runReceipt({"queue", action, "--folder", file});
+            QCOMPARE(run.errors, QString("receipt: %1: Not a directory\n").arg(file));
+            QCOMPARE(run.status, 1);
+        }
+    }
+
+    void anEmptyFolderNameIsNotTheWorkingFolder_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("list") << QStringList{"list"};
+        QTest::newRow("run") << QStringList{"run"};
+        QTest::newRow("repeat") << QStringList{"repeat", "1"};
+        QTest::newRow("drop") << QStringList{"drop", "1"};
+        QTest::newRow("journal") << QStringList{"journal"};
+        QTest::newRow("reprint") << QStringList{"reprint"};
+    }
+
+    void anEmptyFolderNameIsNotTheWorkingFolder()
+    {
+        QFETCH(QStringList, arguments);
+        const ReceiptRun run =
+            runReceipt(QStringList{"queue"} + arguments + QStringList{"--folder="});
+        QCOMPARE(run.errors, QString("receipt: --folder names no folder\n"));
+        QCOMPARE(run.status, 2);
+        QVERIFY(!QFile::exists("journal"));
     }
 
     void aFolderThatIsNoneIsTold()
@@ -350,9 +422,15 @@ private Q_SLOTS:
         PrintQueue().journal();
         const Shop usual{{}, shop.folder.path("state/printerslib/queue")};
         usual.add(nobody, "Tea");
+        const QString text = shop.folder.file("text", "Black tea");
+        const ReceiptRun later = runReceipt({"print", "--bbcode", text, "--to", nobody, "--model",
+                                             usualModel, "--later", "--number", "18"});
         const ReceiptRun run = runReceipt({"queue", "list"});
         qputenv("XDG_STATE_HOME", before);
-        QCOMPARE(linesOf(run).size(), 2);
+        QCOMPARE(later.output, QString("job 2\n"));
+        QCOMPARE(later.errors, QString());
+        QCOMPARE(linesOf(run).size(), 3);
+        QVERIFY2(linesOf(run).at(2).contains("  18  "), qPrintable(run.output));
     }
 
     void printAddsInsteadOfPrinting()
@@ -405,16 +483,23 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("options");
         QTest::addColumn<QString>("error");
         QTest::newRow("number alone")
-            << QStringList{"--to", nobody, "--number", "17"} << "--number needs --queue";
+            << QStringList{"--to", nobody, "--number", "17"} << "--number needs --queue or --later";
         QTest::newRow("no folder")
             << QStringList{"--to", nobody, "--queue", ""} << "--queue names no folder";
-        QTest::newRow("file") << QStringList{"--to", "-", "--queue", "queue"}
-                              << "--wait-for-paper, --one-way, --json, --spare and --queue need a "
-                                 "printer as --to";
+        QTest::newRow("file")
+            << QStringList{"--to", "-", "--queue", "queue"}
+            << "--wait-for-paper, --one-way, --json, --spare, --queue and --later "
+               "need a printer as --to";
+        QTest::newRow("two folders") << QStringList{"--to", nobody, "--queue", "queue", "--later"}
+                                     << "--queue and --later exclude each other";
+        QTest::newRow("later, without a printer")
+            << QStringList{"--to", "-", "--later"}
+            << "--wait-for-paper, --one-way, --json, --spare, --queue and --later need a printer "
+               "as --to";
         for (const QString &other : {QString("--json"), QString("--spare=tcp:127.0.0.1:8")})
             QTest::newRow(qPrintable(other))
                 << QStringList{"--to", nobody, "--queue", "queue", other}
-                << "--queue excludes --spare and --json";
+                << "--queue and --later exclude --spare and --json";
     }
 
     void printTellsWhatAQueueDoesNotTake()

@@ -47,8 +47,8 @@ unless told to. Ctrl+C stops it at the end of a command, resets the printer and
 cuts; the second Ctrl+C ends the program at once, and the next job repairs what
 is left. Standard output tells what is known of it: it is printed; or
 processed, which is all read, without an error behind that; or sent. With
---queue nothing is printed now: standard output tells the job's number in that
-folder, and exit status 0 says that it is safe there.
+--queue or --later nothing is printed now: standard output tells the job's
+number in that folder, and exit status 0 says that it is safe there.
 
 Standard error tells what isn't printed as the document asks for, by block and
 line; with --strict that is an error, and nothing is written. The terminal that
@@ -229,14 +229,14 @@ bool setJob(const QCommandLineParser &parser, const tool::ShopSettings &settings
             tool::choosesJob(parser) || tool::choosesSpare(parser) || request.queue;
         if (choosesPrinter && !request.isDryRun)
             tool::complain(
-                QStringLiteral("--wait-for-paper, --one-way, --json, --spare and --queue need a "
-                               "printer as --to"));
+                QStringLiteral("--wait-for-paper, --one-way, --json, --spare, --queue and --later "
+                               "need a printer as --to"));
         return !choosesPrinter || request.isDryRun;
     }
     if (!tool::setSpare(parser, request.destination.printer(), request.spare))
         return false;
     if (request.queue && (request.spare || request.asJson)) {
-        tool::complain(QStringLiteral("--queue excludes --spare and --json"));
+        tool::complain(QStringLiteral("--queue and --later exclude --spare and --json"));
         return false;
     }
     if (!request.spare)

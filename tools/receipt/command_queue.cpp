@@ -25,8 +25,8 @@ ends the program at once. Jobs that are held stay, and are told.
 
 Exit status: 0 nothing is left; 3 a job is held, as whether it is printed can't
 be known; 4 a job still waits, as its printer can't print; 5 a job is held that
-is printed in part; 1 the folder can't be used, or another program prints what
-is in it; 2 wrong usage.)";
+is printed in part; 1 the folder or a file in it can't be used, or another
+program prints what is in it; 2 wrong usage.)";
 
 QCommandLineOption folderOption()
 {
@@ -71,6 +71,18 @@ QCommandLineOption lastOption()
         QStringLiteral("N"), QString::number(mostCount)};
 }
 
+/// As tool::parse(), and gives a status also if --folder names none.
+std::optional<int> parseOfQueue(QCommandLineParser &parser, const QString &usage,
+                                const QStringList &arguments, int least, int most)
+{
+    if (const auto status = tool::parse(parser, usage, arguments, least, most))
+        return status;
+    if (!parser.isSet(folderOption()) || !parser.value(folderOption()).isEmpty())
+        return std::nullopt;
+    tool::complain(QStringLiteral("--folder names no folder"));
+    return tool::WrongUsage;
+}
+
 QString folderOfQueue(const QCommandLineParser &parser)
 {
     return parser.isSet(folderOption()) ? parser.value(folderOption())
@@ -95,15 +107,22 @@ void tellDamage(PrintQueue &queue)
     const QStringList files = queue.damagedFiles();
     for (const QString &file : files)
         tool::complain(
-            QStringLiteral("%1/%2: this is damaged, and left out").arg(queue.folder(), file));
+            QStringLiteral("%1/%2: this can't be read, and is left out").arg(queue.folder(), file));
 }
 
-void printEntries(const QCommandLineParser &parser, const QVector<PrintQueueEntry> &entries)
+/// What the queue has just given. Gives the exit status.
+int printEntries(const QCommandLineParser &parser, const PrintQueue &queue,
+                 const QVector<PrintQueueEntry> &entries)
 {
+    const QString fault = queue.fault();
     if (parser.isSet(tool::jsonOption()))
         tool::printJobsJson(entries);
     else
         tool::printJobs(entries);
+    if (fault.isEmpty())
+        return tool::Success;
+    tool::complain(fault);
+    return tool::BadInput;
 }
 
 /// Says what somebody has to decide.
@@ -121,14 +140,14 @@ int listJobs(const QStringList &arguments)
     parser.setApplicationDescription(
         QStringLiteral("Lists the jobs that wait, are being printed or are held."));
     parser.addOptions({folderOption(), tool::jsonOption()});
-    if (const auto status = tool::parse(parser, QStringLiteral("queue list"), arguments, 0, 0))
+    if (const auto status = parseOfQueue(parser, QStringLiteral("queue list"), arguments, 0, 0))
         return *status;
     PrintQueue queue(folderOfQueue(parser));
     const auto entries = queue.entries();
-    printEntries(parser, entries);
+    const int status = printEntries(parser, queue, entries);
     tellHeld(entries);
     tellDamage(queue);
-    return tool::Success;
+    return status;
 }
 
 int printJobsThatWait(const QStringList &arguments)
@@ -136,7 +155,7 @@ int printJobsThatWait(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(runDescription));
     parser.addOptions({folderOption(), stayOption(), daysOption(), countOption()});
-    if (const auto status = tool::parse(parser, QStringLiteral("queue run"), arguments, 0, 0))
+    if (const auto status = parseOfQueue(parser, QStringLiteral("queue run"), arguments, 0, 0))
         return *status;
     const auto days = tool::numberOf(parser, daysOption(), 0, mostDays);
     const auto count = tool::numberOf(parser, countOption(), 0, mostCount);
@@ -148,7 +167,8 @@ int printJobsThatWait(const QStringList &arguments)
     tool::QueueRunner runner(queue);
     if (!runner.run(parser.isSet(stayOption())))
         return tool::BadInput;
-    return tool::statusOfJobs(queue.entries());
+    const int status = tool::statusOfJobs(queue.entries());
+    return status == tool::Success && runner.hasToldOfFiles() ? int(tool::BadInput) : status;
 }
 
 /// An action on a job that is named by its number.
@@ -161,7 +181,7 @@ int decide(const QStringList &arguments, const QString &usage, const QString &de
     parser.addOptions(options);
     parser.addPositionalArgument(jobArgument,
                                  QStringLiteral("The job, by its number in \"queue list\"."));
-    if (const auto status = tool::parse(parser, usage, arguments, 1, 1))
+    if (const auto status = parseOfQueue(parser, usage, arguments, 1, 1))
         return *status;
     const auto id = jobOf(parser);
     if (!id || (!options.isEmpty() && !tool::useLanguage(parser)))
@@ -196,14 +216,14 @@ int listJournal(const QStringList &arguments)
     parser.setApplicationDescription(
         QStringLiteral("Lists what was printed, and what was given up, the newest first."));
     parser.addOptions({folderOption(), lastOption(), tool::jsonOption()});
-    if (const auto status = tool::parse(parser, QStringLiteral("queue journal"), arguments, 0, 0))
+    if (const auto status = parseOfQueue(parser, QStringLiteral("queue journal"), arguments, 0, 0))
         return *status;
     const auto last = tool::numberOf(parser, lastOption(), 1, mostCount);
     if (!last)
         return tool::WrongUsage;
     PrintQueue queue(folderOfQueue(parser));
-    printEntries(parser, queue.journal(*last));
-    return tool::Success;
+    const auto entries = queue.journal(*last);
+    return printEntries(parser, queue, entries);
 }
 
 int reprintReceipt(const QStringList &arguments)
@@ -216,12 +236,16 @@ int reprintReceipt(const QStringList &arguments)
     parser.addPositionalArgument(numberArgument,
                                  QStringLiteral("The document's number; without it, the last one."),
                                  QStringLiteral("[NUMBER]"));
-    if (const auto status = tool::parse(parser, QStringLiteral("queue reprint"), arguments, 0, 1))
+    if (const auto status = parseOfQueue(parser, QStringLiteral("queue reprint"), arguments, 0, 1))
         return *status;
-    if (!tool::useLanguage(parser))
+    const QStringList numbers = parser.positionalArguments();
+    // A script whose number is missing isn't to print somebody else's receipt.
+    const bool isNumbered = numbers.isEmpty() || !numbers.constFirst().isEmpty();
+    if (!isNumbered)
+        tool::complain(QStringLiteral("the document's number is empty"));
+    if (!isNumbered || !tool::useLanguage(parser))
         return tool::WrongUsage;
     PrintQueue queue(folderOfQueue(parser));
-    const QStringList numbers = parser.positionalArguments();
     const qint64 id = numbers.isEmpty() ? queue.reprintLast() : queue.reprint(numbers.constFirst());
     if (id == 0) {
         tool::complain(queue.fault());
@@ -245,9 +269,10 @@ void printActions()
     tool::printOwn(QStringLiteral(
         "Usage: receipt queue ACTION [ARGUMENT...]\n\n"
         "Works on a folder that keeps receipts through crashes and power cuts until they\n"
-        "are printed; \"receipt print --queue DIR\" adds to it. A job that was begun when\n"
-        "its program ended, or whose printer didn't confirm it, may be printed or not: it\n"
-        "is held until somebody repeats or drops it. Actions:"));
+        "are printed: that of --folder, to which \"receipt print --queue DIR\" adds, or\n"
+        "the user's own, to which \"receipt print --later\" adds. A job that was begun\n"
+        "when its program ended, or whose printer didn't confirm it, may be printed or\n"
+        "not: it is held until somebody repeats or drops it. Actions:"));
     tool::printCommands(actions, 8);
     tool::printOwn(QStringLiteral("\n\"receipt queue ACTION --help\" says more."));
 }

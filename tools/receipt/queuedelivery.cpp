@@ -19,6 +19,13 @@ QCommandLineOption queueOption()
             QStringLiteral("DIR")};
 }
 
+QCommandLineOption laterOption()
+{
+    return {QStringLiteral("later"),
+            QStringLiteral(
+                "Keep it likewise in the folder that \"receipt queue\" uses without --folder.")};
+}
+
 QCommandLineOption numberOption()
 {
     return {QStringLiteral("number"),
@@ -30,20 +37,26 @@ QCommandLineOption numberOption()
 
 QList<QCommandLineOption> queueOptions()
 {
-    return {queueOption(), numberOption()};
+    return {queueOption(), laterOption(), numberOption()};
 }
 
 bool setQueue(const QCommandLineParser &parser, std::optional<QueueDelivery> &queue)
 {
-    if (parser.isSet(queueOption())) {
-        queue = QueueDelivery{parser.value(queueOption()), parser.value(numberOption())};
-        if (queue->folder.isEmpty())
-            complain(QStringLiteral("--queue names no folder"));
-        return !queue->folder.isEmpty();
-    }
-    if (parser.isSet(numberOption()))
-        complain(QStringLiteral("--number needs --queue"));
-    return !parser.isSet(numberOption());
+    const bool isLater = parser.isSet(laterOption());
+    const bool isFolder = parser.isSet(queueOption());
+    const QString folder = isFolder ? parser.value(queueOption()) : PrintQueue::defaultFolder();
+    QString fault;
+    if (isLater && isFolder)
+        fault = QStringLiteral("--queue and --later exclude each other");
+    else if (folder.isEmpty())
+        fault = QStringLiteral("--queue names no folder");
+    else if (!isLater && !isFolder && parser.isSet(numberOption()))
+        fault = QStringLiteral("--number needs --queue or --later");
+    else if (isLater || isFolder)
+        queue = QueueDelivery{folder, parser.value(numberOption())};
+    if (!fault.isEmpty())
+        complain(fault);
+    return fault.isEmpty();
 }
 
 int deliver(const QueueDelivery &queue, const PrintQueueRequest &request)

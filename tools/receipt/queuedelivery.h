@@ -18,10 +18,10 @@ struct QueueDelivery
     QString documentNumber;  ///< mostly empty
 };
 
-/// The options --queue and --number.
+/// The options --queue, --later and --number.
 QList<QCommandLineOption> queueOptions();
-/// What they say; nothing if there is no --queue. Complains, and gives false, if the second is
-/// there alone.
+/// What they say; nothing if there is neither of the first two. Complains, and gives false, if both
+/// are there, or the last alone.
 bool setQueue(const QCommandLineParser &parser, std::optional<QueueDelivery> &queue);
 
 /// Keeps it, and tells its number on standard output. Gives the exit status.

@@ -46,8 +46,10 @@ void QueueRunner::connectQueue()
                      });
     QObject::connect(&m_queue, &PrintQueue::statusChanged, &m_loop,
                      [this](qint64 id, const PrinterStatus &status) { tellStatus(id, status); });
-    QObject::connect(&m_queue, &PrintQueue::note, &m_loop,
-                     [this](qint64 id, const QString &text) { tell(id, text); });
+    QObject::connect(&m_queue, &PrintQueue::note, &m_loop, [this](qint64 id, const QString &text) {
+        m_hasToldOfFiles |= id == 0;
+        tell(id, text);
+    });
     QObject::connect(&m_queue, &PrintQueue::ended, &m_loop,
                      [this](const PrintQueueEntry &entry) { tellEnd(entry); });
     QObject::connect(&m_queue, &PrintQueue::idle, &m_loop, [this] {

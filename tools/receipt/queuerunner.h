@@ -24,6 +24,8 @@ public:
     /// Until nothing is left that can be tried; or with `stays` until an interrupt, with another
     /// try whenever some seconds have passed. False if it couldn't begin.
     bool run(bool stays);
+    /// Whether it has told of files that it left out or put aside.
+    bool hasToldOfFiles() const { return m_hasToldOfFiles; }
 
 private:
     void connectQueue();
@@ -40,6 +42,7 @@ private:
     QString m_toldOfPrinter;
     QHash<qint64, QString> m_toldOfJobs;  ///< of those that can't be printed
     bool m_stays = false;
+    bool m_hasToldOfFiles = false;
 };
 
 }  // namespace tool
