@@ -1,6 +1,8 @@
 // "receipt record": what programs and a printer say to each other through it, the file of it, which
 // a virtual printer replays, and how it ends.
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QElapsedTimer>
 #include <QTcpSocket>
@@ -309,6 +311,39 @@ private Q_SLOTS:
         const QString errors = recorder.readAllStandardError();
         QVERIFY2(errors.contains(file + ": "), qPrintable(errors));
         QVERIFY(!recordingOf(file).isEmpty());
+    }
+
+    // What was taken from a program isn't lost with the recording of the rest.
+    void fullDiskKeepsNothingFromThePrinter()
+    {
+        const QString all = m_folder.file("long", QByteArray(200000, 'x'));
+        const QString pipe = m_folder.path("slow");
+        QCOMPARE(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+        const int printer = ::open(pipe.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK);
+        QVERIFY(printer >= 0);
+        ::fcntl(printer, F_SETPIPE_SZ, 4096);
+        const QString file = newFile();
+        QProcess recorder;
+        recorder.start("/bin/sh", {"-c", "trap '' XFSZ; ulimit -f 200; exec \"$@\"", "sh",
+                                   RECEIPT_PROGRAM, "record", "--to", "device:" + pipe, file, "--",
+                                   "sh", "-c", "cat \"$1\" >\"${2#device:}\"", "sh", all, "{}"});
+        QVERIFY(recorder.waitForStarted());
+        QByteArray printed;
+        const auto read = [&] {
+            QByteArray bytes(500, '\0');
+            const ssize_t count = ::read(printer, bytes.data(), std::size_t(bytes.size()));
+            printed += bytes.left(std::max(int(count), 0));
+            return count > 0;
+        };
+        while (!recorder.waitForFinished(1))
+            read();
+        while (read()) {
+        }
+        ::close(printer);
+        QCOMPARE(recorder.exitCode(), 1);
+        const int recorded = bytesOf(recordingOf(file), false).size();
+        QVERIFY(recorded > 20000);
+        QVERIFY2(printed.size() >= recorded, qPrintable(QString::number(printed.size())));
     }
 
     void printerThatIsNotThereIsTold()

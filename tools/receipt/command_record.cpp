@@ -252,8 +252,8 @@ int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
         });
     recorder.start();
     loop.exec();
-    if (recorder.fault().isEmpty())
-        drain(*printer, file);
+    // Behind a full disk, too: the printer is well.
+    drain(*printer, file);
     const QString fault = recorder.fault().isEmpty() ? file.fault() : recorder.fault();
     if (!fault.isEmpty()) {
         tool::complain(fault);
