@@ -367,6 +367,10 @@ void JobRun::probe()
 {
     m_step = Step::Probing;
     m_isProbed = true;
+    if (m_parts.profile.dialect() != Dialect::EscPos) {
+        fillUp();
+        return;
+    }
     write(m_dialogue.ask(StatusQuestion::BufferRead));
     m_timer.start(m_parts.options.statusMilliseconds);
 }
@@ -381,10 +385,15 @@ void JobRun::probeIsAnswered()
 void JobRun::probeIsSilent()
 {
     m_dialogue.giveUp();
+    m_record.due = std::min(m_record.due + 1, JobRecord::mostDue);
+    fillUp();
+}
+
+void JobRun::fillUp()
+{
     m_isFlushed = true;
     m_record.isOpen = true;
     m_record.fill = flushBytes();
-    m_record.due = std::min(m_record.due + 1, JobRecord::mostDue);
     keepRecord();
     repair();
 }
@@ -828,7 +837,7 @@ void JobRun::whyIsAnswered()
     if (m_dialogue.status().canPrint()) {
         m_proof.giveUp(m_record, true);
         m_record.isOpen = mayBeLost();
-        if (m_parts.profile.dialect() == Dialect::EscPos && !m_proof.hasLostMacro() &&
+        if (m_parts.profile.dialect() != Dialect::Swecoin && !m_proof.hasLostMacro() &&
             m_record.reading == JobRecord::Reads)
             m_record.reading = JobRecord::Unread;
         else if (m_isFlushed)

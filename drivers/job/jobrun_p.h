@@ -92,6 +92,7 @@ private:
     void probe();
     void probeIsAnswered();
     void probeIsSilent();
+    void fillUp();
     int flushBytes() const;
     void ask();
     void statusIsComplete();

@@ -339,6 +339,7 @@ void Episode::waitForQuiet()
 void Episode::end()
 {
     m_playing->disconnect(this);
+    m_openBytes = m_device.bytesOfOpenCommand();
     m_papers += m_device.takePapers();
     m_papers += m_device.finish();
     Q_EMIT finished();

@@ -49,6 +49,8 @@ public:
     const QVector<JobEnd> &ends() const { return m_ends; }
     const QVector<printerslib::drivers::Paper> &papers() const { return m_papers; }
     bool comesToRest() const { return m_looks < mostLooks; }
+    /// What the printer has of a command that isn't whole in the end.
+    int openBytes() const { return m_openBytes; }
     bool hasHung() const { return m_hasHung; }
     const QVector<QueueReport> &queue() const { return m_queue; }
     const QStringList &events() const { return m_events; }
@@ -95,6 +97,7 @@ private:
     std::shared_ptr<QProcess> m_helper;  ///< that prints a queue, or decides what becomes of it
     int m_printers = 0;                  ///< that were started
     int m_settlings = 0;
+    int m_openBytes = 0;
     int m_started = 0;
     int m_running = 0;
     int m_inForce = 0;       ///< troubles

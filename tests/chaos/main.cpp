@@ -14,6 +14,8 @@
 #include <memory>
 #include <vector>
 
+#include <printerslib/drivers/printerprofile.h>
+
 #include "client.h"
 #include "episode.h"
 #include "judge.h"
@@ -21,6 +23,8 @@
 #include "queueclient.h"
 
 using namespace chaos;
+using printerslib::drivers::Dialect;
+using printerslib::drivers::PrinterProfile;
 
 namespace {
 
@@ -77,6 +81,23 @@ private:
         std::unique_ptr<Episode> episode;
     };
 
+    static bool hasHangingJob(const Episode &episode)
+    {
+        return std::any_of(episode.ends().begin(), episode.ends().end(),
+                           [](const JobEnd &end) { return end.hasHung; });
+    }
+
+    /// Changed bytes may have a printer wait for more than it is filled up with, or, of Star's, be
+    /// in a mode that no job leaves.
+    static bool isBeyondHelp(const Episode &episode)
+    {
+        constexpr int filled = 16384;
+        const auto profile = PrinterProfile::forModel(episode.plan().model);
+        const bool isStar = profile && profile->dialect() == Dialect::StarLine;
+        return episode.plan().hasSpoilt && !episode.hasHung() && !hasHangingJob(episode) &&
+               (isStar || episode.openBytes() >= filled);
+    }
+
     static int programsOf(const EpisodePlan &plan)
     {
         return plan.programs + (plan.isQueue() ? 1 : 0);
@@ -119,6 +140,10 @@ private:
         if (!episode.comesToRest())
             untruths.append(QStringLiteral("the printer doesn't come to rest"));
         count(episode);
+        if (!untruths.isEmpty() && isBeyondHelp(episode)) {
+            m_beyondHelp++;
+            untruths.clear();
+        }
         if (!untruths.isEmpty())
             m_failures++;
         if (!untruths.isEmpty() || m_isVerbose)
@@ -181,10 +206,12 @@ private:
                 QStringLiteral("%1 %2").arg(m_outcomes.value(i - 1)).arg(QLatin1String(names[i])));
         if (::isatty(STDERR_FILENO) != 0)
             std::fputs("\n", stderr);
-        say(QStringLiteral("%1 jobs in %2 episodes: %3; %4 episodes failed")
+        say(QStringLiteral("%1 jobs in %2 episodes: %3; %4 printers were beyond "
+                           "help; %5 episodes failed")
                 .arg(m_jobsRun)
                 .arg(m_planned)
                 .arg(counts.join(QStringLiteral(", ")))
+                .arg(m_beyondHelp)
                 .arg(m_failures));
     }
 
@@ -201,6 +228,7 @@ private:
     int m_jobsRun = 0;
     int m_busy = 0;
     int m_failures = 0;
+    int m_beyondHelp = 0;
 };
 
 /// The first word of each line that is no comment.
@@ -260,8 +288,13 @@ int runAll()
     const QStringList episodes = parser.values(QStringLiteral("episode"));
     for (const QString &episode : episodes)
         seeds.append(episode.toULongLong());
-    if (parser.isSet(QStringLiteral("kept")))
+    const bool isKept = parser.isSet(QStringLiteral("kept"));
+    if (isKept)
         seeds += keptSeeds(parser.value(QStringLiteral("kept")));
+    if (isKept && seeds.isEmpty()) {
+        say(QStringLiteral("there are no seeds"));
+        return 0;
+    }
     const quint64 seed = parser.isSet(QStringLiteral("seed"))
                              ? numberOf(parser, "seed", 0)
                              : quint64(QDateTime::currentMSecsSinceEpoch());

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void aRepairCountsWhenThePrinterHasAnswered_data();
     void aRepairCountsWhenThePrinterHasAnswered();
     void aPrinterThatObeysNoCommandIsFilledUp();
+    void aStarThatCountsNoMarksIsFilledUp();
     void oneThatNeverAnswersInItsTurnIsFilledUpOnce();
     void oneThatAnswersAgainIsNotFilledUp();
     void whatANetworkMayLoseIsRepaired_data();
@@ -876,6 +877,23 @@ void TestPrintJob::aPrinterThatObeysNoCommandIsFilledUp()
     QCOMPARE(job->notes.size(), 1);
     QVERIFY(job->notes.first().startsWith("the printer answered, but obeyed no command"));
     QVERIFY(setting.hasWhole(before + 3840));
+    QCOMPARE(setting.record().reading, JobRecord::Reads);
+}
+
+void TestPrintJob::aStarThatCountsNoMarksIsFilledUp()
+{
+    Setting setting(profileOf("TSP-TUP"));
+    setting.where = address("serial:/dev/ttyS0?baud=9600");
+    setting.document.bytes = "Total 1\n";
+    setting.printer->countsMarks = false;
+    QCOMPARE(setting.run()->end.reason, Reason::NoConfirmation);
+    setting.printer->countsMarks = true;
+    const int before = setting.printer->got.size();
+    const auto job = setting.run();
+    QVERIFY(job->end.isSent());
+    QVERIFY(setting.printer->got.indexOf(QByteArray(1920, '\0'), before) >= 0);
+    QVERIFY(setting.hasWhole(before + 1920));
+    QCOMPARE(setting.run()->end.outcome, Outcome::Printed);
     QCOMPARE(setting.record().reading, JobRecord::Reads);
 }
 
