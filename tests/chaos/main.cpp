@@ -1,5 +1,6 @@
 // Has many processes print on printers that fail at random, and compares what each tells of its
 // receipt with what is on the paper.
+#include <printerslib/drivers/printerprofile.h>
 #include <unistd.h>
 
 #include <QCommandLineParser>
@@ -13,8 +14,6 @@
 #include <cstdio>
 #include <memory>
 #include <vector>
-
-#include <printerslib/drivers/printerprofile.h>
 
 #include "client.h"
 #include "episode.h"
