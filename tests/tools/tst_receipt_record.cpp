@@ -1,6 +1,8 @@
 // "receipt record": what programs and a printer say to each other through it, the file of it, which
 // a virtual printer replays, and how it ends.
 #include <fcntl.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -46,6 +48,32 @@ public:
 
 private:
     QString m_name;
+};
+
+/// A port at which connections are made that nobody takes, and others don't get through.
+class BusyHost
+{
+public:
+    BusyHost() : m_server(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof(address);
+        ::bind(m_server, reinterpret_cast<sockaddr *>(&address), size);
+        ::listen(m_server, 0);
+        ::getsockname(m_server, reinterpret_cast<sockaddr *>(&address), &size);
+        m_port = ntohs(address.sin_port);
+        m_client.connectToHost(QHostAddress::LocalHost, m_port);
+        m_client.waitForConnected(printerPatience);
+    }
+    ~BusyHost() { ::close(m_server); }
+    QString address() const { return QString("tcp:127.0.0.1:%1").arg(m_port); }
+
+private:
+    int m_server;
+    quint16 m_port = 0;
+    QTcpSocket m_client;
 };
 
 /// What is recorded, of one side.
@@ -352,10 +380,16 @@ private Q_SLOTS:
         QVERIFY(closed.listen(QHostAddress::LocalHost));
         const QString address = QString("tcp:127.0.0.1:%1").arg(closed.serverPort());
         closed.close();
-        const ReceiptRun run = runReceipt({"record", "--to", address, newFile()});
+        const QString file = newFile();
+        const ReceiptRun run = runReceipt({"record", "--to", address, file});
         QCOMPARE(run.status, 1);
         QVERIFY2(run.errors.contains("refuses the connection"), qPrintable(run.errors));
         QCOMPARE(run.output, QString());
+        QVERIFY(!QFile::exists(file));
+        // Nor is a recording lost.
+        const QString old = m_folder.file("old.txt", "0.1 host 41\n");
+        QCOMPARE(runReceipt({"record", "--to", address, old, "--force"}).status, 1);
+        QCOMPARE(m_folder.content("old.txt"), QByteArray("0.1 host 41\n"));
     }
 
     void printerThatGoesAndComesIsWaitedFor()
@@ -378,6 +412,31 @@ private Q_SLOTS:
         QVERIFY(text.contains("\n# the printer has gone: "));
         QVERIFY(text.contains("\n# the printer is back\n"));
         QCOMPARE(bytesOf(recordingOf(file), false).count("SELF TEST"), 2);
+    }
+
+    void interruptBeforeThePrinterIsReachedLeavesNoFile()
+    {
+        const BusyHost host;
+        const QString file = newFile();
+        const QString link = m_folder.path("unreached");
+        RunningReceipt recorder({"record", "--to", host.address(), file, "--link", link});
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(link).isSymLink(), printerPatience);
+        recorder.interrupt();
+        const ReceiptRun run = recorder.result();
+        QCOMPARE(run.errors, QString("receipt: cancelled\n"));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+        QVERIFY(!QFile::exists(file));
+    }
+
+    void fileThatIsThereIsToldBeforeTheTurnIsWaitedFor()
+    {
+        const PlayedPrinter printer(model);
+        DeviceLock lock(*PrinterAddress::parse(printer.address()));
+        QVERIFY(lock.waitFor(500));
+        const QString file = m_folder.file("before.txt", "");
+        QCOMPARE(runReceipt({"record", "--to", printer.address(), file}).errors,
+                 "receipt: " + file + ": is there already; --force replaces it\n");
     }
 
     void turnIsWaitedForAndHeld()

@@ -222,6 +222,21 @@ private:
     QProcess m_process;
 };
 
+QString headingOf(const Request &request)
+{
+    return QStringLiteral("recorded by receipt %1 of %2 on %3")
+        .arg(QStringLiteral(RECEIPT_VERSION), request.printer.toString(),
+             QDateTime::currentDateTime().toString(Qt::ISODate));
+}
+
+/// Why a recording isn't whole; empty if it is.
+QString faultOf(const tool::SessionRecorder &recorder, const tool::SessionFile &file)
+{
+    if (!recorder.fault().isEmpty() || !file.fault().isEmpty())
+        return recorder.fault().isEmpty() ? file.fault() : recorder.fault();
+    return file.hasBegun() ? QString() : QStringLiteral("cancelled");
+}
+
 int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
            const Interrupt &interrupt)
 {
@@ -230,7 +245,7 @@ int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
     // A printer without paper takes nothing for as long as that lasts.
     options.writeMilliseconds = 0;
     const auto printer = Transport::make(request.printer, options);
-    tool::SessionRecorder recorder(line, *printer, file);
+    tool::SessionRecorder recorder(line, *printer, file, headingOf(request));
     PrintingProgram program(request.program);
     QEventLoop loop;
     program.endWith(loop);
@@ -254,7 +269,7 @@ int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
     loop.exec();
     // Behind a full disk, too: the printer is well.
     drain(*printer, file);
-    const QString fault = recorder.fault().isEmpty() ? file.fault() : recorder.fault();
+    const QString fault = faultOf(recorder, file);
     if (!fault.isEmpty()) {
         tool::complain(fault);
         return tool::BadInput;
@@ -286,18 +301,16 @@ int runRecord(const QStringList &arguments)
     const auto request = requestOf(parser, options);
     if (!request)
         return tool::WrongUsage;
+    tool::SessionFile file(request->file, request->replaces);
+    // It is told before the turn is waited for.
+    if (!file.mayBegin()) {
+        tool::complain(file.fault());
+        return tool::BadInput;
+    }
     const Interrupt interrupt;
     DeviceLock lock(request->printer);
     const auto line = lineOf(*request);
     if (!line || !getTurn(lock, request->printer, interrupt))
         return tool::BadInput;
-    tool::SessionFile file;
-    if (!file.open(request->file, request->replaces) ||
-        !file.remark(QStringLiteral("recorded by receipt %1 of %2 on %3")
-                         .arg(QStringLiteral(RECEIPT_VERSION), request->printer.toString(),
-                              QDateTime::currentDateTime().toString(Qt::ISODate)))) {
-        tool::complain(file.fault());
-        return tool::BadInput;
-    }
     return record(*request, *line, file, interrupt);
 }

@@ -11,23 +11,35 @@
 
 namespace tool {
 
+SessionFile::SessionFile(const QString &fileName, bool replaces)
+    : m_fileName(fileName), m_replaces(replaces)
+{}
+
 SessionFile::~SessionFile()
 {
     if (m_descriptor >= 0)
         ::close(m_descriptor);
 }
 
-bool SessionFile::open(const QString &fileName, bool replaces)
+bool SessionFile::mayBegin()
+{
+    return m_replaces || !QFile::exists(m_fileName) || failAsThere();
+}
+
+bool SessionFile::begin(const QString &heading)
 {
     constexpr mode_t mode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-    m_fileName = fileName;
-    m_descriptor = ::open(QFile::encodeName(fileName).constData(),
-                          O_WRONLY | O_CREAT | O_CLOEXEC | (replaces ? O_TRUNC : O_EXCL), mode);
+    m_descriptor = ::open(QFile::encodeName(m_fileName).constData(),
+                          O_WRONLY | O_CREAT | O_CLOEXEC | (m_replaces ? O_TRUNC : O_EXCL), mode);
+    m_clock.start();
     if (m_descriptor >= 0)
-        return true;
-    if (errno != EEXIST)
-        return fail();
-    m_fault = QStringLiteral("%1: is there already; --force replaces it").arg(fileName);
+        return remark(heading);
+    return errno == EEXIST ? failAsThere() : fail();
+}
+
+bool SessionFile::failAsThere()
+{
+    m_fault = QStringLiteral("%1: is there already; --force replaces it").arg(m_fileName);
     return false;
 }
 

@@ -11,15 +11,17 @@ namespace tool {
 class SessionFile
 {
 public:
-    SessionFile() = default;
+    /// @param replaces whether a file that is there may be lost
+    SessionFile(const QString &fileName, bool replaces);
     ~SessionFile();
     SessionFile(const SessionFile &) = delete;
     SessionFile &operator=(const SessionFile &) = delete;
 
-    /// Makes the file. One that is there is replaced only if that is said.
-    bool open(const QString &fileName, bool replaces);
-    /// The time counts from here.
-    void begin() { m_clock.start(); }
+    /// Whether begin() wouldn't fail for a file that is there.
+    bool mayBegin();
+    /// Makes the file, and one line that is none of the session. The time counts from here.
+    bool begin(const QString &heading);
+    bool hasBegun() const { return m_descriptor >= 0; }
     /// Adds bytes that one side has sent now.
     bool add(bool fromPrinter, const QByteArray &bytes);
     /// Adds a line that is none of the session.
@@ -33,8 +35,10 @@ public:
 private:
     bool writeLine(const QString &line);
     bool fail();
+    bool failAsThere();
 
-    QString m_fileName;
+    const QString m_fileName;
+    const bool m_replaces;
     QString m_fault;
     int m_descriptor = -1;
     qint64 m_size = 0;  ///< of what is whole

@@ -14,8 +14,9 @@ constexpr int mostUnderWay = 4096;
 
 }  // namespace
 
-SessionRecorder::SessionRecorder(DeviceLine &line, Transport &printer, SessionFile &file)
-    : m_line(line), m_printer(printer), m_file(file)
+SessionRecorder::SessionRecorder(DeviceLine &line, Transport &printer, SessionFile &file,
+                                 const QString &heading)
+    : m_line(line), m_printer(printer), m_file(file), m_heading(heading)
 {
     m_line.setListening(false);
     // Queued, as it is said from within reading, too.
@@ -33,12 +34,19 @@ SessionRecorder::SessionRecorder(DeviceLine &line, Transport &printer, SessionFi
         if (m_isReady)
             tell(QStringLiteral("the printer is back"));
         else
-            m_file.begin();
-        if (!m_isReady)
-            Q_EMIT ready();
-        m_isReady = true;
+            begin();
         handOn();
     });
+}
+
+void SessionRecorder::begin()
+{
+    if (!m_file.begin(m_heading)) {
+        end(m_file.fault());
+        return;
+    }
+    m_isReady = true;
+    Q_EMIT ready();
 }
 
 void SessionRecorder::start()

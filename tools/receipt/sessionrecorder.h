@@ -18,7 +18,9 @@ class SessionRecorder : public QObject
 
 public:
     /// All outlive it. The transport has to reopen by itself.
-    SessionRecorder(DeviceLine &line, printerslib::drivers::Transport &printer, SessionFile &file);
+    /// @param heading the first line of the file, which is made when the printer is reached
+    SessionRecorder(DeviceLine &line, printerslib::drivers::Transport &printer, SessionFile &file,
+                    const QString &heading);
 
     /// Opens the printer's line; ends in ready() or ended().
     void start();
@@ -36,6 +38,7 @@ Q_SIGNALS:
     void ended();
 
 private:
+    void begin();
     bool hasRoom() const;
     void handOn();
     void takeAnswer(const QByteArray &bytes);
@@ -45,6 +48,7 @@ private:
     DeviceLine &m_line;
     printerslib::drivers::Transport &m_printer;
     SessionFile &m_file;
+    const QString m_heading;
     QString m_fault;
     bool m_isReady = false;
     bool m_isHearing = true;
