@@ -244,7 +244,7 @@ void PrintQueue::lookForNext()
         return;
     if (parts.current) {
         // Somebody has given up what waits for its printer.
-        if (parts.job && !parts.isBegun && !parts.store.isWaiting(parts.current->entry.id))
+        if (parts.job && !parts.isBegun && parts.store.isDropped(parts.current->entry.id))
             parts.job->cancel();
         return;
     }
@@ -322,7 +322,7 @@ void PrintQueue::jobIsOver(const PrintJobResult &result)
         entry.ended = QDateTime::currentDateTimeUtc();
     } else {
         entry.begun = {};
-        if (parts.isBegun || parts.store.isWaiting(entry.id))
+        if (parts.isBegun || !parts.store.isDropped(entry.id))
             parts.blocked.insert(entry.address.lockKey());
         else
             entry.state = State::Dropped;

@@ -49,8 +49,11 @@ QString QueueStore::jobText(qint64 id) const
 
 qint64 QueueStore::add(QueuedJob job)
 {
-    if (job.entry.title.size() > mostHeadText || job.entry.documentNumber.size() > mostHeadText) {
-        fail(QStringLiteral("a title or document number of more than %1 characters")
+    for (const QString &text :
+         {job.entry.title, job.entry.documentNumber, job.entry.address.toString()}) {
+        if (text.size() <= mostHeadText)
+            continue;
+        fail(QStringLiteral("a title, document number or address of more than %1 characters")
                  .arg(mostHeadText));
         return 0;
     }
@@ -334,10 +337,9 @@ std::optional<QueuedJob> QueueStore::next(
     return std::nullopt;
 }
 
-bool QueueStore::isWaiting(qint64 id)
+bool QueueStore::isDropped(qint64 id) const
 {
-    const auto head = m_folder.readHead(Place::Queue, id);
-    return head && head->entry.state == State::Waiting && !m_folder.exists(Place::Journal, id);
+    return m_folder.exists(Place::Journal, id) || !m_folder.exists(Place::Queue, id);
 }
 
 bool QueueStore::begin(QueuedJob &job)
@@ -345,7 +347,7 @@ bool QueueStore::begin(QueuedJob &job)
     const auto turns = lock(stepMilliseconds);
     if (!turns)
         return false;
-    if (!isWaiting(job.entry.id))
+    if (isDropped(job.entry.id))
         return fail(QStringLiteral("%1 was dropped").arg(jobText(job.entry.id)));
     QueuedJob begun = job;
     begun.entry.state = State::Printing;

@@ -43,8 +43,8 @@ public:
     bool isPrinting() const { return m_right != nullptr; }
     /// The first that waits and that is wanted.
     std::optional<QueuedJob> next(const std::function<bool(const PrintQueueEntry &)> &isWanted);
-    /// Whether it waits, as others may have dropped it.
-    bool isWaiting(qint64 id);
+    /// Whether somebody has given up what waits here.
+    bool isDropped(qint64 id) const;
     /// False if it isn't to be printed, or that can't be written down.
     bool begin(QueuedJob &job);
     /// Keeps what has become of a job that was begun.

@@ -259,6 +259,7 @@ private Q_SLOTS:
     // ---- Damage
     void damagedFilesArePutAside_data();
     void damagedFilesArePutAside();
+    void whatIsDamagedBehindItsReadingIsPrinted();
     void everyDamagedByteIsFound();
     void filesOfOthersAreLeftAlone();
     void aNewerVersionsFileIsLeftAlone();
@@ -412,7 +413,10 @@ void TestPrintQueue::whatCanNotBePrintedIsNotAdded_data()
     QTest::newRow("with an error") << 1 << "block 2: no such code";
     QTest::newRow("without a printer") << 2 << "no printer is named";
     QTest::newRow("too large") << 3 << "the document has 67108865 bytes; 67108864 are the most";
-    QTest::newRow("title") << 4 << "a title or document number of more than 4096 characters";
+    const QString tooLong = "a title, document number or address of more than 4096 characters";
+    QTest::newRow("title") << 4 << tooLong;
+    QTest::newRow("number") << 5 << tooLong;
+    QTest::newRow("address") << 6 << tooLong;
 }
 
 void TestPrintQueue::whatCanNotBePrintedIsNotAdded()
@@ -428,8 +432,12 @@ void TestPrintQueue::whatCanNotBePrintedIsNotAdded()
         request.address = {};
     else if (what == 3)
         request.document.bytes = QByteArray(PrintQueue::mostBytes + 1, 'x');
-    else
+    else if (what == 4)
         request.title = QString(4097, 'x');
+    else if (what == 5)
+        request.documentNumber = QString(4097, 'x');
+    else
+        request.address = PrinterAddress::parse("file:/" + QString(4097, 'x')).value();
     QCOMPARE(shop.queue->add(request), 0);
     QTEST(shop.queue->fault(), "fault");
     QVERIFY(shop.queue->entries().isEmpty());
@@ -1181,6 +1189,19 @@ void TestPrintQueue::damagedFilesArePutAside()
     QCOMPARE(shop.queue->damagedFiles(), QStringList{"damaged/0000000001.job"});
     QCOMPARE(shop.queue->got().count("two"), 1);
     QCOMPARE(shop.add("three"), 3);
+}
+
+void TestPrintQueue::whatIsDamagedBehindItsReadingIsPrinted()
+{
+    const Shop shop;
+    shop.add("one");
+    const QObject guard;
+    QObject::connect(shop.queue.get(), &PrintQueue::started, &guard,
+                     [&] { overwrite(shop.file(1), "nothing"); });
+    shop.queue->run();
+    QCOMPARE(shop.queue->ends.at(0).state, State::Done);
+    QCOMPARE(shop.queue->got().count("one"), 1);
+    QCOMPARE(shop.queue->document(1)->bytes, receipt("one").bytes);
 }
 
 void TestPrintQueue::everyDamagedByteIsFound()

@@ -73,7 +73,8 @@ public:
     /// What is kept of its document: bytes, marks, notes, pieces and retraction, as added.
     std::optional<EncodedDocument> document(qint64 id);
     /// Files of the queue that can't be read: those that were put aside, in the folder "damaged",
-    /// and those that start() will put there. Paths relative to the folder.
+    /// and those in front, of which start() puts there what is no newer version's or another
+    /// user's. Paths relative to the folder.
     QStringList damagedFiles();
 
     /// Lets a held job wait again, in its old place. It is printed with a line in front that says
