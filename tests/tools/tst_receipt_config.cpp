@@ -247,6 +247,10 @@ private Q_SLOTS:
         row("settings that aren't there", "settings=nowhere.json\n", ": the key \"settings\": ");
         row("paper", "paper=wide\n", ": the key \"paper\": \"wide\" is no number from 0 to 127");
         row("paper below", "paper=-1\n", ": the key \"paper\": \"-1\" is no number");
+        row("paper of no such model", "model=TSP-TUP\npaper=1\n",
+            ": the key \"paper\": \"1\" is no number from 0 to 0");
+        row("paper of four", "paper=4\nmodel=CUSTOM_VKP_80\n",
+            ": the key \"paper\": \"4\" is no number from 0 to 3");
         row("font", "font=4\n", ": the key \"font\": \"4\" is no number from 0 to 3");
         row("no keys at all", "tcp:192.168.0.5\n", ": has a line that isn't KEY=VALUE");
         row("byte order mark", "\xEF\xBB\xBFto=tcp:a\n",

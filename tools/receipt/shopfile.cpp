@@ -14,6 +14,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "printermodel.h"
 #include "support.h"
 
 namespace tool {
@@ -23,7 +24,7 @@ namespace {
 using printerslib::drivers::PrinterAddress;
 using printerslib::drivers::PrinterModels;
 
-// What any model may have; the commands know what theirs has.
+// What any model may have.
 constexpr int mostPaperNumber = 127;
 constexpr int mostFontNumber = 3;
 
@@ -60,6 +61,9 @@ private:
     const QString m_name;
     const QString m_folder;
     QMap<QString, QStringList> m_values;
+    // Of the file's model, where that is known.
+    int m_lastPaper = mostPaperNumber;
+    int m_lastFont = mostFontNumber;
 };
 
 bool ShopFile::complainOf(const QString &key, const QString &fault) const
@@ -170,10 +174,17 @@ bool ShopFile::checkModels(bool hasMoreModels)
             return complainOf(modelsKey, faults.constFirst());
     }
     const QString model = m_values.value(modelKey).value(0);
-    if (model.isEmpty() || hasMoreModels || models.profile(model))
+    if (model.isEmpty() || hasMoreModels)
         return true;
-    return complainOf(
-        modelKey, QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(model));
+    const auto profile = models.profile(model);
+    if (!profile)
+        return complainOf(
+            modelKey,
+            QStringLiteral("there is no model \"%1\"; see \"receipt models\"").arg(model));
+    const PrinterInfo record = recordOf(*profile);
+    m_lastPaper = record.paperTypes().lastKey();
+    m_lastFont = record.fontTypes().size() - 1;
+    return true;
 }
 
 bool ShopFile::checkSettings()
@@ -205,7 +216,7 @@ bool ShopFile::checkNumber(const QString &key, int last)
 bool ShopFile::check(bool hasMoreModels)
 {
     return checkAddress() && checkModels(hasMoreModels) && checkSettings() &&
-           checkNumber(paperKey, mostPaperNumber) && checkNumber(fontKey, mostFontNumber);
+           checkNumber(paperKey, m_lastPaper) && checkNumber(fontKey, m_lastFont);
 }
 
 /// Those of a model count where the command line names none.
