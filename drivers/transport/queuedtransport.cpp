@@ -131,9 +131,15 @@ bool QueuedTransport::hasReceived(const QByteArray &bytes)
 {
     const QPointer<QueuedTransport> self(this);
     const int opening = m_openings;
-    if (!bytes.isEmpty())
+    const auto isOpen = [&self, opening] {
+        return self != nullptr && self->m_state == State::Open && self->m_openings == opening;
+    };
+    // An answer confirms what it answers to: who ends a job by it is to know how far that came.
+    if (countTaken())
+        Q_EMIT written(qint64(m_taken));
+    if (isOpen() && !bytes.isEmpty())
         Q_EMIT received(bytes);
-    return self != nullptr && m_state == State::Open && m_openings == opening;
+    return isOpen();
 }
 
 /// False if the line is broken.
@@ -166,24 +172,26 @@ void QueuedTransport::look()
         hasBroken(fault);
         return;
     }
+    const bool hasMoved = countTaken();
+    if (bytesToWrite() == 0)
+        m_lookTimer.stop();
+    else
+        m_lookTimer.start(lookEvery());
+    if (hasMoved)
+        Q_EMIT written(qint64(m_taken));
+}
+
+/// Whether the line has taken more since the last time. Its patience begins anew with that.
+bool QueuedTransport::countTaken()
+{
     const qint64 taken = std::max(m_taken, m_handed - underWay());
     const bool hasMoved = taken != m_taken;
     m_taken = taken;
-    setTimers(hasMoved);
-    if (hasMoved)
-        Q_EMIT written(taken);
-}
-
-void QueuedTransport::setTimers(bool hasMoved)
-{
-    if (bytesToWrite() == 0) {
-        m_lookTimer.stop();
+    if (bytesToWrite() == 0)
         m_writeTimer.stop();
-        return;
-    }
-    m_lookTimer.start(lookEvery());
-    if (m_options.writeMilliseconds > 0 && (hasMoved || !m_writeTimer.isActive()))
+    else if (m_options.writeMilliseconds > 0 && (hasMoved || !m_writeTimer.isActive()))
         m_writeTimer.start(m_options.writeMilliseconds);
+    return hasMoved;
 }
 
 void QueuedTransport::connectTimeOut()

@@ -52,6 +52,7 @@ protected:
     void hasOpened();
     void hasNotOpened(const TransportError &error);
     void hasBroken(const TransportError &error);
+    /// Tells first what was taken in front of it.
     /// @return whether the object is there and still open
     bool hasReceived(const QByteArray &bytes);
     /// Hands over what can be, counts, and tells.
@@ -63,7 +64,7 @@ private:
     void connectTimeOut();
     void writeTimeOut();
     bool handOver(TransportError &fault);
-    void setTimers(bool hasMoved);
+    bool countTaken();
     qint64 unhanded() const { return m_queue.size() - m_offset; }
 
     const PrinterAddress m_address;

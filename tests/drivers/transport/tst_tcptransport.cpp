@@ -155,6 +155,26 @@ private Q_SLOTS:
         QCOMPARE(watch.told, QStringList({"opened", "closed"}));
     }
 
+    // Who ends a job by an answer is to know how far it came.
+    void whatIsAnsweredCountsAsTaken()
+    {
+        Listener printer;
+        const auto transport = Transport::make(addressOf(printer.address()));
+        QVector<qint64> taken;
+        QObject::connect(transport.get(), &Transport::received, transport.get(),
+                         [&] { taken.append(transport->bytesWritten()); });
+        transport->open();
+        TRY_VERIFY(printer.isConnected());
+        QByteArray printed;
+        for (int asked = 1; asked <= 50; ++asked) {
+            QVERIFY(transport->write("?"));
+            TRY_COMPARE((printed += printer.read(), printed.size()), asked);
+            printer.write("!");
+            TRY_COMPARE(taken.size(), asked);
+            QCOMPARE(taken.last(), asked);
+        }
+    }
+
     void addressesOfSixteenBytesAreReached()
     {
         if (!QTcpServer().listen(QHostAddress::LocalHostIPv6))

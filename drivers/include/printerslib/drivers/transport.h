@@ -68,7 +68,7 @@ Q_SIGNALS:
     void opened();
     /// What has been taken in all, as bytesWritten() says; it has grown.
     void written(qint64 total);
-    /// What the printer sent.
+    /// What the printer sent. What it had taken until then, written() has told before.
     void received(const QByteArray &bytes);
     /// The printer has gone; it is looked for until opened() or close(). What it hadn't taken is
     /// dropped. Comes only with TransportOptions::reopens, and never for a first open().
