@@ -532,7 +532,6 @@ void JobRun::beginSending()
 void JobRun::handOver()
 {
     const qint64 step = m_parts.options.stepBytes;
-    restartStuckTimer();
     while (!m_isPaused && m_handed < m_limit && m_handed - m_taken <= step) {
         const qint64 begin = m_handed;
         m_handed = m_stream.pieceEnd(begin, std::min(m_limit, begin + step));
@@ -546,6 +545,8 @@ void JobRun::handOver()
         m_result.mostBytes = m_stream.documentBytes(m_handed);
         m_result.outcome = Outcome::PartlySent;
     }
+    // What the record takes on a busy disk isn't the line's.
+    restartStuckTimer();
 }
 
 void JobRun::recordRange()

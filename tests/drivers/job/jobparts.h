@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -206,6 +207,7 @@ public:
     qint64 breaksAt = -1;  ///< bytes taken in all
     qint64 stopsAt = -1;
     bool failsToOpen = false;
+    int handingTakes = 0;  ///< milliseconds that each write() keeps its caller
     bool isAnswering = true;
     std::function<void(qint64)> onTaken;  ///< with the number of bytes taken
 
@@ -228,6 +230,7 @@ public:
     {
         if (m_state == State::Closed)
             return false;
+        QThread::msleep(static_cast<unsigned long>(handingTakes));
         m_queue += bytes;
         m_timer.start(0);
         return true;

@@ -49,6 +49,7 @@ private Q_SLOTS:
     // ---- In its middle
     void lossAtEachByteIsToldAndRepaired();
     void aStuckLineEndsTheJob();
+    void whatHandingOverTakesIsNotTheLines();
     void paperThatEndsInTheMiddleEndsTheJob();
     void paperThatEndsInTheMiddleIsWaitedFor();
     void paperIsWaitedForInFront();
@@ -497,6 +498,19 @@ void TestPrintJob::lossAtEachByteIsToldAndRepaired()
         QVERIFY2(got.contains(wanted.at(1)), context);
         QVERIFY2(!setting.record().isOpen, context);
     }
+}
+
+// The record that is kept in front of each piece takes a while on a busy disk.
+void TestPrintJob::whatHandingOverTakesIsNotTheLines()
+{
+    Setting setting;
+    setting.options.asks = false;
+    auto job = setting.job();
+    setting.line->handingTakes = 2 * setting.options.transport.writeMilliseconds;
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QCOMPARE(setting.printer->got, setting.document.bytes);
 }
 
 void TestPrintJob::aStuckLineEndsTheJob()
