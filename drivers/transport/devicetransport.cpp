@@ -129,6 +129,8 @@ bool DeviceTransport::openWith(const QString &path, int flags, TransportError &f
         termios raw = terminal->line;
         ::cfmakeraw(&raw);
         ::tcsetattr(m_descriptor, TCSANOW, &raw);
+        // What somebody before asked for.
+        ::tcflush(m_descriptor, TCIFLUSH);
         m_terminal = std::move(terminal);
     }
     return true;

@@ -115,6 +115,8 @@ void SerialTransport::beginOpening()
         return;
     }
     clearAnyResumes(*m_port);
+    // What somebody before asked for.
+    ::tcflush(descriptorOf(*m_port), TCIFLUSH);
     watch();
     hasOpened();
 }

@@ -52,6 +52,14 @@ public:
             qFatal("the terminal takes nothing");
     }
 
+    /// Waits until a program could read what was written.
+    bool hasForPrograms() const
+    {
+        constexpr int patience = 30000;
+        pollfd waiting{m_programs, POLLIN, 0};
+        return ::poll(&waiting, 1, patience) > 0;
+    }
+
     /// How the program has set the line.
     termios settings() const
     {

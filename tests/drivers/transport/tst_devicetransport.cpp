@@ -84,6 +84,20 @@ private Q_SLOTS:
         QCOMPARE(watch.told, QStringList({"opened", "closed"}));
     }
 
+    // Somebody else has asked for it, as a program that is gone.
+    void answersFromBeforeAreNotHeard()
+    {
+        PseudoTerminal terminal;
+        terminal.write("\x1A\x32");
+        QVERIFY(terminal.hasForPrograms());
+        const auto transport = Transport::make(addressOf("device:" + terminal.path()));
+        Watch watch(*transport);
+        transport->open();
+        TRY_COMPARE(watch.told, QStringList("opened"));
+        terminal.write("\x12");
+        TRY_COMPARE(watch.received, QByteArray("\x12"));
+    }
+
     void stuckDeviceFailsAndBlocksNothing()
     {
         PseudoTerminal terminal;
