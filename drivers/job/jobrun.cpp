@@ -197,12 +197,10 @@ void JobRun::repaired()
     tellNote(m_isFlushed
                  ? QStringLiteral("the printer answered, but obeyed no command since a job before "
                                   "this one: what that lacked was filled up, and the printer reset")
-                 : QStringLiteral("a job before this one was cut off: the printer was reset, and "
-                                  "what it had printed was cut off"));
-    // What a network or adapter has taken, it may still lose.
+                 : QStringLiteral("a job before this one was cut off or wasn't confirmed: the "
+                                  "printer was reset, and what hung in it was cut off"));
+    // What a line has taken, it or the printer may still lose.
     m_repairFill = m_record.fill;
-    if (isLineSerial())
-        settleRepair();
     ask();
 }
 
@@ -808,14 +806,15 @@ void JobRun::askNext()
 void JobRun::proofIsComplete()
 {
     JobProof::settle(m_record);
-    m_record.isOpen = false;
     m_record.reading = JobRecord::Reads;
     const bool isProven = m_proof.state() == JobProof::State::Proven;
+    const bool mayHaveBeenOff = m_mayHaveBeenOff && !m_proof.hasMacro();
+    m_record.isOpen = !isProven || mayHaveBeenOff;
     if (m_proof.hasLostMacro() && !isProven)
         finish(Outcome::Sent, Reason::NoConfirmation, wasOffText());
     else if (!isProven)
         finish(Outcome::Sent, Reason::Status, m_result.status.text());
-    else if (m_mayHaveBeenOff && !m_proof.hasMacro())
+    else if (mayHaveBeenOff)
         finish(Outcome::Sent, Reason::NoConfirmation,
                QStringLiteral("the printer is mended, but hasn't told so by itself: it may have "
                               "been switched off, and have lost what it held"));
@@ -837,12 +836,13 @@ void JobRun::whyIsAnswered()
     m_isDelivered = true;
     if (m_dialogue.status().canPrint()) {
         m_proof.giveUp(m_record, true);
-        m_record.isOpen = mayBeLost();
         if (m_parts.profile.dialect() != Dialect::Swecoin && !m_proof.hasLostMacro() &&
             m_record.reading == JobRecord::Reads)
             m_record.reading = JobRecord::Unread;
         else if (m_isFlushed)
             m_record.reading = JobRecord::Deaf;
+        // Of one that never confirms it says nothing.
+        m_record.isOpen = mayBeLost() || m_record.reading != JobRecord::Deaf;
         finish(Outcome::Sent, Reason::NoConfirmation,
                m_proof.hasLostMacro() ? wasOffText()
                                       : QStringLiteral("the printer didn't confirm within %1 s")
@@ -867,10 +867,11 @@ void JobRun::whyIsUnknown()
                     .arg(secondsText(m_parts.options.confirmMilliseconds)));
 }
 
+/// A printer that was off has lost what it held, with the cut: the next job makes up for that.
 void JobRun::endUnproven(Reason reason, const QString &text)
 {
     m_proof.giveUp(m_record, false);
-    m_record.isOpen = mayBeLost();
+    m_record.isOpen = mayBeLost() || m_proof.isBegun();
     finish(Outcome::Sent, reason, text);
 }
 

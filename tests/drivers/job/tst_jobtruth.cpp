@@ -163,6 +163,7 @@ void TestJobTruth::switchedOffAtAnyByteItIsNotProven()
         if (at > front + macro && (documentEnd == 0 || at <= documentEnd))
             QVERIFY2(!isProven, context);
         QVERIFY2(job->end.isSent(), context);
+        QVERIFY2(setting.record().isOpen == !isProven, context);
     }
 }
 
@@ -298,6 +299,7 @@ void TestJobTruth::mendedWithoutTellingIsFoundByAsking()
     setting.printer->isPaperOut = false;
     setting.finish(*job);
     QCOMPARE(int(job->end.outcome), outcome);
+    QCOMPARE(setting.record().isOpen, job->end.outcome == Outcome::Sent);
     QCOMPARE(setting.printer->got.count('y'), 4000);
     QCOMPARE(job->steps.last(), setting.document.bytes.size());
     if (job->end.outcome == Outcome::Sent) {
