@@ -222,7 +222,7 @@ private:
     QProcess m_process;
 };
 
-QString headingOf(const Request &request)
+QString headingOfRecording(const Request &request)
 {
     return QStringLiteral("recorded by receipt %1 of %2 on %3")
         .arg(QStringLiteral(RECEIPT_VERSION), request.printer.toString(),
@@ -230,7 +230,7 @@ QString headingOf(const Request &request)
 }
 
 /// Why a recording isn't whole; empty if it is.
-QString faultOf(const tool::SessionRecorder &recorder, const tool::SessionFile &file)
+QString faultOfRecording(const tool::SessionRecorder &recorder, const tool::SessionFile &file)
 {
     if (!recorder.fault().isEmpty() || !file.fault().isEmpty())
         return recorder.fault().isEmpty() ? file.fault() : recorder.fault();
@@ -245,7 +245,7 @@ int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
     // A printer without paper takes nothing for as long as that lasts.
     options.writeMilliseconds = 0;
     const auto printer = Transport::make(request.printer, options);
-    tool::SessionRecorder recorder(line, *printer, file, headingOf(request));
+    tool::SessionRecorder recorder(line, *printer, file, headingOfRecording(request));
     PrintingProgram program(request.program);
     QEventLoop loop;
     program.endWith(loop);
@@ -269,7 +269,7 @@ int record(const Request &request, DeviceLine &line, tool::SessionFile &file,
     loop.exec();
     // Behind a full disk, too: the printer is well.
     drain(*printer, file);
-    const QString fault = faultOf(recorder, file);
+    const QString fault = faultOfRecording(recorder, file);
     if (!fault.isEmpty()) {
         tool::complain(fault);
         return tool::BadInput;
