@@ -459,6 +459,7 @@ private Q_SLOTS:
             runReceipt(kiosk(other.address(), {"--spare", spare.address(), "--spare-repeats"}));
         QCOMPARE(run.status, 0);
         QVERIFY(decoded(spare.received()).trimmed().startsWith("REPEAT\n"));
+        QCOMPARE(run.output, runReceipt(kiosk(spare.address(), {"--repeat"})).output);
     }
 
     void sparePrinterIsNotForWhatTheUserCancels()

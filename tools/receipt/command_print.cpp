@@ -276,22 +276,12 @@ void tellNotes(const Request &request, const EncodedDocument &encoded)
                            .arg(encoded.retractAfterSeconds));
 }
 
-/// "CUSTOM_VKP_80, paper 80 mm: 1234 bytes, 1 piece of paper"
-QString receiptText(const PrintTarget &target, const EncodedDocument &encoded)
-{
-    return QStringLiteral("%1, paper %2: %3 bytes, %4 of paper")
-        .arg(target.profile().modelId(), target.paper().caption())
-        .arg(encoded.bytes.size())
-        .arg(encoded.pieces == 1 ? QStringLiteral("1 piece")
-                                 : QStringLiteral("%1 pieces").arg(encoded.pieces));
-}
-
-/// The same with "0.64 s at 19200 baud".
+/// What it is, with "0.64 s at 19200 baud".
 QString timedText(const Request &request, const EncodedDocument &encoded)
 {
     const double seconds = double(encoded.bytes.size()) * bitsOfAByte / request.baud;
     return QStringLiteral("%1, %2 s at %3 baud")
-        .arg(receiptText(*request.target, encoded))
+        .arg(tool::receiptText(*request.target, encoded))
         .arg(seconds, 0, 'f', 2)
         .arg(request.baud);
 }
@@ -299,8 +289,7 @@ QString timedText(const Request &request, const EncodedDocument &encoded)
 tool::PreparedReceipt preparedFor(const PrinterAddress &printer, const PrintTarget &target,
                                   const Request &request, const EncodedDocument &encoded)
 {
-    return {
-        {encoded, target.profile(), printer, request.job}, target, receiptText(target, encoded)};
+    return {{encoded, target.profile(), printer, request.job}, target};
 }
 
 PrintQueueRequest queued(const Request &request, const EncodedDocument &encoded)

@@ -58,6 +58,16 @@ QCommandLineOption spareOption()
 
 }  // namespace
 
+QString receiptText(const printerslib::drivers::PrintTarget &target,
+                    const printerslib::drivers::EncodedDocument &encoded)
+{
+    return QStringLiteral("%1, paper %2: %3 bytes, %4 of paper")
+        .arg(target.profile().modelId(), target.paper().caption())
+        .arg(encoded.bytes.size())
+        .arg(encoded.pieces == 1 ? QStringLiteral("1 piece")
+                                 : QStringLiteral("%1 pieces").arg(encoded.pieces));
+}
+
 int deliver(const PrinterDelivery &delivery)
 {
     const Interrupt interrupt(Interrupt::OfPeople);
@@ -71,7 +81,9 @@ int deliver(const PrinterDelivery &delivery)
         runner = std::make_unique<JobRunner>(receipt.order, interrupt);
         result = runner->run();
     }
-    const int status = reportJob(receipt.order, result, receipt.what, delivery.asJson);
+    const int status =
+        reportJob(receipt.order, result, receiptText(receipt.target, receipt.order.document),
+                  delivery.asJson);
     runner->awaitRetraction();
     return status;
 }

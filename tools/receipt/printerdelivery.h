@@ -18,7 +18,6 @@ struct PreparedReceipt
 {
     JobOrder order;
     printerslib::drivers::PrintTarget target;
-    QString what;  ///< as messages name it
 };
 
 struct PrinterDelivery
@@ -31,6 +30,10 @@ struct PrinterDelivery
     bool isRepeat = false;  ///< whether its first line says so already
     bool asJson = false;
 };
+
+/// "CUSTOM_VKP_80, paper 80 mm: 1234 bytes, 1 piece of paper"
+QString receiptText(const printerslib::drivers::PrintTarget &target,
+                    const printerslib::drivers::EncodedDocument &encoded);
 
 /// Prints it, and tells what became of it. Gives the exit status.
 int deliver(const PrinterDelivery &delivery);
