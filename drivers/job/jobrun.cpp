@@ -186,8 +186,10 @@ void JobRun::repair()
         return;
     }
     m_step = Step::Repairing;
-    write(QByteArray(m_record.fill, '\0') + JobProof::endOfDefinition(m_parts.profile) +
-          JobStream::closing(m_parts.profile));
+    QByteArray bytes(m_record.fill, '\0');
+    if (m_isFlushed)
+        bytes += JobStream::selecting(m_parts.profile);
+    write(bytes + JobProof::endOfDefinition(m_parts.profile) + JobStream::closing(m_parts.profile));
     restartStuckTimer();
 }
 

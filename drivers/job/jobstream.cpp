@@ -103,6 +103,17 @@ EncodedDocument::Mark JobStream::place(qint64 documentByte) const
     return next == m_marks.cbegin() ? EncodedDocument::Mark() : *(next - 1);
 }
 
+QByteArray JobStream::selecting(const PrinterProfile &profile)
+{
+    QByteArray bytes;
+    CommandBytes commands(profile, bytes);
+    if (profile.dialect() == Dialect::EscPos)
+        commands.put(CommandId::PrinterSelect, 1);
+    else
+        commands.put(CommandId::PrinterSelect);
+    return bytes;
+}
+
 QByteArray JobStream::closing(const PrinterProfile &profile)
 {
     if (const auto target = PrintTarget::forModel(profile.catalogueId(), 0)) {

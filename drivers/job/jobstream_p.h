@@ -32,6 +32,8 @@ public:
     /// Where a byte of the document stands in it.
     EncodedDocument::Mark place(qint64 documentByte) const;
 
+    /// The bytes that have a printer obey again that was told to leave the line to another device.
+    static QByteArray selecting(const PrinterProfile &profile);
     /// The bytes that reset a printer, feed what hangs in it to the cutter, cut it and hand it out.
     static QByteArray closing(const PrinterProfile &profile);
 

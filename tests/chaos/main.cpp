@@ -1,6 +1,5 @@
 // Has many processes print on printers that fail at random, and compares what each tells of its
 // receipt with what is on the paper.
-#include <printerslib/drivers/printerprofile.h>
 #include <unistd.h>
 
 #include <QCommandLineParser>
@@ -22,8 +21,6 @@
 #include "queueclient.h"
 
 using namespace chaos;
-using printerslib::drivers::Dialect;
-using printerslib::drivers::PrinterProfile;
 
 namespace {
 
@@ -86,15 +83,12 @@ private:
                            [](const JobEnd &end) { return end.hasHung; });
     }
 
-    /// Changed bytes may have a printer wait for more than it is filled up with, or, of Star's, be
-    /// in a mode that no job leaves.
+    /// Changed bytes may have a printer wait for more than it is filled up with.
     static bool isBeyondHelp(const Episode &episode)
     {
         constexpr int filled = 16384;
-        const auto profile = PrinterProfile::forModel(episode.plan().model);
-        const bool isStar = profile && profile->dialect() == Dialect::StarLine;
         return episode.plan().hasSpoilt && !episode.hasHung() && !hasHangingJob(episode) &&
-               (isStar || episode.openBytes() >= filled);
+               episode.openBytes() >= filled;
     }
 
     static int programsOf(const EpisodePlan &plan)
