@@ -231,6 +231,28 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString());
     }
 
+    void whatCanNotBeToldIsKeptNevertheless()
+    {
+        PlayedPrinter printer;
+        const Shop shop;
+        shop.add(printer.address(), "Tea", "17");
+        QCOMPARE(shop.run("run").status, 0);
+        const QStringList text{"--plain", shop.folder.file("text.txt", "Coffee\n")};
+        for (const QStringList &call :
+             {QStringList{"queue", "reprint", "17", "--folder", shop.path},
+              QStringList{"print", "--queue", shop.path, "--to", nobody, "--model", usualModel} +
+                  text}) {
+            QProcess process;
+            process.setStandardOutputFile("/dev/full");
+            process.start(RECEIPT_PROGRAM, call);
+            const ReceiptRun run = finished(process);
+            QVERIFY2(run.errors.startsWith("receipt: standard output: "), qPrintable(run.errors));
+            QCOMPARE(run.errors.count('\n'), 1);
+            QCOMPARE(run.status, 0);
+        }
+        QCOMPARE(linesOf(shop.run("list")).size(), 3);
+    }
+
     void wrongNumbersAreTold()
     {
         const Shop shop;

@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "forms.h"
 #include "language.h"
+#include "queuedelivery.h"
 #include "queuereport.h"
 #include "queuerunner.h"
 #include "support.h"
@@ -251,7 +252,7 @@ int reprintReceipt(const QStringList &arguments)
         tool::complain(queue.fault());
         return tool::BadInput;
     }
-    tool::print(QStringLiteral("job %1").arg(id));
+    tool::tellKept(id);
     return tool::Success;
 }
 

@@ -2,8 +2,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <cerrno>
-#include <cstdio>
 
 #include "forms.h"
 #include "statusreport.h"
@@ -141,16 +139,6 @@ QString sentenceOf(const JobOrder &order, const PrintJobResult &result, const QS
              QLatin1String(order.isOnPaper ? row.words : row.wordsOfCommand), text);
 }
 
-/// What can't be told any more doesn't make a job another one: its exit status is true of the
-/// paper.
-void flushReport()
-{
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
-        return;
-    complain(QStringLiteral("standard output: %1").arg(qt_error_string(errno)));
-    std::clearerr(stdout);
-}
-
 }  // namespace
 
 QList<QCommandLineOption> jobOptions()
@@ -217,7 +205,7 @@ int reportJob(const JobOrder &order, const PrintJobResult &result, const QString
         printContent(linesOf(QJsonDocument(resultJson(order, result)).toJson()));
     else if (status == Success)
         print(sentenceOf(order, result, what));
-    flushReport();
+    flushOutput();
     return status;
 }
 

@@ -59,6 +59,12 @@ bool setQueue(const QCommandLineParser &parser, std::optional<QueueDelivery> &qu
     return fault.isEmpty();
 }
 
+void tellKept(qint64 id)
+{
+    print(QStringLiteral("job %1").arg(id));
+    flushOutput();
+}
+
 int deliver(const QueueDelivery &queue, const PrintQueueRequest &request)
 {
     PrintQueue folder(queue.folder);
@@ -69,7 +75,7 @@ int deliver(const QueueDelivery &queue, const PrintQueueRequest &request)
         complain(folder.fault());
         return BadInput;
     }
-    print(QStringLiteral("job %1").arg(id));
+    tellKept(id);
     return Success;
 }
 

@@ -24,6 +24,9 @@ QList<QCommandLineOption> queueOptions();
 /// are there, or the last alone.
 bool setQueue(const QCommandLineParser &parser, std::optional<QueueDelivery> &queue);
 
+/// Tells a kept job's number on standard output. That this can't be told doesn't make it a failure,
+/// or a program that tries again would keep the receipt twice.
+void tellKept(qint64 id);
 /// Keeps it, and tells its number on standard output. Gives the exit status.
 int deliver(const QueueDelivery &queue, const printerslib::drivers::PrintQueueRequest &request);
 

@@ -48,12 +48,18 @@ void complain(const QString &message, const QStringList &below)
     terminaltext::writeRaw(stderr, lines.join(QLatin1Char('\n')));
 }
 
-int finished(int status)
+bool flushOutput()
 {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
-        return status;
+        return true;
     complain(QStringLiteral("standard output: %1").arg(qt_error_string(errno)));
-    return BadInput;
+    std::clearerr(stdout);
+    return false;
+}
+
+int finished(int status)
+{
+    return flushOutput() ? status : int(BadInput);
 }
 
 bool writeLines(const QString &fileName, const QStringList &lines)

@@ -33,6 +33,9 @@ void printOwn(const QString &text);
 /// Writes "receipt: " and the message to standard error, with controls shown, and lines below it.
 void complain(const QString &message, const QStringList &below = {});
 
+/// Whether standard output has taken all of it by now; complains if not. A command calls it whose
+/// exit status is true of what it did, and not of what it could tell.
+bool flushOutput();
 /// The exit status of a command that is done: its own, unless standard output took not all of it.
 int finished(int status);
 
