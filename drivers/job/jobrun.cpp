@@ -317,7 +317,15 @@ void JobRun::ask()
     m_straysBefore = m_dialogue.strayBytes();
     // A zero byte is nothing, and ends a question that a job before was cut off in.
     write(QByteArray(1, '\0') + m_dialogue.askStatus());
-    m_timer.start(m_parts.options.statusMilliseconds);
+    m_timer.start(statusPatience());
+}
+
+/// What fills a printer up may still be on its way in a network, to an adapter of 9600 baud with a
+/// byte in a millisecond.
+int JobRun::statusPatience() const
+{
+    const bool isUnderWay = m_repairFill > 0 && !isLineSerial();
+    return m_parts.options.statusMilliseconds + (isUnderWay ? m_repairFill : 0);
 }
 
 void JobRun::statusIsComplete()
@@ -450,7 +458,7 @@ void JobRun::timeIsOver()
             endEarly(Reason::NoAnswer,
                      QStringLiteral("the printer didn't answer within %1 s: it is off, its cable "
                                     "is out, or it can't take data")
-                         .arg(secondsText(m_parts.options.statusMilliseconds)));
+                         .arg(secondsText(statusPatience())));
     } else if (m_step == Step::Holding) {
         m_step = Step::LockingAgain;
         m_parts.lock->acquire();

@@ -89,6 +89,7 @@ private:
     void repaired();
     void settleRepair();
     bool isLineSerial() const;
+    int statusPatience() const;
     void probe();
     void probeIsAnswered();
     void probeIsSilent();

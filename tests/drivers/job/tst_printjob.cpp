@@ -75,6 +75,7 @@ private Q_SLOTS:
     void aRepairCountsWhenThePrinterHasAnswered();
     void aPrinterThatObeysNoCommandIsFilledUp();
     void aStarThatCountsNoMarksIsFilledUp();
+    void whatFillsAPrinterUpHasTimeToReachIt();
     void oneThatNeverAnswersInItsTurnIsFilledUpOnce();
     void oneThatAnswersAgainIsNotFilledUp();
     void whatMayBeLostIsRepaired_data();
@@ -962,6 +963,32 @@ void TestPrintJob::aStarThatCountsNoMarksIsFilledUp()
     QVERIFY(setting.hasWhole(before + 1920));
     QCOMPARE(setting.run()->end.outcome, Outcome::Printed);
     QCOMPARE(setting.record().reading, JobRecord::Reads);
+}
+
+/// A network takes it at once, and hands it on slowly.
+void TestPrintJob::whatFillsAPrinterUpHasTimeToReachIt()
+{
+    Setting setting(profileOf("TSP-TUP"));
+    setting.document.bytes = "Total 1\n";
+    setting.printer->countsMarks = false;
+    QCOMPARE(setting.run()->end.reason, Reason::NoConfirmation);
+    setting.printer->countsMarks = true;
+    const QByteArray filling(16384, '\0');
+    const auto job = setting.job();
+    bool isUnderWay = false;
+    setting.line->onTaken = [&](qint64) {
+        if (isUnderWay || !setting.printer->got.contains(filling))
+            return;
+        isUnderWay = setting.printer->isSilent = true;
+        QTimer::singleShot(5 * setting.options.statusMilliseconds, setting.line, [&] {
+            setting.printer->isSilent = false;
+            Q_EMIT setting.line->received(setting.printer->take("\x1B\x06\x01"));
+        });
+    };
+    job->start();
+    setting.finish(*job);
+    QVERIFY(isUnderWay);
+    QVERIFY(job->end.isSent());
 }
 
 void TestPrintJob::oneThatNeverAnswersInItsTurnIsFilledUpOnce()
