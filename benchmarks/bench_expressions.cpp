@@ -1,11 +1,12 @@
 // Arithmetic expressions, against muParser. "short" is three expressions of a receipt's lines,
-// "sum" is a sum of 20 terms. The parser of muParser is made once and used again, as its
-// documentation advises, and both have the values of variables by their addresses.
+// "sum" is a sum of 20 terms, "root" that of two squares. The parser of muParser is made once and
+// used again, as its documentation advises, and both have the values of variables by their
+// addresses.
 //
 //   interp_short, interp_sum            te_interp(): parsing and evaluating
 //   muparser_parsing_short, ..._sum     the same by muParser
-//   eval_short, eval_sum                te_eval() of what te_compile() has made, over variables
-//   muparser_compiled_short, ..._sum    the same by muParser
+//   eval_short, eval_sum, eval_root     te_eval() of what te_compile() has made, over variables
+//   muparser_compiled_short, ...        the same by muParser
 
 #include <muParser.h>
 
@@ -22,6 +23,7 @@ using Texts = std::vector<std::string>;
 
 const Texts shortTexts{"2.5*12.9-3.23", "(17.25+4.8)*20/120", "3*1.99"};
 const Texts shortFormulas{"a*b-c", "(b+c)*a/d", "a*d"};
+const Texts rootFormula{"sqrt(a^2+b^2)"};
 
 Texts sumOfNumbers()
 {
@@ -177,6 +179,8 @@ int main(int argc, char **argv)
     addCompiled<TheirFormula>("muparser_compiled_short", shortFormulas);
     addCompiled<OurFormula>("eval_sum", sumOfVariables());
     addCompiled<TheirFormula>("muparser_compiled_sum", sumOfVariables());
+    addCompiled<OurFormula>("eval_root", rootFormula);
+    addCompiled<TheirFormula>("muparser_compiled_root", rootFormula);
     return frame::run(
         argc, argv,
         {{"short expressions", valuesOf<Theirs>(shortTexts), valuesOf<Ours>(shortTexts)},
@@ -184,5 +188,7 @@ int main(int argc, char **argv)
          {"short formulas", valuesOfFormulas<TheirFormula>(shortFormulas),
           valuesOfFormulas<OurFormula>(shortFormulas)},
          {"sum of variables", valuesOfFormulas<TheirFormula>(sumOfVariables()),
-          valuesOfFormulas<OurFormula>(sumOfVariables())}});
+          valuesOfFormulas<OurFormula>(sumOfVariables())},
+         {"root of squares", valuesOfFormulas<TheirFormula>(rootFormula),
+          valuesOfFormulas<OurFormula>(rootFormula)}});
 }

@@ -33,6 +33,8 @@ const std::vector<Goal> goals{
     {"te_interp, sum of 20", "bench_expressions", "interp_sum", "muparser_parsing_sum", 0.15},
     {"te_eval, short", "bench_expressions", "eval_short", "muparser_compiled_short", 1.2},
     {"te_eval, sum of 20", "bench_expressions", "eval_sum", "muparser_compiled_sum", 2.5},
+    {"te_eval, root of two squares", "bench_expressions", "eval_root", "muparser_compiled_root",
+     1.3},
     hostile("hostile names, staircase, #", "staircase/#", "staircase_by_the_letter/#"),
     hostile("hostile names, long and absent, #", "long_and_absent/#",
             "long_and_absent_by_the_letter/#"),

@@ -1,6 +1,7 @@
 #include "printerdocs/expressionevaluator.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -419,22 +420,17 @@ struct PendingCall
     double arguments[mostArguments];
 };
 
-/// The value of a node that is no call; NaN for none at all.
-double valueOfLeaf(const te_expr *node)
+inline bool isNumber(const te_expr *node)
 {
-    if (!node)
-        return notANumber;
-    switch (kindOf(node->type)) {
-        case TE_CONSTANT:
-            return node->value;
-        case TE_VARIABLE:
-            return *node->bound;
-        default:
-            return notANumber;
-    }
+    return node && (kindOf(node->type) == TE_VARIABLE || kindOf(node->type) == TE_CONSTANT);
 }
 
-double evaluateOnHeap(const te_expr *root)
+inline double numberOf(const te_expr *node)
+{
+    return kindOf(node->type) == TE_VARIABLE ? *node->bound : node->value;
+}
+
+[[gnu::noinline]] double evaluateOnHeap(const te_expr *root)
 {
     std::vector<PendingCall> pending{{root, 0, {}}};
     while (true) {
@@ -444,7 +440,8 @@ double evaluateOnHeap(const te_expr *root)
             if (argument && isCall(argument->type))
                 pending.push_back({argument, 0, {}});
             else
-                top.arguments[top.evaluated++] = valueOfLeaf(argument);
+                top.arguments[top.evaluated++] =
+                    isNumber(argument) ? numberOf(argument) : notANumber;
             continue;
         }
         const double value =
@@ -457,38 +454,68 @@ double evaluateOnHeap(const te_expr *root)
     }
 }
 
+/// What formulas do most is done without a call.
+inline double valueOf(const void *function, double a)
+{
+    constexpr double (*root)(double) = std::sqrt;
+    return function == addressOf(root) ? std::sqrt(a) : callAs(function, a);
+}
+
+inline double valueOf(const void *function, double a, double b)
+{
+    if (function == addressOf(add))
+        return a + b;
+    if (function == addressOf(mul))
+        return a * b;
+    if (function == addressOf(power))
+        return power(a, b);
+    if (function == addressOf(sub))
+        return a - b;
+    return callAs(function, a, b);
+}
+
 double evaluateCall(const te_expr *node, int depth);
 
-/// Leaves are read in place: half of the nodes of a sum are such.
+/// Numbers, and operators between numbers, are evaluated in place: most nodes are such.
 inline double evaluate(const te_expr *node, int depth)
 {
-    return node && isCall(node->type) ? evaluateCall(node, depth) : valueOfLeaf(node);
+    if (isNumber(node))
+        return numberOf(node);
+    if (!node || !isCall(node->type))
+        return notANumber;
+    if (kindOf(node->type) == TE_FUNCTION2 && isNumber(parameterOf(node, 0)) &&
+        isNumber(parameterOf(node, 1)))
+        return valueOf(node->function, numberOf(parameterOf(node, 0)),
+                       numberOf(parameterOf(node, 1)));
+    return evaluateCall(node, depth);
 }
 
-/// What formulas do most is done without a call.
-inline double evaluatePair(const te_expr *node, int depth)
+/// Apart from the frequent arities, which need no array.
+[[gnu::noinline]] double evaluateAnyCall(const te_expr *node, int depth)
 {
-    const double a = evaluate(parameterOf(node, 0), depth);
-    const double b = evaluate(parameterOf(node, 1), depth);
-    if (node->function == addressOf(add))
-        return a + b;
-    if (node->function == addressOf(mul))
-        return a * b;
-    if (node->function == addressOf(sub))
-        return a - b;
-    return callAs(node->function, a, b);
+    double arguments[mostArguments];
+    for (int i = 0; i < arityOf(node->type); ++i)
+        arguments[i] = evaluate(parameterOf(node, i), depth);
+    return call(node->type, node->function, contextOf(node), arguments);
 }
 
-double evaluateCall(const te_expr *node, int depth)
+[[gnu::noinline]] double evaluateCall(const te_expr *node, int depth)
 {
     if (depth == deepestRecursion)
         return evaluateOnHeap(node);
-    if (kindOf(node->type) == TE_FUNCTION2)
-        return evaluatePair(node, depth + 1);
-    double arguments[mostArguments];
-    for (int i = 0; i < arityOf(node->type); ++i)
-        arguments[i] = evaluate(parameterOf(node, i), depth + 1);
-    return call(node->type, node->function, contextOf(node), arguments);
+    switch (kindOf(node->type)) {
+        case TE_FUNCTION1: {
+            const double a = evaluate(parameterOf(node, 0), depth + 1);
+            return valueOf(node->function, a);
+        }
+        case TE_FUNCTION2: {
+            const double a = evaluate(parameterOf(node, 0), depth + 1);
+            const double b = evaluate(parameterOf(node, 1), depth + 1);
+            return valueOf(node->function, a, b);
+        }
+        default:
+            return evaluateAnyCall(node, depth + 1);
+    }
 }
 
 }  // namespace

@@ -162,11 +162,6 @@ double modulo(double a, double b)
     return std::fmod(a, b);
 }
 
-double power(double a, double b)
-{
-    return std::pow(a, b);
-}
-
 double negate(double a)
 {
     return -a;

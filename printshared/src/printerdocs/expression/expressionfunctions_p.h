@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 #include "printerdocs/expressionevaluator.h"
 
 /// What the scanner, the parser and the evaluation of expressions share.
@@ -14,11 +16,6 @@ inline int kindOf(int type)
     return type & kindMask;
 }
 
-inline bool isFunction(int type)
-{
-    return kindOf(type) >= TE_FUNCTION0 && kindOf(type) <= TE_FUNCTION7;
-}
-
 inline bool isClosure(int type)
 {
     return kindOf(type) >= TE_CLOSURE0 && kindOf(type) <= TE_CLOSURE7;
@@ -26,7 +23,7 @@ inline bool isClosure(int type)
 
 inline bool isCall(int type)
 {
-    return isFunction(type) || isClosure(type);
+    return kindOf(type) >= TE_FUNCTION0 && kindOf(type) <= TE_CLOSURE7;
 }
 
 inline int arityOf(int type)
@@ -61,9 +58,31 @@ double sub(double a, double b);
 double mul(double a, double b);
 double divide(double a, double b);
 double modulo(double a, double b);
-double power(double a, double b);
 double negate(double a);
 double comma(double a, double b);
+
+/// The mathematical library's pow(a, 2), mostly by a multiplication, which takes a tenth of the
+/// time. Both give a double next to the square. pow() errs by up to 0.516 units of the last place
+/// at this magnitude, so within 1/64 unit of the middle between two doubles it may take the farther
+/// one, as of 95.97, and is asked. It is too where a client has set another rounding than to the
+/// nearest: a margin then always moves the sum or the difference.
+inline double squareOf(double a)
+{
+    static const volatile double exponent = 2;  // compilers multiply where they know it
+    const double square = a * a;
+    if (!(square > 0x1p-128 && square < 0x1p128))
+        return std::pow(a, exponent);
+    const double high = static_cast<float>(a);
+    const double low = a - high;
+    const double lost = (high * high - square) + low * (high + a);
+    const double margin = std::fabs(lost) + square * 0x1p-58;
+    return square + margin == square - margin ? square : std::pow(a, exponent);
+}
+
+inline double power(double a, double b)
+{
+    return b == 2 ? squareOf(a) : std::pow(a, b);
+}
 
 template <typename Function>
 const void *addressOf(Function *function)
