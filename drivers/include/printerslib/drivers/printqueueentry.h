@@ -23,18 +23,18 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintQueueEntry
         Dropped,   ///< in the journal: somebody has given it up
     };
 
-    qint64 id = 0;  ///< of this folder, from 1 on, in the order of adding
-    State state = State::Waiting;
-    QString title;           ///< as given
-    QString documentNumber;  ///< as given
-    QString modelId;         ///< what it was encoded for
-    PrinterAddress address;  ///< where it goes
-    QDateTime added;         ///< when it was durable
-    QDateTime begun;         ///< in front of its first byte; null: not yet
-    QDateTime ended;         ///< when its end was known; null: not yet
-    bool isCopy = false;     ///< as given, or a reprint
-    qint64 copyOf = 0;       ///< of a reprint the id of the job that it repeats
-    int repeats = 0;         ///< how often it was sent off again; each says on paper that it is one
+    qint64 id = 0;                 ///< of this folder, from 1 on, in the order of adding
+    State state = State::Waiting;  ///< what became of it by now
+    QString title;                 ///< as given
+    QString documentNumber;        ///< as given
+    QString modelId;               ///< what it was encoded for
+    PrinterAddress address;        ///< where it goes
+    QDateTime added;               ///< when it was durable
+    QDateTime begun;               ///< in front of its first byte; null: not yet
+    QDateTime ended;               ///< when its end was known; null: not yet
+    bool isCopy = false;           ///< as given, or a reprint
+    qint64 copyOf = 0;             ///< of a reprint the id of the job that it repeats
+    int repeats = 0;  ///< how often it was sent off again; each says on paper that it is one
     /// Of the last attempt. `error` and `status` aren't kept beyond the object that printed it.
     PrintJobResult result;
 
