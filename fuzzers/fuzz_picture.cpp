@@ -107,6 +107,34 @@ bool isWhole(QFile &file)
     return isUsual && file.size() >= begin + rowBytes * qAbs(qint64(word(22)));
 }
 
+/// The file with the right checksum at a PNG's end, where the library puts it, as some programs
+/// don't.
+QByteArray withWholeEnd(QByteArray file)
+{
+    constexpr int wordSize = 4;
+    constexpr int signatureSize = 8;
+    const QByteArray beginning("\0\0\0\0IEND", 2 * wordSize);
+    const QByteArray end("IEND\xAE\x42\x60\x82", 2 * wordSize);
+    if (!file.startsWith("\x89PNG"))
+        return file;
+    for (qint64 at = signatureSize; at + beginning.size() <= file.size();
+         at += qint64(3) * wordSize + qFromBigEndian<quint32>(file.constData() + at)) {
+        if (file.mid(int(at), beginning.size()) == beginning)
+            return file.replace(int(at) + wordSize, end.size(), end);
+    }
+    return file;
+}
+
+/// A file in the folder of this run.
+QString written(const QString &name, const QByteArray &bytes)
+{
+    QString path = fuzzing::scratchFolder() + QLatin1Char('/') + name;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        fuzzing::fail("the folder", path, file.errorString());
+    return path;
+}
+
 bool isListed(const QByteArray &format)
 {
     return QList<QByteArray>{"png", "bmp", "gif", "jpeg", "pbm", "pgm", "ppm", "xbm", "xpm"}
@@ -131,19 +159,17 @@ void isTheImageOf(const MonochromeImage &image, const QImage &picture, const QSt
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     FuzzedDataProvider input(data, size);
-    const QString path = fuzzing::scratchFolder() + QStringLiteral("/picture");
+    const QByteArray bytes = takeFile(input);
+    const QString path = written(QStringLiteral("picture"), bytes);
+    const QString whole = written(QStringLiteral("whole"), withWholeEnd(bytes));
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return -1;
-    file.write(takeFile(input));
-    file.close();
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     if (qint64(reader.size().width()) * reader.size().height() > mostPixels)
         return -1;
     // A cut BMP lacks what two readings don't agree on; of 4 bits, it has the first colour there.
-    const QImage picture = readOver(0x00, path);
-    const bool hasGaps = readOver(0xFF, path) != picture ||
+    const QImage picture = readOver(0x00, whole);
+    const bool hasGaps = readOver(0xFF, whole) != picture ||
                          (reader.format() == "bmp" && !picture.isNull() && !isWhole(file));
     // One that grows beyond the limit when it is scaled counts as unreadable.
     const qint64 rows = picture.isNull() ? 0 : qint64(picture.height()) * 384 / picture.width();
