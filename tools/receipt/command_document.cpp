@@ -258,31 +258,15 @@ constexpr Command actions[] = {
     {"remove", "remove the four files", removeDocument},
 };
 
-void printActions()
-{
-    tool::printOwn(QStringLiteral(
-        "Usage: receipt document ACTION [ARGUMENT...]\n\n"
-        "Works on document files: a document in two copies, FILE and FILE.bak, with "
-        "a\nchecksum file beside each. They and their folder must be the user's own, "
-        "and nobody\nelse may be able to write to the folder; links, FIFOs and "
-        "devices are refused. Actions:"));
-    tool::printCommands(actions, 8);
-    tool::printOwn(QStringLiteral("\n\"receipt document ACTION --help\" says more."));
-}
+const char about[] =
+    "Works on document files: a document in two copies, FILE and FILE.bak, with a\n"
+    "checksum file beside each. They and their folder must be the user's own, and nobody\n"
+    "else may be able to write to the folder; links, FIFOs and devices are refused.";
 
 }  // namespace
 
 int runDocument(const QStringList &arguments)
 {
-    const QString name = arguments.value(0);
-    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
-        printActions();
-        return tool::Success;
-    }
-    if (const Command *action = tool::findCommand(actions, name))
-        return action->run(arguments.mid(1));
-    tool::complain(QStringLiteral("document: there is no action \"%1\"; see \"receipt document "
-                                  "--help\"")
-                       .arg(name));
-    return tool::WrongUsage;
+    return tool::runAction(QStringLiteral("document"), QString::fromLatin1(about), actions,
+                           arguments);
 }

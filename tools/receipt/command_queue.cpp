@@ -265,31 +265,16 @@ constexpr Command actions[] = {
     {"reprint", "print a copy of a receipt", reprintReceipt},
 };
 
-void printActions()
-{
-    tool::printOwn(QStringLiteral(
-        "Usage: receipt queue ACTION [ARGUMENT...]\n\n"
-        "Works on a folder that keeps receipts through crashes and power cuts until they\n"
-        "are printed: that of --folder, to which \"receipt print --queue DIR\" adds, or\n"
-        "the user's own, to which \"receipt print --later\" adds. A job that was begun\n"
-        "when its program ended, or whose printer didn't confirm it, may be printed or\n"
-        "not: it is held until somebody repeats or drops it. Actions:"));
-    tool::printCommands(actions, 8);
-    tool::printOwn(QStringLiteral("\n\"receipt queue ACTION --help\" says more."));
-}
+const char about[] =
+    "Works on a folder that keeps receipts through crashes and power cuts until they\n"
+    "are printed: that of --folder, to which \"receipt print --queue DIR\" adds, or\n"
+    "the user's own, to which \"receipt print --later\" adds. A job that was begun\n"
+    "when its program ended, or whose printer didn't confirm it, may be printed or\n"
+    "not: it is held until somebody repeats or drops it.";
 
 }  // namespace
 
 int runQueue(const QStringList &arguments)
 {
-    const QString name = arguments.value(0);
-    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
-        printActions();
-        return tool::Success;
-    }
-    if (const Command *action = tool::findCommand(actions, name))
-        return action->run(arguments.mid(1));
-    tool::complain(
-        QStringLiteral("queue: there is no action \"%1\"; see \"receipt queue --help\"").arg(name));
-    return tool::WrongUsage;
+    return tool::runAction(QStringLiteral("queue"), QString::fromLatin1(about), actions, arguments);
 }

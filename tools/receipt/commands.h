@@ -42,6 +42,36 @@ void printCommands(const Command (&commands)[count], int width)
                   .arg(QLatin1String(command.summary)));
 }
 
+/// Whether a word asks for a help text in the place of a command or an action.
+inline bool isHelp(const QString &word)
+{
+    return word == QLatin1String("--help") || word == QLatin1String("-h");
+}
+
+/// Runs the action that the arguments name, or tells which there are.
+/// @param command which has these actions
+/// @param about   says what the command does, between its usage and the actions
+/// @return the exit status
+template <std::size_t count>
+int runAction(const QString &command, const QString &about, const Command (&actions)[count],
+              const QStringList &arguments)
+{
+    constexpr int nameWidth = 8;
+    const QString name = arguments.value(0);
+    if (const Command *action = findCommand(actions, name))
+        return action->run(arguments.mid(1));
+    if (!isHelp(name)) {
+        complain(QStringLiteral("%1: there is no action \"%2\"; see \"receipt %1 --help\"")
+                     .arg(command, name));
+        return WrongUsage;
+    }
+    printOwn(QStringLiteral("Usage: receipt %1 ACTION [ARGUMENT...]\n\n%2 Actions:")
+                 .arg(command, about));
+    printCommands(actions, nameWidth);
+    printOwn(QStringLiteral("\n\"receipt %1 ACTION --help\" says more.").arg(command));
+    return Success;
+}
+
 }  // namespace tool
 
 int runBbCode(const QStringList &arguments);

@@ -75,7 +75,7 @@ int main(int argc, char *argv[])
         return tool::WrongUsage;
     }
     const QString &name = arguments.constFirst();
-    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+    if (tool::isHelp(name)) {
         printHelp();
         return tool::Success;
     }
