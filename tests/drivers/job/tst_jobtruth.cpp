@@ -1,6 +1,7 @@
 // What is said of a receipt is true, and no weaker than what is known: with late answers, paper
 // that ends, and a printer that is switched off and on within the job.
 #include <QtTest>
+#include <functional>
 
 #include "jobsetting.h"
 
@@ -34,6 +35,36 @@ struct Kept : Setting
         options.cancelMilliseconds = 2000;
         options.transport.writeMilliseconds = 1000;
     }
+};
+
+/// A long receipt, within which something befalls the printer, once.
+struct Befallen : Kept
+{
+    bool isBefallen = false;
+
+    explicit Befallen(const PrinterProfile &model = profileOf(keeper)) : Kept(model)
+    {
+        options.stepBytes = 512;
+        document.bytes += QByteArray(4000, 'y') + "\n";
+    }
+    /// A job that has begun.
+    /// @param befall is called when the line has taken `byte` bytes
+    std::unique_ptr<Job> begin(const std::function<void()> &befall, int byte = 300,
+                               int perTurn = 64)
+    {
+        auto one = job();
+        line->perTurn = perTurn;
+        line->onTaken = [this, befall, byte](qint64 taken) {
+            if (taken >= byte && !std::exchange(isBefallen, true))
+                befall();
+        };
+        one->start();
+        return one;
+    }
+    /// What the printer tells by itself.
+    void tell() { Q_EMIT line->received(printer->automatic()); }
+    /// That it is off line, and nothing else.
+    void tellOffLine() { Q_EMIT line->received(QByteArray::fromHex("18000000")); }
 };
 
 int lengthOfJob(const PrinterProfile &profile)
@@ -274,22 +305,14 @@ void TestJobTruth::mendedWithoutTellingIsFoundByAsking()
     QFETCH(QString, model);
     QFETCH(bool, wasOff);
     QFETCH(int, outcome);
-    Kept setting(profileOf(model));
+    Befallen setting(profileOf(model));
     setting.options.waitMilliseconds = PrintJobOptions::forEver;
-    setting.options.stepBytes = 512;
-    setting.document.bytes += QByteArray(4000, 'y') + "\n";
-    auto job = setting.job();
-    setting.line->perTurn = 64;
     int asked = 0;
-    setting.line->onTaken = [&](qint64 taken) {
-        if (taken < 300)
-            return;
-        setting.line->onTaken = nullptr;
+    const auto job = setting.begin([&] {
         asked = setting.printer->questions;
         setting.printer->isPaperOut = true;
-        Q_EMIT setting.line->received(setting.printer->automatic());
-    };
-    job->start();
+        setting.tell();
+    });
     TRY(asked > 0 && setting.printer->questions > asked);
     QVERIFY(!job->isFinished());
     const int before = setting.printer->got.count('y');
@@ -310,23 +333,14 @@ void TestJobTruth::mendedWithoutTellingIsFoundByAsking()
 
 void TestJobTruth::anUnansweredQuestionIsAskedAnew()
 {
-    Kept setting;
+    Befallen setting;
     setting.options.waitMilliseconds = PrintJobOptions::forEver;
-    setting.options.stepBytes = 512;
-    setting.document.bytes += QByteArray(4000, 'y') + "\n";
-    auto job = setting.job();
-    setting.line->perTurn = 64;
-    bool isOut = false;
-    setting.line->onTaken = [&](qint64 taken) {
-        if (taken < 300 || isOut)
-            return;
-        isOut = true;
+    const auto job = setting.begin([&] {
         setting.printer->isPaperOut = true;
         setting.printer->isSilent = true;
-        Q_EMIT setting.line->received(setting.printer->automatic());
-    };
-    job->start();
-    TRY(isOut);
+        setting.tell();
+    });
+    TRY(setting.isBefallen);
     const int asked = setting.printer->questions;
     TRY(setting.printer->questions > asked + 8);  // twice, and on
     setting.printer->isSilent = false;
@@ -338,28 +352,20 @@ void TestJobTruth::anUnansweredQuestionIsAskedAnew()
 
 void TestJobTruth::nothingIsAskedWithinAPicture()
 {
-    Kept setting(profileOf(plain));
+    Befallen setting(profileOf(plain));
     setting.options.waitMilliseconds = PrintJobOptions::forEver;
-    setting.options.stepBytes = 512;
     setting.document.bytes =
         "\x1B@" + QByteArray("\x1Dv0\0\x40\0\x40\0", 8) + QByteArray(4096, 'y') + "Thanks\n";
-    auto job = setting.job();
-    setting.line->perTurn = 64;
-    bool isOut = false;
-    setting.line->onTaken = [&](qint64 taken) {
-        if (taken < 300 || isOut)
-            return;
-        isOut = true;
+    const auto job = setting.begin([&] {
         setting.printer->isPaperOut = true;
-        Q_EMIT setting.line->received(setting.printer->automatic());
-    };
-    job->start();
-    TRY(isOut);
+        setting.tell();
+    });
+    TRY(setting.isBefallen);
     QTest::qWait(50);
     const int sent = setting.printer->got.count('y');
     QVERIFY(sent < 2000);
     setting.printer->isPaperOut = false;
-    Q_EMIT setting.line->received(setting.printer->automatic());
+    setting.tell();
     setting.finish(*job);
     QCOMPARE(job->end.outcome, Outcome::Processed);
     QVERIFY(setting.hasWhole());
@@ -368,59 +374,38 @@ void TestJobTruth::nothingIsAskedWithinAPicture()
 void TestJobTruth::piecesEndWhereCommandsDo()
 {
     // Pictures of 100 bytes: a piece that is handed over ends behind one.
-    Kept setting(profileOf(plain));
+    Befallen setting(profileOf(plain));
     setting.options.waitMilliseconds = PrintJobOptions::forEver;
-    setting.options.stepBytes = 512;
     const QByteArray picture = QByteArray("\x1Dv0\0\x04\0\x17\0", 8) + QByteArray(92, 'y');
     setting.document.bytes = "\x1B@" + picture.repeated(40);
-    auto job = setting.job();
-    setting.line->perTurn = 7;
-    bool isOut = false;
-    setting.line->onTaken = [&](qint64 taken) {
-        if (taken < 700 || isOut)
-            return;
-        isOut = true;
-        setting.printer->isPaperOut = true;
-        Q_EMIT setting.line->received(setting.printer->automatic());
-    };
-    job->start();
-    TRY(isOut && setting.printer->questions > 4 + 8);
+    const auto job = setting.begin(
+        [&] {
+            setting.printer->isPaperOut = true;
+            setting.tell();
+        },
+        700, 7);
+    TRY(setting.isBefallen && setting.printer->questions > 4 + 8);
     setting.printer->isPaperOut = false;
-    Q_EMIT setting.line->received(setting.printer->automatic());
+    setting.tell();
     setting.finish(*job);
     const QVector<QByteArray> commands = commandsIn(setting.printer->got, setting.profile);
     QCOMPARE(commands.count(picture), 40);
     QVERIFY(job->end.isSent());
 }
 
-/// Tells that it is off line, and nothing else.
-QByteArray offLine()
-{
-    return QByteArray::fromHex("18000000");
-}
-
 void TestJobTruth::offLineHoldsBackWhatIsNotSent()
 {
-    Kept setting(profileOf(plain));
-    setting.options.stepBytes = 512;
-    setting.document.bytes += QByteArray(4000, 'y') + "\n";
-    auto job = setting.job();
-    setting.line->perTurn = 64;
-    bool isOff = false;
-    setting.line->onTaken = [&](qint64 taken) {
-        if (taken < 300 || isOff)
-            return;
-        isOff = true;
+    Befallen setting(profileOf(plain));
+    const auto job = setting.begin([&] {
         setting.printer->isSilent = true;  // to the questions while it is paused
-        Q_EMIT setting.line->received(offLine());
-    };
-    job->start();
-    TRY(isOff);
+        setting.tellOffLine();
+    });
+    TRY(setting.isBefallen);
     QTest::qWait(60);
     QVERIFY(!job->isFinished());
     QVERIFY(setting.printer->got.count('y') < 2000);
     setting.printer->isSilent = false;
-    Q_EMIT setting.line->received(setting.printer->automatic());
+    setting.tell();
     setting.finish(*job);
     QCOMPARE(job->end.outcome, Outcome::Processed);
     QCOMPARE(setting.printer->got.count('y'), 4000);
@@ -428,21 +413,12 @@ void TestJobTruth::offLineHoldsBackWhatIsNotSent()
 
 void TestJobTruth::offLineForLongEndsTheJob()
 {
-    Kept setting(profileOf(plain));
-    setting.options.stepBytes = 512;
+    Befallen setting(profileOf(plain));
     setting.options.transport.writeMilliseconds = 60;
-    setting.document.bytes += QByteArray(4000, 'y') + "\n";
-    auto job = setting.job();
-    setting.line->perTurn = 64;
-    bool isOff = false;
-    setting.line->onTaken = [&](qint64 taken) {
-        if (taken < 300 || isOff)
-            return;
-        isOff = true;
+    const auto job = setting.begin([&] {
         setting.printer->isSilent = true;
-        Q_EMIT setting.line->received(offLine());
-    };
-    job->start();
+        setting.tellOffLine();
+    });
     setting.finish(*job);
     QCOMPARE(job->end.outcome, Outcome::PartlySent);
     QCOMPARE(job->end.reason, Reason::Status);
@@ -452,27 +428,18 @@ void TestJobTruth::offLineForLongEndsTheJob()
 
 void TestJobTruth::offLineIsWaitedForIfPaperIs()
 {
-    Kept setting(profileOf(plain));
-    setting.options.stepBytes = 512;
+    Befallen setting(profileOf(plain));
     setting.options.waitMilliseconds = PrintJobOptions::forEver;
     setting.options.transport.writeMilliseconds = 200;
-    setting.document.bytes += QByteArray(4000, 'y') + "\n";
-    auto job = setting.job();
-    setting.line->perTurn = 64;
-    bool isOff = false;
-    setting.line->onTaken = [&](qint64 taken) {
-        if (taken < 300 || isOff)
-            return;
-        isOff = true;
+    const auto job = setting.begin([&] {
         setting.printer->isSilent = true;
-        Q_EMIT setting.line->received(offLine());
-    };
-    job->start();
-    TRY(isOff);
+        setting.tellOffLine();
+    });
+    TRY(setting.isBefallen);
     QTest::qWait(500);
     QVERIFY(!job->isFinished());
     setting.printer->isSilent = false;
-    Q_EMIT setting.line->received(setting.printer->automatic());
+    setting.tell();
     setting.finish(*job);
     QCOMPARE(job->end.outcome, Outcome::Processed);
 }
