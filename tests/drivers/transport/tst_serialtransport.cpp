@@ -118,39 +118,6 @@ private Q_SLOTS:
         QCOMPARE(terminal.read(), QByteArray("abcabcabc"));
     }
 
-    void lineIsSetAsTheAddressSays_data()
-    {
-        QTest::addColumn<QString>("settings");
-        QTest::addColumn<uint>("controlFlags");
-        QTest::addColumn<uint>("speed");
-        QTest::newRow("none") << "" << uint(CS8) << uint(B9600);
-        QTest::newRow("all") << "baud=19200&parity=even&data=7&stop=2&flow=hardware"
-                             << uint(CS7 | PARENB | CSTOPB | CRTSCTS) << uint(B19200);
-        QTest::newRow("odd") << "baud=115200&parity=odd" << uint(CS8 | PARENB | PARODD)
-                             << uint(B115200);
-        QTest::newRow("mark") << "parity=mark" << uint(CS8 | PARENB | PARODD | CMSPAR)
-                              << uint(B9600);
-        QTest::newRow("space") << "parity=space" << uint(CS8 | PARENB | CMSPAR) << uint(B9600);
-        QTest::newRow("dtr") << "flow=dtr" << uint(CS8) << uint(B9600);
-    }
-    void lineIsSetAsTheAddressSays()
-    {
-        QFETCH(QString, settings);
-        QFETCH(uint, controlFlags);
-        QFETCH(uint, speed);
-        // Of a pseudo terminal the system keeps all but the characters' bits and parity.
-        PseudoTerminal terminal;
-        const auto transport = Transport::make(lineOf(terminal.path(), settings));
-        Watch watch(*transport);
-        transport->open();
-        TRY_COMPARE(watch.told, QStringList("opened"));
-        const termios line = terminal.settings();
-        const uint kept = CSTOPB | PARODD | CRTSCTS;
-        QCOMPARE(line.c_cflag & kept, controlFlags & kept);
-        QCOMPARE(uint(::cfgetospeed(&line)), speed);
-        QCOMPARE(uint(::cfgetispeed(&line)), speed);
-    }
-
     // Any byte of the printer would else resume a line that it has stopped.
     void onlyXonResumes()
     {
