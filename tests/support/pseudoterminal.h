@@ -7,7 +7,10 @@
 #include <unistd.h>
 
 #include <QByteArray>
+#include <QSerialPort>
 #include <QString>
+#include <chrono>
+#include <thread>
 
 /// A terminal that a program can be started on, and that keeps what the program writes as it comes.
 class PseudoTerminal
@@ -19,6 +22,7 @@ public:
             return;
         m_path = QString::fromLocal8Bit(::ptsname(m_ours));
         m_programs = ::open(::ptsname(m_ours), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        waitUntilUnlocked();
         termios settings{};
         ::tcgetattr(m_programs, &settings);
         ::cfmakeraw(&settings);
@@ -79,6 +83,16 @@ public:
     }
 
 private:
+    /// The test that had the last terminal of this name may have closed its port, and not have
+    /// unlocked it yet.
+    void waitUntilUnlocked() const
+    {
+        QSerialPort port(m_path);
+        const auto isOpen = [&port] { return port.open(QIODevice::ReadWrite); };
+        for (int tries = 0; tries < 1000 && !isOpen(); ++tries)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+
     int m_ours;
     int m_programs = -1;
     QString m_path;

@@ -120,6 +120,19 @@ private Q_SLOTS:
         QTEST(line.ask(request), "answer");
     }
 
+    void nameThatIsStillLockedIsNotTaken()
+    {
+        const VirtualPrinterOptions options = optionsFor("CUSTOM_VKP_80");
+        const QString name = VirtualPrinter(options).portName();
+        QLockFile lock("/var/lock/LCK.." + QString(name).replace('/', '_'));
+        lock.setStaleLockTime(0);
+        if (!lock.tryLock())
+            QSKIP("somebody else has taken the name, or locks are kept elsewhere");
+        const VirtualPrinter printer(options);
+        QVERIFY(printer.isValid());
+        QVERIFY2(printer.portName() != name, qPrintable(name));
+    }
+
     void unknownModelIsNoPrinter()
     {
         QVERIFY(!VirtualPrinter(optionsFor("GENERAL_EPSON_PROTOCOL")).isValid());

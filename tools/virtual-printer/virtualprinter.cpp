@@ -7,9 +7,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <iterator>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -17,6 +19,7 @@ constexpr int threadPollMilliseconds = 20;
 constexpr int floodPollMilliseconds = 1;
 constexpr int garbageAtMost = 24;
 constexpr int floodBlock = 512;
+constexpr std::size_t mostLocked = 64;
 // The dialogue of a whole search is a few hundred exchanges; a flood must not fill the memory.
 constexpr int exchangesKept = 10000;
 
@@ -65,6 +68,15 @@ bool waitForInput(int descriptor, int milliseconds)
     return ::poll(&waiting, 1, milliseconds) == 1 && (waiting.revents & POLLIN) != 0;
 }
 
+/// QSerialPort closes a port before it unlocks it: another program that lets go of the last
+/// terminal of this name may still have its lock.
+bool isLocked(const QString &path)
+{
+    QSerialPort port(path);
+    return !path.isEmpty() && !port.open(QIODevice::ReadWrite) &&
+           port.error() == QSerialPort::PermissionError;
+}
+
 VirtualModel modelOf(const VirtualPrinterOptions &options)
 {
     return virtualModel(options.model).value_or(VirtualModel());
@@ -108,26 +120,39 @@ VirtualPrinter::~VirtualPrinter()
 
 void VirtualPrinter::openTerminal()
 {
+    // Those locked keep their names until another is found.
+    std::vector<std::array<int, 2>> locked;
+    QString path = openAnyTerminal();
+    while (isLocked(path) && locked.size() < mostLocked) {
+        locked.push_back({std::exchange(m_slave, -1), std::exchange(m_master, -1)});
+        path = openAnyTerminal();
+    }
+    for (const std::array<int, 2> &descriptors : locked)
+        std::for_each(descriptors.begin(), descriptors.end(), ::close);
+    if (path.isEmpty())
+        closeTerminal();
+    m_path = path;
+}
+
+/// A raw one. Its path is empty if there is none to be had.
+QString VirtualPrinter::openAnyTerminal()
+{
     m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     char path[64] = {};
     if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0 ||
-        ::ptsname_r(m_master, path, sizeof path) != 0) {
-        closeTerminal();
-        return;
-    }
+        ::ptsname_r(m_master, path, sizeof path) != 0)
+        return {};
     m_slave = ::open(path, O_RDWR | O_NOCTTY | O_CLOEXEC);
     termios line{};
-    if (m_slave < 0 || ::tcgetattr(m_slave, &line) != 0) {
-        closeTerminal();
-        return;
-    }
+    if (m_slave < 0 || ::tcgetattr(m_slave, &line) != 0)
+        return {};
     // A fresh terminal echoes and edits lines; a serial line does neither.
     ::cfmakeraw(&line);
     // A pseudo terminal has no PARENB, and glibc reports a change of that bit alone as failed.
     // With PARODD set there is another bit to change.
     line.c_cflag |= PARODD;
     ::tcsetattr(m_slave, TCSANOW, &line);
-    m_path = QString::fromLocal8Bit(path);
+    return QString::fromLocal8Bit(path);
 }
 
 void VirtualPrinter::closeTerminal()

@@ -110,6 +110,7 @@ private:
     static constexpr int mostTakenAtOnce = 65536;
 
     void openTerminal();
+    QString openAnyTerminal();
     void closeTerminal();
     VirtualExchange lineNow() const;
     QByteArray readAll();
