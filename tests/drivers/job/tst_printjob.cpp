@@ -71,6 +71,8 @@ private Q_SLOTS:
     void theTurnIsWaitedFor();
     void deletionInEachSignalIsSafe();
     void deletionInTheMiddleIsRepaired();
+    void theNextJobFillsWhatACommandStillLacks_data();
+    void theNextJobFillsWhatACommandStillLacks();
     void aRepairCountsWhenThePrinterHasAnswered_data();
     void aRepairCountsWhenThePrinterHasAnswered();
     void aPrinterThatObeysNoCommandIsFilledUp();
@@ -848,6 +850,45 @@ void TestPrintJob::deletionInTheMiddleIsRepaired()
     QVERIFY(setting.hasWhole(30));
     const auto commands = commandsIn(setting.printer->got, setting.profile);
     QCOMPARE(commands.count(setting.document.bytes.mid(10, 24)), 1);
+}
+
+/// Else the printer takes the next receipt, with its reset, for the rest of a picture.
+void TestPrintJob::theNextJobFillsWhatACommandStillLacks_data()
+{
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<int>("stop");
+    for (const char *where : {"serial:/dev/ttyS0", "tcp:192.0.2.1:9100"}) {
+        // The picture is in the bytes from 26 to 2034.
+        for (const int stop : {27, 30, 33, 34, 1000, 2033})
+            QTest::addRow("%s, byte %d", where, stop) << where << stop;
+    }
+}
+
+void TestPrintJob::theNextJobFillsWhatACommandStillLacks()
+{
+    QFETCH(QString, where);
+    QFETCH(int, stop);
+    constexpr int pictureEnd = 2034;
+    Setting setting;
+    setting.options = {};
+    setting.where = address(where);
+    const QByteArray picture = QByteArray("\x1Dv0\0\x02\0\xE8\x03", 8) + QByteArray(2000, 'X');
+    setting.document.bytes = "\x1B@Total 1\n" + picture + "Thanks\n\x1DV\x01";
+    auto job = setting.job();
+    setting.line->stopsAt = stop;
+    job->start();
+    TRY(setting.printer->got.size() == stop);
+    job.reset();
+    const auto next = setting.run();
+    QCOMPARE(next->end.outcome, Outcome::Processed);
+    const QByteArray filling(pictureEnd - stop, '\0');
+    QVERIFY(setting.printer->got.mid(stop).startsWith(filling));
+    // What the printer makes of all: one picture of the two is the receipt's.
+    const auto commands = commandsIn(setting.printer->got, setting.profile);
+    QCOMPARE(commands.count(picture), 1);
+    QCOMPARE(commands.mid(commands.indexOf(picture) + 1, 2),
+             (QVector<QByteArray>{"\n", "\x1DV\x01"}));
+    QVERIFY(setting.hasWhole(stop));
 }
 
 /// What a line has taken may be lost with its connection, or with the printer's power.
