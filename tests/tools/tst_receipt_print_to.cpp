@@ -477,6 +477,29 @@ private Q_SLOTS:
         QCOMPARE(spare.received(), QByteArray());
     }
 
+    void sparePrinterIsNotForALineThatFailsWhileTheUserCancels()
+    {
+        QTcpServer first;
+        QVERIFY(first.listen(QHostAddress::LocalHost));
+        PlayedPrinter spare;
+        const QString address = QString("tcp:127.0.0.1:%1").arg(first.serverPort());
+        RunningReceipt program(longText(
+            address, manyMore, {"--one-way", "--spare", spare.address(), "--spare-repeats"}));
+        QVERIFY(first.waitForNewConnection(printerPatience));
+        QTcpSocket *const line = first.nextPendingConnection();
+        line->setReadBufferSize(1);
+        QVERIFY(line->waitForReadyRead(printerPatience));
+        program.interrupt();
+        QVERIFY(program.errorLine().endsWith(": stops; Ctrl+C again ends the program at once"));
+        line->abort();
+        const ReceiptRun run = program.result();
+        QVERIFY2(run.errors.startsWith("receipt: " + address + ": printed in part: "),
+                 qPrintable(run.errors));
+        QVERIFY2(!run.errors.contains("takes its place"), qPrintable(run.errors));
+        QCOMPARE(run.status, 5);
+        QCOMPARE(spare.received(), QByteArray());
+    }
+
     void ticketThatIsHeldOutIsTakenBack()
     {
         PlayedPrinter printer("CUSTOM_VKP_80", QStringList());

@@ -74,7 +74,8 @@ int deliver(const PrinterDelivery &delivery)
     PreparedReceipt receipt = delivery.receipt;
     auto runner = std::make_unique<JobRunner>(receipt.order, interrupt);
     PrintJobResult result = runner->run();
-    if (wantsSpare(delivery, result)) {
+    // Who has stopped it wants it on no other paper either.
+    if (!interrupt.hasCome() && wantsSpare(delivery, result)) {
         complain(faultOf(receipt.order, result));
         receipt = spareOf(delivery, result);
         complain(QStringLiteral("%1 takes its place").arg(receipt.order.address.toString()));
