@@ -406,6 +406,21 @@ private Q_SLOTS:
         }
     }
 
+    void aFolderThatCanNotBeReadInTheEndIsTold()
+    {
+        PlayedPrinter printer;
+        const Shop shop;
+        shop.add(printer.address(), "Tea");
+        RunningReceipt running({"queue", "run", "--stay", "--folder", shop.path});
+        QVERIFY(QTest::qWaitFor([&] { return running.canReadLine(); }, printerPatience));
+        QVERIFY(QDir().rename(shop.path, shop.folder.path("elsewhere")));
+        shop.folder.file("queue", "x");
+        running.interrupt();
+        const ReceiptRun run = running.result();
+        QCOMPARE(run.errors, QString("receipt: %1: Not a directory\n").arg(shop.path));
+        QCOMPARE(run.status, 1);
+    }
+
     void anEmptyFolderNameIsNotTheWorkingFolder_data()
     {
         QTest::addColumn<QStringList>("arguments");

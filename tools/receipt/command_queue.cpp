@@ -168,7 +168,12 @@ int printJobsThatWait(const QStringList &arguments)
     tool::QueueRunner runner(queue);
     if (!runner.run(parser.isSet(stayOption())))
         return tool::BadInput;
-    const int status = tool::statusOfJobs(queue.entries());
+    const auto left = queue.entries();
+    if (!queue.fault().isEmpty()) {
+        tool::complain(queue.fault());
+        return tool::BadInput;
+    }
+    const int status = tool::statusOfJobs(left);
     return status == tool::Success && runner.hasToldOfFiles() ? int(tool::BadInput) : status;
 }
 
