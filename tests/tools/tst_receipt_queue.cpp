@@ -253,6 +253,36 @@ private Q_SLOTS:
         QCOMPARE(linesOf(shop.run("list")).size(), 3);
     }
 
+    void printedJobsThatCanNotBeToldAreNoFailure()
+    {
+        PlayedPrinter printer;
+        const Shop shop;
+        shop.add(printer.address(), "Tea", "17");
+        shop.add(printer.address(), "Coffee", "18");
+        QProcess process;
+        process.setStandardOutputFile("/dev/full");
+        process.start(RECEIPT_PROGRAM, {"queue", "run", "--folder", shop.path});
+        const ReceiptRun run = finished(process);
+        QVERIFY2(run.errors.startsWith("receipt: standard output: "), qPrintable(run.errors));
+        QCOMPARE(run.status, 0);
+        QCOMPARE(PrintQueue(shop.path).journal().size(), 2);
+    }
+
+    // A receipt isn't left half printed as nobody reads of it any more.
+    void theEndOfItsReaderIsNoInterrupt()
+    {
+        PlayedPrinter printer;
+        const Shop shop;
+        for (int i = 0; i < 3; ++i)
+            shop.add(printer.address(), "Tea");
+        QProcess process;
+        process.start("/bin/sh", {"-c", "{ \"$@\"; echo \"status $?\" >&2; } | true", "sh",
+                                  RECEIPT_PROGRAM, "queue", "run", "--folder", shop.path});
+        const ReceiptRun run = finished(process);
+        QVERIFY2(run.errors.endsWith("status 0\n"), qPrintable(run.errors));
+        QCOMPARE(PrintQueue(shop.path).journal().size(), 3);
+    }
+
     void wrongNumbersAreTold()
     {
         const Shop shop;

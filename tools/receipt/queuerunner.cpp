@@ -1,7 +1,5 @@
 #include "queuerunner.h"
 
-#include <cstdio>
-
 #include "queueplace.h"
 #include "queuereport.h"
 #include "support.h"
@@ -102,7 +100,7 @@ void QueueRunner::tellEnd(const PrintQueueEntry &entry)
     const QString text = jobText(entry);
     if (entry.state == State::Done || entry.state == State::Dropped) {
         print(text);
-        std::fflush(stdout);
+        flushOutput();
     } else if (m_toldOfJobs.value(entry.id) != text) {
         complain(text);
     }

@@ -35,7 +35,7 @@ private:
     void stop();
 
     printerslib::drivers::PrintQueue &m_queue;
-    const Interrupt m_interrupt;
+    const Interrupt m_interrupt{Interrupt::OfPeople};
     QEventLoop m_loop;  ///< ends with the connections that tell
     QTimer m_again;
     std::unique_ptr<ProgressLine> m_progress;  ///< of the job that is under way
