@@ -151,12 +151,16 @@ public:
                 if (hangsUp)
                     socket->abort();
             });
+            QObject::connect(socket, &QTcpSocket::disconnected, socket, [=] { ++m_calls; });
         });
     }
     QString address() const { return QString("tcp:127.0.0.1:%1").arg(m_server.serverPort()); }
+    /// How many connections have come and gone.
+    int calls() const { return m_calls; }
 
 private:
     QTcpServer m_server;
+    int m_calls = 0;
 };
 
 /// The program, while it runs beside the test.

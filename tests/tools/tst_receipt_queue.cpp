@@ -366,6 +366,44 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString("job 1 (number 17): processed\n"));
     }
 
+    void aTroubleThatLastsIsToldOnce()
+    {
+        // The paper is out, and was near its end before.
+        const Host host(QByteArray::fromHex("1A32127E"));
+        const Shop shop;
+        shop.add(host.address(), "Tea", "17");
+        shop.add(nobody, "Coffee", "18");
+        RunningReceipt running({"queue", "run", "--stay", "--folder", shop.path});
+        QTRY_VERIFY_WITH_TIMEOUT(host.calls() == 2, printerPatience);
+        running.interrupt();
+        const ReceiptRun run = running.result();
+        QCOMPARE(run.status, 4);
+        for (const char *text :
+             {"job 1: the paper is near its end", "job 1: There is no paper.",
+              "job 1 (number 17): not printed: There is no paper.", "job 2 (number 18): "})
+            QVERIFY2(run.errors.count(text) == 1, qPrintable(text + ('\n' + run.errors)));
+    }
+
+    void whatIsHeldAgainIsToldAgain()
+    {
+        // It answers how it is, and no more.
+        const Host host(QByteArray::fromHex("12121212"));
+        const Shop shop;
+        shop.add(host.address(), "Tea", "17");
+        RunningReceipt running({"queue", "run", "--stay", "--folder", shop.path});
+        const QString held =
+            "receipt: job 1 (number 17): held, as whether it is printed can't be known";
+        const auto isTold = [&] {
+            running.setReadChannel(QProcess::StandardError);
+            return running.canReadLine() && QString::fromUtf8(running.readLine()).startsWith(held);
+        };
+        QVERIFY(QTest::qWaitFor(isTold, printerPatience));
+        QVERIFY(PrintQueue(shop.path).repeat(1));
+        QVERIFY(QTest::qWaitFor(isTold, printerPatience));
+        running.interrupt();
+        QCOMPARE(running.result().status, 3);
+    }
+
     void anInterruptLeavesTheRest()
     {
         SilentPort port;

@@ -31,7 +31,6 @@ void QueueRunner::connectQueue()
 {
     QObject::connect(&m_queue, &PrintQueue::started, &m_loop, [this](const PrintQueueEntry &entry) {
         m_again.stop();
-        m_toldOfPrinter.clear();
         m_progress = std::make_unique<ProgressLine>(jobName(entry));
     });
     QObject::connect(&m_queue, &PrintQueue::waiting, &m_loop, [this](qint64 id, int ahead) {
@@ -44,10 +43,8 @@ void QueueRunner::connectQueue()
                      });
     QObject::connect(&m_queue, &PrintQueue::statusChanged, &m_loop,
                      [this](qint64 id, const PrinterStatus &status) { tellStatus(id, status); });
-    QObject::connect(&m_queue, &PrintQueue::note, &m_loop, [this](qint64 id, const QString &text) {
-        m_hasToldOfFiles |= id == 0;
-        tell(id, text);
-    });
+    QObject::connect(&m_queue, &PrintQueue::note, &m_loop,
+                     [this](qint64 id, const QString &text) { tellNote(id, text); });
     QObject::connect(&m_queue, &PrintQueue::ended, &m_loop,
                      [this](const PrintQueueEntry &entry) { tellEnd(entry); });
     QObject::connect(&m_queue, &PrintQueue::idle, &m_loop, [this] {
@@ -85,12 +82,27 @@ void QueueRunner::tell(qint64 id, const QString &text)
     complain(id > 0 ? QStringLiteral("job %1: %2").arg(id).arg(text) : text);
 }
 
+void QueueRunner::tellNote(qint64 id, const QString &text)
+{
+    if (id == 0) {
+        m_hasToldOfFiles = true;
+        tell(id, text);
+        return;
+    }
+    QSet<QString> &notes = m_told[id].notes;
+    if (notes.contains(text))
+        return;
+    notes.insert(text);
+    tell(id, text);
+}
+
 void QueueRunner::tellStatus(qint64 id, const PrinterStatus &status)
 {
     const QString text = status.canPrint() ? QString() : status.text();
-    if (text == m_toldOfPrinter)
+    QString &told = m_told[id].printer;
+    if (text == told)
         return;
-    m_toldOfPrinter = text;
+    told = text;
     tell(id, text.isEmpty() ? QStringLiteral("goes on") : text);
 }
 
@@ -101,10 +113,13 @@ void QueueRunner::tellEnd(const PrintQueueEntry &entry)
     if (entry.state == State::Done || entry.state == State::Dropped) {
         print(text);
         flushOutput();
-    } else if (m_toldOfJobs.value(entry.id) != text) {
+    } else if (m_told.value(entry.id).end != text) {
         complain(text);
     }
-    m_toldOfJobs.insert(entry.id, text);
+    if (entry.state == State::Waiting)
+        m_told[entry.id].end = text;
+    else
+        m_told.remove(entry.id);
 }
 
 }  // namespace tool

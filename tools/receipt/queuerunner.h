@@ -4,6 +4,7 @@
 
 #include <QEventLoop>
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QTimer>
 #include <memory>
@@ -14,7 +15,8 @@
 namespace tool {
 
 /// Prints what waits in a queue. Standard output tells of each job that is printed, standard error
-/// of the others, and of what happens meanwhile. An interrupt cancels the job that is under way.
+/// of the others, and of what happens meanwhile, once of each job. An interrupt cancels the job
+/// that is under way.
 class QueueRunner
 {
 public:
@@ -28,7 +30,16 @@ public:
     bool hasToldOfFiles() const { return m_hasToldOfFiles; }
 
 private:
+    /// What was told of a job that isn't over.
+    struct ToldOfJob
+    {
+        QString printer;  ///< why it couldn't print; empty: it could
+        QString end;      ///< of the last try
+        QSet<QString> notes;
+    };
+
     void connectQueue();
+    void tellNote(qint64 id, const QString &text);
     void tell(qint64 id, const QString &text);
     void tellStatus(qint64 id, const printerslib::drivers::PrinterStatus &status);
     void tellEnd(const printerslib::drivers::PrintQueueEntry &entry);
@@ -39,8 +50,7 @@ private:
     QEventLoop m_loop;  ///< ends with the connections that tell
     QTimer m_again;
     std::unique_ptr<ProgressLine> m_progress;  ///< of the job that is under way
-    QString m_toldOfPrinter;
-    QHash<qint64, QString> m_toldOfJobs;  ///< of those that can't be printed
+    QHash<qint64, ToldOfJob> m_told;
     bool m_stays = false;
     bool m_hasToldOfFiles = false;
 };
