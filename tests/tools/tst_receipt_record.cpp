@@ -67,11 +67,18 @@ public:
         m_client.connectToHost(QHostAddress::LocalHost, m_port);
         m_client.waitForConnected(printerPatience);
     }
-    ~BusyHost() { ::close(m_server); }
+    ~BusyHost()
+    {
+        ::close(m_taken);
+        ::close(m_server);
+    }
     QString address() const { return QString("tcp:127.0.0.1:%1").arg(m_port); }
+    /// Another one gets through from now on.
+    void take() { m_taken = ::accept(m_server, nullptr, nullptr); }
 
 private:
     int m_server;
+    int m_taken = -1;
     quint16 m_port = 0;
     QTcpSocket m_client;
 };
@@ -427,6 +434,53 @@ private Q_SLOTS:
         QCOMPARE(run.output, QString());
         QCOMPARE(run.status, 1);
         QVERIFY(!QFile::exists(file));
+    }
+
+    void clientThatIsThereBeforeThePrinterIsHeardBehindIt()
+    {
+        BusyHost host;
+        const QString file = newFile();
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        const quint16 port = server.serverPort();
+        server.close();
+        const QString name = QString("127.0.0.1:%1").arg(port);
+        RunningReceipt recorder({"record", "--to", host.address(), file, "--listen", name});
+        QTcpSocket client;
+        const auto isConnected = [&] {
+            client.connectToHost(QHostAddress::LocalHost, port);
+            return client.waitForConnected(printerPatience);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isConnected(), printerPatience);
+        client.write("one");
+        QVERIFY(!recorder.waitForFinished(300));
+        host.take();
+        QTRY_COMPARE_WITH_TIMEOUT(bytesOf(recordingOf(file), false), QByteArray("one"),
+                                  printerPatience);
+        recorder.interrupt();
+        const ReceiptRun run = recorder.result();
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+        const QStringList lines = run.output.split('\n');
+        QCOMPARE(lines.at(0), name);
+        QVERIFY2(lines.at(1).startsWith("connected: "), qPrintable(run.output));
+        QFile content(file);
+        QVERIFY(content.open(QIODevice::ReadOnly));
+        const QByteArrayList kept = content.readAll().split('\n');
+        QVERIFY(kept.at(0).startsWith("# recorded by receipt "));
+        QVERIFY2(kept.at(1).startsWith("# connected: "), kept.join('\n').constData());
+    }
+
+    void printerOfAFileIsTaken()
+    {
+        const PlayedPrinter printer(model);
+        const QString config =
+            m_folder.file("shop.conf", "to=" + printer.address().toUtf8() + "\nmodel=TSP-TUP\n");
+        const QString file = newFile();
+        Recorder recorder({"--config", config, file});
+        QCOMPARE(selfTest(recorder.address()).status, 0);
+        QCOMPARE(recorder.interrupted().status, 0);
+        QVERIFY(bytesOf(recordingOf(file), false).contains("SELF TEST"));
     }
 
     void fileThatIsThereIsToldBeforeTheTurnIsWaitedFor()

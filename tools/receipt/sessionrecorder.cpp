@@ -47,6 +47,9 @@ void SessionRecorder::begin()
     }
     m_isReady = true;
     Q_EMIT ready();
+    for (const QString &text : qAsConst(m_early))
+        tell(text);
+    m_early.clear();
 }
 
 void SessionRecorder::start()
@@ -62,8 +65,8 @@ void SessionRecorder::stopHearing()
 
 bool SessionRecorder::hasRoom() const
 {
-    return m_isHearing && m_fault.isEmpty() && m_printer.state() == Transport::State::Open &&
-           m_printer.bytesToWrite() < mostUnderWay;
+    return m_isReady && m_isHearing && m_fault.isEmpty() &&
+           m_printer.state() == Transport::State::Open && m_printer.bytesToWrite() < mostUnderWay;
 }
 
 void SessionRecorder::handOn()
@@ -86,8 +89,13 @@ void SessionRecorder::takeAnswer(const QByteArray &bytes)
     m_line.write(bytes);
 }
 
+/// The file's heading is first, and so is the line's name for who waits for that.
 void SessionRecorder::tell(const QString &text)
 {
+    if (!m_isReady) {
+        m_early.append(text);
+        return;
+    }
     if (!m_file.remark(text))
         end(m_file.fault());
     Q_EMIT said(text);

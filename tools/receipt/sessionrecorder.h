@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include "deviceline.h"
 #include "sessionfile.h"
@@ -49,6 +50,7 @@ private:
     printerslib::drivers::Transport &m_printer;
     SessionFile &m_file;
     const QString m_heading;
+    QStringList m_early;  ///< what was to be told before the printer was reached
     QString m_fault;
     bool m_isReady = false;
     bool m_isHearing = true;
