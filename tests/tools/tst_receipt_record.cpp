@@ -533,6 +533,8 @@ private Q_SLOTS:
         QTest::newRow("no file") << QStringList({"--to", "tcp:localhost"})
                                  << "wrong number of arguments";
         QTest::newRow("no address") << QStringList({"--to", "nowhere", "x"}) << "--to: ";
+        QTest::newRow("file") << QStringList({"--to", "file:printed", "x"})
+                              << "--to: file:printed is a file, which answers nothing";
         QTest::newRow("link and port")
             << QStringList({"--to", "tcp:localhost", "x", "--link", "y", "--listen", "z"})
             << "--link doesn't go with --listen";

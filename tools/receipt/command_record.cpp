@@ -75,17 +75,11 @@ struct Request
 /// Complains and gives nothing if that can't be recorded.
 std::optional<Request> requestOf(const QCommandLineParser &parser, const Options &options)
 {
-    if (!parser.isSet(tool::printerOption())) {
-        tool::complain(
-            QStringLiteral("record needs --to URL, the printer, or a file of --config "
-                           "that names it"));
-        return std::nullopt;
-    }
     if (parser.isSet(options.link) && parser.isSet(options.listen)) {
         tool::complain(QStringLiteral("--link doesn't go with --listen"));
         return std::nullopt;
     }
-    const auto printer = tool::printerAddressOf(parser, tool::printerOption());
+    const auto printer = tool::printerOf(parser, QStringLiteral("record"));
     if (!printer)
         return std::nullopt;
     const QStringList arguments = parser.positionalArguments();

@@ -94,17 +94,15 @@ QList<QCommandLineOption> printerModelOptions()
     return {modelOption(generalModel), modelsFileOption()};
 }
 
-std::optional<ChosenPrinter> chosenPrinterOf(const QCommandLineParser &parser,
-                                             const QString &command, int *status)
+std::optional<PrinterAddress> printerOf(const QCommandLineParser &parser, const QString &command)
 {
-    *status = WrongUsage;
     if (!parser.isSet(printerOption())) {
         complain(
             QStringLiteral("%1 needs --to URL, the printer, or a file of --config that names it")
                 .arg(command));
         return std::nullopt;
     }
-    const auto address = printerAddressOf(parser, printerOption());
+    auto address = printerAddressOf(parser, printerOption());
     if (!address)
         return std::nullopt;
     if (address->kind() == PrinterAddress::Kind::File) {
@@ -112,6 +110,16 @@ std::optional<ChosenPrinter> chosenPrinterOf(const QCommandLineParser &parser,
             QStringLiteral("--to: %1 is a file, which answers nothing").arg(address->toString()));
         return std::nullopt;
     }
+    return address;
+}
+
+std::optional<ChosenPrinter> chosenPrinterOf(const QCommandLineParser &parser,
+                                             const QString &command, int *status)
+{
+    *status = WrongUsage;
+    const auto address = printerOf(parser, command);
+    if (!address)
+        return std::nullopt;
     const auto models = modelsOf(parser);
     if (!models) {
         *status = BadInput;

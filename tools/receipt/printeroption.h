@@ -32,9 +32,11 @@ struct ChosenPrinter
 /// The options --model and --models of a command that works with a printer. Without the first it is
 /// a general one of Epson's commands.
 QList<QCommandLineOption> printerModelOptions();
-/// The printer of --to, and what --model and --models say of it. Complains, and gives nothing and
-/// the exit status, if there is none, or for a file.
+/// The printer of --to. Complains and gives nothing if there is none, or for a file.
 /// @param command as the message names it
+std::optional<printerslib::drivers::PrinterAddress> printerOf(const QCommandLineParser &parser,
+                                                              const QString &command);
+/// The same, and what --model and --models say of it. What is wrong gives the exit status, too.
 std::optional<ChosenPrinter> chosenPrinterOf(const QCommandLineParser &parser,
                                              const QString &command, int *status);
 /// The address of an option. Complains and gives nothing if it is none; a file is one.
