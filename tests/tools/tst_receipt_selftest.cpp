@@ -61,6 +61,18 @@ private Q_SLOTS:
                  qPrintable(run.output));
     }
 
+    void printerOfAFileIsTaken()
+    {
+        const PlayedPrinter printer(model);
+        const QString config = m_folder.file(
+            "shop.conf", "to=" + printer.address().toUtf8() + "\nmodel=" + model.toUtf8() + '\n');
+        const ReceiptRun run = selfTest({"--config", config, "--only", "fonts", "--no-questions"});
+        QCOMPARE(run.errors, QString());
+        QVERIFY2(run.output.startsWith(printer.address() + ": processed: self test of " + model),
+                 qPrintable(run.output));
+        QCOMPARE(run.status, 0);
+    }
+
     void printerWithoutPaperIsNotAskedAbout()
     {
         PlayedPrinter printer(model);
