@@ -5,6 +5,7 @@
 #include "jobreport.h"
 #include "printermodel.h"
 #include "printeroption.h"
+#include "printoptions.h"
 #include "support.h"
 
 namespace {
@@ -25,24 +26,11 @@ more; 3 sent, but the confirmation that was expected didn't come; 4 not sent,
 as to a printer that has no paper; 5 some of it was; 1 the model has no such
 drawer; 2 wrong usage.)";
 
-constexpr int firstPin = 2;
-constexpr int secondPin = 5;
-
 QCommandLineOption pinOption()
 {
     return {QStringLiteral("pin"),
             QStringLiteral("Which drawer, by the pin of its connector: 2 (default) or 5."),
-            QStringLiteral("N"), QString::number(firstPin)};
-}
-
-/// Complains and gives nothing if it is no such pin.
-std::optional<int> pinOf(const QCommandLineParser &parser)
-{
-    const auto pin = tool::numberOf(parser, pinOption(), firstPin, secondPin);
-    if (!pin || *pin == firstPin || *pin == secondPin)
-        return pin;
-    tool::complain(QStringLiteral("--pin: \"%1\" is none of 2, 5").arg(*pin));
-    return std::nullopt;
+            QStringLiteral("N"), QStringLiteral("2")};
 }
 
 /// What opens the drawer, and nothing else: the printer stays as others have set it.
@@ -72,7 +60,7 @@ int runDrawer(const QStringList &arguments)
     if (const auto status =
             tool::parseForPrinter(parser, QStringLiteral("drawer"), arguments, 0, 0))
         return *status;
-    const auto pin = pinOf(parser);
+    const auto pin = tool::pinOf(parser, pinOption());
     if (!pin)
         return tool::WrongUsage;
     int status = tool::Success;

@@ -63,8 +63,6 @@ constexpr int fastestBaud = 4'000'000;
 // A start bit, eight bits of data and a stop bit.
 constexpr int bitsOfAByte = 10;
 constexpr int mostEmptyLines = 255;
-constexpr int leastPin = 2;
-constexpr int mostPin = 5;
 
 struct DrawerRow
 {
@@ -151,13 +149,9 @@ bool setTarget(const QCommandLineParser &parser, const tool::ShopSettings &setti
 
 bool setDrawer(const QCommandLineParser &parser, const Options &options, Request &request)
 {
-    const auto pin = tool::numberOf(parser, options.drawerPin, leastPin, mostPin);
+    const auto pin = tool::pinOf(parser, options.drawerPin);
     if (!pin)
         return false;
-    if (*pin != leastPin && *pin != mostPin) {
-        tool::complain(QStringLiteral("--drawer-pin: \"%1\" is none of 2, 5").arg(*pin));
-        return false;
-    }
     request.options.drawerPin = *pin;
     if (!parser.isSet(options.drawer)) {
         if (parser.isSet(options.drawerPin))

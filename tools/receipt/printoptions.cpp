@@ -219,6 +219,18 @@ std::optional<PrintOptions> printOptionsOfEach(const QCommandLineParser &parser,
     return std::nullopt;
 }
 
+std::optional<int> pinOf(const QCommandLineParser &parser, const QCommandLineOption &option)
+{
+    constexpr int first = 2;
+    constexpr int second = 5;
+    const auto pin = numberOf(parser, option, first, second);
+    if (!pin || *pin == first || *pin == second)
+        return pin;
+    complain(QStringLiteral("--%1: \"%2\" is none of 2, 5")
+                 .arg(option.names().constFirst(), QString::number(*pin)));
+    return std::nullopt;
+}
+
 void complainOfCharacterSet(const QString &place, const QString &set,
                             const QMap<int, QString> &known)
 {

@@ -46,6 +46,10 @@ std::optional<printerslib::drivers::PrintOptions> printOptionsOf(
 std::optional<printerslib::drivers::PrintOptions> printOptionsOfEach(
     const QCommandLineParser &parser, const printerslib::drivers::PrinterProfile &profile);
 
+/// The pin of a drawer's connector that an option names, 2 or 5. Complains and gives nothing for
+/// another one.
+std::optional<int> pinOf(const QCommandLineParser &parser, const QCommandLineOption &option);
+
 /// Complains of a character set that a model lacks, and names those that it has.
 /// @param place where it is asked for
 void complainOfCharacterSet(const QString &place, const QString &set,
