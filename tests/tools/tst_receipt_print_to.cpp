@@ -399,6 +399,32 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
     }
 
+    void whatIsNotPrintedIsToldOnceOfTwoPrintersOfAModel_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("count");
+        const QString star = "TSP-TUP";
+        QTest::newRow("its model isn't named") << citizen << QStringList() << 1;
+        QTest::newRow("the same model") << citizen << QStringList({"--spare-model", citizen}) << 1;
+        QTest::newRow("another model") << star << QStringList({"--spare-model", star}) << 2;
+    }
+    void whatIsNotPrintedIsToldOnceOfTwoPrintersOfAModel()
+    {
+        QFETCH(QString, model);
+        QFETCH(QStringList, options);
+        QFETCH(int, count);
+        PlayedPrinter spare(model);
+        const QString file = m_folder.file("tea.txt", "Tea \xE8\xAA\x9E 1\n");
+        const ReceiptRun run =
+            runReceipt(QStringList{"print", "--plain", file, "--to", "tcp:127.0.0.1:1", "--model",
+                                   citizen, "--spare", spare.address()} +
+                       options);
+        QVERIFY2(run.errors.count(file + ": block 1, line 1: ") == count, qPrintable(run.errors));
+        QVERIFY2(decoded(spare.received(), model).startsWith("Tea "), qPrintable(run.errors));
+        QCOMPARE(run.status, 0);
+    }
+
     void sparePrinterIsLeftAloneWhileTheFirstOnePrints()
     {
         PlayedPrinter first;

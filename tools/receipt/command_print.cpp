@@ -117,7 +117,7 @@ struct Request
     PrintOptions options;
     tool::StreamDestination destination;
     PrintJobOptions job;
-    /// Of the other printer, with its address in `spare`.
+    /// Of the other printer, whose address is `spare`; nothing: the same as of this one.
     std::optional<PrintTarget> spareTarget;
     PrintOptions spareOptions;
     std::optional<PrinterAddress> spare;
@@ -190,29 +190,27 @@ bool setBaud(const QCommandLineParser &parser, const Options &options,
 }
 
 /// What the other printer prints it as: on the same paper in the same font, as far as it has them.
-bool setSpareTarget(const QCommandLineParser &parser, const tool::ShopSettings &settings,
-                    Request &request)
+bool setSpareTarget(const QCommandLineParser &parser, Request &request)
 {
-    const auto paper = settings.paperOf(parser);
-    if (!paper)
-        return false;
-    request.spareTarget = request.target;
-    request.spareOptions = request.options;
     if (!parser.isSet(tool::spareModelOption()))
         return true;
-    const auto model = tool::findModel(paper->models, parser.value(tool::spareModelOption()));
+    const auto model =
+        tool::findModel(request.paper.models, parser.value(tool::spareModelOption()));
     if (!model)
         return false;
-    request.spareTarget = tool::targetOf(*model, *paper);
+    if (model->id() == request.paper.model->id())
+        return true;
+    request.spareTarget = tool::targetOf(*model, request.paper);
     const auto options = tool::printOptionsOfEach(parser, request.spareTarget->profile());
     if (!options)
         return false;
+    request.spareOptions = request.options;
     request.spareOptions.codePage = options->codePage;
     return true;
 }
 
 /// What is said of a job, which needs a printer.
-bool setJob(const QCommandLineParser &parser, const tool::ShopSettings &settings, Request &request)
+bool setJob(const QCommandLineParser &parser, Request &request)
 {
     request.job = tool::jobOptionsOf(parser);
     request.asJson = parser.isSet(tool::jsonOption());
@@ -240,7 +238,7 @@ bool setJob(const QCommandLineParser &parser, const tool::ShopSettings &settings
         return false;
     }
     request.repeatsOnSpare = parser.isSet(tool::spareRepeatsOption());
-    return setSpareTarget(parser, settings, request);
+    return setSpareTarget(parser, request);
 }
 
 bool setDestination(const QCommandLineParser &parser, const Options &options, Request &request)
@@ -299,8 +297,7 @@ PrintQueueRequest queued(const Request &request, const EncodedDocument &encoded)
     return kept;
 }
 
-int deliver(const Request &request, const EncodedDocument &encoded,
-            const std::optional<EncodedDocument> &spare)
+int deliver(const Request &request, const EncodedDocument &encoded, const EncodedDocument &spare)
 {
     if (request.isDryRun) {
         tool::print(timedText(request, encoded));
@@ -312,8 +309,9 @@ int deliver(const Request &request, const EncodedDocument &encoded,
         tool::PrinterDelivery delivery{
             preparedFor(request.destination.printer(), *request.target, request, encoded),
             std::nullopt, request.repeatsOnSpare, request.isRepeat, request.asJson};
-        if (spare)
-            delivery.spare = preparedFor(*request.spare, *request.spareTarget, request, *spare);
+        if (request.spare)
+            delivery.spare = preparedFor(
+                *request.spare, request.spareTarget.value_or(*request.target), request, spare);
         return tool::deliver(delivery);
     }
     if (!request.destination.take(encoded.bytes))
@@ -365,13 +363,13 @@ int print(const Request &request)
     const auto encoded = encodedFor(*request.target, request.options, request, *receipt);
     if (!encoded)
         return tool::BadInput;
-    std::optional<EncodedDocument> spare;
-    if (request.spare) {
+    auto spare = encoded;
+    if (request.spareTarget) {
         spare = encodedFor(*request.spareTarget, request.spareOptions, request, *receipt);
         if (!spare)
             return tool::BadInput;
     }
-    return deliver(request, *encoded, spare);
+    return deliver(request, *encoded, *spare);
 }
 
 }  // namespace
@@ -401,7 +399,7 @@ int runPrint(const QStringList &arguments)
     const auto source = tool::sourceOf(parser);
     if (!source || !setTarget(parser, *settings, request) || !setDrawer(parser, options, request) ||
         !setEnd(parser, options, request) || !setDestination(parser, options, request) ||
-        !setBaud(parser, options, *settings, request) || !setJob(parser, *settings, request))
+        !setBaud(parser, options, *settings, request) || !setJob(parser, request))
         return tool::WrongUsage;
     request.source = *source;
     return print(request);
