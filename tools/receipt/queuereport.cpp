@@ -9,7 +9,6 @@
 
 namespace tool {
 
-using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::PrintJobResult;
 using printerslib::drivers::PrintQueueEntry;
 using State = PrintQueueEntry::State;
@@ -85,9 +84,7 @@ QJsonValue timeJson(const QDateTime &time)
 
 QJsonObject entryJson(const PrintQueueEntry &entry)
 {
-    QJsonObject json = resultJson(
-        {{}, PrinterProfile::forModel(entry.modelId).value_or(PrinterProfile()), entry.address, {}},
-        entry.result);
+    QJsonObject json = resultJson({{}, {}, entry.address, {}}, entry.result);
     for (const char *key : {"status", "pieces", "notes"})
         json.remove(QLatin1String(key));
     json.insert(QStringLiteral("model"), entry.modelId);
