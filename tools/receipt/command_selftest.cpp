@@ -217,7 +217,7 @@ bool mayWrite(const QCommandLineParser &parser, const Options &options)
     const QString file = parser.value(options.output);
     if (file.isEmpty() || parser.isSet(options.force) || !QFileInfo::exists(file))
         return true;
-    tool::complain(QStringLiteral("%1: is there already; --force replaces it").arg(file));
+    tool::complain(tool::isThereText(file));
     return false;
 }
 

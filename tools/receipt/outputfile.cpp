@@ -134,6 +134,11 @@ bool writeFile(const QString &fileName, const QByteArray &content)
     });
 }
 
+QString isThereText(const QString &fileName)
+{
+    return QStringLiteral("%1: is there already; --force replaces it").arg(fileName);
+}
+
 bool keepsSources(const QStringList &outputs, const QStringList &sources)
 {
     for (const QString &output : outputs) {

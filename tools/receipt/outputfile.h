@@ -21,6 +21,9 @@ bool writeFile(const QString &fileName,
 /// The same with this content.
 bool writeFile(const QString &fileName, const QByteArray &content);
 
+/// Why a file that is there isn't written by a command that has --force.
+QString isThereText(const QString &fileName);
+
 /// Complains and gives false if one of the files that are to be written is there and is one of
 /// those that they are made of.
 bool keepsSources(const QStringList &outputs, const QStringList &sources);

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <cerrno>
 
+#include "outputfile.h"
 #include "recording.h"
 
 namespace tool {
@@ -39,7 +40,7 @@ bool SessionFile::begin(const QString &heading)
 
 bool SessionFile::failAsThere()
 {
-    m_fault = QStringLiteral("%1: is there already; --force replaces it").arg(m_fileName);
+    m_fault = isThereText(m_fileName);
     return false;
 }
 
