@@ -625,6 +625,19 @@ private Q_SLOTS:
                          R"("3":"CP860","4":"CP863","5":"CP865"}})"));
     }
 
+    void allPagesAreThoseThatArePrinted()
+    {
+        SelfTestPlan plan = planOf(vkp);
+        plan.choosePages({0, 2});
+        QCOMPARE(foundIn(plan, {{"pages", "all"}}), QString("{}"));
+        plan.choosePages({0, 17});
+        QCOMPARE(foundIn(plan, {{"pages", "all"}}),
+                 QString("which set is code page 17? Say it as 17=CP866"));
+        QCOMPARE(foundIn(plan, {{"pages", "all 17=CP866"}}),
+                 QString(R"({"codePages":{"0":"CP437","17":"CP866","19":"CP858","2":"CP850",)"
+                         R"("3":"CP860","4":"CP863","5":"CP865"}})"));
+    }
+
     void pageAfterAResetNeedNotBePrinted()
     {
         SelfTestPlan plan = planOf("SWECOIN_TM_20XX");

@@ -235,15 +235,19 @@ QString SelfTestReaders::pages(Findings &findings, const QString &text)
     static const QRegularExpression gap(QStringLiteral("[\\s,]+"));
     const SelfTestPlan &plan = findings.m_plan;
     const QStringList words = text.split(gap, Qt::SkipEmptyParts);
+    const bool areAll = isWord(words.value(0), "all");
+    const QStringList named = words.mid(areAll ? 1 : 0);
     QJsonObject pages;
-    if (isWord(words.value(0), "all"))
-        pages = plan.fact(pagesKey).toObject();
-    const QStringList changed = words.mid(pages.isEmpty() ? 0 : 1);
-    for (const QString &word : changed) {
-        QString fault = page(plan, word, pages);
-        if (!fault.isEmpty())
-            return fault;
+    QString fault;
+    for (auto word = named.begin(); word != named.end() && fault.isEmpty(); ++word)
+        fault = page(plan, *word, pages);
+    const QStringList printed = areAll ? pageNumbersOf(plan) : QStringList();
+    for (auto number = printed.begin(); number != printed.end() && fault.isEmpty(); ++number) {
+        if (!pages.contains(*number))
+            fault = page(plan, *number, pages);
     }
+    if (!fault.isEmpty())
+        return fault;
     // What wasn't printed isn't judged.
     const QJsonObject known = plan.fact(pagesKey).toObject();
     for (auto it = known.begin(); it != known.end(); ++it) {
