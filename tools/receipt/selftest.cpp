@@ -293,10 +293,8 @@ void Composer::addPictures()
 void Composer::addCodes()
 {
     const QString key = QStringLiteral("drawnCodes");
-    const QJsonObject usual = PrinterProfile().toJson().value(key).toObject();
-    const QJsonObject own = m_plan.fact(key).toObject();
     for (const QString &code : m_plan.codes) {
-        const QJsonObject drawn{{code, own.contains(code) ? own.value(code) : usual.value(code)}};
+        const QJsonObject drawn{{code, m_plan.drawnCode(code)}};
         add(documentOf(
                 {blockOf({QString(), code + QStringLiteral(" by the printer")}), sampleOf(code)}),
             m_plan.with({{key, drawn}}));

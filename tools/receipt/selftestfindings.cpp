@@ -270,12 +270,9 @@ QString SelfTestReaders::codes(Findings &findings, const QString &text)
     const auto words = wordsAmong(text, findings.m_plan.codes, fault);
     if (!words)
         return fault;
-    const QJsonObject own = findings.m_plan.fact(drawnKey).toObject();
-    const QJsonObject usual =
-        printerslib::drivers::PrinterProfile().toJson().value(drawnKey).toObject();
     QJsonObject drawn;
     for (const QString &code : *words)
-        drawn.insert(code, own.contains(code) ? own.value(code) : usual.value(code));
+        drawn.insert(code, findings.m_plan.drawnCode(code));
     findings.m_facts.insert(drawnKey, drawn);
     return {};
 }

@@ -135,6 +135,13 @@ int SelfTestPlan::ladderDots() const
     return std::clamp((wanted + numberStep - 1) / numberStep * numberStep, least, most);
 }
 
+QJsonValue SelfTestPlan::drawnCode(const QString &code) const
+{
+    const QJsonObject own = fact(codesKey).toObject();
+    return own.contains(code) ? own.value(code)
+                              : PrinterProfile().toJson().value(codesKey).toObject().value(code);
+}
+
 bool SelfTestPlan::opensDrawers() const
 {
     return dialectRowOf(profile().dialect()).opensDrawers;

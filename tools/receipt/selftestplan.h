@@ -58,6 +58,10 @@ public:
     /// Dots from one number of them to the next.
     static constexpr int numberStep = 32;
 
+    /// How the printer draws a code, as a file of models has it: as the model's data say, or else
+    /// as a general printer does.
+    QJsonValue drawnCode(const QString &code) const;
+
     /// Whether the printer's commands have one that opens a drawer.
     bool opensDrawers() const;
 
