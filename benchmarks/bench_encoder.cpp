@@ -2,8 +2,8 @@
 //
 //   text/ITEMS     a receipt of so many items, laid out and encoded in the printer's own letters
 //   codec/ITEMS    the same text in one call of QTextCodec
-//   picture_20     20 lines of 48 characters, laid out, drawn and encoded as a picture:
-//                  "milliseconds"
+//   picture_20     20 lines of 48 characters, laid out, drawn and encoded as a picture;
+//                  "milliseconds" is how long that takes
 //   laid_out/ITEMS what of text/ITEMS is the laying out
 //
 // "bytes" is how many bytes come out.

@@ -1,10 +1,9 @@
 // A client that prints: what it can't do meanwhile, and what its printer's line doesn't do.
 //
-//   longest_pause/serial  a receipt of 100 items to a printer on a pseudo terminal; "milliseconds"
-//   is
-//                         the longest time in which the client's event loop did nothing else,
-//                         "cpu_milliseconds" the longest time of its processor in one turn, which
-//                         other programs don't disturb
+//   longest_pause/serial  a receipt of 100 items to a printer on a pseudo terminal;
+//                         "milliseconds" is the longest time in which the client's event loop did
+//                         nothing else, "cpu_milliseconds" the longest time of its processor in one
+//                         turn, which other programs don't disturb
 //   longest_pause/tcp     the same over a network
 //   line_idle             500 receipts of a till at 19200 baud, on a simulated clock;
 //                         "idle_percent" is the share of time in which the line is idle while the
