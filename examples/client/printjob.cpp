@@ -14,8 +14,11 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     QTextStream output(stdout);
+    const QStringList arguments = application.arguments();
     QString error = "print-job ADDRESS";
-    const auto address = PrinterAddress::parse(application.arguments().value(1), &error);
+    std::optional<PrinterAddress> address;
+    if (arguments.size() == 2)
+        address = PrinterAddress::parse(arguments.at(1), &error);
     if (!address) {
         output << error << '\n';
         return 2;

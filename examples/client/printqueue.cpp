@@ -14,8 +14,11 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     QTextStream output(stdout);
+    const QStringList arguments = application.arguments();
     QString error = "print-queue FOLDER ADDRESS";
-    const auto address = PrinterAddress::parse(application.arguments().value(2), &error);
+    std::optional<PrinterAddress> address;
+    if (arguments.size() == 3)
+        address = PrinterAddress::parse(arguments.at(2), &error);
     if (!address) {
         output << error << '\n';
         return 2;
@@ -29,7 +32,7 @@ int main(int argc, char *argv[])
     request.profile = target->profile();
     request.address = *address;
     request.documentNumber = "4711";
-    PrintQueue queue(application.arguments().at(1));
+    PrintQueue queue(arguments.at(1));
     // From here on a power cut loses nothing.
     if (queue.add(request) == 0) {
         output << queue.fault() << '\n';
