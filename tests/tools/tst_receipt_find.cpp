@@ -16,6 +16,7 @@
 #include <cstring>
 
 #include "findrun.h"
+#include "printerslib/drivers/printeraddress.h"
 #include "virtualprinter.h"
 
 using namespace findrun;
@@ -69,6 +70,20 @@ private Q_SLOTS:
         const ReceiptRun gone = confirm(QJsonDocument(record).toJson(), {"--json"});
         QCOMPARE(gone.status, 1);
         QCOMPARE(QJsonDocument::fromJson(gone.output.toUtf8()).array(), QJsonArray());
+    }
+
+    void whatIsFoundIsAnAddressForPrograms()
+    {
+        VirtualPrinter printer(printerOnFirstLine("CUSTOM_VKP_80"));
+        printer.start();
+        const ReceiptRun found = receipt({"--port", printer.portPath(), "--json"});
+        QString error;
+        const auto address =
+            printerslib::drivers::PrinterAddress::fromFound(found.output.toUtf8(), &error);
+        QVERIFY2(address, qPrintable(error));
+        QCOMPARE(address->toString(),
+                 QString("serial:%1?baud=115200&parity=none&data=8&stop=1&flow=none")
+                     .arg(printer.portPath()));
     }
 
     void virtualPrinterIsFound()
