@@ -37,6 +37,10 @@ public:
     bool isSilent = false;
     bool isPaperOut = false;
     bool isCoverOpen = false;
+    bool isOffLine = false;  ///< by its button
+    bool isHot = false;
+    bool isCutterStuck = false;
+    bool isBroken = false;
     int confirmations = 1;   ///< how often each question for one is answered
     bool holdsBack = false;  ///< confirmations stay in it, and what is answered behind them
     QByteArray heldBack;     ///< those that do
@@ -152,14 +156,25 @@ private:
     {
         switch (int(command.bytes.at(2))) {
             case 1:
-                return QByteArray(1, isPaperOut || isCoverOpen ? 0x1A : 0x12);
+                return QByteArray(1, isStopped() ? 0x1A : 0x12);
             case 2:
                 return QByteArray(1, char(0x12 | (isCoverOpen ? 4 : 0) | (isPaperOut ? 0x20 : 0)));
+            case 3:
+                return QByteArray(1, char(0x12 | errorBits()));
             case 4:
                 return QByteArray(1, isPaperOut ? 0x72 : 0x12);
             default:
                 return QByteArray(1, 0x12);
         }
+    }
+
+    /// What an error's own bit says isn't said a second time.
+    bool isStopped() const { return isPaperOut || isCoverOpen || isOffLine; }
+
+    /// As they stand in DLE EOT 3 and in the fourth byte of Star's status.
+    int errorBits() const
+    {
+        return (isCutterStuck ? 0x08 : 0) | (isBroken ? 0x20 : 0) | (isHot ? 0x40 : 0);
     }
 
     QByteArray starStatus() const
@@ -169,8 +184,9 @@ private:
         QByteArray bytes = QByteArray::fromHex("230600000000000000");
         if (isPaperOut)
             bytes[5] = 0x08;
-        if (isPaperOut || isCoverOpen)
+        if (isStopped())
             bytes[2] = char(0x08 | (isCoverOpen ? 0x20 : 0));
+        bytes[3] = char(errorBits());
         bytes[7] = char((counter & 7) << 1 | (counter & 0x18) << 2);
         return bytes;
     }
@@ -178,13 +194,27 @@ private:
     QByteArray swecoin(int number)
     {
         if (number == 1)
-            return isPaperOut ? QByteArray("\x15\x03") : QByteArray("\x06");
+            return swecoinCode();
         QByteArray bytes(2, '\0');
         if (dataAnswers > 0) {
             dataAnswers--;
             bytes[0] = 0x40;
         }
         return bytes;
+    }
+
+    /// One code behind a NAK, or that all is well.
+    QByteArray swecoinCode() const
+    {
+        if (isCutterStuck)
+            return "\x15\x02";
+        if (isBroken)
+            return "\x15\x05";
+        if (isHot)
+            return "\x15\x07";
+        if (isCoverOpen)
+            return "\x15\x04";
+        return isPaperOut ? "\x15\x03" : "\x06";
     }
 
     StreamReader m_reader;

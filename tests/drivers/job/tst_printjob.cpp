@@ -7,6 +7,7 @@
 #include "pseudoterminal.h"
 
 Q_DECLARE_METATYPE(printerslib::drivers::PrinterProfile)
+Q_DECLARE_METATYPE(bool jobparts::Printer::*)
 
 using namespace jobparts;
 
@@ -149,25 +150,39 @@ void TestPrintJob::aLineThatDoesNotOpenIsNotBegun()
 
 void TestPrintJob::aPrinterThatCanNotPrintGetsNothing_data()
 {
+    using Status = PrinterStatus;
     QTest::addColumn<QString>("model");
-    QTest::addColumn<bool>("isCover");
+    QTest::addColumn<bool Printer::*>("trouble");
+    QTest::addColumn<int>("flag");
+    const std::tuple<const char *, bool Printer::*, Status::Flag> troubles[] = {
+        {"paper", &Printer::isPaperOut, Status::PaperOut},
+        {"cover", &Printer::isCoverOpen, Status::CoverOpen},
+        {"off line", &Printer::isOffLine, Status::OffLine},
+        {"heat", &Printer::isHot, Status::RecoverableError},
+        {"cutter", &Printer::isCutterStuck, Status::CutterError},
+        {"broken", &Printer::isBroken, Status::UnrecoverableError},
+    };
     for (const char *model : {"GENERAL_EPSON_PROTOCOL", "TSP-TUP", "SWECOIN_TM_20XX"}) {
-        QTest::addRow("paper, %s", model) << QString(model) << false;
-        if (qstrcmp(model, "SWECOIN_TM_20XX") != 0)
-            QTest::addRow("cover, %s", model) << QString(model) << true;
+        for (const auto &[name, trouble, flag] : troubles) {
+            // One of Swecoin's has no such state.
+            if (flag != Status::OffLine || qstrcmp(model, "SWECOIN_TM_20XX") != 0)
+                QTest::addRow("%s, %s", name, model) << QString(model) << trouble << int(flag);
+        }
     }
 }
 
 void TestPrintJob::aPrinterThatCanNotPrintGetsNothing()
 {
     QFETCH(QString, model);
-    QFETCH(bool, isCover);
+    QFETCH(bool Printer::*, trouble);
+    QFETCH(int, flag);
     Setting setting(profileOf(model));
-    (isCover ? setting.printer->isCoverOpen : setting.printer->isPaperOut) = true;
+    setting.options = {};
+    setting.printer.get()->*trouble = true;
     const auto job = setting.run();
     QCOMPARE(job->end.outcome, Outcome::NotBegun);
     QCOMPARE(job->end.reason, Reason::Status);
-    QVERIFY(job->end.status.has(isCover ? PrinterStatus::CoverOpen : PrinterStatus::PaperOut));
+    QVERIFY(job->end.status.has(PrinterStatus::Flag(flag)));
     QCOMPARE(job->end.text, job->end.status.text());
     QVERIFY(!setting.printer->got.contains("Total"));
     QCOMPARE(job->end.mostBytes, 0);
