@@ -113,18 +113,12 @@ std::unique_ptr<DeviceLine> lineOf(const Request &request)
 /// an interrupt.
 bool getTurn(DeviceLock &lock, const PrinterAddress &printer, const Interrupt &interrupt)
 {
-    constexpr int step = 100;  // milliseconds between two looks for an interrupt
-    int told = 0;
-    while (!lock.waitFor(step)) {
-        if (!lock.fault().isEmpty() || interrupt.hasCome()) {
-            tool::complain(interrupt.hasCome() ? QStringLiteral("cancelled") : lock.fault());
-            return false;
-        }
-        if (lock.ahead() > 0 && lock.ahead() != told)
-            tool::tellPlaceInQueue(printer, lock.ahead());
-        told = lock.ahead();
-    }
-    return true;
+    const QString fault = tool::waitForTurn(lock, printer, [&interrupt](int) {
+        return interrupt.hasCome() ? QStringLiteral("cancelled") : QString();
+    });
+    if (!fault.isEmpty())
+        tool::complain(fault);
+    return fault.isEmpty();
 }
 
 void say(const QString &text)

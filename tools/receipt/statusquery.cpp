@@ -79,22 +79,14 @@ bool StatusQuery::mayGoOn()
 bool StatusQuery::getTurn()
 {
     const QDeadlineTimer end(m_milliseconds);
-    int told = 0;
-    while (mayGoOn()) {
-        if (m_lock.waitFor(step))
-            return true;
-        if (!m_lock.fault().isEmpty())
-            return fail(m_lock.fault());
-        const int ahead = m_lock.ahead();
-        if (ahead > 0 && ahead != told)
-            tellPlaceInQueue(m_address, ahead);
-        told = ahead;
-        if (end.hasExpired())
-            return fail(QStringLiteral("%1 isn't free: waited %2, and %3")
-                            .arg(m_address.toString(), secondsText(m_milliseconds),
-                                 jobsInFront(std::max(ahead, 1))));
-    }
-    return false;
+    m_result.fault = waitForTurn(m_lock, m_address, [this, &end](int ahead) {
+        if (mayGoOn() && end.hasExpired())
+            fail(QStringLiteral("%1 isn't free: waited %2, and %3")
+                     .arg(m_address.toString(), secondsText(m_milliseconds),
+                          jobsInFront(std::max(ahead, 1))));
+        return m_result.fault;
+    });
+    return m_result.fault.isEmpty();
 }
 
 bool StatusQuery::openLine()
