@@ -164,7 +164,7 @@ public:
     {
         m_count += findings.size();
         for (const Finding &finding : findings) {
-            m_worst = std::min(m_worst, finding.rule->severity);
+            m_worst = std::min(m_worst, finding.severity);
             if (m_json)
                 m_array.append(jsonOf(file, finding));
             else
@@ -185,7 +185,7 @@ private:
     static QString lineOf(const QString &file, const Finding &finding)
     {
         return QStringLiteral("%1:%2:%3: ").arg(file).arg(finding.line).arg(finding.column) +
-               nameOf(finding.rule->severity) + QStringLiteral(": ") + finding.message +
+               nameOf(finding.severity) + QStringLiteral(": ") + finding.message +
                QStringLiteral(" [%1]").arg(QLatin1String(finding.rule->name));
     }
     static QJsonObject jsonOf(const QString &file, const Finding &finding)
@@ -193,7 +193,7 @@ private:
         return {{QStringLiteral("file"), file},
                 {QStringLiteral("line"), finding.line},
                 {QStringLiteral("column"), finding.column},
-                {QStringLiteral("severity"), nameOf(finding.rule->severity)},
+                {QStringLiteral("severity"), nameOf(finding.severity)},
                 {QStringLiteral("rule"), QLatin1String(finding.rule->name)},
                 {QStringLiteral("message"), finding.message}};
     }

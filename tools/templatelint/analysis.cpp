@@ -242,13 +242,18 @@ QVector<const Road *> Analysis::decisiveRoads(const Piece &piece) const
 
 void Report::add(int offset, const QString &message)
 {
+    addAs(m_rule.severity, offset, message);
+}
+
+void Report::addAs(Severity severity, int offset, const QString &message)
+{
     const Place place = m_source.place(offset);
-    m_findings.append({place.line, place.column, &m_rule, message});
+    m_findings.append({place.line, place.column, &m_rule, severity, message});
 }
 
 void Report::addToLine(int offset, const QString &message)
 {
-    m_findings.append({m_source.place(offset).line, 1, &m_rule, message});
+    m_findings.append({m_source.place(offset).line, 1, &m_rule, m_rule.severity, message});
 }
 
 }  // namespace templatelint

@@ -100,6 +100,8 @@ public:
         : m_rule(rule), m_source(source), m_findings(findings)
     {}
     void add(int offset, const QString &message);
+    /// One that isn't as bad as the rule's worst.
+    void addAs(Severity severity, int offset, const QString &message);
     /// At the beginning of the line.
     void addToLine(int offset, const QString &message);
 

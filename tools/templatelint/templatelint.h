@@ -62,7 +62,7 @@ class Report;
 struct Rule
 {
     const char *name;
-    Severity severity;
+    Severity severity;  ///< the worst of its findings
     const char *summary;
     const char *why;
     const char *wrong;      ///< a template on which the rule speaks
@@ -84,6 +84,7 @@ struct Finding
     int line;    ///< from 1
     int column;  ///< from 1, in UTF-16 units as editors count
     const Rule *rule;
+    Severity severity;  ///< that of the rule, or a lesser one
     QString message;
 };
 
