@@ -183,6 +183,15 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
     }
 
+    void fiveSecondsAreWaitedForAnAnswer()
+    {
+        const SilentPort port;
+        const ReceiptRun run = status(asking(port.address(), {}));
+        QCOMPARE(run.errors, QString("receipt: %1 doesn't answer: sent %2, waited 5 s\n")
+                                 .arg(port.address(), epsonQuestions));
+        QCOMPARE(run.status, 1);
+    }
+
     void jsonOfASilentPortSaysSo()
     {
         const SilentPort port;
