@@ -252,6 +252,7 @@ private Q_SLOTS:
     void thereIsNothingToReprint();
     void theJournalKeepsSoMany();
     void theJournalKeepsSoLong();
+    void withoutASettingTheJournalKeepsTenThousand();
     void theLastOneStays();
     void theLastReceiptStaysBehindItsCopy();
     void timesAheadDoNotEndTheRetention();
@@ -1093,6 +1094,26 @@ void TestPrintQueue::theJournalKeepsSoLong()
     shop.add("x");
     shop.queue->run();
     QCOMPARE(idsOf(shop.queue->journal()), (QVector<qint64>{4, 3, 2}));
+}
+
+void TestPrintQueue::withoutASettingTheJournalKeepsTenThousand()
+{
+    const Shop shop;
+    shop.add("x");
+    shop.queue->run();
+    const QString journal = shop.path + "/journal/";
+    const QByteArray first = QFile::encodeName(journal + QueueFolder::nameOf(1));
+    for (qint64 id = 2; id <= PrintQueue::usualCount; ++id) {
+        const QByteArray name = QFile::encodeName(journal + QueueFolder::nameOf(id));
+        QVERIFY(::link(first.constData(), name.constData()) == 0);
+    }
+    const qint64 last = shop.add("x");
+    QCOMPARE(last, PrintQueue::usualCount + 1);
+    shop.queue->run();
+    const auto ids = QueueFolder(shop.path).ids(QueueFolder::Place::Journal);
+    QCOMPARE(ids.size(), PrintQueue::usualCount);
+    QCOMPARE(ids.constFirst(), 2);
+    QCOMPARE(ids.constLast(), last);
 }
 
 void TestPrintQueue::theLastOneStays()
