@@ -37,7 +37,7 @@ public:
     /// Whether being proven also says that the printer wasn't off since the document's begin.
     bool hasMacro() const { return m_hasMacro; }
     /// Whether it has answered, but not by the macro: it was off.
-    bool hasLostMacro() const { return m_hasMacro && m_answered > 0; }
+    bool hasLostMacro() const { return m_hasMacro && m_answered > 0 && !m_isRead; }
 
     /// The bytes in front of the document, of which the end will tell whether the printer was off
     /// in between. The record is that of jobs before, and tells of these then.

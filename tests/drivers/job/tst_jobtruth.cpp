@@ -6,6 +6,7 @@
 #include "jobsetting.h"
 
 Q_DECLARE_METATYPE(printerslib::drivers::PrinterProfile)
+Q_DECLARE_METATYPE(bool jobparts::Printer::*)
 
 using namespace jobparts;
 
@@ -88,6 +89,8 @@ private Q_SLOTS:
     void switchedOffAtAnyByteItIsNotProven_data();
     void switchedOffAtAnyByteItIsNotProven();
     void itIsSaidThatItWasOff();
+    void anErrorAtTheEndIsNotTakenForItsPower_data();
+    void anErrorAtTheEndIsNotTakenForItsPower();
     void otherModelsGetNoMacro();
     void withoutConfirmationThereIsNoMacro();
     void macroAnswersThatComeLateAreWaitedFor();
@@ -217,6 +220,42 @@ void TestJobTruth::itIsSaidThatItWasOff()
             job->end.text,
             QString("the printer was switched off and on within the job: what it held is lost"));
     }
+}
+
+void TestJobTruth::anErrorAtTheEndIsNotTakenForItsPower_data()
+{
+    QTest::addColumn<bool Printer::*>("what");
+    QTest::addColumn<int>("wait");
+    QTest::addColumn<int>("flag");
+    const int forEver = PrintJobOptions::forEver;
+    QTest::newRow("off line") << &Printer::isOffLine << 0 << int(PrinterStatus::OffLine);
+    QTest::newRow("hot head") << &Printer::isHot << 0 << int(PrinterStatus::RecoverableError);
+    QTest::newRow("no paper, which is waited for")
+        << &Printer::isPaperOut << forEver << int(PrinterStatus::PaperOut);
+    QTest::newRow("cover open, which is waited for")
+        << &Printer::isCoverOpen << forEver << int(PrinterStatus::CoverOpen);
+}
+
+void TestJobTruth::anErrorAtTheEndIsNotTakenForItsPower()
+{
+    QFETCH(bool Printer::*, what);
+    QFETCH(int, wait);
+    QFETCH(int, flag);
+    Kept setting;
+    setting.options.waitMilliseconds = wait;
+    auto job = setting.job();
+    setting.line->perTurn = 1;
+    setting.line->onTaken = [&](qint64) {
+        // The last question in its turn, behind that of the macro.
+        if (setting.printer->got.endsWith(QByteArray::fromHex("1d5e0100001d7201")))
+            (*setting.printer).*what = true;
+    };
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Sent);
+    QVERIFY(job->end.status.has(PrinterStatus::Flag(flag)));
+    QCOMPARE(job->end.reason, Reason::Status);
+    QCOMPARE(job->end.text, job->end.status.text());
 }
 
 void TestJobTruth::otherModelsGetNoMacro()
