@@ -210,8 +210,9 @@ void JobProof::hasTold()
         m_before = 0;
         m_answered = 0;
         m_isRead = false;
+        m_isUrgent = false;
     }
-    m_isUrgent = m_isDeferred && isInOrder();
+    m_isUrgent = m_isUrgent || (m_isDeferred && isInOrder());
 }
 
 void JobProof::takeConfirmation(const StatusAnswer &answer)

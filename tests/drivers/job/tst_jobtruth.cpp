@@ -113,6 +113,7 @@ private Q_SLOTS:
 
     // ---- Answers without a number
     void lateAnswersAreNotTakenForOthers();
+    void whatItTellsBehindItsAnswerDelaysNothing();
     void theWaitIsNotOverForAPrinterThatIsMended();
 };
 
@@ -548,6 +549,34 @@ void TestJobTruth::lateAnswersAreNotTakenForOthers()
         QCOMPARE(job->end.outcome, Outcome::Processed);
         QVERIFY(!job->end.status.has(PrinterStatus::PaperOut));
     }
+}
+
+/// Questions of a pause stay without an answer, and in one read with the answer at the end it tells
+/// how it is.
+void TestJobTruth::whatItTellsBehindItsAnswerDelaysNothing()
+{
+    Befallen setting(profileOf(plain));
+    setting.options.waitMilliseconds = PrintJobOptions::forEver;
+    setting.options.statusMilliseconds = 5000;
+    setting.options.confirmMilliseconds = 5000;
+    int asked = 0;
+    const auto job = setting.begin([&] {
+        asked = setting.printer->questions;
+        setting.printer->isPaperOut = true;
+        setting.printer->isSilent = true;
+        setting.tell();
+    });
+    TRY(setting.isBefallen && setting.printer->questions > asked);
+    setting.printer->isPaperOut = false;
+    setting.printer->isSilent = false;
+    setting.printer->holdsBack = true;
+    setting.tell();
+    TRY(setting.printer->got.endsWith("\x1Dr\x01"));
+    QVERIFY(!job->isFinished());
+    setting.printer->holdsBack = false;
+    Q_EMIT setting.line->received(setting.printer->heldBack + setting.printer->automatic());
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Processed);
 }
 
 void TestJobTruth::theWaitIsNotOverForAPrinterThatIsMended()
