@@ -60,9 +60,20 @@ void addNotes(EncodedDocument &document, const QVector<PrintNote> &notes)
 EncodedDocument withLineInFront(const EncodedDocument &document, const PrintTarget &target,
                                 const QString &line)
 {
-    if (line.isEmpty() || !document.error.isEmpty() || document.bytes.isEmpty())
+    return withLinesInFront(document, target, {line});
+}
+
+EncodedDocument withLinesInFront(const EncodedDocument &document, const PrintTarget &target,
+                                 const QStringList &lines)
+{
+    QList<DocumentBlock> blocks;
+    for (const QString &line : lines) {
+        if (!line.isEmpty())
+            blocks.append(boldLine(line));
+    }
+    if (blocks.isEmpty() || !document.error.isEmpty() || document.bytes.isEmpty())
         return document;
-    EncodedDocument made = encodedFor(target, {boldLine(line)});
+    const EncodedDocument made = encodedFor(target, blocks);
     if (!made.error.isEmpty())
         return made;
     const int place = placeOfFirstRow(document);

@@ -386,9 +386,7 @@ EncodedDocument QueuedJob::printed() const
         return document;
     }
     const PrintTarget target(request.profile, known->record(), request.paperId, request.baseFont);
-    for (auto line = linesInFront.crbegin(); line != linesInFront.crend(); ++line)
-        document = withLineInFront(document, target, *line);
-    return document;
+    return withLinesInFront(document, target, linesInFront);
 }
 
 }  // namespace printerslib::drivers

@@ -228,6 +228,34 @@ private Q_SLOTS:
         QCOMPARE(made.marks.first().offset, 0);
     }
 
+    void linesStandFromTopToBottom_data()
+    {
+        QTest::addColumn<bool>("hasMarks");
+        QTest::newRow("above a document") << true;
+        QTest::newRow("above bytes without marks") << false;
+    }
+    void linesStandFromTopToBottom()
+    {
+        QFETCH(bool, hasMarks);
+        const PrintTarget to = target("GENERAL_EPSON_PROTOCOL");
+        EncodedDocument before = encoded(documentOf({textBlock("Total")}), to);
+        if (!hasMarks)
+            before.marks.clear();
+        const EncodedDocument made = withLinesInFront(before, to, {"ONE", "", "TWO", "THREE"});
+        const Paper paper = papersOf(made.bytes, to.profile()).first();
+        QVector<int> tops;
+        for (const Paper::Cell &cell : paper.cells) {
+            if (cell.character != u' ' && !tops.contains(cell.top))
+                tops.append(cell.top);
+        }
+        QCOMPARE(tops.size(), 4);
+        QString text = textOfCells(paper);
+        QCOMPARE(text.remove(' '), QString("ONETWOTHREETotal"));
+        QCOMPARE(withLinesInFront(before, to, {word}).bytes,
+                 withLineInFront(before, to, word).bytes);
+        QCOMPARE(withLinesInFront(before, to, {}).bytes, before.bytes);
+    }
+
     void nothingIsAddedToAnErrorOrByAnEmptyLine()
     {
         const PrintTarget to = target("GENERAL_EPSON_PROTOCOL");

@@ -248,6 +248,8 @@ private Q_SLOTS:
     void aReprintIsMarkedAsACopy();
     void aReprintIsOfTheLastWithItsNumber();
     void aReprintOpensNoDrawer();
+    void aRepeatedCopySaysSoInFrontOfItsMark_data();
+    void aRepeatedCopySaysSoInFrontOfItsMark();
     void copiesAreNotCopied();
     void thereIsNothingToReprint();
     void theJournalKeepsSoMany();
@@ -1039,6 +1041,40 @@ void TestPrintQueue::aReprintOpensNoDrawer()
     shop.queue->run();
     QVERIFY(!shop.queue->got().contains(pulse));
     QVERIFY(shop.queue->got().contains("one"));
+}
+
+void TestPrintQueue::aRepeatedCopySaysSoInFrontOfItsMark_data()
+{
+    QTest::addColumn<bool>("hasMarks");
+    QTest::newRow("of a document") << true;
+    QTest::newRow("of bytes without marks") << false;
+}
+
+void TestPrintQueue::aRepeatedCopySaysSoInFrontOfItsMark()
+{
+    QFETCH(bool, hasMarks);
+    const Shop shop;
+    PrintQueueRequest request = requestOf("one" + QByteArray(3000, ' ') + "all");
+    if (!hasMarks)
+        request.document.marks.clear();
+    shop.queue->add(request);
+    shop.queue->run();
+    const qint64 copy = shop.queue->reprintLast();
+    shop.queue->prepare = [](Line &line) { line.breaksAt = 1500; };
+    shop.queue->run();
+    QCOMPARE(shop.state(copy), State::Partial);
+    QVERIFY(shop.queue->repeat(copy));
+    shop.queue->prepare = {};
+    shop.queue->printer().got.clear();
+    shop.queue->run();
+    QCOMPARE(shop.state(copy), State::Done);
+    const QByteArray got = shop.queue->got();
+    const int repeat = got.indexOf("REPEAT");
+    QVERIFY(repeat >= 0);
+    QVERIFY(got.indexOf("CHECK_COPY", repeat) > repeat);
+    QVERIFY(got.indexOf("one", repeat) > got.indexOf("CHECK_COPY"));
+    QCOMPARE(got.count("REPEAT"), 1);
+    QCOMPARE(got.count("CHECK_COPY"), 1);
 }
 
 void TestPrintQueue::copiesAreNotCopied()

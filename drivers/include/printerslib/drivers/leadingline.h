@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "printerslib/drivers/documentencoder.h"
 #include "printerslib/drivers/drivers_export.h"
@@ -21,6 +22,11 @@ namespace printerslib::drivers {
 PRINTERSLIB_DRIVERS_EXPORT EncodedDocument withLineInFront(const EncodedDocument &document,
                                                            const PrintTarget &target,
                                                            const QString &line);
+
+/// The same with several lines, from top to bottom; empty ones are left out.
+PRINTERSLIB_DRIVERS_EXPORT EncodedDocument withLinesInFront(const EncodedDocument &document,
+                                                            const PrintTarget &target,
+                                                            const QStringList &lines);
 
 /// The word that says that a receipt is a repeat, in the language whose translation is installed,
 /// else in English: for withLineInFront().
