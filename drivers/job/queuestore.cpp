@@ -270,6 +270,16 @@ qint64 QueueStore::reprint(const std::optional<QString> &documentNumber, const Q
     copy.entry.copyOf = found;
     copy.linesInFront = QStringList{line};
     copy.isDrawerShut = true;
+    // It would wait for ever, and all others of its printer behind it.
+    const EncodedDocument printed = copy.printed();
+    if (!printed.error.isEmpty() || printed.bytes.isEmpty()) {
+        fail(
+            QStringLiteral("%1 can't be copied: %2")
+                .arg(jobText(found), printed.error.isEmpty()
+                                         ? QStringLiteral("it opened a drawer, and printed nothing")
+                                         : printed.error));
+        return 0;
+    }
     if (copy.entry.id > 0 && m_folder.write(Place::Queue, copy))
         return copy.entry.id;
     failOfFolder();

@@ -248,6 +248,7 @@ private Q_SLOTS:
     void aReprintIsMarkedAsACopy();
     void aReprintIsOfTheLastWithItsNumber();
     void aReprintOpensNoDrawer();
+    void aReceiptThatOnlyOpenedADrawerIsNotReprinted();
     void aRepeatedCopySaysSoInFrontOfItsMark_data();
     void aRepeatedCopySaysSoInFrontOfItsMark();
     void copiesAreNotCopied();
@@ -1041,6 +1042,29 @@ void TestPrintQueue::aReprintOpensNoDrawer()
     shop.queue->run();
     QVERIFY(!shop.queue->got().contains(pulse));
     QVERIFY(shop.queue->got().contains("one"));
+}
+
+void TestPrintQueue::aReceiptThatOnlyOpenedADrawerIsNotReprinted()
+{
+    const Shop shop;
+    PrintQueueRequest request = requestOf("one", "17");
+    request.document = {};
+    request.document.bytes = QByteArray("\x1Bp\0\x19\x19", 5);
+    shop.queue->add(request);
+    shop.queue->run();
+    QCOMPARE(shop.state(1), State::Done);
+    const QString fault = QString(
+                              "job 1 of %1 can't be copied: it opened a drawer, and printed "
+                              "nothing")
+                              .arg(shop.path);
+    QCOMPARE(shop.queue->reprintLast(), 0);
+    QCOMPARE(shop.queue->fault(), fault);
+    QCOMPARE(shop.queue->reprint("17"), 0);
+    QCOMPARE(shop.queue->fault(), fault);
+    QVERIFY(shop.queue->entries().isEmpty());
+    shop.add("two");
+    shop.queue->run();
+    QCOMPARE(shop.state(2), State::Done);
 }
 
 void TestPrintQueue::aRepeatedCopySaysSoInFrontOfItsMark_data()
