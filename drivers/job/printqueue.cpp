@@ -322,10 +322,10 @@ void PrintQueue::jobIsOver(const PrintJobResult &result)
         entry.ended = QDateTime::currentDateTimeUtc();
     } else {
         entry.begun = {};
-        if (parts.isBegun || !parts.store.isDropped(entry.id))
-            parts.blocked.insert(entry.address.lockKey());
-        else
+        if (!parts.isBegun && parts.store.isDropped(entry.id))
             entry.state = State::Dropped;
+        else if (result.reason != Reason::Cancelled)
+            parts.blocked.insert(entry.address.lockKey());
     }
     keepForRetraction();
     parts.isEndDue = parts.isBegun;

@@ -219,6 +219,7 @@ private Q_SLOTS:
     void aJobThatWaitsForItsPrinterMayBeDropped();
     void onlyOnePrints();
     void stopLetsAnotherOnePrint();
+    void startBehindStopPrintsWhatWasCancelled();
     void stopWhileAJobIsSentHoldsIt();
     void aJobThatNothingOfWentOutWaitsAgain();
     void stopInFrontOfAWrittenEndHoldsTheJob();
@@ -591,6 +592,26 @@ void TestPrintQueue::stopLetsAnotherOnePrint()
     other->run();
     QVERIFY(shop.queue->got().contains("one"));
     QVERIFY(shop.queue->ends.isEmpty());
+}
+
+void TestPrintQueue::startBehindStopPrintsWhatWasCancelled()
+{
+    const Shop shop;
+    shop.queue->printer().isPaperOut = true;
+    PrintQueueRequest request = requestOf("one");
+    request.options.waitMilliseconds = PrintJobOptions::forEver;
+    shop.queue->add(request);
+    QVERIFY(shop.queue->start());
+    TRY(shop.queue->printer().questions > 8);
+    shop.queue->printer().isPaperOut = false;
+    shop.queue->stop();
+    QVERIFY2(shop.queue->start(), "before it has stopped");
+    TRY(shop.queue->idles > 0);
+    QCOMPARE(shop.queue->ends.at(0).state, State::Waiting);
+    QCOMPARE(shop.queue->ends.at(0).result.reason, Reason::Cancelled);
+    QCOMPARE(shop.state(1), State::Done);
+    QCOMPARE(shop.queue->got().count("one"), 1);
+    QCOMPARE(shop.queue->stops, 0);
 }
 
 void TestPrintQueue::stopWhileAJobIsSentHoldsIt()

@@ -90,7 +90,7 @@ public:
     qint64 reprintLast();
 
     /// Prints what waits, and what is added by whatever program, until stop(). Called again, it
-    /// tries anew what couldn't be printed.
+    /// tries anew what couldn't be printed, and takes back a stop() that hasn't come to stopped().
     /// @return false if another program prints what is in the folder, or it can't be used
     bool start();
     /// Cancels the job that is under way, and ends in stopped(). What isn't begun stays; tickets
