@@ -297,10 +297,16 @@ void PrintQueue::startJob()
             [this, id](qint64 sent, qint64 total) { Q_EMIT progress(id, sent, total); });
     connect(job, &PrintJob::statusChanged, this,
             [this, id](const PrinterStatus &status) { Q_EMIT statusChanged(id, status); });
-    connect(job, &PrintJob::note, this, [this, id](const QString &text) { Q_EMIT note(id, text); });
+    connectNote(*job, id);
     connect(job, &PrintJob::finished, this, &PrintQueue::jobIsOver);
     parts.job->start();
     Q_EMIT started(PrintQueueEntry(current.entry));
+}
+
+void PrintQueue::connectNote(const PrintJob &job, qint64 id)
+{
+    connect(&job, &PrintJob::note, this,
+            [this, id](const QString &text) { Q_EMIT note(id, text); });
 }
 
 bool PrintQueue::writeBegin()
@@ -342,6 +348,7 @@ void PrintQueue::keepForRetraction()
         parts.job.release()->deleteLater();
         return;
     }
+    connectNote(*job, parts.current->entry.id);
     parts.retracting.push_back(std::move(parts.job));
     connect(job, &PrintJob::retracted, this, [this, job] {
         auto &jobs = m_parts->retracting;

@@ -6,6 +6,7 @@
 #include <QtTest>
 #include <csignal>
 
+#include "job/jobrecord_p.h"
 #include "job/queuefolder_p.h"
 #include "jobparts.h"
 #include "printerslib/drivers/leadingline.h"
@@ -224,6 +225,7 @@ private Q_SLOTS:
     void aJobThatNothingOfWentOutWaitsAgain();
     void stopInFrontOfAWrittenEndHoldsTheJob();
     void aTicketIsTakenBackInFrontOfIdle();
+    void thatATicketStaysIsTold();
     void idleIsToldOnceUntilThereIsSomething();
     void deletionInEachSignalIsSafe_data();
     void deletionInEachSignalIsSafe();
@@ -687,6 +689,30 @@ void TestPrintQueue::aTicketIsTakenBackInFrontOfIdle()
     shop.queue->run();
     QVERIFY(shop.queue->got().contains(request.document.retraction));
     QCOMPARE(shop.state(1), State::Done);
+}
+
+void TestPrintQueue::thatATicketStaysIsTold()
+{
+    const Shop shop;
+    PrintQueueRequest request = requestOf("one");
+    request.document.retractAfterSeconds = 3;
+    request.document.retraction =
+        "\x1D"
+        "e\x02";
+    shop.queue->add(request);
+    QVector<qint64> noted;
+    connect(shop.queue.get(), &PrintQueue::note, shop.queue.get(),
+            [&noted](qint64 id) { noted.append(id); });
+    connect(shop.queue.get(), &PrintQueue::ended, shop.queue.get(), [&shop] {
+        // Another program prints before it is taken back.
+        Lock lock(address(), shop.folder.path());
+        QVERIFY(lock.waitFor(500));
+        QVERIFY(lock.setRecord(JobRecord().toBytes()));
+    });
+    shop.queue->run();
+    QCOMPARE(shop.queue->notes, QStringList{"another job has printed since: its ticket stays"});
+    QCOMPARE(noted, QVector<qint64>{1});
+    QVERIFY(!shop.queue->got().contains(request.document.retraction));
 }
 
 void TestPrintQueue::idleIsToldOnceUntilThereIsSomething()

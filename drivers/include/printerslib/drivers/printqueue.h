@@ -128,6 +128,7 @@ private:
 
     void lookForNext();
     void startJob();
+    void connectNote(const PrintJob &job, qint64 id);
     bool writeBegin();
     void jobIsOver(const PrintJobResult &result);
     void keepForRetraction();
