@@ -80,6 +80,7 @@ struct PrintQueue::Parts
     std::vector<std::unique_ptr<PrintJob>> retracting;
     std::optional<QueuedJob> current;
     QSet<QString> blocked;  ///< printers that couldn't print
+    QString refusal;        ///< why the current job couldn't be begun
     bool isBegun = false;   ///< the current job is, durably
     bool isEndDue = false;  ///< of the current job, which is over
     bool isRunning = false;
@@ -313,6 +314,8 @@ bool PrintQueue::writeBegin()
 {
     Parts &parts = *m_parts;
     parts.isBegun = parts.store.begin(*parts.current);
+    // Slots that look into the folder have another one by the time that the job ends.
+    parts.refusal = parts.store.fault();
     return parts.isBegun;
 }
 
@@ -322,7 +325,7 @@ void PrintQueue::jobIsOver(const PrintJobResult &result)
     PrintQueueEntry &entry = parts.current->entry;
     entry.result = result;
     if (result.reason == Reason::Refused)
-        entry.result.text = parts.store.fault();
+        entry.result.text = parts.refusal;
     entry.state = stateAfter(result);
     if (entry.state != State::Waiting) {
         entry.ended = QDateTime::currentDateTimeUtc();

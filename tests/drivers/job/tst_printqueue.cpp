@@ -277,6 +277,7 @@ private Q_SLOTS:
     void aFolderThatCanNotBeReadIsTold();
     void aJobInBothPlacesIsOver();
     void whatCanNotBeWrittenIsTold();
+    void whyAJobIsRefusedIsToldThoughASlotLooksIntoTheFolder();
     void anEndThatCanNotBeWrittenIsWrittenLater();
     void aFolderThatIsNoneIsTold();
 };
@@ -1493,6 +1494,23 @@ void TestPrintQueue::whatCanNotBeWrittenIsTold()
     QCOMPARE(idsOf(shop.queue->entries()), QVector<qint64>{1});
     shop.queue->run();
     QCOMPARE(shop.queue->got().count("one"), 1);
+}
+
+void TestPrintQueue::whyAJobIsRefusedIsToldThoughASlotLooksIntoTheFolder()
+{
+    const Shop shop;
+    shop.add("one");
+    int looks = 0;
+    connect(shop.queue.get(), &PrintQueue::statusChanged, shop.queue.get(), [&] {
+        looks++;
+        QCOMPARE(shop.queue->entries().size(), 1);
+    });
+    const SmallDisk disk(100);
+    shop.queue->run();
+    QVERIFY(looks > 0);
+    QCOMPARE(shop.queue->ends.at(0).result.reason, Reason::Refused);
+    const QString text = shop.queue->ends.at(0).result.text;
+    QVERIFY2(text.startsWith(shop.file(1) + ": "), qPrintable(text));
 }
 
 void TestPrintQueue::anEndThatCanNotBeWrittenIsWrittenLater()

@@ -109,7 +109,9 @@ Q_SIGNALS:
     void statusChanged(qint64 id, const printerslib::drivers::PrinterStatus &status);
     /// As PrintJob::note(); with id 0 something of the folder.
     void note(qint64 id, const QString &text);
-    /// A job is at its end, which is written down. Waiting: it stays, as its printer can't print.
+    /// A job is at its end, which is written down. Waiting: it stays, as its printer can't print,
+    /// as its begin couldn't be written down (Refused), or as stop() cancelled it. In the first two
+    /// cases all that goes to this printer waits for the next start().
     void ended(const printerslib::drivers::PrintQueueEntry &entry);
     /// There is nothing to be tried any more; told once until there is.
     void idle();

@@ -15,7 +15,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintQueueEntry
 {
     /// How far it is.
     enum class State {
-        Waiting,   ///< nothing of it has gone out
+        Waiting,   ///< nothing of it has gone out; PrintQueue::ended() tells why, if it was tried
         Printing,  ///< it is under way
         Unknown,   ///< held: it was begun, and whether all of it is on paper can't be known
         Partial,   ///< held: some of it went out, and not all
