@@ -22,6 +22,7 @@ using Reason = PrintJobResult::Reason;
 using State = PrintQueueEntry::State;
 
 constexpr int writeAgainMilliseconds = 500;
+constexpr int lookAgainMilliseconds = 1000;
 
 /// The mark of copies as the formatter has it, without the tag that centres it there.
 QString copyLine()
@@ -74,8 +75,9 @@ struct PrintQueue::Parts
     QueueStore store;
     QString fault;
     QFileSystemWatcher watcher;
-    QTimer look;   ///< for the next job
-    QTimer write;  ///< of an end that couldn't be written down
+    QTimer look;       ///< for the next job
+    QTimer lookAgain;  ///< where the system can't watch the folder
+    QTimer write;      ///< of an end that couldn't be written down
     std::unique_ptr<PrintJob> job;
     std::vector<std::unique_ptr<PrintJob>> retracting;
     std::optional<QueuedJob> current;
@@ -95,6 +97,7 @@ PrintQueue::PrintQueue(const QString &folder, QObject *parent)
     for (QTimer *timer : {&m_parts->look, &m_parts->write})
         timer->setSingleShot(true);
     connect(&m_parts->look, &QTimer::timeout, this, &PrintQueue::lookForNext);
+    connect(&m_parts->lookAgain, &QTimer::timeout, this, &PrintQueue::lookForNext);
     connect(&m_parts->write, &QTimer::timeout, this, &PrintQueue::writeEnd);
     connect(&m_parts->watcher, &QFileSystemWatcher::directoryChanged, this,
             [this] { m_parts->look.start(0); });
@@ -205,7 +208,9 @@ bool PrintQueue::start()
         if (!aside)
             return false;
         parts.isRunning = true;
-        parts.watcher.addPath(folder());
+        // A user may watch so many folders, and no more.
+        if (!parts.watcher.addPath(folder()))
+            parts.lookAgain.start(lookAgainMilliseconds);
         for (const QString &text : *aside)
             QMetaObject::invokeMethod(
                 this, [this, text] { Q_EMIT note(0, text); }, Qt::QueuedConnection);
@@ -270,6 +275,7 @@ void PrintQueue::endRun()
     parts.isRunning = false;
     parts.isStopping = false;
     parts.watcher.removePath(folder());
+    parts.lookAgain.stop();
     parts.store.endPrinting();
     Q_EMIT stopped();
 }

@@ -1,6 +1,7 @@
 // What a queue keeps, prints and holds, against printers of the test's own and a folder of its own.
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <QtTest>
@@ -16,6 +17,21 @@ using namespace jobparts;
 using State = PrintQueueEntry::State;
 
 #define TRY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
+
+namespace {
+
+bool watchesNothing = false;
+
+}  // namespace
+
+/// In place of the system's: a user may watch so many folders, and no more.
+extern "C" Q_DECL_EXPORT int inotify_add_watch(int descriptor, const char *path, uint32_t mask)
+{
+    if (!watchesNothing)
+        return int(::syscall(SYS_inotify_add_watch, descriptor, path, mask));
+    errno = ENOSPC;
+    return -1;
+}
 
 namespace {
 
@@ -214,6 +230,7 @@ private Q_SLOTS:
     // ---- Printing
     void jobsArePrintedInTheOrderOfAdding();
     void whatIsAddedWhileItPrintsIsPrinted();
+    void whatIsAddedToAFolderThatIsNotWatchedIsPrinted();
     void aJobIsWrittenAsBegunInFrontOfItsFirstByte();
     void aPrinterThatCanNotPrintKeepsItsJobs();
     void aPrinterThatCanNotPrintDoesNotHoldUpOthers();
@@ -497,6 +514,22 @@ void TestPrintQueue::whatIsAddedWhileItPrintsIsPrinted()
     QCOMPARE(shop.add("of its own"), 2);
     TRY(shop.queue->idles == 3);
     QVERIFY(shop.queue->got().contains("of its own"));
+}
+
+void TestPrintQueue::whatIsAddedToAFolderThatIsNotWatchedIsPrinted()
+{
+    const Shop shop;
+    watchesNothing = true;
+    shop.queue->run();
+    watchesNothing = false;
+    QCOMPARE(shop.other()->add(requestOf("of another program")), 1);
+    TRY(shop.queue->idles == 2);
+    QCOMPARE(shop.queue->got().count("of another program"), 1);
+    shop.queue->end();
+    QCOMPARE(shop.other()->add(requestOf("behind the end")), 2);
+    QTest::qWait(1200);  // looks every second
+    QCOMPARE(shop.queue->idles, 2);
+    QCOMPARE(shop.state(2), State::Waiting);
 }
 
 void TestPrintQueue::aJobIsWrittenAsBegunInFrontOfItsFirstByte()
