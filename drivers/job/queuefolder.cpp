@@ -314,24 +314,30 @@ bool QueueFolder::write(Place place, const QueuedJob &job)
 {
     const QString path = pathOf(place, job.entry.id);
     const bool isNew = !exists(place, job.entry.id);
+    const auto before = isNew ? std::nullopt : contentOf(place, job.entry.id, mostFile);
     if (!replace(path, job.toBytes()))
         return false;
     const bool isDurable = sync(folderOf(place));
-    // What is refused isn't to be there after all.
-    if (!isDurable && isNew)
-        ::unlink(QFile::encodeName(path).constData());
+    if (!isDurable)
+        takeBack(path, isNew, before);
     atStep();
     return isDurable;
 }
 
-bool QueueFolder::moveToJournal(const QueuedJob &job)
+/// What is refused isn't to be there after all: another one would read what wasn't done.
+void QueueFolder::takeBack(const QString &path, bool isNew, const std::optional<QByteArray> &before)
 {
-    return write(Place::Journal, job) && remove(Place::Queue, job.entry.id);
+    const QString fault = m_fault;
+    if (isNew)
+        ::unlink(QFile::encodeName(path).constData());
+    else if (before)
+        replace(path, *before);
+    m_fault = fault;
 }
 
-bool QueueFolder::remove(Place place, qint64 id)
+bool QueueFolder::moveToJournal(const QueuedJob &job)
 {
-    return removeAll(place, {id});
+    return write(Place::Journal, job) && removeAll(Place::Queue, {job.entry.id});
 }
 
 bool QueueFolder::removeAll(Place place, const QVector<qint64> &ids)
@@ -369,7 +375,7 @@ void QueueFolder::tidy()
     const QVector<qint64> queued = allIds(Place::Queue);
     for (const qint64 id : queued) {
         if (exists(Place::Journal, id))
-            remove(Place::Queue, id);
+            removeAll(Place::Queue, {id});
     }
 }
 

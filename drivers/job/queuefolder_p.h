@@ -52,7 +52,6 @@ public:
     // All below under lock(); durable when they return.
     bool write(Place place, const QueuedJob &job);
     bool moveToJournal(const QueuedJob &job);
-    bool remove(Place place, qint64 id);
     bool removeAll(Place place, const QVector<qint64> &ids);
     bool putAside(qint64 id);
     /// Takes away what processes that were ended have left.
@@ -71,6 +70,7 @@ private:
     bool reportsDamage(Place place, qint64 id, const QueuedFault &fault);
     bool makeOne(const QString &path);
     bool replace(const QString &path, const QByteArray &bytes);
+    void takeBack(const QString &path, bool isNew, const std::optional<QByteArray> &before);
     bool sync(const QString &folder);
     bool fail(const QString &what, const QString &path);
     bool failOfSystem(const QString &path);

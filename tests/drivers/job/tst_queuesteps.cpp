@@ -162,12 +162,14 @@ private Q_SLOTS:
 
     void whatCanNotBeWrittenAsBegunIsNotPrinted()
     {
-        for (const int step : {0, 1}) {
+        for (const int step : {0, 1, 2}) {
             Shop shop;
             QCOMPARE(shop.add(), 1);
             QVERIFY(shop.store.beginPrinting());
             watch(step);
             QVERIFY(!shop.begun());
+            QVERIFY2(shop.store.fault().contains(qt_error_string(EIO)),
+                     qPrintable(shop.store.fault()));
             watch();
             QCOMPARE(shop.store.entries().constFirst().state, State::Waiting);
         }
