@@ -120,7 +120,6 @@ void JobRun::start()
 
 void JobRun::cancel()
 {
-    m_isCancelled = true;
     switch (m_step) {
         case Step::New:
         case Step::Locking:

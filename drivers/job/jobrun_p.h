@@ -160,7 +160,6 @@ private:
     int m_repairFill = -1;  ///< of a repair that may not have reached the printer; -1: of none
     bool m_isPaused = false;
     bool m_isWaiting = false;  ///< for a printer that can't print
-    bool m_isCancelled = false;
     bool m_isProbed = false;
     bool m_isFlushed = false;    ///< the printer didn't answer the probe
     bool m_isDelivered = false;  ///< the printer has answered what was asked behind the document

@@ -293,7 +293,6 @@ std::optional<QueuedJob> jobOfHead(const QJsonObject &head, qint64 id, QueuedFau
         return std::nullopt;
     }
     job.entry.modelId = modelOf(head).value(QStringLiteral("id")).toString();
-    job.hasDocument = false;
     return job;
 }
 
@@ -319,7 +318,6 @@ bool readRequest(const JobFile &file, QueuedJob &job, QueuedFault *fault)
     for (const QJsonValue &line : lines)
         job.linesInFront.append(line.toString());
     job.isDrawerShut = head.value(QStringLiteral("isDrawerShut")).toBool();
-    job.hasDocument = true;
     return true;
 }
 

@@ -24,7 +24,6 @@ struct QueuedJob
     PrintQueueRequest request;
     QStringList linesInFront;  ///< from top to bottom
     bool isDrawerShut = false;
-    bool hasDocument = true;  ///< else only the head was read
 
     static QueuedJob of(const PrintQueueRequest &request);
 

@@ -241,9 +241,12 @@ qint64 QueueStore::lastReceipt(const std::optional<QString> &documentNumber)
         const auto head = m_folder.readHead(Place::Journal, *id);
         if (!head && unreadable.isEmpty())
             unreadable = m_folder.fault();
+        // Nothing behind it is the last one for certain.
+        if (!head && !documentNumber)
+            break;
         if (!head || head->entry.state != State::Done || head->entry.isCopy)
             continue;
-        if (documentNumber ? head->entry.documentNumber == *documentNumber : unreadable.isEmpty())
+        if (!documentNumber || head->entry.documentNumber == *documentNumber)
             return *id;
     }
     fail(unreadable.isEmpty()
