@@ -26,6 +26,16 @@ const char *const outcomeWords[] = {"notBegun", "partlySent", "sent", "processed
 const char *const reasonWords[] = {"none",   "cancelled", "badDocument",    "lock",   "line",
                                    "status", "noAnswer",  "noConfirmation", "refused"};
 
+/// Whether there is a word for each.
+template <typename Enum, size_t count>
+constexpr bool endsWith(const char *const (&)[count], Enum last)
+{
+    return size_t(last) + 1 == count;
+}
+static_assert(endsWith(stateWords, State::Dropped));
+static_assert(endsWith(outcomeWords, Outcome::Printed));
+static_assert(endsWith(reasonWords, Reason::Refused));
+
 template <typename Enum, size_t count>
 QString wordOf(Enum value, const char *const (&words)[count])
 {
