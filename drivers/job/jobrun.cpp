@@ -13,6 +13,9 @@ namespace {
 constexpr qint64 uncertainBytes = 64LL * 1024;
 /// More than any question of a job has.
 constexpr int questionFill = 16;
+/// How far the data of a picture is filled up of which not even the size is known. At 9600 baud
+/// that takes 17 seconds, which is less than to lose receipts.
+constexpr int flushBytes = 16 * 1024;
 constexpr int leastStep = 512;
 constexpr int mostStep = 65536;
 
@@ -400,23 +403,9 @@ void JobRun::fillUp()
 {
     m_isFlushed = true;
     m_record.isOpen = true;
-    m_record.fill = flushBytes();
+    m_record.fill = flushBytes;
     keepRecord();
     repair();
-}
-
-/// How far the data of a picture is filled up of which not even the size is known: what a serial
-/// line takes two seconds for.
-int JobRun::flushBytes() const
-{
-    constexpr int ofNetworks = 16384;
-    constexpr int leastBytes = 1024;
-    constexpr int bitsOfTwoSeconds = 2;
-    constexpr int bitsPerByte = 10;
-    const int baudRate = m_parts.transport->address().line().baudRate;
-    return isLineSerial()
-               ? std::clamp(baudRate * bitsOfTwoSeconds / bitsPerByte, leastBytes, ofNetworks)
-               : ofNetworks;
 }
 
 void JobRun::beginToWait()

@@ -94,7 +94,6 @@ private:
     void probeIsAnswered();
     void probeIsSilent();
     void fillUp();
-    int flushBytes() const;
     void ask();
     void statusIsComplete();
     void goOnByStatus();

@@ -76,6 +76,7 @@ private Q_SLOTS:
     void theNextJobFillsWhatACommandStillLacks();
     void aRepairCountsWhenThePrinterHasAnswered_data();
     void aRepairCountsWhenThePrinterHasAnswered();
+    void aPrinterThatObeysNoCommandIsFilledUp_data();
     void aPrinterThatObeysNoCommandIsFilledUp();
     void aStarThatCountsNoMarksIsFilledUp();
     void whatFillsAPrinterUpHasTimeToReachIt();
@@ -981,16 +982,28 @@ void TestPrintJob::whatMayBeLostIsRepaired()
 }
 
 /// Bytes of a picture were lost on the line, and it waits for them.
+void TestPrintJob::aPrinterThatObeysNoCommandIsFilledUp_data()
+{
+    QTest::addColumn<QString>("where");
+    // However slow it is: half of the filling would leave it deaf.
+    QTest::newRow("slow line") << "serial:/dev/ttyS0?baud=1200";
+    QTest::newRow("usual line") << "serial:/dev/ttyS0?baud=9600";
+    QTest::newRow("fast line") << "serial:/dev/ttyS0?baud=115200";
+    QTest::newRow("network") << "tcp:192.0.2.1:9100";
+}
+
 void TestPrintJob::aPrinterThatObeysNoCommandIsFilledUp()
 {
+    QFETCH(QString, where);
+    const QByteArray filling(16384, '\0');
     Setting setting;
-    setting.where = address("serial:/dev/ttyS0?baud=19200");
+    setting.where = address(where);
     setting.printer->confirmations = 0;
     QCOMPARE(setting.run()->end.reason, Reason::NoConfirmation);
     const int before = setting.printer->got.size();
     const auto job = setting.job();
     setting.line->onTaken = [&](qint64) {
-        if (setting.printer->got.indexOf(QByteArray(3840, '\0'), before) >= 0)
+        if (setting.printer->got.indexOf(filling, before) >= 0)
             setting.printer->confirmations = 1;
     };
     job->start();
@@ -998,8 +1011,8 @@ void TestPrintJob::aPrinterThatObeysNoCommandIsFilledUp()
     QCOMPARE(job->end.outcome, Outcome::Processed);
     QCOMPARE(job->notes.size(), 2);
     QVERIFY(job->notes.last().startsWith("the printer answered, but obeyed no command"));
-    QVERIFY(setting.printer->got.indexOf(QByteArray(3840, '\0') + "\x1B=\x01", before) >= 0);
-    QVERIFY(setting.hasWhole(before + 3840));
+    QVERIFY(setting.printer->got.indexOf(filling + "\x1B=\x01", before) >= 0);
+    QVERIFY(setting.hasWhole(before + filling.size()));
     QCOMPARE(setting.record().reading, JobRecord::Reads);
 }
 
@@ -1015,8 +1028,8 @@ void TestPrintJob::aStarThatCountsNoMarksIsFilledUp()
     const auto job = setting.run();
     QVERIFY(job->end.isSent());
     // Bytes that were changed may have told it to print no more (DC3).
-    QVERIFY(setting.printer->got.indexOf(QByteArray(1920, '\0') + "\x11\x1B@", before) >= 0);
-    QVERIFY(setting.hasWhole(before + 1920));
+    QVERIFY(setting.printer->got.indexOf(QByteArray(16384, '\0') + "\x11\x1B@", before) >= 0);
+    QVERIFY(setting.hasWhole(before + 16384));
     QCOMPARE(setting.run()->end.outcome, Outcome::Printed);
     QCOMPARE(setting.record().reading, JobRecord::Reads);
 }
@@ -1052,7 +1065,7 @@ void TestPrintJob::oneThatNeverAnswersInItsTurnIsFilledUpOnce()
     Setting setting;
     setting.where = address("serial:/dev/ttyS0?baud=19200");
     setting.printer->confirmations = 0;
-    const QByteArray filling(1000, '\0');
+    const QByteArray filling(16384, '\0');
     for (const bool isFilled : {false, true, false, false}) {
         const int before = setting.printer->got.size();
         QCOMPARE(setting.run()->end.outcome, Outcome::Sent);
