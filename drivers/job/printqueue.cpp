@@ -41,7 +41,7 @@ State stateAfter(const PrintJobResult &result)
         case Outcome::PartlySent:
             return State::Partial;
         case Outcome::Sent:
-            // It is all that the model can tell, or it is a doubt.
+            // It is all that the model can tell or that was asked for, or it is a doubt.
             return result.reason == Reason::None ? State::Done : State::Unknown;
         case Outcome::Processed:
         case Outcome::Printed:

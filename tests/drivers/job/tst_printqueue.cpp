@@ -889,7 +889,7 @@ void TestPrintQueue::resultsDecideWhatIsHeld_data()
     QTest::addColumn<int>("what");
     QTest::addColumn<int>("state");
     QTest::newRow("confirmed") << 0 << int(State::Done);
-    QTest::newRow("all that the model can tell") << 1 << int(State::Done);
+    QTest::newRow("not asked to confirm") << 1 << int(State::Done);
     QTest::newRow("no confirmation") << 2 << int(State::Unknown);
     QTest::newRow("line is lost") << 3 << int(State::Partial);
     QTest::newRow("line doesn't open") << 4 << int(State::Waiting);

@@ -70,8 +70,8 @@ public:
     /// printer from printing; docs/printing.md has the numbers.
     TxtPrinterError toTxtPrinterError() const;
     /// The same as a record for the message bus. The device's state is normal, a warning, critical
-    /// or fatal; not set if nothing is known. Its error code is that of toTxtPrinterError(), its
-    /// native code nativeCode().
+    /// or fatal; not set unless all is known or something keeps it from printing. Its error code is
+    /// that of toTxtPrinterError(), its native code nativeCode().
     /// @param service how the service itself does
     PrintServiceState toServiceState(PrintServiceState::EServiceState service) const;
 

@@ -22,7 +22,7 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintJobResult
     };
     /// Why it isn't more.
     enum class Reason {
-        None,            ///< it is all that the model can tell
+        None,            ///< it is all that the model can tell, or that was asked for
         Cancelled,       ///< by cancel()
         BadDocument,     ///< there are no bytes
         Lock,            ///< whose turn it is can't be told
