@@ -13,6 +13,11 @@ class TestReceiptLint : public QObject
 {
     Q_OBJECT
 
+    static QString indented(const char *sample)
+    {
+        return "    " + QString::fromUtf8(sample).replace('\n', "\n    ") + '\n';
+    }
+
 private Q_SLOTS:
     void everyRuleSpeaksOnItsWrongExampleOnly_data()
     {
@@ -57,6 +62,53 @@ private Q_SLOTS:
                 QVERIFY2(run.output.contains("\n    " + line + '\n'), qPrintable(run.output));
         }
         QVERIFY(runReceipt({"lint", "--help"}).output.contains("\n  " + name + ' '));
+    }
+
+    void everyRuleIsExplainedInEachLanguage_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("wrong");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("German") << "de"
+                                << "\nFalsch"
+                                << "(Fehler): ";
+        QTest::newRow("Russian") << "ru"
+                                 << "\nНеверно"
+                                 << "(ошибка): ";
+        QTest::newRow("English") << "en"
+                                 << "\nWrong"
+                                 << "(error): ";
+    }
+    void everyRuleIsExplainedInEachLanguage()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, wrong);
+        QFETCH(QString, error);
+        for (const templatelint::Rule &rule : templatelint::rules()) {
+            const ReceiptRun run =
+                runReceipt({"lint", "--explain", rule.name, "--language", language});
+            QCOMPARE(run.status, 0);
+            QCOMPARE(run.errors, QString());
+            QVERIFY2(run.output.contains(wrong), qPrintable(run.output));
+            QCOMPARE(run.output.contains(rule.summary), language == "en");
+            QCOMPARE(run.output.contains(rule.why), language == "en");
+            QCOMPARE(run.output.contains(error), rule.severity == templatelint::Severity::Error);
+            QVERIFY(run.output.endsWith(indented(rule.right)));
+        }
+    }
+
+    // Programs read findings; those stay as they are.
+    void findingsStayEnglish()
+    {
+        QCOMPARE(lint("<abc>", {"--language", "ru"}).output, lint("<abc>", {}).output);
+    }
+
+    void unknownLanguageOfAnExplanationIsWrongUsage()
+    {
+        const ReceiptRun run = runReceipt({"lint", "--explain", "short-tag", "--language", "xx"});
+        QVERIFY(run.errors.startsWith("receipt: --language: there is no translation to \"xx\""));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 2);
     }
 
     void unknownRulesAreWrongUsage()

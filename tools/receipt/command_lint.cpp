@@ -58,7 +58,8 @@ struct Options
                                     QStringLiteral("Exit status 1 for warnings, too.")};
     const QCommandLineOption explain{
         QStringLiteral("explain"),
-        QStringLiteral("Explain a rule, with an example that is wrong and one that is right."),
+        QStringLiteral("Explain a rule, with an example that is wrong and one that is right; with "
+                       "--language also in German or Russian."),
         QStringLiteral("RULE")};
 };
 
@@ -85,6 +86,18 @@ QString indented(const char *text)
         .join(QLatin1Char('\n'));
 }
 
+/// The severity in an explanation. In findings it stays English: programs read them.
+constexpr const char *severities[] = {
+    QT_TRANSLATE_NOOP("LintRule", "error"),
+    QT_TRANSLATE_NOOP("LintRule", "warning"),
+    QT_TRANSLATE_NOOP("LintRule", "note"),
+};
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("LintRule", text);
+}
+
 int explain(const QString &name)
 {
     const Rule *rule = templatelint::findRule(name);
@@ -99,16 +112,20 @@ int explain(const QString &name)
         return tool::WrongUsage;
     }
     tool::printOwn(QStringLiteral("%1 (%2): %3\n\n%4\n")
-                       .arg(QLatin1String(rule->name), nameOf(rule->severity),
-                            QLatin1String(rule->summary), QLatin1String(rule->why)));
-    QStringList conditions;
+                       .arg(QLatin1String(rule->name),
+                            translated(severities[static_cast<int>(rule->severity)]),
+                            translated(rule->summary), translated(rule->why)));
+    QString conditions;
     if (*rule->document != '\0')
-        conditions.append(QStringLiteral(", with --data ") + QLatin1String(rule->document));
+        conditions += translated(QT_TRANSLATE_NOOP("LintRule", ", with --data %1"))
+                          .arg(QLatin1String(rule->document));
     if (*rule->arguments != '\0')
-        conditions.append(QStringLiteral(", with ") + QLatin1String(rule->arguments));
-    tool::printOwn(
-        QStringLiteral("Wrong%1:\n%2\nRight:\n%3")
-            .arg(conditions.join(QString()), indented(rule->wrong), indented(rule->right)));
+        conditions += translated(QT_TRANSLATE_NOOP("LintRule", ", with %1"))
+                          .arg(QLatin1String(rule->arguments));
+    tool::printOwn(translated(QT_TRANSLATE_NOOP("LintRule", "Wrong%1:")).arg(conditions));
+    tool::printOwn(indented(rule->wrong));
+    tool::printOwn(translated(QT_TRANSLATE_NOOP("LintRule", "Right:")));
+    tool::printOwn(indented(rule->right));
     return tool::Success;
 }
 
@@ -309,7 +326,8 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     if (const auto status = tool::parse(parser, QStringLiteral("lint"), arguments, 0, -1))
         return status;
     if (parser.isSet(options.explain))
-        return explain(parser.value(options.explain));
+        return tool::useLanguage(parser) ? explain(parser.value(options.explain))
+                                         : tool::WrongUsage;
     if (!parser.positionalArguments().isEmpty())
         return std::nullopt;
     tool::complain(QStringLiteral("lint: a template is expected; see \"receipt lint --help\""));

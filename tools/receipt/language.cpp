@@ -1,6 +1,9 @@
 #include "language.h"
 
+#include <QCoreApplication>
 #include <QStringList>
+#include <QTranslator>
+#include <memory>
 
 #include "support.h"
 
@@ -36,6 +39,17 @@ QStringList knownLanguages()
 }
 #endif
 
+/// What explains the checker's rules is a part of the program; there is nothing for English, in
+/// which it is written, nor for a site's own languages.
+void translateRules(const QString &language)
+{
+    auto words = std::make_unique<QTranslator>();
+    if (!words->load(QStringLiteral(":/receipt/receipt_%1.qm").arg(language)))
+        return;
+    words->setParent(QCoreApplication::instance());
+    QCoreApplication::installTranslator(words.release());
+}
+
 }  // namespace
 
 QCommandLineOption languageOption()
@@ -50,8 +64,12 @@ QCommandLineOption languageOption()
 bool useLanguage(const QCommandLineParser &parser)
 {
     const QString option = languageOption().names().constFirst();
-    if (!parser.isSet(option) || translateTo(parser.value(option)))
+    if (!parser.isSet(option))
         return true;
+    if (translateTo(parser.value(option))) {
+        translateRules(parser.value(option));
+        return true;
+    }
     const QStringList languages = knownLanguages();
     complain(QStringLiteral("--%1: there is no translation to \"%2\"; there are: %3")
                  .arg(option, parser.value(option),

@@ -1,3 +1,4 @@
+#include <QCoreApplication>
 #include <algorithm>
 
 #include "checks.h"
@@ -12,165 +13,235 @@ constexpr char noArguments[] = "";
 
 // A rule costs a row here, its check in checks.h, and rows in the tests.
 constexpr Rule table[] = {
-    {"unknown-attribute", Severity::Error, "an attribute that the document lacks",
-     "An attribute that the document lacks prints nothing and takes the group around it along; in "
-     "an expression it makes the whole expression print nothing, or the value of a shorter name is "
-     "put in for a part of it. Names are case-sensitive. Needs --data; the document should have "
-     "every attribute that a sale can have.",
+    {"unknown-attribute", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "an attribute that the document lacks"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "An attribute that the document lacks prints nothing and takes the group around it along; "
+         "in an expression it makes the whole expression print nothing, or the value of a shorter "
+         "name is put in for a part of it. Names are case-sensitive. Needs --data; the document "
+         "should have every attribute that a sale can have."),
      "<C><SHPO>", "<C><SHOP>", R"({"attributes": {"SHOP": "Harbour Kiosk"}})", noArguments,
      checkUnknownAttributes},
-    {"bad-expression", Severity::Error, "an expression that can't be evaluated",
-     "An expression with a mistake prints nothing. The column is the place where its reading "
-     "stopped. Without --data only mistakes are reported that no value can mend. An empty value in "
-     "a group is none: the group goes.",
+    {"bad-expression", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "an expression that can't be evaluated"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "An expression with a mistake prints nothing. The column is the place where "
+                       "its reading stopped. Without --data only mistakes are reported that no "
+                       "value can mend. An empty value in a group is none: the group goes."),
      "Total<S><QTY*(PRICE+TAX,0.00>", "Total<S><QTY*(PRICE+TAX),0.00>",
      R"({"attributes": {"QTY": 2, "PRICE": 1.85, "TAX": 0.15}})", noArguments, checkExpressions},
-    {"cut-expression", Severity::Error, "an expression that its own last comma cuts",
-     "What stands behind the last comma of a tag is the format, also if that comma belongs to a "
-     "function or was meant as a decimal comma. An expression with a comma needs a format behind "
-     "it, and a decimal point is a point.",
+    {"cut-expression", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "an expression that its own last comma cuts"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "What stands behind the last comma of a tag is the format, also if that "
+                       "comma belongs to a function or was meant as a decimal comma. An expression "
+                       "with a comma needs a format behind it, and a decimal point is a point."),
      "Ways to choose: <ncr(5,2)>", "Ways to choose: <ncr(5,2),0>", noDocument, noArguments,
      checkCutExpressions},
-    {"division-by-zero", Severity::Warning, "an expression that divides by zero",
-     "A division by zero prints as 0, such as \"0.00\", as if that were the amount; so does what "
-     "else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without "
-     "--data only a divisor that is written as 0 is found, with it what this document makes of the "
-     "expression.",
+    {"division-by-zero", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "an expression that divides by zero"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A division by zero prints as 0, such as \"0.00\", as if that were the amount; so does "
+         "what else has no finite value, such as ln(0). In a group it is fine, as the group goes. "
+         "Without --data only a divisor that is written as 0 is found, with it what this document "
+         "makes of the expression."),
      "Each <SUM1/COUNT,0.00>", "[Each <SUM1/COUNT,0.00>]",
      R"({"attributes": {"SUM1": "5.00", "COUNT": 0}})", noArguments, checkDivisions},
-    {"value-format", Severity::Warning, "a format that isn't for its kind of value",
-     "A format is read by the kind of the value. A whole number has no decimals, and \"0.00\" "
-     "means four digits there: hand amounts over as text, such as \"10.00\", or calculate, as in "
-     "<PAID*1>. In a date format \"m\" is the month and \"n\" the minute. A text has no format; a "
-     "date is handed over as {\"datetime\": \"2026-03-14T18:05:30\"}. Needs --data.",
+    {"value-format", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a format that isn't for its kind of value"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A format is read by the kind of the value. A whole number has no decimals, and \"0.00\" "
+         "means four digits there: hand amounts over as text, such as \"10.00\", or calculate, as "
+         "in <PAID*1>. In a date format \"m\" is the month and \"n\" the minute. A text has no "
+         "format; a date is handed over as {\"datetime\": \"2026-03-14T18:05:30\"}. Needs --data."),
      "Paid <PAID,0.00>", "Paid <PAID*1,0.00>", R"({"attributes": {"PAID": 10}})", noArguments,
      checkValueFormats},
-    {"short-tag", Severity::Warning, "a tag too short to be an attribute",
-     "A tag with fewer than four characters between its brackets is never filled and prints as it "
-     "stands. A longer name helps, a format, or blanks in an expression.",
+    {"short-tag", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a tag too short to be an attribute"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A tag with fewer than four characters between its brackets is never filled and prints as "
+         "it stands. A longer name helps, a format, or blanks in an expression."),
      "Sum <A+B>", "Sum <A + B>", noDocument, noArguments, checkShortTags},
-    {"markup-spelling", Severity::Warning, "misspelt or wrongly-cased markup",
-     "Tags are written in capitals and without blanks. What isn't spelt exactly so prints as it "
-     "stands, or, from four characters on, counts as an attribute and prints nothing.",
+    {"markup-spelling", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "misspelt or wrongly-cased markup"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "Tags are written in capitals and without blanks. What isn't spelt exactly so prints as "
+         "it stands, or, from four characters on, counts as an attribute and prints nothing."),
      "<b>Total", "<B>Total", noDocument, noArguments, checkMarkupSpelling},
-    {"unterminated-tag", Severity::Warning, "a \"<\" without its \">\"",
-     "Without a \">\" behind it on the line, a tag prints as it stands. If another tag follows, "
-     "both are read as one, which prints nothing or as it stands. A \"<\" in front of a blank is "
-     "taken for text, as long as no tag follows.",
+    {"unterminated-tag", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a \"<\" without its \">\""),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "Without a \">\" behind it on the line, a tag prints as it stands. If another tag "
+         "follows, both are read as one, which prints nothing or as it stands. A \"<\" in front of "
+         "a blank is taken for text, as long as no tag follows."),
      "Total<S><SUM", "Total<S><TOTAL>", noDocument, noArguments, checkUnterminatedTags},
-    {"unmatched-bracket", Severity::Warning, "a bracket without its partner on the line",
-     "A group lies between \"[\" and \"]\" on one line. A bracket without its partner, one that "
-     "stands inside a tag and a pair the wrong way round make no group: the text stays when the "
-     "value is empty, and the brackets are not printed. Write <#91> and <93> to print brackets.",
+    {"unmatched-bracket", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a bracket without its partner on the line"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "A group lies between \"[\" and \"]\" on one line. A bracket without its "
+                       "partner, one that stands inside a tag and a pair the wrong way round make "
+                       "no group: the text stays when the value is empty, and the brackets are not "
+                       "printed. Write <#91> and <93> to print brackets."),
      "[Discount <DISCOUNT>", "[Discount <DISCOUNT>]", noDocument, noArguments, checkBrackets},
-    {"hidden-tag", Severity::Warning, "a tag that isn't filled when the group in front of it goes",
-     "When an empty or zero value removes its group, the search for tags goes on as many "
-     "characters "
-     "behind the group as stood between its \"[\" and the value. A tag that begins there is passed "
-     "over and prints as it stands. Begin the group with the value, put text between the two, or "
-     "put the tag on another line.",
+    {"hidden-tag", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a tag that isn't filled when the group in front of it goes"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "When an empty or zero value removes its group, the search for tags goes on as many "
+         "characters behind the group as stood between its \"[\" and the value. A tag that begins "
+         "there is passed over and prints as it stands. Begin the group with the value, put text "
+         "between the two, or put the tag on another line."),
      "[Discount <DISCOUNT>]<TOTAL>", "[Discount <DISCOUNT>]\nTotal <TOTAL>", noDocument,
      noArguments, checkHiddenTags},
-    {"align-with-tab", Severity::Warning, "<C> or <R> on a line with <S>",
-     "A line has one alignment, and <S> wins: <C> and <R> on such a line print as they stand.",
+    {"align-with-tab", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "<C> or <R> on a line with <S>"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A line has one alignment, and <S> wins: <C> and <R> on such a line print as they stand."),
      "<C>Total<S><TOTAL>", "Total<S><TOTAL>", noDocument, noArguments, checkAlignmentWithTab},
-    {"second-alignment", Severity::Warning, "<R> on a line with <C>",
-     "A line has one alignment, and <C> wins over <R>, which prints as it stands.",
+    {"second-alignment", Severity::Warning, QT_TRANSLATE_NOOP("LintRule", "<R> on a line with <C>"),
+     QT_TRANSLATE_NOOP(
+         "LintRule", "A line has one alignment, and <C> wins over <R>, which prints as it stands."),
      "<C><R>Thank you!", "<C>Thank you!", noDocument, noArguments, checkSecondAlignment},
-    {"repeated-line-spacing", Severity::Warning, "a second line spacing on a line",
-     "A line has one spacing: the smallest number on it, from <LS0> to <LS7>. Tags with other "
-     "numbers print as they stand.",
+    {"repeated-line-spacing", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a second line spacing on a line"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "A line has one spacing: the smallest number on it, from <LS0> to <LS7>. "
+                       "Tags with other numbers print as they stand."),
      "<LS2>Total<LS5>", "<LS2>Total", noDocument, noArguments, checkLineSpacing},
-    {"open-format", Severity::Warning, "a format that is switched on and never off",
-     "\"<B:>\" and its like hold over line ends until their closing tag; without one all the rest "
-     "of the receipt is printed so. Only a whole-line tag of the same kind ends it as well.",
+    {"open-format", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a format that is switched on and never off"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "\"<B:>\" and its like hold over line ends until their closing tag; without "
+                       "one all the rest of the receipt is printed so. Only a whole-line tag of "
+                       "the same kind ends it as well."),
      "<B:>Total <TOTAL>", "<B:>Total<:B> <TOTAL>", noDocument, noArguments, checkOpenFormats},
-    {"tag-behind-pair", Severity::Warning, "a format tag directly behind one of its own pair",
-     "After an opening or closing tag the place right behind it isn't looked at again for a tag of "
-     "the same pair: it prints as it stands, and so do later ones of its kind until one of the "
-     "pair "
-     "counts again. Only a closing tag right behind its opening tag counts. Whole-line tags open "
-     "in front of the line and close behind it.",
+    {"tag-behind-pair", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a format tag directly behind one of its own pair"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "After an opening or closing tag the place right behind it isn't looked at again for a "
+         "tag of the same pair: it prints as it stands, and so do later ones of its kind until one "
+         "of the pair counts again. Only a closing tag right behind its opening tag counts. "
+         "Whole-line tags open in front of the line and close behind it."),
      "<B:>bold<:B><B:>and more<:B>", "<B:>bold and more<:B>", noDocument, noArguments,
      checkTagsBehindTheirPair},
-    {"open-removal", Severity::Error, "\"<X:>\" without \"<:X>\", or the other way round",
-     "What stands between \"<X:>\" and the next \"<:X>\" is removed. If one of the two is missing, "
-     "nothing is removed, and the tag prints as it stands. The tags don't nest.",
+    {"open-removal", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "\"<X:>\" without \"<:X>\", or the other way round"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "What stands between \"<X:>\" and the next \"<:X>\" is removed. If one of the two is "
+         "missing, nothing is removed, and the tag prints as it stands. The tags don't nest."),
      "<X:>for tests only", "<X:>for tests only<:X>", noDocument, noArguments, checkRemovals},
-    {"entries-in-text", Severity::Warning, "\"<ENTRIES>\" inside other text",
-     "The entries become lines of their own: what stands in front of \"<ENTRIES>\" goes to the "
-     "first of them only, what stands behind it to the last only, and a group around it falls "
-     "apart.",
+    {"entries-in-text", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "\"<ENTRIES>\" inside other text"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "The entries become lines of their own: what stands in front of "
+                       "\"<ENTRIES>\" goes to the first of them only, what stands behind it to the "
+                       "last only, and a group around it falls apart."),
      "<B>Paid: <ENTRIES>", "<B>Paid:\n<ENTRIES>", noDocument, noArguments, checkEntries},
-    {"shifted-cut", Severity::Warning, "a line that is cut beside \"<ENTRIES>\" or a fiscal marker",
-     "These keywords are looked for in the upper-cased line, where a letter can become two or "
-     "three: a sharp s is \"SS\" there, a ligature its letters. The line itself is cut at the "
-     "place "
-     "that was found, so behind such a letter it is cut too far to the right: a part of the "
-     "keyword prints, and what follows it loses its beginning. Put the keyword on a line of its "
-     "own, in plain letters.",
+    {"shifted-cut", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a line that is cut beside \"<ENTRIES>\" or a fiscal marker"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "These keywords are looked for in the upper-cased line, where a letter can become two or "
+         "three: a sharp s is \"SS\" there, a ligature its letters. The line itself is cut at the "
+         "place that was found, so behind such a letter it is cut too far to the right: a part of "
+         "the keyword prints, and what follows it loses its beginning. Put the keyword on a line "
+         "of its own, in plain letters."),
      "<ﬁscal_body>Thank you!", "<fiscal_body>Thank you!", noDocument, "--fiscal", checkShiftedCuts},
-    {"no-copy-mark", Severity::Warning, "a copy that doesn't say so",
-     "The line that marks a copy goes behind the first line with \"<DOCNO>\", in capitals or not; "
-     "a tag with a format doesn't count. Without it a copy looks like the original. Needs --data "
-     "with a document that is a copy.",
+    {"no-copy-mark", Severity::Warning, QT_TRANSLATE_NOOP("LintRule", "a copy that doesn't say so"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "The line that marks a copy goes behind the first line with \"<DOCNO>\", in "
+                       "capitals or not; a tag with a format doesn't count. Without it a copy "
+                       "looks like the original. Needs --data with a document that is a copy."),
      "Receipt <DOCNO,000000>", "Receipt <DOCNO>",
      R"({"attributes": {"DOCNO": 1207}, "isCopy": true})", noArguments, checkCopyMark},
-    {"repeated-symbol-file", Severity::Warning, "a second \"<SPECSYMBOLS=\" line",
-     "One file of special symbols is loaded: that of the lowest line. The others are passed over.",
+    {"repeated-symbol-file", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a second \"<SPECSYMBOLS=\" line"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "One file of special symbols is loaded: that of the lowest line. The others "
+                       "are passed over."),
      "<SPECSYMBOLS=shop>\n<SPECSYMBOLS=shop>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument,
      noArguments, checkRepeatedSymbolFiles},
-    {"missing-symbol-file", Severity::Error, "a file of special symbols that doesn't exist",
-     "The library passes over a missing file in silence, and the symbols print as blanks. The file "
-     "is looked up in the folder of --symbols, or else in that of the template; \".ssi\" is added "
-     "to its name.",
+    {"missing-symbol-file", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a file of special symbols that doesn't exist"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "The library passes over a missing file in silence, and the symbols print "
+                       "as blanks. The file is looked up in the folder of --symbols, or else in "
+                       "that of the template; \".ssi\" is added to its name."),
      "<SPECSYMBOLS=shpo>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument, noArguments,
      checkMissingSymbolFile},
-    {"damaged-symbol-file", Severity::Error, "a file of special symbols that can't be read",
-     "The library reads such a file up to its first mistake, and the symbols behind that print as "
-     "blanks. \"receipt symbols FILE\" shows what is wrong in a file.",
+    {"damaged-symbol-file", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a file of special symbols that can't be read"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "The library reads such a file up to its first mistake, and the symbols behind that print "
+         "as blanks. \"receipt symbols FILE\" shows what is wrong in a file."),
      "<SPECSYMBOLS=damaged>\nTotal", "<SPECSYMBOLS=shop>\nTotal", noDocument, noArguments,
      checkDamagedSymbolFile},
-    {"fiscal-marker", Severity::Note, "a fiscal marker in a template that isn't split",
-     "A client cuts the template at its fiscal markers before anything else. In a template that is "
-     "printed as a whole they are attributes that no document has, and print nothing. With "
-     "--fiscal "
-     "the template is split, and each piece is checked by itself.",
+    {"fiscal-marker", Severity::Note,
+     QT_TRANSLATE_NOOP("LintRule", "a fiscal marker in a template that isn't split"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A client cuts the template at its fiscal markers before anything else. In a template "
+         "that is printed as a whole they are attributes that no document has, and print nothing. "
+         "With --fiscal the template is split, and each piece is checked by itself."),
      "<FISCAL_BODY>\nThank you!", "Thank you!", noDocument, noArguments, checkFiscalMarkers},
-    {"markup-in-qr", Severity::Warning, "markup in the data of a QR code",
-     "What stands behind \"<QR>\" on the line is the code's data to the last character: tags of "
-     "the "
-     "markup and the brackets of a group are no markup there, and whoever scans the code gets "
-     "them. "
-     "The code is centred anyway, and a group around it begins in front of \"<QR>\" and can't end "
-     "behind it.",
+    {"markup-in-qr", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "markup in the data of a QR code"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "What stands behind \"<QR>\" on the line is the code's data to the last character: tags "
+         "of the markup and the brackets of a group are no markup there, and whoever scans the "
+         "code gets them. The code is centred anyway, and a group around it begins in front of "
+         "\"<QR>\" and can't end behind it."),
      "<QR><B>https://example.org", "<QR>https://example.org", noDocument, noArguments,
      checkQrMarkup},
-    {"qr-in-text", Severity::Warning, "\"<QR>\" in a receipt that is rendered as text or HTML",
-     "Only documents for printers have QR codes. In text and HTML the tag and its data print as "
-     "they stand. Needs --as text or --as html.",
+    {"qr-in-text", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "\"<QR>\" in a receipt that is rendered as text or HTML"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "Only documents for printers have QR codes. In text and HTML the tag and "
+                       "its data print as they stand. Needs --as text or --as html."),
      "<QR>https://example.org", "https://example.org", noDocument, "--as text", checkQrInText},
-    {"wide-line", Severity::Warning, "a line that is wider than the paper once it is filled",
-     "No line is cut: the printer wraps it, and columns fall apart. Double width counts twice, and "
-     "so do the blanks of every further <S> on a line. Needs --data, and --width or --model. The "
-     "finding stands at the beginning of the template's line that the printed line comes from.",
+    {"wide-line", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a line that is wider than the paper once it is filled"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "No line is cut: the printer wraps it, and columns fall apart. Double width "
+                       "counts twice, and so do the blanks of every further <S> on a line. Needs "
+                       "--data, and --width or --model. The finding stands at the beginning of the "
+                       "template's line that the printed line comes from."),
      "<W2><SHOP><S>Table <TABLE>", "<W2><SHOP>\n<R>Table <TABLE>",
      R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 30", checkLineWidth},
-    {"undrawn-symbol", Severity::Warning, "a special symbol without a drawing",
-     "The characters 1 to 7 are special symbols, drawn by the file that \"<SPECSYMBOLS=\" names. "
-     "Without a drawing a blank is printed; with --model also without one that fits the model's "
-     "characters, and in a font that takes no drawings.",
+    {"undrawn-symbol", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a special symbol without a drawing"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "The characters 1 to 7 are special symbols, drawn by the file that \"<SPECSYMBOLS=\" "
+         "names. Without a drawing a blank is printed; with --model also without one that fits the "
+         "model's characters, and in a font that takes no drawings."),
      "Total <#1>", "<SPECSYMBOLS=shop>\nTotal <#1>", noDocument, noArguments, checkSymbolDrawings},
-    {"unprintable-character", Severity::Warning, "a character that the printer doesn't have",
-     "A printer has the characters of one code page, and prints something else for all others. "
-     "Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless "
-     "--code-page says otherwise. What stands in a value is reported where its tag stands.",
+    {"unprintable-character", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a character that the printer doesn't have"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A printer has the characters of one code page, and prints something else for all others. "
+         "Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless "
+         "--code-page says otherwise. What stands in a value is reported where its tag stands."),
      "Total 5 €", "Total 5 EUR", noDocument, "--model CUSTOM_VKP_80", checkCharacters},
-    {"endless-value", Severity::Error, "a value whose tags never come to an end",
-     "A value that holds a tag is filled in its turn. One that leads back to its own tag, or that "
-     "doubles on and on, never ends, and the program that prints it hangs. The commands that fill "
-     "templates refuse it. Such a template isn't checked any further with this document. Needs "
-     "--data.",
+    {"endless-value", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a value whose tags never come to an end"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "A value that holds a tag is filled in its turn. One that leads back to its "
+                       "own tag, or that doubles on and on, never ends, and the program that "
+                       "prints it hangs. The commands that fill templates refuse it. Such a "
+                       "template isn't checked any further with this document. Needs --data."),
      "Dear <GUEST>", "Dear <NAME>", R"({"attributes": {"GUEST": "<GUEST>", "NAME": "Maya"}})",
      noArguments, checkEndlessValues},
 };

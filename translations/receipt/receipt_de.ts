@@ -1,0 +1,267 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>LintRule</name>
+    <message>
+        <source>error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>, with --data %1</source>
+        <translation>, mit --data %1</translation>
+    </message>
+    <message>
+        <source>, with %1</source>
+        <translation>, mit %1</translation>
+    </message>
+    <message>
+        <source>Wrong%1:</source>
+        <translation>Falsch%1:</translation>
+    </message>
+    <message>
+        <source>Right:</source>
+        <translation>Richtig:</translation>
+    </message>
+    <message>
+        <source>an attribute that the document lacks</source>
+        <translation>ein Attribut, das dem Dokument fehlt</translation>
+    </message>
+    <message>
+        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. Needs --data; the document should have every attribute that a sale can have.</source>
+        <translation>Ein Attribut, das dem Dokument fehlt, druckt nichts und nimmt die Gruppe um sich mit; in einem Ausdruck druckt dann der ganze Ausdruck nichts, oder für einen Teil des Namens wird der Wert eines kürzeren eingesetzt. Groß- und Kleinschreibung zählt. Braucht --data; das Dokument sollte jedes Attribut haben, das ein Verkauf haben kann.</translation>
+    </message>
+    <message>
+        <source>an expression that can&apos;t be evaluated</source>
+        <translation>ein Ausdruck, der nicht berechnet werden kann</translation>
+    </message>
+    <message>
+        <source>An expression with a mistake prints nothing. The column is the place where its reading stopped. Without --data only mistakes are reported that no value can mend. An empty value in a group is none: the group goes.</source>
+        <translation>Ein Ausdruck mit einem Fehler druckt nichts. Die Spalte ist die Stelle, an der das Lesen aufhörte. Ohne --data werden nur Fehler gemeldet, die kein Wert beheben kann. Ein leerer Wert in einer Gruppe ist keiner: die Gruppe entfällt.</translation>
+    </message>
+    <message>
+        <source>an expression that its own last comma cuts</source>
+        <translation>ein Ausdruck, den sein eigenes letztes Komma zerschneidet</translation>
+    </message>
+    <message>
+        <source>What stands behind the last comma of a tag is the format, also if that comma belongs to a function or was meant as a decimal comma. An expression with a comma needs a format behind it, and a decimal point is a point.</source>
+        <translation>Was hinter dem letzten Komma eines Tags steht, ist das Format, auch wenn das Komma zu einer Funktion gehört oder als Dezimalkomma gemeint war. Ein Ausdruck mit Komma braucht ein Format dahinter, und Dezimalstellen trennt ein Punkt.</translation>
+    </message>
+    <message>
+        <source>an expression that divides by zero</source>
+        <translation>ein Ausdruck, der durch null teilt</translation>
+    </message>
+    <message>
+        <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, with it what this document makes of the expression.</source>
+        <translation>Eine Division durch null druckt 0, etwa &quot;0.00&quot;, als wäre das der Betrag; ebenso alles andere ohne endlichen Wert, wie ln(0). In einer Gruppe ist es in Ordnung, da die Gruppe entfällt. Ohne --data wird nur ein als 0 geschriebener Teiler gefunden, damit auch, was dieses Dokument aus dem Ausdruck macht.</translation>
+    </message>
+    <message>
+        <source>a format that isn&apos;t for its kind of value</source>
+        <translation>ein Format, das nicht zur Art des Werts passt</translation>
+    </message>
+    <message>
+        <source>A format is read by the kind of the value. A whole number has no decimals, and &quot;0.00&quot; means four digits there: hand amounts over as text, such as &quot;10.00&quot;, or calculate, as in &lt;PAID*1&gt;. In a date format &quot;m&quot; is the month and &quot;n&quot; the minute. A text has no format; a date is handed over as {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Needs --data.</source>
+        <translation>Ein Format wird nach der Art des Werts gelesen. Eine ganze Zahl hat keine Dezimalstellen, und &quot;0.00&quot; heißt dort vier Ziffern: Beträge werden als Text übergeben, etwa &quot;10.00&quot;, oder berechnet, wie in &lt;PAID*1&gt;. In einem Datumsformat ist &quot;m&quot; der Monat und &quot;n&quot; die Minute. Ein Text hat kein Format; ein Datum wird als {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;} übergeben. Braucht --data.</translation>
+    </message>
+    <message>
+        <source>a tag too short to be an attribute</source>
+        <translation>ein Tag, das für ein Attribut zu kurz ist</translation>
+    </message>
+    <message>
+        <source>A tag with fewer than four characters between its brackets is never filled and prints as it stands. A longer name helps, a format, or blanks in an expression.</source>
+        <translation>Ein Tag mit weniger als vier Zeichen zwischen den Klammern wird nie gefüllt und druckt, wie es dasteht. Es hilft ein längerer Name, ein Format, oder Leerzeichen in einem Ausdruck.</translation>
+    </message>
+    <message>
+        <source>misspelt or wrongly-cased markup</source>
+        <translation>falsch oder klein geschriebene Auszeichnung</translation>
+    </message>
+    <message>
+        <source>Tags are written in capitals and without blanks. What isn&apos;t spelt exactly so prints as it stands, or, from four characters on, counts as an attribute and prints nothing.</source>
+        <translation>Tags stehen in Großbuchstaben und ohne Leerzeichen. Was nicht genau so geschrieben ist, druckt, wie es dasteht, oder zählt ab vier Zeichen als Attribut und druckt nichts.</translation>
+    </message>
+    <message>
+        <source>a &quot;&lt;&quot; without its &quot;&gt;&quot;</source>
+        <translation>ein &quot;&lt;&quot; ohne sein &quot;&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>Without a &quot;&gt;&quot; behind it on the line, a tag prints as it stands. If another tag follows, both are read as one, which prints nothing or as it stands. A &quot;&lt;&quot; in front of a blank is taken for text, as long as no tag follows.</source>
+        <translation>Ohne ein &quot;&gt;&quot; dahinter in der Zeile druckt ein Tag, wie es dasteht. Folgt ein weiteres Tag, werden beide als eines gelesen, das nichts druckt oder wie es dasteht. Ein &quot;&lt;&quot; vor einem Leerzeichen gilt als Text, solange kein Tag folgt.</translation>
+    </message>
+    <message>
+        <source>a bracket without its partner on the line</source>
+        <translation>eine Klammer ohne ihr Gegenstück in der Zeile</translation>
+    </message>
+    <message>
+        <source>A group lies between &quot;[&quot; and &quot;]&quot; on one line. A bracket without its partner, one that stands inside a tag and a pair the wrong way round make no group: the text stays when the value is empty, and the brackets are not printed. Write &lt;#91&gt; and &lt;93&gt; to print brackets.</source>
+        <translation>Eine Gruppe liegt zwischen &quot;[&quot; und &quot;]&quot; in einer Zeile. Eine Klammer ohne Gegenstück, eine innerhalb eines Tags und ein Paar in falscher Reihenfolge ergeben keine Gruppe: der Text bleibt, wenn der Wert leer ist, und die Klammern werden nicht gedruckt. Klammern druckt man mit &lt;#91&gt; und &lt;93&gt;.</translation>
+    </message>
+    <message>
+        <source>a tag that isn&apos;t filled when the group in front of it goes</source>
+        <translation>ein Tag, das nicht gefüllt wird, wenn die Gruppe davor entfällt</translation>
+    </message>
+    <message>
+        <source>When an empty or zero value removes its group, the search for tags goes on as many characters behind the group as stood between its &quot;[&quot; and the value. A tag that begins there is passed over and prints as it stands. Begin the group with the value, put text between the two, or put the tag on another line.</source>
+        <translation>Wenn ein leerer Wert oder eine Null die Gruppe entfernt, geht die Suche nach Tags so viele Zeichen hinter der Gruppe weiter, wie zwischen ihrer &quot;[&quot; und dem Wert standen. Ein Tag, das dort beginnt, wird übergangen und druckt, wie es dasteht. Die Gruppe sollte mit dem Wert beginnen, oder zwischen beiden sollte Text stehen, oder das Tag in einer anderen Zeile.</translation>
+    </message>
+    <message>
+        <source>&lt;C&gt; or &lt;R&gt; on a line with &lt;S&gt;</source>
+        <translation>&lt;C&gt; oder &lt;R&gt; in einer Zeile mit &lt;S&gt;</translation>
+    </message>
+    <message>
+        <source>A line has one alignment, and &lt;S&gt; wins: &lt;C&gt; and &lt;R&gt; on such a line print as they stand.</source>
+        <translation>Eine Zeile hat eine Ausrichtung, und &lt;S&gt; gewinnt: &lt;C&gt; und &lt;R&gt; in einer solchen Zeile drucken, wie sie dastehen.</translation>
+    </message>
+    <message>
+        <source>&lt;R&gt; on a line with &lt;C&gt;</source>
+        <translation>&lt;R&gt; in einer Zeile mit &lt;C&gt;</translation>
+    </message>
+    <message>
+        <source>A line has one alignment, and &lt;C&gt; wins over &lt;R&gt;, which prints as it stands.</source>
+        <translation>Eine Zeile hat eine Ausrichtung, und &lt;C&gt; gewinnt gegen &lt;R&gt;, das druckt, wie es dasteht.</translation>
+    </message>
+    <message>
+        <source>a second line spacing on a line</source>
+        <translation>ein zweiter Zeilenabstand in einer Zeile</translation>
+    </message>
+    <message>
+        <source>A line has one spacing: the smallest number on it, from &lt;LS0&gt; to &lt;LS7&gt;. Tags with other numbers print as they stand.</source>
+        <translation>Eine Zeile hat einen Abstand: die kleinste Zahl darin, von &lt;LS0&gt; bis &lt;LS7&gt;. Tags mit anderen Zahlen drucken, wie sie dastehen.</translation>
+    </message>
+    <message>
+        <source>a format that is switched on and never off</source>
+        <translation>ein Format, das ein- und nie ausgeschaltet wird</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;B:&gt;&quot; and its like hold over line ends until their closing tag; without one all the rest of the receipt is printed so. Only a whole-line tag of the same kind ends it as well.</source>
+        <translation>&quot;&lt;B:&gt;&quot; und seinesgleichen gelten über Zeilenenden hinweg bis zu ihrem schließenden Tag; ohne eines wird der ganze Rest des Bons so gedruckt. Nur ein Tag derselben Art für die ganze Zeile beendet es ebenfalls.</translation>
+    </message>
+    <message>
+        <source>a format tag directly behind one of its own pair</source>
+        <translation>ein Formattag unmittelbar hinter einem seines eigenen Paars</translation>
+    </message>
+    <message>
+        <source>After an opening or closing tag the place right behind it isn&apos;t looked at again for a tag of the same pair: it prints as it stands, and so do later ones of its kind until one of the pair counts again. Only a closing tag right behind its opening tag counts. Whole-line tags open in front of the line and close behind it.</source>
+        <translation>Hinter einem öffnenden oder schließenden Tag wird die Stelle gleich dahinter nicht noch einmal nach einem Tag desselben Paars durchsucht: es druckt, wie es dasteht, und ebenso spätere seiner Art, bis wieder eines des Paars zählt. Nur ein schließendes Tag gleich hinter seinem öffnenden zählt. Tags für die ganze Zeile öffnen vor der Zeile und schließen dahinter.</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;X:&gt;&quot; without &quot;&lt;:X&gt;&quot;, or the other way round</source>
+        <translation>&quot;&lt;X:&gt;&quot; ohne &quot;&lt;:X&gt;&quot;, oder umgekehrt</translation>
+    </message>
+    <message>
+        <source>What stands between &quot;&lt;X:&gt;&quot; and the next &quot;&lt;:X&gt;&quot; is removed. If one of the two is missing, nothing is removed, and the tag prints as it stands. The tags don&apos;t nest.</source>
+        <translation>Was zwischen &quot;&lt;X:&gt;&quot; und dem nächsten &quot;&lt;:X&gt;&quot; steht, wird entfernt. Fehlt eines der beiden, wird nichts entfernt, und das Tag druckt, wie es dasteht. Die Tags lassen sich nicht schachteln.</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;ENTRIES&gt;&quot; inside other text</source>
+        <translation>&quot;&lt;ENTRIES&gt;&quot; innerhalb von anderem Text</translation>
+    </message>
+    <message>
+        <source>The entries become lines of their own: what stands in front of &quot;&lt;ENTRIES&gt;&quot; goes to the first of them only, what stands behind it to the last only, and a group around it falls apart.</source>
+        <translation>Aus den Einträgen werden eigene Zeilen: was vor &quot;&lt;ENTRIES&gt;&quot; steht, kommt nur zur ersten, was dahinter steht, nur zur letzten, und eine Gruppe darum fällt auseinander.</translation>
+    </message>
+    <message>
+        <source>a line that is cut beside &quot;&lt;ENTRIES&gt;&quot; or a fiscal marker</source>
+        <translation>eine Zeile, die neben &quot;&lt;ENTRIES&gt;&quot; oder einer Fiskalmarke zerschnitten wird</translation>
+    </message>
+    <message>
+        <source>These keywords are looked for in the upper-cased line, where a letter can become two or three: a sharp s is &quot;SS&quot; there, a ligature its letters. The line itself is cut at the place that was found, so behind such a letter it is cut too far to the right: a part of the keyword prints, and what follows it loses its beginning. Put the keyword on a line of its own, in plain letters.</source>
+        <translation>Diese Wörter werden in der großgeschriebenen Zeile gesucht, in der aus einem Buchstaben zwei oder drei werden können: ein ß ist dort &quot;SS&quot;, eine Ligatur ihre Buchstaben. Die Zeile selbst wird an der gefundenen Stelle geschnitten, hinter einem solchen Buchstaben also zu weit rechts: ein Teil des Worts druckt, und was folgt, verliert seinen Anfang. Das Wort gehört in eine eigene Zeile, in einfachen Buchstaben.</translation>
+    </message>
+    <message>
+        <source>a copy that doesn&apos;t say so</source>
+        <translation>eine Kopie, die es nicht sagt</translation>
+    </message>
+    <message>
+        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. Needs --data with a document that is a copy.</source>
+        <translation>Die Zeile, die eine Kopie kennzeichnet, kommt hinter die erste Zeile mit &quot;&lt;DOCNO&gt;&quot;, groß oder klein geschrieben; ein Tag mit Format zählt nicht. Ohne sie sieht eine Kopie aus wie das Original. Braucht --data mit einem Dokument, das eine Kopie ist.</translation>
+    </message>
+    <message>
+        <source>a second &quot;&lt;SPECSYMBOLS=&quot; line</source>
+        <translation>eine zweite Zeile mit &quot;&lt;SPECSYMBOLS=&quot;</translation>
+    </message>
+    <message>
+        <source>One file of special symbols is loaded: that of the lowest line. The others are passed over.</source>
+        <translation>Eine Datei mit Sonderzeichen wird geladen: die der untersten Zeile. Die anderen werden übergangen.</translation>
+    </message>
+    <message>
+        <source>a file of special symbols that doesn&apos;t exist</source>
+        <translation>eine Datei mit Sonderzeichen, die es nicht gibt</translation>
+    </message>
+    <message>
+        <source>The library passes over a missing file in silence, and the symbols print as blanks. The file is looked up in the folder of --symbols, or else in that of the template; &quot;.ssi&quot; is added to its name.</source>
+        <translation>Die Bibliothek übergeht eine fehlende Datei stillschweigend, und die Sonderzeichen drucken als Leerzeichen. Die Datei wird im Ordner von --symbols gesucht, sonst in dem der Vorlage; an ihren Namen wird &quot;.ssi&quot; angehängt.</translation>
+    </message>
+    <message>
+        <source>a file of special symbols that can&apos;t be read</source>
+        <translation>eine Datei mit Sonderzeichen, die nicht gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>The library reads such a file up to its first mistake, and the symbols behind that print as blanks. &quot;receipt symbols FILE&quot; shows what is wrong in a file.</source>
+        <translation>Die Bibliothek liest eine solche Datei bis zu ihrem ersten Fehler, und die Zeichen dahinter drucken als Leerzeichen. &quot;receipt symbols DATEI&quot; zeigt, was an einer Datei falsch ist.</translation>
+    </message>
+    <message>
+        <source>a fiscal marker in a template that isn&apos;t split</source>
+        <translation>eine Fiskalmarke in einer Vorlage, die nicht geteilt wird</translation>
+    </message>
+    <message>
+        <source>A client cuts the template at its fiscal markers before anything else. In a template that is printed as a whole they are attributes that no document has, and print nothing. With --fiscal the template is split, and each piece is checked by itself.</source>
+        <translation>Ein Programm schneidet die Vorlage vor allem anderen an ihren Fiskalmarken. In einer Vorlage, die als Ganzes gedruckt wird, sind sie Attribute, die kein Dokument hat, und drucken nichts. Mit --fiscal wird die Vorlage geteilt und jedes Stück für sich geprüft.</translation>
+    </message>
+    <message>
+        <source>markup in the data of a QR code</source>
+        <translation>Auszeichnung in den Daten eines QR-Codes</translation>
+    </message>
+    <message>
+        <source>What stands behind &quot;&lt;QR&gt;&quot; on the line is the code&apos;s data to the last character: tags of the markup and the brackets of a group are no markup there, and whoever scans the code gets them. The code is centred anyway, and a group around it begins in front of &quot;&lt;QR&gt;&quot; and can&apos;t end behind it.</source>
+        <translation>Was hinter &quot;&lt;QR&gt;&quot; in der Zeile steht, sind bis zum letzten Zeichen die Daten des Codes: Tags und die Klammern einer Gruppe sind dort keine Auszeichnung, und wer den Code liest, bekommt sie. Der Code steht ohnehin in der Mitte, und eine Gruppe darum beginnt vor &quot;&lt;QR&gt;&quot; und kann dahinter nicht enden.</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;QR&gt;&quot; in a receipt that is rendered as text or HTML</source>
+        <translation>&quot;&lt;QR&gt;&quot; in einem Bon, der als Text oder HTML ausgegeben wird</translation>
+    </message>
+    <message>
+        <source>Only documents for printers have QR codes. In text and HTML the tag and its data print as they stand. Needs --as text or --as html.</source>
+        <translation>Nur Dokumente für Drucker haben QR-Codes. In Text und HTML drucken das Tag und seine Daten, wie sie dastehen. Braucht --as text oder --as html.</translation>
+    </message>
+    <message>
+        <source>a line that is wider than the paper once it is filled</source>
+        <translation>eine Zeile, die gefüllt breiter ist als das Papier</translation>
+    </message>
+    <message>
+        <source>No line is cut: the printer wraps it, and columns fall apart. Double width counts twice, and so do the blanks of every further &lt;S&gt; on a line. Needs --data, and --width or --model. The finding stands at the beginning of the template&apos;s line that the printed line comes from.</source>
+        <translation>Keine Zeile wird abgeschnitten: der Drucker bricht sie um, und Spalten fallen auseinander. Doppelte Breite zählt doppelt, ebenso die Leerzeichen jedes weiteren &lt;S&gt; in einer Zeile. Braucht --data, und --width oder --model. Der Befund steht am Anfang der Zeile der Vorlage, aus der die gedruckte stammt.</translation>
+    </message>
+    <message>
+        <source>a special symbol without a drawing</source>
+        <translation>ein Sonderzeichen ohne Zeichnung</translation>
+    </message>
+    <message>
+        <source>The characters 1 to 7 are special symbols, drawn by the file that &quot;&lt;SPECSYMBOLS=&quot; names. Without a drawing a blank is printed; with --model also without one that fits the model&apos;s characters, and in a font that takes no drawings.</source>
+        <translation>Die Zeichen 1 bis 7 sind Sonderzeichen, gezeichnet von der Datei, die &quot;&lt;SPECSYMBOLS=&quot; nennt. Ohne Zeichnung wird ein Leerzeichen gedruckt; mit --model auch ohne eine, die in die Zeichen des Modells passt, und in einer Schrift, die keine Zeichnungen annimmt.</translation>
+    </message>
+    <message>
+        <source>a character that the printer doesn&apos;t have</source>
+        <translation>ein Zeichen, das der Drucker nicht hat</translation>
+    </message>
+    <message>
+        <source>A printer has the characters of one code page, and prints something else for all others. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
+        <translation>Ein Drucker hat die Zeichen einer Codepage und druckt für alle anderen etwas anderes. Braucht --model oder --code-page. Der Katalog nennt keine Codepages: es gilt cp866, wenn --code-page nichts anderes sagt. Was in einem Wert steht, wird dort gemeldet, wo sein Tag steht.</translation>
+    </message>
+    <message>
+        <source>a value whose tags never come to an end</source>
+        <translation>ein Wert, dessen Tags nie zu Ende gehen</translation>
+    </message>
+    <message>
+        <source>A value that holds a tag is filled in its turn. One that leads back to its own tag, or that doubles on and on, never ends, and the program that prints it hangs. The commands that fill templates refuse it. Such a template isn&apos;t checked any further with this document. Needs --data.</source>
+        <translation>Ein Wert, der ein Tag enthält, wird seinerseits gefüllt. Einer, der zu seinem eigenen Tag zurückführt oder sich immer weiter verdoppelt, hört nie auf, und das Programm, das ihn druckt, hängt. Die Befehle, die Vorlagen füllen, lehnen ihn ab. Eine solche Vorlage wird mit diesem Dokument nicht weiter geprüft. Braucht --data.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,267 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru" sourcelanguage="en">
+<context>
+    <name>LintRule</name>
+    <message>
+        <source>error</source>
+        <translation>ошибка</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>предупреждение</translation>
+    </message>
+    <message>
+        <source>note</source>
+        <translation>примечание</translation>
+    </message>
+    <message>
+        <source>, with --data %1</source>
+        <translation>, с --data %1</translation>
+    </message>
+    <message>
+        <source>, with %1</source>
+        <translation>, с %1</translation>
+    </message>
+    <message>
+        <source>Wrong%1:</source>
+        <translation>Неверно%1:</translation>
+    </message>
+    <message>
+        <source>Right:</source>
+        <translation>Верно:</translation>
+    </message>
+    <message>
+        <source>an attribute that the document lacks</source>
+        <translation>атрибут, которого нет в документе</translation>
+    </message>
+    <message>
+        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. Needs --data; the document should have every attribute that a sale can have.</source>
+        <translation>Атрибут, которого нет в документе, ничего не печатает и уносит с собой группу вокруг; в выражении из-за него ничего не печатает всё выражение, или вместо части имени подставляется значение более короткого. Заглавные и строчные буквы различаются. Нужен --data; в документе должны быть все атрибуты, какие бывают в продаже.</translation>
+    </message>
+    <message>
+        <source>an expression that can&apos;t be evaluated</source>
+        <translation>выражение, которое нельзя вычислить</translation>
+    </message>
+    <message>
+        <source>An expression with a mistake prints nothing. The column is the place where its reading stopped. Without --data only mistakes are reported that no value can mend. An empty value in a group is none: the group goes.</source>
+        <translation>Выражение с ошибкой ничего не печатает. Столбец — место, где чтение остановилось. Без --data сообщается только об ошибках, которых не исправит никакое значение. Пустое значение в группе не ошибка: группа исчезает.</translation>
+    </message>
+    <message>
+        <source>an expression that its own last comma cuts</source>
+        <translation>выражение, разрезанное своей последней запятой</translation>
+    </message>
+    <message>
+        <source>What stands behind the last comma of a tag is the format, also if that comma belongs to a function or was meant as a decimal comma. An expression with a comma needs a format behind it, and a decimal point is a point.</source>
+        <translation>То, что стоит за последней запятой тега, — формат, даже если запятая принадлежит функции или задумана как десятичная. Выражению с запятой нужен формат за ней, а дробная часть отделяется точкой.</translation>
+    </message>
+    <message>
+        <source>an expression that divides by zero</source>
+        <translation>выражение, которое делит на ноль</translation>
+    </message>
+    <message>
+        <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, with it what this document makes of the expression.</source>
+        <translation>Деление на ноль печатает 0, например &quot;0.00&quot;, как будто это сумма; так же и всё прочее без конечного значения, например ln(0). В группе это допустимо: группа исчезает. Без --data находится только делитель, записанный как 0, с ним — и то, что выходит из выражения с этим документом.</translation>
+    </message>
+    <message>
+        <source>a format that isn&apos;t for its kind of value</source>
+        <translation>формат не для этого вида значения</translation>
+    </message>
+    <message>
+        <source>A format is read by the kind of the value. A whole number has no decimals, and &quot;0.00&quot; means four digits there: hand amounts over as text, such as &quot;10.00&quot;, or calculate, as in &lt;PAID*1&gt;. In a date format &quot;m&quot; is the month and &quot;n&quot; the minute. A text has no format; a date is handed over as {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Needs --data.</source>
+        <translation>Формат читается по виду значения. У целого числа нет дробной части, и &quot;0.00&quot; означает там четыре цифры: суммы передаются текстом, например &quot;10.00&quot;, или вычисляются, как в &lt;PAID*1&gt;. В формате даты &quot;m&quot; — месяц, а &quot;n&quot; — минута. У текста формата нет; дата передаётся как {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Нужен --data.</translation>
+    </message>
+    <message>
+        <source>a tag too short to be an attribute</source>
+        <translation>тег, слишком короткий для атрибута</translation>
+    </message>
+    <message>
+        <source>A tag with fewer than four characters between its brackets is never filled and prints as it stands. A longer name helps, a format, or blanks in an expression.</source>
+        <translation>Тег, в скобках которого меньше четырёх знаков, никогда не заполняется и печатается как есть. Поможет более длинное имя, формат или пробелы в выражении.</translation>
+    </message>
+    <message>
+        <source>misspelt or wrongly-cased markup</source>
+        <translation>разметка с ошибкой или не теми буквами</translation>
+    </message>
+    <message>
+        <source>Tags are written in capitals and without blanks. What isn&apos;t spelt exactly so prints as it stands, or, from four characters on, counts as an attribute and prints nothing.</source>
+        <translation>Теги пишутся заглавными буквами и без пробелов. Написанное иначе печатается как есть или, от четырёх знаков, считается атрибутом и не печатает ничего.</translation>
+    </message>
+    <message>
+        <source>a &quot;&lt;&quot; without its &quot;&gt;&quot;</source>
+        <translation>&quot;&lt;&quot; без своей &quot;&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>Without a &quot;&gt;&quot; behind it on the line, a tag prints as it stands. If another tag follows, both are read as one, which prints nothing or as it stands. A &quot;&lt;&quot; in front of a blank is taken for text, as long as no tag follows.</source>
+        <translation>Без &quot;&gt;&quot; за ним в строке тег печатается как есть. Если дальше стоит другой тег, оба читаются как один, который не печатает ничего или печатается как есть. &quot;&lt;&quot; перед пробелом считается текстом, пока дальше нет тега.</translation>
+    </message>
+    <message>
+        <source>a bracket without its partner on the line</source>
+        <translation>скобка без пары в строке</translation>
+    </message>
+    <message>
+        <source>A group lies between &quot;[&quot; and &quot;]&quot; on one line. A bracket without its partner, one that stands inside a tag and a pair the wrong way round make no group: the text stays when the value is empty, and the brackets are not printed. Write &lt;#91&gt; and &lt;93&gt; to print brackets.</source>
+        <translation>Группа лежит между &quot;[&quot; и &quot;]&quot; в одной строке. Скобка без пары, скобка внутри тега и пара в обратном порядке группы не образуют: при пустом значении текст остаётся, а скобки не печатаются. Для печати скобок пишите &lt;#91&gt; и &lt;93&gt;.</translation>
+    </message>
+    <message>
+        <source>a tag that isn&apos;t filled when the group in front of it goes</source>
+        <translation>тег, который не заполняется, когда группа перед ним исчезает</translation>
+    </message>
+    <message>
+        <source>When an empty or zero value removes its group, the search for tags goes on as many characters behind the group as stood between its &quot;[&quot; and the value. A tag that begins there is passed over and prints as it stands. Begin the group with the value, put text between the two, or put the tag on another line.</source>
+        <translation>Когда пустое значение или ноль убирает группу, поиск тегов продолжается за ней через столько знаков, сколько стояло между её &quot;[&quot; и значением. Тег, который начинается раньше, пропускается и печатается как есть. Начните группу со значения, поставьте между ними текст или перенесите тег на другую строку.</translation>
+    </message>
+    <message>
+        <source>&lt;C&gt; or &lt;R&gt; on a line with &lt;S&gt;</source>
+        <translation>&lt;C&gt; или &lt;R&gt; в строке с &lt;S&gt;</translation>
+    </message>
+    <message>
+        <source>A line has one alignment, and &lt;S&gt; wins: &lt;C&gt; and &lt;R&gt; on such a line print as they stand.</source>
+        <translation>У строки одно выравнивание, и &lt;S&gt; главнее: &lt;C&gt; и &lt;R&gt; в такой строке печатаются как есть.</translation>
+    </message>
+    <message>
+        <source>&lt;R&gt; on a line with &lt;C&gt;</source>
+        <translation>&lt;R&gt; в строке с &lt;C&gt;</translation>
+    </message>
+    <message>
+        <source>A line has one alignment, and &lt;C&gt; wins over &lt;R&gt;, which prints as it stands.</source>
+        <translation>У строки одно выравнивание, и &lt;C&gt; главнее &lt;R&gt;, который печатается как есть.</translation>
+    </message>
+    <message>
+        <source>a second line spacing on a line</source>
+        <translation>второй межстрочный интервал в строке</translation>
+    </message>
+    <message>
+        <source>A line has one spacing: the smallest number on it, from &lt;LS0&gt; to &lt;LS7&gt;. Tags with other numbers print as they stand.</source>
+        <translation>У строки один интервал: наименьшее число в ней, от &lt;LS0&gt; до &lt;LS7&gt;. Теги с другими числами печатаются как есть.</translation>
+    </message>
+    <message>
+        <source>a format that is switched on and never off</source>
+        <translation>формат, который включён и не выключен</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;B:&gt;&quot; and its like hold over line ends until their closing tag; without one all the rest of the receipt is printed so. Only a whole-line tag of the same kind ends it as well.</source>
+        <translation>&quot;&lt;B:&gt;&quot; и подобные действуют через концы строк до закрывающего тега; без него так печатается весь остаток чека. Кроме него их заканчивает только тег того же вида для всей строки.</translation>
+    </message>
+    <message>
+        <source>a format tag directly behind one of its own pair</source>
+        <translation>тег формата сразу за тегом своей же пары</translation>
+    </message>
+    <message>
+        <source>After an opening or closing tag the place right behind it isn&apos;t looked at again for a tag of the same pair: it prints as it stands, and so do later ones of its kind until one of the pair counts again. Only a closing tag right behind its opening tag counts. Whole-line tags open in front of the line and close behind it.</source>
+        <translation>За открывающим или закрывающим тегом место сразу за ним не просматривается ещё раз на тег той же пары: он печатается как есть, и следующие его вида тоже, пока снова не сработает один из пары. Засчитывается только закрывающий тег сразу за своим открывающим. Теги для всей строки открываются перед строкой и закрываются за ней.</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;X:&gt;&quot; without &quot;&lt;:X&gt;&quot;, or the other way round</source>
+        <translation>&quot;&lt;X:&gt;&quot; без &quot;&lt;:X&gt;&quot; или наоборот</translation>
+    </message>
+    <message>
+        <source>What stands between &quot;&lt;X:&gt;&quot; and the next &quot;&lt;:X&gt;&quot; is removed. If one of the two is missing, nothing is removed, and the tag prints as it stands. The tags don&apos;t nest.</source>
+        <translation>То, что стоит между &quot;&lt;X:&gt;&quot; и ближайшим &quot;&lt;:X&gt;&quot;, удаляется. Если одного из них нет, ничего не удаляется, и тег печатается как есть. Вкладывать эти теги друг в друга нельзя.</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;ENTRIES&gt;&quot; inside other text</source>
+        <translation>&quot;&lt;ENTRIES&gt;&quot; внутри другого текста</translation>
+    </message>
+    <message>
+        <source>The entries become lines of their own: what stands in front of &quot;&lt;ENTRIES&gt;&quot; goes to the first of them only, what stands behind it to the last only, and a group around it falls apart.</source>
+        <translation>Записи становятся отдельными строками: то, что стоит перед &quot;&lt;ENTRIES&gt;&quot;, попадает только в первую, стоящее за ним — только в последнюю, а группа вокруг распадается.</translation>
+    </message>
+    <message>
+        <source>a line that is cut beside &quot;&lt;ENTRIES&gt;&quot; or a fiscal marker</source>
+        <translation>строка, разрезанная не там, рядом с &quot;&lt;ENTRIES&gt;&quot; или фискальной меткой</translation>
+    </message>
+    <message>
+        <source>These keywords are looked for in the upper-cased line, where a letter can become two or three: a sharp s is &quot;SS&quot; there, a ligature its letters. The line itself is cut at the place that was found, so behind such a letter it is cut too far to the right: a part of the keyword prints, and what follows it loses its beginning. Put the keyword on a line of its own, in plain letters.</source>
+        <translation>Эти слова ищутся в строке, переведённой в заглавные буквы, где из одной буквы могут выйти две или три: ß становится &quot;SS&quot;, лигатура — своими буквами. Сама строка режется на найденном месте, поэтому за такой буквой — правее, чем надо: часть слова печатается, а следующее за ним теряет начало. Пишите такое слово на отдельной строке простыми буквами.</translation>
+    </message>
+    <message>
+        <source>a copy that doesn&apos;t say so</source>
+        <translation>копия, на которой это не написано</translation>
+    </message>
+    <message>
+        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. Needs --data with a document that is a copy.</source>
+        <translation>Строка с пометкой копии идёт за первой строкой с &quot;&lt;DOCNO&gt;&quot;, заглавными буквами или нет; тег с форматом не считается. Без неё копия выглядит как оригинал. Нужен --data с документом, который является копией.</translation>
+    </message>
+    <message>
+        <source>a second &quot;&lt;SPECSYMBOLS=&quot; line</source>
+        <translation>вторая строка &quot;&lt;SPECSYMBOLS=&quot;</translation>
+    </message>
+    <message>
+        <source>One file of special symbols is loaded: that of the lowest line. The others are passed over.</source>
+        <translation>Загружается один файл особых символов — тот, что назван ниже всех. Остальные пропускаются.</translation>
+    </message>
+    <message>
+        <source>a file of special symbols that doesn&apos;t exist</source>
+        <translation>файл особых символов, которого нет</translation>
+    </message>
+    <message>
+        <source>The library passes over a missing file in silence, and the symbols print as blanks. The file is looked up in the folder of --symbols, or else in that of the template; &quot;.ssi&quot; is added to its name.</source>
+        <translation>Библиотека молча пропускает отсутствующий файл, и символы печатаются пробелами. Файл ищется в папке --symbols, а без неё — в папке шаблона; к имени добавляется &quot;.ssi&quot;.</translation>
+    </message>
+    <message>
+        <source>a file of special symbols that can&apos;t be read</source>
+        <translation>файл особых символов, который нельзя прочесть</translation>
+    </message>
+    <message>
+        <source>The library reads such a file up to its first mistake, and the symbols behind that print as blanks. &quot;receipt symbols FILE&quot; shows what is wrong in a file.</source>
+        <translation>Библиотека читает такой файл до первой ошибки, и символы за ней печатаются пробелами. &quot;receipt symbols ФАЙЛ&quot; показывает, что в файле не так.</translation>
+    </message>
+    <message>
+        <source>a fiscal marker in a template that isn&apos;t split</source>
+        <translation>фискальная метка в шаблоне, который не режется</translation>
+    </message>
+    <message>
+        <source>A client cuts the template at its fiscal markers before anything else. In a template that is printed as a whole they are attributes that no document has, and print nothing. With --fiscal the template is split, and each piece is checked by itself.</source>
+        <translation>Программа первым делом режет шаблон по фискальным меткам. В шаблоне, который печатается целиком, они — атрибуты, которых нет ни в одном документе, и не печатают ничего. С --fiscal шаблон режется, и каждая часть проверяется сама по себе.</translation>
+    </message>
+    <message>
+        <source>markup in the data of a QR code</source>
+        <translation>разметка в данных QR-кода</translation>
+    </message>
+    <message>
+        <source>What stands behind &quot;&lt;QR&gt;&quot; on the line is the code&apos;s data to the last character: tags of the markup and the brackets of a group are no markup there, and whoever scans the code gets them. The code is centred anyway, and a group around it begins in front of &quot;&lt;QR&gt;&quot; and can&apos;t end behind it.</source>
+        <translation>Всё, что стоит за &quot;&lt;QR&gt;&quot; в строке, до последнего знака — данные кода: теги и скобки группы там не разметка, и их получит тот, кто считает код. Код и так стоит посередине, а группа вокруг начинается перед &quot;&lt;QR&gt;&quot; и не может закончиться за ним.</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;QR&gt;&quot; in a receipt that is rendered as text or HTML</source>
+        <translation>&quot;&lt;QR&gt;&quot; в чеке, который выводится текстом или HTML</translation>
+    </message>
+    <message>
+        <source>Only documents for printers have QR codes. In text and HTML the tag and its data print as they stand. Needs --as text or --as html.</source>
+        <translation>QR-коды есть только в документах для принтера. В тексте и HTML тег и его данные печатаются как есть. Нужен --as text или --as html.</translation>
+    </message>
+    <message>
+        <source>a line that is wider than the paper once it is filled</source>
+        <translation>строка, которая после заполнения шире бумаги</translation>
+    </message>
+    <message>
+        <source>No line is cut: the printer wraps it, and columns fall apart. Double width counts twice, and so do the blanks of every further &lt;S&gt; on a line. Needs --data, and --width or --model. The finding stands at the beginning of the template&apos;s line that the printed line comes from.</source>
+        <translation>Строки не обрезаются: принтер переносит их, и столбцы рассыпаются. Двойная ширина считается вдвое, как и пробелы каждого следующего &lt;S&gt; в строке. Нужен --data, а также --width или --model. Сообщение стоит в начале той строки шаблона, из которой получилась напечатанная.</translation>
+    </message>
+    <message>
+        <source>a special symbol without a drawing</source>
+        <translation>особый символ без рисунка</translation>
+    </message>
+    <message>
+        <source>The characters 1 to 7 are special symbols, drawn by the file that &quot;&lt;SPECSYMBOLS=&quot; names. Without a drawing a blank is printed; with --model also without one that fits the model&apos;s characters, and in a font that takes no drawings.</source>
+        <translation>Знаки 1–7 — особые символы, их рисунки даёт файл, который называет &quot;&lt;SPECSYMBOLS=&quot;. Без рисунка печатается пробел; с --model — и без такого, который помещается в знак этой модели, и в шрифте, который не принимает рисунков.</translation>
+    </message>
+    <message>
+        <source>a character that the printer doesn&apos;t have</source>
+        <translation>знак, которого нет у принтера</translation>
+    </message>
+    <message>
+        <source>A printer has the characters of one code page, and prints something else for all others. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
+        <translation>У принтера есть знаки одной кодовой страницы, а вместо всех других он печатает что-то иное. Нужен --model или --code-page. В каталоге кодовых страниц нет: берётся cp866, если --code-page не говорит иначе. О том, что стоит в значении, сообщается на месте его тега.</translation>
+    </message>
+    <message>
+        <source>a value whose tags never come to an end</source>
+        <translation>значение, теги которого не кончаются</translation>
+    </message>
+    <message>
+        <source>A value that holds a tag is filled in its turn. One that leads back to its own tag, or that doubles on and on, never ends, and the program that prints it hangs. The commands that fill templates refuse it. Such a template isn&apos;t checked any further with this document. Needs --data.</source>
+        <translation>Значение, в котором есть тег, заполняется в свою очередь. Если оно ведёт обратно к своему тегу или всё время удваивается, конца ему нет, и печатающая программа зависает. Команды, которые заполняют шаблоны, от него отказываются. Дальше такой шаблон с этим документом не проверяется. Нужен --data.</translation>
+    </message>
+</context>
+</TS>
