@@ -516,7 +516,12 @@ private Q_SLOTS:
         line->setReadBufferSize(1);
         QVERIFY(line->waitForReadyRead(printerPatience));
         program.interrupt();
-        QVERIFY(program.errorLine().endsWith(": stops; Ctrl+C again ends the program at once"));
+        // Another test's job may have been cut off at this port.
+        QString told;
+        do {
+            told = program.errorLine();
+        } while (told.contains(": a job before this one "));
+        QVERIFY2(told.endsWith(": stops; Ctrl+C again ends the program at once"), qPrintable(told));
         line->abort();
         const ReceiptRun run = program.result();
         QVERIFY2(run.errors.startsWith("receipt: " + address + ": printed in part: "),
