@@ -17,23 +17,33 @@ namespace chaos {
 
 namespace {
 
-constexpr int baudRate = 115200;
 constexpr int lookMilliseconds = 30;
-constexpr speed_t lineSpeed = B115200;
 constexpr int quietLooks = 4;
 /// More than all times of a job together, and those of the jobs in front of it.
 constexpr int hangMilliseconds = 90000;
 
+speed_t speedOf(int baudRate)
+{
+    switch (baudRate) {
+        case 9600:
+            return B9600;
+        case 19200:
+            return B19200;
+        default:
+            return B115200;
+    }
+}
+
 /// A port is set back when it is closed. What it has taken is on its way by then; but a pseudo
 /// terminal still has it, and its printer would hear it at the wrong speed.
-bool setLine(const QString &path, bool isSoftwareFlow)
+bool setLine(const QString &path, speed_t speed, bool isSoftwareFlow)
 {
     const int descriptor =
         ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     termios line = {};
     if (descriptor < 0 || ::tcgetattr(descriptor, &line) != 0)
         return false;
-    ::cfsetspeed(&line, lineSpeed);
+    ::cfsetspeed(&line, speed);
     line.c_cflag |= isSoftwareFlow ? 0U : CRTSCTS;
     line.c_iflag |= isSoftwareFlow ? IXON : 0U;
     const bool isSet = ::tcsetattr(descriptor, TCSANOW, &line) == 0;
@@ -112,11 +122,12 @@ bool Episode::openLine()
     }
     VirtualModel model;
     model.id = m_plan.model;
-    model.baudRate = baudRate;
+    model.baudRate = m_plan.baudRate;
     model.flowControl =
         m_plan.isSoftwareFlow ? QSerialPort::SoftwareControl : QSerialPort::HardwareControl;
     m_terminal = std::make_unique<VirtualPrinter>(model);
-    if (m_terminal->isValid() && setLine(m_terminal->portPath(), m_plan.isSoftwareFlow))
+    if (m_terminal->isValid() &&
+        setLine(m_terminal->portPath(), speedOf(m_plan.baudRate), m_plan.isSoftwareFlow))
         m_line = std::make_unique<TerminalLine>(*m_terminal, model.flowControl);
     return m_line != nullptr;
 }
@@ -127,7 +138,7 @@ QString Episode::address() const
         return QStringLiteral("tcp:") + m_line->name();
     return QStringLiteral("serial:%1?baud=%2&flow=%3")
         .arg(m_line->name())
-        .arg(baudRate)
+        .arg(m_plan.baudRate)
         .arg(m_plan.isSoftwareFlow ? QStringLiteral("software") : QStringLiteral("hardware"));
 }
 

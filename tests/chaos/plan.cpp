@@ -201,6 +201,8 @@ EpisodePlan planOf(quint64 seed, int firstJob)
         plan.printerKills.append(dice.inPercent(80) ? dice.below(900'000) : -1);
     if (row.theme != Theme::Kills)
         planTroubles(dice, row.theme, plan, bytes);
+    // Drawn last, so that the kept seeds still plan what they did.
+    plan.baudRate = dice.oneOf({9600, 19200, 115200});
     return plan;
 }
 
@@ -217,7 +219,8 @@ QStringList EpisodePlan::toLines() const
 {
     QStringList lines{
         QStringLiteral("%1 on %2, %3 at once, buffer %4, window %5, %6 bytes/s, %7 mm/s")
-            .arg(model, isNetwork ? QStringLiteral("TCP") : QStringLiteral("a line"))
+            .arg(model, isNetwork ? QStringLiteral("TCP")
+                                  : QStringLiteral("a line of %1 baud").arg(baudRate))
             .arg(programs)
             .arg(bufferBytes)
             .arg(window)

@@ -26,6 +26,7 @@ struct EpisodePlan
     QString model;
     bool isNetwork = false;
     bool isSoftwareFlow = false;
+    int baudRate = 115200;
     int bufferBytes = 0;
     int bytesPerSecond = 0;
     int millimetresPerSecond = 0;
