@@ -42,7 +42,7 @@ private Q_SLOTS:
         blank("longer ones that count as attributes", "< W2:>x<SpecSymbols=shop>",
               "1:1 markup-spelling 1:8 markup-spelling");
         blank("a file of symbols inside a line", "x<SPECSYMBOLS=shop>", "1:2 markup-spelling");
-        blank("fonts and codes", "<F 1>x<F12><65><#65><L1><:><321>", "");
+        blank("fonts and codes", "<F 1>x<F2><65><#65><L1><:><321>", "");
         blank("colons of tags that have none", "<C:><:C><:S><R:><S:>",
               "1:1 markup-spelling 1:5 markup-spelling 1:9 markup-spelling 1:13 markup-spelling "
               "1:17 markup-spelling");
@@ -123,6 +123,74 @@ private Q_SLOTS:
                   "1:2 open-format");
     }
     void openFormat() { checkPlaces(); }
+
+    void openFont_data()
+    {
+        addTemplates();
+        blank("to the end of the receipt", "a\n<F2>b\nc", "2:1 open-font");
+        blank("the last of several", "a\n<F2>b\nc<F3>d\ne", "3:2 open-font");
+        blank("switched back", "a\n<F2>b\n<F1>c", "");
+        blank("on the last line", "a\n<F2>b", "");
+        blank("in front of all text", "<F2>a\nb\nc", "");
+        blank("in front of all text but a line of an image", "<I>1 1 x</I>\n<F2>a\nb", "");
+        blank("behind text on the first line", "a<F2>b\nc", "1:2 open-font");
+        blank("back at the end of the last line", "a\n<F2>b\nc<F1>", "");
+        blank("a line of nothing but tags behind it", "a\n<F2>b\n<:>", "");
+        blank("no text at all", "<F2>\n<:>", "1:1 lost-markup");
+        filled("by a value", "a\n<SHOP><F2><GUEST>\nb", "2:7 open-font 2:11 undrawn-symbol");
+        filled("on a line that is gone", "a\n[<F2>b<ZERO>]\nc", "");
+        blankWith("--fiscal", "each piece begins in font 1", "a\n<F2>b\n<FISCAL_BODY>\nc", "");
+    }
+    void openFont() { checkPlaces(); }
+
+    void lostFontSwitch_data()
+    {
+        addTemplates();
+        blank("at the end of a line", "<F4>a<F1>\nb\n<F1>c", "1:6 lost-font-switch");
+        blank("in front of a group's bracket and an empty tag", "[<F4>a<F1>]<:>\nb\n<F1>c",
+              "1:7 lost-font-switch");
+        blank("a blank behind it", "<F4>a<F1> \nb", "");
+        blank("to the font that there is", "<F2>a\nb<F2>\n<F1>c", "");
+        blank("the next line has a font of its own", "<F4>a<F1>\n<F1>b", "");
+        blank("the next line has it behind its text", "<F4>a<F1>\nb<F1>c", "1:6 lost-font-switch");
+        blank("on the last line", "<F4>a<F1>", "");
+        blank("an empty line between", "<F4>a<F1>\n\nb<F1> ", "1:6 lost-font-switch");
+        blank("two of them, the last one counts", "a<F2><F3>\nb", "1:6 lost-font-switch");
+        blank("two of them, and back again", "a<F2><F1>\nb", "");
+        blank("in front of a QR code", "<F2>a\nb<F1><QR>c\nd\n<F1>e", "2:2 lost-font-switch");
+        filled("behind a value", "<F4><SHOP><F1>\n<SHOP>\n<F1>x", "1:11 lost-font-switch");
+        filled("an empty value behind it", "<F4>a<F1><EMPTY>\nb\n<F1>c", "1:6 lost-font-switch");
+        blank("in a part that is removed", "<F4>a<X:><F1><:X>\nb\n<F1>c", "");
+    }
+    void lostFontSwitch() { checkPlaces(); }
+
+    void unknownFont_data()
+    {
+        addTemplates();
+        blank("beyond the fourth", "<F4>a<F5>b<F12>c<F9>d<F1>e",
+              "1:6 unknown-font 1:11 unknown-font 1:17 unknown-font");
+        blank("that of no number", "<F0>a", "1:1 markup-spelling");
+        blank("in the data of a code and in a part that is removed", "<QR>a<F5>\n<X:><F6><:X>b",
+              "1:6 markup-in-qr");
+    }
+    void unknownFont() { checkPlaces(); }
+
+    void lostMarkup_data()
+    {
+        addTemplates();
+        blank("a spacing, a format, an alignment, a font", "<LS3>\n<B>\n<C>\n<R>\n<F2>\n<W2>\na",
+              "1:1 lost-markup 2:1 lost-markup 3:1 lost-markup 4:1 lost-markup 5:1 lost-markup "
+              "6:1 lost-markup");
+        blank("several of them", "[<C><B>]\na", "1:2 lost-markup");
+        blank("tags that count without text", "<B:>\na\n<:B>\n<:>\n<L1>\n<X>", "");
+        blank("a tab and a blank are text", "<S>\n<B> \n<U><S>", "");
+        blank("a value", "<B><NAME>\n<C>[<SHOP>]", "");
+        filled("a value that is empty", "<B><EMPTY>\n[<C><ZERO>]a", "");
+        blank("in front of a QR code", "<C><QR>a", "");
+        blankWith("--as text", "a QR code that is text", "<C><QR>a", "1:4 qr-in-text");
+        blank("a removed part alone beside it", "<B><X:>a<:X>\nb", "1:1 lost-markup");
+    }
+    void lostMarkup() { checkPlaces(); }
 
     void tagBehindPair_data()
     {

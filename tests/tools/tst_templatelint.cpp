@@ -289,13 +289,15 @@ private Q_SLOTS:
             const QString line = random.line(parts);
             Options options;
             const QVector<Finding> findings = lint({line}, options);
-            int reported = 0;
-            for (const Finding &finding : findings)
-                reported += finding.rule->name == QByteArray("open-format") ? 0 : 1;
+            const auto staysAsText = [](const Finding &finding) {
+                return !QByteArrayList{"open-format", "lost-markup", "repeated-tab"}.contains(
+                    finding.rule->name);
+            };
+            const auto reported = std::count_if(findings.cbegin(), findings.cend(), staysAsText);
             const DocumentBlock block = EnginePrinting().print(line);
             if (reported != block.text().value(0).count('<'))
                 qInfo() << line << block.text();
-            QCOMPARE(reported, block.text().value(0).count('<'));
+            QCOMPARE(int(reported), block.text().value(0).count('<'));
         }
     }
 

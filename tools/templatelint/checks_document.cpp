@@ -68,7 +68,7 @@ public:
         const int tabs = m_line.text.characters.count(QLatin1Char('\t'));
         // Each <S> gets all the blanks that the line has room for, in cells of its first font.
         const long long blank = cellAt(0);
-        if (m_line.hasTab && tabs > 0 && width < m_paper.width)
+        if (!m_line.tabs.isEmpty() && tabs > 0 && width < m_paper.width)
             width += tabs * ((m_paper.width - width) / blank) * blank;
         return static_cast<int>(std::min<long long>(width, std::numeric_limits<int>::max()));
     }

@@ -25,7 +25,30 @@ bool isNumber(const QString &code)
     return isNumber;
 }
 
+bool isFontSwitch(const QString &tag)
+{
+    return tag.startsWith(templates::fontTag) && tag.endsWith(QLatin1Char('>'));
+}
+
+bool isForWholeLine(const QString &tag)
+{
+    using namespace templates;
+    return std::any_of(std::begin(wholeLineOrder), std::end(wholeLineOrder),
+                       [&tag](const FormatTag &format) { return tag == format.wholeLine; }) ||
+           std::any_of(std::begin(plainTags), std::end(plainTags), [&tag](const PlainTag &plain) {
+               return tag == plain.text &&
+                      (plain.step == MarkupStep::Align || plain.step == MarkupStep::SetSpacing);
+           });
+}
+
 }  // namespace
+
+unsigned char fontOf(const QString &tag)
+{
+    templates::CarriedStyle carried;
+    templates::printedLine(tag + QLatin1Char(' '), carried, 0, 0);
+    return carried.font;
+}
 
 Markup::Markup()
 {
@@ -42,6 +65,7 @@ Printed Markup::print(const Text &line)
                                                      templates::LineDetail::WithBytes, edits);
             printed.formats = read.formats;
             printed.fonts = read.fonts;
+            printed.fontBehind = m_carried.font;
         },
         [&](const Text &removed, QStringView inserted) { hear(removed, inserted, printed); });
     return printed;
@@ -55,15 +79,24 @@ QVector<int> Markup::openFormats() const
     return offsets;
 }
 
+void Markup::hearOfLine(const TakenTag &tag, Printed &printed)
+{
+    if (tag.text == templates::tabTag)
+        printed.tabs.append(tag.offset);
+    if (isFontSwitch(tag.text))
+        printed.fontSwitches.append(tag);
+    if (isFontSwitch(tag.text) || isForWholeLine(tag.text))
+        printed.lineTags.append(tag);
+}
+
 /// What goes tells which step of the markup takes it.
 void Markup::hear(const Text &removed, QStringView inserted, Printed &printed)
 {
     const QString &tag = removed.characters;
     const int offset = removed.isEmpty() ? Text::nowhere : Text::offsetOf(removed.origins.at(0));
-    if (tag == templates::tabTag)
-        printed.hasTab = true;
-    else if (isCode(removed, inserted) && removed.isOnePiece(0, removed.size()) &&
-             !isNumber(tag.mid(1, tag.size() - 2)))
+    hearOfLine({offset, tag}, printed);
+    if (isCode(removed, inserted) && removed.isOnePiece(0, removed.size()) &&
+        !isNumber(tag.mid(1, tag.size() - 2)))
         m_badCodes.append({offset, tag.mid(1, tag.size() - 2)});
     for (std::size_t i = 0; i < m_openTags.size(); ++i) {
         const templates::FormatTag &format = templates::rangeOrder[i];

@@ -234,10 +234,13 @@ Road travel(const QVector<Text> &lines, const PrinterDocument &document, const V
         if (!isLeft)
             continue;
         road.prepared.append(line);
+        const int codes = road.codes.size();
         if (form == Form::Document)
             takePayload(line, road);
-        if (!line.isEmpty())
-            road.lines.append(markup.print(line));
+        if (line.isEmpty())
+            continue;
+        road.lines.append(markup.print(line));
+        road.lines.last().hasCode = road.codes.size() > codes;
     }
     road.openFormats = markup.openFormats();
     road.badCodes = markup.badCodes();
@@ -293,7 +296,8 @@ QVector<Leftover> leftoversOf(const Road &road)
                 continue;
             const int offset = placeOf(line, begin, i + 1);
             if (offset != Text::nowhere)
-                leftovers.append({offset, text.mid(begin + 1, i - begin - 1), line.hasTab});
+                leftovers.append(
+                    {offset, text.mid(begin + 1, i - begin - 1), !line.tabs.isEmpty()});
             begin = -1;
         }
     }

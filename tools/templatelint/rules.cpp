@@ -122,6 +122,36 @@ constexpr Rule table[] = {
                        "one all the rest of the receipt is printed so. Only a whole-line tag of "
                        "the same kind ends it as well."),
      "<B:>Total <TOTAL>", "<B:>Total<:B> <TOTAL>", noDocument, noArguments, checkOpenFormats},
+    {"open-font", Severity::Note,
+     QT_TRANSLATE_NOOP("LintRule", "a font that is switched on and never back"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "A font holds over line ends until the next \"<F1>\" or its like; without "
+                       "one all the rest of the receipt is printed in it. Nothing is said of a "
+                       "font that stands in front of all text, or on the last line."),
+     "Total <TOTAL>\n<F2>Keep this receipt\nThank you!",
+     "Total <TOTAL>\n<F2>Keep this receipt\n<F1>Thank you!", noDocument, noArguments,
+     checkOpenFonts},
+    {"lost-font-switch", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a font that is switched at the end of a line"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "The next line begins in the font of this line's last character, and a font "
+                       "tag behind that character changes none. Put the tag in front of the next "
+                       "line, or a blank behind it."),
+     "<F4>Total <TOTAL><F1>\nThank you!", "<F4>Total <TOTAL>\n<F1>Thank you!", noDocument,
+     noArguments, checkLostFontSwitches},
+    {"unknown-font", Severity::Warning, QT_TRANSLATE_NOOP("LintRule", "a font that doesn't exist"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "There are four fonts, from \"<F1>\" to \"<F4>\"; a greater number counts "
+                       "round them, so \"<F5>\" is font 2 and \"<F8>\" font 1."),
+     "<F5>Thank you!", "<F2>Thank you!", noDocument, noArguments, checkUnknownFonts},
+    {"lost-markup", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "markup on a line without text"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "A line of nothing but tags isn't printed, and what its tags say of the "
+                       "line goes with it: the alignment, the line spacing, a font, a format of "
+                       "the whole line. Put them in front of the text that they are for. A tag "
+                       "with a colon, such as \"<B:>\", counts on a line of its own."),
+     "<LS3>\nTotal <TOTAL>", "<LS3>Total <TOTAL>", noDocument, noArguments, checkLostMarkup},
     {"tag-behind-pair", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a format tag directly behind one of its own pair"),
      QT_TRANSLATE_NOOP(

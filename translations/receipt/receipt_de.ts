@@ -263,5 +263,37 @@
         <source>A value that holds a tag is filled in its turn. One that leads back to its own tag, or that doubles on and on, never ends, and the program that prints it hangs. The commands that fill templates refuse it. Such a template isn&apos;t checked any further with this document. Needs --data.</source>
         <translation>Ein Wert, der ein Tag enthält, wird seinerseits gefüllt. Einer, der zu seinem eigenen Tag zurückführt oder sich immer weiter verdoppelt, hört nie auf, und das Programm, das ihn druckt, hängt. Die Befehle, die Vorlagen füllen, lehnen ihn ab. Eine solche Vorlage wird mit diesem Dokument nicht weiter geprüft. Braucht --data.</translation>
     </message>
+    <message>
+        <source>a font that is switched on and never back</source>
+        <translation>eine Schrift, auf die umgeschaltet wird und nie zurück</translation>
+    </message>
+    <message>
+        <source>A font holds over line ends until the next &quot;&lt;F1&gt;&quot; or its like; without one all the rest of the receipt is printed in it. Nothing is said of a font that stands in front of all text, or on the last line.</source>
+        <translation>Eine Schrift gilt über Zeilenenden hinweg bis zum nächsten &quot;&lt;F1&gt;&quot; oder seinesgleichen; ohne ein solches wird der ganze Rest des Belegs in ihr gedruckt. Über eine Schrift, die vor allem Text oder auf der letzten Zeile steht, wird nichts gesagt.</translation>
+    </message>
+    <message>
+        <source>a font that is switched at the end of a line</source>
+        <translation>eine Schrift, auf die am Ende einer Zeile umgeschaltet wird</translation>
+    </message>
+    <message>
+        <source>The next line begins in the font of this line&apos;s last character, and a font tag behind that character changes none. Put the tag in front of the next line, or a blank behind it.</source>
+        <translation>Die nächste Zeile beginnt in der Schrift des letzten Zeichens dieser Zeile, und ein Schrifttag hinter diesem Zeichen ändert keine. Setzen Sie das Tag vor die nächste Zeile oder ein Leerzeichen dahinter.</translation>
+    </message>
+    <message>
+        <source>a font that doesn&apos;t exist</source>
+        <translation>eine Schrift, die es nicht gibt</translation>
+    </message>
+    <message>
+        <source>There are four fonts, from &quot;&lt;F1&gt;&quot; to &quot;&lt;F4&gt;&quot;; a greater number counts round them, so &quot;&lt;F5&gt;&quot; is font 2 and &quot;&lt;F8&gt;&quot; font 1.</source>
+        <translation>Es gibt vier Schriften, von &quot;&lt;F1&gt;&quot; bis &quot;&lt;F4&gt;&quot;; eine größere Nummer zählt im Kreis, und so ist &quot;&lt;F5&gt;&quot; Schrift 2 und &quot;&lt;F8&gt;&quot; Schrift 1.</translation>
+    </message>
+    <message>
+        <source>markup on a line without text</source>
+        <translation>Auszeichnung auf einer Zeile ohne Text</translation>
+    </message>
+    <message>
+        <source>A line of nothing but tags isn&apos;t printed, and what its tags say of the line goes with it: the alignment, the line spacing, a font, a format of the whole line. Put them in front of the text that they are for. A tag with a colon, such as &quot;&lt;B:&gt;&quot;, counts on a line of its own.</source>
+        <translation>Eine Zeile aus nichts als Tags wird nicht gedruckt, und was ihre Tags über die Zeile sagen, geht mit ihr: die Ausrichtung, der Zeilenabstand, eine Schrift, ein Format der ganzen Zeile. Setzen Sie sie vor den Text, dem sie gelten. Ein Tag mit Doppelpunkt wie &quot;&lt;B:&gt;&quot; zählt auch auf einer eigenen Zeile.</translation>
+    </message>
 </context>
 </TS>

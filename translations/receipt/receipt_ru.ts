@@ -263,5 +263,37 @@
         <source>A value that holds a tag is filled in its turn. One that leads back to its own tag, or that doubles on and on, never ends, and the program that prints it hangs. The commands that fill templates refuse it. Such a template isn&apos;t checked any further with this document. Needs --data.</source>
         <translation>Значение, в котором есть тег, заполняется в свою очередь. Если оно ведёт обратно к своему тегу или всё время удваивается, конца ему нет, и печатающая программа зависает. Команды, которые заполняют шаблоны, от него отказываются. Дальше такой шаблон с этим документом не проверяется. Нужен --data.</translation>
     </message>
+    <message>
+        <source>a font that is switched on and never back</source>
+        <translation>шрифт, который включён и не возвращён</translation>
+    </message>
+    <message>
+        <source>A font holds over line ends until the next &quot;&lt;F1&gt;&quot; or its like; without one all the rest of the receipt is printed in it. Nothing is said of a font that stands in front of all text, or on the last line.</source>
+        <translation>Шрифт действует и за концом строки, до следующего &quot;&lt;F1&gt;&quot; или ему подобного; без него весь остаток чека печатается этим шрифтом. О шрифте, который стоит перед всем текстом или в последней строке, ничего не говорится.</translation>
+    </message>
+    <message>
+        <source>a font that is switched at the end of a line</source>
+        <translation>шрифт, который переключают в конце строки</translation>
+    </message>
+    <message>
+        <source>The next line begins in the font of this line&apos;s last character, and a font tag behind that character changes none. Put the tag in front of the next line, or a blank behind it.</source>
+        <translation>Следующая строка начинается шрифтом последнего знака этой строки, и тег шрифта за этим знаком ничего не меняет. Поставьте тег перед следующей строкой или пробел за ним.</translation>
+    </message>
+    <message>
+        <source>a font that doesn&apos;t exist</source>
+        <translation>шрифт, которого нет</translation>
+    </message>
+    <message>
+        <source>There are four fonts, from &quot;&lt;F1&gt;&quot; to &quot;&lt;F4&gt;&quot;; a greater number counts round them, so &quot;&lt;F5&gt;&quot; is font 2 and &quot;&lt;F8&gt;&quot; font 1.</source>
+        <translation>Шрифтов четыре, от &quot;&lt;F1&gt;&quot; до &quot;&lt;F4&gt;&quot;; больший номер считается по кругу, так что &quot;&lt;F5&gt;&quot; — это шрифт 2, а &quot;&lt;F8&gt;&quot; — шрифт 1.</translation>
+    </message>
+    <message>
+        <source>markup on a line without text</source>
+        <translation>разметка в строке без текста</translation>
+    </message>
+    <message>
+        <source>A line of nothing but tags isn&apos;t printed, and what its tags say of the line goes with it: the alignment, the line spacing, a font, a format of the whole line. Put them in front of the text that they are for. A tag with a colon, such as &quot;&lt;B:&gt;&quot;, counts on a line of its own.</source>
+        <translation>Строка из одних тегов не печатается, и с ней пропадает то, что её теги говорят о строке: выравнивание, межстрочный интервал, шрифт, формат всей строки. Поставьте их перед текстом, к которому они относятся. Тег с двоеточием, такой как &quot;&lt;B:&gt;&quot;, действует и в отдельной строке.</translation>
+    </message>
 </context>
 </TS>
