@@ -230,21 +230,42 @@ private Q_SLOTS:
         QTest::newRow("authors/code") << "authors/code"
                                       << "authors/code"
                                       << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/codes") << "authors/codes"
+                                       << "authors/codes"
+                                       << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/columns") << "authors/columns"
+                                         << "authors/columns"
+                                         << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/conditions") << "authors/conditions"
+                                            << "authors/conditions"
+                                            << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/dates") << "authors/dates"
+                                       << "authors/dates"
+                                       << "--model CUSTOM_VKP_80";
         QTest::newRow("authors/entries") << "authors/entries"
                                          << "authors/entries"
                                          << "--model CUSTOM_VKP_80";
         QTest::newRow("authors/expressions") << "authors/expressions"
                                              << "authors/expressions"
                                              << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/fiscal") << "authors/fiscal"
+                                        << "authors/fiscal"
+                                        << "--fiscal --model CUSTOM_VKP_80";
         QTest::newRow("authors/groups") << "authors/groups"
                                         << "authors/groups"
                                         << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/inverse") << "authors/inverse"
+                                         << "authors/nothing"
+                                         << "--model CUSTOM_VKP_80";
         QTest::newRow("authors/markup") << "authors/markup"
                                         << "authors/nothing"
                                         << "--model CUSTOM_VKP_80";
         QTest::newRow("authors/removal") << "authors/removal"
                                          << "authors/nothing"
                                          << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/rounding") << "authors/rounding"
+                                          << "authors/rounding"
+                                          << "--model CUSTOM_VKP_80";
         QTest::newRow("authors/symbols") << "authors/symbols"
                                          << "authors/nothing"
                                          << "--model CUSTOM_VKP_80";
@@ -260,6 +281,24 @@ private Q_SLOTS:
         QTest::newRow("fiscal") << "fiscal"
                                 << "fiscal"
                                 << "--fiscal --model CUSTOM_VKP_80";
+        QTest::newRow("gallery/fiscal") << "gallery/fiscal"
+                                        << "gallery/fiscal"
+                                        << "--fiscal --model SWECOIN_TM_20XX";
+        QTest::newRow("gallery/fuel") << "gallery/fuel"
+                                      << "gallery/fuel"
+                                      << "--model SWECOIN_TM_20XX";
+        QTest::newRow("gallery/pharmacy") << "gallery/pharmacy"
+                                          << "gallery/pharmacy"
+                                          << "--model SWECOIN_TM_20XX";
+        QTest::newRow("gallery/restaurant") << "gallery/restaurant"
+                                            << "gallery/restaurant"
+                                            << "--model SWECOIN_TM_20XX";
+        QTest::newRow("gallery/shift") << "gallery/shift"
+                                       << "gallery/shift"
+                                       << "--model SWECOIN_TM_20XX";
+        QTest::newRow("gallery/supermarket") << "gallery/supermarket"
+                                             << "gallery/supermarket"
+                                             << "--model SWECOIN_TM_20XX";
         QTest::newRow("grocery") << "grocery"
                                  << "grocery"
                                  << "--model CUSTOM_VKP_80";
@@ -301,15 +340,28 @@ private Q_SLOTS:
     void everyExampleIsInTheTable()
     {
         const QStringList listed{"authors/code",
+                                 "authors/codes",
+                                 "authors/columns",
+                                 "authors/conditions",
+                                 "authors/dates",
                                  "authors/entries",
                                  "authors/expressions",
+                                 "authors/fiscal",
                                  "authors/groups",
+                                 "authors/inverse",
                                  "authors/markup",
                                  "authors/removal",
+                                 "authors/rounding",
                                  "authors/symbols",
                                  "authors/values",
                                  "cafe",
                                  "fiscal",
+                                 "gallery/fiscal",
+                                 "gallery/fuel",
+                                 "gallery/pharmacy",
+                                 "gallery/restaurant",
+                                 "gallery/shift",
+                                 "gallery/supermarket",
                                  "grocery",
                                  "kiosk",
                                  "tags"};
