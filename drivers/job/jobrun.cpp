@@ -13,9 +13,6 @@ namespace {
 constexpr qint64 uncertainBytes = 64LL * 1024;
 /// More than any question of a job has.
 constexpr int questionFill = 16;
-/// How far the data of a picture is filled up of which not even the size is known. At 9600 baud
-/// that takes 17 seconds, which is less than to lose receipts.
-constexpr int flushBytes = 16 * 1024;
 constexpr int leastStep = 512;
 constexpr int mostStep = 65536;
 
@@ -58,6 +55,7 @@ JobRun::JobRun(Parts parts)
       m_stream(m_parts.document, m_parts.profile),
       m_dialogue(m_parts.profile),
       m_proof(m_parts.profile, m_dialogue),
+      m_repair(m_parts.profile, m_record),
       m_id(QUuid::createUuid().toString(QUuid::WithoutBraces))
 {
     PrintJobOptions &options = m_parts.options;
@@ -179,45 +177,23 @@ void JobRun::lineIsOpen()
         repair();
 }
 
-/// A job before was cut off, perhaps within a command: that is completed, so that what follows is
-/// obeyed and not printed; and what hangs in the printer goes.
 void JobRun::repair()
 {
-    if (!m_record.isOpen) {
+    if (!m_repair.isDue()) {
         ask();
         return;
     }
     m_step = Step::Repairing;
-    QByteArray bytes(m_record.fill, '\0');
-    if (m_isFlushed)
-        bytes += JobStream::selecting(m_parts.profile);
-    write(bytes + JobProof::endOfDefinition(m_parts.profile) + JobStream::closing(m_parts.profile));
+    write(m_repair.bytes());
     restartStuckTimer();
 }
 
 void JobRun::repaired()
 {
     m_stuckTimer.stop();
-    tellNote(m_isFlushed
-                 ? QStringLiteral("the printer answered, but obeyed no command since a job before "
-                                  "this one: what that lacked was filled up, and the printer reset")
-                 : QStringLiteral("a job before this one was cut off or wasn't confirmed: the "
-                                  "printer was reset, and what hung in it was cut off"));
-    // What a line has taken, it or the printer may still lose.
-    m_repairFill = m_record.fill;
+    tellNote(m_repair.text());
+    m_repair.hasGone();
     ask();
-}
-
-/// The repair is in the printer.
-void JobRun::settleRepair()
-{
-    if (m_repairFill < 0)
-        return;
-    m_repairFill = -1;
-    m_record.isOpen = false;
-    m_record.fill = 0;
-    m_record.last.clear();
-    keepRecord();
 }
 
 bool JobRun::isLineSerial() const
@@ -326,8 +302,8 @@ void JobRun::ask()
 /// byte in a millisecond.
 int JobRun::statusPatience() const
 {
-    const bool isUnderWay = m_repairFill > 0 && !isLineSerial();
-    return m_parts.options.statusMilliseconds + (isUnderWay ? m_repairFill : 0);
+    const bool isUnderWay = m_repair.fill() > 0 && !isLineSerial();
+    return m_parts.options.statusMilliseconds + (isUnderWay ? m_repair.fill() : 0);
 }
 
 void JobRun::statusIsComplete()
@@ -355,10 +331,12 @@ bool JobRun::isSettled()
 
 void JobRun::goOnByStatus()
 {
-    settleRepair();  // it was asked behind that
+    // It was asked behind that.
+    if (m_repair.settle())
+        keepRecord();
     if (m_dialogue.status().canPrint()) {
         m_waitTimer.stop();
-        if (m_record.reading == JobRecord::Unread && !m_isProbed)
+        if (m_repair.isProbeDue())
             probe();
         else
             beginSending();
@@ -376,7 +354,7 @@ void JobRun::goOnByStatus()
 void JobRun::probe()
 {
     m_step = Step::Probing;
-    m_isProbed = true;
+    m_repair.beginProbe();
     if (m_parts.profile.dialect() != Dialect::EscPos) {
         fillUp();
         return;
@@ -388,7 +366,7 @@ void JobRun::probe()
 void JobRun::probeIsAnswered()
 {
     m_timer.stop();
-    m_record.reading = JobRecord::Reads;
+    m_repair.obeys();
     beginSending();
 }
 
@@ -401,9 +379,7 @@ void JobRun::probeIsSilent()
 
 void JobRun::fillUp()
 {
-    m_isFlushed = true;
-    m_record.isOpen = true;
-    m_record.fill = flushBytes;
+    m_repair.fillUp();
     keepRecord();
     repair();
 }
@@ -549,7 +525,7 @@ void JobRun::recordRange()
 {
     const qint64 begin = isLineSerial() ? m_taken : std::max<qint64>(0, m_taken - uncertainBytes);
     m_record.isOpen = true;
-    m_record.fill = std::max(m_repairFill, m_stream.fillBetween(begin, m_handed));
+    m_record.fill = std::max(m_repair.fill(), m_stream.fillBetween(begin, m_handed));
     m_record.last = m_id;
     const bool isKept = m_parts.lock->setRecord(m_record.toBytes());
     if (!isKept && !m_isUnrecorded)
@@ -804,7 +780,7 @@ void JobRun::askNext()
 void JobRun::proofIsComplete()
 {
     JobProof::settle(m_record);
-    m_record.reading = JobRecord::Reads;
+    m_repair.obeys();
     const bool isProven = m_proof.state() == JobProof::State::Proven;
     const bool mayHaveBeenOff = m_mayHaveBeenOff && !m_proof.hasMacro();
     m_record.isOpen = !isProven || mayHaveBeenOff;
@@ -834,11 +810,7 @@ void JobRun::whyIsAnswered()
     m_isDelivered = true;
     if (m_dialogue.status().canPrint()) {
         m_proof.giveUp(m_record, true);
-        if (m_parts.profile.dialect() != Dialect::Swecoin && !m_proof.hasLostMacro() &&
-            m_record.reading == JobRecord::Reads)
-            m_record.reading = JobRecord::Unread;
-        else if (m_isFlushed)
-            m_record.reading = JobRecord::Deaf;
+        m_repair.isUnconfirmed(m_proof.hasLostMacro());
         // Of one that never confirms it says nothing.
         m_record.isOpen = mayBeLost() || m_record.reading != JobRecord::Deaf;
         finish(Outcome::Sent, Reason::NoConfirmation,

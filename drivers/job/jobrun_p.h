@@ -7,6 +7,7 @@
 
 #include "job/jobproof_p.h"
 #include "job/jobrecord_p.h"
+#include "job/jobrepair_p.h"
 #include "job/jobstream_p.h"
 #include "printerslib/drivers/devicelock.h"
 #include "printerslib/drivers/printjoboptions.h"
@@ -87,7 +88,6 @@ private:
 
     void repair();
     void repaired();
-    void settleRepair();
     bool isLineSerial() const;
     int statusPatience() const;
     void probe();
@@ -148,19 +148,17 @@ private:
     StatusDialogue m_dialogue;
     JobProof m_proof;
     JobRecord m_record;
+    JobRepair m_repair;
     PrintJobResult m_result;
     Step m_step = Step::New;
     const QString m_id;
     QByteArray m_automaticOff;
-    qint64 m_base = 0;      ///< bytes that the line had taken before the stream
-    qint64 m_handed = 0;    ///< of the stream
-    qint64 m_taken = 0;     ///< of the stream
-    qint64 m_limit = 0;     ///< of the stream: no more is handed over
-    int m_repairFill = -1;  ///< of a repair that may not have reached the printer; -1: of none
+    qint64 m_base = 0;    ///< bytes that the line had taken before the stream
+    qint64 m_handed = 0;  ///< of the stream
+    qint64 m_taken = 0;   ///< of the stream
+    qint64 m_limit = 0;   ///< of the stream: no more is handed over
     bool m_isPaused = false;
-    bool m_isWaiting = false;  ///< for a printer that can't print
-    bool m_isProbed = false;
-    bool m_isFlushed = false;    ///< the printer didn't answer the probe
+    bool m_isWaiting = false;    ///< for a printer that can't print
     bool m_isDelivered = false;  ///< the printer has answered what was asked behind the document
     /// Answers may belong to questions that were given up: of DLE EOT they have no number.
     bool m_isAnswerUnsure = false;
