@@ -22,7 +22,7 @@ private Q_SLOTS:
                "<SHOP><QTY*PRICE><WHEN,dd.mm.yyyy><Номер><SHOP NAME><SHOP NAME,x,y>",
                "1:64 unknown-attribute");
         filled("functions and constants are no names",
-               "<QTY*PRICE,0.00><SHOP,9><sin QTY><pow(QTY,2),0><pi*1><e + 1>", "");
+               "<QTY*PRICE,0.00><SHOP,><sin QTY><pow(QTY,2),0><pi*1><e + 1>", "");
         filled("a name in an expression that begins with a known one", "<DOCNO*1><QTY1*2>",
                "1:11 unknown-attribute");
         filled("a known name in small letters", "<shop>", "1:1 unknown-attribute");
@@ -98,24 +98,93 @@ private Q_SLOTS:
     void valueFormat_data()
     {
         addTemplates();
-        blank("without a document no kind is known", "<DOCNO,0.00><WHEN,hh:mm>", "");
+        blank("without a document no kind is known", "<DOCNO,0.00><WHEN,hh:nn><SHOP,x>", "");
+        blank("wrong for all kinds", "<PRICE,0.00 EUR>x<RATE,20%>x<OWED,+0.00>x<QTY*2,0.00 EUR>",
+              "1:8 value-format 1:24 value-format 1:35 value-format 1:49 value-format");
+        blank("a width, a currency in front, a colon", "<NAME,20>x<SUM1,$0.00>x<SUM1,00:00>",
+              "1:7 value-format 1:17 value-format 1:30 value-format");
+        blank("more decimals than nine", "<RATE,0.0000000000>x<RATE,0.000000000>",
+              "1:7 value-format");
+        blank("digits in the format of a date", "<WHEN,dd.mm.20yy>", "");
+        blank("formats of numbers", "<A123,0.00><A123,#.##><A123,0.E><A123,0.><A123,><A123,#>", "");
         filled("numbers in formats of their kind",
-               "<DOCNO,0000><PRICE,0.00><PRICE,000><QTY*1,0.00><DOCNO,>", "");
+               "<DOCNO,0000><PRICE,0.00><PRICE,000><QTY*1,0.00><DOCNO,><PRICE,#.##>", "");
         filled("dates and times in formats of their kind",
                "<AT,dd.mm.yy hh:nn><AT,hhnn><WHEN,d.m.yy><CLOSES,h:nn><AT,d/m>", "");
         filled("decimals of a whole number, a date's format for a real one",
                "<QTY,.0>x<PRICE,dd.mm>", "1:6 value-format 1:17 value-format");
-        filled("months for minutes", "<AT,hh:mm><AT,HHMM><CLOSES,hh.mm>",
-               "1:5 value-format 1:15 value-format 1:28 value-format");
         filled("a number's format for a date, hours of a date, days of a time",
                "<AT,0.00><WHEN,dd.mm hh:nn><CLOSES,dd.mm>",
                "1:5 value-format 1:16 value-format 1:36 value-format");
-        filled("a date's format for a text", "<SHOP,0.00><SHOP,x><SHOP,dd.mm.yyyy>",
-               "1:26 value-format");
+        filled("a text has none", "<SHOP,0.00><SHOP,x><SHOP,dd.mm.yyyy><SHOP,20>",
+               "1:7 value-format 1:18 value-format 1:26 value-format 1:43 value-format");
         filled("an empty value, and one in a part that is removed",
                "<EMPTY,dd.mm.yyyy>x<X:><DOCNO,0.00><:X>", "");
+        filled("units, signs and letters of numbers",
+               "<PRICE,0.00 EUR><PRICE,+0.00><DOCNO,abc><DOCNO,0%>",
+               "1:8 value-format 1:24 value-format 1:37 value-format 1:48 value-format");
+        filled("more decimals than nine", "<PRICE,0.0000000000>", "1:8 value-format");
+        filled("of calculations", "<QTY*2,0.00 EUR><QTY*2,dd.mm><QTY*2,0.E><QTY*2,0.00>",
+               "1:8 value-format 1:24 value-format");
+        filled("of a value that isn't there", "[<EMPTY*2,0.00 EUR>]x", "");
+        const QByteArray document = lintrun::json(
+            "{'attributes': {'TRUE': true, 'NONE': 'n/a', 'DASH': '-', 'CARD': "
+            "'2200701234567890123'}}");
+        lintrun::row("truth has no format", "<TRUE,0>", document, "", "1:7 value-format");
+        lintrun::row("a text in the place of a number", "<NONE,0.00><DASH,0.00><CARD,0>", document,
+                     "", "");
+        lintrun::row("a width of a text in the place of a number", "<NONE,20>", document, "",
+                     "1:7 value-format");
     }
     void valueFormat() { checkPlaces(); }
+
+    void dateLetters_data()
+    {
+        addTemplates();
+        filled("capitals", "<AT,DD.MM.YYYY><AT,YYYYMMDD><WHEN,DD.mm.yy><CLOSES,hh:NN:SS>",
+               "1:5 date-letters 1:20 date-letters 1:35 date-letters 1:52 date-letters");
+        filled("words", "<AT,Day dd><AT,dd. of MM><AT,dd.mm at hh:nn><AT,hh:nn Uhr><AT,um hh>",
+               "1:5 date-letters 1:30 date-letters 1:49 date-letters 1:63 date-letters");
+        filled("halves of days", "<AT,h:n am/pm><AT,h:n AM><AT,h:nn ap><AT,h:nnAP><AT,h a>",
+               "1:5 date-letters 1:19 date-letters");
+        filled("years of one and of three letters", "<AT,d.m.y><AT,yyy>",
+               "1:5 date-letters 1:15 date-letters");
+        filled("months for minutes", "<AT,hh:mm><AT,HHMM><CLOSES,hh.mm>",
+               "1:5 date-letters 1:15 date-letters 1:28 date-letters");
+        filled("words without a letter of dates", "<AT,dd T><AT,UTC hh><AT,dd.mm.yyyy \u0433.>",
+               "");
+        filled("parts side by side", "<AT,yyyy-mm-ddThh:nn:ss.zzz><AT,ddMMyy><AT,yyyyMMddThhnnss>",
+               "");
+        filled("names of days and months", "<AT,dddd, d MMMM yyyy>", "1:5 comma-in-format");
+        filled("quoted words", "<AT,'Uhr' hh><AT,'am' hh><AT,dd''>", "1:18 date-letters");
+        filled("a quotation mark without its end", "<AT,dd 'Uhr>", "");
+        filled("letters of another alphabet beside those of parts", "<AT,d\u00E4>",
+               "1:5 date-letters");
+        filled("of a value that is no date", "<SHOP,DD.MM.YYYY><PRICE,hh:mm>",
+               "1:7 value-format 1:25 value-format");
+        blank("of what can only be a date",
+              "<SALE_DT,DD.MM.YYYY><SALE_DT,hh:mm><SALE_DT,Day dd><SALE_DT,h:n am/pm>",
+              "1:10 date-letters 1:30 date-letters 1:45 date-letters 1:61 date-letters");
+        blank("of what needn't be one", "<SALE_DT,D><SHOP, some name><Name, Vorname><DIST,0 km>",
+              "1:50 value-format");
+        blank("of dates that are right", "<SALE_DT,dd.mm.yyyy hh:nn><SALE_DT,d. MMM yy><T123,hh>",
+              "");
+    }
+    void dateLetters() { checkPlaces(); }
+
+    void commaInFormat_data()
+    {
+        addTemplates();
+        filled("of an attribute", "<AT,dd.mm.yyyy, hh:nn>", "1:5 comma-in-format");
+        filled("of an attribute that there isn't", "<NOPE,dd.mm.yyyy, hh:nn>",
+               "1:2 unknown-attribute");
+        filled("in a group", "[x <WHEN,dddd, dd.mm>]", "1:10 comma-in-format");
+        blank("without a document", "<SALE_DT,dd.mm.yyyy, hh:nn>", "1:10 comma-in-format");
+        blank("in other tags", "<pow(QTY,2),0.00><Name, dd><A,B,C>", "1:32 cut-expression");
+        blank("two commas", "<SALE_DT,dd, mm, yyyy>", "1:10 comma-in-format");
+        blank("in a part that is removed", "<X:><SALE_DT,dd, mm><:X>x", "");
+    }
+    void commaInFormat() { checkPlaces(); }
 
     void hiddenTag_data()
     {

@@ -160,7 +160,7 @@ private Q_SLOTS:
             "1:9: error: the last comma cuts the expression: \"PRICE*1\" is calculated, and \"2\" "
             "is its format [cut-expression]");
         row("decimals of a whole number", "Paid <DOCNO,0.00>", true, "",
-            "1:13: warning: the format \"0.00\" is for real numbers, and the value is a whole one: "
+            "1:13: error: the format \"0.00\" is for real numbers, and the value is a whole one: "
             "it prints \"0007\" [value-format]");
         row("division by zero", "Each <PRICE/ZERO>", true, "",
             "1:6: warning: the expression \"PRICE/ZERO\", with its values \"1.5/0\", divides by "
@@ -172,8 +172,31 @@ private Q_SLOTS:
             "1:6: warning: \"<B>\" is no markup in the data of a QR code: it goes into the code "
             "[markup-in-qr]");
         row("month for minutes", "<AT,dd.MM.yyyy HH:mm>", true, "",
-            "1:5: warning: in \"dd.MM.yyyy HH:mm\" the \"m\" behind the hours is the month, and "
-            "minutes are \"n\": it prints \"14.03.2026 18:03\" [value-format]");
+            "1:5: error: in \"dd.MM.yyyy HH:mm\" the \"m\" behind the hours is the month, and "
+            "minutes are \"n\": it prints \"14.03.2026 18:03\" [date-letters]");
+        row("capitals in a date", "<AT,DD.MM.YYYY>", true, "",
+            "1:5: error: in \"DD.MM.YYYY\" the letters of \"DD\", \"YYYY\" mean something else: "
+            "days are \"dd\", months \"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes "
+            "\"nn\", seconds \"ss\"; other words stand outside of the tag: it prints "
+            "\"DD.03.YYYY\" [date-letters]");
+        row("half a day, without a document", "<SALE,h:n am/pm>", false, "",
+            "1:7: warning: in \"h:n am/pm\" the letters of \"am\", \"pm\" mean something else: "
+            "days are \"dd\", months \"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes "
+            "\"nn\", seconds \"ss\", and \"am\" or \"pm\" is \"ap\" [date-letters]");
+        row("comma in a date", "<AT,dd.mm.yyyy, hh:nn>", true, "",
+            "1:5: error: the format begins behind the last comma, and \"AT,dd.mm.yyyy\" is no "
+            "attribute: instead of a comma in the format write \"<AT,dd.mm.yyyy>, <AT,hh:nn>\" "
+            "[comma-in-format]");
+        row("unit of a number that is cut", "<QTY*PRICE*411.523,0.0 EUR>", true, "",
+            "1:20: error: of the format \"0.0 EUR\" only \"0\", \"#\" and the point are for "
+            "numbers: what else is to be printed stands outside of the tag: it prints \"1234.57\" "
+            "[value-format]");
+        row("format without effect", "<SHOP,20>", true, "",
+            "1:7: warning: the format \"20\" has no effect, as the value is a text: it prints "
+            "\"Kiosk\" [value-format]");
+        row("decimals of a whole number that print the same", "<DOCNO,.>", true, "",
+            "1:8: warning: the format \".\" is for real numbers, and the value is a whole one: it "
+            "prints \"7\" [value-format]");
         row("HTML habit", "a</b>", false, "",
             "1:2: warning: \"</b>\" prints as it stands; did you mean \"<:B>\"? "
             "[markup-spelling]");

@@ -52,6 +52,17 @@ TagVerdict expressionFault(const QString &name, const QString &text, const Expre
     return {TagVerdict::BadExpression, index + 1, what + filled};
 }
 
+TagVerdict ofFormat(const AttributeTag &tag, const FormatFault &fault)
+{
+    if (fault.kind == FormatFault::None)
+        return {};
+    TagVerdict verdict{
+        fault.kind == FormatFault::Letters ? TagVerdict::DateLetters : TagVerdict::Misformatted,
+        tag.name.size() + 2, fault.message};
+    verdict.isWarning = !fault.changesFigure;
+    return verdict;
+}
+
 bool hasOperator(const QString &name)
 {
     return holdsAnyOf(name, QStringLiteral("+-*/%^(),"));
@@ -90,7 +101,7 @@ TagVerdict TagJudge::judged(const AttributeTag &tag)
         tag.inner.contains(QLatin1Char('<')))
         return {};
     if (m_values != nullptr && m_values->has(tag.name))
-        return judgedByFormat(tag);
+        return judgedByFormat(tag, m_values->document().attributeValue(tag.name));
     if (isSymbolsTag(tag.inner))
         return {
             TagVerdict::Misspelt, 0,
@@ -102,16 +113,44 @@ TagVerdict TagJudge::judged(const AttributeTag &tag)
     if (tag.name.trimmed().isEmpty())
         return {TagVerdict::BadExpression, 1,
                 QStringLiteral("\"<%1>\" has no name").arg(clipped(tag.inner))};
-    return m_values == nullptr ? judgedByShape(tag) : judgedByValues(tag);
+    const TagVerdict comma = judgedByComma(tag);
+    return comma.fault != TagVerdict::None ? comma : judgedByName(tag);
 }
 
-TagVerdict TagJudge::judgedByFormat(const AttributeTag &tag)
+TagVerdict TagJudge::judgedByName(const AttributeTag &tag)
 {
-    const QString fault = formatFault(m_values->document().attributeValue(tag.name), tag.format,
-                                      m_values->ofTag(tag.inner).value_or(QString()));
-    if (fault.isEmpty())
+    const TagVerdict verdict = m_values == nullptr ? judgedByShape(tag) : judgedByValues(tag);
+    if (verdict.fault != TagVerdict::None || tag.format.isEmpty())
+        return verdict;
+    if (m_values == nullptr)
+        return ofFormat(tag, formatFault(tag.format));
+    const auto result = resultOf(m_values->insertedInto(tag.name).text);
+    return result ? judgedByFormat(tag, *result) : verdict;
+}
+
+TagVerdict TagJudge::judgedByFormat(const AttributeTag &tag, const QVariant &value)
+{
+    return ofFormat(tag,
+                    formatFault(value, tag.format, m_values->ofTag(tag.inner).value_or(QString())));
+}
+
+/// A date's format that was meant to have a comma in it.
+TagVerdict TagJudge::judgedByComma(const AttributeTag &tag) const
+{
+    const int comma = tag.inner.indexOf(QLatin1Char(','));
+    const QString name = tag.inner.left(comma);
+    const QString format = tag.inner.mid(comma + 1);
+    if (comma < 0 || comma == tag.name.size() || hasOperator(name) ||
+        !looksLikeDateFormat(format) || (m_values != nullptr && !m_values->has(name)))
         return {};
-    return {TagVerdict::Misformatted, tag.name.size() + 2, fault};
+    QStringList tags;
+    const QStringList parts = format.split(QLatin1Char(','));
+    for (const QString &part : parts)
+        tags.append(QStringLiteral("<%1,%2>").arg(name, part.trimmed()));
+    return {TagVerdict::CommaInFormat, comma + 2,
+            QStringLiteral("the format begins behind the last comma, and \"%1\" is no attribute: "
+                           "instead of a comma in the format write \"%2\"")
+                .arg(clipped(tag.name), clipped(tags.join(QStringLiteral(", "))))};
 }
 
 /// Without values only what no value can mend, or hardly.

@@ -18,11 +18,14 @@ struct TagVerdict
         CutExpression,
         NotFinite,
         Misspelt,
-        Misformatted
+        Misformatted,
+        DateLetters,
+        CommaInFormat
     };
     Fault fault = None;
     int index = 0;  ///< of the mistake, counted from the "<"
     QString message;
+    bool isWarning = false;      ///< and no error, as some findings of its rule are
     bool isFineInGroup = false;  ///< with this document the group goes, as its author wants
 };
 
@@ -36,7 +39,9 @@ public:
 
 private:
     TagVerdict judged(const AttributeTag &tag);
-    TagVerdict judgedByFormat(const AttributeTag &tag);
+    TagVerdict judgedByFormat(const AttributeTag &tag, const QVariant &value);
+    TagVerdict judgedByComma(const AttributeTag &tag) const;
+    TagVerdict judgedByName(const AttributeTag &tag);
     TagVerdict judgedByShape(const AttributeTag &tag) const;
     TagVerdict judgedByValues(const AttributeTag &tag);
     TagVerdict unknownWord(const QString &name, bool hasValue);

@@ -11,6 +11,8 @@ void checkExpressions(const Analysis &analysis, Report &report);
 void checkCutExpressions(const Analysis &analysis, Report &report);
 void checkDivisions(const Analysis &analysis, Report &report);
 void checkValueFormats(const Analysis &analysis, Report &report);
+void checkDateLetters(const Analysis &analysis, Report &report);
+void checkCommasInFormats(const Analysis &analysis, Report &report);
 void checkShortTags(const Analysis &analysis, Report &report);
 void checkMarkupSpelling(const Analysis &analysis, Report &report);
 void checkUnterminatedTags(const Analysis &analysis, Report &report);

@@ -16,7 +16,11 @@ void reportTags(const Analysis &analysis, TagVerdict::Fault fault, Report &repor
 {
     for (const Piece &piece : analysis.pieces()) {
         for (const TagFault &found : piece.tagFaults) {
-            if (found.verdict.fault == fault)
+            if (found.verdict.fault != fault)
+                continue;
+            if (found.verdict.isWarning)
+                report.addAs(Severity::Warning, found.offset, found.verdict.message);
+            else
                 report.add(found.offset, found.verdict.message);
         }
     }
@@ -157,6 +161,16 @@ void checkDivisions(const Analysis &analysis, Report &report)
 void checkValueFormats(const Analysis &analysis, Report &report)
 {
     reportTags(analysis, TagVerdict::Misformatted, report);
+}
+
+void checkDateLetters(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::DateLetters, report);
+}
+
+void checkCommasInFormats(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::CommaInFormat, report);
 }
 
 void checkShortTags(const Analysis &analysis, Report &report)

@@ -63,6 +63,13 @@ ExpressionFault faultOf(const QString &expression)
             QString::fromUtf8(text.mid(begin, error - begin))};
 }
 
+std::optional<double> resultOf(const QString &expression)
+{
+    int error = 0;
+    const double result = te_interp(expression.toUtf8().constData(), &error);
+    return error == 0 ? std::optional<double>(result) : std::nullopt;
+}
+
 bool hasFiniteValue(const QString &expression)
 {
     return std::isfinite(te_interp(expression.toUtf8().constData(), nullptr));

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QVector>
+#include <optional>
 
 namespace templatelint {
 
@@ -16,6 +17,9 @@ struct ExpressionFault
 };
 
 ExpressionFault faultOf(const QString &expression);
+
+/// What an expression without names comes to; nothing if it has a mistake.
+std::optional<double> resultOf(const QString &expression);
 
 /// Whether an expression without mistakes has a value that is a number.
 bool hasFiniteValue(const QString &expression);

@@ -1,6 +1,7 @@
 #include "formats.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "attributes.h"
 
@@ -8,13 +9,15 @@ namespace templatelint {
 
 namespace {
 
-enum class Kind { Other, Text, Whole, Real, Date, Time, DateTime };
+enum class Kind { Other, Text, Truth, Whole, Real, Date, Time, DateTime };
 
 Kind kindOf(const QVariant &value)
 {
     switch (static_cast<int>(value.type())) {
         case QVariant::String:
             return value.toString().isEmpty() ? Kind::Other : Kind::Text;
+        case QVariant::Bool:
+            return Kind::Truth;
         case QVariant::Int:
         case QVariant::UInt:
         case QVariant::LongLong:
@@ -38,18 +41,69 @@ bool holds(const QString &format, const char *pattern)
     return format.contains(QRegularExpression(QLatin1String(pattern)));
 }
 
-constexpr char dateParts[] = "dd|[mM]{2}|yy|YY|DD";
+constexpr char dateParts[] = "dd|[mM]{2}|yy";
 constexpr char timeParts[] = "[hH]{2}|nn|ss";
 constexpr char dateOrTimeParts[] = "dd|[mM]{2}|yy|YY|DD|[hH]{2}|nn|ss";
 constexpr char anyPart[] = "[dmMyhHnsz]";
 constexpr char monthAfterHour[] = "[hH][^A-Za-z]?[mM]";
+constexpr char otherThanDigits[] = "[^0#.E]";
+constexpr char manyDecimals[] = "^[^.]*\\.[^.E]{10,}";
 
-QString faultOfTime(Kind kind, const QString &format)
+/// The words of a format, of letters of any alphabet; quoted ones with the quotation mark in front.
+QStringList wordsOf(const QString &format)
+{
+    static const QRegularExpression word(QStringLiteral("'[^']*|\\p{L}+"));
+    QStringList words;
+    for (auto match = word.globalMatch(format); match.hasNext();) {
+        words.append(match.next().captured());
+        // The quotation mark at the end begins no other text.
+        if (words.constLast().startsWith(QLatin1Char('\'')) && match.hasNext() &&
+            match.peekNext().captured() == QLatin1String("'"))
+            match.next();
+    }
+    return words;
+}
+
+/// Whether each letter of a word means what it seems to: it is one part of a date or time, or
+/// several with two letters or more, with "am" or "pm" behind them, or none at all.
+bool isPlainWord(const QString &word)
+{
+    static const QRegularExpression quotedFine(QStringLiteral("^'[^mn]*$"));
+    static const QRegularExpression parts(
+        QStringLiteral("^(d{1,4}|[mM]{1,4}|yyyy|yy|[hH]{1,2}|n{1,2}|s{1,2}|z|zzz|t|a|A|ap|AP)$|"
+                       "^((d{2,4}|[mM]{2,4}|yyyy|yy|[hH]{2}|nn|ss|zzz)T?)+(ap|AP)?$"));
+    static const QRegularExpression letterOfParts(QStringLiteral("[dDmMyYhHnNsSzaAt]"));
+    if (word.startsWith(QLatin1Char('\'')))
+        return quotedFine.match(word).hasMatch();
+    return !word.contains(letterOfParts) || parts.match(word).hasMatch();
+}
+
+/// What is wrong with the letters of a date's or time's format; empty if nothing is.
+QString faultOfLetters(const QString &format)
 {
     if (holds(format, monthAfterHour))
         return QStringLiteral(
-            "in \"%1\" the \"m\" behind the hours is the month, and minutes are "
-            "\"n\"");
+            "in \"%1\" the \"m\" behind the hours is the month, and minutes are \"n\"");
+    QStringList faulty;
+    const QStringList words = wordsOf(format);
+    for (QString word : words) {
+        if (!isPlainWord(word))
+            faulty.append(word.remove(QLatin1Char('\'')));
+    }
+    if (faulty.isEmpty())
+        return QString();
+    const bool isHalfDay =
+        QRegularExpression(QStringLiteral("^[aApP][mM]$")).match(faulty.constLast()).hasMatch();
+    return QStringLiteral(
+               "in \"%1\" the letters of \"%2\" mean something else: days are \"dd\", months "
+               "\"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes \"nn\", seconds \"ss\"%3")
+        .arg(QStringLiteral("%1"), clipped(faulty.join(QStringLiteral("\", \""))),
+             isHalfDay ? QStringLiteral(", and \"am\" or \"pm\" is \"ap\"")
+                       : QStringLiteral("; other words stand outside of the tag"));
+}
+
+QString faultOfTime(Kind kind, const QString &format)
+{
     if (!holds(format, anyPart))
         return QStringLiteral("the format \"%1\" has no part of a date or time");
     if (kind == Kind::Date && holds(format, timeParts))
@@ -59,31 +113,114 @@ QString faultOfTime(Kind kind, const QString &format)
     return QString();
 }
 
-QString faultOf(Kind kind, const QString &format)
+QString faultOfNumber(Kind kind, const QString &format)
 {
-    if (kind == Kind::Date || kind == Kind::Time || kind == Kind::DateTime)
-        return faultOfTime(kind, format);
-    if (kind == Kind::Whole && format.contains(QLatin1Char('.')) && !holds(format, dateOrTimeParts))
+    if (holds(format, dateOrTimeParts))
         return QStringLiteral(
-            "the format \"%1\" is for real numbers, and the value is a whole "
-            "one");
-    if (kind == Kind::Other || !holds(format, dateOrTimeParts))
-        return QString();
-    return kind == Kind::Text
-               ? QStringLiteral("the format \"%1\" is for dates and times, and the value is a text")
-               : QStringLiteral(
-                     "the format \"%1\" is for dates and times, and the value is a "
-                     "number");
+            "the format \"%1\" is for dates and times, and the value is a number");
+    if (holds(format, otherThanDigits))
+        return QStringLiteral(
+            "of the format \"%1\" only \"0\", \"#\" and the point are for numbers: what else is to "
+            "be printed stands outside of the tag");
+    if (kind == Kind::Whole && format.contains(QLatin1Char('.')))
+        return QStringLiteral(
+            "the format \"%1\" is for real numbers, and the value is a whole one");
+    if (holds(format, manyDecimals))
+        return QStringLiteral("the format \"%1\" has more than nine decimals");
+    return QString();
+}
+
+QString faultOfText(const QString &text, const QString &format)
+{
+    // What stands for an amount that there isn't, such as "n/a", may well have a format.
+    constexpr int shortestName = 4;
+    const bool isName =
+        text.size() >= shortestName &&
+        std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isLetter(); });
+    if (holds(format, dateOrTimeParts))
+        return QStringLiteral("the format \"%1\" is for dates and times, and the value is a text");
+    return isName || holds(format, otherThanDigits)
+               ? QStringLiteral("the format \"%1\" has no effect, as the value is a text")
+               : QString();
+}
+
+QString misfit(Kind kind, const QVariant &value, const QString &format)
+{
+    switch (kind) {
+        case Kind::Text:
+            return faultOfText(value.toString(), format);
+        case Kind::Truth:
+            return QStringLiteral("the format \"%1\" has no effect, as the value is true or false");
+        case Kind::Whole:
+        case Kind::Real:
+            return faultOfNumber(kind, format);
+        case Kind::Date:
+        case Kind::Time:
+        case Kind::DateTime:
+            return faultOfTime(kind, format);
+        case Kind::Other:
+            break;
+    }
+    return QString();
+}
+
+bool isTime(Kind kind)
+{
+    return kind == Kind::Date || kind == Kind::Time || kind == Kind::DateTime;
+}
+
+/// Whether a value that is printed so reads as another.
+bool isAnotherFigure(Kind kind, const QVariant &value, const QString &printed)
+{
+    bool isNumber = false;
+    if (kind == Kind::Whole)
+        return printed != value.toString();
+    if (kind == Kind::Real)
+        return printed.toDouble(&isNumber) != value.toDouble() || !isNumber;
+    return isTime(kind);
 }
 
 }  // namespace
 
-QString formatFault(const QVariant &value, const QString &format, const QString &printed)
+FormatFault formatFault(const QVariant &value, const QString &format, const QString &printed)
 {
-    const QString fault = format.isEmpty() ? QString() : faultOf(kindOf(value), format);
-    return fault.isEmpty() ? fault
-                           : fault.arg(clipped(format)) +
-                                 QStringLiteral(": it prints \"%1\"").arg(clipped(printed));
+    if (format.isEmpty())
+        return {};
+    const Kind kind = kindOf(value);
+    FormatFault fault;
+    fault.message = isTime(kind) ? faultOfLetters(format) : QString();
+    fault.kind = fault.message.isEmpty() ? FormatFault::Misfit : FormatFault::Letters;
+    if (fault.message.isEmpty())
+        fault.message = misfit(kind, value, format);
+    if (fault.message.isEmpty())
+        return {};
+    fault.message = fault.message.arg(clipped(format)) +
+                    QStringLiteral(": it prints \"%1\"").arg(clipped(printed));
+    fault.changesFigure = isAnotherFigure(kind, value, printed);
+    return fault;
+}
+
+FormatFault formatFault(const QString &format)
+{
+    const bool isDate = looksLikeDateFormat(format);
+    const QString letters = isDate ? faultOfLetters(format) : QString();
+    if (!letters.isEmpty())
+        return {FormatFault::Letters, letters.arg(clipped(format)), false};
+    // A digit in a date's format is text.
+    if (isDate || !holds(format, "[0#]"))
+        return {};
+    const QString number = faultOfNumber(Kind::Real, format);
+    return number.isEmpty() ? FormatFault{}
+                            : FormatFault{FormatFault::Misfit, number.arg(clipped(format)), false};
+}
+
+bool looksLikeDateFormat(const QString &format)
+{
+    static const QRegularExpression part(
+        QStringLiteral(
+            "(?<!\\p{L})(d{2,4}|m{2,4}|yyyy|yy|hh?(?=[:.]?[mn])|nn|ss)(?=\\P{L}|$|[dmyhnsT])"),
+        QRegularExpression::CaseInsensitiveOption);
+    return format.contains(part);
 }
 
 }  // namespace templatelint

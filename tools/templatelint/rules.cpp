@@ -49,16 +49,40 @@ constexpr Rule table[] = {
          "makes of the expression."),
      "Each <SUM1/COUNT,0.00>", "[Each <SUM1/COUNT,0.00>]",
      R"({"attributes": {"SUM1": "5.00", "COUNT": 0}})", noArguments, checkDivisions},
-    {"value-format", Severity::Warning,
+    {"value-format", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a format that isn't for its kind of value"),
      QT_TRANSLATE_NOOP(
          "LintRule",
-         "A format is read by the kind of the value. A whole number has no decimals, and \"0.00\" "
-         "means four digits there: hand amounts over as text, such as \"10.00\", or calculate, as "
-         "in <PAID*1>. In a date format \"m\" is the month and \"n\" the minute. A text has no "
-         "format; a date is handed over as {\"datetime\": \"2026-03-14T18:05:30\"}. Needs --data."),
+         "A format is read by the kind of the value, and one that isn't for it prints another "
+         "figure, or has no effect. A whole number has no decimals, and \"0.00\" means four digits "
+         "there: hand amounts over as text, such as \"10.00\", or calculate, as in <PAID*1>. In "
+         "the format of a number only \"0\", \"#\" and the point count, with nine decimals at "
+         "most; a unit or a sign stands outside of the tag. A text has no format, also none that "
+         "cuts it; a date is handed over as {\"datetime\": \"2026-03-14T18:05:30\"}. Without "
+         "--data only what is wrong for all values is reported, as a warning; so is a format "
+         "without effect."),
      "Paid <PAID,0.00>", "Paid <PAID*1,0.00>", R"({"attributes": {"PAID": 10}})", noArguments,
      checkValueFormats},
+    {"date-letters", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "letters in the format of a date that mean something else"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "In the format of a date or time \"d\" is the day, \"m\" and \"M\" the "
+                       "month, \"y\" the year, \"h\" the hour, \"n\" the minute, \"s\" the second, "
+                       "\"ap\" is am or pm, and capitals but \"M\", \"H\", \"A\" and \"AP\" print "
+                       "as they stand. Behind the hours, too, \"m\" is the month. Letters of other "
+                       "words are read in the same way, so words stand outside of the tag. Without "
+                       "--data it is a warning, and only for a format that must be one of dates."),
+     "<SALE_DT,DD.MM.YYYY>", "<SALE_DT,dd.mm.yyyy>",
+     R"({"attributes": {"SALE_DT": {"datetime": "2026-05-09T14:30:00"}}})", noArguments,
+     checkDateLetters},
+    {"comma-in-format", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a comma in the format of a date"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "What stands behind the last comma of a tag is the format, and all in front "
+                       "of it the name, so a date whose format has a comma in it prints nothing. "
+                       "Write two tags with the comma between them."),
+     "<SALE_DT,dd.mm.yyyy, hh:nn>", "<SALE_DT,dd.mm.yyyy>, <SALE_DT,hh:nn>", noDocument,
+     noArguments, checkCommasInFormats},
     {"short-tag", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a tag too short to be an attribute"),
      QT_TRANSLATE_NOOP(

@@ -68,10 +68,6 @@
         <translation>ein Format, das nicht zur Art des Werts passt</translation>
     </message>
     <message>
-        <source>A format is read by the kind of the value. A whole number has no decimals, and &quot;0.00&quot; means four digits there: hand amounts over as text, such as &quot;10.00&quot;, or calculate, as in &lt;PAID*1&gt;. In a date format &quot;m&quot; is the month and &quot;n&quot; the minute. A text has no format; a date is handed over as {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Needs --data.</source>
-        <translation>Ein Format wird nach der Art des Werts gelesen. Eine ganze Zahl hat keine Dezimalstellen, und &quot;0.00&quot; heißt dort vier Ziffern: Beträge werden als Text übergeben, etwa &quot;10.00&quot;, oder berechnet, wie in &lt;PAID*1&gt;. In einem Datumsformat ist &quot;m&quot; der Monat und &quot;n&quot; die Minute. Ein Text hat kein Format; ein Datum wird als {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;} übergeben. Braucht --data.</translation>
-    </message>
-    <message>
         <source>a tag too short to be an attribute</source>
         <translation>ein Tag, das für ein Attribut zu kurz ist</translation>
     </message>
@@ -294,6 +290,26 @@
     <message>
         <source>A line of nothing but tags isn&apos;t printed, and what its tags say of the line goes with it: the alignment, the line spacing, a font, a format of the whole line. Put them in front of the text that they are for. A tag with a colon, such as &quot;&lt;B:&gt;&quot;, counts on a line of its own.</source>
         <translation>Eine Zeile aus nichts als Tags wird nicht gedruckt, und was ihre Tags über die Zeile sagen, geht mit ihr: die Ausrichtung, der Zeilenabstand, eine Schrift, ein Format der ganzen Zeile. Setzen Sie sie vor den Text, dem sie gelten. Ein Tag mit Doppelpunkt wie &quot;&lt;B:&gt;&quot; zählt auch auf einer eigenen Zeile.</translation>
+    </message>
+    <message>
+        <source>A format is read by the kind of the value, and one that isn&apos;t for it prints another figure, or has no effect. A whole number has no decimals, and &quot;0.00&quot; means four digits there: hand amounts over as text, such as &quot;10.00&quot;, or calculate, as in &lt;PAID*1&gt;. In the format of a number only &quot;0&quot;, &quot;#&quot; and the point count, with nine decimals at most; a unit or a sign stands outside of the tag. A text has no format, also none that cuts it; a date is handed over as {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Without --data only what is wrong for all values is reported, as a warning; so is a format without effect.</source>
+        <translation>Ein Format wird nach der Art des Werts gelesen, und eines, das nicht für sie ist, druckt eine andere Zahl oder hat keine Wirkung. Eine ganze Zahl hat keine Nachkommastellen, und &quot;0.00&quot; bedeutet dort vier Ziffern: Übergeben Sie Beträge als Text, etwa &quot;10.00&quot;, oder rechnen Sie wie in &lt;PAID*1&gt;. Im Format einer Zahl zählen nur &quot;0&quot;, &quot;#&quot; und der Punkt, mit höchstens neun Nachkommastellen; Einheit oder Vorzeichen stehen außerhalb des Tags. Ein Text hat kein Format, auch keines, das ihn kürzt; ein Datum wird als {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;} übergeben. Ohne --data wird nur gemeldet, was für alle Werte falsch ist, als Warnung; ebenso ein Format ohne Wirkung.</translation>
+    </message>
+    <message>
+        <source>letters in the format of a date that mean something else</source>
+        <translation>Buchstaben im Format eines Datums, die etwas anderes bedeuten</translation>
+    </message>
+    <message>
+        <source>In the format of a date or time &quot;d&quot; is the day, &quot;m&quot; and &quot;M&quot; the month, &quot;y&quot; the year, &quot;h&quot; the hour, &quot;n&quot; the minute, &quot;s&quot; the second, &quot;ap&quot; is am or pm, and capitals but &quot;M&quot;, &quot;H&quot;, &quot;A&quot; and &quot;AP&quot; print as they stand. Behind the hours, too, &quot;m&quot; is the month. Letters of other words are read in the same way, so words stand outside of the tag. Without --data it is a warning, and only for a format that must be one of dates.</source>
+        <translation>Im Format von Datum oder Uhrzeit ist &quot;d&quot; der Tag, &quot;m&quot; und &quot;M&quot; der Monat, &quot;y&quot; das Jahr, &quot;h&quot; die Stunde, &quot;n&quot; die Minute, &quot;s&quot; die Sekunde, &quot;ap&quot; ist am oder pm, und Großbuchstaben außer &quot;M&quot;, &quot;H&quot;, &quot;A&quot; und &quot;AP&quot; werden gedruckt, wie sie dastehen. Auch hinter den Stunden ist &quot;m&quot; der Monat. Die Buchstaben anderer Wörter werden ebenso gelesen; Wörter stehen deshalb außerhalb des Tags. Ohne --data ist es eine Warnung, und nur bei einem Format, das eines für Daten sein muss.</translation>
+    </message>
+    <message>
+        <source>a comma in the format of a date</source>
+        <translation>ein Komma im Format eines Datums</translation>
+    </message>
+    <message>
+        <source>What stands behind the last comma of a tag is the format, and all in front of it the name, so a date whose format has a comma in it prints nothing. Write two tags with the comma between them.</source>
+        <translation>Was hinter dem letzten Komma eines Tags steht, ist das Format, und alles davor der Name; ein Datum mit einem Komma im Format druckt daher nichts. Schreiben Sie zwei Tags mit dem Komma dazwischen.</translation>
     </message>
 </context>
 </TS>

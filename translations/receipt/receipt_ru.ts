@@ -68,10 +68,6 @@
         <translation>формат не для этого вида значения</translation>
     </message>
     <message>
-        <source>A format is read by the kind of the value. A whole number has no decimals, and &quot;0.00&quot; means four digits there: hand amounts over as text, such as &quot;10.00&quot;, or calculate, as in &lt;PAID*1&gt;. In a date format &quot;m&quot; is the month and &quot;n&quot; the minute. A text has no format; a date is handed over as {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Needs --data.</source>
-        <translation>Формат читается по виду значения. У целого числа нет дробной части, и &quot;0.00&quot; означает там четыре цифры: суммы передаются текстом, например &quot;10.00&quot;, или вычисляются, как в &lt;PAID*1&gt;. В формате даты &quot;m&quot; — месяц, а &quot;n&quot; — минута. У текста формата нет; дата передаётся как {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Нужен --data.</translation>
-    </message>
-    <message>
         <source>a tag too short to be an attribute</source>
         <translation>тег, слишком короткий для атрибута</translation>
     </message>
@@ -294,6 +290,26 @@
     <message>
         <source>A line of nothing but tags isn&apos;t printed, and what its tags say of the line goes with it: the alignment, the line spacing, a font, a format of the whole line. Put them in front of the text that they are for. A tag with a colon, such as &quot;&lt;B:&gt;&quot;, counts on a line of its own.</source>
         <translation>Строка из одних тегов не печатается, и с ней пропадает то, что её теги говорят о строке: выравнивание, межстрочный интервал, шрифт, формат всей строки. Поставьте их перед текстом, к которому они относятся. Тег с двоеточием, такой как &quot;&lt;B:&gt;&quot;, действует и в отдельной строке.</translation>
+    </message>
+    <message>
+        <source>A format is read by the kind of the value, and one that isn&apos;t for it prints another figure, or has no effect. A whole number has no decimals, and &quot;0.00&quot; means four digits there: hand amounts over as text, such as &quot;10.00&quot;, or calculate, as in &lt;PAID*1&gt;. In the format of a number only &quot;0&quot;, &quot;#&quot; and the point count, with nine decimals at most; a unit or a sign stands outside of the tag. A text has no format, also none that cuts it; a date is handed over as {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Without --data only what is wrong for all values is reported, as a warning; so is a format without effect.</source>
+        <translation>Формат читается по виду значения, и неподходящий печатает другое число или не действует. У целого числа нет знаков после запятой, и &quot;0.00&quot; означает там четыре цифры: передавайте суммы текстом, например &quot;10.00&quot;, или вычисляйте, как в &lt;PAID*1&gt;. В формате числа значат только &quot;0&quot;, &quot;#&quot; и точка, знаков после неё не больше девяти; единица или знак стоят вне тега. У текста формата нет, в том числе такого, который его обрезает; дата передаётся как {&quot;datetime&quot;: &quot;2026-03-14T18:05:30&quot;}. Без --data сообщается только о том, что неверно для любых значений, как предупреждение; так же и о формате, который не действует.</translation>
+    </message>
+    <message>
+        <source>letters in the format of a date that mean something else</source>
+        <translation>буквы в формате даты, которые значат другое</translation>
+    </message>
+    <message>
+        <source>In the format of a date or time &quot;d&quot; is the day, &quot;m&quot; and &quot;M&quot; the month, &quot;y&quot; the year, &quot;h&quot; the hour, &quot;n&quot; the minute, &quot;s&quot; the second, &quot;ap&quot; is am or pm, and capitals but &quot;M&quot;, &quot;H&quot;, &quot;A&quot; and &quot;AP&quot; print as they stand. Behind the hours, too, &quot;m&quot; is the month. Letters of other words are read in the same way, so words stand outside of the tag. Without --data it is a warning, and only for a format that must be one of dates.</source>
+        <translation>В формате даты или времени &quot;d&quot; — день, &quot;m&quot; и &quot;M&quot; — месяц, &quot;y&quot; — год, &quot;h&quot; — час, &quot;n&quot; — минута, &quot;s&quot; — секунда, &quot;ap&quot; — am или pm, а заглавные буквы, кроме &quot;M&quot;, &quot;H&quot;, &quot;A&quot; и &quot;AP&quot;, печатаются как есть. И за часами &quot;m&quot; — это месяц. Буквы других слов читаются так же, поэтому слова стоят вне тега. Без --data это предупреждение, и только для формата, который может быть лишь форматом даты.</translation>
+    </message>
+    <message>
+        <source>a comma in the format of a date</source>
+        <translation>запятая в формате даты</translation>
+    </message>
+    <message>
+        <source>What stands behind the last comma of a tag is the format, and all in front of it the name, so a date whose format has a comma in it prints nothing. Write two tags with the comma between them.</source>
+        <translation>То, что стоит за последней запятой тега, — формат, а всё перед ней — имя, поэтому дата с запятой в формате ничего не печатает. Напишите два тега с запятой между ними.</translation>
     </message>
 </context>
 </TS>
