@@ -73,7 +73,7 @@ EncodedDocument withLinesInFront(const EncodedDocument &document, const PrintTar
     }
     if (blocks.isEmpty() || !document.error.isEmpty() || document.bytes.isEmpty())
         return document;
-    const EncodedDocument made = encodedFor(target, blocks);
+    EncodedDocument made = encodedFor(target, blocks);
     if (!made.error.isEmpty())
         return made;
     const int place = placeOfFirstRow(document);
