@@ -16,18 +16,6 @@ constexpr int questionFill = 16;
 constexpr int leastStep = 512;
 constexpr int mostStep = 65536;
 
-QString secondsText(int milliseconds)
-{
-    constexpr double second = 1000;
-    return QString::number(milliseconds / second);
-}
-
-QString wasOffText()
-{
-    return QStringLiteral(
-        "the printer was switched off and on within the job: what it held is lost");
-}
-
 /// What a printer doesn't get over by itself within a moment.
 constexpr PrinterStatus::Flags blockingFlags = PrinterStatus::Flags(
     PrinterStatus::PaperOut | PrinterStatus::CoverOpen | PrinterStatus::CutterError |
@@ -92,7 +80,7 @@ void JobRun::connectLock()
         if (m_step == Step::LockingAgain)
             endRetraction(false);
         else if (m_step == Step::Locking)
-            finish(Outcome::NotBegun, Reason::Lock, fault);
+            finish(Outcome::NotBegun, JobEnd::noLock(fault));
     });
 }
 
@@ -113,8 +101,7 @@ void JobRun::start()
     m_step = Step::Locking;
     const EncodedDocument &document = m_parts.document;
     if (!document.error.isEmpty() || document.bytes.isEmpty())
-        finish(Outcome::NotBegun, Reason::BadDocument,
-               document.error.isEmpty() ? QStringLiteral("the document is empty") : document.error);
+        finish(Outcome::NotBegun, JobEnd::badDocument(document.error));
     else
         m_parts.lock->acquire();
 }
@@ -130,14 +117,14 @@ void JobRun::cancel()
         case Step::Resting:
         case Step::Allowing:
         case Step::Probing:
-            endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
+            endEarly(JobEnd::cancelled());
             return;
         case Step::Sending:
             stop();
             return;
         case Step::Confirming:
         case Step::AskingWhy:
-            endUnproven(Reason::Cancelled, QStringLiteral("cancelled before it was confirmed"));
+            endUnproven(JobEnd::cancelledUnconfirmed());
             return;
         case Step::Holding:
         case Step::LockingAgain:
@@ -222,7 +209,7 @@ void JobRun::lineHasTaken(qint64 total)
             return;
         case Step::Confirming:
             if (!m_proof.isBegun() && hasTakenAll())
-                finish(Outcome::Sent, Reason::None, {});
+                finish(Outcome::Sent);
             return;
         case Step::Retracting:
             if (hasTakenAll())
@@ -243,9 +230,9 @@ void JobRun::lineHasFailed(const TransportError &error)
     if (m_step == Step::Confirming || m_step == Step::AskingWhy) {
         // What the line took may have gone with it.
         m_record.isOpen = true;
-        finish(Outcome::Sent, Reason::Line, error.text);
+        finish(Outcome::Sent, JobEnd::lineFailed(error));
     } else if (m_step < Step::Finished) {
-        endEarly(Reason::Line, error.text);
+        endEarly(JobEnd::lineFailed(error));
     }
 }
 
@@ -343,7 +330,7 @@ void JobRun::goOnByStatus()
         return;
     }
     if (m_parts.options.waitMilliseconds == 0) {
-        endEarly(Reason::Status, m_result.status.text());
+        endEarly(JobEnd::cannotPrint(m_result.status));
         return;
     }
     beginToWait();
@@ -402,7 +389,7 @@ void JobRun::startWaitTimer()
 void JobRun::timeIsOver()
 {
     if (m_step == Step::Confirming && !m_proof.isBegun()) {
-        finish(Outcome::Sent, Reason::None, {});
+        finish(Outcome::Sent);
     } else if (m_step == Step::Confirming) {
         askWhy();
     } else if (m_step == Step::AskingWhy) {
@@ -419,10 +406,7 @@ void JobRun::timeIsOver()
         if (m_isWaiting)
             beginToWait();
         else
-            endEarly(Reason::NoAnswer,
-                     QStringLiteral("the printer didn't answer within %1 s: it is off, its cable "
-                                    "is out, or it can't take data")
-                         .arg(secondsText(statusPatience())));
+            endEarly(JobEnd::noAnswer(statusPatience()));
     } else if (m_step == Step::Holding) {
         m_step = Step::LockingAgain;
         m_parts.lock->acquire();
@@ -456,11 +440,11 @@ void JobRun::waitIsOver()
     // It is mended, and only whether its answers are those to the last questions isn't known yet.
     if (m_isSettling && m_dialogue.status().canPrint())
         return;
-    const QString text = m_result.status.text();
+    const JobEnd end = JobEnd::cannotPrint(m_result.status);
     if (m_step == Step::Confirming || m_step == Step::AskingWhy)
-        endUnproven(Reason::Status, text);
+        endUnproven(end);
     else if (m_step < Step::Finished)
-        endEarly(Reason::Status, text);
+        endEarly(end);
 }
 
 // ---- The document
@@ -477,7 +461,7 @@ bool JobRun::isAllowed()
     if (!self || m_step != Step::Allowing)
         return false;
     if (!isYes)
-        endEarly(Reason::Refused, QStringLiteral("refused in front of the first byte"));
+        endEarly(JobEnd::refused());
     return isYes;
 }
 
@@ -573,7 +557,7 @@ bool JobRun::isResting() const
 void JobRun::watchWhileSending(bool isByItself)
 {
     if (m_dialogue.status().has(PrinterStatus::DataLost)) {
-        endEarly(Reason::Status, m_result.status.text());
+        endEarly(JobEnd::cannotPrint(m_result.status));
         return;
     }
     if (isByItself) {
@@ -592,7 +576,7 @@ void JobRun::decidePause(bool isByItself)
 {
     const bool isBlockedNow = isBlocked();
     if (isBlockedNow && m_parts.options.waitMilliseconds == 0) {
-        endEarly(Reason::Status, m_result.status.text());
+        endEarly(JobEnd::cannotPrint(m_result.status));
         return;
     }
     const bool pausesNow = isBlockedNow || isResting();
@@ -654,24 +638,16 @@ void JobRun::lineIsStuck()
 {
     if (m_step == Step::Sending && m_isPaused) {
         if (m_parts.options.waitMilliseconds == 0)
-            endEarly(Reason::Status, m_result.status.text());
+            endEarly(JobEnd::cannotPrint(m_result.status));
         else
             restartStuckTimer();
     } else if (m_step == Step::Stopping || m_step == Step::Closing) {
-        endEarly(Reason::Cancelled,
-                 QStringLiteral("cancelled; the line took no byte for %1 s, so that the next job "
-                                "resets the printer")
-                     .arg(secondsText(m_parts.options.cancelMilliseconds)));
+        endEarly(JobEnd::cancelledOnStuckLine(m_parts.options.cancelMilliseconds));
     } else if (m_step == Step::Retracting) {
         endRetraction(false);
     } else if (m_step < Step::Finished) {
-        const TransportError error{
-            TransportError::Kind::TimedOut,
-            QStringLiteral("%1 took no byte for %2 s: the printer holds the line up, is off, or "
-                           "its cable is out")
-                .arg(m_parts.transport->address().toString(),
-                     secondsText(m_parts.options.transport.writeMilliseconds))};
-        lineHasFailed(error);
+        lineHasFailed(JobEnd::stuckLine(m_parts.transport->address(),
+                                        m_parts.options.transport.writeMilliseconds));
     }
 }
 
@@ -680,7 +656,7 @@ void JobRun::lineIsStuck()
 void JobRun::stop()
 {
     if (m_handed == 0) {
-        endEarly(Reason::Cancelled, QStringLiteral("cancelled"));
+        endEarly(JobEnd::cancelled());
         return;
     }
     m_step = Step::Stopping;
@@ -711,9 +687,7 @@ void JobRun::close()
 void JobRun::closed()
 {
     m_record.isOpen = mayBeLost();
-    endEarly(Reason::Cancelled, m_limit == m_stream.size()
-                                    ? QStringLiteral("cancelled when all had been sent")
-                                    : QStringLiteral("cancelled"));
+    endEarly(m_limit == m_stream.size() ? JobEnd::cancelledWhenSent() : JobEnd::cancelled());
 }
 
 // ---- What is known of it
@@ -730,10 +704,9 @@ void JobRun::confirm()
         write(m_automaticOff);
         m_timer.start(m_parts.options.statusMilliseconds);
         if (isAsked)
-            endUnproven(Reason::NoConfirmation,
-                        QStringLiteral("the printer hasn't told from where it counts"));
+            endUnproven(JobEnd::notCounting());
         else if (m_automaticOff.isEmpty() || hasTakenAll())
-            finish(Outcome::Sent, Reason::None, {});
+            finish(Outcome::Sent);
         return;
     }
     m_hasOldQuestions = isStatusDue();
@@ -764,7 +737,7 @@ void JobRun::followProof()
     else if (m_step == Step::AskingWhy && !isStatusDue())
         whyIsAnswered();
     else if (m_step == Step::Confirming && isBlocked() && m_parts.options.waitMilliseconds == 0)
-        endUnproven(Reason::Status, m_result.status.text());
+        endUnproven(JobEnd::cannotPrint(m_result.status));
 }
 
 /// Questions of a pause that have no answer behind one in its turn won't get any.
@@ -785,15 +758,13 @@ void JobRun::proofIsComplete()
     const bool mayHaveBeenOff = m_mayHaveBeenOff && !m_proof.hasMacro();
     m_record.isOpen = !isProven || mayHaveBeenOff;
     if (m_proof.hasLostMacro() && !isProven)
-        finish(Outcome::Sent, Reason::NoConfirmation, wasOffText());
+        finish(Outcome::Sent, JobEnd::wasOff());
     else if (!isProven)
-        finish(Outcome::Sent, Reason::Status, m_result.status.text());
+        finish(Outcome::Sent, JobEnd::cannotPrint(m_result.status));
     else if (mayHaveBeenOff)
-        finish(Outcome::Sent, Reason::NoConfirmation,
-               QStringLiteral("the printer is mended, but hasn't told so by itself: it may have "
-                              "been switched off, and have lost what it held"));
+        finish(Outcome::Sent, JobEnd::mayHaveBeenOff());
     else
-        finish(m_proof.outcome(), Reason::None, {});
+        finish(m_proof.outcome());
 }
 
 /// No confirmation within its time: a printer that is out of paper says so, and may be waited for.
@@ -813,14 +784,13 @@ void JobRun::whyIsAnswered()
         m_repair.isUnconfirmed(m_proof.hasLostMacro());
         // Of one that never confirms it says nothing.
         m_record.isOpen = mayBeLost() || m_record.reading != JobRecord::Deaf;
-        finish(Outcome::Sent, Reason::NoConfirmation,
-               m_proof.hasLostMacro() ? wasOffText()
-                                      : QStringLiteral("the printer didn't confirm within %1 s")
-                                            .arg(secondsText(m_parts.options.confirmMilliseconds)));
+        finish(Outcome::Sent, m_proof.hasLostMacro()
+                                  ? JobEnd::wasOff()
+                                  : JobEnd::unconfirmed(m_parts.options.confirmMilliseconds));
         return;
     }
     if (m_parts.options.waitMilliseconds == 0) {
-        endUnproven(Reason::Status, m_result.status.text());
+        endUnproven(JobEnd::cannotPrint(m_result.status));
         return;
     }
     startWaitTimer();
@@ -832,38 +802,36 @@ void JobRun::whyIsAnswered()
 void JobRun::whyIsUnknown()
 {
     updateStatus(m_result.status.with(PrinterStatus::NoAnswer));
-    endUnproven(Reason::NoConfirmation,
-                QStringLiteral("the printer didn't confirm within %1 s, and doesn't answer")
-                    .arg(secondsText(m_parts.options.confirmMilliseconds)));
+    endUnproven(JobEnd::unconfirmedAndSilent(m_parts.options.confirmMilliseconds));
 }
 
 /// A printer that was off has lost what it held, with the cut: the next job makes up for that.
-void JobRun::endUnproven(Reason reason, const QString &text)
+void JobRun::endUnproven(const JobEnd &end)
 {
     m_proof.giveUp(m_record, false);
     m_record.isOpen = mayBeLost() || m_proof.isBegun();
-    finish(Outcome::Sent, reason, text);
+    finish(Outcome::Sent, end);
 }
 
 // ---- Ends
 
-void JobRun::endEarly(Reason reason, const QString &text)
+void JobRun::endEarly(const JobEnd &end)
 {
     const bool isAll = m_result.sentBytes == m_result.totalBytes && m_result.totalBytes > 0;
     const Outcome outcome = m_handed == 0 ? Outcome::NotBegun
                             : isAll       ? Outcome::Sent
                                           : Outcome::PartlySent;
-    finish(outcome, reason, text);
+    finish(outcome, end);
 }
 
-void JobRun::finish(Outcome outcome, Reason reason, const QString &text)
+void JobRun::finish(Outcome outcome, const JobEnd &end)
 {
     m_step = Step::Finished;
     stopTimers();
     m_parts.transport->close();
     m_result.outcome = outcome;
-    m_result.reason = reason;
-    m_result.text = text;
+    m_result.reason = end.reason;
+    m_result.text = end.text;
     if (outcome == Outcome::PartlySent) {
         const EncodedDocument::Mark place = m_stream.place(m_result.sentBytes);
         m_result.block = place.block;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "job/jobend_p.h"
 #include "job/jobproof_p.h"
 #include "job/jobrecord_p.h"
 #include "job/jobrepair_p.h"
@@ -52,7 +53,6 @@ Q_SIGNALS:
 
 private:
     using Outcome = PrintJobResult::Outcome;
-    using Reason = PrintJobResult::Reason;
     enum class Step {
         New,
         Locking,
@@ -121,7 +121,7 @@ private:
     void askWhy();
     void whyIsAnswered();
     void whyIsUnknown();
-    void endUnproven(Reason reason, const QString &text);
+    void endUnproven(const JobEnd &end);
     void retract();
     void endRetraction(bool isDone);
 
@@ -136,8 +136,8 @@ private:
     void keepRecord();
     void restartStuckTimer();
     void stopTimers();
-    void endEarly(Reason reason, const QString &text);
-    void finish(Outcome outcome, Reason reason, const QString &text);
+    void endEarly(const JobEnd &end);
+    void finish(Outcome outcome, const JobEnd &end = {});
     template <typename Signal>
     void tell(Signal signal);
     void tellNote(const QString &text);
