@@ -163,7 +163,7 @@ private Q_SLOTS:
             "1:13: error: the format \"0.00\" is for real numbers, and the value is a whole one: "
             "it prints \"0007\" [value-format]");
         row("division by zero", "Each <PRICE/ZERO>", true, "",
-            "1:6: warning: the expression \"PRICE/ZERO\", with its values \"1.5/0\", divides by "
+            "1:6: error: the expression \"PRICE/ZERO\", with its values \"1.5/0\", divides by "
             "zero "
             "or has no finite value for another reason: it prints \"0.00\" [division-by-zero]");
         row("division by zero for any values", "Each <PRICE/0>", false, "",

@@ -327,7 +327,8 @@ private Q_SLOTS:
                 QVERIFY(finding.column >= 3 && finding.column <= 4 + inner.size());
                 const QByteArray rule = finding.rule->name;
                 const bool prints = rule == "cut-expression" || rule == "unknown-attribute" ||
-                                    rule == "value-format" || rule == "division-by-zero";
+                                    rule == "value-format" || rule == "division-by-zero" ||
+                                    rule == "lost-sign" || rule == "changed-figure";
                 serious += printsNothing || !prints ? 1 : 0;
             }
             if (serious != (printsNothing ? 1 : 0))

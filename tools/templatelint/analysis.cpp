@@ -89,6 +89,30 @@ private:
     int m_opened = 0;
 };
 
+/// Of an attribute that may well be missing.
+TagVerdict missingInGroup(const TagVerdict &verdict)
+{
+    TagVerdict result = verdict;
+    result.lesser = Severity::Note;
+    result.message = verdict.messageInGroup;
+    return result;
+}
+
+/// Offsets of the tags that something was put in for which these lines still show.
+QVector<int> shownOffsets(const QVector<Text> &lines)
+{
+    QVector<int> offsets;
+    for (const Text &line : lines) {
+        for (const int origin : line.origins) {
+            if (!Text::isTemplate(origin) && origin != Text::nowhere &&
+                (offsets.isEmpty() || offsets.constLast() != Text::offsetOf(origin)))
+                offsets.append(Text::offsetOf(origin));
+        }
+    }
+    std::sort(offsets.begin(), offsets.end());
+    return offsets;
+}
+
 QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &progress)
 {
     QVector<TagFault> faults;
@@ -97,10 +121,13 @@ QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &pro
         Groups groups(line.text.characters);
         for (const AttributeTag &tag : line.tags) {
             const TagVerdict verdict = judge.verdictOf(tag);
-            const bool isWanted = verdict.isFineInGroup && groups.contain(tag.begin);
-            if (verdict.fault != TagVerdict::None && !isWanted &&
-                piece.isPrinted(line.offsetOf(tag)))
-                faults.append({line.offsetOf(tag) + verdict.index, verdict});
+            const bool isInGroup = groups.contain(tag.begin);
+            if (verdict.fault == TagVerdict::None || (verdict.isFineInGroup && isInGroup) ||
+                !piece.isPrinted(line.offsetOf(tag)))
+                continue;
+            const bool isMissing = isInGroup && !verdict.messageInGroup.isEmpty();
+            faults.append({line.offsetOf(tag) + verdict.index,
+                           isMissing ? missingInGroup(verdict) : verdict});
         }
     }
     return faults;
@@ -170,6 +197,11 @@ bool Piece::isPrinted(int offset) const
     return !contain(blank.removed, offset);
 }
 
+bool Piece::isShown(int offset) const
+{
+    return std::binary_search(shown.cbegin(), shown.cend(), offset);
+}
+
 bool Piece::isText(int offset) const
 {
     return isPrinted(offset) && !contain(blank.payloads, offset);
@@ -212,6 +244,8 @@ Piece Analysis::pieceOf(const QVector<Text> &lines, TagJudge &judge, Progress &p
     piece.isSilent = !piece.filled->endless && !isRight(*piece.filled, lines, document);
     if (piece.isSilent)
         piece.filled.reset();
+    else
+        piece.shown = shownOffsets(piece.filled->prepared);
     return piece;
 }
 
@@ -248,12 +282,30 @@ void Report::add(int offset, const QString &message)
 void Report::addAs(Severity severity, int offset, const QString &message)
 {
     const Place place = m_source.place(offset);
+    const QPair<int, int> key(place.line, place.column);
+    if (m_places.contains(key))
+        return;
+    m_places.insert(key);
     m_findings.append({place.line, place.column, &m_rule, severity, message});
 }
 
-void Report::addToLine(int offset, const QString &message)
+void Report::addEach(int offset, const QString &message)
 {
-    m_findings.append({m_source.place(offset).line, 1, &m_rule, m_rule.severity, message});
+    addEachAt(m_source.place(offset), message);
+}
+
+void Report::addEachToLine(int offset, const QString &message)
+{
+    addEachAt({m_source.place(offset).line, 1}, message);
+}
+
+void Report::addEachAt(const Place &place, const QString &message)
+{
+    const QString key = QStringLiteral("%1:%2:").arg(place.line).arg(place.column) + message;
+    if (m_messages.contains(key))
+        return;
+    m_messages.insert(key);
+    m_findings.append({place.line, place.column, &m_rule, m_rule.severity, message});
 }
 
 }  // namespace templatelint

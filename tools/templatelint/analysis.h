@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QVector>
 #include <memory>
 #include <optional>
@@ -56,10 +57,13 @@ struct Piece
     SymbolFile symbols;
     Road blank;                  ///< with a character of no meaning for every value
     std::optional<Road> filled;  ///< with the document's values
+    QVector<int> shown;          ///< offsets of tags of which the values can be seen on it
     bool isSilent = false;       ///< a road is missing, as the library prepares other lines
 
     /// Whether something at this place can be seen on paper.
     bool isPrinted(int offset) const;
+    /// Whether the value of a tag at this place can be seen on paper with this document.
+    bool isShown(int offset) const;
     /// Whether it is read as text, and not as the data of a QR code.
     bool isText(int offset) const;
 };
@@ -99,16 +103,25 @@ public:
     Report(const Rule &rule, const Source &source, QVector<Finding> &findings)
         : m_rule(rule), m_source(source), m_findings(findings)
     {}
+    Severity severity() const { return m_rule.severity; }
+    /// Of several messages for one place the first counts.
     void add(int offset, const QString &message);
     /// One that isn't as bad as the rule's worst.
     void addAs(Severity severity, int offset, const QString &message);
-    /// At the beginning of the line.
-    void addToLine(int offset, const QString &message);
+    /// All of them count: what stands at one place of the template, such as the tag for the
+    /// entries, can become many lines.
+    void addEach(int offset, const QString &message);
+    /// The same at the beginning of the line.
+    void addEachToLine(int offset, const QString &message);
 
 private:
+    void addEachAt(const Place &place, const QString &message);
+
     const Rule &m_rule;
     const Source &m_source;
     QVector<Finding> &m_findings;
+    QSet<QPair<int, int>> m_places;
+    QSet<QString> m_messages;  ///< each with its place
 };
 
 }  // namespace templatelint

@@ -59,7 +59,8 @@ TagVerdict ofFormat(const AttributeTag &tag, const FormatFault &fault)
     TagVerdict verdict{
         fault.kind == FormatFault::Letters ? TagVerdict::DateLetters : TagVerdict::Misformatted,
         tag.name.size() + 2, fault.message};
-    verdict.isWarning = !fault.changesFigure;
+    if (!fault.changesFigure)
+        verdict.lesser = Severity::Warning;
     return verdict;
 }
 
@@ -79,6 +80,24 @@ bool hasOuterComma(const QString &name)
             --depth;
         return c == QLatin1Char(',') && depth == 0;
     });
+}
+
+QString sortedLetters(const QString &text)
+{
+    QString letters = text;
+    std::sort(letters.begin(), letters.end());
+    return letters;
+}
+
+/// Whether a name is another one in other letters, or with some of them the wrong way round. Names
+/// that end in numbers are counted, and are others.
+bool isSlip(const QString &word, const QString &name)
+{
+    const auto isDigit = [](QChar c) { return c.isDigit(); };
+    return word.size() == name.size() && word.size() > 1 &&
+           std::none_of(word.cbegin(), word.cend(), isDigit) &&
+           sortedLetters(withLatinLetters(word).toUpper()) ==
+               sortedLetters(withLatinLetters(name).toUpper());
 }
 
 }  // namespace
@@ -169,7 +188,8 @@ TagVerdict TagJudge::judgedByShape(const AttributeTag &tag) const
         tag.name.count(QLatin1Char('(')) != tag.name.count(QLatin1Char(')'));
     if (!fault.exists && dividesByZero(tag.name))
         return {TagVerdict::NotFinite, 0,
-                QStringLiteral("the expression \"%1\" divides by zero").arg(clipped(tag.name))};
+                QStringLiteral("the expression \"%1\" divides by zero").arg(clipped(tag.name)),
+                Severity::Warning};
     if (!fault.exists || !isBeyondMending)
         return {};
     return expressionFault(tag.name, tag.name, fault,
@@ -193,14 +213,32 @@ TagVerdict TagJudge::judgedByValues(const AttributeTag &tag)
     return value->isEmpty() ? badExpression(tag.name) : notFinite(tag, *value);
 }
 
+TagVerdict TagJudge::unknown(const QString &word, int index, const QString &hint, bool hasValue)
+{
+    const QString what = QStringLiteral("the document has no attribute \"%1\"").arg(clipped(word));
+    TagVerdict verdict{TagVerdict::UnknownAttribute, index, what + hint};
+    if (!hasValue)
+        verdict.messageInGroup = what + QStringLiteral(": with it the group goes") + slipHint(word);
+    return verdict;
+}
+
+/// In a group a name may well be missing: only one that is as good as another's is told.
+QString TagJudge::slipHint(const QString &word)
+{
+    if (++m_hints > mostHints)
+        return QString();
+    const QStringList names = m_values->names();
+    const auto meant = std::find_if(names.cbegin(), names.cend(),
+                                    [&word](const QString &name) { return isSlip(word, name); });
+    return meant == names.cend() ? QString() : QStringLiteral("; did you mean \"%1\"?").arg(*meant);
+}
+
 /// The first word of an expression that is neither an attribute nor a function.
 TagVerdict TagJudge::unknownWord(const QString &name, bool hasValue)
 {
     const bool isNameAlone = !hasOperator(name);
     if (isNameAlone && !hasValue && withNumbers(name).hasWords)
-        return {TagVerdict::UnknownAttribute, 0,
-                QStringLiteral("the document has no attribute \"%1\"%2")
-                    .arg(clipped(name), hintFor(name))};
+        return unknown(name, 0, hintFor(name), hasValue);
     const Inserted inserted = m_values->insertedInto(name);
     for (int begin = 0; begin < name.size(); ++begin) {
         if (!isWordBegin(name, begin))
@@ -218,9 +256,7 @@ TagVerdict TagJudge::unknownWord(const QString &name, bool hasValue)
                                      ? hintFor(word)
                                      : QStringLiteral("; the value of \"%1\" is put into it")
                                            .arg(name.mid(*key, inserted.keyEnd.at(*key) - *key));
-            return {
-                TagVerdict::UnknownAttribute, isNameAlone ? 0 : begin + 1,
-                QStringLiteral("the document has no attribute \"%1\"").arg(clipped(word)) + part};
+            return unknown(word, isNameAlone ? 0 : begin + 1, part, hasValue);
         }
         begin = end;
     }

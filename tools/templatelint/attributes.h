@@ -2,8 +2,10 @@
 
 #include <QHash>
 #include <QString>
+#include <optional>
 
 #include "tags.h"
+#include "templatelint.h"
 #include "values.h"
 
 namespace templatelint {
@@ -25,8 +27,9 @@ struct TagVerdict
     Fault fault = None;
     int index = 0;  ///< of the mistake, counted from the "<"
     QString message;
-    bool isWarning = false;      ///< and no error, as some findings of its rule are
-    bool isFineInGroup = false;  ///< with this document the group goes, as its author wants
+    std::optional<Severity> lesser{};  ///< where it isn't that of its rule
+    bool isFineInGroup = false;        ///< with this document the group goes, as its author wants
+    QString messageInGroup{};          ///< of an attribute that may well be missing there
 };
 
 /// Tells what is wrong with attribute tags, of each tag once.
@@ -48,6 +51,8 @@ private:
     TagVerdict badExpression(const QString &name) const;
     TagVerdict notFinite(const AttributeTag &tag, const QString &printed) const;
     QString hintFor(const QString &name);
+    TagVerdict unknown(const QString &word, int index, const QString &hint, bool hasValue);
+    QString slipHint(const QString &word);
 
     Values *const m_values;
     QHash<QString, TagVerdict> m_verdicts;

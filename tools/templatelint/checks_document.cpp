@@ -151,7 +151,7 @@ void checkSymbols(const Piece &piece, const Road &road, const std::optional<Pape
                 continue;
             const QString fault = symbolFault(line, i, piece.symbols.drawings, paper);
             if (!fault.isEmpty())
-                report.add(offset, fault);
+                report.addEach(offset, fault);
         }
     }
 }
@@ -191,9 +191,9 @@ void checkCharactersOf(const Printed &line, bool hasValues, CodePage &codePage, 
             seen.contains(character))
             continue;
         seen += character;
-        report.add(Text::offsetOf(origin),
-                   QStringLiteral("\"%1\" is not in the printer's character set, %2")
-                       .arg(character, codePage.name()));
+        report.addEach(Text::offsetOf(origin),
+                       QStringLiteral("\"%1\" is not in the printer's character set, %2")
+                           .arg(character, codePage.name()));
     }
 }
 
@@ -254,8 +254,8 @@ void checkLineWidth(const Analysis &analysis, Report &report)
         for (const Printed &line : piece.filled->lines) {
             const int width = LineWidth(line, *options.paper, options.form).total();
             if (width > options.paper->width && line.text.firstOffset() != Text::nowhere)
-                report.addToLine(line.text.firstOffset(),
-                                 widthMessage(line, width, *options.paper));
+                report.addEachToLine(line.text.firstOffset(),
+                                     widthMessage(line, width, *options.paper));
         }
     }
 }

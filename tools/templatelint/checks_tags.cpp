@@ -16,12 +16,9 @@ void reportTags(const Analysis &analysis, TagVerdict::Fault fault, Report &repor
 {
     for (const Piece &piece : analysis.pieces()) {
         for (const TagFault &found : piece.tagFaults) {
-            if (found.verdict.fault != fault)
-                continue;
-            if (found.verdict.isWarning)
-                report.addAs(Severity::Warning, found.offset, found.verdict.message);
-            else
-                report.add(found.offset, found.verdict.message);
+            if (found.verdict.fault == fault)
+                report.addAs(found.verdict.lesser.value_or(report.severity()), found.offset,
+                             found.verdict.message);
         }
     }
 }

@@ -19,8 +19,9 @@ constexpr Rule table[] = {
          "LintRule",
          "An attribute that the document lacks prints nothing and takes the group around it along; "
          "in an expression it makes the whole expression print nothing, or the value of a shorter "
-         "name is put in for a part of it. Names are case-sensitive. Needs --data; the document "
-         "should have every attribute that a sale can have."),
+         "name is put in for a part of it. Names are case-sensitive. In a group it may well be "
+         "missing with some sales, and is told as a note. Needs --data; the document should have "
+         "every attribute that a sale can have."),
      "<C><SHPO>", "<C><SHOP>", R"({"attributes": {"SHOP": "Harbour Kiosk"}})", noArguments,
      checkUnknownAttributes},
     {"bad-expression", Severity::Error,
@@ -39,16 +40,46 @@ constexpr Rule table[] = {
                        "with a comma needs a format behind it, and a decimal point is a point."),
      "Ways to choose: <ncr(5,2)>", "Ways to choose: <ncr(5,2),0>", noDocument, noArguments,
      checkCutExpressions},
-    {"division-by-zero", Severity::Warning,
+    {"division-by-zero", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "an expression that divides by zero"),
      QT_TRANSLATE_NOOP(
          "LintRule",
          "A division by zero prints as 0, such as \"0.00\", as if that were the amount; so does "
          "what else has no finite value, such as ln(0). In a group it is fine, as the group goes. "
-         "Without --data only a divisor that is written as 0 is found, with it what this document "
-         "makes of the expression."),
+         "Without --data only a divisor that is written as 0 is found, and is a warning; with it "
+         "what this document makes of the expression."),
      "Each <SUM1/COUNT,0.00>", "[Each <SUM1/COUNT,0.00>]",
      R"({"attributes": {"SUM1": "5.00", "COUNT": 0}})", noArguments, checkDivisions},
+    {"lost-sign", Severity::Error, QT_TRANSLATE_NOOP("LintRule", "a minus that isn't printed"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "In a format with decimals, and without a format, a number between -1 and 0 loses its "
+         "sign: a shortage of 0.05 prints as a surplus. The format \"0.E\" keeps it; it prints up "
+         "to six digits, and no zeros at the end. Needs --data."),
+     "Difference<S><COUNTED-EXPECTED>", "Difference<S><COUNTED-EXPECTED,0.E>",
+     R"({"attributes": {"COUNTED": "885.40", "EXPECTED": "885.45"}})", noArguments, checkLostSigns},
+    {"text-as-number", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a text that is read as a number and prints otherwise"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A text that reads as a number is printed as one: \"007\" loses its zeros, \"+49\" its "
+         "sign, \"12,50\" its comma, \"1e5\" and \"12E4\" become long numbers, and \"Nan\" and "
+         "\"inf\", a name or not, print 0.00 and take their group along. Zeros in front are "
+         "brought back by a format with as many zeros, a comma is meant where there is a format. "
+         "For all else the program makes it a text that isn't a number: \"12E4<:>\" prints 12E4, "
+         "as the tag prints nothing. Needs --data."),
+     "Authorisation <AUTH>", "Authorisation <AUTH,000000>", R"({"attributes": {"AUTH": "007723"}})",
+     noArguments, checkTextsAsNumbers},
+    {"changed-figure", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a number that prints as another one"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In "
+         "a format with decimals, and without a format, the part in front of the point has 32 "
+         "bits, and is 0 from 2147483648 on; a format without decimals has 64. \"0.E\" gives six "
+         "digits, and larger numbers an exponent. Needs --data."),
+     "Super 95<S><PRICE>", "Super 95<S><PRICE,0.000>", R"({"attributes": {"PRICE": "1.749"}})",
+     noArguments, checkChangedFigures},
     {"value-format", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a format that isn't for its kind of value"),
      QT_TRANSLATE_NOOP(

@@ -22,17 +22,12 @@ QVector<Finding> lint(const QStringList &lines, const Options &options)
         rule.check(analysis, report);
         progress.step(stepsPerRule);
     }
-    // The table's order settles what stands at one place; of two reports by one rule the first
-    // counts.
+    // The table's order settles what stands at one place.
     const auto key = [](const Finding &finding) {
         return std::make_tuple(finding.line, finding.column, finding.rule);
     };
     std::stable_sort(findings.begin(), findings.end(),
                      [&key](const Finding &a, const Finding &b) { return key(a) < key(b); });
-    findings.erase(
-        std::unique(findings.begin(), findings.end(),
-                    [&key](const Finding &a, const Finding &b) { return key(a) == key(b); }),
-        findings.end());
     return findings;
 }
 

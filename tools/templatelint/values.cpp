@@ -48,7 +48,10 @@ private:
 }  // namespace
 
 Values::Values(const PrinterDocument &document)
-    : m_document(document), m_formatter(0, nullptr), m_longestFirst(document.attributes().keys())
+    : m_document(document),
+      m_attributes(document.attributes()),
+      m_formatter(0, nullptr),
+      m_longestFirst(m_attributes.keys())
 {
     std::stable_sort(m_longestFirst.begin(), m_longestFirst.end(),
                      [](const QString &a, const QString &b) { return a.size() > b.size(); });

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QHash>
+#include <QMap>
 #include <QString>
+#include <QVariant>
 #include <QVector>
 #include <optional>
 
@@ -32,6 +34,8 @@ public:
     const PrinterDocument &document() const { return m_document; }
     QStringList names() const { return m_longestFirst; }
     bool has(const QString &name) const { return m_document.hasAttribute(name); }
+    /// A value as it was handed over, which the library may read as another one.
+    QVariant rawValue(const QString &name) const { return m_attributes.value(name); }
     /// The text of a tag; nothing if it would be too long to be worked out.
     std::optional<QString> ofTag(const QString &inner);
     /// Whether an expression over the attributes can be evaluated.
@@ -50,6 +54,7 @@ private:
     void insertValue(const QString &name, int longest, Inserted &result) const;
 
     const PrinterDocument m_document;
+    const QMap<QString, QVariant> m_attributes;
     const PrinterDocumentFormatter m_formatter;
     QStringList m_longestFirst;
     QHash<QString, std::optional<QString>> m_texts;

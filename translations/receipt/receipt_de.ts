@@ -36,10 +36,6 @@
         <translation>ein Attribut, das dem Dokument fehlt</translation>
     </message>
     <message>
-        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. Needs --data; the document should have every attribute that a sale can have.</source>
-        <translation>Ein Attribut, das dem Dokument fehlt, druckt nichts und nimmt die Gruppe um sich mit; in einem Ausdruck druckt dann der ganze Ausdruck nichts, oder für einen Teil des Namens wird der Wert eines kürzeren eingesetzt. Groß- und Kleinschreibung zählt. Braucht --data; das Dokument sollte jedes Attribut haben, das ein Verkauf haben kann.</translation>
-    </message>
-    <message>
         <source>an expression that can&apos;t be evaluated</source>
         <translation>ein Ausdruck, der nicht berechnet werden kann</translation>
     </message>
@@ -58,10 +54,6 @@
     <message>
         <source>an expression that divides by zero</source>
         <translation>ein Ausdruck, der durch null teilt</translation>
-    </message>
-    <message>
-        <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, with it what this document makes of the expression.</source>
-        <translation>Eine Division durch null druckt 0, etwa &quot;0.00&quot;, als wäre das der Betrag; ebenso alles andere ohne endlichen Wert, wie ln(0). In einer Gruppe ist es in Ordnung, da die Gruppe entfällt. Ohne --data wird nur ein als 0 geschriebener Teiler gefunden, damit auch, was dieses Dokument aus dem Ausdruck macht.</translation>
     </message>
     <message>
         <source>a format that isn&apos;t for its kind of value</source>
@@ -310,6 +302,38 @@
     <message>
         <source>What stands behind the last comma of a tag is the format, and all in front of it the name, so a date whose format has a comma in it prints nothing. Write two tags with the comma between them.</source>
         <translation>Was hinter dem letzten Komma eines Tags steht, ist das Format, und alles davor der Name; ein Datum mit einem Komma im Format druckt daher nichts. Schreiben Sie zwei Tags mit dem Komma dazwischen.</translation>
+    </message>
+    <message>
+        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. In a group it may well be missing with some sales, and is told as a note. Needs --data; the document should have every attribute that a sale can have.</source>
+        <translation>Ein Attribut, das dem Dokument fehlt, druckt nichts und nimmt die Gruppe um sich mit; in einem Ausdruck druckt dann der ganze Ausdruck nichts, oder für einen Teil des Namens wird der Wert eines kürzeren eingesetzt. Groß- und Kleinschreibung zählt. In einer Gruppe kann es bei manchen Verkäufen durchaus fehlen und ist nur ein Hinweis. Braucht --data; das Dokument sollte jedes Attribut haben, das ein Verkauf haben kann.</translation>
+    </message>
+    <message>
+        <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, and is a warning; with it what this document makes of the expression.</source>
+        <translation>Eine Division durch null druckt 0, etwa &quot;0.00&quot;, als wäre das der Betrag; ebenso alles andere ohne endlichen Wert, wie ln(0). In einer Gruppe ist es in Ordnung, da die Gruppe entfällt. Ohne --data wird nur ein als 0 geschriebener Teiler gefunden, als Warnung; damit auch, was dieses Dokument aus dem Ausdruck macht.</translation>
+    </message>
+    <message>
+        <source>a minus that isn&apos;t printed</source>
+        <translation>ein Minus, das nicht gedruckt wird</translation>
+    </message>
+    <message>
+        <source>In a format with decimals, and without a format, a number between -1 and 0 loses its sign: a shortage of 0.05 prints as a surplus. The format &quot;0.E&quot; keeps it; it prints up to six digits, and no zeros at the end. Needs --data.</source>
+        <translation>In einem Format mit Dezimalstellen und ohne Format verliert eine Zahl zwischen -1 und 0 ihr Vorzeichen: ein Fehlbetrag von 0.05 druckt als Überschuss. Das Format &quot;0.E&quot; behält es; es druckt bis zu sechs Ziffern und keine Nullen am Ende. Braucht --data.</translation>
+    </message>
+    <message>
+        <source>a text that is read as a number and prints otherwise</source>
+        <translation>ein Text, der als Zahl gelesen wird und anders druckt</translation>
+    </message>
+    <message>
+        <source>A text that reads as a number is printed as one: &quot;007&quot; loses its zeros, &quot;+49&quot; its sign, &quot;12,50&quot; its comma, &quot;1e5&quot; and &quot;12E4&quot; become long numbers, and &quot;Nan&quot; and &quot;inf&quot;, a name or not, print 0.00 and take their group along. Zeros in front are brought back by a format with as many zeros, a comma is meant where there is a format. For all else the program makes it a text that isn&apos;t a number: &quot;12E4&lt;:&gt;&quot; prints 12E4, as the tag prints nothing. Needs --data.</source>
+        <translation>Ein Text, der sich als Zahl liest, wird als solche gedruckt: &quot;007&quot; verliert seine Nullen, &quot;+49&quot; das Vorzeichen, &quot;12,50&quot; das Komma, &quot;1e5&quot; und &quot;12E4&quot; werden lange Zahlen, und &quot;Nan&quot; und &quot;inf&quot;, ob Name oder nicht, drucken 0.00 und nehmen ihre Gruppe mit. Nullen am Anfang bringt ein Format mit ebenso vielen Nullen zurück, ein Komma ist gemeint, wo ein Format steht. Sonst macht das Programm daraus einen Text, der keine Zahl ist: &quot;12E4&lt;:&gt;&quot; druckt 12E4, denn das Tag druckt nichts. Braucht --data.</translation>
+    </message>
+    <message>
+        <source>a number that prints as another one</source>
+        <translation>eine Zahl, die als eine andere druckt</translation>
+    </message>
+    <message>
+        <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. Needs --data.</source>
+        <translation>Ohne Format druckt eine Zahl mit Dezimalstellen deren zwei: ein Liter zu 1.749 ist 1.75. In einem Format mit Dezimalstellen und ohne Format hat der Teil vor dem Punkt 32 Bit und ist ab 2147483648 eine 0; ein Format ohne Dezimalstellen hat 64. &quot;0.E&quot; gibt sechs Ziffern, und größeren Zahlen einen Exponenten. Braucht --data.</translation>
     </message>
 </context>
 </TS>

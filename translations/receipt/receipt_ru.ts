@@ -36,10 +36,6 @@
         <translation>атрибут, которого нет в документе</translation>
     </message>
     <message>
-        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. Needs --data; the document should have every attribute that a sale can have.</source>
-        <translation>Атрибут, которого нет в документе, ничего не печатает и уносит с собой группу вокруг; в выражении из-за него ничего не печатает всё выражение, или вместо части имени подставляется значение более короткого. Заглавные и строчные буквы различаются. Нужен --data; в документе должны быть все атрибуты, какие бывают в продаже.</translation>
-    </message>
-    <message>
         <source>an expression that can&apos;t be evaluated</source>
         <translation>выражение, которое нельзя вычислить</translation>
     </message>
@@ -58,10 +54,6 @@
     <message>
         <source>an expression that divides by zero</source>
         <translation>выражение, которое делит на ноль</translation>
-    </message>
-    <message>
-        <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, with it what this document makes of the expression.</source>
-        <translation>Деление на ноль печатает 0, например &quot;0.00&quot;, как будто это сумма; так же и всё прочее без конечного значения, например ln(0). В группе это допустимо: группа исчезает. Без --data находится только делитель, записанный как 0, с ним — и то, что выходит из выражения с этим документом.</translation>
     </message>
     <message>
         <source>a format that isn&apos;t for its kind of value</source>
@@ -310,6 +302,38 @@
     <message>
         <source>What stands behind the last comma of a tag is the format, and all in front of it the name, so a date whose format has a comma in it prints nothing. Write two tags with the comma between them.</source>
         <translation>То, что стоит за последней запятой тега, — формат, а всё перед ней — имя, поэтому дата с запятой в формате ничего не печатает. Напишите два тега с запятой между ними.</translation>
+    </message>
+    <message>
+        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. In a group it may well be missing with some sales, and is told as a note. Needs --data; the document should have every attribute that a sale can have.</source>
+        <translation>Атрибут, которого нет в документе, ничего не печатает и уносит с собой группу вокруг; в выражении из-за него ничего не печатает всё выражение, или вместо части имени подставляется значение более короткого. Заглавные и строчные буквы различаются. В группе его при некоторых продажах может и не быть, и это только примечание. Нужен --data; в документе должны быть все атрибуты, какие бывают в продаже.</translation>
+    </message>
+    <message>
+        <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, and is a warning; with it what this document makes of the expression.</source>
+        <translation>Деление на ноль печатает 0, например &quot;0.00&quot;, как будто это сумма; так же и всё прочее без конечного значения, например ln(0). В группе это допустимо: группа исчезает. Без --data находится только делитель, записанный как 0, и это предупреждение, с ним — и то, что выходит из выражения с этим документом.</translation>
+    </message>
+    <message>
+        <source>a minus that isn&apos;t printed</source>
+        <translation>минус, который не печатается</translation>
+    </message>
+    <message>
+        <source>In a format with decimals, and without a format, a number between -1 and 0 loses its sign: a shortage of 0.05 prints as a surplus. The format &quot;0.E&quot; keeps it; it prints up to six digits, and no zeros at the end. Needs --data.</source>
+        <translation>В формате с дробной частью и без формата число между -1 и 0 теряет знак: недостача 0.05 печатается как излишек. Формат &quot;0.E&quot; его сохраняет; он печатает до шести цифр и без нулей в конце. Нужен --data.</translation>
+    </message>
+    <message>
+        <source>a text that is read as a number and prints otherwise</source>
+        <translation>текст, который читается как число и печатается иначе</translation>
+    </message>
+    <message>
+        <source>A text that reads as a number is printed as one: &quot;007&quot; loses its zeros, &quot;+49&quot; its sign, &quot;12,50&quot; its comma, &quot;1e5&quot; and &quot;12E4&quot; become long numbers, and &quot;Nan&quot; and &quot;inf&quot;, a name or not, print 0.00 and take their group along. Zeros in front are brought back by a format with as many zeros, a comma is meant where there is a format. For all else the program makes it a text that isn&apos;t a number: &quot;12E4&lt;:&gt;&quot; prints 12E4, as the tag prints nothing. Needs --data.</source>
+        <translation>Текст, который читается как число, так и печатается: &quot;007&quot; теряет нули, &quot;+49&quot; — знак, &quot;12,50&quot; — запятую, &quot;1e5&quot; и &quot;12E4&quot; становятся длинными числами, а &quot;Nan&quot; и &quot;inf&quot;, имя это или нет, печатают 0.00 и уносят с собой группу. Нули впереди возвращает формат с таким же числом нулей, а запятая задумана там, где есть формат. В остальном программа делает из него текст, который не число: &quot;12E4&lt;:&gt;&quot; печатает 12E4, потому что тег не печатает ничего. Нужен --data.</translation>
+    </message>
+    <message>
+        <source>a number that prints as another one</source>
+        <translation>число, которое печатается как другое</translation>
+    </message>
+    <message>
+        <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. Needs --data.</source>
+        <translation>Без формата у дробного числа печатаются два знака после точки: литр по 1.749 становится 1.75. В формате с дробной частью и без формата у части перед точкой 32 бита, и с 2147483648 она равна 0; у формата без дробной части 64. &quot;0.E&quot; даёт шесть цифр, а большим числам — показатель степени. Нужен --data.</translation>
     </message>
 </context>
 </TS>

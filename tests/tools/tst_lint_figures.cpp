@@ -1,0 +1,270 @@
+#include <QtTest>
+
+#include "lintrun.h"
+
+using lintrun::addTemplates;
+using lintrun::checkPlaces;
+using lintrun::json;
+using lintrun::row;
+
+namespace {
+
+/// Checked with one value, as JSON has it.
+void valued(const char *name, const char *text, const char *value, const char *places)
+{
+    row(name, text, json("{'attributes': {'CODE': ") + json(value) + json(", 'ZERO': 0}}"), "",
+        places);
+}
+
+/// Checked with two values.
+void calculated(const char *name, const char *text, const char *first, const char *second,
+                const char *places)
+{
+    row(name, text,
+        json("{'attributes': {'COUNTED': ") + json(first) + json(", 'EXPECTED': ") + json(second) +
+            json("}}"),
+        "", places);
+}
+
+}  // namespace
+
+/// Rules about figures that are others on paper than in the document.
+class TestLintFigures : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void lostSign_data()
+    {
+        addTemplates();
+        calculated("of a difference", "Difference<S><COUNTED-EXPECTED>", "'885.40'", "'885.45'",
+                   "1:14 lost-sign");
+        calculated("of a difference in a format", "<COUNTED-EXPECTED,00.000>", "1", "1.25",
+                   "1:1 lost-sign");
+        calculated("kept by six digits", "<COUNTED-EXPECTED,0.E><COUNTED-EXPECTED,0.>", "'885.40'",
+                   "'885.45'", "");
+        calculated("from -1 on there is none to lose", "<COUNTED-EXPECTED>", "1", "2", "");
+        calculated("of what is rounded to nothing", "<COUNTED-EXPECTED>", "'1.001'", "'1.002'", "");
+        calculated("of what is rounded to something", "<COUNTED-EXPECTED>", "'1.001'", "'1.007'",
+                   "1:1 lost-sign");
+        calculated("of a positive difference", "<EXPECTED-COUNTED>", "1", "1.25", "");
+        valued("of a text", "a <CODE>", "'-0.05'", "1:3 lost-sign");
+        valued("of a text with a comma", "a <CODE,0.00>", "'-0,05'", "1:3 lost-sign");
+        valued("of a number", "a <CODE,0.0>", "-0.5", "1:3 lost-sign");
+        valued("of a number in a format without decimals", "a <CODE,0>", "-0.7", "");
+        valued("in a code", "<QR>t=<CODE>", "'-0.05'", "1:7 lost-sign");
+        valued("in a group that stays and in one that goes", "[<CODE>]x[<CODE><ZERO>]", "-0.5",
+               "1:2 lost-sign");
+        valued("in a part that is removed", "<X:><CODE><:X>", "-0.5", "");
+    }
+    void lostSign() { checkPlaces(); }
+
+    void textAsNumber_data()
+    {
+        addTemplates();
+        valued("zeros in front", "No. <CODE>", "'007723'", "1:5 text-as-number");
+        valued("zeros in front of 13 digits", "No. <CODE>", "'0093417752006'",
+               "1:5 text-as-number");
+        valued("zeros in front, kept by a format", "No. <CODE,000000>", "'007723'", "");
+        valued("zeros in front, kept by a longer format", "No. <CODE,00000000>", "'007723'", "");
+        valued("zeros in front, too few in the format", "No. <CODE,00000>", "'007723'",
+               "1:5 text-as-number");
+        valued("zeros in front, taken off on purpose", "No. <CODE,0>", "'007723'", "");
+        valued("zeros in front, in a code", "<QR>fp=<CODE>", "'0412345678'", "1:8 text-as-number");
+        valued("zeros in front of decimals", "<CODE>x<CODE,0.00>", "'007.50'",
+               "1:1 text-as-number");
+        valued("nothing but zeros, which take their group along", "[No. <CODE>]", "'000'",
+               "1:6 text-as-number");
+        valued("nothing but zeros, in a group that goes anyway", "[No. <CODE><ZERO>]", "'000'", "");
+        valued("zeros of a text that is no number", "<CODE>", "'00A7'", "");
+        valued("zeros of so many digits that they stay", "<CODE>", "'0022007012345678901'", "");
+        valued("a zero, and zeros behind the point", "<CODE>", "'0'", "");
+        valued("zeros behind the point", "<CODE>x<CODE,0.0>", "'0.00'", "");
+        valued("a whole number, with the sign of its own", "<CODE>", "'-12'", "");
+        valued("decimals that are filled up", "<CODE>", "'12.5'", "");
+        valued("an exponent", "<CODE>x<CODE,0.00>", "'1e5'",
+               "1:1 text-as-number 1:8 text-as-number");
+        valued("a code that is an exponent", "<CODE>", "'12E4'", "1:1 text-as-number");
+        valued("a name that is none", "Dear <CODE>", "'Nan'", "1:6 text-as-number");
+        valued("a name that takes its group along", "[Dear <CODE>]", "'nan'", "1:7 text-as-number");
+        valued("infinity", "<CODE>", "'INF'", "1:1 text-as-number");
+        valued("a plus", "<CODE>", "'+49'", "1:1 text-as-number");
+        valued("a comma", "<CODE>", "'12,50'", "1:1 text-as-number");
+        valued("a comma in a format", "<CODE,0.00>x<CODE,0.000>", "'12,50'", "");
+        valued("a comma for thousands", "<CODE,0.00>", "'1,234'", "1:1 text-as-number");
+        valued("several commas", "<CODE>", "'1,2,3'", "");
+        valued("kept as it stands", "<CODE>", "'12E4<:>'", "");
+        valued("in an expression", "<CODE*1,000000.>", "'007723'", "");
+        valued("without a value", "<CODE>x", "''", "");
+        row("without a document", "<CODE>", QByteArray(), "", "");
+    }
+    void textAsNumber() { checkPlaces(); }
+
+    void changedFigure_data()
+    {
+        addTemplates();
+        valued("decimals of a text", "<CODE>", "'1.749'", "1:1 changed-figure");
+        valued("decimals of a number", "<CODE>", "1.749", "1:1 changed-figure");
+        valued("decimals that a program has worked out", "<CODE>", "5.33333333333", "");
+        valued("decimals in a format, which rounds on purpose", "<CODE,0.00>x<CODE,0.0>x<CODE,0>",
+               "'1.749'", "");
+        valued("decimals that are zeros", "<CODE>", "'1.740'", "");
+        valued("an expression, which is rounded", "<CODE*1>", "1.749", "");
+        valued("more than 32 bits", "<CODE>x<CODE,0.0>x<CODE*1>", "'3000000000.10'",
+               "1:1 changed-figure 1:8 changed-figure 1:19 changed-figure");
+        valued("more than 32 bits of a number", "<CODE,0.00>", "2500000000.5",
+               "1:1 changed-figure");
+        valued("less than 32 bits", "<CODE>", "'2147483647.99'", "");
+        valued("more than 32 bits without decimals", "<CODE,0><CODE,0.><CODE,0000>",
+               "'3000000000.10'", "");
+        valued("a whole number of more than 32 bits", "<CODE>", "'3000000000'", "");
+        valued("more than 64 bits", "<CODE*1000>x<CODE*1000,0>", "'1000000000000000'",
+               "1:1 changed-figure");
+        valued("six digits", "<CODE,0.E>", "'1234567.89'", "1:1 changed-figure");
+        valued("six digits that are enough", "<CODE,0.E>", "'1234.56'", "");
+        valued("what has no end", "<CODE/3>x<CODE/3,0.E>", "1", "");
+    }
+    void changedFigure() { checkPlaces(); }
+
+    // With values the zero is on paper, and without them it may be.
+    void zeroOfAnError()
+    {
+        const QByteArray document = json("{'attributes': {'PRICE': 1.5, 'COUNT': 0}}");
+        const ReceiptRun filled = lintrun::lint("<PRICE/COUNT>", {}, document);
+        QVERIFY2(filled.output.startsWith("t.cpt:1:1: error: "), qPrintable(filled.output));
+        QCOMPARE(filled.status, 1);
+        const ReceiptRun blank = lintrun::lint("<PRICE/0>", {});
+        QVERIFY2(blank.output.startsWith("t.cpt:1:1: warning: "), qPrintable(blank.output));
+        QCOMPARE(blank.status, 0);
+    }
+
+    void missingInAGroupIsANote_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("finding");
+        const auto row = [](const char *name, const char *text, const char *finding) {
+            QTest::newRow(name) << QByteArray(text) << QString(finding);
+        };
+        row("a name", "[Voucher <VOUCHER>]",
+            "1:10: note: the document has no attribute \"VOUCHER\": with it the group goes "
+            "[unknown-attribute]");
+        row("a name with a format", "x[<BONUS,0.00>]",
+            "1:3: note: the document has no attribute \"BONUS\": with it the group goes "
+            "[unknown-attribute]");
+        row("one of a row", "[<QTY3> x]",
+            "1:2: note: the document has no attribute \"QTY3\": with it the group goes "
+            "[unknown-attribute]");
+        row("in an expression", "[<QTY1*PRICE3>]",
+            "1:8: note: the document has no attribute \"PRICE3\": with it the group goes "
+            "[unknown-attribute]");
+        row("with its letters the wrong way round", "[<DISCUONT>]",
+            "1:2: note: the document has no attribute \"DISCUONT\": with it the group goes; did "
+            "you mean \"DISCOUNT\"? [unknown-attribute]");
+        row("outside", "[x] <VOUCHER>",
+            "1:5: error: the document has no attribute \"VOUCHER\" [unknown-attribute]");
+        row("with another's value in it, which prints", "[<PRICE10*2>]",
+            "1:3: error: the document has no attribute \"PRICE10\"; the value of \"PRICE1\" is put "
+            "into it [unknown-attribute]");
+    }
+    void missingInAGroupIsANote()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, finding);
+        const ReceiptRun run = lintrun::lint(
+            text, {},
+            json("{'attributes': {'QTY1': 2, 'PRICE1': '1.50', 'DISCOUNT': 1, 'QTY2': 1}}"));
+        QCOMPARE(run.output, "t.cpt:" + finding + '\n');
+        QCOMPARE(run.status, finding.contains(": error: ") ? 1 : 0);
+    }
+
+    // The tag for the entries is one, and the lines that it becomes are many.
+    void allThatIsWrongInTheEntriesIsTold()
+    {
+        const QByteArray document = json(
+            "{'entries': 'A name that is far too long=1.00\\tshort=2.00\\tAnother name that is too "
+            "long=3.00\\tA name that is far too long=1.00', 'attributes': {}}");
+        const ReceiptRun wide = lintrun::lint("x\n<ENTRIES>", {"--width", "20"}, document);
+        QCOMPARE(lintrun::placesOf(wide.output).join(' '), QString("2:1 wide-line 2:1 wide-line"));
+        QVERIFY(wide.output.contains("A name that is far too long 1.00"));
+        QVERIFY(wide.output.contains("Another name that is too long 3.00"));
+        const ReceiptRun letters =
+            lintrun::lint("<ENTRIES>", {"--code-page", "cp866"},
+                          QString(R"({"entries": "10 €=1.00\tMüller=2.00\t5 €=3.00"})").toUtf8());
+        QCOMPARE(lintrun::placesOf(letters.output).join(' '),
+                 QString("1:1 unprintable-character 1:1 unprintable-character"));
+    }
+
+    void messages_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *name, const char *text, const char *value,
+                            const char *message) {
+            QTest::newRow(name) << QByteArray(text) << json(value) << QString(message);
+        };
+        row("zeros", "<CODE>", "'007723'",
+            "CODE is given as \"007723\" and prints \"7723\": the text reads as a number, which "
+            "has no zeros in front; \"<CODE,000000>\" prints all digits [text-as-number]");
+        row("name", "<CODE>", "'Nan'",
+            "CODE is given as \"Nan\" and prints \"0.00\": the text reads as a number; \"Nan<:>\" "
+            "stays as it stands [text-as-number]");
+        row("comma", "<CODE>", "'12,50'",
+            "CODE is given as \"12,50\" and prints \"12.50\": the comma is read as a decimal "
+            "point; a format, such as \"<CODE,0.00>\", says that a number is meant "
+            "[text-as-number]");
+        row("decimals", "<CODE>", "1.749",
+            "CODE is 1.749 and prints \"1.75\": without a format there are two decimals; "
+            "\"<CODE,0.000>\" prints all of them [changed-figure]");
+        row("32 bits", "<CODE>", "'3000000000.10'",
+            "CODE is given as \"3000000000.10\" and prints \"0.10\": with decimals in the format "
+            "the part in front of the point has 32 bits; \"<CODE,0>\" prints it without decimals "
+            "[changed-figure]");
+        row("sign", "<CODE-1>", "'0.95'",
+            "\"CODE-1\" is -0.05 and prints \"0.05\": in a format with decimals a number between "
+            "-1 and 0 loses its sign; \"<CODE-1,0.E>\" keeps it [lost-sign]");
+        row("six digits", "<CODE,0.E>", "'1234567.89'",
+            "CODE is given as \"1234567.89\" and prints \"1.23457e+06\": an \"E\" in the format "
+            "gives six digits [changed-figure]");
+    }
+    void messages()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, value);
+        QFETCH(QString, message);
+        const ReceiptRun run =
+            lintrun::lint(text, {}, json("{'attributes': {'CODE': ") + value + "}}");
+        QCOMPARE(run.output, "t.cpt:1:1: error: " + message + '\n');
+        QCOMPARE(run.status, 1);
+    }
+
+    // What a message says to write does what it says.
+    void curesCure_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<QString>("printed");
+        QTest::newRow("zeros") << QByteArray("<CODE,000000>") << json("'007723'") << "007723";
+        QTest::newRow("text") << QByteArray("<CODE>") << json("'Nan<:>'") << "Nan";
+        QTest::newRow("text in a group") << QByteArray("[<CODE>]") << json("'000<:>'") << "000";
+        QTest::newRow("sign") << QByteArray("<CODE,0.E>") << json("-0.05") << "-0.05";
+        QTest::newRow("decimals") << QByteArray("<CODE,0.000>") << json("'1.749'") << "1.749";
+        QTest::newRow("32 bits") << QByteArray("<CODE,0>") << json("'3000000000.10'")
+                                 << "3000000000";
+    }
+    void curesCure()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, value);
+        QFETCH(QString, printed);
+        const WorkFolder folder;
+        const QByteArray document = json("{'attributes': {'CODE': ") + value + "}}";
+        const ReceiptRun run = runReceipt({"render", folder.file("t.cpt", text),
+                                           folder.file("data.json", document), "--width", "20"});
+        QCOMPARE(run.output.trimmed(), printed);
+        QCOMPARE(lintrun::lint(text, {"--strict"}, document).output, QString());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLintFigures)
+#include "tst_lint_figures.moc"

@@ -1,0 +1,204 @@
+#include "figures.h"
+
+#include <QLocale>
+#include <QRegularExpression>
+#include <cmath>
+#include <limits>
+
+#include "attributes.h"
+#include "expression.h"
+
+namespace templatelint {
+
+namespace {
+
+// What has more decimals than this was worked out by a program, and wants to be rounded.
+constexpr int mostDecimalsGiven = 4;
+// Doubles aren't exact, and nobody writes so small a difference.
+constexpr double unnoticed = 1e-9;
+
+enum class Origin { Text, Number, Result };
+
+/// A tag with its value on the way to the paper.
+struct PrintedFigure
+{
+    Origin origin;
+    QString name;
+    QString format;
+    QString given;
+    double value;
+    QString text;  ///< what is printed
+};
+
+FigureVerdict verdict(FigureVerdict::Fault fault, const PrintedFigure &figure, const QString &why)
+{
+    const QString pattern = figure.origin == Origin::Text ? QStringLiteral("%1 is given as \"%2\"")
+                            : figure.origin == Origin::Number ? QStringLiteral("%1 is %2")
+                                                              : QStringLiteral("\"%1\" is %2");
+    return {fault, pattern.arg(clipped(figure.name), clipped(figure.given)) +
+                       QStringLiteral(" and prints \"%1\": ").arg(clipped(figure.text)) + why};
+}
+
+int decimalsOf(const QString &text)
+{
+    static const QRegularExpression point(QStringLiteral("[.,]"));
+    const int place = text.lastIndexOf(point);
+    return place < 0 ? 0 : text.size() - place - 1;
+}
+
+int digitsInFront(const QString &text)
+{
+    static const QRegularExpression digits(QStringLiteral("^[+-]?(\\d*)"));
+    return digits.match(text).capturedLength(1);
+}
+
+QString shortest(double value)
+{
+    return QString::number(value, 'f', QLocale::FloatingPointShortest);
+}
+
+/// The result of an expression without the noise of its calculation.
+QString resultText(double value)
+{
+    constexpr int digits = 12;
+    const QString text = QString::number(value, 'g', digits);
+    return text.contains(QLatin1Char('e')) ? QString::number(value, 'f', 2) : text;
+}
+
+bool hasSixDigits(const QString &format)
+{
+    const int point = format.indexOf(QLatin1Char('.'));
+    return point >= 0 && format.indexOf(QLatin1Char('E'), point) >= 0;
+}
+
+/// Whether a number is another one on paper, and not merely rounded to its last decimal.
+bool isAnother(const PrintedFigure &figure, double printed)
+{
+    constexpr double halfCent = 0.005;
+    constexpr double half = 0.5;
+    constexpr double base = 10;
+    const double tolerance =
+        hasSixDigits(figure.format) ? halfCent : half * std::pow(base, -decimalsOf(figure.text));
+    return std::abs(printed - figure.value) >
+           tolerance + unnoticed + std::abs(figure.value) * std::numeric_limits<double>::epsilon();
+}
+
+FigureVerdict verdictOfReal(const PrintedFigure &figure)
+{
+    bool isNumber = false;
+    const double printed = figure.text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(figure.value) || !std::isfinite(printed))
+        return {};
+    const QString name = clipped(figure.name);
+    if (figure.value < 0 && figure.value > -1 && printed > 0)
+        return verdict(FigureVerdict::LostSign, figure,
+                       QStringLiteral("in a format with decimals a number between -1 and 0 loses "
+                                      "its sign; \"<%1,0.E>\" keeps it")
+                           .arg(name));
+    if (hasSixDigits(figure.format) && isAnother(figure, printed))
+        return verdict(FigureVerdict::Changed, figure,
+                       QStringLiteral("an \"E\" in the format gives six digits"));
+    if (std::abs(figure.value) > std::numeric_limits<int>::max() && isAnother(figure, printed))
+        return verdict(FigureVerdict::Changed, figure,
+                       QStringLiteral("with decimals in the format the part in front of the point "
+                                      "has 32 bits; \"<%1,0>\" prints it without decimals")
+                           .arg(name));
+    const int decimals = decimalsOf(figure.given);
+    const bool isGivenSo = figure.origin == Origin::Text ||
+                           (figure.origin == Origin::Number && decimals <= mostDecimalsGiven);
+    if (!figure.format.isEmpty() || !isGivenSo || std::abs(printed - figure.value) < unnoticed)
+        return {};
+    return verdict(FigureVerdict::Changed, figure,
+                   QStringLiteral("without a format there are two decimals; \"<%1,0.%2>\" prints "
+                                  "all of them")
+                       .arg(name, QString(decimals, QLatin1Char('0'))));
+}
+
+/// How a text that no number is meant by is kept as it stands.
+QString keptAsText(const QString &text)
+{
+    return QStringLiteral("the text reads as a number; \"%1<:>\" stays as it stands")
+        .arg(clipped(text));
+}
+
+FigureVerdict verdictOfZeros(const PrintedFigure &figure)
+{
+    const QString text = figure.given.trimmed();
+    const int digits = digitsInFront(text);
+    const bool isWhole = !text.contains(QLatin1Char('.'));
+    // "0" alone is there to take the zeros off.
+    const bool isMeant =
+        !figure.format.isEmpty() && (!isWhole || figure.format.contains(QLatin1Char('.')) ||
+                                     figure.format.count(QLatin1Char('0')) < 2);
+    if (isMeant || digitsInFront(figure.text) >= digits)
+        return {};
+    return verdict(FigureVerdict::ReadAsNumber, figure,
+                   isWhole ? QStringLiteral("the text reads as a number, which has no zeros in "
+                                            "front; \"<%1,%2>\" prints all digits")
+                                 .arg(clipped(figure.name), QString(digits, QLatin1Char('0')))
+                           : keptAsText(text));
+}
+
+FigureVerdict verdictOfComma(const PrintedFigure &figure)
+{
+    bool isNumber = false;
+    const double printed = figure.text.toDouble(&isNumber);
+    const bool isSame =
+        isNumber && std::abs(std::abs(printed) - std::abs(figure.value)) < unnoticed;
+    if (!figure.format.isEmpty() && isSame)
+        return {};
+    return verdict(FigureVerdict::ReadAsNumber, figure,
+                   QStringLiteral("the comma is read as a decimal point; a format, such as "
+                                  "\"<%1,0.%2>\", says that a number is meant")
+                       .arg(clipped(figure.name),
+                            QString(qMax(1, decimalsOf(figure.given)), QLatin1Char('0'))));
+}
+
+/// Of a text that the library takes for a number.
+FigureVerdict verdictOfText(const PrintedFigure &figure)
+{
+    static const QRegularExpression otherThanNumber(QStringLiteral("[^0-9.,-]"));
+    static const QRegularExpression leadingZero(QStringLiteral("^-?0\\d"));
+    const QString text = figure.given.trimmed();
+    if (text.contains(otherThanNumber))
+        return verdict(FigureVerdict::ReadAsNumber, figure, keptAsText(text));
+    if (text.contains(leadingZero)) {
+        const FigureVerdict zeros = verdictOfZeros(figure);
+        if (zeros.fault != FigureVerdict::None)
+            return zeros;
+    }
+    if (text.contains(QLatin1Char(','))) {
+        const FigureVerdict comma = verdictOfComma(figure);
+        if (comma.fault != FigureVerdict::None)
+            return comma;
+    }
+    return verdictOfReal(figure);
+}
+
+}  // namespace
+
+FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values)
+{
+    const QString printed = values.ofTag(tag.inner).value_or(QString());
+    if (printed.isEmpty())
+        return {};
+    if (!values.has(tag.name)) {
+        const auto result = resultOf(values.insertedInto(tag.name).text);
+        return result ? verdictOfReal({Origin::Result, tag.name, tag.format, resultText(*result),
+                                       *result, printed})
+                      : FigureVerdict();
+    }
+    const QVariant value = values.document().attributeValue(tag.name);
+    if (value.type() == QVariant::String)
+        return {};
+    const QVariant raw = values.rawValue(tag.name);
+    if (raw.type() == QVariant::String)
+        return verdictOfText(
+            {Origin::Text, tag.name, tag.format, raw.toString(), value.toDouble(), printed});
+    if (value.type() != QVariant::Double)
+        return {};
+    return verdictOfReal({Origin::Number, tag.name, tag.format, shortest(value.toDouble()),
+                          value.toDouble(), printed});
+}
+
+}  // namespace templatelint
