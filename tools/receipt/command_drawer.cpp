@@ -22,9 +22,9 @@ behind the jobs of other programs. Nothing is printed. Whether the drawer is
 open, a printer doesn't tell.
 
 Exit status: 0 the command was obeyed, or sent to a printer that can't tell
-more; 3 sent, but the confirmation that was expected didn't come; 4 not sent,
-as to a printer that has no paper; 5 some of it was; 1 the model has no such
-drawer; 2 wrong usage.)";
+more; 3 sent, but the confirmation that was expected didn't come, or Ctrl+C
+came first; 4 not sent, as to a printer that has no paper; 5 some of it was; 1
+the model has no such drawer; 2 wrong usage.)";
 
 QCommandLineOption pinOption()
 {

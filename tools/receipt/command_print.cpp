@@ -55,8 +55,9 @@ line; with --strict that is an error, and nothing is written. The terminal that
 shows it never gets the bytes.
 
 Exit status: 0 printed, processed, or sent to a printer that can't tell more;
-3 sent, but the confirmation that was expected didn't come; 4 not printed, as
-nothing went out; 5 some of it went out; 1 bad input; 2 wrong usage.)";
+3 sent, but the confirmation that was expected didn't come, or Ctrl+C came
+first; 4 not printed, as nothing went out; 5 some of it went out; 1 bad input; 2
+wrong usage.)";
 
 constexpr int usualBaud = 19200;
 constexpr int fastestBaud = 4'000'000;
