@@ -487,7 +487,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("settings");
         QTest::addColumn<QString>("complaint");
-        QTest::newRow("no JSON") << QByteArray("{") << "unterminated";
+        QTest::newRow("no JSON") << QByteArray("{") << "\"}\" is missing at the end";
         QTest::newRow("no list") << QByteArray("{}") << "an item list is a JSON array";
         QTest::newRow("unknown key") << settingsOf({{"none", 1}}) << "key \"none\": not taken";
         QTest::newRow("unknown model")

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 
 #include "support.h"
+#include "templatefile.h"
 
 namespace {
 
@@ -162,7 +163,15 @@ namespace tool {
 
 std::optional<PrinterDocument> readDocument(const QString &fileName)
 {
-    const auto json = readJson(fileName);
+    const auto text = readInput(fileName);
+    if (!text)
+        return std::nullopt;
+    if (QJsonDocument::fromJson(*text).isNull() && isTemplateText(QString::fromUtf8(*text))) {
+        complain(QStringLiteral("%1: this is a template, where the JSON of a document is expected")
+                     .arg(fileName));
+        return std::nullopt;
+    }
+    const auto json = jsonOf(fileName, *text);
     if (!json)
         return std::nullopt;
     if (!json->isObject()) {

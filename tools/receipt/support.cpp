@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "jsonmistakes.h"
 #include "outputfile.h"
 #include "terminaltext.h"
 
@@ -252,27 +253,54 @@ int firstBadLine(const QByteArray &bytes, const QTextCodec &codec)
     return decoder.text().leftRef(good).count(QLatin1Char('\n')) + 1;
 }
 
-}  // namespace
-
-std::optional<QString> readText(const QString &fileName)
-{
-    return readText(fileName, *QTextCodec::codecForName("UTF-8"));
-}
-
-std::optional<QString> readText(const QString &fileName, const QTextCodec &codec)
+/// @param cure what to do about a line that isn't of the encoding
+std::optional<QString> textOf(const QString &fileName, const QTextCodec &codec, const QString &cure)
 {
     const std::optional<QByteArray> bytes = readInput(fileName);
     if (!bytes)
         return std::nullopt;
     StrictDecoder decoder(codec);
     if (!decoder.add(bytes->constData(), bytes->size()) || !decoder.isComplete()) {
-        complain(QStringLiteral("%1:%2: this line isn't %3")
+        complain(QStringLiteral("%1:%2: this line isn't %3%4")
                      .arg(fileName)
                      .arg(firstBadLine(*bytes, codec))
-                     .arg(QString::fromLatin1(codec.name())));
+                     .arg(QString::fromLatin1(codec.name()), cure));
         return std::nullopt;
     }
     return decoder.text();
+}
+
+/// Of the first byte of a line.
+int offsetOfLine(const QByteArray &text, int line)
+{
+    int offset = 0;
+    for (int i = 1; i < line; ++i)
+        offset = text.indexOf('\n', offset) + 1;
+    return offset;
+}
+
+/// What is wrong in a text that isn't JSON.
+JsonMistake mistakeOf(const QByteArray &text, const QJsonParseError &error)
+{
+    const QTextCodec &utf8 = *QTextCodec::codecForName("UTF-8");
+    StrictDecoder decoder(utf8);
+    if (!decoder.add(text.constData(), text.size()) || !decoder.isComplete())
+        return {offsetOfLine(text, firstBadLine(text, utf8)),
+                QStringLiteral("this line isn't UTF-8, which JSON is written in")};
+    return jsonMistakeIn(text).value_or(JsonMistake{error.offset, error.errorString()});
+}
+
+}  // namespace
+
+std::optional<QString> readText(const QString &fileName)
+{
+    return textOf(fileName, *QTextCodec::codecForName("UTF-8"),
+                  QStringLiteral("; save it in that encoding"));
+}
+
+std::optional<QString> readText(const QString &fileName, const QTextCodec &codec)
+{
+    return textOf(fileName, codec, QStringLiteral("; --codec names another encoding"));
 }
 
 std::optional<QJsonDocument> readJson(const QString &fileName)
@@ -285,11 +313,13 @@ std::optional<QJsonDocument> jsonOf(const QString &fileName, const QByteArray &t
 {
     QJsonParseError error{};
     const QJsonDocument json = QJsonDocument::fromJson(text, &error);
-    if (error.error == QJsonParseError::NoError)
-        return json;
-    complain(
-        QStringLiteral("%1: %2").arg(placeOf(fileName, text, error.offset), error.errorString()));
-    return std::nullopt;
+    const bool isJson = error.error == QJsonParseError::NoError;
+    const QVector<JsonMistake> mistakes =
+        isJson ? repeatedKeysIn(text) : QVector<JsonMistake>{mistakeOf(text, error)};
+    for (const JsonMistake &mistake : mistakes)
+        complain(
+            QStringLiteral("%1: %2").arg(placeOf(fileName, text, mistake.offset), mistake.what));
+    return mistakes.isEmpty() ? std::make_optional(json) : std::nullopt;
 }
 
 QCommandLineOption verboseOption()

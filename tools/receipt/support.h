@@ -76,10 +76,11 @@ bool readInPieces(
 /// UTF-8, and gives nothing on failure.
 std::optional<QString> readText(const QString &fileName);
 
-/// The same for another encoding.
+/// The same for an encoding that --codec names.
 std::optional<QString> readText(const QString &fileName, const QTextCodec &codec);
 
-/// The JSON of a file's text. Complains, naming the place, and gives nothing if it is none.
+/// The JSON of a file's text. Complains, naming the place, and gives nothing if it is none, or if a
+/// name stands twice in one object.
 std::optional<QJsonDocument> jsonOf(const QString &fileName, const QByteArray &text);
 
 /// The same of a file, "-" being standard input.

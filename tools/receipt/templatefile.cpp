@@ -1,5 +1,6 @@
 #include "templatefile.h"
 
+#include <QRegularExpression>
 #include <QTextCodec>
 #include <QTextStream>
 
@@ -66,7 +67,26 @@ std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &c
         complain(QStringLiteral("%1: the template is empty").arg(fileName));
         return std::nullopt;
     }
-    return lines->join(QLatin1Char('\n'));
+    const QString text = lines->join(QLatin1Char('\n'));
+    if (!isDocumentText(text))
+        return text;
+    complain(QStringLiteral("%1: this is the JSON of a document, where a template is expected")
+                 .arg(fileName));
+    return std::nullopt;
+}
+
+bool isDocumentText(const QString &text)
+{
+    static const QRegularExpression beginning(
+        QStringLiteral("^\\s*\\{\\s*\"(attributes|entries|isCopy)\"\\s*:"));
+    return beginning.match(text).hasMatch();
+}
+
+bool isTemplateText(const QString &text)
+{
+    static const QRegularExpression tag(QStringLiteral("<[A-Za-z0-9_][^<>\"\\n]*>"));
+    const QString trimmed = text.trimmed();
+    return !trimmed.startsWith(QLatin1Char('{')) && tag.match(trimmed).hasMatch();
 }
 
 }  // namespace tool

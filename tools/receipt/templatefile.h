@@ -29,7 +29,13 @@ void useSymbolFolder(const QString &folder);
 /// belong to the encoding, naming the line, and then gives nothing.
 std::optional<QStringList> readLines(const QString &fileName, const QTextCodec &codec);
 
-/// As readLines(), for a file that must have at least one line.
+/// As readLines(), for a file that must have at least one line, and be no document's.
 std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &codec);
+
+/// Whether a text begins as the JSON of a document does: it stands in a template's place by
+/// mistake.
+bool isDocumentText(const QString &text);
+/// Whether a text that isn't JSON has tags: it stands in a document's place by mistake.
+bool isTemplateText(const QString &text);
 
 }  // namespace tool
