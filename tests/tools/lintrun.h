@@ -16,7 +16,8 @@ inline QByteArray json(const char *text)
 inline QByteArray sale()
 {
     return json(
-        "{'attributes': {'SHOP': 'Kiosk', 'DOCNO': 7, 'QTY': 2, 'PRICE': 1.5, 'ZERO': 0, "
+        "{'attributes': {'SHOP': 'Kiosk', 'DOCNO': 7, 'TABLE': 7, 'QTY': 2, 'PRICE': 1.5, 'ZERO': "
+        "0, "
         "'A1': 5, 'EMPTY': '', 'WHEN': {'date': '2026-03-14'}, 'TAGGED': '<B:>x', "
         "'ENDED': 'x<:B>', 'REMOVES': '<:X>', 'GROUP': 'a]', 'GUEST': 'Maya <#3>', "
         "'AT': {'datetime': '2026-03-14T18:05:30'}, 'CLOSES': {'time': '18:05:30'}, "

@@ -94,6 +94,19 @@ private Q_SLOTS:
     }
     void alignWithTab() { checkPlaces(); }
 
+    void repeatedTab_data()
+    {
+        addTemplates();
+        blank("two", "a<S>b<S>c", "1:6 repeated-tab");
+        blank("three, side by side", "<S><S><S>a", "1:4 repeated-tab");
+        blank("one on each line", "a<S>b\nc<S>d", "");
+        blank("one in a part that is removed", "a<S>b<X:><S><:X>c", "");
+        filled("one in a group that goes", "a<S>b[<S><ZERO>]", "1:7 repeated-tab");
+        filled("from the entries", "<ENTRIES>", "");
+        blank("in the data of a code", "a<S>b<QR>c<S>", "1:11 markup-in-qr");
+    }
+    void repeatedTab() { checkPlaces(); }
+
     void secondAlignment_data()
     {
         addTemplates();

@@ -30,6 +30,19 @@ private Q_SLOTS:
         copied("--width 12", "too wide", "<W2:>a <DOCNO>\nx<:W2>", "1:1 wide-line");
         copied("--width 20", "that fits", "<W2:>a <DOCNO>\nx<:W2>", "");
         copied("--fiscal", "in a piece", "a\n<FISCAL_BODY>\n<DOCNO>", "");
+        copied("", "with a format", "a <DOCNO,000>", "1:3 no-copy-mark");
+        copied("", "with a format, and without one in a part that is removed",
+               "a <DOCNO,000><X:><DOCNO><:X>", "");
+        blank("with a format, without a document", "x\na <DOCNO,000>", "2:3 no-copy-mark");
+        filled("with a format, of an original", "a <DOCNO,000>", "1:3 no-copy-mark");
+        filled("with a format and elsewhere without one", "<DOCNO,000>\n<X:><docno><:X>x", "");
+        blank("with a format in small letters", "<docno,000>", "1:1 no-copy-mark");
+        blank("with a format in a part that is removed", "<X:><DOCNO,000><:X>a", "");
+        blank("no number, not a copy", "a\nb", "");
+        blankWith("--fiscal", "with a format in one piece, without one in another",
+                  "<DOCNO,000>\n<FISCAL_BODY>\n<DOCNO>", "");
+        filled("with a format, beside a value without end", "<DOCNO,000><LOOP>",
+               "1:12 endless-value");
     }
     void noCopyMark() { checkPlaces(); }
 
@@ -102,9 +115,10 @@ private Q_SLOTS:
         filledWith("--width 9 --as text", "text has no double width", "<W2><SHOP>", "");
         filledWith("--width 10 --as html", "HTML has no width", "<SHOP>123456", "");
         blankWith("--width 10", "without a document no width is known", "<SHOP>123456", "");
-        filledWith("--width 10", "gaps of tabs that are rounded up", "a<S>b<S>c", "1:1 wide-line");
-        filledWith("--width 5", "gaps of tabs that fit", "a<S>b<S>c", "");
-        filledWith("--width 4", "gaps of tabs, a character too many", "a<S>b<S>c", "1:1 wide-line");
+        filledWith("--width 10", "several tabs have a finding of their own", "a<S>b<S>c",
+                   "1:6 repeated-tab");
+        filledWith("--width 4", "several tabs, a character too many", "a<S>b<S>c",
+                   "1:1 wide-line 1:6 repeated-tab");
         filledWith("--width 7", "the entries", "x\n<ENTRIES>", "2:1 wide-line");
         filledWith("--width 10", "a group of zero takes nothing", "a <ZERO>[<ZERO>1234567890]", "");
     }
@@ -119,10 +133,8 @@ private Q_SLOTS:
         blankWith(font0, "a tab, without a document",
                   "12345678901234567890<S>12345678901234567890123456789", "");
         filledWith(font0, "a tab", "12345678901234567890<S>12345678901234567890123456789", "");
-        filledWith(font0, "two tabs that fit",
-                   "1234567890123456789<S>1234567890123456789<S>12345678901", "");
-        filledWith(font0, "two tabs whose gaps are rounded up",
-                   "1234567890123456789<S>1234567890123456789<S>1234567890", "1:1 wide-line");
+        filledWith(font0, "two tabs", "1234567890123456789<S>1234567890123456789<S>1234567890",
+                   "1:42 repeated-tab");
         filledWith(font0, "font 0 fits", "<SHOP>1234567890123456789012345678901234567890123456",
                    "");
         filledWith(font1, "the chosen font fits", "<SHOP>1234567890123456789012345678901", "");

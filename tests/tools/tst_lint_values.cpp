@@ -98,7 +98,7 @@ private Q_SLOTS:
     void valueFormat_data()
     {
         addTemplates();
-        blank("without a document no kind is known", "<DOCNO,0.00><WHEN,hh:nn><SHOP,x>", "");
+        blank("without a document no kind is known", "<TABLE,0.00><WHEN,hh:nn><SHOP,x>", "");
         blank("wrong for all kinds", "<PRICE,0.00 EUR>x<RATE,20%>x<OWED,+0.00>x<QTY*2,0.00 EUR>",
               "1:8 value-format 1:24 value-format 1:35 value-format 1:49 value-format");
         blank("a width, a currency in front, a colon", "<NAME,20>x<SUM1,$0.00>x<SUM1,00:00>",
@@ -108,7 +108,7 @@ private Q_SLOTS:
         blank("digits in the format of a date", "<WHEN,dd.mm.20yy>", "");
         blank("formats of numbers", "<A123,0.00><A123,#.##><A123,0.E><A123,0.><A123,><A123,#>", "");
         filled("numbers in formats of their kind",
-               "<DOCNO,0000><PRICE,0.00><PRICE,000><QTY*1,0.00><DOCNO,><PRICE,#.##>", "");
+               "<TABLE,0000><PRICE,0.00><PRICE,000><QTY*1,0.00><TABLE,><PRICE,#.##>", "");
         filled("dates and times in formats of their kind",
                "<AT,dd.mm.yy hh:nn><AT,hhnn><WHEN,d.m.yy><CLOSES,h:nn><AT,d/m>", "");
         filled("decimals of a whole number, a date's format for a real one",
@@ -119,9 +119,9 @@ private Q_SLOTS:
         filled("a text has none", "<SHOP,0.00><SHOP,x><SHOP,dd.mm.yyyy><SHOP,20>",
                "1:7 value-format 1:18 value-format 1:26 value-format 1:43 value-format");
         filled("an empty value, and one in a part that is removed",
-               "<EMPTY,dd.mm.yyyy>x<X:><DOCNO,0.00><:X>", "");
+               "<EMPTY,dd.mm.yyyy>x<X:><TABLE,0.00><:X>", "");
         filled("units, signs and letters of numbers",
-               "<PRICE,0.00 EUR><PRICE,+0.00><DOCNO,abc><DOCNO,0%>",
+               "<PRICE,0.00 EUR><PRICE,+0.00><TABLE,abc><TABLE,0%>",
                "1:8 value-format 1:24 value-format 1:37 value-format 1:48 value-format");
         filled("more decimals than nine", "<PRICE,0.0000000000>", "1:8 value-format");
         filled("of calculations", "<QTY*2,0.00 EUR><QTY*2,dd.mm><QTY*2,0.E><QTY*2,0.00>",
@@ -156,7 +156,8 @@ private Q_SLOTS:
         filled("parts side by side", "<AT,yyyy-mm-ddThh:nn:ss.zzz><AT,ddMMyy><AT,yyyyMMddThhnnss>",
                "");
         filled("names of days and months", "<AT,dddd, d MMMM yyyy>", "1:5 comma-in-format");
-        filled("quoted words", "<AT,'Uhr' hh><AT,'am' hh><AT,dd''>", "1:18 date-letters");
+        filled("quoted words", "<AT,'Uhr' hh><AT,'am' hh><AT,dd''><AT,hh'h'nn><AT,dd 'at' hh:nn>",
+               "1:18 date-letters");
         filled("a quotation mark without its end", "<AT,dd 'Uhr>", "");
         filled("letters of another alphabet beside those of parts", "<AT,d\u00E4>",
                "1:5 date-letters");
@@ -185,6 +186,39 @@ private Q_SLOTS:
         blank("in a part that is removed", "<X:><SALE_DT,dd, mm><:X>x", "");
     }
     void commaInFormat() { checkPlaces(); }
+
+    void guessedName_data()
+    {
+        addTemplates();
+        blank("tags of other languages", "<BARCODE><LOGO><HR><CUT><LINE>x<L>y<L2>z<BR>",
+              "1:1 guessed-name 1:10 guessed-name 1:16 guessed-name 1:20 guessed-name "
+              "1:25 guessed-name 1:32 guessed-name 1:36 guessed-name 1:41 guessed-name");
+        blank("with more in the tag, in small letters, closed",
+              "<IMG src=a.png><ean13:123><Center></CENTER><IF QTY>",
+              "1:1 guessed-name 1:16 guessed-name 1:27 guessed-name 1:35 guessed-name "
+              "1:44 guessed-name");
+        blank("half of a fiscal marker, and more than one", "<FISCAL_HEAD>x<FISCAL_QRCODE><FISCAL>",
+              "1:1 guessed-name 1:15 guessed-name");
+        blank("other names", "<BARCODES><CUTTER><HRS,0><IMAGES><CENTER_NAME><LINE1>", "");
+        blank("in a part that is removed", "<X:><BARCODE><HR><:X>x", "");
+        blank("in the data of a code", "<QR>a<HR>", "");
+        const QByteArray codes =
+            lintrun::json("{'attributes': {'BARCODE': '4600', 'HR': 1, 'round(2.5)': 3}}");
+        lintrun::row("what the document has under the name", "<BARCODE><round(2.5)>", codes, "",
+                     "");
+        lintrun::row("what has a value and too short a name", "<HR>", codes, "", "1:1 short-tag");
+        filled("what the document lacks", "<BARCODE><FISCAL_FOOT>",
+               "1:1 guessed-name 1:10 guessed-name");
+        filled("a name that may be missing in a group", "[Code <BARCODE>]\n[<CENTER>]",
+               "1:7 guessed-name 2:2 guessed-name");
+        blank("functions", "<round(QTY,2)><max(QTY,PRICE),0><QTY+min(QTY,2),0><Round (QTY)>",
+              "1:2 guessed-name 1:16 guessed-name 1:38 guessed-name 1:52 guessed-name");
+        filled("functions, with values", "<round(QTY)><2*max(QTY,PRICE),0>",
+               "1:2 guessed-name 1:16 guessed-name");
+        blank("functions that there are", "<floor(QTY)><ceil(QTY),0><sqrt(QTY)><QTY*(2)>", "");
+        blank("a name in front of brackets", "<Amount max (EUR)><ROUND>", "");
+    }
+    void guessedName() { checkPlaces(); }
 
     void hiddenTag_data()
     {

@@ -136,6 +136,41 @@ private Q_SLOTS:
                                 << QString(options).split(' ', Qt::SkipEmptyParts)
                                 << QString::fromUtf8(finding);
         };
+        row("two tabs", "a<S>b<S>c", false, "",
+            "1:6: warning: two <S> on the line: each takes all the room that the text leaves, and "
+            "the line gets wider than the paper [repeated-tab]");
+        row("four tabs", "<S><S><S><S>x", false, "",
+            "1:4: warning: 4 <S> on the line: each takes all the room that the text leaves, and "
+            "the line gets wider than the paper [repeated-tab]");
+        row("open group", "x [a", false, "",
+            "1:3: warning: the group is left open at the line's end: \"[\" has no \"]\" on the "
+            "line [unmatched-bracket]");
+        row("tag of other languages", "<HR>", false, "",
+            "1:1: warning: \"<HR>\" prints as it stands, as there is no such tag: a rule is a line "
+            "of \"-\", or \"<U> <S> \" across the paper, whatever its width [guessed-name]");
+        row("tag of other languages that is read as an attribute", "<LOGO>", true, "",
+            "1:1: error: \"<LOGO>\" is read as an attribute, which the document lacks: a template "
+            "has no pictures; \"<SPECSYMBOLS=\" names drawings of single characters, and a BBCode "
+            "text has [img] [guessed-name]");
+        row("tag of other languages in a group", "[x <BARCODE>]y", true, "",
+            "1:4: note: \"<BARCODE>\" is read as an attribute, which the document lacks: a "
+            "template "
+            "has no barcode; \"<QR>\" with the data behind it is a QR code, and a BBCode text has "
+            "[barcode] [guessed-name]");
+        row("half of a fiscal marker", "<FISCAL_HEAD>", false, "",
+            "1:1: warning: \"<FISCAL_HEAD>\" is read as an attribute: the fiscal marker is "
+            "\"<FISCAL_HEADER>\" [guessed-name]");
+        row("function of other languages", "<max(QTY,PRICE),0>", true, "",
+            "1:2: error: there is no function \"max\": the greater of two is (a+b+abs(a-b))/2 "
+            "[guessed-name]");
+        row("font beyond the fourth", "<F9>a", false, "",
+            "1:1: warning: there is no font of \"<F9>\": it counts as \"<F2>\" [unknown-font]");
+        row("font at the end of a line", "<F4>a<F1>\nb<F1>c", false, "",
+            "1:6: warning: \"<F1>\" has no character behind it on the line and is lost: the next "
+            "line stays in font 4 [lost-font-switch]");
+        row("copy mark of an original", "<DOCNO,000>", true, "",
+            "1:1: warning: a copy will print without a mark: \"<DOCNO>\" doesn't count with a "
+            "format [no-copy-mark]");
         row("nearest name", "<SHPO>", true, "",
             "1:1: error: the document has no attribute \"SHPO\"; did you mean \"SHOP\"? "
             "[unknown-attribute]");
@@ -159,7 +194,7 @@ private Q_SLOTS:
         row("decimal comma", "<PRICE*1,2>", true, "",
             "1:9: error: the last comma cuts the expression: \"PRICE*1\" is calculated, and \"2\" "
             "is its format [cut-expression]");
-        row("decimals of a whole number", "Paid <DOCNO,0.00>", true, "",
+        row("decimals of a whole number", "Paid <TABLE,0.00>", true, "",
             "1:13: error: the format \"0.00\" is for real numbers, and the value is a whole one: "
             "it prints \"0007\" [value-format]");
         row("division by zero", "Each <PRICE/ZERO>", true, "",
@@ -194,7 +229,7 @@ private Q_SLOTS:
         row("format without effect", "<SHOP,20>", true, "",
             "1:7: warning: the format \"20\" has no effect, as the value is a text: it prints "
             "\"Kiosk\" [value-format]");
-        row("decimals of a whole number that print the same", "<DOCNO,.>", true, "",
+        row("decimals of a whole number that print the same", "<TABLE,.>", true, "",
             "1:8: warning: the format \".\" is for real numbers, and the value is a whole one: it "
             "prints \"7\" [value-format]");
         row("HTML habit", "a</b>", false, "",

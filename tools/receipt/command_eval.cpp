@@ -4,6 +4,7 @@
 #include "commands.h"
 #include "printerdocs/expressionevaluator.h"
 #include "support.h"
+#include "templatelint.h"
 #include "terminaltext.h"
 
 namespace {
@@ -30,9 +31,12 @@ void complainAbout(const QString &expression, const QByteArray &bytes, int error
     const int position = qMax(1, charactersIn(bytes, error));
     const QByteArray before = onOneLine(QString::fromUtf8(bytes.left(error))).toUtf8();
     const int column = qMax(1, charactersIn(before, before.size()));
-    tool::complain(QStringLiteral("wrong at character %1 of the expression").arg(position),
-                   {QStringLiteral("  ") + onOneLine(expression),
-                    QStringLiteral("  ") + QStringLiteral("^").rightJustified(column)});
+    QStringList below{QStringLiteral("  ") + onOneLine(expression),
+                      QStringLiteral("  ") + QStringLiteral("^").rightJustified(column)};
+    if (const auto function = templatelint::missingFunctionIn(expression))
+        below.append(QStringLiteral("there is no function \"%1\": %2")
+                         .arg(function->name, function->instead));
+    tool::complain(QStringLiteral("wrong at character %1 of the expression").arg(position), below);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "expression.h"
 #include "formats.h"
+#include "guesses.h"
 #include "printerdocs/template/substitutiontext_p.h"
 #include "templatelint.h"
 #include "text.h"
@@ -132,8 +133,36 @@ TagVerdict TagJudge::judged(const AttributeTag &tag)
     if (tag.name.trimmed().isEmpty())
         return {TagVerdict::BadExpression, 1,
                 QStringLiteral("\"<%1>\" has no name").arg(clipped(tag.inner))};
-    const TagVerdict comma = judgedByComma(tag);
-    return comma.fault != TagVerdict::None ? comma : judgedByName(tag);
+    for (const TagVerdict &verdict : {judgedByGuess(tag), judgedByComma(tag)}) {
+        if (verdict.fault != TagVerdict::None)
+            return verdict;
+    }
+    return judgedByName(tag);
+}
+
+/// What people look for who know other languages, unless the document has it under that name.
+TagVerdict TagJudge::judgedByGuess(const AttributeTag &tag)
+{
+    const auto function = missingFunctionIn(tag.inner);
+    const bool hasValue = m_values != nullptr && m_values->has(tag.name);
+    if (function && !hasValue && faultOf(withNumbers(tag.name).text).exists)
+        return {TagVerdict::Guessed, function->index + 1,
+                QStringLiteral("there is no function \"%1\": %2")
+                    .arg(function->name, function->instead)};
+    const auto instead = insteadOfTag(tag.inner);
+    if (!instead || hasValue)
+        return {};
+    TagVerdict verdict{
+        TagVerdict::Guessed, 0,
+        QStringLiteral("\"<%1>\" is read as an attribute%2: %3")
+            .arg(clipped(tag.inner),
+                 m_values == nullptr ? QString() : QStringLiteral(", which the document lacks"),
+                 *instead)};
+    if (m_values == nullptr)
+        verdict.lesser = Severity::Warning;
+    else
+        verdict.messageInGroup = verdict.message;
+    return verdict;
 }
 
 TagVerdict TagJudge::judgedByName(const AttributeTag &tag)

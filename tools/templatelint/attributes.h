@@ -22,7 +22,8 @@ struct TagVerdict
         Misspelt,
         Misformatted,
         DateLetters,
-        CommaInFormat
+        CommaInFormat,
+        Guessed
     };
     Fault fault = None;
     int index = 0;  ///< of the mistake, counted from the "<"
@@ -44,6 +45,7 @@ private:
     TagVerdict judged(const AttributeTag &tag);
     TagVerdict judgedByFormat(const AttributeTag &tag, const QVariant &value);
     TagVerdict judgedByComma(const AttributeTag &tag) const;
+    TagVerdict judgedByGuess(const AttributeTag &tag);
     TagVerdict judgedByName(const AttributeTag &tag);
     TagVerdict judgedByShape(const AttributeTag &tag) const;
     TagVerdict judgedByValues(const AttributeTag &tag);

@@ -14,26 +14,28 @@ namespace templatelint {
 
 namespace {
 
-bool marksCopies(const Piece &piece, const Options &options)
+bool marksCopies(const Piece &piece, const PrinterDocument &document)
 {
     QStringList lines;
     for (const TemplateLine &line : piece.lines)
         lines.append(line.text.characters);
-    PrinterDocument original = *options.document;
+    PrinterDocument original = document;
     original.setIsCopy(false);
-    return preparedByEngine(lines, *options.document) != preparedByEngine(lines, original);
+    PrinterDocument copy = document;
+    copy.setIsCopy(true);
+    return preparedByEngine(lines, copy) != preparedByEngine(lines, original);
 }
 
 /// Offset of the first tag of the document's number that has a format.
 int formattedNumber(const Analysis &analysis)
 {
     const auto isFormatted = [](const AttributeTag &tag) {
-        return tag.name == innerOf(templates::copyNumberTag) && tag.inner != tag.name;
+        return tag.name.toUpper() == innerOf(templates::copyNumberTag) && tag.inner != tag.name;
     };
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines) {
             const auto tag = std::find_if(line.tags.cbegin(), line.tags.cend(), isFormatted);
-            if (tag != line.tags.cend())
+            if (tag != line.tags.cend() && piece.isPrinted(line.offsetOf(*tag)))
                 return line.offsetOf(*tag);
         }
     }
@@ -68,7 +70,7 @@ public:
         const int tabs = m_line.text.characters.count(QLatin1Char('\t'));
         // Each <S> gets all the blanks that the line has room for, in cells of its first font.
         const long long blank = cellAt(0);
-        if (!m_line.tabs.isEmpty() && tabs > 0 && width < m_paper.width)
+        if (!m_line.tabs.isEmpty() && !m_line.repeatsTab() && tabs > 0 && width < m_paper.width)
             width += tabs * ((m_paper.width - width) / blank) * blank;
         return static_cast<int>(std::min<long long>(width, std::numeric_limits<int>::max()));
     }
@@ -202,18 +204,22 @@ void checkCharactersOf(const Printed &line, bool hasValues, CodePage &codePage, 
 void checkCopyMark(const Analysis &analysis, Report &report)
 {
     const Options &options = analysis.options();
-    if (!options.document || !options.document->isCopy())
+    const bool isCopy = options.document && options.document->isCopy();
+    const int formatted = formattedNumber(analysis);
+    // A template without any number may never be printed again.
+    if (!isCopy && formatted == Text::nowhere)
         return;
     for (const Piece &piece : analysis.pieces()) {
-        if (!piece.filled || piece.filled->endless || marksCopies(piece, options))
+        const bool hasRoad = !piece.isSilent && !(piece.filled && piece.filled->endless);
+        if (!hasRoad || marksCopies(piece, options.document.value_or(PrinterDocument())))
             return;
     }
-    const int formatted = formattedNumber(analysis);
+    const QString begin = isCopy ? QStringLiteral("the copy prints without a mark: ")
+                                 : QStringLiteral("a copy will print without a mark: ");
     if (formatted == Text::nowhere)
-        report.add(0, QStringLiteral("the copy prints without a mark: there is no \"<DOCNO>\""));
+        report.add(0, begin + QStringLiteral("there is no \"<DOCNO>\""));
     else
-        report.add(formatted, QStringLiteral("the copy prints without a mark: \"<DOCNO>\" doesn't "
-                                             "count with a format"));
+        report.add(formatted, begin + QStringLiteral("\"<DOCNO>\" doesn't count with a format"));
 }
 
 void checkRepeatedSymbolFiles(const Analysis &analysis, Report &report)

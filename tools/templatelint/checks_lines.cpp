@@ -65,7 +65,8 @@ public:
         }
         match(from, m_line.text.size());
         for (const int open : qAsConst(m_opens))
-            add(open, QStringLiteral("\"[\" has no \"]\" on the line"));
+            add(open, QStringLiteral("the group is left open at the line's end: \"[\" has no \"]\" "
+                                     "on the line"));
     }
 
 private:
@@ -333,6 +334,21 @@ void checkAlignmentWithTab(const Analysis &analysis, Report &report)
                            QStringLiteral("\"<%1>\" prints as it stands on a line with \"<S>\"")
                                .arg(tag.inner));
         });
+    }
+}
+
+void checkRepeatedTabs(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const Printed &line : piece.blank.lines) {
+            if (!line.repeatsTab())
+                continue;
+            const int count = line.tabs.size();
+            report.add(line.tabs.at(1),
+                       QStringLiteral("%1 <S> on the line: each takes all the room that the text "
+                                      "leaves, and the line gets wider than the paper")
+                           .arg(count == 2 ? QStringLiteral("two") : QString::number(count)));
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 #include "analysis.h"
 #include "checks.h"
 #include "expression.h"
+#include "guesses.h"
 #include "printerdocs/template/templatetags_p.h"
 
 // Rules about tags that aren't spelt as the library reads them.
@@ -43,7 +44,7 @@ bool isTooShort(const Analysis &analysis, const QString &inner)
 {
     return !inner.isEmpty() && !isAttributeTag(inner.size() + 2) && !isMarkup(inner) &&
            (isAttribute(analysis, inner) ||
-            (!intendedMarkup(inner) && readsLikeAnAttribute(inner)));
+            (!intendedMarkup(inner) && !insteadOfTag(inner) && readsLikeAnAttribute(inner)));
 }
 
 void reportShort(const BadCode &code, Report &report)
@@ -69,7 +70,8 @@ void reportSpelling(const Analysis &analysis, const Leftover &tag, Report &repor
                                    .arg(tag.inner));
         return;
     }
-    if (isAttributeTag(tag.inner.size() + 2) || isAttribute(analysis, tag.inner))
+    if (isAttributeTag(tag.inner.size() + 2) || isAttribute(analysis, tag.inner) ||
+        insteadOfTag(tag.inner))
         return;
     if (const auto meant = intendedMarkup(tag.inner))
         report.add(tag.offset,
@@ -184,6 +186,23 @@ void checkShortTags(const Analysis &analysis, Report &report)
                            QStringLiteral("\"<%1>\" prints as it stands: an attribute or "
                                           "expression has at least four characters")
                                .arg(tag.inner));
+        }
+    }
+}
+
+void checkGuessedNames(const Analysis &analysis, Report &report)
+{
+    reportTags(analysis, TagVerdict::Guessed, report);
+    for (const Piece &piece : analysis.pieces()) {
+        const QVector<Leftover> leftovers = leftoversOf(piece.blank);
+        for (const Leftover &tag : leftovers) {
+            const auto instead = insteadOfTag(tag.inner);
+            if (instead && !isAttributeTag(tag.inner.size() + 2) &&
+                !isAttribute(analysis, tag.inner))
+                report.addAs(Severity::Warning, tag.offset,
+                             QStringLiteral("\"<%1>\" prints as it stands, as there is no such "
+                                            "tag: %2")
+                                 .arg(tag.inner, *instead));
         }
     }
 }

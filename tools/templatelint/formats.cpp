@@ -49,18 +49,13 @@ constexpr char monthAfterHour[] = "[hH][^A-Za-z]?[mM]";
 constexpr char otherThanDigits[] = "[^0#.E]";
 constexpr char manyDecimals[] = "^[^.]*\\.[^.E]{10,}";
 
-/// The words of a format, of letters of any alphabet; quoted ones with the quotation mark in front.
+/// The words of a format, of letters of any alphabet; quoted ones with their quotation marks.
 QStringList wordsOf(const QString &format)
 {
-    static const QRegularExpression word(QStringLiteral("'[^']*|\\p{L}+"));
+    static const QRegularExpression word(QStringLiteral("'[^']*(?:'|$)|\\p{L}+"));
     QStringList words;
-    for (auto match = word.globalMatch(format); match.hasNext();) {
+    for (auto match = word.globalMatch(format); match.hasNext();)
         words.append(match.next().captured());
-        // The quotation mark at the end begins no other text.
-        if (words.constLast().startsWith(QLatin1Char('\'')) && match.hasNext() &&
-            match.peekNext().captured() == QLatin1String("'"))
-            match.next();
-    }
     return words;
 }
 

@@ -50,6 +50,12 @@ unsigned char fontOf(const QString &tag)
     return carried.font;
 }
 
+bool Printed::repeatsTab() const
+{
+    return std::any_of(tabs.cbegin(), tabs.cend(),
+                       [this](int offset) { return offset != tabs.constFirst(); });
+}
+
 Markup::Markup()
 {
     m_openTags.fill(Text::nowhere);

@@ -36,7 +36,11 @@ struct Printed
     QVector<TakenTag> fontSwitches;  ///< in their order
     /// What is said for a line with text only: fonts, alignment, spacing, formats of whole lines.
     QVector<TakenTag> lineTags;
-    bool hasCode = false;               ///< a QR code stood behind it
+    bool hasCode = false;  ///< a QR code stood behind it
+
+    /// Whether the template, and no value, has several <S> on the line.
+    bool repeatsTab() const;
+
     QHash<QString, int> wholeLineTags;  ///< by letters: the offset of the tag for the whole line,
                                         ///< whose open and close tags come from nowhere
 };

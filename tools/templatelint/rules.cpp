@@ -114,6 +114,16 @@ constexpr Rule table[] = {
                        "Write two tags with the comma between them."),
      "<SALE_DT,dd.mm.yyyy, hh:nn>", "<SALE_DT,dd.mm.yyyy>, <SALE_DT,hh:nn>", noDocument,
      noArguments, checkCommasInFormats},
+    {"guessed-name", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a tag or function that there isn't"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "Other languages have tags such as <BARCODE>, <CUT> and <HR>, and functions such as "
+         "round( and max(. Here such a tag is an attribute, which prints nothing unless the "
+         "document has it, or prints as it stands; an expression with such a function prints "
+         "nothing. The message says what there is instead. A tag without --data is a warning."),
+     "<round(QTY*PRICE),0.00>", "<floor(QTY*PRICE+0.5),0.00>", noDocument, noArguments,
+     checkGuessedNames},
     {"short-tag", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a tag too short to be an attribute"),
      QT_TRANSLATE_NOOP(
@@ -160,6 +170,13 @@ constexpr Rule table[] = {
          "LintRule",
          "A line has one alignment, and <S> wins: <C> and <R> on such a line print as they stand."),
      "<C>Total<S><TOTAL>", "Total<S><TOTAL>", noDocument, noArguments, checkAlignmentWithTab},
+    {"repeated-tab", Severity::Warning, QT_TRANSLATE_NOOP("LintRule", "several <S> on a line"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "What stands behind <S> goes to the right edge. With two of them each takes all the room "
+         "that the text leaves, so that the line gets wider than the paper and wraps; in HTML what "
+         "stands between them is lost. Write columns with blanks, or two lines."),
+     "Cash<S>112<S><PAID>", "Cash 112<S><PAID>", noDocument, noArguments, checkRepeatedTabs},
     {"second-alignment", Severity::Warning, QT_TRANSLATE_NOOP("LintRule", "<R> on a line with <C>"),
      QT_TRANSLATE_NOOP(
          "LintRule", "A line has one alignment, and <C> wins over <R>, which prints as it stands."),
@@ -242,12 +259,15 @@ constexpr Rule table[] = {
          "of its own, in plain letters."),
      "<ﬁscal_body>Thank you!", "<fiscal_body>Thank you!", noDocument, "--fiscal", checkShiftedCuts},
     {"no-copy-mark", Severity::Warning, QT_TRANSLATE_NOOP("LintRule", "a copy that doesn't say so"),
-     QT_TRANSLATE_NOOP("LintRule",
-                       "The line that marks a copy goes behind the first line with \"<DOCNO>\", in "
-                       "capitals or not; a tag with a format doesn't count. Without it a copy "
-                       "looks like the original. Needs --data with a document that is a copy."),
-     "Receipt <DOCNO,000000>", "Receipt <DOCNO>",
-     R"({"attributes": {"DOCNO": 1207}, "isCopy": true})", noArguments, checkCopyMark},
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "The line that marks a copy goes behind the first line with \"<DOCNO>\", in capitals or "
+         "not; a tag with a format doesn't count. Without it a copy looks like the original. A "
+         "number with a format has the mark if \"<X:><DOCNO><:X>\" stands beside it, which prints "
+         "nothing. A template without the number is told with --data only, of a document that is a "
+         "copy."),
+     "Receipt <DOCNO,000000>", "Receipt <DOCNO,000000><X:><DOCNO><:X>", noDocument, noArguments,
+     checkCopyMark},
     {"repeated-symbol-file", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a second \"<SPECSYMBOLS=\" line"),
      QT_TRANSLATE_NOOP("LintRule",

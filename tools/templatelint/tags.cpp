@@ -40,7 +40,6 @@ const QVector<Habit> &habits()
         habit("^([HW])[0-9]?:$", "%12:"),
         habit("^:([HW])[0-9]?$", ":%12"),
         habit("^LS(?![0-7]$)[0-9]*$", "LS0"),
-        habit("^L[0-9]?$", "L1"),
         habit("^F[+-]?0*$", "F1"),
         habit("^#$", "#1"),
         habit("^:?(C|R|S|QR):?$", "%1"),

@@ -79,6 +79,17 @@ const Rule *findRule(const QString &name);
 /// The nearest of these names, if any is near.
 std::optional<QString> nearestName(const QString &name, const QStringList &names);
 
+/// A function that people look for in expressions and that there isn't.
+struct MissingFunction
+{
+    int index;  ///< where its name begins in the expression
+    QString name;
+    QString instead;  ///< what there is instead
+};
+
+/// The first in the order of a list; nothing if an expression calls none of these.
+std::optional<MissingFunction> missingFunctionIn(const QString &expression);
+
 struct Finding
 {
     int line;    ///< from 1

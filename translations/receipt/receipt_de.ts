@@ -168,10 +168,6 @@
         <translation>eine Kopie, die es nicht sagt</translation>
     </message>
     <message>
-        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. Needs --data with a document that is a copy.</source>
-        <translation>Die Zeile, die eine Kopie kennzeichnet, kommt hinter die erste Zeile mit &quot;&lt;DOCNO&gt;&quot;, groß oder klein geschrieben; ein Tag mit Format zählt nicht. Ohne sie sieht eine Kopie aus wie das Original. Braucht --data mit einem Dokument, das eine Kopie ist.</translation>
-    </message>
-    <message>
         <source>a second &quot;&lt;SPECSYMBOLS=&quot; line</source>
         <translation>eine zweite Zeile mit &quot;&lt;SPECSYMBOLS=&quot;</translation>
     </message>
@@ -334,6 +330,26 @@
     <message>
         <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. Needs --data.</source>
         <translation>Ohne Format druckt eine Zahl mit Dezimalstellen deren zwei: ein Liter zu 1.749 ist 1.75. In einem Format mit Dezimalstellen und ohne Format hat der Teil vor dem Punkt 32 Bit und ist ab 2147483648 eine 0; ein Format ohne Dezimalstellen hat 64. &quot;0.E&quot; gibt sechs Ziffern, und größeren Zahlen einen Exponenten. Braucht --data.</translation>
+    </message>
+    <message>
+        <source>a tag or function that there isn&apos;t</source>
+        <translation>ein Tag oder eine Funktion, die es nicht gibt</translation>
+    </message>
+    <message>
+        <source>Other languages have tags such as &lt;BARCODE&gt;, &lt;CUT&gt; and &lt;HR&gt;, and functions such as round( and max(. Here such a tag is an attribute, which prints nothing unless the document has it, or prints as it stands; an expression with such a function prints nothing. The message says what there is instead. A tag without --data is a warning.</source>
+        <translation>Andere Sprachen haben Tags wie &lt;BARCODE&gt;, &lt;CUT&gt; und &lt;HR&gt; und Funktionen wie round( und max(. Hier ist ein solches Tag ein Attribut, das nichts druckt, wenn das Dokument es nicht hat, oder es wird gedruckt, wie es dasteht; ein Ausdruck mit einer solchen Funktion druckt nichts. Die Meldung sagt, was es statt dessen gibt. Ein Tag ohne --data ist eine Warnung.</translation>
+    </message>
+    <message>
+        <source>several &lt;S&gt; on a line</source>
+        <translation>mehrere &lt;S&gt; auf einer Zeile</translation>
+    </message>
+    <message>
+        <source>What stands behind &lt;S&gt; goes to the right edge. With two of them each takes all the room that the text leaves, so that the line gets wider than the paper and wraps; in HTML what stands between them is lost. Write columns with blanks, or two lines.</source>
+        <translation>Was hinter &lt;S&gt; steht, rückt an den rechten Rand. Bei zweien nimmt jedes den ganzen Platz, den der Text lässt; die Zeile wird breiter als das Papier und bricht um, und in HTML geht verloren, was zwischen ihnen steht. Schreiben Sie Spalten mit Leerzeichen oder zwei Zeilen.</translation>
+    </message>
+    <message>
+        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy.</source>
+        <translation>Die Zeile, die eine Kopie kennzeichnet, kommt hinter die erste Zeile mit &quot;&lt;DOCNO&gt;&quot;, groß oder klein geschrieben; ein Tag mit Format zählt nicht. Ohne sie sieht eine Kopie aus wie das Original. Eine Nummer mit Format hat die Kennzeichnung, wenn &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; daneben steht, was nichts druckt. Eine Vorlage ohne die Nummer wird nur mit --data gemeldet, bei einem Dokument, das eine Kopie ist.</translation>
     </message>
 </context>
 </TS>

@@ -168,10 +168,6 @@
         <translation>копия, на которой это не написано</translation>
     </message>
     <message>
-        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. Needs --data with a document that is a copy.</source>
-        <translation>Строка с пометкой копии идёт за первой строкой с &quot;&lt;DOCNO&gt;&quot;, заглавными буквами или нет; тег с форматом не считается. Без неё копия выглядит как оригинал. Нужен --data с документом, который является копией.</translation>
-    </message>
-    <message>
         <source>a second &quot;&lt;SPECSYMBOLS=&quot; line</source>
         <translation>вторая строка &quot;&lt;SPECSYMBOLS=&quot;</translation>
     </message>
@@ -334,6 +330,26 @@
     <message>
         <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. Needs --data.</source>
         <translation>Без формата у дробного числа печатаются два знака после точки: литр по 1.749 становится 1.75. В формате с дробной частью и без формата у части перед точкой 32 бита, и с 2147483648 она равна 0; у формата без дробной части 64. &quot;0.E&quot; даёт шесть цифр, а большим числам — показатель степени. Нужен --data.</translation>
+    </message>
+    <message>
+        <source>a tag or function that there isn&apos;t</source>
+        <translation>тег или функция, которых нет</translation>
+    </message>
+    <message>
+        <source>Other languages have tags such as &lt;BARCODE&gt;, &lt;CUT&gt; and &lt;HR&gt;, and functions such as round( and max(. Here such a tag is an attribute, which prints nothing unless the document has it, or prints as it stands; an expression with such a function prints nothing. The message says what there is instead. A tag without --data is a warning.</source>
+        <translation>В других языках есть теги, такие как &lt;BARCODE&gt;, &lt;CUT&gt; и &lt;HR&gt;, и функции, такие как round( и max(. Здесь такой тег — атрибут, который ничего не печатает, если его нет в документе, или печатается как есть; выражение с такой функцией не печатает ничего. Сообщение говорит, что есть вместо них. Тег без --data — предупреждение.</translation>
+    </message>
+    <message>
+        <source>several &lt;S&gt; on a line</source>
+        <translation>несколько &lt;S&gt; в строке</translation>
+    </message>
+    <message>
+        <source>What stands behind &lt;S&gt; goes to the right edge. With two of them each takes all the room that the text leaves, so that the line gets wider than the paper and wraps; in HTML what stands between them is lost. Write columns with blanks, or two lines.</source>
+        <translation>То, что стоит за &lt;S&gt;, уходит к правому краю. Если их два, каждый занимает всё место, которое оставляет текст, строка становится шире бумаги и переносится, а в HTML пропадает то, что стоит между ними. Пишите столбцы пробелами или двумя строками.</translation>
+    </message>
+    <message>
+        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy.</source>
+        <translation>Строка, которая помечает копию, идёт за первой строкой с &quot;&lt;DOCNO&gt;&quot;, заглавными или нет; тег с форматом не считается. Без неё копия выглядит как оригинал. У номера с форматом пометка есть, если рядом стоит &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot;, который ничего не печатает. О шаблоне без номера сообщается только с --data, если документ — копия.</translation>
     </message>
 </context>
 </TS>

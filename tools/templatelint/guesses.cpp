@@ -1,0 +1,133 @@
+#include "guesses.h"
+
+#include <QRegularExpression>
+#include <QVector>
+#include <algorithm>
+
+#include "printerdocs/printerdocumentformatter.h"
+#include "tags.h"
+#include "templatelint.h"
+
+namespace templatelint {
+
+namespace {
+
+struct Instead
+{
+    const char *names;  ///< a regular expression
+    const char *what;
+};
+
+constexpr Instead tags[] = {
+    {"BAR_?CODE|EAN|EAN-?8|EAN-?13|UPC|CODE-?39|CODE-?128|ITF",
+     "a template has no barcode; \"<QR>\" with the data behind it is a QR code, and a BBCode text "
+     "has [barcode]"},
+    {"QR_?CODE", "a QR code is \"<QR>\" with the data behind it"},
+    {"CUT|FULL_?CUT|PART(IAL)?_?CUT|EJECT",
+     "the printer's driver cuts the paper behind the receipt, and no tag does"},
+    {"FEED|FF", "an empty line of the template feeds the paper by a line"},
+    {"LOGO|IMG|IMAGE|PICTURE|PIC",
+     "a template has no pictures; \"<SPECSYMBOLS=\" names drawings of single characters, and a "
+     "BBCode text has [img]"},
+    {"HR|LINE|RULE|SEPARATOR",
+     "a rule is a line of \"-\", or \"<U> <S> \" across the paper, whatever its width"},
+    {"L|L[02-9]", "a line without \"<C>\", \"<R>\" and \"<S>\" stands at the left edge"},
+    {"BR|NL|LF|CR|P", "a line of the template is a line of the receipt"},
+    {"T|TAB|FILL", "\"<S>\" moves what stands behind it to the right edge"},
+    {"CENTER|CENTRE|CENTERED|MIDDLE", "\"<C>\" centres the line"},
+    {"RIGHT", "\"<R>\" puts the line to the right edge"},
+    {"BOLD|STRONG", "\"<B>\" makes the line bold, \"<B:>\" and \"<:B>\" a part of it"},
+    {"ITALIC|ITALICS|EM", "\"<N>\" makes the line italic, \"<N:>\" and \"<:N>\" a part of it"},
+    {"UNDERLINE|UNDERLINED", "\"<U>\" underlines the line, \"<U:>\" and \"<:U>\" a part of it"},
+    {"INVERSE|INVERT|INVERTED|REVERSE|NEGATIVE",
+     "\"<Z>\" marks the line, \"<Z:>\" and \"<:Z>\" a part of it"},
+    {"BIG|LARGE", "\"<H2>\" makes the line twice as high, \"<W2>\" twice as wide"},
+    {"SMALL|FONT", "\"<F2>\" is the printer's second font, and there are four"},
+    {"DRAWER|OPEN_?DRAWER|BEEP|BUZZER",
+     "a template only prints; \"receipt drawer\" opens the cash drawer"},
+    {"IF|ELSE|END_?IF|IF .*",
+     "what isn't always there stands in a group, \"[\" to \"]\", that goes when a value in it is "
+     "empty or zero"},
+    {"FOR|FOR_?EACH|LOOP",
+     "\"<ENTRIES>\" is the list that the program makes, and there is no other"},
+};
+
+constexpr Instead functions[] = {
+    {"round", "a format rounds, and floor(x*100+0.5)/100 does in front of further calculation"},
+    {"max", "the greater of two is (a+b+abs(a-b))/2"},
+    {"min", "the smaller of two is (a+b-abs(a-b))/2"},
+    {"int|trunc|truncate|fix", "floor(x) is the whole number below x, and ceil(x) that above"},
+    {"ceiling", "it is called ceil"},
+    {"power", "it is called pow, or a^b"},
+    {"sqr", "the square is x^2, and the root sqrt(x)"},
+    {"mod", "the remainder is a%b"},
+    {"sum", "the sum is a+b+c"},
+    {"avg|average|mean", "the mean of two is (a+b)/2"},
+    {"if|iif",
+     "there are no conditions in expressions; a group, \"[\" to \"]\", goes when a value in it is "
+     "zero"},
+    {"format|fixed|str|text", "the format stands behind a comma at the end of the tag"},
+    {"date|time|now|today", "the program hands date and time over as an attribute"},
+};
+
+QRegularExpression wholeWord(const char *names)
+{
+    return QRegularExpression(
+        QStringLiteral("^/?(%1)(\\s*[=:,].*|\\s+\\w+=.*)?$").arg(QLatin1String(names)));
+}
+
+std::optional<QString> nearestMarker(const QString &upper)
+{
+    if (!upper.startsWith(QLatin1String("FISCAL")))
+        return std::nullopt;
+    QStringList markers;
+    for (const auto &part : PrinterDocumentFormatter::PARTS)
+        markers.append(part.second.mid(1, part.second.size() - 2));
+    // A part of a marker is nearer than what takes as many mistakes.
+    const auto whole = std::find_if(markers.cbegin(), markers.cend(), [&](const QString &marker) {
+        constexpr int shortest = 8;
+        return upper.startsWith(marker) || (upper.size() >= shortest && marker.startsWith(upper));
+    });
+    const auto nearest =
+        whole != markers.cend() ? std::optional<QString>(*whole) : nearestName(upper, markers);
+    return nearest ? std::optional<QString>(
+                         QStringLiteral("the fiscal marker is \"<%1>\"").arg(*nearest))
+                   : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<QString> insteadOfTag(const QString &inner)
+{
+    constexpr int longestGuess = 64;
+    if (inner.size() > longestGuess || isMarkup(inner))
+        return std::nullopt;
+    static const QVector<QPair<QRegularExpression, QString>> list = [] {
+        QVector<QPair<QRegularExpression, QString>> rows;
+        for (const Instead &row : tags)
+            rows.append({wholeWord(row.names), QLatin1String(row.what)});
+        return rows;
+    }();
+    const QString upper = inner.toUpper();
+    for (const auto &row : list) {
+        if (row.first.match(upper).hasMatch())
+            return row.second;
+    }
+    return nearestMarker(upper);
+}
+
+std::optional<MissingFunction> missingFunctionIn(const QString &expression)
+{
+    for (const Instead &row : functions) {
+        const QRegularExpression call(
+            QStringLiteral("(?:^|[-+*/%^(,])\\s*(%1)\\s*\\(").arg(QLatin1String(row.names)),
+            QRegularExpression::CaseInsensitiveOption);
+        const auto match = call.match(expression);
+        if (match.hasMatch())
+            return MissingFunction{match.capturedStart(1), match.captured(1),
+                                   QLatin1String(row.what)};
+    }
+    return std::nullopt;
+}
+
+}  // namespace templatelint
