@@ -69,6 +69,8 @@ private Q_SLOTS:
               "");
         filled("a format behind the commas of functions, with values",
                "<pow(QTY,2),0.00><pow(pow(QTY,2),3),0>", "");
+        blank("a decimal comma in a sum of numbers", "<1,5+2><1,500.00><1234,0.00>",
+              "1:3 cut-expression 1:11 value-format");
         blank("no format behind the comma of a function",
               "<ncr(5,2)><pow(A,B),0><QTY*PRICE,9.99><QTY*2,000>", "1:7 cut-expression");
         filled("no format behind a function, a comma in a number", "<pow(QTY,2)><PRICE*1,50>",

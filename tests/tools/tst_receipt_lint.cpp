@@ -136,6 +136,15 @@ private Q_SLOTS:
                                 << QString(options).split(' ', Qt::SkipEmptyParts)
                                 << QString::fromUtf8(finding);
         };
+        row("name of three letters", "<ODO>", false, "",
+            "1:1: warning: \"<ODO>\" prints as it stands: an attribute or expression has at least "
+            "four characters, such as \"<ODO,>\" with an empty format [short-tag]");
+        row("name of two letters", "<TO>", false, "",
+            "1:1: warning: \"<TO>\" prints as it stands: an attribute or expression has at least "
+            "four characters [short-tag]");
+        row("short sum", "<A+B>", false, "",
+            "1:1: warning: \"<A+B>\" prints as it stands: an attribute or expression has at least "
+            "four characters, such as \"< A+B >\" [short-tag]");
         row("two tabs", "a<S>b<S>c", false, "",
             "1:6: warning: two <S> on the line: each takes all the room that the text leaves, and "
             "the line gets wider than the paper [repeated-tab]");

@@ -167,7 +167,7 @@ TagVerdict TagJudge::judgedByGuess(const AttributeTag &tag)
 
 TagVerdict TagJudge::judgedByName(const AttributeTag &tag)
 {
-    const TagVerdict verdict = m_values == nullptr ? judgedByShape(tag) : judgedByValues(tag);
+    TagVerdict verdict = m_values == nullptr ? judgedByShape(tag) : judgedByValues(tag);
     if (verdict.fault != TagVerdict::None || tag.format.isEmpty())
         return verdict;
     if (m_values == nullptr)
@@ -209,7 +209,8 @@ TagVerdict TagJudge::judgedByShape(const AttributeTag &tag) const
         return cutExpression(tag);
     const NumberedExpression name = withNumbers(tag.name);
     const ExpressionFault fault = faultOf(name.text);
-    if (hasFormat && hasOperator(tag.name) && !faultOf(withNumbers(tag.inner).text).exists &&
+    if (hasFormat && (hasOperator(tag.name) || !name.hasWords) &&
+        !faultOf(withNumbers(tag.inner).text).exists &&
         (fault.exists || (!isNumberFormat(tag.format) && !withNumbers(tag.format).hasWords)))
         return cutExpression(tag);
     const bool isBeyondMending =

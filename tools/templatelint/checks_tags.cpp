@@ -47,6 +47,17 @@ bool isTooShort(const Analysis &analysis, const QString &inner)
             (!intendedMarkup(inner) && !insteadOfTag(inner) && readsLikeAnAttribute(inner)));
 }
 
+/// How a tag that is too short can be written; empty if it can't.
+QString longerForm(const QString &inner)
+{
+    if (isCalculation(inner))
+        return QStringLiteral(", such as \"< %1 >\"").arg(inner);
+    const bool isName = wordEnd(inner, 0) == inner.size();
+    return isName && isAttributeTag(inner.size() + 3)
+               ? QStringLiteral(", such as \"<%1,>\" with an empty format").arg(inner)
+               : QString();
+}
+
 void reportShort(const BadCode &code, Report &report)
 {
     report.add(code.offset, QStringLiteral("\"<%1>\" is read as the code of a character: an "
@@ -184,8 +195,8 @@ void checkShortTags(const Analysis &analysis, Report &report)
             if (isTooShort(analysis, tag.inner))
                 report.add(tag.offset,
                            QStringLiteral("\"<%1>\" prints as it stands: an attribute or "
-                                          "expression has at least four characters")
-                               .arg(tag.inner));
+                                          "expression has at least four characters%2")
+                               .arg(tag.inner, longerForm(tag.inner)));
         }
     }
 }

@@ -18,7 +18,7 @@ struct Instead
     const char *what;
 };
 
-constexpr Instead tags[] = {
+constexpr Instead guessedTags[] = {
     {"BAR_?CODE|EAN|EAN-?8|EAN-?13|UPC|CODE-?39|CODE-?128|ITF",
      "a template has no barcode; \"<QR>\" with the data behind it is a QR code, and a BBCode text "
      "has [barcode]"},
@@ -31,7 +31,7 @@ constexpr Instead tags[] = {
      "BBCode text has [img]"},
     {"HR|LINE|RULE|SEPARATOR",
      "a rule is a line of \"-\", or \"<U> <S> \" across the paper, whatever its width"},
-    {"L|L[02-9]", "a line without \"<C>\", \"<R>\" and \"<S>\" stands at the left edge"},
+    {"L|LEFT|L[02-9]", "a line without \"<C>\", \"<R>\" and \"<S>\" stands at the left edge"},
     {"BR|NL|LF|CR|P", "a line of the template is a line of the receipt"},
     {"T|TAB|FILL", "\"<S>\" moves what stands behind it to the right edge"},
     {"CENTER|CENTRE|CENTERED|MIDDLE", "\"<C>\" centres the line"},
@@ -52,7 +52,7 @@ constexpr Instead tags[] = {
      "\"<ENTRIES>\" is the list that the program makes, and there is no other"},
 };
 
-constexpr Instead functions[] = {
+constexpr Instead guessedFunctions[] = {
     {"round", "a format rounds, and floor(x*100+0.5)/100 does in front of further calculation"},
     {"max", "the greater of two is (a+b+abs(a-b))/2"},
     {"min", "the smaller of two is (a+b-abs(a-b))/2"},
@@ -74,6 +74,22 @@ QRegularExpression wholeWord(const char *names)
 {
     return QRegularExpression(
         QStringLiteral("^/?(%1)(\\s*[=:,].*|\\s+\\w+=.*)?$").arg(QLatin1String(names)));
+}
+
+/// A row with its pattern ready for use.
+struct Guess
+{
+    QRegularExpression pattern;
+    QString instead;
+};
+
+template <std::size_t count, typename PatternOf>
+QVector<Guess> guessesOf(const Instead (&rows)[count], PatternOf patternOf)
+{
+    QVector<Guess> guesses;
+    for (const Instead &row : rows)
+        guesses.append({patternOf(row.names), QLatin1String(row.what)});
+    return guesses;
 }
 
 std::optional<QString> nearestMarker(const QString &upper)
@@ -102,30 +118,28 @@ std::optional<QString> insteadOfTag(const QString &inner)
     constexpr int longestGuess = 64;
     if (inner.size() > longestGuess || isMarkup(inner))
         return std::nullopt;
-    static const QVector<QPair<QRegularExpression, QString>> list = [] {
-        QVector<QPair<QRegularExpression, QString>> rows;
-        for (const Instead &row : tags)
-            rows.append({wholeWord(row.names), QLatin1String(row.what)});
-        return rows;
-    }();
+    static const QVector<Guess> list = guessesOf(guessedTags, wholeWord);
     const QString upper = inner.toUpper();
-    for (const auto &row : list) {
-        if (row.first.match(upper).hasMatch())
-            return row.second;
+    for (const Guess &guess : list) {
+        if (guess.pattern.match(upper).hasMatch())
+            return guess.instead;
     }
     return nearestMarker(upper);
 }
 
 std::optional<MissingFunction> missingFunctionIn(const QString &expression)
 {
-    for (const Instead &row : functions) {
-        const QRegularExpression call(
-            QStringLiteral("(?:^|[-+*/%^(,])\\s*(%1)\\s*\\(").arg(QLatin1String(row.names)),
+    if (!expression.contains(QLatin1Char('(')))
+        return std::nullopt;
+    static const QVector<Guess> list = guessesOf(guessedFunctions, [](const char *names) {
+        return QRegularExpression(
+            QStringLiteral("(?:^|[-+*/%^(,])\\s*(%1)\\s*\\(").arg(QLatin1String(names)),
             QRegularExpression::CaseInsensitiveOption);
-        const auto match = call.match(expression);
+    });
+    for (const Guess &guess : list) {
+        const auto match = guess.pattern.match(expression);
         if (match.hasMatch())
-            return MissingFunction{match.capturedStart(1), match.captured(1),
-                                   QLatin1String(row.what)};
+            return MissingFunction{match.capturedStart(1), match.captured(1), guess.instead};
     }
     return std::nullopt;
 }
