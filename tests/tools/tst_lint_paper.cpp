@@ -109,20 +109,96 @@ private Q_SLOTS:
     void wideLine_data()
     {
         addTemplates();
-        filledWith("--width 10", "one character too many", "<SHOP>123456", "1:1 wide-line");
-        filledWith("--width 10", "as wide as the paper", "<SHOP>12345", "");
-        filledWith("--width 9", "double width", "<W2><SHOP>", "1:1 wide-line");
-        filledWith("--width 9 --as text", "text has no double width", "<W2><SHOP>", "");
-        filledWith("--width 10 --as html", "HTML has no width", "<SHOP>123456", "");
-        blankWith("--width 10", "without a document no width is known", "<SHOP>123456", "");
+        filledWith("--width 10", "one character too many", "<SHOP>======", "1:1 wide-line");
+        filledWith("--width 10", "as wide as the paper", "<SHOP>=====", "");
+        filledWith("--width 9", "double width", "<W2>====<DOCNO>", "1:1 wide-line");
+        filledWith("--width 9 --as text", "text has no double width", "<W2>====<DOCNO>", "");
+        filledWith("--width 10 --as html", "HTML has no width", "<SHOP>======", "");
+        blankWith("--width 10", "without a document no value is known", "<SHOP>======", "");
+        blankWith("--width 10", "a constant line", "===========", "1:1 wide-line");
+        blankWith("--width 10", "a constant line that fits", "==========", "");
+        blankWith("--width 10", "what is constant about a line",
+                  "<SHOP>===========", "1:1 wide-line");
+        blankWith("--width 10", "what is constant about entries", "===========<ENTRIES>",
+                  "1:1 wide-line 1:12 entries-in-text");
+        blankWith("--width 10", "a group may go", "[<SHOP>===========]", "");
+        blankWith("--width 10", "brackets without a value don't", "[===========]", "1:1 wide-line");
+        blankWith("--width 10", "removed text", "<X:>===========<:X>", "");
+        blankWith("--width 10", "data of a code", "<QR>===========", "");
+        blankWith("--width 10", "each constant line",
+                  "===========\nx\n============", "1:1 wide-line 3:1 wide-line");
+        blankWith("--width 10 --as html", "constant lines in HTML", "===========", "");
+        blankWith("--width 8 --fiscal", "a constant line of a piece",
+                  "=\n<FISCAL_BODY>\n<W2>=====", "3:1 wide-line");
         filledWith("--width 10", "several tabs have a finding of their own", "a<S>b<S>c",
                    "1:6 repeated-tab");
         filledWith("--width 4", "several tabs, a character too many", "a<S>b<S>c",
                    "1:1 wide-line 1:6 repeated-tab");
         filledWith("--width 7", "the entries", "x\n<ENTRIES>", "2:1 wide-line");
-        filledWith("--width 10", "a group of zero takes nothing", "a <ZERO>[<ZERO>1234567890]", "");
+        filledWith("--width 10", "a group of zero takes nothing", "a <ZERO>[<ZERO>==========]", "");
     }
     void wideLine() { checkPlaces(); }
+
+    void brokenWord_data()
+    {
+        addTemplates();
+        filledWith("--width 7", "a number", "<SHOP> 0000", "1:9 broken-word");
+        filledWith("--width 7", "a number of the width of a row", "<SHOP> 0000000",
+                   "1:9 broken-word");
+        filledWith("--width 3", "a value", "<SHOP>", "1:1 broken-word");
+        filledWith("--width 5", "at a blank", "<SHOP> ab", "1:1 wide-line");
+        filledWith("--width 6", "behind a blank", "<SHOP> ab", "1:1 wide-line");
+        filledWith("--width 7", "inside the second word", "<SHOP> ab", "1:9 broken-word");
+        filledWith("--width 7", "in front of a point", "<SHOP> 1.50", "1:9 broken-word");
+        filledWith("--width 8", "behind a point", "<SHOP> 1.50", "1:10 broken-word");
+        filledWith("--width 8", "behind a point at a word's end", "<SHOP> a. b", "1:1 wide-line");
+        filledWith("--width 7", "behind a sign", "<SHOP> -1", "1:9 broken-word");
+        filledWith("--width 9", "behind a dash in a word", "<SHOP> ab-cd", "1:1 wide-line");
+        filledWith("--width 9", "behind a dash in front of figures", "<SHOP> ab-12",
+                   "1:1 wide-line");
+        filledWith("--width 8", "letters that aren't Latin", "<SHOP> \xD0\x96\xD0\x96\xD0\x96",
+                   "1:10 broken-word");
+        filledWith("--width 8", "a rule of dashes", "----------", "1:1 wide-line");
+        filledWith("--width 5", "at blanks on each row", "<SHOP> cdef gh", "1:1 wide-line");
+        filledWith("--width 4", "twice in a word", "<SHOP>bcde",
+                   "1:1 broken-word 1:10 broken-word");
+        filledWith("--width 8", "double width", "<W2>ab cdef", "1:9 broken-word");
+        filledWith("--width 8 --as text", "no double width in text", "<W2>ab cdef", "");
+        filledWith("--width 8 --as html", "HTML has no rows", "abcdefghijkl", "");
+        filledWith("--width 7", "an entry", "x\n<ENTRIES>", "2:1 wide-line");
+        filledWith("--width 3", "each entry", "x\n<ENTRIES>",
+                   "2:1 broken-word 2:1 broken-word 2:1 broken-word 2:1 broken-word");
+        blankWith("--width 8", "a constant line without a document", "abcdefghi",
+                  "1:9 broken-word");
+        blankWith("--width 8", "not where a value stands", "abcdefghi<SHOP>", "1:1 wide-line");
+        filledWith("--model CUSTOM_VKP_80", "a model's row",
+                   "<SHOP>xxx 1000 2000 3000 4000 5000 6000 7000 8000 9000 1000 IU",
+                   "1:53 broken-word");
+    }
+    void brokenWord() { checkPlaces(); }
+
+    void brokenNumbersAreErrorsWithData_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("hasData");
+        QTest::addColumn<QString>("severity");
+        QTest::newRow("a number with data") << QByteArray("ab 1234") << true << "error";
+        QTest::newRow("a number without") << QByteArray("ab 1234") << false << "warning";
+        QTest::newRow("a word") << QByteArray("ab cdef") << true << "warning";
+        QTest::newRow("letters behind digits") << QByteArray("ab 12kg") << true << "warning";
+        QTest::newRow("a number longer than a row") << QByteArray("ab 123456") << true << "warning";
+    }
+    void brokenNumbersAreErrorsWithData()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, hasData);
+        QFETCH(QString, severity);
+        const ReceiptRun run =
+            lintrun::lint(text, {"--width", "5"}, hasData ? lintrun::sale() : QByteArray());
+        QVERIFY2(run.output.contains(": " + severity + ": the paper ends inside"),
+                 qPrintable(run.output));
+        QCOMPARE(run.status, severity == "error" ? 1 : 0);
+    }
 
     // 512 dots: 51 characters of font 0, 36 of font 1, 28 of font 3.
     void wideLineOfAModel_data()
@@ -131,20 +207,20 @@ private Q_SLOTS:
         const char *const font0 = "--model CUSTOM_VKP_80";
         const char *const font1 = "--model CUSTOM_VKP_80 --font 1";
         blankWith(font0, "a tab, without a document",
-                  "12345678901234567890<S>12345678901234567890123456789", "");
-        filledWith(font0, "a tab", "12345678901234567890<S>12345678901234567890123456789", "");
-        filledWith(font0, "two tabs", "1234567890123456789<S>1234567890123456789<S>1234567890",
-                   "1:42 repeated-tab");
-        filledWith(font0, "font 0 fits", "<SHOP>1234567890123456789012345678901234567890123456",
-                   "");
-        filledWith(font1, "the chosen font fits", "<SHOP>1234567890123456789012345678901", "");
+                  "====================<S>=============================", "");
+        filledWith(font0, "a tab", "====================<S>=============================", "");
+        filledWith(font0, "two tabs",
+                   "===================<S>===================<S>==========", "1:42 repeated-tab");
+        filledWith(font0, "font 0 fits",
+                   "<SHOP>==============================================", "");
+        filledWith(font1, "the chosen font fits", "<SHOP>===============================", "");
         filledWith(font1, "the chosen font, a character too many",
-                   "<SHOP>12345678901234567890123456789012", "1:1 wide-line");
+                   "<SHOP>================================", "1:1 wide-line");
         filledWith(font1, "the first font tag is the chosen font",
-                   "<F1><SHOP>12345678901234567890123456789012", "1:1 wide-line");
-        filledWith(font1, "another font tag fits", "<F4><SHOP>12345678901234567890123", "");
+                   "<F1><SHOP>================================", "1:1 wide-line");
+        filledWith(font1, "another font tag fits", "<F4><SHOP>=======================", "");
         filledWith(font1, "another font tag, a character too many",
-                   "<F4><SHOP>123456789012345678901234", "1:1 wide-line");
+                   "<F4><SHOP>========================", "1:1 wide-line");
     }
     void wideLineOfAModel() { checkPlaces(); }
 
@@ -152,9 +228,9 @@ private Q_SLOTS:
     void wideLineOfAHead_data()
     {
         addTemplates();
-        const QByteArray line = "<SHOP>" + QByteArray(43, 'x');
+        const QByteArray line = "<SHOP>" + QByteArray(43, '=');
         filledWith("--model TSP-TUP", "as wide as the head", line.constData(), "");
-        filledWith("--model TSP-TUP", "wider than the head", (line + 'x').constData(),
+        filledWith("--model TSP-TUP", "wider than the head", (line + '=').constData(),
                    "1:1 wide-line");
     }
     void wideLineOfAHead() { checkPlaces(); }

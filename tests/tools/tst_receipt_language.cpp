@@ -150,7 +150,7 @@ private Q_SLOTS:
             m_system.file("narrow.json", R"({"attributes": {"DOCNO": 1}, "isCopy": true})");
         const QStringList command{"lint", templateFile, "--data", data, "--width", "8"};
         const ReceiptRun raw = runReceipt(command);
-        QVERIFY2(raw.output.contains("[wide-line]"), qPrintable(raw.output));
+        QVERIFY2(raw.output.contains("[broken-word]"), qPrintable(raw.output));
         QCOMPARE(runReceipt(command + QStringList{"--language", "de"}).output, QString());
     }
 

@@ -268,9 +268,20 @@ private Q_SLOTS:
         row("swallowed tag", "Total <SHOP <QTY*1>", true, "",
             "1:7: warning: \"<\" has no \">\" before the next \"<\": \"<SHOP <QTY*1>\" is read as "
             "one tag [unterminated-tag]");
-        row("model's paper", "<W2>0123456789012345678901234567890", true, "--model CUSTOM_VKP_80",
-            "1:1: warning: the line \"0123456789012345678901234567890\" takes 620 dots, and "
-            "CUSTOM_VKP_80 with 80 mm paper has 512 [wide-line]");
+        row("model's paper", "<W2>==========================", true, "--model CUSTOM_VKP_80",
+            "1:1: warning: the line \"==========================\" takes 52 characters, and "
+            "CUSTOM_VKP_80 with 80 mm paper has 51 [wide-line]");
+        row("model's paper, another font", "<F4>=============================", true,
+            "--model CUSTOM_VKP_80",
+            "1:1: warning: the line \"=============================\" takes 29 characters, and "
+            "CUSTOM_VKP_80 with 80 mm paper has 28 in its font 3 [wide-line]");
+        row("constant line", "=====", false, "--width 4",
+            "1:1: warning: the line \"=====\" takes 5 characters of 4 [wide-line]");
+        row("constant part of a line", "==<SHOP>===", false, "--width 4",
+            "1:1: warning: the line \"==...===\" takes at least 5 characters of 4 [wide-line]");
+        row("number that breaks", "Vitamin 1000 IU", true, "--width 11",
+            "1:12: error: the paper ends inside \"1000\": \"100\" stands on one row and \"0\" on "
+            "the next; the line \"Vitamin 1000 IU\" takes 15 characters of 11 [broken-word]");
         row("symbol too big for the model", "<SPECSYMBOLS=shop>\n<#1>", false, "--model AV_268",
             "2:1: warning: the symbol 1 has no drawing that fits the 8 x 16 dots of a character of "
             "AV_268 with 60 mm paper [undrawn-symbol]");

@@ -11,6 +11,7 @@
 #include "forms.h"
 #include "language.h"
 #include "lineoptions.h"
+#include "printerdocs/echarformat.h"
 #include "printoptions.h"
 #include "progressline.h"
 #include "support.h"
@@ -145,7 +146,7 @@ templatelint::Paper paperOf(const tool::ChosenPaper &chosen)
     }
     return {target.lineDots(), fonts,
             QStringLiteral("%1 with %2 paper").arg(chosen.model->id(), target.paper().caption()),
-            true};
+            (target.printedFormats() & CharDoubleWidth) != 0};
 }
 
 /// Takes over what a line has to fit into. Complains and gives false if that can't be told.
@@ -157,7 +158,7 @@ bool readPaper(const QCommandLineParser &parser, templatelint::Options &result)
     if (line->paper)
         result.paper = paperOf(*line->paper);
     else if (line->width)
-        result.paper = templatelint::Paper{*line->width, {}, QString(), false};
+        result.paper = templatelint::Paper{*line->width, {}, QString(), true};
     return true;
 }
 

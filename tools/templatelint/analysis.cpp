@@ -291,21 +291,26 @@ void Report::addAs(Severity severity, int offset, const QString &message)
 
 void Report::addEach(int offset, const QString &message)
 {
-    addEachAt(m_source.place(offset), message);
+    addEachAs(m_rule.severity, offset, message);
+}
+
+void Report::addEachAs(Severity severity, int offset, const QString &message)
+{
+    addEachAt(m_source.place(offset), severity, message);
 }
 
 void Report::addEachToLine(int offset, const QString &message)
 {
-    addEachAt({m_source.place(offset).line, 1}, message);
+    addEachAt({m_source.place(offset).line, 1}, m_rule.severity, message);
 }
 
-void Report::addEachAt(const Place &place, const QString &message)
+void Report::addEachAt(const Place &place, Severity severity, const QString &message)
 {
     const QString key = QStringLiteral("%1:%2:").arg(place.line).arg(place.column) + message;
     if (m_messages.contains(key))
         return;
     m_messages.insert(key);
-    m_findings.append({place.line, place.column, &m_rule, m_rule.severity, message});
+    m_findings.append({place.line, place.column, &m_rule, severity, message});
 }
 
 }  // namespace templatelint

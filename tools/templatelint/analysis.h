@@ -111,11 +111,12 @@ public:
     /// All of them count: what stands at one place of the template, such as the tag for the
     /// entries, can become many lines.
     void addEach(int offset, const QString &message);
+    void addEachAs(Severity severity, int offset, const QString &message);
     /// The same at the beginning of the line.
     void addEachToLine(int offset, const QString &message);
 
 private:
-    void addEachAt(const Place &place, const QString &message);
+    void addEachAt(const Place &place, Severity severity, const QString &message);
 
     const Rule &m_rule;
     const Source &m_source;

@@ -43,6 +43,7 @@ void checkFiscalMarkers(const Analysis &analysis, Report &report);
 void checkQrMarkup(const Analysis &analysis, Report &report);
 void checkQrInText(const Analysis &analysis, Report &report);
 void checkLineWidth(const Analysis &analysis, Report &report);
+void checkBrokenWords(const Analysis &analysis, Report &report);
 void checkSymbolDrawings(const Analysis &analysis, Report &report);
 void checkCharacters(const Analysis &analysis, Report &report);
 void checkEndlessValues(const Analysis &analysis, Report &report);

@@ -4,6 +4,7 @@
 
 #include "analysis.h"
 #include "checks.h"
+#include "linewidth.h"
 #include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/echarformat.h"
 #include "printerdocs/template/templatetags_p.h"
@@ -42,65 +43,9 @@ int formattedNumber(const Analysis &analysis)
     return Text::nowhere;
 }
 
-/// The font of a character. The paper has at least one.
-const PaperFont &fontAt(const Printed &line, int index, const Paper &paper)
-{
-    const int number = documents::CharacterBytes(line.fonts).at(index);
-    return paper.fonts.at(number >= 0 && number < paper.fonts.size() ? number : 0);
-}
-
 char formatAt(const Printed &line, int index)
 {
     return documents::CharacterBytes(line.formats).at(index);
-}
-
-/// What the printed characters of a line take up on a paper.
-class LineWidth
-{
-public:
-    LineWidth(const Printed &line, const Paper &paper, Form form)
-        : m_line(line), m_paper(paper), m_form(form)
-    {}
-
-    int total() const
-    {
-        long long width = 0;
-        for (int i = 0; i < m_line.text.size(); ++i)
-            width += widthAt(i);
-        const int tabs = m_line.text.characters.count(QLatin1Char('\t'));
-        // Each <S> gets all the blanks that the line has room for, in cells of its first font.
-        const long long blank = cellAt(0);
-        if (!m_line.tabs.isEmpty() && !m_line.repeatsTab() && tabs > 0 && width < m_paper.width)
-            width += tabs * ((m_paper.width - width) / blank) * blank;
-        return static_cast<int>(std::min<long long>(width, std::numeric_limits<int>::max()));
-    }
-
-private:
-    int cellAt(int index) const
-    {
-        return m_paper.fonts.isEmpty() ? 1 : fontAt(m_line, index, m_paper).cell.width();
-    }
-    int widthAt(int index) const
-    {
-        const int cell = cellAt(index);
-        const bool isDouble = m_form == Form::Document &&
-                              documents::hasFormat(formatAt(m_line, index), CharDoubleWidth);
-        return isDouble ? 2 * cell : cell;
-    }
-
-    const Printed &m_line;
-    const Paper &m_paper;
-    const Form m_form;
-};
-
-QString widthMessage(const Printed &line, int width, const Paper &paper)
-{
-    const QString text = clipped(line.text.characters).replace(QLatin1Char('\t'), QLatin1Char(' '));
-    return paper.hasDots
-               ? QStringLiteral("the line \"%1\" takes %2 dots, and %3 has %4")
-                     .arg(text, QString::number(width), paper.name, QString::number(paper.width))
-               : QStringLiteral("the line \"%1\" takes %2 characters of %3")
-                     .arg(text, QString::number(width), QString::number(paper.width));
 }
 
 bool isRaw(const Printed &line, int index)
@@ -246,23 +191,6 @@ void checkDamagedSymbolFile(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         if (piece.symbols.exists && !piece.symbols.isUsable())
             report.add(piece.symbols.offsets.constLast(), piece.symbols.fault);
-    }
-}
-
-void checkLineWidth(const Analysis &analysis, Report &report)
-{
-    const Options &options = analysis.options();
-    if (!options.paper || options.form == Form::Html)
-        return;
-    for (const Piece &piece : analysis.pieces()) {
-        if (!piece.filled)
-            continue;
-        for (const Printed &line : piece.filled->lines) {
-            const int width = LineWidth(line, *options.paper, options.form).total();
-            if (width > options.paper->width && line.text.firstOffset() != Text::nowhere)
-                report.addEachToLine(line.text.firstOffset(),
-                                     widthMessage(line, width, *options.paper));
-        }
     }
 }
 

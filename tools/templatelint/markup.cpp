@@ -89,6 +89,8 @@ void Markup::hearOfLine(const TakenTag &tag, Printed &printed)
 {
     if (tag.text == templates::tabTag)
         printed.tabs.append(tag.offset);
+    if (tag.text == QLatin1String("["))
+        printed.hasBrackets = true;
     if (isFontSwitch(tag.text))
         printed.fontSwitches.append(tag);
     if (isFontSwitch(tag.text) || isForWholeLine(tag.text))

@@ -36,7 +36,8 @@ struct Printed
     QVector<TakenTag> fontSwitches;  ///< in their order
     /// What is said for a line with text only: fonts, alignment, spacing, formats of whole lines.
     QVector<TakenTag> lineTags;
-    bool hasCode = false;  ///< a QR code stood behind it
+    bool hasCode = false;      ///< a QR code stood behind it
+    bool hasBrackets = false;  ///< of groups that stayed
 
     /// Whether the template, and no value, has several <S> on the line.
     bool repeatsTab() const;

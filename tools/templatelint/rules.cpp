@@ -316,14 +316,27 @@ constexpr Rule table[] = {
                        "its data print as they stand. Needs --as text or --as html."),
      "<QR>https://example.org", "https://example.org", noDocument, "--as text", checkQrInText},
     {"wide-line", Severity::Warning,
-     QT_TRANSLATE_NOOP("LintRule", "a line that is wider than the paper once it is filled"),
-     QT_TRANSLATE_NOOP("LintRule",
-                       "No line is cut: the printer wraps it, and columns fall apart. Double width "
-                       "counts twice, and so do the blanks of every further <S> on a line. Needs "
-                       "--data, and --width or --model. The finding stands at the beginning of the "
-                       "template's line that the printed line comes from."),
+     QT_TRANSLATE_NOOP("LintRule", "a line that is wider than the paper"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "No line is cut: the printer wraps it, and columns fall apart. Double width counts twice. "
+         "The widths are told in characters of the font in which the line begins. Needs --width or "
+         "--model. Without --data the lines "
+         "are measured as if all values were empty. The finding stands at the beginning of the "
+         "template's line that the printed line comes from."),
      "<W2><SHOP><S>Table <TABLE>", "<W2><SHOP>\n<R>Table <TABLE>",
-     R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 30", checkLineWidth},
+     R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 28", checkLineWidth},
+    {"broken-word", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a line that breaks inside a word or a number"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A printer wraps a line that is wider than the paper behind its last character that fits, "
+         "and not at a word's end: \"1000 IU\" becomes \"100\" and \"0 IU\". Shorten the text, "
+         "write it on two lines, choose a smaller font, or hand a long name over in parts. A "
+         "number that breaks with the values of --data is an error, all else a warning. Needs "
+         "--width or --model; said in place of wide-line."),
+     "<NAME> 1000 IU", "<NAME>\n1000 IU", R"({"attributes": {"NAME": "Vitamin D3"}})", "--width 14",
+     checkBrokenWords},
     {"undrawn-symbol", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a special symbol without a drawing"),
      QT_TRANSLATE_NOOP(

@@ -40,8 +40,8 @@ struct Paper
 {
     int width = 0;
     QVector<PaperFont> fonts;  ///< the first is also that of a number which the model lacks
-    QString name;              ///< for messages
-    bool hasDots = false;      ///< the units are dots
+    QString name;              ///< for messages; empty: only the width is known
+    bool hasDoubleWidth = true;
 };
 
 /// How a template is used. What isn't known here isn't checked.

@@ -216,14 +216,6 @@
         <translation>Nur Dokumente für Drucker haben QR-Codes. In Text und HTML drucken das Tag und seine Daten, wie sie dastehen. Braucht --as text oder --as html.</translation>
     </message>
     <message>
-        <source>a line that is wider than the paper once it is filled</source>
-        <translation>eine Zeile, die gefüllt breiter ist als das Papier</translation>
-    </message>
-    <message>
-        <source>No line is cut: the printer wraps it, and columns fall apart. Double width counts twice, and so do the blanks of every further &lt;S&gt; on a line. Needs --data, and --width or --model. The finding stands at the beginning of the template&apos;s line that the printed line comes from.</source>
-        <translation>Keine Zeile wird abgeschnitten: der Drucker bricht sie um, und Spalten fallen auseinander. Doppelte Breite zählt doppelt, ebenso die Leerzeichen jedes weiteren &lt;S&gt; in einer Zeile. Braucht --data, und --width oder --model. Der Befund steht am Anfang der Zeile der Vorlage, aus der die gedruckte stammt.</translation>
-    </message>
-    <message>
         <source>a special symbol without a drawing</source>
         <translation>ein Sonderzeichen ohne Zeichnung</translation>
     </message>
@@ -350,6 +342,22 @@
     <message>
         <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy.</source>
         <translation>Die Zeile, die eine Kopie kennzeichnet, kommt hinter die erste Zeile mit &quot;&lt;DOCNO&gt;&quot;, groß oder klein geschrieben; ein Tag mit Format zählt nicht. Ohne sie sieht eine Kopie aus wie das Original. Eine Nummer mit Format hat die Kennzeichnung, wenn &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; daneben steht, was nichts druckt. Eine Vorlage ohne die Nummer wird nur mit --data gemeldet, bei einem Dokument, das eine Kopie ist.</translation>
+    </message>
+    <message>
+        <source>a line that is wider than the paper</source>
+        <translation>eine Zeile, die breiter ist als das Papier</translation>
+    </message>
+    <message>
+        <source>a line that breaks inside a word or a number</source>
+        <translation>eine Zeile, die mitten in einem Wort oder einer Zahl umbricht</translation>
+    </message>
+    <message>
+        <source>A printer wraps a line that is wider than the paper behind its last character that fits, and not at a word&apos;s end: &quot;1000 IU&quot; becomes &quot;100&quot; and &quot;0 IU&quot;. Shorten the text, write it on two lines, choose a smaller font, or hand a long name over in parts. A number that breaks with the values of --data is an error, all else a warning. Needs --width or --model; said in place of wide-line.</source>
+        <translation>Ein Drucker bricht eine Zeile, die breiter als das Papier ist, hinter dem letzten Zeichen um, das noch passt, und nicht am Ende eines Wortes: Aus &quot;1000 IU&quot; wird &quot;100&quot; und &quot;0 IU&quot;. Kürzen Sie den Text, schreiben Sie ihn auf zwei Zeilen, wählen Sie eine kleinere Schrift, oder übergeben Sie einen langen Namen in Teilen. Eine Zahl, die mit den Werten von --data umbricht, ist ein Fehler, alles andere eine Warnung. Braucht --width oder --model; wird an Stelle von wide-line gemeldet.</translation>
+    </message>
+    <message>
+        <source>No line is cut: the printer wraps it, and columns fall apart. Double width counts twice. The widths are told in characters of the font in which the line begins. Needs --width or --model. Without --data the lines are measured as if all values were empty. The finding stands at the beginning of the template&apos;s line that the printed line comes from.</source>
+        <translation>Keine Zeile wird abgeschnitten: Der Drucker bricht sie um, und Spalten fallen auseinander. Doppelte Breite zählt zweifach. Breiten werden in Zeichen der Schrift angegeben, in der die Zeile beginnt. Braucht --width oder --model. Ohne --data werden die Zeilen gemessen, als wären alle Werte leer. Der Befund steht am Anfang der Zeile der Vorlage, aus der die gedruckte Zeile kommt.</translation>
     </message>
 </context>
 </TS>

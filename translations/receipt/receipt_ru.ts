@@ -216,14 +216,6 @@
         <translation>QR-коды есть только в документах для принтера. В тексте и HTML тег и его данные печатаются как есть. Нужен --as text или --as html.</translation>
     </message>
     <message>
-        <source>a line that is wider than the paper once it is filled</source>
-        <translation>строка, которая после заполнения шире бумаги</translation>
-    </message>
-    <message>
-        <source>No line is cut: the printer wraps it, and columns fall apart. Double width counts twice, and so do the blanks of every further &lt;S&gt; on a line. Needs --data, and --width or --model. The finding stands at the beginning of the template&apos;s line that the printed line comes from.</source>
-        <translation>Строки не обрезаются: принтер переносит их, и столбцы рассыпаются. Двойная ширина считается вдвое, как и пробелы каждого следующего &lt;S&gt; в строке. Нужен --data, а также --width или --model. Сообщение стоит в начале той строки шаблона, из которой получилась напечатанная.</translation>
-    </message>
-    <message>
         <source>a special symbol without a drawing</source>
         <translation>особый символ без рисунка</translation>
     </message>
@@ -350,6 +342,22 @@
     <message>
         <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy.</source>
         <translation>Строка, которая помечает копию, идёт за первой строкой с &quot;&lt;DOCNO&gt;&quot;, заглавными или нет; тег с форматом не считается. Без неё копия выглядит как оригинал. У номера с форматом пометка есть, если рядом стоит &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot;, который ничего не печатает. О шаблоне без номера сообщается только с --data, если документ — копия.</translation>
+    </message>
+    <message>
+        <source>a line that is wider than the paper</source>
+        <translation>строка шире бумаги</translation>
+    </message>
+    <message>
+        <source>a line that breaks inside a word or a number</source>
+        <translation>строка, которая переносится посреди слова или числа</translation>
+    </message>
+    <message>
+        <source>A printer wraps a line that is wider than the paper behind its last character that fits, and not at a word&apos;s end: &quot;1000 IU&quot; becomes &quot;100&quot; and &quot;0 IU&quot;. Shorten the text, write it on two lines, choose a smaller font, or hand a long name over in parts. A number that breaks with the values of --data is an error, all else a warning. Needs --width or --model; said in place of wide-line.</source>
+        <translation>Принтер переносит строку, которая шире бумаги, за последним знаком, который ещё помещается, а не в конце слова: из &quot;1000 IU&quot; получается &quot;100&quot; и &quot;0 IU&quot;. Сократите текст, разбейте его на две строки, выберите шрифт поменьше или передавайте длинное название по частям. Число, которое разрывается со значениями из --data, — ошибка, всё остальное — предупреждение. Нужны --width или --model; сообщается вместо wide-line.</translation>
+    </message>
+    <message>
+        <source>No line is cut: the printer wraps it, and columns fall apart. Double width counts twice. The widths are told in characters of the font in which the line begins. Needs --width or --model. Without --data the lines are measured as if all values were empty. The finding stands at the beginning of the template&apos;s line that the printed line comes from.</source>
+        <translation>Ни одна строка не обрезается: принтер переносит её, и столбцы рассыпаются. Двойная ширина считается дважды. Ширина указана в знаках шрифта, которым начинается строка. Нужны --width или --model. Без --data строки измеряются так, будто все значения пусты. Замечание стоит в начале той строки шаблона, из которой получилась напечатанная строка.</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,122 @@
+#include <algorithm>
+
+#include "analysis.h"
+#include "attributes.h"
+#include "checks.h"
+#include "linewidth.h"
+
+// Rules about lines that the paper is too narrow for.
+
+namespace templatelint {
+
+namespace {
+
+/// What the paper has, in characters of a line's font.
+QString roomOf(const Printed &line, const LineWidth &width, const Paper &paper)
+{
+    const QString count = QString::number(width.charactersPerRow());
+    if (paper.name.isEmpty())
+        return QStringLiteral("of %1").arg(count);
+    const PaperFont &font = fontAt(line, 0, paper);
+    const bool isUsual = font.name == paper.fonts.constFirst().name;
+    const QString room = QStringLiteral("and %1 has %2").arg(paper.name, count);
+    return isUsual ? room : room + QStringLiteral(" in its font %1").arg(font.name);
+}
+
+QString shown(const QString &text)
+{
+    return clipped(text)
+        .replace(QLatin1Char('\t'), QLatin1Char(' '))
+        .replace(valueSign(), QStringLiteral("..."));
+}
+
+QString takenText(const Printed &line, const LineWidth &width, const Paper &paper)
+{
+    const bool isWhole = !line.text.characters.contains(valueSign());
+    return QStringLiteral("takes %1%2 characters%3 %4")
+        .arg(isWhole ? QString() : QStringLiteral("at least "))
+        .arg(width.characters())
+        .arg(QLatin1String(paper.name.isEmpty() ? "" : ","))
+        .arg(roomOf(line, width, paper));
+}
+
+/// Of a row or line those characters that stand around its end or begin.
+constexpr int mostAround = 20;
+
+QString brokenMessage(const Printed &line, const LineWidth &width, const BrokenWord &word,
+                      const Paper &paper)
+{
+    const QString &text = line.text.characters;
+    const int begin = std::max({0, word.begin, word.place - mostAround});
+    const QString before = text.mid(begin, word.place - begin);
+    const int rest = text.indexOf(QLatin1Char(' '), word.end);
+    const int end = std::min(rest < 0 ? text.size() : rest, word.place + mostAround);
+    return QStringLiteral(
+               "the paper ends inside \"%1\": \"%2\" stands on one row and \"%3\" on "
+               "the next; the line \"%4\" %5")
+        .arg(shown(text.mid(word.begin, word.end - word.begin)), shown(before),
+             shown(text.mid(word.place, std::max(word.end, end) - word.place)), shown(text),
+             takenText(line, width, paper));
+}
+
+/// A number that no row has room for breaks on any.
+bool fitsARow(const BrokenWord &word, const LineWidth &width)
+{
+    return word.end - word.begin <= width.charactersPerRow();
+}
+
+/// Lines that are too wide, each with the words that break; without a document those for which
+/// values are no excuse.
+template <typename Visitor>
+void forEachWideLine(const Analysis &analysis, Visitor visit)
+{
+    const Options &options = analysis.options();
+    if (!options.paper || options.form == Form::Html)
+        return;
+    for (const Piece &piece : analysis.pieces()) {
+        const bool isFilled = piece.filled.has_value();
+        for (const Printed &line : isFilled ? piece.filled->lines : piece.blank.lines) {
+            const bool hasValue = !isFilled && line.text.characters.contains(valueSign());
+            if (hasValue && line.hasBrackets)
+                continue;
+            const LineWidth width(line, *options.paper, options.form,
+                                  isFilled ? LineWidth::Known : LineWidth::CountNothing);
+            if (!width.isTooWide() || line.text.firstOffset() == Text::nowhere)
+                continue;
+            const auto words = hasValue ? QVector<BrokenWord>()
+                                        : brokenWords(line.text.characters, width.breaks());
+            visit(line, width, words);
+        }
+    }
+}
+
+}  // namespace
+
+void checkLineWidth(const Analysis &analysis, Report &report)
+{
+    forEachWideLine(analysis, [&](const Printed &line, const LineWidth &width,
+                                  const QVector<BrokenWord> &words) {
+        if (words.isEmpty())
+            report.addEachToLine(line.text.firstOffset(),
+                                 QStringLiteral("the line \"%1\" %2")
+                                     .arg(shown(line.text.characters),
+                                          takenText(line, width, *analysis.options().paper)));
+    });
+}
+
+void checkBrokenWords(const Analysis &analysis, Report &report)
+{
+    const bool hasData = analysis.values() != nullptr;
+    forEachWideLine(analysis, [&](const Printed &line, const LineWidth &width,
+                                  const QVector<BrokenWord> &words) {
+        for (const BrokenWord &word : words) {
+            const int offset = Text::offsetOf(line.text.origins.at(word.place));
+            const bool isWrongFigure = hasData && word.isNumber && fitsARow(word, width);
+            report.addEachAs(isWrongFigure ? Severity::Error : Severity::Warning,
+                             offset == Text::nowhere ? line.text.firstOffset() : offset,
+                             brokenMessage(line, width, word, *analysis.options().paper));
+        }
+    });
+}
+
+}  // namespace templatelint
