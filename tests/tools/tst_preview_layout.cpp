@@ -187,7 +187,8 @@ private Q_SLOTS:
         QTest::newRow("54.5 mm") << "CITIZEN_CTS_2000" << 2 << 436 << 422;
         QTest::newRow("a line of more dots than the head") << "TSP-TUP" << 0 << 639 << 576;
         QTest::newRow("a head as wide as the paper") << "EPSON_EU_4XX" << 0 << 659 << 640;
-        QTest::newRow("beyond the last paper") << "CUSTOM_TG_2480_H" << 9 << 643 << 640;
+        QTest::newRow("a line with less than a margin") << "CUSTOM_TG_2480_H" << 0 << 652 << 640;
+        QTest::newRow("beyond the last paper") << "CUSTOM_TG_2480_H" << 9 << 652 << 640;
     }
     void paperIsAsWideAsItsCaptionSays()
     {

@@ -22,6 +22,11 @@ int darkPixels(const QImage &picture, const QRect &rect)
     return count;
 }
 
+int redPixels(const QImage &picture, const QRect &rect)
+{
+    return rect.width() * rect.height() - pixelsOtherThan(picture, rect, red);
+}
+
 /// A pattern in which every shift and mirror image shows.
 MonochromeImage pattern(int width, int height)
 {
@@ -172,6 +177,23 @@ private Q_SLOTS:
         const QImage narrow =
             pictureOf(layoutOf(markup(QString(99, ' ')), targetOf("CUSTOM_TG_2480_H")));
         QCOMPARE(pixelsOtherThan(narrow, {0, top + 24, 2, 24}, red), 0);
+        QCOMPARE(pixelsOtherThan(narrow, {2, top + 24, 4, 24}, white), 0);
+    }
+
+    void markNeverTouchesTheLine()
+    {
+        for (const PrinterInfo &model : PrinterInfo::fromResources()) {
+            const QList<int> papers = model.paperTypes().keys();
+            for (const int paper : papers) {
+                const Layout layout = layoutOf(markup(QString(150, ' ')), targetOf(model, paper));
+                const int line = layout.paper().leftMargin();
+                const QImage picture = pictureOf(layout);
+                const QString name = QString("%1, paper %2").arg(model.id()).arg(paper);
+                const int marked = redPixels(picture, {0, 0, line, picture.height()});
+                QVERIFY2(marked > 0, qPrintable(name));
+                QVERIFY2(redPixels(picture, picture.rect()) == marked, qPrintable(name));
+            }
+        }
     }
 
     void cutIsADashedLineOverThePaper()

@@ -2,6 +2,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -227,6 +228,51 @@ private Q_SLOTS:
         const ReceiptRun elsewhere = runReceipt(
             {"preview", "--bbcode", example("coupon.bbcode"), "--output", folder.path("r.png")});
         QVERIFY(elsewhere.errors.contains("there is no picture \"logo\""));
+    }
+
+    void transparentPicturesAreLaidOnWhite_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<int>("alpha");
+        QTest::newRow("transparent") << QSize(40, 20) << 0;
+        QTest::newRow("half transparent") << QSize(40, 20) << 100;
+        QTest::newRow("opaque") << QSize(40, 20) << 255;
+        QTest::newRow("tall") << QSize(40, 500) << 0;
+    }
+    /// On every way to the paper.
+    void transparentPicturesAreLaidOnWhite()
+    {
+        QFETCH(QSize, size);
+        QFETCH(int, alpha);
+        QImage logo(size, QImage::Format_ARGB32);
+        logo.fill(qRgba(0, 0, 0, alpha));
+        QImage onWhite(size, QImage::Format_RGB32);
+        onWhite.fill(Qt::white);
+        for (QImage *const image : {&logo, &onWhite}) {
+            QPainter painter(image);
+            painter.fillRect(4, 4, 10, 8, Qt::black);
+            if (image == &onWhite)
+                painter.drawImage(0, 0, logo);
+        }
+        const auto outputsOf = [](const QImage &picture) {
+            const WorkFolder folder;
+            const QString text = folder.file("c.bbcode", "[img name=logo][/img]");
+            const QString images = folder.path("images");
+            if (!QDir().mkpath(images) || !picture.save(images + "/logo.png"))
+                qFatal("no picture");
+            const QStringList source{"--bbcode", text, "--images", images};
+            const QStringList model{"--model", "CUSTOM_VKP_80"};
+            runReceipt(QStringList("preview") + source + model +
+                       QStringList{"--output", folder.path("r.png")});
+            runReceipt(QStringList("print") + source + model +
+                       QStringList{"--to", "file:" + folder.path("r.bin")});
+            QString json = runReceipt({"bbcode", text, "--images", images, "--as", "json"}).output;
+            return QVector<QByteArray>{folder.content("r.png"), folder.content("r.bin"),
+                                       json.remove(images).toUtf8()};
+        };
+        const QVector<QByteArray> outputs = outputsOf(logo);
+        QCOMPARE(outputs, outputsOf(onWhite));
+        QVERIFY(!outputs.contains(QByteArray()));
     }
 
     void picturesThatAreNotPrintedAreNamed()

@@ -8,6 +8,7 @@
 #include "folderoptions.h"
 #include "forms.h"
 #include "lineoptions.h"
+#include "picturesonwhite.h"
 #include "printerdocs/bbcodeparser.h"
 #include "support.h"
 #include "terminaltext.h"
@@ -30,7 +31,9 @@ TextPrinterDocument parsedDocument(const Request &request)
     parser.setSymbolsPerLine(static_cast<unsigned char>(request.width));
     parser.setImagesPath(request.images);
     parser.parseText(request.text);
-    return parser.document();
+    TextPrinterDocument document = parser.document();
+    tool::PicturesOnWhite().putInto(document);
+    return document;
 }
 
 QStringList asText(const Request &request)

@@ -35,12 +35,13 @@ what "receipt print" makes for the same model and options, dot for dot.
 
 The unit is the dot of the print head, about 203 to the inch; at scale 1 a
 pixel of a PNG is a dot. The picture is as wide as the paper (the millimetres
-of its name, "80 mm"). The printed line is as many dots as the model has on
-that paper, but no more than its head has, in the middle; "receipt models ID"
-tells them. The first line begins 24 dots below the top, and 24 blank dots
-follow the last line. Where the ticket is cut there is a dashed grey line, 2
-dots high, over the whole width, and 24 blank dots behind it. What is fed up to
-the cutter isn't drawn.
+of its name, "80 mm"), or as the line with 6 dots at each side if that is more.
+The printed line is as many dots as the model has on that paper, but no more
+than its head has, in the middle; "receipt models ID" tells them. The first
+line begins 24 dots below the top, and 24 blank dots follow the last line.
+Where the ticket is cut there is a dashed grey line, 2 dots high, over the
+whole width, and 24 blank dots behind it. What is fed up to the cutter isn't
+drawn.
 
 Each character stands in the cell of its font, cells side by side from the left
 edge of the printed line and lines one below the other, with 4 more dots for

@@ -1,9 +1,11 @@
 #include "previewsource.h"
 
 #include <QFileInfo>
+#include <memory>
 
 #include "bbcodepictures.h"
 #include "filling.h"
+#include "picturesonwhite.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerslib/drivers/documentfiles.h"
@@ -105,13 +107,16 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
             receipt.isWhole = false;
             complain(QStringLiteral("%1: %2").arg(fileName, picture.fault));
         }
-        receipt.documentFor = [text = *text, imageFolder](const PrintTarget &target) {
+        const auto onWhite = std::make_shared<PicturesOnWhite>();
+        receipt.documentFor = [text = *text, imageFolder, onWhite](const PrintTarget &target) {
             BbCodeParser parser(nullptr);
             const int characters = qMin(target.symbolsPerLine(), mostBbCodeCharacters);
             parser.setSymbolsPerLine(static_cast<unsigned char>(characters));
             parser.setImagesPath(imageFolder);
             parser.parseText(text);
-            return parser.document();
+            TextPrinterDocument document = parser.document();
+            onWhite->putInto(document);
+            return document;
         };
         return receipt;
     };

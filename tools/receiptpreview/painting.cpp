@@ -13,6 +13,7 @@ constexpr int frameDots = 2;
 constexpr int markWidth = 6;
 constexpr int markGap = 4;
 constexpr int leastMarkWidth = 2;
+static_assert(leastMarkWidth + markGap <= Paper::leastMargin, "the mark would cover letters");
 constexpr int bitsOfRows = 8;
 
 class RowPainter
@@ -58,7 +59,7 @@ private:
     {
         const int margin = m_layout.paper().leftMargin();
         const int width = qBound(leastMarkWidth, margin - markGap, markWidth);
-        const int left = qMax(0, margin - markGap - width);
+        const int left = margin - markGap - width;
         m_canvas.fill({left, row.top, width, row.height}, Ink::Note);
     }
 

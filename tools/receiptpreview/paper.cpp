@@ -53,7 +53,7 @@ void Paper::setLine(int dots)
     const int paperDots = qRound(printerslib::drivers::PrintTarget::millimetresOf(m_info) /
                                  millimetresPerInch * m_dotsPerInch);
     m_printableWidth = qBound(leastLine, dots, mostDots);
-    m_width = qBound(m_printableWidth, paperDots, 2 * mostDots);
+    m_width = qBound(m_printableWidth + 2 * leastMargin, paperDots, 2 * mostDots);
 }
 
 Paper Paper::withLine(int dots, int dotsPerInch) const

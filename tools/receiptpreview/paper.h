@@ -36,8 +36,11 @@ public:
     int dotsPerInch() const { return m_dotsPerInch; }
     /// Dots of a printed line.
     int printableWidth() const { return m_printableWidth; }
+    /// What is left blank at each edge at least, where the caption's millimetres leave less: the
+    /// mark of a line that goes on stands there.
+    static constexpr int leastMargin = 6;
     /// The paper from edge to edge: the millimetres of its caption, such as "80 mm", and not less
-    /// than what is printed. PaperInfo::width() is not that: it is the printable millimetres.
+    /// than what is printed with its margins. PaperInfo::width() is not that: it is the printable millimetres.
     int width() const { return m_width; }
     /// What is left blank at the left edge; the right one gets the rest.
     int leftMargin() const { return (m_width - m_printableWidth) / 2; }
