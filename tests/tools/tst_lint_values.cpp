@@ -199,8 +199,13 @@ private Q_SLOTS:
               "<IMG src=a.png><ean13:123><Center></CENTER><IF QTY>",
               "1:1 guessed-name 1:16 guessed-name 1:27 guessed-name 1:35 guessed-name "
               "1:44 guessed-name");
-        blank("half of a fiscal marker, and more than one", "<FISCAL_HEAD>x<FISCAL_QRCODE><FISCAL>",
-              "1:1 guessed-name 1:15 guessed-name");
+        blank("half of a fiscal marker, and one with a mistake",
+              "<FISCAL_HEAD>x<FISCAL_FOTER>x<fiscal_operation>",
+              "1:1 guessed-name 1:15 guessed-name 1:30 guessed-name");
+        blank("attributes of fiscal receipts",
+              "<FISCAL><FISCAL_NO><FISCAL_SIGN><FISCAL_SUM><FISCAL_QR_DATA><FISCAL_DOC>"
+              "<FISCAL_DATE><FISCAL_ID><FISCAL_TYPE>",
+              "");
         blank("other names", "<BARCODES><CUTTER><HRS,0><IMAGES><CENTER_NAME><LINE1>", "");
         blank("in a part that is removed", "<X:><BARCODE><HR><:X>x", "");
         blank("in the data of a code", "<QR>a<HR>", "");

@@ -92,22 +92,25 @@ QVector<Guess> guessesOf(const Instead (&rows)[count], PatternOf patternOf)
     return guesses;
 }
 
+/// The fiscal marker that a name was meant to be. Documents may well have attributes such as
+/// FISCAL_SUM or FISCAL_NO, so that what differs has to be near.
 std::optional<QString> nearestMarker(const QString &upper)
 {
-    if (!upper.startsWith(QLatin1String("FISCAL")))
+    constexpr int shortestPart = 4;
+    const QString begin = QStringLiteral("FISCAL_");
+    if (!upper.startsWith(begin))
         return std::nullopt;
-    QStringList markers;
-    for (const auto &part : PrinterDocumentFormatter::PARTS)
-        markers.append(part.second.mid(1, part.second.size() - 2));
-    // A part of a marker is nearer than what takes as many mistakes.
-    const auto whole = std::find_if(markers.cbegin(), markers.cend(), [&](const QString &marker) {
-        constexpr int shortest = 8;
-        return upper.startsWith(marker) || (upper.size() >= shortest && marker.startsWith(upper));
+    QStringList parts;
+    for (const auto &marker : PrinterDocumentFormatter::PARTS)
+        parts.append(marker.second.mid(begin.size() + 1).chopped(1));
+    const QString part = upper.mid(begin.size());
+    const auto whole = std::find_if(parts.cbegin(), parts.cend(), [&part](const QString &other) {
+        return part.size() >= shortestPart && other.startsWith(part);
     });
     const auto nearest =
-        whole != markers.cend() ? std::optional<QString>(*whole) : nearestName(upper, markers);
+        whole != parts.cend() ? std::optional<QString>(*whole) : nearestName(part, parts);
     return nearest ? std::optional<QString>(
-                         QStringLiteral("the fiscal marker is \"<%1>\"").arg(*nearest))
+                         QStringLiteral("the fiscal marker is \"<%1%2>\"").arg(begin, *nearest))
                    : std::nullopt;
 }
 
