@@ -126,6 +126,170 @@ private Q_SLOTS:
     }
     void changedFigure() { checkPlaces(); }
 
+    void markupInValue_data()
+    {
+        addTemplates();
+        valued("a tag that makes its line blank", "a <CODE>", "'Gift <X> card'",
+               "1:3 markup-in-value");
+        valued("a tag that makes its line bold", "a <CODE>", "'Sale <B>!'", "1:3 markup-in-value");
+        valued("a column", "a <CODE>", "'T-shirt <S>'", "1:3 markup-in-value");
+        valued("a character by its code", "a <CODE>", "'Bad <65> x'", "1:3 markup-in-value");
+        valued("a tag that no value has", "a <CODE>", "'Gift <Special> card'",
+               "1:3 markup-in-value");
+        valued("brackets", "a <CODE>", "'Cola [0.5 l]'", "1:3 markup-in-value");
+        valued("a bracket alone", "a <CODE>", "'Cola]'", "1:3 markup-in-value");
+        valued("a tab", "a <CODE>", "'Cola\\t0.5 l'", "1:3 markup-in-value");
+        valued("in a group", "[a <CODE>]", "'Cola [0.5 l]'", "1:4 markup-in-value");
+        valued("in a group that goes", "[a <CODE> <ZERO>]", "'Cola [0.5 l]'", "");
+        valued("in a part and on a line that are removed", "<X:><CODE><:X>a\n<X><CODE>",
+               "'Cola [0.5 l]'", "");
+        valued("what is less than something", "a <CODE>", "'3 < 5'", "");
+        valued("what is less and more than something, and so a tag", "a <CODE>",
+               "'3 < 5 and 7 > 6'", "1:3 markup-in-value");
+        valued("what opens no tag", "a <CODE>", "'a > b <'", "");
+        valued("an equals sign outside of the entries", "a <CODE>", "'A=B=3.00'", "");
+        valued("tags in front, which a program writes", "<CODE>", "'<C><B>Open on Sunday'", "");
+        valued("formats, which a program writes", "<CODE>", "'Open <B:>on Sunday<:B><:>'", "");
+        valued("symbols, which a program writes", "<SPECSYMBOLS=shop>\n<CODE>",
+               "'Maya <#1> <#91>a<#93>'", "");
+        valued("tags of values, which a program writes", "a <CODE>", "'b [<ZERO>] [c <ZERO,0>]'",
+               "");
+        valued("in the data of a code", "<QR>a <CODE>", "'Cola [0.5 l] <'", "");
+        valued("a code, which a program writes", "<CODE>", "'<QR>https://example.org'", "");
+        row("without a document", "<CODE>", QByteArray(), "", "");
+    }
+    void markupInValue() { checkPlaces(); }
+
+    void markupInEntry_data()
+    {
+        QTest::addColumn<QByteArray>("entries");
+        QTest::addColumn<QStringList>("messages");
+        const auto row = [](const char *name, const char *entries, const QStringList &messages) {
+            QTest::newRow(name) << QByteArray(entries) << messages;
+        };
+        const QString equals =
+            "the entry \"A=B=3.00\" has 3 columns: each \"=\" begins one; \"--clean equals\" makes "
+            "blanks of those behind the first";
+        const QString brackets =
+            "the entry is given as \"Cola [0.5 l]=1.00\" and prints \"Cola 0.5 l<S>1.00\": \"[\" "
+            "and \"]\" make a group; \"--clean brackets\" makes \"(\" and \")\" of them";
+        const QString tag =
+            "the entry is given as \"Sale <B>!=2.00\" and prints \"Sale !<S>2.00\": \"<B>\" acts "
+            "as in a template; \"--clean tags\" makes a blank of the \"<\"";
+        row("nothing", "Tea=1.00\\tCardamom bun=2.00\\t\\tThank you", {});
+        row("an equals sign", "Tea=1.00\\tA=B=3.00", {equals});
+        row("brackets", "Cola [0.5 l]=1.00", {brackets});
+        row("a tag", "Sale <B>!=2.00", {tag});
+        row("all of them", "Sale <B>!=2.00\\tCola [0.5 l]=1.00\\tA=B=3.00",
+            {tag, brackets, equals});
+        row("what a program writes", "<B>Total=5.00\\t<B:>a<:B>=1.00\\t<SHOP>=2", {});
+        row("less than", "1 < 2", {});
+        row("less than, and the tag of the column ends it", "1 < 2=yes",
+            {"the entry is given as \"1 < 2=yes\" and prints \"1 yes\": \"< 2=yes\" acts as in a "
+             "template; \"--clean tags\" makes a blank of the \"<\""});
+    }
+    void markupInEntry()
+    {
+        QFETCH(QByteArray, entries);
+        QFETCH(QStringList, messages);
+        const QByteArray document =
+            json("{'attributes': {'SHOP': 'Kiosk'}, 'entries': '") + entries + json("'}");
+        QStringList expected;
+        for (const QString &message : messages)
+            expected.append("t.cpt:2:1: error: " + message + " [markup-in-value]");
+        const ReceiptRun run = lintrun::lint("a\n<ENTRIES>", {}, document);
+        QCOMPARE(run.output.split('\n', Qt::SkipEmptyParts), expected);
+        QCOMPARE(lintrun::lint("<X:><ENTRIES><:X>a", {}, document).output.count("markup-in-value"),
+                 0);
+    }
+
+    void wrongSum_data()
+    {
+        addTemplates();
+        const auto fuel = [](const char *name, const char *text, const char *places) {
+            row(name, text,
+                json("{'attributes': {'LITRES': '47.83', 'PRICE': '1.749', 'OFF': '0.02', "
+                     "'TOTAL': '82.70', 'PAID': '82.70', 'FUEL': '83.65', 'LESS': '0.96', 'ROUND': "
+                     "'82.69'}}"),
+                "", places);
+        };
+        fuel("products that are summed without rounding",
+             "Fuel<S><LITRES*PRICE>\nOff<S>-<LITRES*OFF>\nTotal<S><LITRES*PRICE-LITRES*OFF>",
+             "3:9 wrong-sum");
+        fuel("the same under another name, and on lines without columns",
+             "Fuel <LITRES*PRICE>\nOff <LITRES*OFF>\n<R><LITRES*PRICE - LITRES*OFF>",
+             "3:4 wrong-sum");
+        fuel("the same of other expressions, by what is printed",
+             "Fuel<S><LITRES*PRICE>\nOff<S>-<LITRES*OFF>\nTotal<S><LITRES*(PRICE-OFF)>",
+             "3:9 wrong-sum");
+        fuel("a total of the program's", "Fuel<S><FUEL>\nOff<S>-<LESS>\nTotal: <TOTAL>",
+             "3:8 wrong-sum");
+        fuel("a total of the program's by its name", "A<S><FUEL>\nB<S>-<LESS>\nC<S>=<TOTAL> EUR",
+             "3:6 wrong-sum");
+        fuel("a total that is right", "Fuel<S><FUEL>\nOff<S>-<LESS>\nTotal<S><ROUND>", "");
+        fuel("parts that are rounded",
+             "Fuel<S><LITRES*PRICE>\nOff<S>-<LITRES*OFF>\n"
+             "Total<S><floor(LITRES*PRICE*100+0.5)/100-floor(LITRES*OFF*100+0.5)/100>",
+             "");
+        fuel("parts that aren't printed", "Fuel<S><LITRES*PRICE>\n<LITRES*PRICE-LITRES*OFF>", "");
+        fuel("another figure than a total", "Fuel<S><FUEL>\nOff<S>-<LESS>\nPaid<S><PAID>", "");
+        fuel("what isn't nearly the sum", "Fuel<S><FUEL>\nOff<S><LESS>\nTotal<S><TOTAL>", "");
+        fuel("in a part that is removed", "Fuel<S><FUEL>\nOff<S>-<LESS>\n<X:>Total<S><TOTAL><:X>x",
+             "");
+        const auto listed = [](const char *name, const char *text, const char *entries,
+                               const char *total, const char *places) {
+            row(name, text,
+                json("{'attributes': {'TOTAL': ") + json(total) + json("}, 'entries': ") +
+                    json(entries) + "}",
+                "", places);
+        };
+        listed("entries that are more", "<ENTRIES>\n---\nTotal<S><TOTAL>",
+               "'Tea=3.15\\tBun=2.80\\tMilk=0.40'", "'6.00'", "3:9 wrong-sum");
+        listed("entries that are the total", "<ENTRIES>\n---\nTotal<S><TOTAL>",
+               "'Tea=3,15\\tBun=2,80 A\\tOffer=-0,40'", "'5.55'", "");
+        listed("entries with what is no part of the sum", "<ENTRIES>\nTotal<S><TOTAL>",
+               "'Tea=3.15\\tBun=2.80\\tMilk=0.40\\tVAT 20%=1.06'", "'6.35'", "");
+        listed("entries with one that is taken off", "<ENTRIES>\nTotal<S><TOTAL>",
+               "'Tea=3.15\\tBun=2.80\\tOffer=0.40'", "'5.55'", "");
+        listed("one entry", "<ENTRIES>\nTotal<S><TOTAL>", "'Tea=3.15'", "'3.16'", "");
+        listed("a sum of all above, whatever it is called",
+               "<ENTRIES>\nA<S><TOTAL>\nTip<S><TOTAL/10>\nTotal<S><TOTAL*1.1+0.01>",
+               "'Tea=3.00\\tBun=2.00'", "'5.00'", "4:9 wrong-sum");
+        listed("figures that are no amounts", "Tea<S>3\nBun<S>2.5\nTotal<S><TOTAL>", "''", "'5.51'",
+               "");
+    }
+    void wrongSum() { checkPlaces(); }
+
+    void messageOfAWrongSum()
+    {
+        const QByteArray document = json(
+            "{'attributes': {'LITRES': '47.83', 'PRICE': '1.749', 'TOTAL': '5.54'}, "
+            "'entries': 'Tea=3.15\\tBun=2.40'}");
+        QCOMPARE(
+            lintrun::lint("<LITRES*PRICE>\n<LITRES/50>\n<LITRES*PRICE-LITRES/50>", {}, document)
+                .output,
+            QString("t.cpt:3:1: error: 82.70 is printed, and the parts of the sum are printed "
+                    "as 82.69 together: each is rounded by itself, and so is the sum; round "
+                    "the parts in it too, as in floor(A*100+0.5)/100 [wrong-sum]\n"));
+        QCOMPARE(lintrun::lint("<ENTRIES>\nTotal<S><TOTAL>", {}, document).output,
+                 QString("t.cpt:2:9: error: 5.54 is printed, and the amounts above add up to 5.55: "
+                         "where each is rounded by itself, so are the parts of the sum, as in "
+                         "floor(A*100+0.5)/100+floor(B*100+0.5)/100 [wrong-sum]\n"));
+    }
+
+    // What --clean makes of a value or an entry, the checker has nothing to say about.
+    void cleanedTextsAreFine()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("t.cpt", "<CODE>\n<ENTRIES>");
+        const QString data = folder.file(
+            "data.json", json("{'attributes': {'CODE': 'Gift <X> card [1]\\t'}, 'entries': "
+                              "'A=B=1.00'}"));
+        const ReceiptRun run =
+            runReceipt({"render", file, data, "--clean", "all", "--width", "30"});
+        QVERIFY2(run.output.startsWith("Gift  X> card (1)"), qPrintable(run.output));
+    }
+
     // With values the zero is on paper, and without them it may be.
     void zeroOfAnError()
     {

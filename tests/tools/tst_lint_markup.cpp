@@ -81,7 +81,7 @@ private Q_SLOTS:
         blank("closed inside a tag", "[a <QTY]>", "1:1 unmatched-bracket 1:8 unmatched-bracket");
         blank("codes of brackets, and groups in groups", "<#91>a<93>[b [c]]", "");
         blank("closed on the next line", "[x\ny]", "1:1 unmatched-bracket 2:2 unmatched-bracket");
-        filled("closed by a value", "[x <GROUP>", "");
+        filled("closed by a value", "[x <GROUP>", "1:4 markup-in-value");
         filled("not closed by a value", "[x <SHOP>", "1:1 unmatched-bracket");
     }
     void unmatchedBracket() { checkPlaces(); }

@@ -13,6 +13,8 @@ void checkDivisions(const Analysis &analysis, Report &report);
 void checkLostSigns(const Analysis &analysis, Report &report);
 void checkTextsAsNumbers(const Analysis &analysis, Report &report);
 void checkChangedFigures(const Analysis &analysis, Report &report);
+void checkSums(const Analysis &analysis, Report &report);
+void checkMarkupInValues(const Analysis &analysis, Report &report);
 void checkValueFormats(const Analysis &analysis, Report &report);
 void checkDateLetters(const Analysis &analysis, Report &report);
 void checkCommasInFormats(const Analysis &analysis, Report &report);

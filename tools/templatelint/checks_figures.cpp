@@ -3,6 +3,7 @@
 #include "figures.h"
 #include "printerdocs/template/substitutiontext_p.h"
 #include "substitution.h"
+#include "sums.h"
 
 // Rules about figures of the document that are others on paper.
 
@@ -47,6 +48,17 @@ void reportFigures(const Analysis &analysis, FigureVerdict::Fault fault, Report 
 }
 
 }  // namespace
+
+void checkSums(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        if (!piece.filled || piece.filled->endless)
+            continue;
+        const QVector<WrongSum> wrong = wrongSumsOf(piece, *analysis.values());
+        for (const WrongSum &sum : wrong)
+            report.add(sum.offset, sum.message);
+    }
+}
 
 void checkLostSigns(const Analysis &analysis, Report &report)
 {

@@ -80,6 +80,33 @@ constexpr Rule table[] = {
          "digits, and larger numbers an exponent. Needs --data."),
      "Super 95<S><PRICE>", "Super 95<S><PRICE,0.000>", R"({"attributes": {"PRICE": "1.749"}})",
      noArguments, checkChangedFigures},
+    {"wrong-sum", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a printed total that isn't the sum of what is printed"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "Each printed amount is rounded by itself, and a total of an expression once, at its end: "
+         "83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are "
+         "printed, as in floor(A*100+0.5)/100. Amounts are those with two decimals at the ends of "
+         "lines; a total is called one, or adds up others. Only what is nearly the sum is told, or "
+         "a total behind entries alone that isn't theirs. Needs --data."),
+     "Fuel<S><LITRES*PRICE>\nDiscount<S>-<LITRES*OFF>\nTotal<S><LITRES*PRICE-LITRES*OFF>",
+     "Fuel<S><LITRES*PRICE>\nDiscount<S>-<LITRES*OFF>\nTotal<S><floor(LITRES*PRICE*100+0.5)/"
+     "100-floor(LITRES*OFF*100+0.5)/100>",
+     R"({"attributes": {"LITRES": "47.83", "PRICE": "1.749", "OFF": "0.02"}})", noArguments,
+     checkSums},
+    {"markup-in-value", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a value or an entry that acts as markup"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "Values and entries are read for tags and groups once they are filled in: \"Cola [0.5 "
+         "l]\" loses its brackets, \"Gift <X> card\" makes its line blank, \"Sale <B>!\" a line "
+         "bold, a tab and each further \"=\" of an entry a column. Nothing is said of markup that "
+         "a program writes on purpose: tags in front of a text, formats such as \"<B:>\", symbols "
+         "such as \"<#1>\", and tags of values that there are. What others write is cleaned by the "
+         "program, or with --clean where \"receipt\" prints. Needs --data."),
+     "Order <DISH>", "Order <DRINK>",
+     R"({"attributes": {"DISH": "Soup [hot]", "DRINK": "Tea, hot"}})", noArguments,
+     checkMarkupInValues},
     {"value-format", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a format that isn't for its kind of value"),
      QT_TRANSLATE_NOOP(

@@ -1,0 +1,214 @@
+#include <QHash>
+#include <QRegularExpression>
+#include <algorithm>
+
+#include "analysis.h"
+#include "checks.h"
+#include "printerdocs/template/templatetags_p.h"
+#include "substitution.h"
+
+// Rules about texts of the document that are others on paper.
+
+namespace templatelint {
+
+namespace {
+
+/// Whether the tags of a text are those of values: then it is a template by itself.
+bool fillsTags(const QString &text, Values &values)
+{
+    const QVector<AttributeTag> tags = attributeTags(text);
+    return !tags.isEmpty() &&
+           std::all_of(tags.cbegin(), tags.cend(), [&values](const AttributeTag &tag) {
+               return values.has(tag.name) || values.evaluates(tag.name);
+           });
+}
+
+/// What the program meant that wrote markup into a text: formats from one place to another and
+/// symbols wherever they stand, other tags in front of the text. The rest should print as it is.
+QString withoutMeantMarkup(const QString &text)
+{
+    static const QRegularExpression symbol(QStringLiteral("^#\\d{1,2}$"));
+    QString result;
+    int end = 0;
+    for (int i = 0; i < text.size(); i = end) {
+        end = text.at(i) == QLatin1Char('<') ? text.indexOf(QLatin1Char('>'), i) + 1 : 0;
+        const QString inner = text.mid(i + 1, end - i - 2);
+        const bool isMeant = end > 0 && isMarkup(inner) &&
+                             inner != innerOf(templates::blankLineTag) &&
+                             (result.isEmpty() || inner.contains(QLatin1Char(':')));
+        if (isMeant)
+            continue;
+        const bool isSymbol = end > 0 && inner.contains(symbol);
+        if (!isSymbol)
+            end = i + 1;
+        result += isSymbol ? QChar(inner.midRef(1).toInt()) : text.at(i);
+    }
+    return result;
+}
+
+/// What a road prints for each tag of the template that something was put in for.
+QHash<int, QString> printedTexts(const Road &road)
+{
+    QHash<int, QString> texts;
+    const auto add = [&texts](const Text &text) {
+        for (int i = 0; i < text.size(); ++i) {
+            const int origin = text.origins.at(i);
+            if (!Text::isTemplate(origin) && origin != Text::nowhere)
+                texts[Text::offsetOf(origin)] += text.characters.at(i);
+        }
+    };
+    for (const Printed &line : road.lines)
+        add(line.text);
+    std::for_each(road.codes.cbegin(), road.codes.cend(), add);
+    return texts;
+}
+
+QString whyChanged(const QString &text)
+{
+    if (text.contains(QLatin1Char('<'))) {
+        const int begin = text.indexOf(QLatin1Char('<'));
+        const int end = text.indexOf(QLatin1Char('>'), begin);
+        return QStringLiteral(
+                   "\"%1\" acts as in a template; \"--clean tags\" makes a blank of the "
+                   "\"<\"")
+            .arg(clipped(text.mid(begin, end < 0 ? -1 : end + 1 - begin)));
+    }
+    if (text.contains(QLatin1Char('\t')))
+        return QStringLiteral("a tab is a column; \"--clean controls\" makes a blank of it");
+    return QStringLiteral(
+        "\"[\" and \"]\" make a group; \"--clean brackets\" makes \"(\" and "
+        "\")\" of them");
+}
+
+QString shown(QString text)
+{
+    return clipped(text.replace(QLatin1Char('\t'), QStringLiteral("<S>")));
+}
+
+/// What becomes of a text on its way to the paper, for a message; empty if it prints as it is.
+QString changeOf(const QString &text, const QString &printed)
+{
+    const bool isSame = printed == withoutMeantMarkup(text) && !text.contains(QLatin1Char('\t'));
+    return isSame ? QString()
+                  : QStringLiteral("\"%1\" and prints \"%2\": ").arg(shown(text), shown(printed)) +
+                        whyChanged(text);
+}
+
+bool mayAct(const QString &text)
+{
+    return holdsAnyOf(text, QStringLiteral("<[]\t")) && !text.contains(templates::qrTag);
+}
+
+class ValueCheck
+{
+public:
+    ValueCheck(const Analysis &analysis, const Piece &piece, Report &report)
+        : m_values(*analysis.values()), m_piece(piece), m_report(report)
+    {}
+
+    void run()
+    {
+        for (const TemplateLine &line : m_piece.lines) {
+            const bool hasEntries =
+                std::any_of(line.tags.cbegin(), line.tags.cend(),
+                            [](const AttributeTag &tag) { return isEntriesTag(tag.inner); });
+            for (const AttributeTag &tag : line.tags) {
+                if (!hasEntries && m_values.has(tag.name))
+                    checkTag(line, tag);
+            }
+        }
+    }
+
+private:
+    void checkTag(const TemplateLine &line, const AttributeTag &tag)
+    {
+        const QString text = m_values.ofTag(tag.inner).value_or(QString());
+        const int offset = line.offsetOf(tag);
+        if (!mayAct(text) || fillsTags(text, m_values) || !m_piece.isPrinted(offset) ||
+            !isLeftByGroups(line, offset))
+            return;
+        if (!m_printed)
+            m_printed = printedTexts(*m_piece.filled);
+        const QString change = changeOf(text, m_printed->value(offset));
+        if (!change.isEmpty())
+            m_report.add(offset, QStringLiteral("%1 is given as ").arg(clipped(tag.name)) + change);
+    }
+    bool isLeftByGroups(const TemplateLine &line, int offset)
+    {
+        const auto valueOf = [this](const QString &inner) { return m_values.ofTag(inner); };
+        return fill(line.text, valueOf).text.origins.contains(Text::standIn(offset));
+    }
+
+    Values &m_values;
+    const Piece &m_piece;
+    Report &m_report;
+    std::optional<QHash<int, QString>> m_printed;
+};
+
+/// What a single entry prints; its "=" are columns.
+QString printedEntry(const QString &entry, const Analysis &analysis)
+{
+    PrinterDocument document = *analysis.options().document;
+    document.setEntries(entry);
+    document.setIsCopy(false);
+    const Source source({QString(templates::entriesTag)});
+    const Road road = travel(
+        source.lines(), document,
+        [&analysis](const QString &inner) { return analysis.values()->ofTag(inner); }, Form::Text);
+    QStringList lines;
+    for (const Printed &line : road.lines)
+        lines.append(line.text.characters);
+    return lines.join(QLatin1Char('\n'));
+}
+
+/// What is wrong with an entry, for a message; empty if nothing is.
+QString faultOfEntry(const QString &entry, const Analysis &analysis)
+{
+    const QString what = QStringLiteral("the entry ");
+    if (entry.count(QLatin1Char('=')) > 1)
+        return what + QStringLiteral(
+                          "\"%1\" has %2 columns: each \"=\" begins one; \"--clean "
+                          "equals\" makes blanks of those behind the first")
+                          .arg(clipped(entry))
+                          .arg(entry.count(QLatin1Char('=')) + 1);
+    if (!mayAct(entry) || fillsTags(entry, *analysis.values()))
+        return QString();
+    QString columns = entry;
+    columns.replace(QLatin1Char('='), QLatin1Char('\t'));
+    const QString printed = printedEntry(entry, analysis);
+    return printed == withoutMeantMarkup(columns)
+               ? QString()
+               : what +
+                     QStringLiteral("is given as \"%1\" and prints \"%2\": ")
+                         .arg(clipped(entry), shown(printed)) +
+                     whyChanged(entry);
+}
+
+void checkEntriesAt(int offset, const Analysis &analysis, Report &report)
+{
+    const QStringList entries = analysis.options().document->entries().split(QLatin1Char('\t'));
+    for (const QString &entry : entries) {
+        const QString fault = faultOfEntry(entry, analysis);
+        if (!fault.isEmpty())
+            report.addEach(offset, fault);
+    }
+}
+
+}  // namespace
+
+void checkMarkupInValues(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        if (!piece.filled || piece.filled->endless)
+            continue;
+        ValueCheck(analysis, piece, report).run();
+        for (const TemplateLine &line : piece.lines) {
+            for (const AttributeTag &tag : line.tags) {
+                if (isEntriesTag(tag.inner) && piece.isPrinted(line.offsetOf(tag)))
+                    checkEntriesAt(line.offsetOf(tag), analysis, report);
+            }
+        }
+    }
+}
+
+}  // namespace templatelint
