@@ -1,3 +1,7 @@
+#include <QHash>
+#include <QSet>
+#include <optional>
+
 #include "analysis.h"
 #include "checks.h"
 #include "figures.h"
@@ -11,39 +15,67 @@ namespace templatelint {
 
 namespace {
 
-/// Whether a tag's value would be seen if it weren't one that makes its group go.
-bool wouldShow(const TemplateLine &line, const AttributeTag &tag, Values &values)
+/// The figures of a piece, each tag's judged once.
+class FigureCheck
 {
-    const auto valueOf = [&](const QString &inner) {
-        return inner == tag.inner ? std::optional<QString>(QStringLiteral("x"))
-                                  : values.ofTag(inner);
-    };
-    return fill(line.text, valueOf).text.origins.contains(Text::standIn(line.offsetOf(tag)));
-}
+public:
+    FigureCheck(const Piece &piece, Values &values) : m_piece(piece), m_values(values) {}
 
-bool concernsThePaper(const Piece &piece, const TemplateLine &line, const AttributeTag &tag,
-                      const FigureVerdict &verdict, Values &values)
-{
-    if (piece.isShown(line.offsetOf(tag)))
-        return true;
-    return verdict.fault == FigureVerdict::ReadAsNumber && piece.isPrinted(line.offsetOf(tag)) &&
-           templates::vanishesWithItsGroup(values.ofTag(tag.inner).value_or(QString())) &&
-           wouldShow(line, tag, values);
-}
+    void report(FigureVerdict::Fault fault, Report &report)
+    {
+        for (const TemplateLine &line : m_piece.lines) {
+            m_left.reset();
+            for (const AttributeTag &tag : line.tags) {
+                const FigureVerdict &verdict = verdictOf(tag);
+                if (verdict.fault == fault && concernsThePaper(line, tag))
+                    report.add(line.offsetOf(tag), verdict.message);
+            }
+        }
+    }
+
+private:
+    const FigureVerdict &verdictOf(const AttributeTag &tag)
+    {
+        const auto known = m_verdicts.constFind(tag.inner);
+        return known != m_verdicts.constEnd()
+                   ? *known
+                   : *m_verdicts.insert(tag.inner, figureVerdictOf(tag, m_values));
+    }
+    bool concernsThePaper(const TemplateLine &line, const AttributeTag &tag)
+    {
+        const int offset = line.offsetOf(tag);
+        return m_piece.isShown(offset) || (vanishesAsANumber(tag.inner) &&
+                                           m_piece.isPrinted(offset) && wouldBeLeft(line, offset));
+    }
+    /// Whether a text makes its group go, only because it is read as a number.
+    bool vanishesAsANumber(const QString &inner) const
+    {
+        return m_verdicts.value(inner).fault == FigureVerdict::ReadAsNumber &&
+               templates::vanishesWithItsGroup(m_values.ofTag(inner).value_or(QString()));
+    }
+    /// Whether groups would leave the value of a tag if no text was read as a number.
+    bool wouldBeLeft(const TemplateLine &line, int offset)
+    {
+        if (!m_left)
+            m_left = originsOf(fill(line.text, [this](const QString &inner) {
+                                   return vanishesAsANumber(inner)
+                                              ? std::optional<QString>(QStringLiteral("x"))
+                                              : m_values.ofTag(inner);
+                               }).text);
+        return m_left->contains(Text::standIn(offset));
+    }
+
+    const Piece &m_piece;
+    Values &m_values;
+    QHash<QString, FigureVerdict> m_verdicts;
+    std::optional<QSet<int>> m_left;  ///< origins of what is left of the line
+};
 
 void reportFigures(const Analysis &analysis, FigureVerdict::Fault fault, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
-        if (!piece.filled || piece.filled->endless)
-            continue;
-        for (const TemplateLine &line : piece.lines) {
-            for (const AttributeTag &tag : line.tags) {
-                const FigureVerdict verdict = figureVerdictOf(tag, *analysis.values());
-                if (verdict.fault == fault &&
-                    concernsThePaper(piece, line, tag, verdict, *analysis.values()))
-                    report.add(line.offsetOf(tag), verdict.message);
-            }
-        }
+        if (piece.filled && !piece.filled->endless)
+            FigureCheck(piece, *analysis.values()).report(fault, report);
     }
 }
 

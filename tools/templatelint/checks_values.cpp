@@ -88,7 +88,8 @@ QString shown(QString text)
 /// What becomes of a text on its way to the paper, for a message; empty if it prints as it is.
 QString changeOf(const QString &text, const QString &printed)
 {
-    const bool isSame = printed == withoutMeantMarkup(text) && !text.contains(QLatin1Char('\t'));
+    const bool isSame = (printed == text || printed == withoutMeantMarkup(text)) &&
+                        !text.contains(QLatin1Char('\t'));
     return isSame ? QString()
                   : QStringLiteral("\"%1\" and prints \"%2\": ").arg(shown(text), shown(printed)) +
                         whyChanged(text);
@@ -112,6 +113,7 @@ public:
             const bool hasEntries =
                 std::any_of(line.tags.cbegin(), line.tags.cend(),
                             [](const AttributeTag &tag) { return isEntriesTag(tag.inner); });
+            m_left.reset();
             for (const AttributeTag &tag : line.tags) {
                 if (!hasEntries && m_values.has(tag.name))
                     checkTag(line, tag);
@@ -135,14 +137,18 @@ private:
     }
     bool isLeftByGroups(const TemplateLine &line, int offset)
     {
-        const auto valueOf = [this](const QString &inner) { return m_values.ofTag(inner); };
-        return fill(line.text, valueOf).text.origins.contains(Text::standIn(offset));
+        if (!m_left)
+            m_left = originsOf(fill(line.text, [this](const QString &inner) {
+                                   return m_values.ofTag(inner);
+                               }).text);
+        return m_left->contains(Text::standIn(offset));
     }
 
     Values &m_values;
     const Piece &m_piece;
     Report &m_report;
     std::optional<QHash<int, QString>> m_printed;
+    std::optional<QSet<int>> m_left;  ///< origins of what groups leave of the line
 };
 
 /// What a single entry prints; its "=" are columns.

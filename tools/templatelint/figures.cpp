@@ -30,7 +30,8 @@ struct PrintedFigure
     QString text;  ///< what is printed
 };
 
-FigureVerdict verdict(FigureVerdict::Fault fault, const PrintedFigure &figure, const QString &why)
+FigureVerdict figureVerdict(FigureVerdict::Fault fault, const PrintedFigure &figure,
+                            const QString &why)
 {
     const QString pattern = figure.origin == Origin::Text ? QStringLiteral("%1 is given as \"%2\"")
                             : figure.origin == Origin::Number ? QStringLiteral("%1 is %2")
@@ -91,27 +92,30 @@ FigureVerdict verdictOfReal(const PrintedFigure &figure)
         return {};
     const QString name = clipped(figure.name);
     if (figure.value < 0 && figure.value > -1 && printed > 0)
-        return verdict(FigureVerdict::LostSign, figure,
-                       QStringLiteral("in a format with decimals a number between -1 and 0 loses "
-                                      "its sign; \"<%1,0.E>\" keeps it")
-                           .arg(name));
+        return figureVerdict(
+            FigureVerdict::LostSign, figure,
+            QStringLiteral("in a format with decimals a number between -1 and 0 loses "
+                           "its sign; \"<%1,0.E>\" keeps it")
+                .arg(name));
     if (hasSixDigits(figure.format) && isAnother(figure, printed))
-        return verdict(FigureVerdict::Changed, figure,
-                       QStringLiteral("an \"E\" in the format gives six digits"));
+        return figureVerdict(FigureVerdict::Changed, figure,
+                             QStringLiteral("an \"E\" in the format gives six digits"));
     if (std::abs(figure.value) > std::numeric_limits<int>::max() && isAnother(figure, printed))
-        return verdict(FigureVerdict::Changed, figure,
-                       QStringLiteral("with decimals in the format the part in front of the point "
-                                      "has 32 bits; \"<%1,0>\" prints it without decimals")
-                           .arg(name));
+        return figureVerdict(
+            FigureVerdict::Changed, figure,
+            QStringLiteral("with decimals in the format the part in front of the point "
+                           "has 32 bits; \"<%1,0>\" prints it without decimals")
+                .arg(name));
     const int decimals = decimalsOf(figure.given);
     const bool isGivenSo = figure.origin == Origin::Text ||
                            (figure.origin == Origin::Number && decimals <= mostDecimalsGiven);
     if (!figure.format.isEmpty() || !isGivenSo || std::abs(printed - figure.value) < unnoticed)
         return {};
-    return verdict(FigureVerdict::Changed, figure,
-                   QStringLiteral("without a format there are two decimals; \"<%1,0.%2>\" prints "
-                                  "all of them")
-                       .arg(name, QString(decimals, QLatin1Char('0'))));
+    return figureVerdict(
+        FigureVerdict::Changed, figure,
+        QStringLiteral("without a format there are two decimals; \"<%1,0.%2>\" prints "
+                       "all of them")
+            .arg(name, QString(decimals, QLatin1Char('0'))));
 }
 
 /// How a text that no number is meant by is kept as it stands.
@@ -132,11 +136,12 @@ FigureVerdict verdictOfZeros(const PrintedFigure &figure)
                                      figure.format.count(QLatin1Char('0')) < 2);
     if (isMeant || digitsInFront(figure.text) >= digits)
         return {};
-    return verdict(FigureVerdict::ReadAsNumber, figure,
-                   isWhole ? QStringLiteral("the text reads as a number, which has no zeros in "
-                                            "front; \"<%1,%2>\" prints all digits")
-                                 .arg(clipped(figure.name), QString(digits, QLatin1Char('0')))
-                           : keptAsText(text));
+    return figureVerdict(FigureVerdict::ReadAsNumber, figure,
+                         isWhole
+                             ? QStringLiteral("the text reads as a number, which has no zeros in "
+                                              "front; \"<%1,%2>\" prints all digits")
+                                   .arg(clipped(figure.name), QString(digits, QLatin1Char('0')))
+                             : keptAsText(text));
 }
 
 FigureVerdict verdictOfComma(const PrintedFigure &figure)
@@ -147,11 +152,11 @@ FigureVerdict verdictOfComma(const PrintedFigure &figure)
         isNumber && std::abs(std::abs(printed) - std::abs(figure.value)) < unnoticed;
     if (!figure.format.isEmpty() && isSame)
         return {};
-    return verdict(FigureVerdict::ReadAsNumber, figure,
-                   QStringLiteral("the comma is read as a decimal point; a format, such as "
-                                  "\"<%1,0.%2>\", says that a number is meant")
-                       .arg(clipped(figure.name),
-                            QString(qMax(1, decimalsOf(figure.given)), QLatin1Char('0'))));
+    return figureVerdict(FigureVerdict::ReadAsNumber, figure,
+                         QStringLiteral("the comma is read as a decimal point; a format, such as "
+                                        "\"<%1,0.%2>\", says that a number is meant")
+                             .arg(clipped(figure.name),
+                                  QString(qMax(1, decimalsOf(figure.given)), QLatin1Char('0'))));
 }
 
 /// Of a text that the library takes for a number.
@@ -161,7 +166,7 @@ FigureVerdict verdictOfText(const PrintedFigure &figure)
     static const QRegularExpression leadingZero(QStringLiteral("^-?0\\d"));
     const QString text = figure.given.trimmed();
     if (text.contains(otherThanNumber))
-        return verdict(FigureVerdict::ReadAsNumber, figure, keptAsText(text));
+        return figureVerdict(FigureVerdict::ReadAsNumber, figure, keptAsText(text));
     if (text.contains(leadingZero)) {
         const FigureVerdict zeros = verdictOfZeros(figure);
         if (zeros.fault != FigureVerdict::None)

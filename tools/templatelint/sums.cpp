@@ -4,7 +4,6 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <cstdlib>
-#include <numeric>
 #include <optional>
 
 #include "attributes.h"
@@ -14,6 +13,7 @@ namespace templatelint {
 namespace {
 
 constexpr int hundred = 100;
+constexpr int longestLine = 256;  // of one that is read by a person as an amount with its name
 
 /// An amount at the end of a printed line, in hundredths.
 struct Amount
@@ -53,6 +53,8 @@ std::optional<Amount> amountOf(const Printed &line)
         QStringLiteral("^(?<label>[^\\d]*\\p{L}[^\\d]*)[\\s=:](?<amount>[+-]?\\d+[.,]\\d\\d)"
                        "(\\s?[^\\d\\s%]{1,4})?\\s*$"));
     const QString &text = line.text.characters;
+    if (text.size() > longestLine)
+        return std::nullopt;
     const int column = text.lastIndexOf(QLatin1Char('\t')) + 1;
     const auto match = (column > 0 ? inColumn : behindText).match(text.mid(column));
     const auto hundredths = hundredthsOf(match.captured(QStringLiteral("amount")));
@@ -69,28 +71,29 @@ std::optional<Amount> amountOf(const Printed &line)
     return amount;
 }
 
-bool holdsWord(const QString &text, const char *pattern)
+QRegularExpression wordPattern(const char *words)
 {
-    return text.contains(QRegularExpression(QString::fromUtf8(pattern),
-                                            QRegularExpression::CaseInsensitiveOption |
-                                                QRegularExpression::UseUnicodePropertiesOption));
+    return QRegularExpression(
+        QString::fromUtf8(words),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
 }
 
 bool readsLikeATotal(const QString &label)
 {
-    return holdsWord(label,
-                     "total|\\bsum\\b|to pay|amount due|итог|всего|сумма|к оплате|summe|"
-                     "gesamt|zu zahlen|endbetrag");
+    static const QRegularExpression words = wordPattern(
+        "total|\\bsum\\b|to pay|amount due|итог|всего|сумма|к оплате|summe|"
+        "gesamt|zu zahlen|endbetrag");
+    return label.contains(words);
 }
 
 /// Of what a receipt lists that isn't a part of its sum.
 bool readsLikeAside(const QString &label)
 {
-    return readsLikeATotal(label) ||
-           holdsWord(label,
-                     "\\bvat\\b|\\btax|ндс|mwst|\\bust\\b|incl|в т\\. ?ч|enthalt|darin|paid|"
-                     "cash|card|change|налич|карт|сдача|\\bbar\\b|gegeben|zurück|rückgeld|"
-                     "balance|points|баллы");
+    static const QRegularExpression words = wordPattern(
+        "\\bvat\\b|\\btax|ндс|mwst|\\bust\\b|incl|в т\\. ?ч|enthalt|darin|paid|"
+        "cash|card|change|налич|карт|сдача|\\bbar\\b|gegeben|zurück|rückgeld|"
+        "balance|points|баллы");
+    return readsLikeATotal(label) || label.contains(words);
 }
 
 /// The terms of an expression that adds and subtracts, with their signs; less than two if it
@@ -155,9 +158,7 @@ public:
 private:
     void take(const Amount &amount)
     {
-        const qint64 sum =
-            std::accumulate(m_above.cbegin(), m_above.cend(), qint64(0),
-                            [](qint64 all, const Amount &above) { return all + above.hundredths; });
+        const qint64 sum = m_sum;
         const bool isTotal = isTotalOf(amount);
         if (isTotal && isWrong(amount, sum))
             m_wrong.append(
@@ -168,8 +169,14 @@ private:
                      .arg(inUnits(amount.hundredths), inUnits(sum))});
         // What is the sum of all above it stands for them, whatever it is called.
         if (isTotal || (m_above.size() > 1 && sum == amount.hundredths))
-            m_above.clear();
+            startAnew();
         m_above.append(amount);
+        m_sum += amount.hundredths;
+    }
+    void startAnew()
+    {
+        m_above.clear();
+        m_sum = 0;
     }
     bool isTotalOf(const Amount &amount) const
     {
@@ -216,6 +223,7 @@ private:
     const Piece &m_piece;
     const QHash<int, AttributeTag> &m_tags;
     QVector<Amount> m_above;
+    qint64 m_sum = 0;  ///< of those above
     QVector<WrongSum> m_wrong;
 };
 

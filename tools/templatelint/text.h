@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -51,6 +52,11 @@ struct Text
     /// Offset of the first character that comes from anywhere; `nowhere` if there is none.
     int firstOffset() const;
 };
+
+inline QSet<int> originsOf(const Text &text)
+{
+    return QSet<int>(text.origins.cbegin(), text.origins.cend());
+}
 
 inline const QString &charactersOf(const Text &line)
 {
