@@ -337,6 +337,76 @@ private Q_SLOTS:
         }
     }
 
+    // A font switch at the end of a line has a finding if it would do something in front of the
+    // next.
+    void lostFontSwitchesAreFound()
+    {
+        const QStringList parts{"<F1>", "<F2>", "<F4>", "<F6>", "a", " ", "<:>", "[x]", "<B>"};
+        const QString next = "b";
+        const auto fontsOf = [](const QStringList &lines) {
+            EnginePrinting engine;
+            QByteArray fonts;
+            for (const QString &line : lines)
+                fonts = engine.print(line).font().value(0);
+            return fonts;
+        };
+        RandomLines random(11);
+        int lost = 0;
+        for (int run = 0; run < runs; ++run) {
+            const QString line = "x" + random.line(parts);
+            const int tag = line.lastIndexOf("<F");
+            QString without = line;
+            const QString moved = tag < 0 ? QString() : line.mid(tag, 4);
+            if (tag >= 0)
+                without.remove(tag, 4);
+            const bool isAtEnd = EnginePrinting().print(line.left(qMax(tag, 0))).text().value(0) ==
+                                 EnginePrinting().print(line).text().value(0);
+            const bool expected =
+                tag >= 0 && isAtEnd && fontsOf({line, next}) != fontsOf({without, moved + next});
+            bool actual = false;
+            for (const Finding &finding : lint({line, next}, Options()))
+                actual = actual || finding.rule->name == QByteArray("lost-font-switch");
+            if (actual != expected)
+                qInfo() << line;
+            QCOMPARE(actual, expected);
+            lost += actual ? 1 : 0;
+        }
+        QVERIFY(lost > runs / 50);
+    }
+
+    // Of the format of a date of which nothing is said no word prints letters beside those parts
+    // that it has: all of it is put in, or nothing.
+    void silentDateFormatsPrintNoStrayLetters()
+    {
+        const QStringList parts{"d",  "dd", "m", "mm", "yy", "yyyy", "h", "hh", "n",  "nn", "s",
+                                "ss", "D",  "Y", "YY", "T",  "x",    "U", "ap", ".",  ":",  " ",
+                                " ",  ".",  "/", "MM", "hh", "dd",   "y", "N",  "yy", "-",  "."};
+        PrinterDocument values;
+        values.setAttributes({{"WHEN", QDateTime(QDate(2026, 5, 9), QTime(14, 30, 7))}});
+        Options options;
+        options.document = values;
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        const QRegularExpression names("d{3}|[mM]{3}");
+        const QRegularExpression letters("[A-Za-z]+");
+        RandomLines random(12);
+        int silent = 0;
+        for (int run = 0; run < runs; ++run) {
+            const QString format = random.line(parts);
+            if (!lint({"<WHEN," + format + '>'}, options).isEmpty() || format.contains(names))
+                continue;
+            ++silent;
+            const QString printed = formatter.processDocAttributes("<WHEN," + format + '>', values);
+            for (auto match = letters.globalMatch(printed); match.hasNext();) {
+                const QString word = match.next().captured();
+                const bool isOfFormat =
+                    QStringList{"T", "pm"}.contains(word) ||
+                    format.contains(QRegularExpression("(?<![A-Za-z])" + word + "(?![A-Za-z])"));
+                QVERIFY2(isOfFormat, qPrintable(format + " -> " + printed));
+            }
+        }
+        QVERIFY(silent > runs / 10);
+    }
+
     // Of a line whose values are all there: let one after the other be empty, and see which tags
     // the engine leaves unfilled then.
     void tagsThatAGroupHidesAreFound()
