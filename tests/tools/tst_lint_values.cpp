@@ -128,6 +128,9 @@ private Q_SLOTS:
         filled("more decimals than nine", "<PRICE,0.0000000000>", "1:8 value-format");
         filled("of calculations", "<QTY*2,0.00 EUR><QTY*2,dd.mm><QTY*2,0.E><QTY*2,0.00>",
                "1:8 value-format 1:24 value-format");
+        filled("of a zero that takes its group along", "[x <ZERO,0.00>]y\n[<SHOP> <ZERO,0.00>]",
+               "");
+        filled("of a zero without a group", "<ZERO,0.00>", "1:7 value-format");
         filled("of a value that isn't there", "[<EMPTY*2,0.00 EUR>]x", "");
         const QByteArray document = lintrun::json(
             "{'attributes': {'TRUE': true, 'NONE': 'n/a', 'DASH': '-', 'CARD': "

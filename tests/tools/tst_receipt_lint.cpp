@@ -235,6 +235,9 @@ private Q_SLOTS:
             "1:20: error: of the format \"0.0 EUR\" only \"0\", \"#\" and the point are for "
             "numbers: what else is to be printed stands outside of the tag: it prints \"1234.57\" "
             "[value-format]");
+        row("format in a group that goes", "[x <TABLE,0.00><EMPTY>]y", true, "",
+            "1:11: warning: the format \"0.00\" is for real numbers, and the value is a whole one: "
+            "it prints \"0007\" [value-format]");
         row("format without effect", "<SHOP,20>", true, "",
             "1:7: warning: the format \"20\" has no effect, as the value is a text: it prints "
             "\"Kiosk\" [value-format]");

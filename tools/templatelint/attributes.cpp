@@ -178,8 +178,10 @@ TagVerdict TagJudge::judgedByName(const AttributeTag &tag)
 
 TagVerdict TagJudge::judgedByFormat(const AttributeTag &tag, const QVariant &value)
 {
-    return ofFormat(tag,
-                    formatFault(value, tag.format, m_values->ofTag(tag.inner).value_or(QString())));
+    const QString printed = m_values->ofTag(tag.inner).value_or(QString());
+    TagVerdict verdict = ofFormat(tag, formatFault(value, tag.format, printed));
+    verdict.isFineInGroup = templates::vanishesWithItsGroup(printed);
+    return verdict;
 }
 
 /// A date's format that was meant to have a comma in it.

@@ -13,13 +13,22 @@ namespace templatelint {
 
 namespace {
 
+/// A value that this document doesn't show can't be printed as another one.
+Severity severityOf(const TagFault &found, const Piece &piece, const Report &report)
+{
+    const TagVerdict &verdict = found.verdict;
+    const bool isOfFormat =
+        verdict.fault == TagVerdict::Misformatted || verdict.fault == TagVerdict::DateLetters;
+    const bool isHidden = piece.filled && !piece.isShown(found.offset - verdict.index);
+    return isOfFormat && isHidden ? Severity::Warning : verdict.lesser.value_or(report.severity());
+}
+
 void reportTags(const Analysis &analysis, TagVerdict::Fault fault, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
         for (const TagFault &found : piece.tagFaults) {
             if (found.verdict.fault == fault)
-                report.addAs(found.verdict.lesser.value_or(report.severity()), found.offset,
-                             found.verdict.message);
+                report.addAs(severityOf(found, piece, report), found.offset, found.verdict.message);
         }
     }
 }
