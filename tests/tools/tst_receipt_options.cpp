@@ -62,7 +62,7 @@ private:
             return {"document", "show", m_folder.path("saved")};
         if (command == "bbcode")
             return {command, m_folder.path("a.txt")};
-        if (command == "lint" || command == "split")
+        if (command == "data" || command == "lint" || command == "split")
             return {command, example("kiosk.cpt")};
         QStringList arguments{command, example("kiosk.cpt"), example("kiosk.json")};
         if (command == "preview")
@@ -92,7 +92,8 @@ private Q_SLOTS:
     void optionOfSeveralCommandsIsDescribedInTheSameWords()
     {
         // These have other values, or write something else, in each command.
-        const QStringList ofOneCommand{"as", "code-page", "output", "plain", "strict", "to"};
+        const QStringList ofOneCommand{"as",    "code-page", "from", "output",
+                                       "plain", "strict",    "to"};
         QMap<QString, QStringList> commandsOf;
         QMap<QString, HelpRow> first;
         const QStringList commands = commandNames();
@@ -119,6 +120,8 @@ private Q_SLOTS:
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"],
                  (QStringList{"fill", "preview", "print", "render", "document save"}));
+        QCOMPARE(commandsOf["data-schema"],
+                 (QStringList{"fill", "lint", "preview", "print", "render", "document save"}));
         QCOMPARE(commandsOf["json"],
                  (QStringList{"drawer", "find", "lint", "models", "print", "status"}));
         QCOMPARE(commandsOf["as"],
@@ -130,7 +133,8 @@ private Q_SLOTS:
         for (const QString &command : commandNames()) {
             for (const HelpRow &row :
                  optionsIn(runReceipt(command.split(' ') + QStringList("-h")).output))
-                QVERIFY2(row.value == row.value.toUpper() || row.value == "DATA.json",
+                QVERIFY2(row.value == row.value.toUpper() || row.value == "DATA.json" ||
+                             row.value == "OLD.json",
                          qPrintable(command + ' ' + row.value));
         }
     }
@@ -182,8 +186,8 @@ private Q_SLOTS:
                  {"--margin", margin}, "--margin: \"" + margin + "\" is no number from 0 to 1000");
         rows({"lint", "preview"}, "code page", {"--code-page", "cp9999"},
              "--code-page: there is no encoding \"cp9999\"");
-        rows({"fill", "lint", "preview", "print", "render", "split", "document save"}, "encoding",
-             {"--codec", "none"}, "--codec: there is no encoding \"none\"");
+        rows({"data", "fill", "lint", "preview", "print", "render", "split", "document save"},
+             "encoding", {"--codec", "none"}, "--codec: there is no encoding \"none\"");
         const QString rules = "all, tags, brackets, controls, bidirectional, invisible, equals";
         for (const QString &value : QStringList{"tag", "tags,tag", ""})
             rows({"fill", "preview", "print", "render", "document save"},

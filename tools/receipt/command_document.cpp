@@ -2,6 +2,7 @@
 
 #include "cleaning.h"
 #include "commands.h"
+#include "dataschema.h"
 #include "documentcopy.h"
 #include "documentforms.h"
 #include "filling.h"
@@ -103,8 +104,8 @@ int saveDocument(const QStringList &arguments)
                                  QStringLiteral("The receipt's document; - is standard input."));
     const QCommandLineOption from(QStringLiteral("from"), QStringLiteral("The template."),
                                   QStringLiteral("TEMPLATE"));
-    parser.addOptions({from, tool::symbolsOption(), tool::cleanOption(), tool::codecOption(),
-                       tool::languageOption()});
+    parser.addOptions({from, tool::symbolsOption(), tool::cleanOption(), tool::dataSchemaOption(),
+                       tool::codecOption(), tool::languageOption()});
     if (const auto status = parseAction(parser, QStringLiteral("document save"), arguments, 2))
         return *status;
     const QString path = absolutePath(parser.positionalArguments().at(0));
@@ -116,7 +117,8 @@ int saveDocument(const QStringList &arguments)
         tool::complain(QStringLiteral("document save: --from is missing"));
     const bool hasSymbols = tool::isFolder(parser, tool::symbolsOption());
     if (templateFile.isEmpty() || codec == nullptr || !rules || !hasSymbols || !isSavable(path) ||
-        !tool::readsInputOnce({templateFile, data}) || !tool::useLanguage(parser))
+        !tool::useDataSchema(parser, true) || !tool::readsInputOnce({templateFile, data}) ||
+        !tool::useLanguage(parser))
         return tool::WrongUsage;
 
     tool::useSymbolFolder(tool::folderOf(parser, tool::symbolsOption(), templateFile));

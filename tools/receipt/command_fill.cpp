@@ -1,5 +1,6 @@
 #include "cleaning.h"
 #include "commands.h"
+#include "dataschema.h"
 #include "filling.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "support.h"
@@ -11,13 +12,13 @@ int runFill(const QStringList &arguments)
     parser.setApplicationDescription(
         QStringLiteral("Prints a template's lines with the document's values filled in; the other "
                        "tags stay as they are."));
-    parser.addOptions({tool::cleanOption(), tool::codecOption()});
+    parser.addOptions({tool::cleanOption(), tool::dataSchemaOption(), tool::codecOption()});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("fill"), arguments, 2, 2))
         return *status;
     const QTextCodec *codec = tool::codecOf(parser);
     const auto rules = tool::cleaningRulesOf(parser, true);
-    if (codec == nullptr || !rules)
+    if (codec == nullptr || !rules || !tool::useDataSchema(parser, true))
         return tool::WrongUsage;
     const QStringList files = parser.positionalArguments();
     if (!tool::readsInputOnce(files))

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "commands.h"
+#include "dataschema.h"
 #include "documentfile.h"
 #include "folderoptions.h"
 #include "forms.h"
@@ -304,7 +305,7 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
         !readPaper(parser, task.options) || !readCodePage(parser, options, task.options) ||
         !tool::isFolder(parser, options.symbols) ||
         !tool::readsInputOnce(task.templates + QStringList(task.data)) ||
-        !tool::useLanguage(parser))
+        !tool::useDataSchema(parser, !task.data.isEmpty()) || !tool::useLanguage(parser))
         return std::nullopt;
     task.codec = codec;
     task.options.form = form->form;
@@ -319,8 +320,8 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     parser.addOptions({options.data, tool::formOption(forms)});
     parser.addOptions(tool::lineOptions());
     parser.addOptions({tool::modelsFileOption(), options.codePage, options.symbols, options.fiscal,
-                       options.json, options.strict, options.explain, tool::codecOption(),
-                       tool::languageOption(), tool::watchOption()});
+                       options.json, options.strict, options.explain, tool::dataSchemaOption(),
+                       tool::codecOption(), tool::languageOption(), tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));

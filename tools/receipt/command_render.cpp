@@ -4,6 +4,7 @@
 
 #include "cleaning.h"
 #include "commands.h"
+#include "dataschema.h"
 #include "documentforms.h"
 #include "filling.h"
 #include "folderoptions.h"
@@ -126,7 +127,7 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     parser.addOptions(tool::lineOptions(QString::number(tool::usualWidth)));
     parser.addOptions({tool::marginOption(), options.symbols, options.letterCase, options.output,
                        options.pretty, options.plain, tool::unescapedOption(), tool::cleanOption(),
-                       tool::codecOption(), tool::languageOption()});
+                       tool::dataSchemaOption(), tool::codecOption(), tool::languageOption()});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("render"), arguments, 1, 2))
         return status;
@@ -186,12 +187,14 @@ int runRender(const QStringList &arguments)
     const Case *letterCase = tool::chosenRow(parser, caseName, cases);
     const auto width = lineWidth(parser);
     const auto rules = tool::cleaningRulesOf(parser, !parser.isSet(options.plain));
+    const bool hasSchema = tool::useDataSchema(parser, !parser.isSet(options.plain));
     const auto margin = tool::marginOf(parser, true);
     const bool hasSymbols = tool::isFolder(parser, options.symbols);
     const QStringList files = parser.positionalArguments();
     const auto render = form == nullptr ? nullptr : tool::chosenWriter(parser, *form);
     if (codec == nullptr || render == nullptr || !rules || letterCase == nullptr || !width ||
-        !margin || !hasSymbols || !tool::readsInputOnce(files) || !tool::useLanguage(parser))
+        !hasSchema || !margin || !hasSymbols || !tool::readsInputOnce(files) ||
+        !tool::useLanguage(parser))
         return tool::WrongUsage;
 
     tool::useSymbolFolder(tool::folderOf(parser, options.symbols, files.constFirst()));

@@ -75,6 +75,7 @@ int runAction(const QString &command, const QString &about, const Command (&acti
 }  // namespace tool
 
 int runBbCode(const QStringList &arguments);
+int runData(const QStringList &arguments);
 int runDecode(const QStringList &arguments);
 bool drawsDecoded(const QStringList &arguments);
 int runDocument(const QStringList &arguments);

@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "dataschema.h"
 #include "support.h"
 #include "templatefile.h"
 
@@ -174,11 +175,17 @@ std::optional<PrinterDocument> readDocument(const QString &fileName)
     const auto json = jsonOf(fileName, *text);
     if (!json)
         return std::nullopt;
-    if (!json->isObject()) {
+    const auto document = documentOf(fileName, *json);
+    return document && fitsDataSchema(fileName, *json) ? document : std::nullopt;
+}
+
+std::optional<PrinterDocument> documentOf(const QString &fileName, const QJsonDocument &json)
+{
+    if (!json.isObject()) {
         complain(QStringLiteral("%1: the document is no JSON object").arg(fileName));
         return std::nullopt;
     }
-    return DocumentReader(fileName).read(json->object());
+    return DocumentReader(fileName).read(json.object());
 }
 
 }  // namespace tool

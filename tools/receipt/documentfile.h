@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonDocument>
 #include <QString>
 #include <optional>
 
@@ -16,7 +17,10 @@ namespace tool {
 /// {"datetime": "2026-03-14T18:05:30"}.
 ///
 /// Complains about everything that is wrong, naming the line of a syntax error and the key path of
-/// a bad value, and then gives nothing.
+/// a bad value, and of what the schema of --data-schema doesn't allow, and then gives nothing.
 std::optional<PrinterDocument> readDocument(const QString &fileName);
+
+/// The same of a file that has been read, without its schema.
+std::optional<PrinterDocument> documentOf(const QString &fileName, const QJsonDocument &json);
 
 }  // namespace tool

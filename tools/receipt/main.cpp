@@ -15,6 +15,7 @@ bool drawsAlways(const QStringList &)
 
 constexpr Command commands[] = {
     {"bbcode", "show what a BBCode text prints", runBbCode},
+    {"data", "write the document that a template needs", runData},
     {"decode", "show what a printer makes of the bytes sent to it", runDecode, drawsDecoded},
     {"document", "save, show, check, repair and remove document files", runDocument},
     {"drawer", "open the cash drawer at a printer", runDrawer},

@@ -3,6 +3,7 @@
 #include <printerslib/drivers/codepage.h>
 
 #include "cleaning.h"
+#include "dataschema.h"
 #include "folderoptions.h"
 #include "language.h"
 #include "lineoptions.h"
@@ -136,8 +137,9 @@ PrintOptions optionsWith(const QCommandLineParser &parser, int codePage, PrintOp
 
 QList<QCommandLineOption> sourceOptions()
 {
-    return {bbCodeOption(),       documentOption(), plainOption(), marginOption(),  symbolsOption(),
-            imagesOfTextOption(), cleanOption(),    codecOption(), languageOption()};
+    return {bbCodeOption(),  documentOption(),     plainOption(), marginOption(),
+            symbolsOption(), imagesOfTextOption(), cleanOption(), dataSchemaOption(),
+            codecOption(),   languageOption()};
 }
 
 std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
@@ -156,8 +158,8 @@ std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
     const bool hasImages = isImageFolder(parser, isBbCode);
     const auto margin = marginOf(parser, !isBbCode && !isDocument);
     const auto rules = cleaningRulesOf(parser, isTemplate);
-    if (!hasSymbols || !hasImages || !margin || !rules || !readsInputOnce(files) ||
-        !useLanguage(parser))
+    if (!hasSymbols || !hasImages || !margin || !rules || !useDataSchema(parser, isTemplate) ||
+        !readsInputOnce(files) || !useLanguage(parser))
         return std::nullopt;
     const QString symbols = folderOf(parser, symbolsOption(), file);
     useSymbolFolder(symbols);

@@ -1,0 +1,188 @@
+#include "dataschema.h"
+
+// The library else ends the program on a schema that it can't read.
+#define VALIJSON_USE_EXCEPTIONS 1  // NOLINT(cppcoreguidelines-macro-usage)
+
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QRegularExpression>
+#include <QStringList>
+#include <exception>
+#include <optional>
+#include <valijson/adapters/qtjson_adapter.hpp>
+#include <valijson/schema.hpp>
+#include <valijson/schema_parser.hpp>
+#include <valijson/validation_results.hpp>
+#include <valijson/validator.hpp>
+
+#include "support.h"
+
+namespace tool {
+
+namespace {
+
+using valijson::ValidationResults;
+using valijson::adapters::QtJsonAdapter;
+
+QString _schemaFile;
+
+QString schemaOptionName()
+{
+    return QStringLiteral("data-schema");
+}
+
+/// What the library finds at a place.
+struct SchemaFault
+{
+    QStringList keys;
+    QString text;
+    bool namesKey = false;  ///< the last key is one that is missing, or isn't allowed
+};
+
+/// A text of the library that is better told of the key that it names.
+struct Rewording
+{
+    const char *pattern;
+    const char *text;  ///< empty: it only says that there is another fault further inside
+};
+
+constexpr Rewording rewordings[] = {
+    {"^Missing required property '(.*)'\\.$", "is missing"},
+    {"'properties' or 'additionalProperties' constraints: '(.*)'\\.$", "isn't allowed there"},
+    {"^Failed to validate against schema associated with property name", ""},
+    {"^Failed to validate against child schema", ""},
+};
+
+/// The keys of a place such as "<root>", "[attributes]", "[PAID]".
+QStringList keysOf(const std::vector<std::string> &context)
+{
+    QStringList keys;
+    for (const std::string &step : context) {
+        const QString text = QString::fromStdString(step);
+        if (text.startsWith(QLatin1Char('[')))
+            keys.append(text.mid(1, text.size() - 2));
+    }
+    return keys;
+}
+
+/// Nothing for a fault that says nothing of its own.
+std::optional<SchemaFault> faultOf(const ValidationResults::Error &error)
+{
+    SchemaFault fault{keysOf(error.context), QString::fromStdString(error.description), false};
+    for (const Rewording &rewording : rewordings) {
+        const QRegularExpression pattern(QLatin1String(rewording.pattern));
+        const auto match = pattern.match(fault.text);
+        if (!match.hasMatch())
+            continue;
+        if (*rewording.text == '\0')
+            return std::nullopt;
+        fault.keys.append(match.captured(1));
+        fault.text = QLatin1String(rewording.text);
+        fault.namesKey = true;
+        break;
+    }
+    return fault;
+}
+
+/// What the schema itself says of a place; empty if nothing.
+QString descriptionOf(QJsonObject schema, const QStringList &keys)
+{
+    if (keys.isEmpty())
+        return QString();
+    for (const QString &key : keys) {
+        const QJsonObject properties = schema.value(QStringLiteral("properties")).toObject();
+        schema = properties.value(key).toObject();
+    }
+    return schema.value(QStringLiteral("description")).toString();
+}
+
+/// A fault in the words of the schema, if it has some for the place.
+QString lineOf(SchemaFault fault, const QJsonObject &schema)
+{
+    QString description = descriptionOf(schema, fault.keys);
+    // What is missing or too much in a value that is described: the value is another one.
+    constexpr int keysOfAttribute = 2;
+    if (description.isEmpty() && fault.namesKey && fault.keys.size() > keysOfAttribute) {
+        const QStringList value = fault.keys.mid(0, fault.keys.size() - 1);
+        description = descriptionOf(schema, value);
+        if (!description.isEmpty())
+            fault = {value, QString(), false};
+    }
+    if (!description.isEmpty()) {
+        const QString expected = QStringLiteral("%1 is expected").arg(description);
+        fault.text = fault.namesKey ? fault.text + QStringLiteral("; ") + expected : expected;
+    }
+    const QString place = fault.keys.join(QLatin1Char('.'));
+    return place.isEmpty() ? fault.text : place + QStringLiteral(": ") + fault.text;
+}
+
+/// The lines that tell the faults, one for each place that the schema describes.
+QStringList linesOf(ValidationResults &results, const QJsonObject &schema)
+{
+    QStringList lines;
+    ValidationResults::Error error;
+    while (results.popError(error)) {
+        if (const auto fault = faultOf(error))
+            lines.append(lineOf(*fault, schema));
+    }
+    lines.removeDuplicates();
+    return lines;
+}
+
+QStringList faultsOf(const QJsonObject &schema, const QJsonObject &document)
+{
+    valijson::Schema parsed;
+    const QJsonValue schemaValue(schema);
+    const QJsonValue documentValue(document);
+    valijson::SchemaParser().populateSchema(QtJsonAdapter(schemaValue), parsed);
+    ValidationResults results;
+    valijson::Validator(valijson::Validator::kStrongTypes)
+        .validate(parsed, QtJsonAdapter(documentValue), &results);
+    return linesOf(results, schema);
+}
+
+}  // namespace
+
+QCommandLineOption dataSchemaOption()
+{
+    return {schemaOptionName(),
+            QStringLiteral("Check the document against this JSON Schema first, such as \"receipt "
+                           "data --schema\" writes."),
+            QStringLiteral("FILE")};
+}
+
+bool useDataSchema(const QCommandLineParser &parser, bool fillsDocument)
+{
+    if (!parser.isSet(schemaOptionName()))
+        return true;
+    if (!fillsDocument) {
+        complain(QStringLiteral("--%1 needs a document").arg(schemaOptionName()));
+        return false;
+    }
+    _schemaFile = parser.value(schemaOptionName());
+    if (_schemaFile != QLatin1String("-") && !_schemaFile.isEmpty())
+        return true;
+    complain(QStringLiteral("--%1: \"%2\" is no file").arg(schemaOptionName(), _schemaFile));
+    return false;
+}
+
+bool fitsDataSchema(const QString &fileName, const QJsonDocument &json)
+{
+    if (_schemaFile.isEmpty())
+        return true;
+    const auto schema = readJson(_schemaFile);
+    if (!schema)
+        return false;
+    try {
+        const QStringList faults = faultsOf(schema->object(), json.object());
+        for (const QString &fault : faults)
+            complain(QStringLiteral("%1: %2 (%3)").arg(fileName, fault, _schemaFile));
+        return faults.isEmpty();
+    } catch (const std::exception &fault) {
+        complain(QStringLiteral("%1: the schema can't be used: %2")
+                     .arg(_schemaFile, QString::fromLocal8Bit(fault.what())));
+        return false;
+    }
+}
+
+}  // namespace tool
