@@ -270,6 +270,9 @@ private Q_SLOTS:
         QVERIFY(run.errors.contains("old.json: x: unknown key"));
         QCOMPARE(run.output, QString());
         QCOMPARE(run.status, 1);
+        const QString other = folder.file("t.cpt", "Receipt <DOCNO>\n");
+        QVERIFY(dataOf("<SHOP>\n", {"--from", other}).errors.contains("this is a template"));
+        QVERIFY(runReceipt({"data", example("kiosk.json")}).errors.contains("kiosk.json: "));
         QCOMPARE(dataOf("<SHOP>\n", {"--from", folder.path("none.json")}).status, 1);
         QCOMPARE(dataOf("<SHOP>\n", {"--from", folder.file("list.json", "[]")}).status, 1);
     }
@@ -483,6 +486,12 @@ private Q_SLOTS:
         QCOMPARE(
             attributes.value("properties").toObject().value("PAID").toObject().value("description"),
             QJsonValue("a text with decimals, such as \"10.00\""));
+    }
+
+    void schemaOnThePageForAuthorsIsThatOfItsTemplate()
+    {
+        QCOMPARE(fileJson(example("authors/kiosk.schema.json")),
+                 jsonOf(runReceipt({"data", example("kiosk.cpt"), "--schema"}).output));
     }
 
     void documentsOfTheExamplesFitTheirSchemas()

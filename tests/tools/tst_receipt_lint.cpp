@@ -338,6 +338,9 @@ private Q_SLOTS:
         QTest::newRow("authors/inverse") << "authors/inverse"
                                          << "authors/nothing"
                                          << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/longnames") << "authors/longnames"
+                                           << "authors/longnames"
+                                           << "--model CUSTOM_VKP_80";
         QTest::newRow("authors/markup") << "authors/markup"
                                         << "authors/nothing"
                                         << "--model CUSTOM_VKP_80";
@@ -430,6 +433,7 @@ private Q_SLOTS:
                                  "authors/fiscal",
                                  "authors/groups",
                                  "authors/inverse",
+                                 "authors/longnames",
                                  "authors/markup",
                                  "authors/removal",
                                  "authors/rounding",

@@ -90,7 +90,7 @@ public:
     /// Complains and gives false on failure.
     bool read(const QString &fileName)
     {
-        const auto json = tool::readJson(fileName);
+        const auto json = tool::readDocumentJson(fileName);
         if (!json || !tool::documentOf(fileName, *json))
             return false;
         m_document = json->object();

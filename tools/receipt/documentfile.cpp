@@ -162,7 +162,7 @@ private:
 
 namespace tool {
 
-std::optional<PrinterDocument> readDocument(const QString &fileName)
+std::optional<QJsonDocument> readDocumentJson(const QString &fileName)
 {
     const auto text = readInput(fileName);
     if (!text)
@@ -172,7 +172,12 @@ std::optional<PrinterDocument> readDocument(const QString &fileName)
                      .arg(fileName));
         return std::nullopt;
     }
-    const auto json = jsonOf(fileName, *text);
+    return jsonOf(fileName, *text);
+}
+
+std::optional<PrinterDocument> readDocument(const QString &fileName)
+{
+    const auto json = readDocumentJson(fileName);
     if (!json)
         return std::nullopt;
     const auto document = documentOf(fileName, *json);

@@ -20,7 +20,9 @@ namespace tool {
 /// a bad value, and of what the schema of --data-schema doesn't allow, and then gives nothing.
 std::optional<PrinterDocument> readDocument(const QString &fileName);
 
-/// The same of a file that has been read, without its schema.
+/// The JSON of such a file. Complains and gives nothing if it is none.
+std::optional<QJsonDocument> readDocumentJson(const QString &fileName);
+/// The document of that JSON, as readDocument() has it, but without the schema.
 std::optional<PrinterDocument> documentOf(const QString &fileName, const QJsonDocument &json);
 
 }  // namespace tool
