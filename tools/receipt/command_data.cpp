@@ -215,7 +215,7 @@ tool::DataText dataOf(const Task &task, const Needs &needs, const OldData &old)
         data.attributes.append({value.name, known.isUndefined() ? tool::sampleOf(value) : known});
     }
     QStringList others;
-    const QJsonObject attributes = old.attributes();
+    const QJsonObject &attributes = old.attributes();
     for (auto other = attributes.begin(); other != attributes.end(); ++other) {
         if (needed.contains(other.key()) || old.isCut(other.key()))
             continue;

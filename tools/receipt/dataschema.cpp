@@ -54,7 +54,7 @@ constexpr Rewording rewordings[] = {
 };
 
 /// The keys of a place such as "<root>", "[attributes]", "[PAID]".
-QStringList keysOf(const std::vector<std::string> &context)
+QStringList keysOfContext(const std::vector<std::string> &context)
 {
     QStringList keys;
     for (const std::string &step : context) {
@@ -66,9 +66,10 @@ QStringList keysOf(const std::vector<std::string> &context)
 }
 
 /// Nothing for a fault that says nothing of its own.
-std::optional<SchemaFault> faultOf(const ValidationResults::Error &error)
+std::optional<SchemaFault> schemaFaultOf(const ValidationResults::Error &error)
 {
-    SchemaFault fault{keysOf(error.context), QString::fromStdString(error.description), false};
+    SchemaFault fault{keysOfContext(error.context), QString::fromStdString(error.description),
+                      false};
     for (const Rewording &rewording : rewordings) {
         const QRegularExpression pattern(QLatin1String(rewording.pattern));
         const auto match = pattern.match(fault.text);
@@ -97,7 +98,7 @@ QString descriptionOf(QJsonObject schema, const QStringList &keys)
 }
 
 /// A fault in the words of the schema, if it has some for the place.
-QString lineOf(SchemaFault fault, const QJsonObject &schema)
+QString faultLine(SchemaFault fault, const QJsonObject &schema)
 {
     QString description = descriptionOf(schema, fault.keys);
     // What is missing or too much in a value that is described: the value is another one.
@@ -117,19 +118,19 @@ QString lineOf(SchemaFault fault, const QJsonObject &schema)
 }
 
 /// The lines that tell the faults, one for each place that the schema describes.
-QStringList linesOf(ValidationResults &results, const QJsonObject &schema)
+QStringList faultLines(ValidationResults &results, const QJsonObject &schema)
 {
     QStringList lines;
     ValidationResults::Error error;
     while (results.popError(error)) {
-        if (const auto fault = faultOf(error))
-            lines.append(lineOf(*fault, schema));
+        if (const auto fault = schemaFaultOf(error))
+            lines.append(faultLine(*fault, schema));
     }
     lines.removeDuplicates();
     return lines;
 }
 
-QStringList faultsOf(const QJsonObject &schema, const QJsonObject &document)
+QStringList schemaFaultsOf(const QJsonObject &schema, const QJsonObject &document)
 {
     valijson::Schema parsed;
     const QJsonValue schemaValue(schema);
@@ -138,7 +139,7 @@ QStringList faultsOf(const QJsonObject &schema, const QJsonObject &document)
     ValidationResults results;
     valijson::Validator(valijson::Validator::kStrongTypes)
         .validate(parsed, QtJsonAdapter(documentValue), &results);
-    return linesOf(results, schema);
+    return faultLines(results, schema);
 }
 
 }  // namespace
@@ -174,7 +175,7 @@ bool fitsDataSchema(const QString &fileName, const QJsonDocument &json)
     if (!schema)
         return false;
     try {
-        const QStringList faults = faultsOf(schema->object(), json.object());
+        const QStringList faults = schemaFaultsOf(schema->object(), json.object());
         for (const QString &fault : faults)
             complain(QStringLiteral("%1: %2 (%3)").arg(fileName, fault, _schemaFile));
         return faults.isEmpty();

@@ -19,64 +19,65 @@ constexpr char wholeDigits[] = "^-?[0-9]{1,18}$";
 constexpr char anyDigits[] = "^-?[0-9]{1,18}([.][0-9]{1,18})?$";
 constexpr char decimalDigits[] = "^-?[0-9]{1,18}[.][0-9]{1,18}$";
 
-QJsonObject typed(const char *type)
+QJsonObject typedSchema(const char *type)
 {
     return {{QStringLiteral("type"), QLatin1String(type)}};
 }
 
-QJsonObject textOf(const char *pattern)
+QJsonObject textSchema(const char *pattern)
 {
-    QJsonObject schema = typed("string");
+    QJsonObject schema = typedSchema("string");
     schema.insert(QStringLiteral("pattern"), QLatin1String(pattern));
     return schema;
 }
 
 /// An object with this key alone, which has a text.
-QJsonObject objectWith(const QString &key)
+QJsonObject objectSchema(const QString &key)
 {
-    QJsonObject schema = typed("object");
-    schema.insert(QStringLiteral("properties"), QJsonObject{{key, typed("string")}});
+    QJsonObject schema = typedSchema("object");
+    schema.insert(QStringLiteral("properties"), QJsonObject{{key, typedSchema("string")}});
     schema.insert(QStringLiteral("required"), QJsonArray{key});
     schema.insert(QStringLiteral("additionalProperties"), false);
     return schema;
 }
 
-QJsonArray anyValue()
+QJsonArray anyValueSchemas()
 {
-    return {typed("string"), typed("number"), typed("boolean"), typed("object")};
+    return {typedSchema("string"), typedSchema("number"), typedSchema("boolean"),
+            typedSchema("object")};
 }
 
-QJsonArray number()
+QJsonArray numberSchemas()
 {
-    return {typed("number"), textOf(anyDigits)};
+    return {typedSchema("number"), textSchema(anyDigits)};
 }
 
-QJsonArray wholeNumber()
+QJsonArray wholeNumberSchemas()
 {
-    return {typed("integer"), textOf(wholeDigits)};
+    return {typedSchema("integer"), textSchema(wholeDigits)};
 }
 
 /// JSON doesn't tell 100.00 from 100, which would print as a whole number.
-QJsonArray realNumber()
+QJsonArray realNumberSchemas()
 {
-    QJsonObject broken = typed("number");
-    broken.insert(QStringLiteral("not"), typed("integer"));
-    return {textOf(decimalDigits), broken};
+    QJsonObject broken = typedSchema("number");
+    broken.insert(QStringLiteral("not"), typedSchema("integer"));
+    return {textSchema(decimalDigits), broken};
 }
 
-QJsonArray date()
+QJsonArray dateSchemas()
 {
-    return {objectWith(QStringLiteral("date")), objectWith(QStringLiteral("datetime"))};
+    return {objectSchema(QStringLiteral("date")), objectSchema(QStringLiteral("datetime"))};
 }
 
-QJsonArray time()
+QJsonArray timeSchemas()
 {
-    return {objectWith(QStringLiteral("time")), objectWith(QStringLiteral("datetime"))};
+    return {objectSchema(QStringLiteral("time")), objectSchema(QStringLiteral("datetime"))};
 }
 
-QJsonArray dateAndTime()
+QJsonArray momentSchemas()
 {
-    return {objectWith(QStringLiteral("datetime"))};
+    return {objectSchema(QStringLiteral("datetime"))};
 }
 
 QJsonValue sampleText(const NeededValue &value)
@@ -123,18 +124,18 @@ struct KindRow
 };
 
 constexpr KindRow kinds[] = {
-    {ValueKind::Any, "a text, or a value of any kind", sampleText, anyValue},
-    {ValueKind::Number, "a number, such as 10 or \"10.00\"", sampleNumber, number},
+    {ValueKind::Any, "a text, or a value of any kind", sampleText, anyValueSchemas},
+    {ValueKind::Number, "a number, such as 10 or \"10.00\"", sampleNumber, numberSchemas},
     {ValueKind::Whole, "a whole number, such as 10, or a text of digits, such as \"007723\"",
-     sampleWhole, wholeNumber},
-    {ValueKind::Real, "a text with decimals, such as \"10.00\"", sampleReal, realNumber},
-    {ValueKind::Date, "a date, such as {\"date\": \"2026-03-14\"}", sampleDate, date},
-    {ValueKind::Time, "a time, such as {\"time\": \"18:05:30\"}", sampleTime, time},
+     sampleWhole, wholeNumberSchemas},
+    {ValueKind::Real, "a text with decimals, such as \"10.00\"", sampleReal, realNumberSchemas},
+    {ValueKind::Date, "a date, such as {\"date\": \"2026-03-14\"}", sampleDate, dateSchemas},
+    {ValueKind::Time, "a time, such as {\"time\": \"18:05:30\"}", sampleTime, timeSchemas},
     {ValueKind::DateTime, "a date with a time, such as {\"datetime\": \"2026-03-14T18:05:30\"}",
-     sampleDateAndTime, dateAndTime},
+     sampleDateAndTime, momentSchemas},
 };
 
-const KindRow &rowOf(ValueKind kind)
+const KindRow &kindRowOf(ValueKind kind)
 {
     for (const KindRow &row : kinds) {
         if (row.kind == kind)
@@ -146,7 +147,7 @@ const KindRow &rowOf(ValueKind kind)
 /// What a value is to be, in words.
 QString aboutValue(const NeededValue &value)
 {
-    const QString about = QLatin1String(rowOf(value.kind).about);
+    const QString about = QLatin1String(kindRowOf(value.kind).about);
     return value.isOptional
                ? about + QStringLiteral("; if it is empty or zero, its groups aren't printed")
                : about;
@@ -154,10 +155,10 @@ QString aboutValue(const NeededValue &value)
 
 QJsonObject schemaOfValue(const NeededValue &value)
 {
-    QJsonArray choices = rowOf(value.kind).schema();
+    QJsonArray choices = kindRowOf(value.kind).schema();
     if (value.isOptional)
         choices.append(QJsonObject{{QStringLiteral("enum"), QJsonArray{QString(), QJsonValue(0)}}});
-    return {{QStringLiteral("description"), QLatin1String(rowOf(value.kind).about)},
+    return {{QStringLiteral("description"), QLatin1String(kindRowOf(value.kind).about)},
             {QStringLiteral("anyOf"), choices}};
 }
 
@@ -170,7 +171,7 @@ QJsonObject schemaOfAttributes(const Needs &needs)
         if (!value.isOptional)
             required.append(value.name);
     }
-    QJsonObject schema = typed("object");
+    QJsonObject schema = typedSchema("object");
     schema.insert(QStringLiteral("properties"), properties);
     schema.insert(QStringLiteral("required"), required);
     return schema;
@@ -199,7 +200,7 @@ QString memberLine(const QString &indent, const QString &name, const QJsonValue 
 
 QJsonValue sampleOf(const NeededValue &value)
 {
-    return rowOf(value.kind).sample(value);
+    return kindRowOf(value.kind).sample(value);
 }
 
 QString sampleEntries()
@@ -246,12 +247,12 @@ QStringList commentsOn(const Needs &needs)
 QJsonObject schemaOf(const Needs &needs, const QString &title)
 {
     const QJsonObject properties{{QStringLiteral("attributes"), schemaOfAttributes(needs)},
-                                 {QStringLiteral("entries"), typed("string")},
-                                 {QStringLiteral("isCopy"), typed("boolean")}};
+                                 {QStringLiteral("entries"), typedSchema("string")},
+                                 {QStringLiteral("isCopy"), typedSchema("boolean")}};
     QJsonArray required{QStringLiteral("attributes")};
     if (needs.entries)
         required.append(QStringLiteral("entries"));
-    QJsonObject schema = typed("object");
+    QJsonObject schema = typedSchema("object");
     schema.insert(QStringLiteral("$schema"),
                   QStringLiteral("http://json-schema.org/draft-07/schema#"));
     schema.insert(QStringLiteral("title"), title);

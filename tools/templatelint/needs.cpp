@@ -25,7 +25,7 @@ struct Wishes
 
 constexpr int usualDecimals = 2;
 
-int decimalsOf(const QString &fraction)
+int formatDecimals(const QString &fraction)
 {
     const auto isZero = [](QChar c) { return c == QLatin1Char('0') || c == QLatin1Char('#'); };
     const auto end = std::find_if_not(fraction.cbegin(), fraction.cend(), isZero);
@@ -53,7 +53,7 @@ void addFormat(const QString &format, Wishes &wishes, NeededValue &value)
     const int point = format.indexOf(QLatin1Char('.'));
     if (point >= 0) {
         wishes.isReal = true;
-        value.decimals = qMax(value.decimals, decimalsOf(format.mid(point + 1)));
+        value.decimals = qMax(value.decimals, formatDecimals(format.mid(point + 1)));
     } else if (format.count(QLatin1Char('0')) > 1) {
         wishes.isWhole = true;
     } else if (format.contains(QLatin1Char('0'))) {
