@@ -37,7 +37,7 @@ private:
                 "open from <OPENS,h:nn ap>",
                 "<SALE_DT,yyyy-mm-dd>, <SALE_DT,hh:nn:ss>",
                 "[<X:><TILL-1><:X>Till <TILL> of two]",
-                "each of <TILL><S><floor(TOTAL/TILL*100+0.5)/100>",
+                "points<S><floor(TOTAL/TILL),0>",
                 "never printed<X:> <DOCNO><:X>",
                 "symbols <#91> and <93>"};
     }
