@@ -152,6 +152,7 @@ private Q_SLOTS:
         blank("no text at all", "<F2>\n<:>", "1:1 lost-markup");
         filled("by a value", "a\n<SHOP><F2><GUEST>\nb", "2:7 open-font 2:11 undrawn-symbol");
         filled("on a line that is gone", "a\n[<F2>b<ZERO>]\nc", "");
+        blankWith("--as text", "in text, which has no fonts", "a\n<F2>b\nc<F1>\nd", "");
         blankWith("--fiscal", "each piece begins in font 1", "a\n<F2>b\n<FISCAL_BODY>\nc", "");
     }
     void openFont() { checkPlaces(); }

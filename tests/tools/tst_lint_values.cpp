@@ -161,6 +161,8 @@ private Q_SLOTS:
         filled("parts side by side", "<AT,yyyy-mm-ddThh:nn:ss.zzz><AT,ddMMyy><AT,yyyyMMddThhnnss>",
                "");
         filled("names of days and months", "<AT,dddd, d MMMM yyyy>", "1:5 comma-in-format");
+        filled("words of other alphabets beside parts",
+               "<AT,yyyy\u5E74mm\u6708dd\u65E5><AT,dd.mm.yyyy\u0433.>", "");
         filled("quoted words", "<AT,'Uhr' hh><AT,'am' hh><AT,dd''><AT,hh'h'nn><AT,dd 'at' hh:nn>",
                "1:18 date-letters");
         filled("a quotation mark without its end", "<AT,dd 'Uhr>", "");

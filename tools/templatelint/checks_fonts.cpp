@@ -94,6 +94,8 @@ void checkFontsOf(const Road &road, Report &report)
 
 void checkOpenFonts(const Analysis &analysis, Report &report)
 {
+    if (analysis.options().form == Form::Text)
+        return;
     for (const Piece &piece : analysis.pieces()) {
         const QVector<const Road *> roads = analysis.decisiveRoads(piece);
         for (const Road *road : roads) {
@@ -109,6 +111,8 @@ void checkOpenFonts(const Analysis &analysis, Report &report)
 
 void checkLostFontSwitches(const Analysis &analysis, Report &report)
 {
+    if (analysis.options().form == Form::Text)
+        return;
     for (const Piece &piece : analysis.pieces()) {
         const QVector<const Road *> roads = analysis.decisiveRoads(piece);
         for (const Road *road : roads)

@@ -49,10 +49,11 @@ constexpr char monthAfterHour[] = "[hH][^A-Za-z]?[mM]";
 constexpr char otherThanDigits[] = "[^0#.E]";
 constexpr char manyDecimals[] = "^[^.]*\\.[^.E]{10,}";
 
-/// The words of a format, of letters of any alphabet; quoted ones with their quotation marks.
+/// The words of a format; quoted ones with their quotation marks. Letters of other alphabets are
+/// none of a format's.
 QStringList wordsOf(const QString &format)
 {
-    static const QRegularExpression word(QStringLiteral("'[^']*(?:'|$)|\\p{L}+"));
+    static const QRegularExpression word(QStringLiteral("'[^']*(?:'|$)|\\p{Latin}+"));
     QStringList words;
     for (auto match = word.globalMatch(format); match.hasNext();)
         words.append(match.next().captured());
@@ -212,8 +213,8 @@ FormatFault formatFault(const QString &format)
 bool looksLikeDateFormat(const QString &format)
 {
     static const QRegularExpression part(
-        QStringLiteral(
-            "(?<!\\p{L})(d{2,4}|m{2,4}|yyyy|yy|hh?(?=[:.]?[mn])|nn|ss)(?=\\P{L}|$|[dmyhnsT])"),
+        QStringLiteral("(?<!\\p{Latin})(d{2,4}|m{2,4}|yyyy|yy|hh?(?=[:.]?[mn])|nn|ss)(?=\\P{Latin}|"
+                       "$|[dmyhnsT])"),
         QRegularExpression::CaseInsensitiveOption);
     return format.contains(part);
 }
