@@ -223,6 +223,8 @@ private Q_SLOTS:
                "1:1 guessed-name 1:10 guessed-name");
         filled("a name that may be missing in a group", "[Code <BARCODE>]\n[<CENTER>]",
                "1:7 guessed-name 2:2 guessed-name");
+        blank("with a format it is an attribute", "<LEFT,dd.mm.yyyy><LINE,0><LEFT,dd.mm.yy, hh:nn>",
+              "1:32 comma-in-format");
         blank("functions", "<round(QTY,2)><max(QTY,PRICE),0><QTY+min(QTY,2),0><Round (QTY)>",
               "1:2 guessed-name 1:16 guessed-name 1:38 guessed-name 1:52 guessed-name");
         filled("functions, with values", "<round(QTY)><2*max(QTY,PRICE),0>",

@@ -223,6 +223,11 @@ private Q_SLOTS:
             "days are \"dd\", months \"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes "
             "\"nn\", seconds \"ss\"; other words stand outside of the tag: it prints "
             "\"DD.03.YYYY\" [date-letters]");
+        row("capitals and a month for minutes", "<AT,DD hh:mm>", true, "",
+            "1:5: error: in \"DD hh:mm\" the letters of \"DD\" mean something else: days are "
+            "\"dd\", months \"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes \"nn\", "
+            "seconds \"ss\", and the \"m\" behind the hours is the month: it prints \"DD 18:03\" "
+            "[date-letters]");
         row("half a day, without a document", "<SALE,h:n am/pm>", false, "",
             "1:7: warning: in \"h:n am/pm\" the letters of \"am\", \"pm\" mean something else: "
             "days are \"dd\", months \"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes "

@@ -133,7 +133,7 @@ TagVerdict TagJudge::judged(const AttributeTag &tag)
     if (tag.name.trimmed().isEmpty())
         return {TagVerdict::BadExpression, 1,
                 QStringLiteral("\"<%1>\" has no name").arg(clipped(tag.inner))};
-    for (const TagVerdict &verdict : {judgedByGuess(tag), judgedByComma(tag)}) {
+    for (const TagVerdict &verdict : {judgedByComma(tag), judgedByGuess(tag)}) {
         if (verdict.fault != TagVerdict::None)
             return verdict;
     }

@@ -74,28 +74,37 @@ bool isPlainWord(const QString &word)
     return !word.contains(letterOfParts) || parts.match(word).hasMatch();
 }
 
-/// What is wrong with the letters of a date's or time's format; empty if nothing is.
-QString faultOfLetters(const QString &format)
+/// The words of a format whose letters mean something else than they seem to.
+QStringList misleadingWords(const QString &format)
 {
-    if (holds(format, monthAfterHour))
-        return QStringLiteral(
-            "in \"%1\" the \"m\" behind the hours is the month, and minutes are \"n\"");
-    QStringList faulty;
+    QStringList misleading;
     const QStringList words = wordsOf(format);
     for (QString word : words) {
         if (!isPlainWord(word))
-            faulty.append(word.remove(QLatin1Char('\'')));
+            misleading.append(word.remove(QLatin1Char('\'')));
     }
-    if (faulty.isEmpty())
-        return QString();
-    const bool isHalfDay =
-        QRegularExpression(QStringLiteral("^[aApP][mM]$")).match(faulty.constLast()).hasMatch();
+    return misleading;
+}
+
+/// What is wrong with the letters of a date's or time's format; empty if nothing is.
+QString faultOfLetters(const QString &format)
+{
+    static const QRegularExpression halfDay(QStringLiteral("^[aApP][mM]$"));
+    const bool hasMonth = holds(format, monthAfterHour);
+    const QString month = QStringLiteral("the \"m\" behind the hours is the month");
+    const QStringList words = misleadingWords(format);
+    if (words.isEmpty())
+        return hasMonth ? QStringLiteral("in \"%1\" ") + month +
+                              QStringLiteral(", and minutes are \"n\"")
+                        : QString();
+    const QString cure = halfDay.match(words.constLast()).hasMatch()
+                             ? QStringLiteral(", and \"am\" or \"pm\" is \"ap\"")
+                             : QStringLiteral("; other words stand outside of the tag");
     return QStringLiteral(
                "in \"%1\" the letters of \"%2\" mean something else: days are \"dd\", months "
                "\"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes \"nn\", seconds \"ss\"%3")
-        .arg(QStringLiteral("%1"), clipped(faulty.join(QStringLiteral("\", \""))),
-             isHalfDay ? QStringLiteral(", and \"am\" or \"pm\" is \"ap\"")
-                       : QStringLiteral("; other words stand outside of the tag"));
+        .arg(QStringLiteral("%1"), clipped(words.join(QStringLiteral("\", \""))),
+             hasMonth ? QStringLiteral(", and ") + month : cure);
 }
 
 QString faultOfTime(Kind kind, const QString &format)

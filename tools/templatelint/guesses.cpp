@@ -73,7 +73,7 @@ constexpr Instead guessedFunctions[] = {
 QRegularExpression wholeWord(const char *names)
 {
     return QRegularExpression(
-        QStringLiteral("^/?(%1)(\\s*[=:,].*|\\s+\\w+=.*)?$").arg(QLatin1String(names)));
+        QStringLiteral("^/?(%1)(\\s*[=:].*|\\s+\\w+=.*)?$").arg(QLatin1String(names)));
 }
 
 /// A row with its pattern ready for use.
