@@ -693,6 +693,48 @@ private Q_SLOTS:
         QCOMPARE(run.status, 2);
     }
 
+    void valueIsOptionalInItsGroupAlone_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("isRequired");
+        const auto row = [](const char *text, bool isRequired) {
+            QTest::newRow(text) << QByteArray(text) << isRequired;
+        };
+        row("<NAME>", true);
+        row("[<NAME>]", false);
+        row("[a [b] <NAME> [c] d]", false);
+        row("[a] <NAME> [b]", true);
+        row("] <NAME> [", true);
+        row("[<NAME>", true);
+        row("<NAME>]", true);
+        row("[[<NAME>]", false);
+        row("[<NAME>] <NAME>", true);
+        row("[<NAME>]\n[<NAME*2>]", false);
+        row("[\n<NAME>\n]", true);
+        row("[b]<NAME>[/b]", true);
+    }
+    void valueIsOptionalInItsGroupAlone()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, isRequired);
+        const QJsonObject schema = jsonOf(dataOf(text, {"--schema"}).output);
+        const QJsonObject attributes =
+            schema.value("properties").toObject().value("attributes").toObject();
+        QCOMPARE(attributes.value("required").toArray().contains("NAME"), isRequired);
+    }
+
+    void greatTemplateHasItsDocument()
+    {
+        QByteArray text;
+        for (int i = 0; i < 20000; ++i)
+            text += "[<NAME" + QByteArray::number(i) + ">]";
+        const WorkFolder folder;
+        const ReceiptRun run = dataOf(text);
+        QCOMPARE(attributeLines(run.output).size(), 20000);
+        const QString old = folder.file("old.json", run.output.toUtf8());
+        QCOMPARE(dataOf(text, {"--from", old}).output, run.output);
+    }
+
     void greatTextsAreCheckedAndCut()
     {
         const WorkFolder folder;

@@ -2,6 +2,7 @@
 #include <QJsonDocument>
 #include <QMap>
 #include <QRegularExpression>
+#include <QSet>
 #include <optional>
 
 #include "commands.h"
@@ -179,9 +180,9 @@ private:
     /// How many pieces the template has a tag for, without a gap.
     static int placesOf(const Needs &needs, const QString &name)
     {
-        QStringList names;
+        QSet<QString> names;
         for (const NeededValue &value : needs.values)
-            names.append(value.name);
+            names.insert(value.name);
         int count = 0;
         while (names.contains(pieceName(name, count)))
             ++count;
@@ -205,11 +206,11 @@ void tellNames(const QString &fileName, const QString &what, const QStringList &
 tool::DataText dataOf(const Task &task, const Needs &needs, const OldData &old)
 {
     tool::DataText data;
-    QStringList needed;
+    QSet<QString> needed;
     QStringList missing;
     for (const NeededValue &value : needs.values) {
         const QJsonValue known = old.value(value.name);
-        needed.append(value.name);
+        needed.insert(value.name);
         if (known.isUndefined())
             missing.append(value.name);
         data.attributes.append({value.name, known.isUndefined() ? tool::sampleOf(value) : known});

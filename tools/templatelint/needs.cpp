@@ -2,10 +2,10 @@
 
 #include <QHash>
 #include <QRegularExpression>
+#include <QSet>
 #include <algorithm>
 
 #include "expression.h"
-#include "printerdocs/printerdocumentformatter.h"
 #include "tags.h"
 #include "text.h"
 
@@ -99,21 +99,45 @@ bool isOneName(const QString &name)
     return !holdsAnyOf(name, QStringLiteral("+-*/%^()<"));
 }
 
+/// For each place of a line whether a group encloses it, as the search for its brackets finds out.
+QVector<bool> placesInGroups(const QString &line)
+{
+    QVector<bool> result(line.size(), false);
+    int open = 0;
+    for (int i = 0; i < line.size(); ++i) {
+        result[i] = open > 0;
+        if (line.at(i) == QLatin1Char('['))
+            ++open;
+        else if (line.at(i) == QLatin1Char(']') && open > 0)
+            --open;
+    }
+    open = 0;
+    for (int i = line.size() - 1; i >= 0; --i) {
+        if (line.at(i) == QLatin1Char(']'))
+            ++open;
+        else if (line.at(i) == QLatin1Char('[') && open > 0)
+            --open;
+        result[i] = result.at(i) && open > 0;
+    }
+    return result;
+}
+
 /// Gathers the attributes of a template, tag by tag.
 class NeedsReader
 {
 public:
-    explicit NeedsReader(const QStringList &known) : m_known(known) {}
+    explicit NeedsReader(const QStringList &known) : m_known(known.cbegin(), known.cend()) {}
 
     void readLine(int number, const QString &line)
     {
         const QString upper = line.toUpper();
         m_needs.entries = m_needs.entries || upper.contains(QLatin1String("<ENTRIES>"));
         m_needs.copyMark = m_needs.copyMark || upper.contains(QLatin1String("<DOCNO>"));
+        const QVector<bool> inGroups = placesInGroups(line);
         const QVector<AttributeTag> tags = attributeTags(line);
         for (const AttributeTag &tag : tags) {
             if (!isEntriesTag(tag.inner) && !isFiscalMarker(tag.inner) && !isSymbolsTag(tag.inner))
-                readTag(number, line, tag);
+                readTag(number, line, tag, inGroups.at(tag.begin));
         }
     }
 
@@ -125,11 +149,9 @@ public:
     }
 
 private:
-    void readTag(int number, const QString &line, const AttributeTag &tag)
+    void readTag(int number, const QString &line, const AttributeTag &tag, bool isInGroup)
     {
         const ValueUse use{number, tag.begin + 1, line.mid(tag.begin, tag.end - tag.begin)};
-        const bool isInGroup =
-            m_formatter.scanL(line, tag.begin - 1) >= 0 && m_formatter.scanR(line, tag.end) >= 0;
         if (m_known.contains(tag.name) ||
             (isOneName(tag.name) && !namesIn(tag.name).isEmpty() && !intendedMarkup(tag.inner))) {
             NeededValue &value = used(tag.name, use, isInGroup);
@@ -161,8 +183,7 @@ private:
         return value;
     }
 
-    const QStringList m_known;
-    const PrinterDocumentFormatter m_formatter{0, nullptr};
+    const QSet<QString> m_known;
     Needs m_needs;
     QHash<QString, int> m_places;
     QHash<QString, Wishes> m_wishes;
