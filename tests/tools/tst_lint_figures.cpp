@@ -270,11 +270,11 @@ private Q_SLOTS:
                 .output,
             QString("t.cpt:3:1: error: 82.70 is printed, and the parts of the sum are printed "
                     "as 82.69 together: each is rounded by itself, and so is the sum; round "
-                    "the parts in it too, as in floor(A*100+0.5)/100 [wrong-sum]\n"));
+                    "the parts in it too, as in floor(A*100+0.500001)/100 [wrong-sum]\n"));
         QCOMPARE(lintrun::lint("<ENTRIES>\nTotal<S><TOTAL>", {}, document).output,
                  QString("t.cpt:2:9: error: 5.54 is printed, and the amounts above add up to 5.55: "
                          "where each is rounded by itself, so are the parts of the sum, as in "
-                         "floor(A*100+0.5)/100+floor(B*100+0.5)/100 [wrong-sum]\n"));
+                         "floor(A*100+0.500001)/100+floor(B*100+0.500001)/100 [wrong-sum]\n"));
     }
 
     // What --clean makes of a value or an entry, the checker has nothing to say about.

@@ -165,7 +165,7 @@ private:
                 {amount.offset,
                  QStringLiteral("%1 is printed, and the amounts above add up to %2: where each is "
                                 "rounded by itself, so are the parts of the sum, as in "
-                                "floor(A*100+0.5)/100+floor(B*100+0.5)/100")
+                                "floor(A*100+0.500001)/100+floor(B*100+0.500001)/100")
                      .arg(inUnits(amount.hundredths), inUnits(sum))});
         // What is the sum of all above it stands for them, whatever it is called.
         if (isTotal || (m_above.size() > 1 && sum == amount.hundredths))
@@ -259,7 +259,7 @@ public:
                              : QStringLiteral(
                                    "%1 is printed, and the parts of the sum are printed as %2 "
                                    "together: each is rounded by itself, and so is the sum; "
-                                   "round the parts in it too, as in floor(A*100+0.5)/100")
+                                   "round the parts in it too, as in floor(A*100+0.500001)/100")
                                    .arg(inUnits(*total), inUnits(sum));
     }
 

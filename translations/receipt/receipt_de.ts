@@ -364,16 +364,16 @@
         <translation>eine gedruckte Summe, die nicht die des Gedruckten ist</translation>
     </message>
     <message>
-        <source>Each printed amount is rounded by itself, and a total of an expression once, at its end: 83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are printed, as in floor(A*100+0.5)/100. Amounts are those with two decimals at the ends of lines; a total is called one, or adds up others. Only what is nearly the sum is told, or a total behind entries alone that isn&apos;t theirs. Needs --data.</source>
-        <translation>Jeder gedruckte Betrag wird für sich gerundet, die Summe eines Ausdrucks einmal, am Ende: zu 83.65 und -0.96 kann eine Summe von 82.70 gedruckt sein. Die Teile der Summe sind in ihr so zu runden, wie sie gedruckt werden, etwa mit floor(A*100+0.5)/100. Beträge sind die mit zwei Dezimalstellen am Ende von Zeilen; eine Summe heißt so, oder sie zählt andere zusammen. Gemeldet wird nur, was beinahe die Summe ist, oder eine Summe hinter lauter Einträgen, die nicht deren Summe ist. Braucht --data.</translation>
-    </message>
-    <message>
         <source>a value or an entry that acts as markup</source>
         <translation>ein Wert oder Eintrag, der als Auszeichnung wirkt</translation>
     </message>
     <message>
         <source>Values and entries are read for tags and groups once they are filled in: &quot;Cola [0.5 l]&quot; loses its brackets, &quot;Gift &lt;X&gt; card&quot; makes its line blank, &quot;Sale &lt;B&gt;!&quot; a line bold, a tab and each further &quot;=&quot; of an entry a column. Nothing is said of markup that a program writes on purpose: tags in front of a text, formats such as &quot;&lt;B:&gt;&quot;, symbols such as &quot;&lt;#1&gt;&quot;, and tags of values that there are. What others write is cleaned by the program, or with --clean where &quot;receipt&quot; prints. Needs --data.</source>
         <translation>Werte und Einträge werden, wenn sie eingesetzt sind, nach Tags und Gruppen durchsucht: &quot;Cola [0.5 l]&quot; verliert seine Klammern, &quot;Gift &lt;X&gt; card&quot; macht aus seiner Zeile eine leere, &quot;Sale &lt;B&gt;!&quot; eine fette, und ein Tabulator und jedes weitere &quot;=&quot; eines Eintrags ergeben eine Spalte. Nichts gesagt wird zu Auszeichnung, die ein Programm mit Absicht schreibt: Tags vor einem Text, Formate wie &quot;&lt;B:&gt;&quot;, Sonderzeichen wie &quot;&lt;#1&gt;&quot; und Tags von Werten, die es gibt. Was andere schreiben, bereinigt das Programm, oder --clean, wo &quot;receipt&quot; druckt. Braucht --data.</translation>
+    </message>
+    <message>
+        <source>Each printed amount is rounded by itself, and a total of an expression once, at its end: 83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are printed, as in floor(A*100+0.500001)/100. Amounts are those with two decimals at the ends of lines; a total is called one, or adds up others. Only what is nearly the sum is told, or a total behind entries alone that isn&apos;t theirs. Needs --data.</source>
+        <translation>Jeder gedruckte Betrag wird für sich gerundet, die Summe eines Ausdrucks einmal, am Ende: zu 83.65 und -0.96 kann eine Summe von 82.70 gedruckt sein. Die Teile der Summe sind in ihr so zu runden, wie sie gedruckt werden, etwa mit floor(A*100+0.500001)/100. Beträge sind die mit zwei Dezimalstellen am Ende von Zeilen; eine Summe heißt so, oder sie zählt andere zusammen. Gemeldet wird nur, was beinahe die Summe ist, oder eine Summe hinter lauter Einträgen, die nicht deren Summe ist. Braucht --data.</translation>
     </message>
 </context>
 </TS>

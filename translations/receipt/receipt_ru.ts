@@ -364,16 +364,16 @@
         <translation>напечатанный итог, который не равен сумме напечатанного</translation>
     </message>
     <message>
-        <source>Each printed amount is rounded by itself, and a total of an expression once, at its end: 83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are printed, as in floor(A*100+0.5)/100. Amounts are those with two decimals at the ends of lines; a total is called one, or adds up others. Only what is nearly the sum is told, or a total behind entries alone that isn&apos;t theirs. Needs --data.</source>
-        <translation>Каждая напечатанная сумма округляется сама по себе, а итог выражения — один раз, в конце: у 83.65 и -0.96 может получиться итог 82.70. Части суммы внутри неё округляйте так же, как они напечатаны, например floor(A*100+0.5)/100. Суммами считаются числа с двумя знаками после точки в конце строк; итог так назван или складывает другие. Сообщается только о том, что почти равно сумме, или об итоге за одними записями, который не их сумма. Нужен --data.</translation>
-    </message>
-    <message>
         <source>a value or an entry that acts as markup</source>
         <translation>значение или запись, которые действуют как разметка</translation>
     </message>
     <message>
         <source>Values and entries are read for tags and groups once they are filled in: &quot;Cola [0.5 l]&quot; loses its brackets, &quot;Gift &lt;X&gt; card&quot; makes its line blank, &quot;Sale &lt;B&gt;!&quot; a line bold, a tab and each further &quot;=&quot; of an entry a column. Nothing is said of markup that a program writes on purpose: tags in front of a text, formats such as &quot;&lt;B:&gt;&quot;, symbols such as &quot;&lt;#1&gt;&quot;, and tags of values that there are. What others write is cleaned by the program, or with --clean where &quot;receipt&quot; prints. Needs --data.</source>
         <translation>Подставленные значения и записи просматриваются на теги и группы: &quot;Cola [0.5 l]&quot; теряет скобки, &quot;Gift &lt;X&gt; card&quot; делает свою строку пустой, &quot;Sale &lt;B&gt;!&quot; — жирной, а табуляция и каждый следующий &quot;=&quot; записи становятся столбцом. Ничего не говорится о разметке, которую программа пишет намеренно: теги перед текстом, форматы вроде &quot;&lt;B:&gt;&quot;, символы вроде &quot;&lt;#1&gt;&quot; и теги значений, которые есть. Написанное другими чистит программа или, где печатает &quot;receipt&quot;, ключ --clean. Нужен --data.</translation>
+    </message>
+    <message>
+        <source>Each printed amount is rounded by itself, and a total of an expression once, at its end: 83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are printed, as in floor(A*100+0.500001)/100. Amounts are those with two decimals at the ends of lines; a total is called one, or adds up others. Only what is nearly the sum is told, or a total behind entries alone that isn&apos;t theirs. Needs --data.</source>
+        <translation>Каждая напечатанная сумма округляется сама по себе, а итог выражения — один раз, в конце: у 83.65 и -0.96 может получиться итог 82.70. Части суммы внутри неё округляйте так же, как они напечатаны, например floor(A*100+0.500001)/100. Суммами считаются числа с двумя знаками после точки в конце строк; итог так назван или складывает другие. Сообщается только о том, что почти равно сумме, или об итоге за одними записями, который не их сумма. Нужен --data.</translation>
     </message>
 </context>
 </TS>
