@@ -105,6 +105,8 @@ private Q_SLOTS:
               "1:8 value-format 1:24 value-format 1:35 value-format 1:49 value-format");
         blank("a width, a currency in front, a colon", "<NAME,20>x<SUM1,$0.00>x<SUM1,00:00>",
               "1:7 value-format 1:17 value-format 1:30 value-format");
+        blank("a number of decimals, a width", "<TOTAL,2>x<NAME,25>x<TOTAL,9.99>x<TOTAL,1x>",
+              "1:8 value-format 1:17 value-format");
         blank("more decimals than nine", "<RATE,0.0000000000>x<RATE,0.000000000>",
               "1:7 value-format");
         blank("digits in the format of a date", "<WHEN,dd.mm.20yy>", "");

@@ -211,8 +211,8 @@ FormatFault formatFault(const QString &format)
     const QString letters = isDate ? faultOfLetters(format) : QString();
     if (!letters.isEmpty())
         return {FormatFault::Letters, letters.arg(clipped(format)), false};
-    // A digit in a date's format is text.
-    if (isDate || !holds(format, "[0#]"))
+    // A digit in a date's format is text. One number is a width, or decimals, to those who guess.
+    if (isDate || !holds(format, "[0#]|^[0-9]+$"))
         return {};
     const QString number = faultOfNumber(Kind::Real, format);
     return number.isEmpty() ? FormatFault{}
