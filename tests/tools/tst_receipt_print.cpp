@@ -281,13 +281,19 @@ private Q_SLOTS:
         QVERIFY2(run.output.contains(" bytes, 1 piece of paper, "), qPrintable(run.output));
     }
 
-    void notesNameBlockAndLine()
+    void notesNameTheLineOfTheText()
     {
         const ReceiptRun run = runReceipt(plain("good\n<27>bad\n", {"--dry-run"}));
         QCOMPARE(run.status, 0);
-        QVERIFY2(run.errors.startsWith("receipt: " + m_folder.path("text.txt") + ": block "),
-                 qPrintable(run.errors));
-        QVERIFY2(run.errors.contains(", line 2: "), qPrintable(run.errors));
+        QCOMPARE(run.errors, "receipt: " + m_folder.path("text.txt") +
+                                 ": line 2: the code 27 (0x1B) isn't printed\n");
+    }
+
+    void strictTakesLinesThatGoOnBelow()
+    {
+        const ReceiptRun run = runReceipt(plain(QByteArray(200, 'x'), {"--strict", "--dry-run"}));
+        QVERIFY2(run.errors.contains(": line 1: "), qPrintable(run.errors));
+        QCOMPARE(run.status, 0);
     }
 
     void strictRefusesWhatIsntPrinted()
@@ -297,7 +303,7 @@ private Q_SLOTS:
         const QString name = m_folder.path("text.txt");
         const ReceiptRun bad = runReceipt(plain("good\n<27>bad\n", options));
         QCOMPARE(bad.status, 1);
-        QVERIFY2(bad.errors.contains(", line 2: "), qPrintable(bad.errors));
+        QVERIFY2(bad.errors.contains(": line 2: "), qPrintable(bad.errors));
         QVERIFY2(
             bad.errors.endsWith("receipt: " + name + ": not printed, as that isn't all of it\n"),
             qPrintable(bad.errors));
@@ -580,7 +586,7 @@ private Q_SLOTS:
         QCOMPARE(bytes.count("\x1Bp"), 0);
         QCOMPARE(bytes.count("\x1B@"), 1);
         const ReceiptRun run = runReceipt({"print", source, data, "--model", general, "--dry-run"});
-        QVERIFY2(run.errors.contains("block 1"), qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(": line 1: the code 27"), qPrintable(run.errors));
     }
 
     void everyModelPrints_data()

@@ -180,7 +180,7 @@ private Q_SLOTS:
         const ReceiptRun run = runReceipt(longText(printer.address(), manyMore));
         const QRegularExpression fault(
             ": printed in part: There is no paper\\..*; \\d+ of \\d+ bytes went out, at most \\d+; "
-            "the first that didn't stands in block 1, line \\d+\n$");
+            "the first that didn't stands in line \\d+\n$");
         QVERIFY2(run.errors.contains(fault), qPrintable(run.errors));
         QCOMPARE(run.output, QString());
         QCOMPARE(run.status, 5);
@@ -420,7 +420,7 @@ private Q_SLOTS:
             runReceipt(QStringList{"print", "--plain", file, "--to", "tcp:127.0.0.1:1", "--model",
                                    citizen, "--spare", spare.address()} +
                        options);
-        QVERIFY2(run.errors.count(file + ": block 1, line 1: ") == count, qPrintable(run.errors));
+        QVERIFY2(run.errors.count(file + ": line 1: ") == count, qPrintable(run.errors));
         QVERIFY2(decoded(spare.received(), model).startsWith("Tea "), qPrintable(run.errors));
         QCOMPARE(run.status, 0);
     }

@@ -11,6 +11,7 @@
 #include "contactsheet.h"
 #include "outputfile.h"
 #include "picturefile.h"
+#include "printnotes.h"
 #include "printoptions.h"
 #include "progressline.h"
 #include "shopsettings.h"
@@ -60,9 +61,10 @@ Barcodes are 80 dots high, with modules of 3 dots, or 2 where that doesn't fit;
 QR codes have modules of 6 to 2 dots, as fit the paper. A code that can't be
 printed is a red box that says why, and so is a picture on a model that prints
 none. What the model can't do comes out plain: italic upright, for example.
-Standard error tells, by block and line, what isn't printed as the document
-asks for, and on which models unless it is all of them; and which file of
-symbols or pictures is missing or damaged.
+Standard error tells, by the template's line, what isn't printed as the
+document asks for and what is too long for the paper, and on which models
+unless it is all of them; and which file of symbols or pictures is missing or
+damaged. Of BBCode and of saved documents it names the block, counted from 1.
 
 Paper longer than 1000000 dots (125 m) is an error, and so is a PNG higher than
 1000000 pixels. The same input gives the same bytes of PNG and SVG on every
@@ -177,11 +179,11 @@ bool setOutput(const QCommandLineParser &parser, const Options &options, Request
 class Warnings
 {
 public:
-    void add(const QString &model, const QVector<PrintNote> &notes)
+    void add(const QString &model, const QVector<PrintNote> &notes, const tool::LineOfBlock &lineOf)
     {
         m_models.append(model);
         for (const PrintNote &note : notes) {
-            const QString warning = note.toString();
+            const QString warning = tool::withLine(lineOf, note.toString());
             const auto known = m_indices.constFind(warning);
             if (known == m_indices.constEnd()) {
                 m_indices.insert(warning, m_rows.size());
@@ -220,8 +222,8 @@ std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceip
     static const printerslib::drivers::SymbologyDrawer codes;
     const TextPrinterDocument document = receipt.documentFor(printer.target);
     const PrintLayout print = PrintLayout::of(document, printer.target, printer.options, codes);
-    warnings.add(printer.id(), print.notes);
-    QString error = print.error;
+    warnings.add(printer.id(), tool::notesOf(print, document), receipt.lineOf);
+    QString error = tool::withLine(receipt.lineOf, print.error);
     if (error.isEmpty()) {
         Layout layout(print, document.prevTicketAction(), document.currentTicketAction());
         if (!layout.tooLong())

@@ -1,5 +1,7 @@
 #include <printerslib/drivers/documentencoder.h>
 #include <printerslib/drivers/leadingline.h>
+#include <printerslib/drivers/printlayout.h>
+#include <printerslib/drivers/symbologydrawer.h>
 
 #include "commands.h"
 #include "forms.h"
@@ -7,6 +9,7 @@
 #include "outputfile.h"
 #include "printerdelivery.h"
 #include "printeroption.h"
+#include "printnotes.h"
 #include "printoptions.h"
 #include "queuedelivery.h"
 #include "shopfile.h"
@@ -21,6 +24,7 @@ using printerslib::drivers::DocumentEncoder;
 using printerslib::drivers::EncodedDocument;
 using printerslib::drivers::PrinterAddress;
 using printerslib::drivers::PrintJobOptions;
+using printerslib::drivers::PrintLayout;
 using printerslib::drivers::PrintNote;
 using printerslib::drivers::PrintOptions;
 using printerslib::drivers::PrintQueueRequest;
@@ -50,9 +54,10 @@ processed, which is all read, without an error behind that; or sent. With
 --queue or --later nothing is printed now: standard output tells the job's
 number in that folder, and exit status 0 says that it is safe there.
 
-Standard error tells what isn't printed as the document asks for, by block and
-line; with --strict that is an error, and nothing is written. The terminal that
-shows it never gets the bytes.
+Standard error tells what isn't printed as the document asks for, by the
+template's line (of BBCode and of saved documents by the block); with --strict
+that is an error, and nothing is written. It tells, too, which lines are too
+long for the paper. The terminal that shows it never gets the bytes.
 
 Exit status: 0 printed, processed, or sent to a printer that can't tell more;
 3 sent, but the confirmation that was expected didn't come, or Ctrl+C came
@@ -129,6 +134,7 @@ struct Request
     bool isStrict = false;
     bool isDryRun = false;
     bool isRepeat = false;
+    tool::LineOfBlock lineOf;  ///< of the receipt
     bool asJson = false;
 };
 
@@ -255,11 +261,19 @@ bool setDestination(const QCommandLineParser &parser, const Options &options, Re
     return true;
 }
 
-void tellNotes(const Request &request, const EncodedDocument &encoded)
+/// What is to be told of a receipt: notes of its layout, and those that its bytes brought.
+QVector<PrintNote> notesOf(const PrintLayout &layout, const TextPrinterDocument &document,
+                           const EncodedDocument &encoded)
+{
+    return tool::notesOf(layout, document) + encoded.notes.mid(layout.notes.size());
+}
+
+void tellNotes(const Request &request, const EncodedDocument &encoded,
+               const QVector<PrintNote> &notes, const tool::LineOfBlock &lineOf)
 {
     const QString &file = request.source.files.constFirst();
-    for (const PrintNote &note : encoded.notes)
-        tool::complain(QStringLiteral("%1: %2").arg(file, note.toString()));
+    for (const PrintNote &note : notes)
+        tool::complain(QStringLiteral("%1: %2").arg(file, tool::withLine(lineOf, note.toString())));
     // A job takes the ticket back by itself.
     const bool isJob = request.destination.isPrinter() && !request.isDryRun;
     if (!encoded.retraction.isEmpty() && !isJob)
@@ -282,7 +296,7 @@ QString timedText(const Request &request, const EncodedDocument &encoded)
 tool::PreparedReceipt preparedFor(const PrinterAddress &printer, const PrintTarget &target,
                                   const Request &request, const EncodedDocument &encoded)
 {
-    return {{encoded, target.profile(), printer, request.job}, target};
+    return {{encoded, target.profile(), printer, request.job, true, request.lineOf}, target};
 }
 
 PrintQueueRequest queued(const Request &request, const EncodedDocument &encoded)
@@ -339,16 +353,21 @@ std::optional<EncodedDocument> encodedFor(const PrintTarget &target, const Print
                                           const Request &request,
                                           const tool::PreviewedReceipt &receipt)
 {
-    EncodedDocument encoded = DocumentEncoder(target, options).encode(receipt.documentFor(target));
+    static const printerslib::drivers::SymbologyDrawer codes;
+    const TextPrinterDocument document = receipt.documentFor(target);
+    const PrintLayout layout = PrintLayout::of(document, target, options, codes);
+    EncodedDocument encoded = DocumentEncoder(target, options).encode(document, layout);
+    const QVector<PrintNote> notes = notesOf(layout, document, encoded);
     if (request.isRepeat)
         encoded = printerslib::drivers::withLineInFront(encoded, target,
                                                         printerslib::drivers::repeatMark());
     const QString &file = request.source.files.constFirst();
     if (!encoded.error.isEmpty()) {
-        tool::complain(QStringLiteral("%1: %2").arg(file, encoded.error));
+        tool::complain(
+            QStringLiteral("%1: %2").arg(file, tool::withLine(receipt.lineOf, encoded.error)));
         return std::nullopt;
     }
-    tellNotes(request, encoded);
+    tellNotes(request, encoded, notes, receipt.lineOf);
     if (request.isStrict && (!encoded.isFaithful() || !receipt.isWhole)) {
         tool::complain(QStringLiteral("%1: not printed, as that isn't all of it").arg(file));
         return std::nullopt;
@@ -356,11 +375,12 @@ std::optional<EncodedDocument> encodedFor(const PrintTarget &target, const Print
     return encoded;
 }
 
-int print(const Request &request)
+int print(Request request)
 {
     const auto receipt = request.source.read();
     if (!receipt || !keepsSources(request, *receipt))
         return tool::BadInput;
+    request.lineOf = receipt->lineOf;
     const auto encoded = encodedFor(*request.target, request.options, request, *receipt);
     if (!encoded)
         return tool::BadInput;

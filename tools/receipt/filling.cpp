@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "documentfile.h"
+#include "printedlines.h"
 #include "settings/checktemplatessettings.h"
 #include "support.h"
 #include "templatefile.h"
@@ -68,6 +69,12 @@ std::optional<TemplateAndDocument> readTemplateAndDocument(const QString &templa
                  .arg(endless->column)
                  .arg(endless->message, dataFile));
     return std::nullopt;
+}
+
+QVector<int> printedLinesOf(const TemplateAndDocument &source)
+{
+    const Silence silence;
+    return templatelint::printedLinesOf(source.text.split(QLatin1Char('\n')), source.document);
 }
 
 }  // namespace tool

@@ -28,4 +28,8 @@ std::optional<TemplateAndDocument> readTemplateAndDocument(
     printerslib::drivers::DocumentCleaner::Rules rules,
     templatelint::Filling filling = templatelint::Filling::Receipt);
 
+/// For each text line and each code of the receipt that both make its line in the template; see
+/// templatelint::printedLinesOf().
+QVector<int> printedLinesOf(const TemplateAndDocument &source);
+
 }  // namespace tool

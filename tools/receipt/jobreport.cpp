@@ -84,17 +84,16 @@ QCommandLineOption oneWayOption()
                            "answers back.")};
 }
 
-/// "120 of 371 bytes went out, at most 200; the first that didn't stands in block 3, line 2"
-QString partText(const PrintJobResult &result)
+/// "120 of 371 bytes went out, at most 200; the first that didn't stands in line 14"
+QString partText(const JobOrder &order, const PrintJobResult &result)
 {
     QString text =
         QStringLiteral("%1 of %2 bytes went out").arg(result.sentBytes).arg(result.totalBytes);
     if (result.mostBytes > result.sentBytes)
         text += QStringLiteral(", at most %1").arg(result.mostBytes);
     if (result.block > 0)
-        text += QStringLiteral("; the first that didn't stands in block %1").arg(result.block);
-    if (result.block > 0 && result.line > 0)
-        text += QStringLiteral(", line %1").arg(result.line);
+        text += QStringLiteral("; the first that didn't stands in %1")
+                    .arg(placeText(order.lineOf, result.block, result.line));
     return text;
 }
 
@@ -116,7 +115,7 @@ int statusOf(const JobOrder &order, const PrintJobResult &result, QString *fault
             *fault = result.text;
             return NotPrinted;
         case Outcome::PartlySent:
-            *fault = QStringLiteral("%1; %2").arg(result.text, partText(result));
+            *fault = QStringLiteral("%1; %2").arg(result.text, partText(order, result));
             return PartlyPrinted;
         case Outcome::Sent:
             if (result.reason == Reason::None && !limitOf(order).isEmpty())

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "interrupt.h"
+#include "printnotes.h"
 #include "progressline.h"
 
 namespace tool {
@@ -19,6 +20,7 @@ struct JobOrder
     printerslib::drivers::PrinterAddress address;
     printerslib::drivers::PrintJobOptions options;
     bool isOnPaper = true;  ///< or a command that leaves nothing there
+    LineOfBlock lineOf{};   ///< for messages; may be null
 };
 
 /// Prints one document. Tells on standard error what happens meanwhile: whose turn it is, what is

@@ -6,6 +6,7 @@
 #include "bbcodepictures.h"
 #include "filling.h"
 #include "picturesonwhite.h"
+#include "printedlines.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerslib/drivers/documentfiles.h"
@@ -75,7 +76,9 @@ PreviewSource templateSource(const QString &fileName, const QString &data, const
             return std::nullopt;
         PrinterDocumentFormatter formatter(margin, nullptr);
         formatter.setTemplate(source->text);
-        PreviewedReceipt receipt = always(formatter.toTextPrinterDocument(source->document));
+        const TextPrinterDocument document = formatter.toTextPrinterDocument(source->document);
+        PreviewedReceipt receipt = always(document);
+        receipt.lineOf = linesOfBlocks(document, [source] { return printedLinesOf(*source); });
         findSymbolFile(fileName, source->text, symbolFolder, receipt);
         return receipt;
     };
@@ -88,7 +91,12 @@ PreviewSource plainSource(const QString &fileName, const QTextCodec &codec, int 
         if (!lines)
             return std::nullopt;
         const PrinterDocumentFormatter formatter(margin, nullptr);
-        return always(formatter.plainTextToTextPrinterDocument(lines->join(QLatin1Char('\n'))));
+        const TextPrinterDocument document =
+            formatter.plainTextToTextPrinterDocument(lines->join(QLatin1Char('\n')));
+        PreviewedReceipt receipt = always(document);
+        receipt.lineOf =
+            linesOfBlocks(document, [lines] { return templatelint::printedLinesOfText(*lines); });
+        return receipt;
     };
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "printerdocs/textprinterdocument.h"
+#include "printnotes.h"
 
 class QTextCodec;
 
@@ -20,6 +21,7 @@ struct PreviewedReceipt
     std::function<TextPrinterDocument(const printerslib::drivers::PrintTarget &)> documentFor;
     QStringList companions;  ///< what the files name; see WatchedRun
     bool isWhole = true;     ///< whether all of these could be read
+    LineOfBlock lineOf;      ///< for messages; may be null
 };
 
 /// Complains and gives false if one of the files that are to be written would be taken for one that

@@ -1,0 +1,70 @@
+#include "printedlines.h"
+
+#include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/templatetags_p.h"
+#include "road.h"
+#include "values.h"
+
+namespace templatelint {
+
+namespace {
+
+/// Tells what the library makes of lines, one after the other.
+class PrintedLines
+{
+public:
+    void addText(const QString &line, int number)
+    {
+        // A line of nothing but tags is none.
+        if (m_formatter.formatPrintStr(line, m_format, m_font, m_alignment, 0).isValid())
+            m_numbers.append(number);
+    }
+
+    void add(const QString &line, int number)
+    {
+        const int code = line.indexOf(templates::qrTag);
+        if (code < 0)
+            return addText(line, number);
+        const QString head = line.left(code);
+        if (!head.trimmed().isEmpty())
+            addText(head, number);
+        m_numbers.append(number);
+    }
+
+    QVector<int> take() { return m_numbers; }
+
+private:
+    const PrinterDocumentFormatter m_formatter{0, nullptr};
+    unsigned char m_format = 0;
+    unsigned char m_font = 0;
+    ETextAlignment m_alignment = AlignLeft;
+    QVector<int> m_numbers;
+};
+
+}  // namespace
+
+QVector<int> printedLinesOf(const QStringList &lines, const PrinterDocument &document)
+{
+    const Source source(lines);
+    Values values(document);
+    const auto valueOf = [&values](const QString &inner) { return values.ofTag(inner); };
+    const Road road = travel(source.lines(), document, valueOf, Form::Document);
+    if (road.endless || charactersOf(road.prepared) != preparedByEngine(lines, document))
+        return {};
+    PrintedLines printed;
+    for (const Text &line : road.prepared) {
+        const int offset = line.firstOffset();
+        printed.add(line.characters, offset == Text::nowhere ? 0 : source.place(offset).line);
+    }
+    return printed.take();
+}
+
+QVector<int> printedLinesOfText(const QStringList &lines)
+{
+    PrintedLines printed;
+    for (int i = 0; i < lines.size(); ++i)
+        printed.addText(lines.at(i), i + 1);
+    return printed.take();
+}
+
+}  // namespace templatelint

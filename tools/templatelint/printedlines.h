@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QStringList>
+#include <QVector>
+
+#include "printerdocs/printerdocument.h"
+
+namespace templatelint {
+
+/// Where what is printed stands in the template: its line, from 1, for each text line and each code
+/// of the document that the library makes of them, in their order. Of what stands nowhere it is 0.
+/// Nothing where that can't be told.
+QVector<int> printedLinesOf(const QStringList &lines, const PrinterDocument &document);
+
+/// The same for a text without attributes, of which only the line markup is read.
+QVector<int> printedLinesOfText(const QStringList &lines);
+
+}  // namespace templatelint
