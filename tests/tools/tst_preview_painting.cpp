@@ -533,6 +533,44 @@ private Q_SLOTS:
         }
         QCOMPARE(image.pixel(24 + 354, 24 + row + 28), 0xFFD0D0D0);
     }
+
+    void contactSheetShowsWholeReceipts()
+    {
+        ContactSheet sheet(typeface());
+        const Layout layout = layoutOf(documentOf(markup(QString("<B>####\n").repeated(240)).blocks()));
+        QVERIFY(layout.size().height() > 5700 && layout.size().height() <= ContactSheet::mostDots);
+        sheet.add("model", layout);
+        const QImage image = sheet.image();
+        const int height = qRound(layout.size().height() * 322.0 / 643);
+        QVERIFY(qAbs(image.height() - (24 + 28 + height + 24)) <= 1);
+        QCOMPARE(redPixels(image, image.rect()), 0);
+        // The last line is there.
+        const int bottom = image.height() - 24;
+        QVERIFY(darkPixels(image, QRect(24, bottom - 37, 321, 14)) > 0);
+    }
+
+    void contactSheetSaysWhereItCuts()
+    {
+        ContactSheet sheet(typeface());
+        sheet.add("model", layoutOf(documentOf(markup(QString("x\n").repeated(300)).blocks())));
+        const QImage image = sheet.image();
+        const int pictureEnd = 24 + 28 + qRound(ContactSheet::mostDots * 322.0 / 643);
+        QVERIFY(qAbs(image.height() - (pictureEnd + 2 + 8 + 20 + 24)) <= 1);
+        const int textTop = image.height() - 24 - 20;
+        QVERIFY(redPixels(image, QRect(24, textTop, 330, 20)) > 50);
+        QVERIFY(redPixels(image, QRect(24, textTop - 10, 321, 2)) > 600);
+    }
+
+    void contactSheetNamesModelsThatWrap()
+    {
+        ContactSheet sheet(typeface());
+        const TextPrinterDocument document = documentOf(markup(QString(55, 'x')).blocks());
+        sheet.add("narrow", layoutOf(document));
+        sheet.add("wide", layoutOf(document, targetOf("CITIZEN_PPU_700")));
+        const QImage image = sheet.image();
+        QVERIFY(redPixels(image, QRect(24, 44, 330, 20)) > 50);
+        QCOMPARE(redPixels(image, QRect(24 + 354, 0, 330, image.height())), 0);
+    }
 };
 
 QTEST_MAIN(TestPreviewPainting)

@@ -87,7 +87,9 @@ struct Options
         QStringLiteral("all-models"),
         QStringLiteral(
             "Write ID.png for every model, and contact-sheet.png with all of them small, into "
-            "this folder, which is made if it is missing. A model that lacks the paper of "
+            "this folder, which is made if it is missing. The sheet tells how many lines are too "
+            "long for a model, and where it cuts a receipt of more than 6000 dots. A model that "
+            "lacks the paper of "
             "--paper takes its last one, and one that lacks the character set of --code-page "
             "its own."),
         QStringLiteral("DIR")};
