@@ -80,7 +80,7 @@ QString whyChanged(const QString &text)
         "\")\" of them");
 }
 
-QString shown(QString text)
+QString withTabTags(QString text)
 {
     return clipped(text.replace(QLatin1Char('\t'), QStringLiteral("<S>")));
 }
@@ -91,7 +91,8 @@ QString changeOf(const QString &text, const QString &printed)
     const bool isSame = (printed == text || printed == withoutMeantMarkup(text)) &&
                         !text.contains(QLatin1Char('\t'));
     return isSame ? QString()
-                  : QStringLiteral("\"%1\" and prints \"%2\": ").arg(shown(text), shown(printed)) +
+                  : QStringLiteral("\"%1\" and prints \"%2\": ")
+                            .arg(withTabTags(text), withTabTags(printed)) +
                         whyChanged(text);
 }
 
@@ -186,7 +187,7 @@ QString faultOfEntry(const QString &entry, const Analysis &analysis)
                ? QString()
                : what +
                      QStringLiteral("is given as \"%1\" and prints \"%2\": ")
-                         .arg(clipped(entry), shown(printed)) +
+                         .arg(clipped(entry), withTabTags(printed)) +
                      whyChanged(entry);
 }
 
