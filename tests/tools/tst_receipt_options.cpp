@@ -278,7 +278,7 @@ private Q_SLOTS:
         QFETCH(QString, command);
         QFETCH(QStringList, options);
         const ReceiptRun run = runReceipt(call(command) + options);
-        QVERIFY2(!run.errors.contains("--"), qPrintable(run.errors));
+        QVERIFY2(!run.errors.contains("receipt: --"), qPrintable(run.errors));
         QVERIFY(run.status != 2);
     }
 
