@@ -371,6 +371,9 @@ private Q_SLOTS:
         row("zeros", "<CODE>", "'007723'",
             "CODE is given as \"007723\" and prints \"7723\": the text reads as a number, which "
             "has no zeros in front; \"<CODE,000000>\" prints all digits [text-as-number]");
+        row("zeros alone", "<CODE>", "'000'",
+            "CODE is given as \"000\" and prints \"0\": the text reads as a number; \"000<:>\" "
+            "stays as it stands [text-as-number]");
         row("name", "<CODE>", "'Nan'",
             "CODE is given as \"Nan\" and prints \"0.00\": the text reads as a number; \"Nan<:>\" "
             "stays as it stands [text-as-number]");

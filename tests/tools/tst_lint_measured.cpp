@@ -238,6 +238,25 @@ bool hasError(const QVector<templatelint::Finding> &findings)
                        });
 }
 
+/// A decimal number without the zeros at its end, and without a sign if it is 0.
+QString plainDecimal(const QString &text)
+{
+    const QRegularExpression decimal("^(-?)(0?|[1-9]\\d*)(?:\\.(\\d*?)0*)?$");
+    const auto match = decimal.match(text);
+    if (!match.hasMatch())
+        return QString();
+    const QString whole = match.captured(2).isEmpty() ? QString("0") : match.captured(2);
+    const QString number = whole + '.' + match.captured(3);
+    return number == "0." ? number : match.captured(1) + number;
+}
+
+/// Whether a person reads the same on paper as in the document.
+bool readsAs(const QString &given, const QString &printed)
+{
+    const QString number = plainDecimal(given);
+    return given == printed || (!number.isEmpty() && number == plainDecimal(printed));
+}
+
 QString told(const Receipt &receipt, const QVector<templatelint::Finding> &findings)
 {
     QStringList messages;
@@ -267,6 +286,30 @@ private Q_SLOTS:
             QCOMPARE(printed(receipt, document), receipt.expected);
             QVERIFY2(!hasError(findings), qPrintable(told(receipt, findings)));
         }
+    }
+
+    // Whatever a text is made of: if another figure stands on paper, it is told, and else not.
+    void textsThatPrintOtherwiseAreErrors()
+    {
+        const QStringList parts{"0", "1", "7", "00", "25", "999999", "4294967296", "-", "+",
+                                ".", ",", "e", "E",  "n",  "a",      "i",          "f", "x"};
+        RandomLines random(11);
+        int others = 0;
+        for (int i = 0; i < 5 * _receipts; ++i) {
+            Receipt receipt(0);
+            const QString text = random.line(parts);
+            receipt.set("CODE", text);
+            receipt.lines = QStringList("<CODE>");
+            const PrinterDocument document = receipt.document();
+            const bool isOther = !readsAs(text, printed(receipt, document).join(QString()));
+            const auto findings = findingsOf(receipt, document);
+            if (hasError(findings) != isOther)
+                qInfo("%s: %s", qPrintable(text), qPrintable(told(receipt, findings)));
+            QCOMPARE(hasError(findings), isOther);
+            others += isOther ? 1 : 0;
+        }
+        qInfo("%d of %d print otherwise", others, 5 * _receipts);
+        QVERIFY(others > _receipts / 10);
     }
 
     void mistakesAreFound_data()

@@ -172,7 +172,7 @@ TagVerdict TagJudge::judgedByName(const AttributeTag &tag)
         return verdict;
     if (m_values == nullptr)
         return ofFormat(tag, formatFault(tag.format));
-    const auto result = resultOf(m_values->insertedInto(tag.name).text);
+    const auto result = m_values->resultOf(tag.name);
     return result ? judgedByFormat(tag, *result) : verdict;
 }
 

@@ -6,7 +6,6 @@
 #include <limits>
 
 #include "attributes.h"
-#include "expression.h"
 
 namespace templatelint {
 
@@ -109,7 +108,7 @@ FigureVerdict verdictOfReal(const PrintedFigure &figure)
     const int decimals = decimalsOf(figure.given);
     const bool isGivenSo = figure.origin == Origin::Text ||
                            (figure.origin == Origin::Number && decimals <= mostDecimalsGiven);
-    if (!figure.format.isEmpty() || !isGivenSo || std::abs(printed - figure.value) < unnoticed)
+    if (!figure.format.isEmpty() || !isGivenSo || printed == figure.value)
         return {};
     return figureVerdict(
         FigureVerdict::Changed, figure,
@@ -129,7 +128,10 @@ FigureVerdict verdictOfZeros(const PrintedFigure &figure)
 {
     const QString text = figure.given.trimmed();
     const int digits = digitsInFront(text);
+    static const QRegularExpression otherDigit(QStringLiteral("[1-9]"));
     const bool isWhole = !text.contains(QLatin1Char('.'));
+    // Zeros alone make their group go in any format.
+    const bool isBroughtBack = isWhole && text.contains(otherDigit);
     // "0" alone is there to take the zeros off.
     const bool isMeant =
         !figure.format.isEmpty() && (!isWhole || figure.format.contains(QLatin1Char('.')) ||
@@ -137,7 +139,7 @@ FigureVerdict verdictOfZeros(const PrintedFigure &figure)
     if (isMeant || digitsInFront(figure.text) >= digits)
         return {};
     return figureVerdict(FigureVerdict::ReadAsNumber, figure,
-                         isWhole
+                         isBroughtBack
                              ? QStringLiteral("the text reads as a number, which has no zeros in "
                                               "front; \"<%1,%2>\" prints all digits")
                                    .arg(clipped(figure.name), QString(digits, QLatin1Char('0')))
@@ -148,8 +150,7 @@ FigureVerdict verdictOfComma(const PrintedFigure &figure)
 {
     bool isNumber = false;
     const double printed = figure.text.toDouble(&isNumber);
-    const bool isSame =
-        isNumber && std::abs(std::abs(printed) - std::abs(figure.value)) < unnoticed;
+    const bool isSame = isNumber && std::abs(printed) == std::abs(figure.value);
     if (!figure.format.isEmpty() && isSame)
         return {};
     return figureVerdict(FigureVerdict::ReadAsNumber, figure,
@@ -168,12 +169,12 @@ FigureVerdict verdictOfText(const PrintedFigure &figure)
     if (text.contains(otherThanNumber))
         return figureVerdict(FigureVerdict::ReadAsNumber, figure, keptAsText(text));
     if (text.contains(leadingZero)) {
-        const FigureVerdict zeros = verdictOfZeros(figure);
+        FigureVerdict zeros = verdictOfZeros(figure);
         if (zeros.fault != FigureVerdict::None)
             return zeros;
     }
     if (text.contains(QLatin1Char(','))) {
-        const FigureVerdict comma = verdictOfComma(figure);
+        FigureVerdict comma = verdictOfComma(figure);
         if (comma.fault != FigureVerdict::None)
             return comma;
     }
@@ -188,7 +189,7 @@ FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values)
     if (printed.isEmpty())
         return {};
     if (!values.has(tag.name)) {
-        const auto result = resultOf(values.insertedInto(tag.name).text);
+        const auto result = values.resultOf(tag.name);
         return result ? verdictOfReal({Origin::Result, tag.name, tag.format, resultText(*result),
                                        *result, printed})
                       : FigureVerdict();

@@ -4,6 +4,7 @@
 #include <limits>
 #include <numeric>
 
+#include "expression.h"
 #include "text.h"
 
 namespace templatelint {
@@ -90,6 +91,15 @@ bool Values::evaluates(const QString &expression)
 {
     const auto text = textOf(expression, QStringLiteral("0"));
     return !has(expression) && text && !text->isEmpty();
+}
+
+std::optional<double> Values::resultOf(const QString &expression)
+{
+    const auto known = m_results.constFind(expression);
+    return known != m_results.constEnd()
+               ? *known
+               : *m_results.insert(expression,
+                                   templatelint::resultOf(insertedInto(expression).text));
 }
 
 bool Values::haveEmptyOneIn(const QString &expression) const

@@ -40,6 +40,8 @@ public:
     std::optional<QString> ofTag(const QString &inner);
     /// Whether an expression over the attributes can be evaluated.
     bool evaluates(const QString &expression);
+    /// What an expression over the attributes comes to; nothing if it has a mistake.
+    std::optional<double> resultOf(const QString &expression);
     /// Whether the name of an attribute that holds no text stands in an expression.
     bool haveEmptyOneIn(const QString &expression) const;
     /// Whether a value holds a character that tags and groups are made of.
@@ -58,6 +60,7 @@ private:
     const PrinterDocumentFormatter m_formatter;
     QStringList m_longestFirst;
     QHash<QString, std::optional<QString>> m_texts;
+    QHash<QString, std::optional<double>> m_results;
     bool m_holdMarkup = false;
     bool m_holdTags = false;
     bool m_nameOthers = false;  ///< a value holds the name of an attribute
