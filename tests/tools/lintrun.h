@@ -31,6 +31,8 @@ inline ReceiptRun lint(const QByteArray &templateText, const QStringList &option
 {
     const WorkFolder folder;
     QFile::copy(example("symbols/shop.ssi"), folder.path("shop.ssi"));
+    for (const char *name : {"logo.png", "twin.png", "twin-old.png"})
+        QFile::copy(example("images/logo.png"), folder.path(name));
     folder.file("plain.json", R"([{"id": "PLAIN", "like": "AV_268", "rasterCommand": "None",
                                   "ownCharacters": 0}])");
     folder.file("damaged.ssi",

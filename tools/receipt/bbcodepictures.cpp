@@ -64,28 +64,6 @@ QString faultOf(const QString &fileName)
                            : reader.errorString());
 }
 
-/// Of names with several wildcards only the library finds the files in bounded time.
-BbCodePicture pictureOf(const QString &name, const QString &folder)
-{
-    const QDir place(folder);
-    const bool hasWildcards = name.contains(QLatin1Char('*')) || name.contains(QLatin1Char('?'));
-    const QString pattern = hasWildcards ? QStringLiteral("*") : name + QLatin1Char('*');
-    BbCodePicture picture{place.filePath(pattern), QString()};
-    if (isPrinted(name, folder))
-        return picture;
-    const QStringList files =
-        hasWildcards ? QStringList() : place.entryList({pattern}, QDir::Files, QDir::Name);
-    if (!files.isEmpty())
-        picture.fault = faultOf(place.filePath(files.constFirst()));
-    else if (hasWildcards)
-        picture.fault = QStringLiteral("the folder \"%2\" has no picture \"%1\" that can be read")
-                            .arg(name, folder);
-    else
-        picture.fault =
-            QStringLiteral("there is no picture \"%1\" in the folder \"%2\"").arg(name, folder);
-    return picture;
-}
-
 }  // namespace
 
 QVector<BbCodePicture> picturesOf(const QString &text, const QString &folder)
@@ -95,6 +73,28 @@ QVector<BbCodePicture> picturesOf(const QString &text, const QString &folder)
     for (const QString &name : names)
         pictures.append(pictureOf(name, folder));
     return pictures;
+}
+
+/// Of names with several wildcards only the library finds the files in bounded time.
+BbCodePicture pictureOf(const QString &name, const QString &folder)
+{
+    const QDir place(folder);
+    const bool hasWildcards = name.contains(QLatin1Char('*')) || name.contains(QLatin1Char('?'));
+    const QString pattern = hasWildcards ? QStringLiteral("*") : name + QLatin1Char('*');
+    BbCodePicture picture{place.filePath(pattern), {}, QString()};
+    if (!hasWildcards)
+        picture.files = place.entryList({pattern}, QDir::Files, QDir::Name);
+    if (isPrinted(name, folder))
+        return picture;
+    if (!picture.files.isEmpty())
+        picture.fault = faultOf(place.filePath(picture.files.constFirst()));
+    else if (hasWildcards)
+        picture.fault = QStringLiteral("the folder \"%2\" has no picture \"%1\" that can be read")
+                            .arg(name, folder);
+    else
+        picture.fault =
+            QStringLiteral("there is no picture \"%1\" in the folder \"%2\"").arg(name, folder);
+    return picture;
 }
 
 }  // namespace tool

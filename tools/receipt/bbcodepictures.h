@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace tool {
@@ -8,11 +9,15 @@ namespace tool {
 /// A picture that a BBCode text names.
 struct BbCodePicture
 {
-    QString pattern;  ///< of the files that may be taken for it
+    QString pattern;    ///< of the files that may be taken for it
+    QStringList files;  ///< their names, the one that is taken first; none for wildcards
     QString fault;    ///< why it isn't printed; empty if it is
 };
 
 /// The pictures of a BBCode text, each once, in the order of the text.
 QVector<BbCodePicture> picturesOf(const QString &text, const QString &folder);
+
+/// The picture of a name in small letters.
+BbCodePicture pictureOf(const QString &name, const QString &folder);
 
 }  // namespace tool

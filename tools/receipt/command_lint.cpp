@@ -1,10 +1,16 @@
+#include <printerslib/drivers/printlayout.h>
+#include <printerslib/drivers/symbologydrawer.h>
+
 #include <QFileInfo>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <algorithm>
+#include <memory>
 
+#include "bbcodepictures.h"
 #include "commands.h"
 #include "dataschema.h"
 #include "documentfile.h"
@@ -25,6 +31,8 @@ namespace {
 using printerslib::drivers::PrintFont;
 using printerslib::drivers::PrintTarget;
 using printerslib::drivers::RasterCommand;
+using printerslib::drivers::SymbologyDrawer;
+using templatelint::CodeKind;
 using templatelint::Finding;
 using templatelint::Form;
 using templatelint::Rule;
@@ -51,6 +59,7 @@ struct Options
         QStringLiteral("DATA.json")};
     const QCommandLineOption codePage = tool::codePageOption();
     const QCommandLineOption symbols = tool::symbolsOption();
+    const QCommandLineOption images = tool::imagesOption(QStringLiteral("that of the text"));
     const QCommandLineOption fiscal{
         QStringLiteral("fiscal"),
         QStringLiteral("The client cuts the templates at their fiscal markers; each piece is "
@@ -68,7 +77,8 @@ struct Options
 QString description()
 {
     QString text = QStringLiteral(
-        "Says what is wrong in templates, as \"file:line:column: error|warning|note: message "
+        "Says what is wrong in templates and in texts in BBCode, as \"file:line:column: "
+        "error|warning|note: message "
         "[rule]\". Lines and columns count from 1, columns in UTF-16 units as editors do. Files "
         "keep their order, and their findings are sorted. Exit status: 0 without errors, 1 with "
         "errors (--strict: or warnings) and for files that can't be read, 2 for wrong "
@@ -150,15 +160,47 @@ templatelint::Paper paperOf(const tool::ChosenPaper &chosen)
             (target.printedFormats() & CharDoubleWidth) != 0};
 }
 
+/// Why a code can't be drawn at all; empty if it can.
+QString drawingFault(CodeKind kind, const QByteArray &payload)
+{
+    static const SymbologyDrawer drawer;
+    printerslib::drivers::Paper::Code code;
+    using Symbology = printerslib::drivers::Paper::Symbology;
+    code.symbology = kind == CodeKind::Barcode ? Symbology::Code128 : Symbology::QrCode;
+    code.payload = payload;
+    drawer.draw(code);
+    return code.fault;
+}
+
+/// Why a model doesn't print a code; empty if it does.
+QString codeFaultOf(CodeKind kind, const QByteArray &payload, const PrintTarget &target)
+{
+    static const SymbologyDrawer drawer;
+    DocumentBlock block;
+    if (kind == CodeKind::Barcode)
+        block.setBarCode(payload, DocumentBlock::BarcodeBbCode);
+    else
+        block.setQrCode(payload);
+    TextPrinterDocument document;
+    document.setBlocks({block});
+    const auto layout = printerslib::drivers::PrintLayout::of(document, target, {}, drawer);
+    return layout.faults.isEmpty() ? QString() : layout.faults.constFirst().cause;
+}
+
 /// Takes over what a line has to fit into. Complains and gives false if that can't be told.
 bool readPaper(const QCommandLineParser &parser, templatelint::Options &result)
 {
     const auto line = tool::lineOf(parser);
     if (!line)
         return false;
-    if (line->paper)
+    result.codeFault = drawingFault;
+    if (line->paper) {
         result.paper = paperOf(*line->paper);
-    else if (line->width)
+        const PrintTarget target = tool::targetOf(*line->paper->model, *line->paper);
+        result.codeFault = [target](CodeKind kind, const QByteArray &payload) {
+            return codeFaultOf(kind, payload, target);
+        };
+    } else if (line->width)
         result.paper = templatelint::Paper{*line->width, {}, QString(), true};
     return true;
 }
@@ -230,11 +272,30 @@ struct Task
     const QTextCodec *codec = nullptr;
     QString data;
     QString symbols;
+    QString images;
     templatelint::Options options;
     bool json = false;
     bool strict = false;
     bool watches = false;
 };
+
+/// Looks for the pictures of a BBCode text, each once.
+void findPictures(const QString &text, const QString &folder, Task &task, QStringList &companions)
+{
+    if (!templatelint::isBbCode(text.split(QLatin1Char('\n'))))
+        return;
+    const QVector<tool::BbCodePicture> pictures = tool::picturesOf(text, folder);
+    for (const tool::BbCodePicture &picture : pictures)
+        companions.append(picture.pattern);
+    const auto found = std::make_shared<QHash<QString, templatelint::FoundPicture>>();
+    task.options.pictureOf = [folder, found](const QString &name) {
+        if (!found->contains(name)) {
+            const tool::BbCodePicture picture = tool::pictureOf(name, folder);
+            found->insert(name, {picture.files, picture.fault});
+        }
+        return found->value(name);
+    };
+}
 
 tool::WatchedRun run(Task task)
 {
@@ -262,6 +323,8 @@ tool::WatchedRun run(Task task)
         const QStringList lines = text->split(QLatin1Char('\n'));
         if (const auto symbols = templatelint::symbolFileOf(lines, folder))
             companions.append(symbols->path);
+        findPictures(*text, task.images.isEmpty() ? QFileInfo(file).path() : task.images, task,
+                     companions);
         const auto findings = templatelint::lint(lines, task.options);
         ++fileNumber;
         line.clear();
@@ -295,6 +358,7 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
     task.templates = parser.positionalArguments();
     task.data = parser.value(options.data);
     task.symbols = parser.value(options.symbols);
+    task.images = parser.value(options.images);
     task.options.splitsFiscalParts = parser.isSet(options.fiscal);
     task.json = parser.isSet(options.json);
     task.strict = parser.isSet(options.strict);
@@ -303,7 +367,7 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
     const NamedForm *form = tool::formOf(parser, forms);
     if (!areTemplates(task.templates) || codec == nullptr || form == nullptr ||
         !readPaper(parser, task.options) || !readCodePage(parser, options, task.options) ||
-        !tool::isFolder(parser, options.symbols) ||
+        !tool::isFolder(parser, options.symbols) || !tool::isFolder(parser, options.images) ||
         !tool::readsInputOnce(task.templates + QStringList(task.data)) ||
         !tool::useDataSchema(parser, !task.data.isEmpty()) || !tool::useLanguage(parser))
         return std::nullopt;
@@ -319,9 +383,10 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     parser.setApplicationDescription(description());
     parser.addOptions({options.data, tool::formOption(forms)});
     parser.addOptions(tool::lineOptions());
-    parser.addOptions({tool::modelsFileOption(), options.codePage, options.symbols, options.fiscal,
-                       options.json, options.strict, options.explain, tool::dataSchemaOption(),
-                       tool::codecOption(), tool::languageOption(), tool::watchOption()});
+    parser.addOptions({tool::modelsFileOption(), options.codePage, options.symbols, options.images,
+                       options.fiscal, options.json, options.strict, options.explain,
+                       tool::dataSchemaOption(), tool::codecOption(), tool::languageOption(),
+                       tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));

@@ -3,6 +3,7 @@
 namespace templatelint {
 
 class Analysis;
+class BbCode;
 class Report;
 
 // One check for each row of the table of rules; each looks at the whole template.
@@ -49,5 +50,20 @@ void checkBrokenWords(const Analysis &analysis, Report &report);
 void checkSymbolDrawings(const Analysis &analysis, Report &report);
 void checkCharacters(const Analysis &analysis, Report &report);
 void checkEndlessValues(const Analysis &analysis, Report &report);
+void checkCodes(const Analysis &analysis, Report &report);
+void checkBbTagsInTemplate(const Analysis &analysis, Report &report);
+
+// The same for texts in BBCode.
+void checkBbNames(const BbCode &text, Report &report);
+void checkBbMalformed(const BbCode &text, Report &report);
+void checkBbLonely(const BbCode &text, Report &report);
+void checkBbCrossed(const BbCode &text, Report &report);
+void checkBbPictures(const BbCode &text, Report &report);
+void checkBbAmbiguousPictures(const BbCode &text, Report &report);
+void checkBbCodes(const BbCode &text, Report &report);
+void checkBbLargeText(const BbCode &text, Report &report);
+void checkBbLineWidth(const BbCode &text, Report &report);
+void checkBbBrokenWords(const BbCode &text, Report &report);
+void checkBbCharacters(const BbCode &text, Report &report);
 
 }  // namespace templatelint

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "analysis.h"
+#include "bbcode.h"
 #include "checks.h"
 #include "linewidth.h"
 #include "printerdocs/document/characterbytes_p.h"
@@ -219,6 +220,16 @@ void checkCharacters(const Analysis &analysis, Report &report)
         for (const Printed &line : piece.filled->lines)
             checkCharactersOf(line, true, codePage, report);
     }
+}
+
+void checkBbCharacters(const BbCode &text, Report &report)
+{
+    if (text.options().codePage == nullptr)
+        return;
+    CodePage codePage(*text.options().codePage);
+    const QVector<Printed> words = text.words();
+    for (const Printed &printed : words)
+        checkCharactersOf(printed, true, codePage, report);
 }
 
 void checkEndlessValues(const Analysis &analysis, Report &report)

@@ -2,6 +2,7 @@
 
 #include "analysis.h"
 #include "attributes.h"
+#include "bbcode.h"
 #include "checks.h"
 #include "linewidth.h"
 
@@ -68,55 +69,91 @@ bool fitsARow(const BrokenWord &word, const LineWidth &width)
 /// Lines that are too wide, each with the words that break; without a document those for which
 /// values are no excuse.
 template <typename Visitor>
+void forEachWideLine(const QVector<Printed> &lines, bool isFilled, const Options &options,
+                     Visitor visit)
+{
+    for (const Printed &line : lines) {
+        const bool hasValue = !isFilled && line.text.characters.contains(valueSign());
+        if (hasValue && line.hasBrackets)
+            continue;
+        const LineWidth width(line, *options.paper, options.form,
+                              isFilled ? LineWidth::Known : LineWidth::CountNothing);
+        if (!width.isTooWide() || line.text.firstOffset() == Text::nowhere)
+            continue;
+        const auto words =
+            hasValue ? QVector<BrokenWord>() : brokenWords(line.text.characters, width.breaks());
+        visit(line, width, words);
+    }
+}
+
+template <typename Visitor>
 void forEachWideLine(const Analysis &analysis, Visitor visit)
 {
     const Options &options = analysis.options();
     if (!options.paper || options.form == Form::Html)
         return;
     for (const Piece &piece : analysis.pieces()) {
-        const bool isFilled = piece.filled.has_value();
-        for (const Printed &line : isFilled ? piece.filled->lines : piece.blank.lines) {
-            const bool hasValue = !isFilled && line.text.characters.contains(valueSign());
-            if (hasValue && line.hasBrackets)
-                continue;
-            const LineWidth width(line, *options.paper, options.form,
-                                  isFilled ? LineWidth::Known : LineWidth::CountNothing);
-            if (!width.isTooWide() || line.text.firstOffset() == Text::nowhere)
-                continue;
-            const auto words = hasValue ? QVector<BrokenWord>()
-                                        : brokenWords(line.text.characters, width.breaks());
-            visit(line, width, words);
-        }
+        const Road &road = piece.filled ? *piece.filled : piece.blank;
+        forEachWideLine(road.lines, piece.filled.has_value(), options, visit);
     }
+}
+
+template <typename Visitor>
+void forEachWideLine(const BbCode &text, Visitor visit)
+{
+    if (text.options().paper && text.options().form != Form::Html)
+        forEachWideLine(text.lines(), text.options().document.has_value(), text.options(), visit);
+}
+
+template <typename Source>
+void reportWideLines(const Source &source, Report &report)
+{
+    forEachWideLine(
+        source, [&](const Printed &line, const LineWidth &width, const QVector<BrokenWord> &words) {
+            if (words.isEmpty())
+                report.addEachToLine(line.text.firstOffset(),
+                                     QStringLiteral("the line \"%1\" %2")
+                                         .arg(shown(line.text.characters),
+                                              takenText(line, width, *source.options().paper)));
+        });
+}
+
+template <typename Source>
+void reportBrokenWords(const Source &source, Report &report)
+{
+    const bool hasData = source.options().document.has_value();
+    forEachWideLine(
+        source, [&](const Printed &line, const LineWidth &width, const QVector<BrokenWord> &words) {
+            for (const BrokenWord &word : words) {
+                const int offset = Text::offsetOf(line.text.origins.at(word.place));
+                const bool isWrongFigure = hasData && word.isNumber && fitsARow(word, width);
+                report.addEachAs(isWrongFigure ? Severity::Error : Severity::Warning,
+                                 offset == Text::nowhere ? line.text.firstOffset() : offset,
+                                 brokenMessage(line, width, word, *source.options().paper));
+            }
+        });
 }
 
 }  // namespace
 
 void checkLineWidth(const Analysis &analysis, Report &report)
 {
-    forEachWideLine(analysis, [&](const Printed &line, const LineWidth &width,
-                                  const QVector<BrokenWord> &words) {
-        if (words.isEmpty())
-            report.addEachToLine(line.text.firstOffset(),
-                                 QStringLiteral("the line \"%1\" %2")
-                                     .arg(shown(line.text.characters),
-                                          takenText(line, width, *analysis.options().paper)));
-    });
+    reportWideLines(analysis, report);
 }
 
 void checkBrokenWords(const Analysis &analysis, Report &report)
 {
-    const bool hasData = analysis.values() != nullptr;
-    forEachWideLine(analysis, [&](const Printed &line, const LineWidth &width,
-                                  const QVector<BrokenWord> &words) {
-        for (const BrokenWord &word : words) {
-            const int offset = Text::offsetOf(line.text.origins.at(word.place));
-            const bool isWrongFigure = hasData && word.isNumber && fitsARow(word, width);
-            report.addEachAs(isWrongFigure ? Severity::Error : Severity::Warning,
-                             offset == Text::nowhere ? line.text.firstOffset() : offset,
-                             brokenMessage(line, width, word, *analysis.options().paper));
-        }
-    });
+    reportBrokenWords(analysis, report);
+}
+
+void checkBbLineWidth(const BbCode &text, Report &report)
+{
+    reportWideLines(text, report);
+}
+
+void checkBbBrokenWords(const BbCode &text, Report &report)
+{
+    reportBrokenWords(text, report);
 }
 
 }  // namespace templatelint

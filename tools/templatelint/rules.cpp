@@ -23,7 +23,7 @@ constexpr Rule table[] = {
          "missing with some sales, and is told as a note. Needs --data; the document should have "
          "every attribute that a sale can have."),
      "<C><SHPO>", "<C><SHOP>", R"({"attributes": {"SHOP": "Harbour Kiosk"}})", noArguments,
-     checkUnknownAttributes},
+     checkUnknownAttributes, nullptr, true},
     {"bad-expression", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "an expression that can't be evaluated"),
      QT_TRANSLATE_NOOP("LintRule",
@@ -31,7 +31,8 @@ constexpr Rule table[] = {
                        "its reading stopped. Without --data only mistakes are reported that no "
                        "value can mend. An empty value in a group is none: the group goes."),
      "Total<S><QTY*(PRICE+TAX,0.00>", "Total<S><QTY*(PRICE+TAX),0.00>",
-     R"({"attributes": {"QTY": 2, "PRICE": 1.85, "TAX": 0.15}})", noArguments, checkExpressions},
+     R"({"attributes": {"QTY": 2, "PRICE": 1.85, "TAX": 0.15}})", noArguments, checkExpressions,
+     nullptr, true},
     {"cut-expression", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "an expression that its own last comma cuts"),
      QT_TRANSLATE_NOOP("LintRule",
@@ -39,7 +40,7 @@ constexpr Rule table[] = {
                        "comma belongs to a function or was meant as a decimal comma. An expression "
                        "with a comma needs a format behind it, and a decimal point is a point."),
      "Ways to choose: <ncr(5,2)>", "Ways to choose: <ncr(5,2),0>", noDocument, noArguments,
-     checkCutExpressions},
+     checkCutExpressions, nullptr, true},
     {"division-by-zero", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "an expression that divides by zero"),
      QT_TRANSLATE_NOOP(
@@ -49,7 +50,7 @@ constexpr Rule table[] = {
          "Without --data only a divisor that is written as 0 is found, and is a warning; with it "
          "what this document makes of the expression."),
      "Each <SUM1/COUNT,0.00>", "[Each <SUM1/COUNT,0.00>]",
-     R"({"attributes": {"SUM1": "5.00", "COUNT": 0}})", noArguments, checkDivisions},
+     R"({"attributes": {"SUM1": "5.00", "COUNT": 0}})", noArguments, checkDivisions, nullptr, true},
     {"lost-sign", Severity::Error, QT_TRANSLATE_NOOP("LintRule", "a minus that isn't printed"),
      QT_TRANSLATE_NOOP(
          "LintRule",
@@ -57,7 +58,8 @@ constexpr Rule table[] = {
          "sign: a shortage of 0.05 prints as a surplus. The format \"0.E\" keeps it; it prints up "
          "to six digits, and no zeros at the end. Needs --data."),
      "Difference<S><COUNTED-EXPECTED>", "Difference<S><COUNTED-EXPECTED,0.E>",
-     R"({"attributes": {"COUNTED": "885.40", "EXPECTED": "885.45"}})", noArguments, checkLostSigns},
+     R"({"attributes": {"COUNTED": "885.40", "EXPECTED": "885.45"}})", noArguments, checkLostSigns,
+     nullptr, true},
     {"text-as-number", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a text that is read as a number and prints otherwise"),
      QT_TRANSLATE_NOOP(
@@ -69,7 +71,7 @@ constexpr Rule table[] = {
          "For all else the program makes it a text that isn't a number: \"12E4<:>\" prints 12E4, "
          "as the tag prints nothing. Needs --data."),
      "Authorisation <AUTH>", "Authorisation <AUTH,000000>", R"({"attributes": {"AUTH": "007723"}})",
-     noArguments, checkTextsAsNumbers},
+     noArguments, checkTextsAsNumbers, nullptr, true},
     {"changed-figure", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a number that prints as another one"),
      QT_TRANSLATE_NOOP(
@@ -79,7 +81,7 @@ constexpr Rule table[] = {
          "bits, and is 0 from 2147483648 on; a format without decimals has 64. \"0.E\" gives six "
          "digits, and larger numbers an exponent. Needs --data."),
      "Super 95<S><PRICE>", "Super 95<S><PRICE,0.000>", R"({"attributes": {"PRICE": "1.749"}})",
-     noArguments, checkChangedFigures},
+     noArguments, checkChangedFigures, nullptr, true},
     {"wrong-sum", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a printed total that isn't the sum of what is printed"),
      QT_TRANSLATE_NOOP(
@@ -121,7 +123,7 @@ constexpr Rule table[] = {
          "--data only what is wrong for all values is reported, as a warning; so is a format "
          "without effect."),
      "Paid <PAID,0.00>", "Paid <PAID*1,0.00>", R"({"attributes": {"PAID": 10}})", noArguments,
-     checkValueFormats},
+     checkValueFormats, nullptr, true},
     {"date-letters", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "letters in the format of a date that mean something else"),
      QT_TRANSLATE_NOOP("LintRule",
@@ -133,7 +135,7 @@ constexpr Rule table[] = {
                        "--data it is a warning, and only for a format that must be one of dates."),
      "<SALE_DT,DD.MM.YYYY>", "<SALE_DT,dd.mm.yyyy>",
      R"({"attributes": {"SALE_DT": {"datetime": "2026-05-09T14:30:00"}}})", noArguments,
-     checkDateLetters},
+     checkDateLetters, nullptr, true},
     {"comma-in-format", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a comma in the format of a date"),
      QT_TRANSLATE_NOOP("LintRule",
@@ -141,7 +143,7 @@ constexpr Rule table[] = {
                        "of it the name, so a date whose format has a comma in it prints nothing. "
                        "Write two tags with the comma between them."),
      "<SALE_DT,dd.mm.yyyy, hh:nn>", "<SALE_DT,dd.mm.yyyy>, <SALE_DT,hh:nn>", noDocument,
-     noArguments, checkCommasInFormats},
+     noArguments, checkCommasInFormats, nullptr, true},
     {"guessed-name", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a tag or function that there isn't"),
      QT_TRANSLATE_NOOP(
@@ -151,7 +153,7 @@ constexpr Rule table[] = {
          "document has it, or prints as it stands; an expression with such a function prints "
          "nothing. The message says what there is instead. A tag without --data is a warning."),
      "<round(QTY*PRICE),0.00>", "<floor(QTY*PRICE+0.5),0.00>", noDocument, noArguments,
-     checkGuessedNames},
+     checkGuessedNames, nullptr, true},
     {"short-tag", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a tag too short to be an attribute"),
      QT_TRANSLATE_NOOP(
@@ -353,7 +355,8 @@ constexpr Rule table[] = {
          "are measured as if all values were empty. The finding stands at the beginning of the "
          "template's line that the printed line comes from."),
      "<W2><SHOP><S>Table <TABLE>", "<W2><SHOP>\n<R>Table <TABLE>",
-     R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 28", checkLineWidth},
+     R"({"attributes": {"SHOP": "Harbour Kiosk", "TABLE": 7}})", "--width 28", checkLineWidth,
+     checkBbLineWidth},
     {"broken-word", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a line that breaks inside a word or a number"),
      QT_TRANSLATE_NOOP(
@@ -364,7 +367,7 @@ constexpr Rule table[] = {
          "number that breaks with the values of --data is an error, all else a warning. Needs "
          "--width or --model; said in place of wide-line."),
      "<NAME> 1000 IU", "<NAME>\n1000 IU", R"({"attributes": {"NAME": "Vitamin D3"}})", "--width 14",
-     checkBrokenWords},
+     checkBrokenWords, checkBbBrokenWords},
     {"undrawn-symbol", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a special symbol without a drawing"),
      QT_TRANSLATE_NOOP(
@@ -380,7 +383,87 @@ constexpr Rule table[] = {
          "A printer has the characters of one code page, and prints something else for all others. "
          "Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless "
          "--code-page says otherwise. What stands in a value is reported where its tag stands."),
-     "Total 5 €", "Total 5 EUR", noDocument, "--model CUSTOM_VKP_80", checkCharacters},
+     "Total 5 €", "Total 5 EUR", noDocument, "--model CUSTOM_VKP_80", checkCharacters,
+     checkBbCharacters},
+    {"unencodable-code", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a code whose data can't be encoded"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A code without data isn't printed, nor is one whose data its kind can't hold: the "
+         "barcode of BBCode, a Code 128, takes ASCII characters, and a QR code up to 2953 bytes, "
+         "less on a narrow paper. With --model also what doesn't fit the model's paper, or what it "
+         "can't print. A code whose data values make needs --data."),
+     "[barcode]Straße[/barcode]", "[barcode]Strasse[/barcode]", noDocument, noArguments, checkCodes,
+     checkBbCodes},
+    {"bbcode-in-template", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "a tag of BBCode in a template"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "In a template square brackets are those of groups: \"[/b]\" prints "
+                       "\"/b\". A text is taken for BBCode if it has tags of BBCode and none of "
+                       "the markup of templates, such as \"<C>\"; values are no markup."),
+     "<C>[u]Total[/u]", "<C><U:>Total<:U>", noDocument, noArguments, checkBbTagsInTemplate},
+    {"bbcode-name", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "BBCode: a tag, key or value that there isn't"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "The tags are b, i, u, size, left, center, right, hr, img, field, column, barcode and "
+         "qrcode, in small letters or capitals; the keys are size, hr, width, align, zerofill and "
+         "name. All others are passed over, and a value that there isn't counts as another one. A "
+         "key is of no use outside of the tag that it belongs to."),
+     "[center][bold]Total[/center]", "[center]Total[/center]", noDocument, noArguments, nullptr,
+     checkBbNames},
+    {"bbcode-as-text", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "BBCode: a tag that prints as it stands"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "What can't be read as a tag is text. A tag is \"[name]\", "
+                       "\"[name=value]\" or \"[name key=value]\", with one blank or two between "
+                       "its parts and none in front of the name. Values are letters, digits and a "
+                       "few signs, without quotation marks."),
+     "[center][size=\"large]Total[/center]", "[center][size=large]Total[/size][/center]",
+     noDocument, noArguments, nullptr, checkBbMalformed},
+    {"bbcode-open", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "BBCode: a tag that is never closed, or never opened"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "A line, a picture and a code are printed when their tag is closed, and "
+                       "else not at all. A format or font that stays open goes on to the text's "
+                       "end, and into the next text of the same reader. Of tags in one another "
+                       "each closes the nearest of its name."),
+     "[center]Thank you[/center]\n[hr]", "[center]Thank you[/center]\n[hr /]", noDocument,
+     noArguments, nullptr, checkBbLonely},
+    {"bbcode-crossed", Severity::Warning, QT_TRANSLATE_NOOP("LintRule", "BBCode: tags that cross"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "Tags are switches, and nesting isn't checked: formats that cross print as they are "
+         "meant, but other readers of BBCode have it otherwise, so it is a note. What is aligned, "
+         "padded or drawn ends where its tag closes: there it is a warning."),
+     "[center][column width=9]Total[/center][/column]",
+     "[center][column width=9]Total[/column][/center]", noDocument, noArguments, nullptr,
+     checkBbCrossed},
+    {"missing-picture", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "BBCode: a picture that doesn't exist or can't be read"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "A picture that is missing leaves an empty line. It is looked up in the "
+                       "folder of --images, or else in that of the text; its name may be the "
+                       "beginning of the file's, and letters count in small."),
+     "[img name=absent][/img]", "[img name=logo][/img]", noDocument, noArguments, nullptr,
+     checkBbPictures},
+    {"ambiguous-picture", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "BBCode: a name that fits several pictures"),
+     QT_TRANSLATE_NOOP("LintRule",
+                       "Of all files whose names begin so the first in the alphabet is taken: for "
+                       "\"logo\" that is \"logo-old.png\", also if there is \"logo.png\". Write "
+                       "the name with its ending."),
+     "[img name=twin][/img]", "[img name=twin.png][/img]", noDocument, noArguments, nullptr,
+     checkBbAmbiguousPictures},
+    {"small-large-text", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "BBCode: large text that isn't larger on this model"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "The sizes small, normal, middle and large are the four fonts of a model, and many have "
+         "fewer: \"receipt models ID\" shows their characters. BBCode has no double height; a "
+         "template has it, as \"<H2>\" and \"<W2>\". Needs --model."),
+     "[size=large]Total[/size]", "[b]Total[/b]", noDocument, "--model TSP-TUP", nullptr,
+     checkBbLargeText},
     {"endless-value", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a value whose tags never come to an end"),
      QT_TRANSLATE_NOOP("LintRule",

@@ -4,12 +4,48 @@
 #include <tuple>
 
 #include "analysis.h"
+#include "bbcode.h"
 #include "printerdocs/template/symbolsline_p.h"
 
 namespace templatelint {
 
+namespace {
+
+QVector<Finding> sorted(QVector<Finding> findings)
+{
+    // The table's order settles what stands at one place.
+    const auto key = [](const Finding &finding) {
+        return std::make_tuple(finding.line, finding.column, finding.rule);
+    };
+    std::stable_sort(findings.begin(), findings.end(),
+                     [&key](const Finding &a, const Finding &b) { return key(a) < key(b); });
+    return findings;
+}
+
+/// What fills a BBCode text fills each of its lines, and tells no group from a tag.
+QVector<Finding> lintBbCode(const QStringList &lines, const Options &options)
+{
+    Progress progress(options.progress, qint64(Analysis::stepsPerLine) * lines.size() + 1);
+    const BbCode text(lines, options);
+    const Analysis analysis(lines, options, progress);
+    QVector<Finding> findings;
+    for (const Rule &rule : rules()) {
+        Report report(rule, text.source(), findings);
+        if (rule.checkBbCode != nullptr)
+            rule.checkBbCode(text, report);
+        if (rule.isOfValues)
+            rule.check(analysis, report);
+    }
+    progress.step(qint64(Analysis::stepsPerLine) * lines.size() + 1);
+    return sorted(findings);
+}
+
+}  // namespace
+
 QVector<Finding> lint(const QStringList &lines, const Options &options)
 {
+    if (isBbCode(lines))
+        return lintBbCode(lines, options);
     // What a rule looks at is worked out already: a few of them take as long as a step of that.
     constexpr int rulesPerStep = 4;
     const qint64 stepsPerRule = lines.size() / rulesPerStep + 1;
@@ -19,16 +55,11 @@ QVector<Finding> lint(const QStringList &lines, const Options &options)
     QVector<Finding> findings;
     for (const Rule &rule : rules()) {
         Report report(rule, analysis.source(), findings);
-        rule.check(analysis, report);
+        if (rule.check != nullptr)
+            rule.check(analysis, report);
         progress.step(stepsPerRule);
     }
-    // The table's order settles what stands at one place.
-    const auto key = [](const Finding &finding) {
-        return std::make_tuple(finding.line, finding.column, finding.rule);
-    };
-    std::stable_sort(findings.begin(), findings.end(),
-                     [&key](const Finding &a, const Finding &b) { return key(a) < key(b); });
-    return findings;
+    return sorted(findings);
 }
 
 std::optional<NamedSymbolFile> symbolFileOf(const QStringList &lines, const QString &folder)

@@ -44,6 +44,15 @@ struct Paper
     bool hasDoubleWidth = true;
 };
 
+/// What a name in a BBCode text finds.
+struct FoundPicture
+{
+    QStringList files;  ///< all that it fits, the one that is taken first
+    QString fault;      ///< why it isn't printed; empty if it is
+};
+
+enum class CodeKind { Barcode, QrCode };
+
 /// How a template is used. What isn't known here isn't checked.
 struct Options
 {
@@ -54,9 +63,14 @@ struct Options
     std::optional<Paper> paper;
     const QTextCodec *codePage = nullptr;                   ///< the printer's character set
     std::function<void(qint64 done, qint64 all)> progress;  ///< told now and then, if there is one
+    /// Finds the picture of a name in small letters.
+    std::function<FoundPicture(const QString &name)> pictureOf;
+    /// Why a code can't be printed; empty if it can.
+    std::function<QString(CodeKind kind, const QByteArray &payload)> codeFault;
 };
 
 class Analysis;
+class BbCode;
 class Report;
 
 struct Rule
@@ -69,7 +83,11 @@ struct Rule
     const char *right;      ///< the same without the mistake
     const char *document;   ///< JSON text of the document for both, empty if none is needed
     const char *arguments;  ///< further options of the command for both
-    void (*check)(const Analysis &analysis, Report &report);
+    void (*check)(const Analysis &analysis, Report &report);  ///< of templates; null: none
+    /// Of BBCode texts; null: none.
+    void (*checkBbCode)(const BbCode &text, Report &report) = nullptr;
+    /// Also speaks on the tags for values in a BBCode text, as `check` has it.
+    bool isOfValues = false;
 };
 
 /// All rules, in the order in which people meet them.
@@ -99,7 +117,10 @@ struct Finding
     QString message;
 };
 
-/// All findings, by line, column and rule.
+/// Whether lines are a BBCode text and no template: they have its tags, and none of the markup.
+bool isBbCode(const QStringList &lines);
+
+/// All findings, by line, column and rule. A BBCode text is recognised by its tags.
 QVector<Finding> lint(const QStringList &lines, const Options &options);
 
 /// The file of special symbols that a template names.

@@ -375,5 +375,77 @@
         <source>Each printed amount is rounded by itself, and a total of an expression once, at its end: 83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are printed, as in floor(A*100+0.500001)/100. Amounts are those with two decimals at the ends of lines; a total is called one, or adds up others. Only what is nearly the sum is told, or a total behind entries alone that isn&apos;t theirs. Needs --data.</source>
         <translation>Jeder gedruckte Betrag wird für sich gerundet, die Summe eines Ausdrucks einmal, am Ende: zu 83.65 und -0.96 kann eine Summe von 82.70 gedruckt sein. Die Teile der Summe sind in ihr so zu runden, wie sie gedruckt werden, etwa mit floor(A*100+0.500001)/100. Beträge sind die mit zwei Dezimalstellen am Ende von Zeilen; eine Summe heißt so, oder sie zählt andere zusammen. Gemeldet wird nur, was beinahe die Summe ist, oder eine Summe hinter lauter Einträgen, die nicht deren Summe ist. Braucht --data.</translation>
     </message>
+    <message>
+        <source>a code whose data can&apos;t be encoded</source>
+        <translation>ein Code, dessen Daten sich nicht kodieren lassen</translation>
+    </message>
+    <message>
+        <source>A code without data isn&apos;t printed, nor is one whose data its kind can&apos;t hold: the barcode of BBCode, a Code 128, takes ASCII characters, and a QR code up to 2953 bytes, less on a narrow paper. With --model also what doesn&apos;t fit the model&apos;s paper, or what it can&apos;t print. A code whose data values make needs --data.</source>
+        <translation>Ein Code ohne Daten wird nicht gedruckt, ebenso wenig einer, dessen Art die Daten nicht fasst: Der Strichcode von BBCode, ein Code 128, nimmt ASCII-Zeichen, und ein QR-Code bis zu 2953 Byte, auf schmalem Papier weniger. Mit --model auch, was nicht auf das Papier des Modells passt oder was es nicht drucken kann. Ein Code, dessen Daten aus Werten entstehen, braucht --data.</translation>
+    </message>
+    <message>
+        <source>a tag of BBCode in a template</source>
+        <translation>ein Tag von BBCode in einer Vorlage</translation>
+    </message>
+    <message>
+        <source>In a template square brackets are those of groups: &quot;[/b]&quot; prints &quot;/b&quot;. A text is taken for BBCode if it has tags of BBCode and none of the markup of templates, such as &quot;&lt;C&gt;&quot;; values are no markup.</source>
+        <translation>In einer Vorlage sind eckige Klammern die von Gruppen: &quot;[/b]&quot; druckt &quot;/b&quot;. Ein Text gilt als BBCode, wenn er Tags von BBCode hat und keine Auszeichnung von Vorlagen wie &quot;&lt;C&gt;&quot;; Werte sind keine Auszeichnung.</translation>
+    </message>
+    <message>
+        <source>BBCode: a tag, key or value that there isn&apos;t</source>
+        <translation>BBCode: ein Tag, ein Schlüssel oder ein Wert, den es nicht gibt</translation>
+    </message>
+    <message>
+        <source>The tags are b, i, u, size, left, center, right, hr, img, field, column, barcode and qrcode, in small letters or capitals; the keys are size, hr, width, align, zerofill and name. All others are passed over, and a value that there isn&apos;t counts as another one. A key is of no use outside of the tag that it belongs to.</source>
+        <translation>Die Tags sind b, i, u, size, left, center, right, hr, img, field, column, barcode und qrcode, klein oder groß geschrieben; die Schlüssel sind size, hr, width, align, zerofill und name. Alle anderen werden übergangen, und ein Wert, den es nicht gibt, zählt als ein anderer. Außerhalb des Tags, zu dem er gehört, nützt ein Schlüssel nichts.</translation>
+    </message>
+    <message>
+        <source>BBCode: a tag that prints as it stands</source>
+        <translation>BBCode: ein Tag, das gedruckt wird, wie es dasteht</translation>
+    </message>
+    <message>
+        <source>What can&apos;t be read as a tag is text. A tag is &quot;[name]&quot;, &quot;[name=value]&quot; or &quot;[name key=value]&quot;, with one blank or two between its parts and none in front of the name. Values are letters, digits and a few signs, without quotation marks.</source>
+        <translation>Was sich nicht als Tag lesen lässt, ist Text. Ein Tag ist &quot;[name]&quot;, &quot;[name=value]&quot; oder &quot;[name key=value]&quot;, mit einem oder zwei Leerzeichen zwischen den Teilen und keinem vor dem Namen. Werte sind Buchstaben, Ziffern und einige Zeichen, ohne Anführungszeichen.</translation>
+    </message>
+    <message>
+        <source>BBCode: a tag that is never closed, or never opened</source>
+        <translation>BBCode: ein Tag, das nie geschlossen oder nie geöffnet wird</translation>
+    </message>
+    <message>
+        <source>A line, a picture and a code are printed when their tag is closed, and else not at all. A format or font that stays open goes on to the text&apos;s end, and into the next text of the same reader. Of tags in one another each closes the nearest of its name.</source>
+        <translation>Eine Linie, ein Bild und ein Code werden gedruckt, wenn ihr Tag geschlossen wird, und sonst gar nicht. Ein Format oder eine Schrift, die offen bleibt, gilt bis zum Ende des Textes und im nächsten Text desselben Lesers weiter. Von Tags ineinander schließt jedes das nächste seines Namens.</translation>
+    </message>
+    <message>
+        <source>BBCode: tags that cross</source>
+        <translation>BBCode: Tags, die sich überkreuzen</translation>
+    </message>
+    <message>
+        <source>Tags are switches, and nesting isn&apos;t checked: formats that cross print as they are meant, but other readers of BBCode have it otherwise, so it is a note. What is aligned, padded or drawn ends where its tag closes: there it is a warning.</source>
+        <translation>Tags sind Schalter, und Verschachtelung wird nicht geprüft: Formate, die sich überkreuzen, werden gedruckt wie gemeint, aber andere Leser von BBCode halten es anders, deshalb ist es ein Hinweis. Was ausgerichtet, aufgefüllt oder gezeichnet wird, endet, wo sein Tag schließt: Dort ist es eine Warnung.</translation>
+    </message>
+    <message>
+        <source>BBCode: a picture that doesn&apos;t exist or can&apos;t be read</source>
+        <translation>BBCode: ein Bild, das es nicht gibt oder das nicht gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>A picture that is missing leaves an empty line. It is looked up in the folder of --images, or else in that of the text; its name may be the beginning of the file&apos;s, and letters count in small.</source>
+        <translation>Ein Bild, das fehlt, hinterlässt eine leere Zeile. Es wird im Ordner von --images gesucht, sonst in dem des Textes; sein Name darf der Anfang des Dateinamens sein, und Buchstaben zählen als kleine.</translation>
+    </message>
+    <message>
+        <source>BBCode: a name that fits several pictures</source>
+        <translation>BBCode: ein Name, der auf mehrere Bilder passt</translation>
+    </message>
+    <message>
+        <source>Of all files whose names begin so the first in the alphabet is taken: for &quot;logo&quot; that is &quot;logo-old.png&quot;, also if there is &quot;logo.png&quot;. Write the name with its ending.</source>
+        <translation>Von allen Dateien, deren Namen so beginnen, wird die erste im Alphabet genommen: für &quot;logo&quot; ist das &quot;logo-old.png&quot;, auch wenn es &quot;logo.png&quot; gibt. Schreiben Sie den Namen mit seiner Endung.</translation>
+    </message>
+    <message>
+        <source>BBCode: large text that isn&apos;t larger on this model</source>
+        <translation>BBCode: großer Text, der auf diesem Modell nicht größer ist</translation>
+    </message>
+    <message>
+        <source>The sizes small, normal, middle and large are the four fonts of a model, and many have fewer: &quot;receipt models ID&quot; shows their characters. BBCode has no double height; a template has it, as &quot;&lt;H2&gt;&quot; and &quot;&lt;W2&gt;&quot;. Needs --model.</source>
+        <translation>Die Größen small, normal, middle und large sind die vier Schriften eines Modells, und viele haben weniger: &quot;receipt models ID&quot; zeigt ihre Zeichen. BBCode kennt keine doppelte Höhe; eine Vorlage hat sie, als &quot;&lt;H2&gt;&quot; und &quot;&lt;W2&gt;&quot;. Braucht --model.</translation>
+    </message>
 </context>
 </TS>

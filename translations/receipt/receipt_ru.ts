@@ -375,5 +375,77 @@
         <source>Each printed amount is rounded by itself, and a total of an expression once, at its end: 83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are printed, as in floor(A*100+0.500001)/100. Amounts are those with two decimals at the ends of lines; a total is called one, or adds up others. Only what is nearly the sum is told, or a total behind entries alone that isn&apos;t theirs. Needs --data.</source>
         <translation>Каждая напечатанная сумма округляется сама по себе, а итог выражения — один раз, в конце: у 83.65 и -0.96 может получиться итог 82.70. Части суммы внутри неё округляйте так же, как они напечатаны, например floor(A*100+0.500001)/100. Суммами считаются числа с двумя знаками после точки в конце строк; итог так назван или складывает другие. Сообщается только о том, что почти равно сумме, или об итоге за одними записями, который не их сумма. Нужен --data.</translation>
     </message>
+    <message>
+        <source>a code whose data can&apos;t be encoded</source>
+        <translation>код, данные которого нельзя закодировать</translation>
+    </message>
+    <message>
+        <source>A code without data isn&apos;t printed, nor is one whose data its kind can&apos;t hold: the barcode of BBCode, a Code 128, takes ASCII characters, and a QR code up to 2953 bytes, less on a narrow paper. With --model also what doesn&apos;t fit the model&apos;s paper, or what it can&apos;t print. A code whose data values make needs --data.</source>
+        <translation>Код без данных не печатается, как и код, вид которого не вмещает данные: штрихкод BBCode, Code 128, принимает знаки ASCII, а QR-код — до 2953 байт, на узкой бумаге меньше. С --model также то, что не помещается на бумаге модели или чего она не печатает. Для кода, данные которого составляют значения, нужен --data.</translation>
+    </message>
+    <message>
+        <source>a tag of BBCode in a template</source>
+        <translation>тег BBCode в шаблоне</translation>
+    </message>
+    <message>
+        <source>In a template square brackets are those of groups: &quot;[/b]&quot; prints &quot;/b&quot;. A text is taken for BBCode if it has tags of BBCode and none of the markup of templates, such as &quot;&lt;C&gt;&quot;; values are no markup.</source>
+        <translation>В шаблоне квадратные скобки — это скобки групп: &quot;[/b]&quot; печатает &quot;/b&quot;. Текст считается BBCode, если в нём есть теги BBCode и нет разметки шаблонов, такой как &quot;&lt;C&gt;&quot;; значения разметкой не являются.</translation>
+    </message>
+    <message>
+        <source>BBCode: a tag, key or value that there isn&apos;t</source>
+        <translation>BBCode: тег, ключ или значение, которых нет</translation>
+    </message>
+    <message>
+        <source>The tags are b, i, u, size, left, center, right, hr, img, field, column, barcode and qrcode, in small letters or capitals; the keys are size, hr, width, align, zerofill and name. All others are passed over, and a value that there isn&apos;t counts as another one. A key is of no use outside of the tag that it belongs to.</source>
+        <translation>Теги — b, i, u, size, left, center, right, hr, img, field, column, barcode и qrcode, строчными или заглавными; ключи — size, hr, width, align, zerofill и name. Все остальные пропускаются, а значение, которого нет, считается другим. Вне тега, к которому ключ относится, от него нет пользы.</translation>
+    </message>
+    <message>
+        <source>BBCode: a tag that prints as it stands</source>
+        <translation>BBCode: тег, который печатается как есть</translation>
+    </message>
+    <message>
+        <source>What can&apos;t be read as a tag is text. A tag is &quot;[name]&quot;, &quot;[name=value]&quot; or &quot;[name key=value]&quot;, with one blank or two between its parts and none in front of the name. Values are letters, digits and a few signs, without quotation marks.</source>
+        <translation>То, что не читается как тег, — это текст. Тег — это &quot;[name]&quot;, &quot;[name=value]&quot; или &quot;[name key=value]&quot;, с одним или двумя пробелами между частями и без пробела перед именем. Значения — это буквы, цифры и некоторые знаки, без кавычек.</translation>
+    </message>
+    <message>
+        <source>BBCode: a tag that is never closed, or never opened</source>
+        <translation>BBCode: тег, который не закрыт или не открыт</translation>
+    </message>
+    <message>
+        <source>A line, a picture and a code are printed when their tag is closed, and else not at all. A format or font that stays open goes on to the text&apos;s end, and into the next text of the same reader. Of tags in one another each closes the nearest of its name.</source>
+        <translation>Линия, картинка и код печатаются, когда их тег закрывается, а иначе не печатаются вовсе. Формат или шрифт, который остался открытым, действует до конца текста и дальше, в следующем тексте того же читателя. Из вложенных тегов каждый закрывает ближайший тег со своим именем.</translation>
+    </message>
+    <message>
+        <source>BBCode: tags that cross</source>
+        <translation>BBCode: теги, которые пересекаются</translation>
+    </message>
+    <message>
+        <source>Tags are switches, and nesting isn&apos;t checked: formats that cross print as they are meant, but other readers of BBCode have it otherwise, so it is a note. What is aligned, padded or drawn ends where its tag closes: there it is a warning.</source>
+        <translation>Теги — это переключатели, и вложенность не проверяется: пересекающиеся форматы печатаются как задумано, но другие читатели BBCode понимают их иначе, поэтому это примечание. То, что выравнивается, дополняется или рисуется, кончается там, где закрывается его тег: там это предупреждение.</translation>
+    </message>
+    <message>
+        <source>BBCode: a picture that doesn&apos;t exist or can&apos;t be read</source>
+        <translation>BBCode: картинка, которой нет или которую нельзя прочитать</translation>
+    </message>
+    <message>
+        <source>A picture that is missing leaves an empty line. It is looked up in the folder of --images, or else in that of the text; its name may be the beginning of the file&apos;s, and letters count in small.</source>
+        <translation>Вместо отсутствующей картинки остаётся пустая строка. Она ищется в папке --images, а без неё — в папке текста; её имя может быть началом имени файла, а буквы считаются строчными.</translation>
+    </message>
+    <message>
+        <source>BBCode: a name that fits several pictures</source>
+        <translation>BBCode: имя, которое подходит нескольким картинкам</translation>
+    </message>
+    <message>
+        <source>Of all files whose names begin so the first in the alphabet is taken: for &quot;logo&quot; that is &quot;logo-old.png&quot;, also if there is &quot;logo.png&quot;. Write the name with its ending.</source>
+        <translation>Из всех файлов, имена которых так начинаются, берётся первый по алфавиту: для &quot;logo&quot; это &quot;logo-old.png&quot;, даже если есть &quot;logo.png&quot;. Пишите имя с расширением.</translation>
+    </message>
+    <message>
+        <source>BBCode: large text that isn&apos;t larger on this model</source>
+        <translation>BBCode: крупный текст, который на этой модели не крупнее</translation>
+    </message>
+    <message>
+        <source>The sizes small, normal, middle and large are the four fonts of a model, and many have fewer: &quot;receipt models ID&quot; shows their characters. BBCode has no double height; a template has it, as &quot;&lt;H2&gt;&quot; and &quot;&lt;W2&gt;&quot;. Needs --model.</source>
+        <translation>Размеры small, normal, middle и large — это четыре шрифта модели, и у многих их меньше: &quot;receipt models ID&quot; показывает их знаки. В BBCode нет двойной высоты; в шаблоне она есть: &quot;&lt;H2&gt;&quot; и &quot;&lt;W2&gt;&quot;. Нужен --model.</translation>
+    </message>
 </context>
 </TS>

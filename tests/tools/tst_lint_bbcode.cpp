@@ -1,0 +1,288 @@
+#include <QtTest>
+
+#include "lintrun.h"
+#include "templatelint.h"
+
+using lintrun::addTemplates;
+using lintrun::blank;
+using lintrun::blankWith;
+using lintrun::checkPlaces;
+using lintrun::filled;
+using lintrun::filledWith;
+
+/// Texts in BBCode that are given to the checker of templates.
+class TestLintBbCode : public QObject
+{
+    Q_OBJECT
+
+    static QString repeated(const char *text, int count) { return QString(text).repeated(count); }
+
+private Q_SLOTS:
+    void isRecognised_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("isBbCode");
+        const auto row = [](const char *text, bool is) {
+            QTest::newRow(text) << QString(text) << is;
+        };
+        row("[b]Total[/b]", true);
+        row("[CENTER]Total", true);
+        row("[hr /]", true);
+        row("[img name=logo][/img]", true);
+        row("[b]<SHOP>[/b]", true);
+        row("[b]Total", false);
+        row("[Discount <DISCOUNT>]", false);
+        row("<C>[u]Total[/u]", false);
+        row("[/b]\n<ENTRIES>", false);
+        row("[/b]\n<FISCAL_QR>", false);
+        row("Cola [0.5 l]", false);
+        row("", false);
+    }
+    void isRecognised()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, isBbCode);
+        QCOMPARE(templatelint::isBbCode(text.split('\n')), isBbCode);
+    }
+
+    void tagsInTemplates_data()
+    {
+        addTemplates();
+        blank("each", "<C>[center]a[/center]", "1:4 bbcode-in-template 1:13 bbcode-in-template");
+        blank("with a key", "<B>[size=large]a", "1:4 bbcode-in-template");
+        blank("a group's own letters", "<C>[b <SHOP>]", "");
+        blank("removed", "<C>a<X:>[/b]<:X>", "");
+        blank("in a code", "<QR>[/b]", "");
+    }
+    void tagsInTemplates() { checkPlaces(); }
+
+    void names_data()
+    {
+        addTemplates();
+        blank("a tag, opened and closed", "[b]x[/b]\n[bold]y[/bold]",
+              "2:1 bbcode-name 2:8 bbcode-name");
+        blank("capitals", "[B]x[/B][SIZE=LARGE]y[/SIZE]", "");
+        blank("a key", "[img src=logo][/img]", "1:1 bbcode-name 1:1 missing-picture");
+        blank("a size", "[size=huge]x[/size]", "1:1 bbcode-name");
+        blank("a line", "[hr=double /]", "1:1 bbcode-name");
+        blank("an alignment", "[field width=3 align=middle]x[/field]", "1:1 bbcode-name");
+        blank("a width", "[field width=300]x[/field]", "1:1 bbcode-name");
+        blank("the widest", "[field width=255]x[/field]", "");
+        blank("no number", "[field width=wide]x[/field]", "1:1 bbcode-name");
+        blank("two in a tag", "[field width=a zerofill=b]x[/field]",
+              "1:1 bbcode-name 1:1 bbcode-name");
+        blank("a width of nothing", "[b width=3]x[/b]", "1:1 bbcode-name");
+        blank("digits of a column", "[column zerofill=3]x[/column]", "1:1 bbcode-name");
+        blank("a key in an open field", "[field][b width=3]x[/b][/field]", "");
+        blank("a name outside of a picture", "[b name=x]y[/b]", "1:1 bbcode-name");
+        blank("a closing tag with a key", "[b]x[/b][/b=x]", "1:9 bbcode-name 1:9 bbcode-open");
+        blank("brackets of a text", "[b]x[/b] ][ [] [ 0.5 l]", "");
+    }
+    void names() { checkPlaces(); }
+
+    void malformed_data()
+    {
+        addTemplates();
+        blank("quotation marks", "[hr /][img name=\"logo\"][/img]",
+              "1:7 bbcode-as-text 1:24 bbcode-open");
+        blank("no end", "[hr /][b", "1:7 bbcode-as-text");
+        blank("a blank in front", "[hr /][ b]", "1:7 bbcode-as-text");
+        blank("a blank behind the slash", "[hr /][b]x[/ b]", "1:7 bbcode-open 1:11 bbcode-as-text");
+        blank("no name of a tag", "[hr /][x!]", "");
+        blank("behind letters of two units", "[hr /]\xF0\x9F\x99\x82\xD0\x96[b!",
+              "1:10 bbcode-as-text");
+    }
+    void malformed() { checkPlaces(); }
+
+    void open_data()
+    {
+        addTemplates();
+        blank("a format", "[hr /]\n [b]x", "2:2 bbcode-open");
+        blank("a format that opens twice", "[b]x[b]y[/b]", "1:1 bbcode-open");
+        blank("what isn't open", "x[/center]", "1:2 bbcode-open");
+        blank("a line", "[hr=dashed]x", "1:1 bbcode-open");
+        blank("a picture", "[img name=logo]x", "1:1 bbcode-open");
+        blank("a code that the other closes", "[barcode]1[/qrcode]",
+              "1:1 bbcode-open 1:11 bbcode-open");
+        blank("over lines", "[center]a\nb\n[/center]", "");
+    }
+    void open() { checkPlaces(); }
+
+    void lostTagsAreErrors()
+    {
+        QCOMPARE(lintrun::lint("[hr]", {}).status, 1);
+        QCOMPARE(lintrun::lint("[qrcode]x", {}).status, 1);
+        QCOMPARE(lintrun::lint("[img name=logo]", {}).status, 1);
+        QCOMPARE(lintrun::lint("[center]x", {}).status, 0);
+    }
+
+    void crossed_data()
+    {
+        addTemplates();
+        blank("formats", "[b][i]x[/b][/i]", "1:8 bbcode-crossed");
+        blank("nested", "[b][i]x[/i][/b]", "");
+        blank("the same in itself", "[b][b]x[/b][/b]", "");
+        blank("three", "[b][i][u]x[/b][/i][/u]", "1:11 bbcode-crossed 1:15 bbcode-crossed");
+        blank("one that is never closed crosses none", "[center][b]x[/center]", "1:9 bbcode-open");
+        blank("behind one another", "[b]x[/b][i]y[/i]", "");
+    }
+    void crossed() { checkPlaces(); }
+
+    void severityOfCrossing()
+    {
+        QVERIFY(lintrun::lint("[b][i]x[/b][/i]", {}).output.contains(": note: "));
+        QVERIFY(lintrun::lint("[b][center]x[/b][/center]", {}).output.contains(": warning: "));
+    }
+
+    void pictures_data()
+    {
+        addTemplates();
+        blank("there", "[img name=logo][/img]", "");
+        blank("in capitals", "[IMG NAME=LOGO][/IMG]", "");
+        blank("missing, each", "[img name=none][/img]\n[img name=none][/img]",
+              "1:1 missing-picture 2:1 missing-picture");
+        blank("no picture", "[img name=plain.json][/img]", "1:1 missing-picture");
+        blank("no name", "[img][/img]", "1:1 missing-picture");
+        blank("two fit", "[img name=tw][/img]", "1:1 ambiguous-picture");
+        blank("another comes in front", "[img name=twin][/img]", "1:1 ambiguous-picture");
+        blank("by its ending", "[img name=twin.png][/img]", "");
+        blank("wildcards are meant", "[img name=tw*][/img]", "");
+        blankWith("--images FOLDER/none", "no folder", "[img name=logo][/img]", "");
+        filled("a name of a value", "[img name=<SHOP>][/img]", "1:1 missing-picture");
+        blank("a name of no known value", "[img name=<SHOP>][/img][field width=<DOCNO>]x[/field]",
+              "");
+    }
+    void pictures()
+    {
+        QFETCH(QString, options);
+        if (options.isEmpty()) {
+            checkPlaces();
+            return;
+        }
+        const ReceiptRun run = lintrun::lint("[hr /]", options.split(' '));
+        QCOMPARE(run.status, 2);
+        QVERIFY(run.errors.contains("--images"));
+    }
+
+    void codes_data()
+    {
+        addTemplates();
+        blank("ASCII", "[barcode]Ab 12[/barcode][qrcode]Straße[/qrcode]", "");
+        blank("no ASCII", "[barcode]\xD0\x96[/barcode]", "1:1 unencodable-code");
+        blank("none", "[barcode][/barcode]\n[qrcode][/qrcode]",
+              "1:1 unencodable-code 2:1 unencodable-code");
+        blank("of values", "[barcode]<SHOP>[/barcode]", "");
+        filled("of a value that is empty", "[qrcode]<EMPTY>[/qrcode]", "1:1 unencodable-code");
+        filled("of a value", "[qrcode]<SHOP>[/qrcode]", "");
+        filled("of a template, without data", "<QR><EMPTY>", "1:1 unencodable-code");
+        filled("of a template", "<QR><SHOP>", "");
+        filledWith("--as text", "no codes in text", "a<EMPTY>", "");
+        blankWith("--model NP_F209_2D", "too wide for the paper",
+                  "[barcode]0A1B2C3D4E5F6G7H8I9J0A1B2C3D4E5F6G7H8I9J[/barcode]",
+                  "1:1 unencodable-code");
+    }
+    void codes() { checkPlaces(); }
+
+    void qrCodesEndAt2953Bytes()
+    {
+        const QByteArray most(2953, 'x');
+        QCOMPARE(lintrun::lint("[qrcode]" + most + "[/qrcode]", {}).output, QString());
+        QVERIFY(lintrun::lint("[qrcode]" + most + "x[/qrcode]", {})
+                    .output.contains("[unencodable-code]"));
+    }
+
+    void largeText_data()
+    {
+        addTemplates();
+        blankWith("--model TSP-TUP", "no larger font", "[size=large]x[/size][size=middle]y[/size]",
+                  "1:1 small-large-text 1:21 small-large-text");
+        blankWith("--model TSP-TUP", "normal text", "[size=normal]x[/size][size=small]y[/size]",
+                  "");
+        blankWith("--model CUSTOM_VKP_80", "a larger font", "[size=large]x[/size]", "");
+        blankWith("--model CUSTOM_VKP_80 --font 3", "as large as the base font",
+                  "[size=large]x[/size]", "1:1 small-large-text");
+        blankWith("--width 30", "no model", "[size=large]x[/size]", "");
+    }
+    void largeText() { checkPlaces(); }
+
+    void lines_data()
+    {
+        addTemplates();
+        blankWith("--width 20", "too wide", "[b]x[/b]\n=====================", "2:1 wide-line");
+        blankWith("--width 20", "as wide as the paper", "[b]x[/b]\n====================", "");
+        blankWith("--width 20", "a rule", "[hr /]", "");
+        blankWith("--width 20", "a broken number", "[b]x[/b]\n12345 12345 12345 12345",
+                  "2:1 broken-word");
+        blankWith("--model CUSTOM_VKP_80", "large text",
+                  "a\n[size=large]=============================[/size]", "2:1 wide-line");
+        blankWith("--width 20", "a column", "[column width=21]x[/column]", "1:1 wide-line");
+        blankWith("--width 20 --as html", "HTML", "[b]x[/b]=====================", "");
+        blankWith("--width 20", "a value without data", "[b]<SHOP>[/b]", "");
+        filledWith("--width 18", "a value", "[b]== == == == == == <SHOP>[/b]", "1:1 wide-line");
+    }
+    void lines() { checkPlaces(); }
+
+    void characters_data()
+    {
+        addTemplates();
+        blankWith("--code-page cp866", "in the text", "[b]5 \xE2\x82\xAC[/b]",
+                  "1:6 unprintable-character");
+        blankWith("--code-page cp866", "printed as others",
+                  "[b]\xC2\xAB"
+                  "a\xC2\xBB \xE2\x80\x93[/b]",
+                  "");
+        blankWith("--code-page cp866", "in a code", "[qrcode]\xE2\x82\xAC[/qrcode]", "");
+    }
+    void characters() { checkPlaces(); }
+
+    void valuesAreCheckedAsInTemplates_data()
+    {
+        addTemplates();
+        filled("unknown", "[b]<SHPO>[/b]", "1:4 unknown-attribute");
+        filled("known", "[b]<SHOP>[/b]", "");
+        blank("a comma", "[b]<SALE_DT,dd.mm.yyyy, hh:nn>[/b]", "1:13 comma-in-format");
+    }
+    void valuesAreCheckedAsInTemplates() { checkPlaces(); }
+
+    void examplesAreClean_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("coupon") << QStringList{example("coupon.bbcode"), "--images",
+                                               example("images")};
+        QTest::newRow("event") << QStringList{example("gallery/event.bbcode")};
+        QTest::newRow("parking") << QStringList{example("gallery/parking.bbcode")};
+        QTest::newRow("parking, filled") << QStringList{example("gallery/parking.bbcode"), "--data",
+                                                        example("gallery/parking.json")};
+    }
+    void examplesAreClean()
+    {
+        QFETCH(QStringList, arguments);
+        const ReceiptRun run =
+            runReceipt(QStringList{"lint", "--strict", "--model", "CUSTOM_VKP_80"} + arguments);
+        QCOMPARE(run.output + run.errors, QString());
+        QCOMPARE(run.status, 0);
+    }
+
+    // What is deep or long is read to its end.
+    void hugeTexts_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("nested") << repeated("[b]", 20000) + repeated("[/b]", 20000);
+        QTest::newRow("crossed") << repeated("[b]", 5000) + repeated("[i]", 5000) +
+                                        repeated("[/b]", 5000) + repeated("[/i]", 5000);
+        QTest::newRow("codes") << repeated("[qrcode]", 20000) + repeated("[/qrcode]", 20000);
+        QTest::newRow("open") << repeated("[", 200000) + "[hr /]";
+        QTest::newRow("keys") << "[hr" + repeated(" a=b", 50000) + " /]";
+    }
+    void hugeTexts()
+    {
+        QFETCH(QString, text);
+        templatelint::Options options;
+        options.paper = templatelint::Paper{32, {}, QString(), true};
+        const auto findings = templatelint::lint({text, "[/center]"}, options);
+        QVERIFY(!findings.isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLintBbCode)
+#include "tst_lint_bbcode.moc"

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVector>
+
+#include "markup.h"
+#include "templatelint.h"
+#include "text.h"
+
+namespace templatelint {
+
+/// What stands at one place of a BBCode text.
+struct BbEvent
+{
+    enum Kind { Words, Malformed, Open, Close };
+
+    Kind kind;
+    int begin;     ///< index in the text; of what closes itself that of its tag
+    int end;       ///< behind it
+    QString name;  ///< of a tag, in small letters; of what is malformed the one that begins it
+    QMap<QString, QString> parameters;  ///< in small letters; of an opening tag
+};
+
+/// An opening tag and the one that closes it, as indexes of events.
+struct BbPair
+{
+    int open;
+    int close;
+};
+
+/// A BBCode text as the library's own reader takes it, with its places.
+class BbCode
+{
+public:
+    BbCode(const QStringList &lines, const Options &options);
+
+    const Options &options() const { return m_options; }
+    const Source &source() const { return m_source; }
+    /// With the values of the document; without one a sign stands for each value.
+    const Text &text() const { return m_text; }
+    const QVector<BbEvent> &events() const { return m_events; }
+    /// By the tags that close them.
+    const QVector<BbPair> &pairs() const { return m_pairs; }
+    /// Events that open or close something without the other.
+    const QVector<int> &lonely() const { return m_lonely; }
+
+    int offsetOf(const BbEvent &event) const;
+    QString partOf(int begin, int end) const;
+    /// The lines that are printed, each with a place in the text.
+    QVector<Printed> lines() const;
+    /// What is printed of the words in it, at their own places.
+    QVector<Printed> words() const;
+
+private:
+    void readEvents();
+    void pairUp();
+
+    const Options m_options;
+    const Source m_source;
+    Text m_text;
+    QVector<BbEvent> m_events;
+    QVector<BbPair> m_pairs;
+    QVector<int> m_lonely;
+};
+
+/// A tag of BBCode in a template: a group without a value.
+struct BbTag
+{
+    int begin;     ///< index in the line
+    QString text;  ///< as it stands
+    QString name;  ///< in small letters
+};
+QVector<BbTag> bbTagsOf(const QString &line);
+
+/// What stands inside a tag for a value that isn't known.
+QString bbValueSign();
+
+const QStringList &bbTagNames();
+const QStringList &bbKeys();
+
+}  // namespace templatelint
