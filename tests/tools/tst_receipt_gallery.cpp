@@ -228,6 +228,19 @@ private Q_SLOTS:
         }
     }
 
+    void textsInBbcodeAreCleanOnModelsWithALargerFont()
+    {
+        const WorkFolder folder;
+        for (const QString &file : {galleryFile("event.bbcode"), parkingTicket(folder)}) {
+            for (const char *const model :
+                 {"AV_268", "CITIZEN_CTS_2000", "CUSTOM_VKP_80", "EPSON_EU_4XX", "WPK_833"}) {
+                const ReceiptRun run = runReceipt({"lint", "--strict", file, "--model", model});
+                QCOMPARE(run.output + run.errors, QString());
+                QCOMPARE(run.status, 0);
+            }
+        }
+    }
+
     void itemsOfTheSupermarketAddUp()
     {
         const QJsonObject document = json(documentOf("supermarket"));
