@@ -1,6 +1,3 @@
-#include <printerslib/drivers/printlayout.h>
-#include <printerslib/drivers/symbologydrawer.h>
-
 #include <QFileInfo>
 #include <QHash>
 #include <QJsonArray>
@@ -18,7 +15,8 @@
 #include "forms.h"
 #include "language.h"
 #include "lineoptions.h"
-#include "printerdocs/echarformat.h"
+#include "lintpaper.h"
+#include "modeltable.h"
 #include "printoptions.h"
 #include "progressline.h"
 #include "support.h"
@@ -28,10 +26,7 @@
 
 namespace {
 
-using printerslib::drivers::PrintFont;
 using printerslib::drivers::PrintTarget;
-using printerslib::drivers::RasterCommand;
-using printerslib::drivers::SymbologyDrawer;
 using templatelint::CodeKind;
 using templatelint::Finding;
 using templatelint::Form;
@@ -64,6 +59,11 @@ struct Options
         QStringLiteral("fiscal"),
         QStringLiteral("The client cuts the templates at their fiscal markers; each piece is "
                        "checked by itself.")};
+    const QCommandLineOption allModels{
+        QStringLiteral("all-models"),
+        QStringLiteral("Instead of findings print a table of what each paper of each model makes "
+                       "of the template: the lines that wrap, and what is lost. With --strict exit "
+                       "status 1 if anything does or is. Without --data all values are empty.")};
     const QCommandLineOption json = tool::jsonOption();
     const QCommandLineOption strict{QStringLiteral("strict"),
                                     QStringLiteral("Exit status 1 for warnings, too.")};
@@ -141,64 +141,18 @@ int explain(const QString &name)
     return tool::Success;
 }
 
-/// The paper and the fonts of a model.
-templatelint::Paper paperOf(const tool::ChosenPaper &chosen)
-{
-    const PrintTarget target = tool::targetOf(*chosen.model, chosen);
-    const bool takesDots = target.profile().rasterCommand() != RasterCommand::None;
-    const QList<FontInfo> types = target.record().fontTypes();
-    QVector<templatelint::PaperFont> fonts;
-    for (int number = 0; number < types.size(); ++number) {
-        const PrintFont &font = target.font(static_cast<unsigned char>(number));
-        const FontInfo &type = types.at(number == 0 ? chosen.font : number);
-        const QSize dots(font.cell.width() / font.widthScale,
-                         font.cell.height() / font.heightScale);
-        fonts.append({font.cell, takesDots ? dots : font.ownCharacter, type.idAsString()});
-    }
-    return {target.lineDots(), fonts,
-            QStringLiteral("%1 with %2 paper").arg(chosen.model->id(), target.paper().caption()),
-            (target.printedFormats() & CharDoubleWidth) != 0};
-}
-
-/// Why a code can't be drawn at all; empty if it can.
-QString drawingFault(CodeKind kind, const QByteArray &payload)
-{
-    static const SymbologyDrawer drawer;
-    printerslib::drivers::Paper::Code code;
-    using Symbology = printerslib::drivers::Paper::Symbology;
-    code.symbology = kind == CodeKind::Barcode ? Symbology::Code128 : Symbology::QrCode;
-    code.payload = payload;
-    drawer.draw(code);
-    return code.fault;
-}
-
-/// Why a model doesn't print a code; empty if it does.
-QString codeFaultOf(CodeKind kind, const QByteArray &payload, const PrintTarget &target)
-{
-    static const SymbologyDrawer drawer;
-    DocumentBlock block;
-    if (kind == CodeKind::Barcode)
-        block.setBarCode(payload, DocumentBlock::BarcodeBbCode);
-    else
-        block.setQrCode(payload);
-    TextPrinterDocument document;
-    document.setBlocks({block});
-    const auto layout = printerslib::drivers::PrintLayout::of(document, target, {}, drawer);
-    return layout.faults.isEmpty() ? QString() : layout.faults.constFirst().cause;
-}
-
 /// Takes over what a line has to fit into. Complains and gives false if that can't be told.
 bool readPaper(const QCommandLineParser &parser, templatelint::Options &result)
 {
     const auto line = tool::lineOf(parser);
     if (!line)
         return false;
-    result.codeFault = drawingFault;
+    result.codeFault = tool::drawingFaultOf;
     if (line->paper) {
-        result.paper = paperOf(*line->paper);
+        result.paper = tool::lintPaperOf(*line->paper);
         const PrintTarget target = tool::targetOf(*line->paper->model, *line->paper);
         result.codeFault = [target](CodeKind kind, const QByteArray &payload) {
-            return codeFaultOf(kind, payload, target);
+            return tool::codeFaultOf(kind, payload, target);
         };
     } else if (line->width)
         result.paper = templatelint::Paper{*line->width, {}, QString(), true};
@@ -230,6 +184,21 @@ public:
                 m_array.append(jsonOf(file, finding));
             else
                 tool::print(lineOf(file, finding));
+        }
+    }
+    void add(const QString &file, const QVector<tool::PaperVerdict> &verdicts, bool hasTitle)
+    {
+        if (hasTitle && !m_json)
+            tool::print(file + QLatin1Char(':'));
+        if (!m_json)
+            tool::printVerdicts(verdicts);
+        for (const tool::PaperVerdict &verdict : verdicts) {
+            if (m_json)
+                m_array.append(tool::jsonOf(file, verdict));
+            if (verdict.isClean())
+                continue;
+            ++m_count;
+            m_worst = std::min(m_worst, Severity::Warning);
         }
     }
     int count() const { return m_count; }
@@ -274,6 +243,7 @@ struct Task
     QString symbols;
     QString images;
     templatelint::Options options;
+    std::optional<printerslib::drivers::PrinterModels> models;  ///< a table of all these
     bool json = false;
     bool strict = false;
     bool watches = false;
@@ -295,6 +265,38 @@ void findPictures(const QString &text, const QString &folder, Task &task, QStrin
         }
         return found->value(name);
     };
+}
+
+/// Complains and gives false for what can't be printed: the library would hang on it.
+bool canBePrinted(const QString &file, const QStringList &lines, const Task &task)
+{
+    const PrinterDocument document = task.options.document.value_or(PrinterDocument());
+    const auto complain = [&file](int line, int column, const QString &message) {
+        tool::complain(QStringLiteral("%1:%2:%3: %4").arg(file).arg(line).arg(column).arg(message));
+        return false;
+    };
+    if (const auto endless =
+            templatelint::endlessValueOf(lines, document, templatelint::Filling::Receipt))
+        return complain(endless->line, endless->column, endless->message);
+    const auto symbols =
+        templatelint::forbiddenSymbolFile(lines, document, task.options.symbolFolder);
+    return !symbols || complain(symbols->line, symbols->column, symbols->fault);
+}
+
+/// Prints a template's table. Complains and gives false if there is none.
+bool tryModels(const QString &file, const QStringList &lines, const Task &task,
+               FindingPrinter &printer)
+{
+    if (!canBePrinted(file, lines, task))
+        return false;
+    tool::ProgressLine line(QStringLiteral("trying all models"));
+    const QString images = task.images.isEmpty() ? QFileInfo(file).path() : task.images;
+    const auto verdicts =
+        tool::verdictsOf(lines, task.options, *task.models, images,
+                         [&line](qint64 done, qint64 all) { line.show(done, all); });
+    line.clear();
+    printer.add(file, verdicts, task.templates.size() > 1);
+    return true;
 }
 
 tool::WatchedRun run(Task task)
@@ -325,6 +327,11 @@ tool::WatchedRun run(Task task)
             companions.append(symbols->path);
         findPictures(*text, task.images.isEmpty() ? QFileInfo(file).path() : task.images, task,
                      companions);
+        if (task.models) {
+            line.clear();
+            isRead = tryModels(file, lines, task, printer) && isRead;
+            continue;
+        }
         const auto findings = templatelint::lint(lines, task.options);
         ++fileNumber;
         line.clear();
@@ -352,6 +359,20 @@ bool areTemplates(const QStringList &files)
     return false;
 }
 
+/// Takes over the models of a table. Complains and gives false for options that choose another
+/// paper, or none.
+bool readModels(const QCommandLineParser &parser, const Options &options, Task &task)
+{
+    if (!parser.isSet(options.allModels))
+        return true;
+    if (task.options.paper || task.options.form != Form::Document) {
+        tool::complain(QStringLiteral("--all-models excludes --model, --width and --as"));
+        return false;
+    }
+    task.models = tool::modelsOf(parser);
+    return task.models.has_value();
+}
+
 std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &options)
 {
     Task task;
@@ -373,6 +394,8 @@ std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &opti
         return std::nullopt;
     task.codec = codec;
     task.options.form = form->form;
+    if (!readModels(parser, options, task))
+        return std::nullopt;
     return task;
 }
 
@@ -384,9 +407,9 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     parser.addOptions({options.data, tool::formOption(forms)});
     parser.addOptions(tool::lineOptions());
     parser.addOptions({tool::modelsFileOption(), options.codePage, options.symbols, options.images,
-                       options.fiscal, options.json, options.strict, options.explain,
-                       tool::dataSchemaOption(), tool::codecOption(), tool::languageOption(),
-                       tool::watchOption()});
+                       options.fiscal, options.allModels, options.json, options.strict,
+                       options.explain, tool::dataSchemaOption(), tool::codecOption(),
+                       tool::languageOption(), tool::watchOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The templates; - is standard input."),
                                  QStringLiteral("TEMPLATE..."));
