@@ -92,8 +92,8 @@ private Q_SLOTS:
     void optionOfSeveralCommandsIsDescribedInTheSameWords()
     {
         // These have other values, or write something else, in each command.
-        const QStringList ofOneCommand{"as",    "code-page", "from", "output",
-                                       "plain", "strict",    "to"};
+        const QStringList ofOneCommand{"all-models", "as",    "code-page", "from",
+                                       "output",     "plain", "strict",    "to"};
         QMap<QString, QStringList> commandsOf;
         QMap<QString, HelpRow> first;
         const QStringList commands = commandNames();
@@ -114,7 +114,7 @@ private Q_SLOTS:
         }
         QCOMPARE(commandsOf["symbols"],
                  (QStringList{"lint", "preview", "print", "render", "document save"}));
-        QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "preview", "print"}));
+        QCOMPARE(commandsOf["images"], (QStringList{"bbcode", "lint", "preview", "print"}));
         QCOMPARE(commandsOf["model"], (QStringList{"decode", "drawer", "lint", "preview", "print",
                                                    "render", "selftest", "status"}));
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
