@@ -138,7 +138,7 @@ PaperVerdict verdictOn(const ChosenPaper &paper, const QStringList &lines,
             wrappedLines(findings), lossesOf(layout, receipt.lineOf()) + smallTextsOf(findings)};
 }
 
-QString textOf(const QVector<int> &lines)
+QString lineNumbersOf(const QVector<int> &lines)
 {
     QStringList numbers;
     for (const int line : lines)
@@ -174,7 +174,7 @@ void printVerdicts(const QVector<PaperVerdict> &verdicts)
                                QStringLiteral("Loses")}};
     for (const PaperVerdict &verdict : verdicts)
         rows.append({verdict.model, verdict.paper, QString::number(verdict.characters),
-                     textOf(verdict.wrapped),
+                     lineNumbersOf(verdict.wrapped),
                      verdict.losses.isEmpty() ? QStringLiteral("-")
                                               : verdict.losses.join(QStringLiteral("; "))});
     QVector<int> widths(rows.constFirst().size(), 0);

@@ -17,7 +17,7 @@ namespace templatelint {
 
 namespace {
 
-bool isCode(const QString &name)
+bool isCodeTag(const QString &name)
 {
     return name == QLatin1String("barcode") || name == QLatin1String("qrcode");
 }
@@ -25,7 +25,7 @@ bool isCode(const QString &name)
 /// Where the tag counts only when it is closed.
 bool actsWhenClosed(const QString &name)
 {
-    return isCode(name) || name == QLatin1String("hr") || name == QLatin1String("img");
+    return isCodeTag(name) || name == QLatin1String("hr") || name == QLatin1String("img");
 }
 
 /// Where a tag within another one's reach cuts the text or its shape.
@@ -153,7 +153,7 @@ QString lonelyMessage(const BbEvent &event)
         return begin + QStringLiteral("no line is drawn; write [hr /]");
     if (name == QLatin1String("img"))
         return begin + QStringLiteral("no picture is printed; write [/img] behind it");
-    if (isCode(name))
+    if (isCodeTag(name))
         return begin + QStringLiteral("no code is printed");
     return begin + QStringLiteral("it holds to the text's end, and beyond for some");
 }
@@ -228,6 +228,19 @@ QString templatesOwn(const QString &name)
     return row == std::end(rows)
                ? QStringLiteral("; templates have nothing of the kind")
                : QStringLiteral("; templates have \"%1\"").arg(QLatin1String(row->instead));
+}
+
+void reportBbTags(const Piece &piece, const TemplateLine &line, Report &report)
+{
+    const QVector<BbTag> tags = bbTagsOf(line.text.characters);
+    for (const BbTag &tag : tags) {
+        const int offset = line.text.origins.at(tag.begin);
+        if (piece.isText(offset))
+            report.add(offset,
+                       QStringLiteral("\"%1\" is a tag of BBCode, and a template prints \"%2\"%3")
+                           .arg(clipped(tag.text), clipped(tag.text.mid(1, tag.text.size() - 2)),
+                                templatesOwn(tag.name)));
+    }
 }
 
 }  // namespace
@@ -345,7 +358,7 @@ void checkBbCodes(const BbCode &text, Report &report)
         openOf.insert(pair.close, pair.open);
     int last = -1;
     for (int i = 0; i < events.size(); ++i) {
-        if (!isCode(events.at(i).name))
+        if (!isCodeTag(events.at(i).name))
             continue;
         // What holds another tag for a code has a finding for it.
         if (openOf.value(i, i) == last && last >= 0)
@@ -394,18 +407,8 @@ void checkBbLargeText(const BbCode &text, Report &report)
 void checkBbTagsInTemplate(const Analysis &analysis, Report &report)
 {
     for (const Piece &piece : analysis.pieces()) {
-        for (const TemplateLine &line : piece.lines) {
-            const QVector<BbTag> tags = bbTagsOf(line.text.characters);
-            for (const BbTag &tag : tags) {
-                const int offset = line.text.origins.at(tag.begin);
-                if (piece.isText(offset))
-                    report.add(offset, QStringLiteral("\"%1\" is a tag of BBCode, and a template "
-                                                      "prints \"%2\"%3")
-                                           .arg(clipped(tag.text),
-                                                clipped(tag.text.mid(1, tag.text.size() - 2)),
-                                                templatesOwn(tag.name)));
-            }
-        }
+        for (const TemplateLine &line : piece.lines)
+            reportBbTags(piece, line, report);
     }
 }
 

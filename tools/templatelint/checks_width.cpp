@@ -105,8 +105,8 @@ void forEachWideLine(const BbCode &text, Visitor visit)
         forEachWideLine(text.lines(), text.options().document.has_value(), text.options(), visit);
 }
 
-template <typename Source>
-void reportWideLines(const Source &source, Report &report)
+template <typename Checked>
+void reportWideLines(const Checked &source, Report &report)
 {
     forEachWideLine(
         source, [&](const Printed &line, const LineWidth &width, const QVector<BrokenWord> &words) {
@@ -118,8 +118,8 @@ void reportWideLines(const Source &source, Report &report)
         });
 }
 
-template <typename Source>
-void reportBrokenWords(const Source &source, Report &report)
+template <typename Checked>
+void reportBrokenWords(const Checked &source, Report &report)
 {
     const bool hasData = source.options().document.has_value();
     forEachWideLine(
