@@ -176,6 +176,7 @@ bool CharacterSetter::setLineDots(const PrintLayout::Row &row)
     PrintLayout &layout = m_sheet.layout();
     const auto first = layout.cells.begin() + row.first;
     const std::vector<Cell> unset(first, first + row.count);
+    const size_t unprinted = layout.unprintedCells.size();
     m_own.clear();
     for (Cell *cell : m_pending) {
         if (isBlank(*cell)) {
@@ -190,6 +191,7 @@ bool CharacterSetter::setLineDots(const PrintLayout::Row &row)
     if (linedots::areWorth(layout, row))
         return true;
     std::copy(unset.begin(), unset.end(), first);
+    layout.unprintedCells.resize(unprinted);
     return false;
 }
 
@@ -287,6 +289,8 @@ void CharacterSetter::setBlank(Cell &cell)
             .arg(size.height());
     });
     cell.character = u' ';
+    PrintLayout &layout = m_sheet.layout();
+    layout.unprintedCells.push_back(static_cast<int>(&cell - layout.cells.data()));
 }
 
 void CharacterSetter::setDrawing(Cell &cell, QSize size)

@@ -534,10 +534,46 @@ private Q_SLOTS:
         QCOMPARE(image.pixel(24 + 354, 24 + row + 28), 0xFFD0D0D0);
     }
 
+    /// Where the paper is blank.
+    void charactersThatCannotBePrintedAreCrossedBoxes()
+    {
+        const TextPrinterDocument document = markup("a<#3>b<#3> <#27>");
+        const PrintLayout print = printOf(document, targetOf());
+        QCOMPARE(print.unprintedCells, (std::vector<int>{1, 3}));
+        const QImage picture = pictureOf(layoutOf(document));
+        for (const int cell : {1, 3}) {
+            const QRect box(margin + 10 * cell + 1, top + 1, 8, 22);
+            QCOMPARE(redPixels(picture, {box.left(), box.top(), 8, 1}), 8);
+            QCOMPARE(redPixels(picture, {box.left(), box.bottom(), 8, 1}), 8);
+            QCOMPARE(redPixels(picture, {box.left(), box.top(), 1, 22}), 22);
+            QCOMPARE(redPixels(picture, {box.right(), box.top(), 1, 22}), 22);
+            QVERIFY(redPixels(picture, box.adjusted(2, 2, -2, -2)) >= 18);
+            QCOMPARE(darkPixels(picture, box.adjusted(1, 1, -1, -1)) > 0, true);
+        }
+        // What is printed has none, and neither has a blank or a code.
+        QCOMPARE(redPixels(picture, {margin, top, 10, 24}), 0);
+        QCOMPARE(redPixels(picture, {margin + 20, top, 10, 24}), 0);
+        QCOMPARE(redPixels(picture, {margin + 40, top, 40, 24}), 0);
+    }
+
+    void whatIsPrintedInAnyWayHasNoBox()
+    {
+        const QString text = QString::fromUtf8("A \u0416 \u20AC \u8A9E");
+        for (const PrinterInfo &model : PrinterInfo::fromResources()) {
+            const PrintTarget target = targetOf(model);
+            const bool hasRaster =
+                target.profile().rasterCommand() != printerslib::drivers::RasterCommand::None;
+            if (hasRaster)
+                QVERIFY2(printOf(markup(text), target).unprintedCells.empty(),
+                         qPrintable(model.id()));
+        }
+    }
+
     void contactSheetShowsWholeReceipts()
     {
         ContactSheet sheet(typeface());
-        const Layout layout = layoutOf(documentOf(markup(QString("<B>####\n").repeated(240)).blocks()));
+        const Layout layout =
+            layoutOf(documentOf(markup(QString("<B>####\n").repeated(240)).blocks()));
         QVERIFY(layout.size().height() > 5700 && layout.size().height() <= ContactSheet::mostDots);
         sheet.add("model", layout);
         const QImage image = sheet.image();

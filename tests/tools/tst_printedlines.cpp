@@ -62,6 +62,14 @@ private Q_SLOTS:
         QCOMPARE(printedLinesOf(lines, document).size(), partsOf(printed(lines, document)));
     }
 
+    void piecesBetweenFiscalMarkersKnowTheirPlaces()
+    {
+        const QStringList lines{"<FISCAL_HEADER>", "a",    "<NONE>",
+                                "b <FISCAL_BODY>", "<C>c", "<FISCAL_FOOTER>d"};
+        QCOMPARE(templatelint::printedLinesOfPieces(lines, PrinterDocument()),
+                 (QVector<int>{0, 2, 4, 0, 5, 0, 6}));
+    }
+
     void textWithoutAttributesKnowsItsPlace()
     {
         const QStringList lines{"a", "", "<B>", "<QR>x", "<NAME>"};

@@ -92,7 +92,7 @@ private Q_SLOTS:
     void optionOfSeveralCommandsIsDescribedInTheSameWords()
     {
         // These have other values, or write something else, in each command.
-        const QStringList ofOneCommand{"all-models", "as",    "code-page", "from",
+        const QStringList ofOneCommand{"all-models", "as",    "code-page", "fiscal", "from",
                                        "output",     "plain", "strict",    "to"};
         QMap<QString, QStringList> commandsOf;
         QMap<QString, HelpRow> first;

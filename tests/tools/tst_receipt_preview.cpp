@@ -346,6 +346,43 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
     }
 
+    void charactersThatCannotBePrintedAreCounted()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("t.txt", "a<#3>b<#3>\n<#4>\n");
+        const ReceiptRun run = runReceipt({"preview", "--plain", text, "--model", "CUSTOM_VKP_80",
+                                           "--output", folder.path("r.png")});
+        const QString start = "receipt: " + text + ": ";
+        QVERIFY2(run.errors.endsWith(
+                     start + "characters that can't be printed, with a crossed box for each: 3\n"),
+                 qPrintable(run.errors));
+        QVERIFY(run.errors.contains(start + "line 1: the symbol 3 is blank: "));
+        QVERIFY(run.errors.contains(start + "line 2: the symbol 4 is blank: "));
+        QCOMPARE(run.status, 0);
+    }
+
+    void fiscalSectionsAreFramed()
+    {
+        const WorkFolder folder;
+        const QString receipt = folder.file(
+            "a.cpt", "<C>Shop\n<FISCAL_BODY>\n" + QByteArray(60, 'x') + "\n<FISCAL_FOOTER>\n");
+        const QString data = folder.file("d.json", "{}");
+        const QStringList source{
+            "preview", receipt, data, "--model", "CUSTOM_VKP_80", "--output", folder.path("r.png")};
+        const ReceiptRun run = runReceipt(source + QStringList{"--fiscal"});
+        QCOMPARE(run.errors,
+                 "receipt: " + receipt + ": line 3: \"" + QString(40, 'x') +
+                     "...\" is too long for the paper: its 60 characters take 2 rows\n");
+        QCOMPARE(run.status, 0);
+        const QImage framed(folder.path("r.png"));
+        // Two frames of a line, three lines of text, and a cut.
+        QCOMPARE(framed.height(), 24 + 3 * 24 + 2 * (8 + 24 + 8) + 24 + 2 + 24);
+        QCOMPARE(framed.pixelColor(200, 24 + 24), QColor(0xC0, 0, 0));
+        const ReceiptRun plain = runReceipt({"preview", "--plain", receipt, "--fiscal"});
+        QCOMPARE(plain.errors, QString("receipt: --fiscal needs a template and a document\n"));
+        QCOMPARE(plain.status, 2);
+    }
+
     void linesThatFitAreNotTold()
     {
         const WorkFolder folder;

@@ -25,6 +25,31 @@ private:
     }
 
 private Q_SLOTS:
+    void fiscalSectionsAreFramed()
+    {
+        const WorkFolder folder;
+        const QString receipt = folder.file(
+            "a.cpt", "<fiscal_header>\nShop\n<FISCAL_BODY>\nBill <DOCNO>\n<FISCAL_FOOTER>\n");
+        const QString data = folder.file("d.json", "{\"attributes\": {\"DOCNO\": 7}}");
+        const auto frame = [](const QString &text) {
+            return '+' + QString(48, '-') + "+\n|" + text + "|\n+" + QString(48, '-') + "+\n";
+        };
+        const ReceiptRun run = runReceipt({"render", receipt, data, "--fiscal", "--width", "50"});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.output, frame("  FISCAL_HEADER: printed by the fiscal printer  ") + "Shop\n" +
+                                 frame("   FISCAL_BODY: printed by the fiscal printer   ") +
+                                 "Bill 7\n" +
+                                 frame("  FISCAL_FOOTER: printed by the fiscal printer  "));
+        QCOMPARE(run.status, 0);
+        const ReceiptRun narrow = runReceipt({"render", receipt, data, "--fiscal", "--width", "9"});
+        QVERIFY(narrow.output.startsWith("+-------+\n|FISCAL_|\n+-------+\n"));
+        // Elsewhere a section has no place.
+        const ReceiptRun html = runReceipt({"render", receipt, data, "--fiscal", "--as", "html"});
+        QCOMPARE(html.errors,
+                 QString("receipt: --fiscal needs a template and a document, and --as text\n"));
+        QCOMPARE(html.status, 2);
+    }
+
     // The four files were checked by hand against the rules of the template language. A change in
     // them is a change of what clients get.
     void allTagsRenderAsKept_data()

@@ -9,6 +9,7 @@
 
 #include "commands.h"
 #include "contactsheet.h"
+#include "fiscalsections.h"
 #include "outputfile.h"
 #include "picturefile.h"
 #include "printnotes.h"
@@ -55,7 +56,9 @@ that the text begins with; control characters are blank. What the printer has
 no letter for, special symbols (the largest drawing that fits the cell, at its
 upper left corner) and all text with --as-picture are drawn in dots, as it gets
 them; a PDF has their text, too. Pictures are drawn dot for dot, with the blank
-dots below that a model feeds which prints them in bands.
+dots below that a model feeds which prints them in bands. A character that a
+model prints neither as a letter nor as dots is blank on its paper; the picture
+has a red box with a cross there, and standard error tells how many.
 
 Barcodes are 80 dots high, with modules of 3 dots, or 2 where that doesn't fit;
 QR codes have modules of 6 to 2 dots, as fit the paper. A code that can't be
@@ -217,14 +220,26 @@ private:
     QHash<QString, int> m_indices;  ///< in the rows
 };
 
+/// How often the picture shows a box where the paper is blank.
+QVector<PrintNote> boxNotesOf(const PrintLayout &print)
+{
+    if (print.unprintedCells.empty())
+        return {};
+    PrintNote note;
+    note.text = QStringLiteral("characters that can't be printed, with a crossed box for each: %1")
+                    .arg(print.unprintedCells.size());
+    return {note};
+}
+
 /// A receipt on the paper of a model. Complains and gives nothing if it can't be printed.
 std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceipt &receipt,
                              const Printer &printer, Warnings &warnings)
 {
     static const printerslib::drivers::SymbologyDrawer codes;
     const TextPrinterDocument document = receipt.documentFor(printer.target);
-    const PrintLayout print = PrintLayout::of(document, printer.target, printer.options, codes);
-    warnings.add(printer.id(), tool::notesOf(print, document), receipt.lineOf);
+    PrintLayout print = PrintLayout::of(document, printer.target, printer.options, codes);
+    tool::frameSections(receipt.sections, print);
+    warnings.add(printer.id(), tool::notesOf(print, document) + boxNotesOf(print), receipt.lineOf);
     QString error = tool::withLine(receipt.lineOf, print.error);
     if (error.isEmpty()) {
         Layout layout(print, document.prevTicketAction(), document.currentTicketAction());
@@ -337,7 +352,8 @@ int runPreview(const QStringList &arguments)
     parser.addOptions(tool::sourceOptions());
     parser.addOptions(tool::shopOptions(QLatin1String(usualModel)));
     parser.addOptions(tool::printOptions());
-    parser.addOptions({options.output, options.scale, options.allModels, options.watch});
+    parser.addOptions(
+        {options.output, options.scale, options.allModels, tool::fiscalOption(), options.watch});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("preview"), arguments, 0, 2))
         return *status;
@@ -345,7 +361,7 @@ int runPreview(const QStringList &arguments)
     if (!settings)
         return tool::BadInput;
     Request request;
-    const auto source = tool::sourceOf(parser);
+    const auto source = tool::sourceOf(parser, parser.isSet(tool::fiscalOption()));
     if (!source || !setPrinters(parser, options, *settings, request) ||
         !setOutput(parser, options, request))
         return tool::WrongUsage;

@@ -7,6 +7,7 @@
 #include "dataschema.h"
 #include "documentforms.h"
 #include "filling.h"
+#include "fiscalsections.h"
 #include "folderoptions.h"
 #include "forms.h"
 #include "language.h"
@@ -31,10 +32,16 @@ struct Source
     QString plainText;
     int width;
     bool pretty;
+    int margin;
+    bool isFiscal;
+    QString templateText{};
 };
 
 QStringList asText(const Source &source)
 {
+    if (source.isFiscal)
+        return tool::fiscalTextOf({source.templateText, *source.document}, source.margin,
+                                  source.width);
     return source.document
                ? source.formatter->toPlainText(*source.document, source.width)
                : source.formatter->plainTextToFormattedPlainText(source.plainText, source.width);
@@ -126,12 +133,18 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     parser.addOption(tool::formOption(forms));
     parser.addOptions(tool::lineOptions(QString::number(tool::usualWidth)));
     parser.addOptions({tool::marginOption(), options.symbols, options.letterCase, options.output,
-                       options.pretty, options.plain, tool::unescapedOption(), tool::cleanOption(),
-                       tool::dataSchemaOption(), tool::codecOption(), tool::languageOption()});
+                       options.pretty, options.plain, tool::fiscalOption(), tool::unescapedOption(),
+                       tool::cleanOption(), tool::dataSchemaOption(), tool::codecOption(),
+                       tool::languageOption()});
     tool::addTemplateAndDocument(parser);
     if (const auto status = tool::parse(parser, QStringLiteral("render"), arguments, 1, 2))
         return status;
     const bool plain = parser.isSet(options.plain);
+    const bool isText = parser.value(tool::formOption(forms)) == QLatin1String(forms[0].name);
+    if (parser.isSet(tool::fiscalOption()) && (plain || !isText)) {
+        tool::complain(QStringLiteral("--fiscal needs a template and a document, and --as text"));
+        return tool::WrongUsage;
+    }
     if (parser.positionalArguments().size() == (plain ? 1 : 2))
         return std::nullopt;
     tool::complain(plain ? QStringLiteral("--plain: one file is expected")
@@ -164,6 +177,7 @@ bool readSource(const QStringList &files, const QTextCodec &codec, DocumentClean
         return false;
     source.formatter->setTemplate(read->text);
     source.document = read->document;
+    source.templateText = read->text;
     return true;
 }
 
@@ -203,7 +217,13 @@ int runRender(const QStringList &arguments)
     if (!tool::keepsSources({output}, files))
         return tool::BadInput;
     PrinterDocumentFormatter formatter(*margin, nullptr);
-    Source source{&formatter, std::nullopt, QString(), *width, parser.isSet(options.pretty)};
+    Source source{&formatter,
+                  std::nullopt,
+                  QString(),
+                  *width,
+                  parser.isSet(options.pretty),
+                  *margin,
+                  parser.isSet(tool::fiscalOption())};
     if (!readSource(files, *codec, *rules, source))
         return tool::BadInput;
     return tool::writeLines(output, render(source)) ? tool::Success : tool::BadInput;

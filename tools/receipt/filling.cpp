@@ -71,10 +71,12 @@ std::optional<TemplateAndDocument> readTemplateAndDocument(const QString &templa
     return std::nullopt;
 }
 
-QVector<int> printedLinesOf(const TemplateAndDocument &source)
+QVector<int> printedLinesOf(const TemplateAndDocument &source, bool isFiscal)
 {
     const Silence silence;
-    return templatelint::printedLinesOf(source.text.split(QLatin1Char('\n')), source.document);
+    const QStringList lines = source.text.split(QLatin1Char('\n'));
+    return isFiscal ? templatelint::printedLinesOfPieces(lines, source.document)
+                    : templatelint::printedLinesOf(lines, source.document);
 }
 
 }  // namespace tool

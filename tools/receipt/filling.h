@@ -30,6 +30,7 @@ std::optional<TemplateAndDocument> readTemplateAndDocument(
 
 /// For each text line and each code of the receipt that both make its line in the template; see
 /// templatelint::printedLinesOf().
-QVector<int> printedLinesOf(const TemplateAndDocument &source);
+/// @param isFiscal whether the template is cut at its fiscal markers
+QVector<int> printedLinesOf(const TemplateAndDocument &source, bool isFiscal = false);
 
 }  // namespace tool

@@ -5,6 +5,7 @@
 
 #include "bbcodepictures.h"
 #include "filling.h"
+#include "fiscalsections.h"
 #include "picturesonwhite.h"
 #include "printedlines.h"
 #include "printerdocs/bbcodeparser.h"
@@ -68,7 +69,8 @@ bool keepsCompanions(const QStringList &outputs, const PreviewedReceipt &receipt
 }
 
 PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
-                             DocumentCleaner::Rules rules, const QString &symbolFolder, int margin)
+                             DocumentCleaner::Rules rules, const QString &symbolFolder, int margin,
+                             bool isFiscal)
 {
     return [=, &codec]() -> std::optional<PreviewedReceipt> {
         const auto source = readTemplateAndDocument(fileName, data, codec, rules);
@@ -76,9 +78,13 @@ PreviewSource templateSource(const QString &fileName, const QString &data, const
             return std::nullopt;
         PrinterDocumentFormatter formatter(margin, nullptr);
         formatter.setTemplate(source->text);
-        const TextPrinterDocument document = formatter.toTextPrinterDocument(source->document);
-        PreviewedReceipt receipt = always(document);
-        receipt.lineOf = linesOfBlocks(document, [source] { return printedLinesOf(*source); });
+        const FiscalReceipt printed =
+            isFiscal ? fiscalReceiptOf(*source, margin)
+                     : FiscalReceipt{formatter.toTextPrinterDocument(source->document), {}};
+        PreviewedReceipt receipt = always(printed.document);
+        receipt.sections = printed.sections;
+        receipt.lineOf = linesOfBlocks(
+            printed.document, [source, isFiscal] { return printedLinesOf(*source, isFiscal); });
         findSymbolFile(fileName, source->text, symbolFolder, receipt);
         return receipt;
     };

@@ -3,6 +3,7 @@
 #include <printerslib/drivers/documentcleaner.h>
 #include <printerslib/drivers/printtarget.h>
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -19,9 +20,10 @@ namespace tool {
 struct PreviewedReceipt
 {
     std::function<TextPrinterDocument(const printerslib::drivers::PrintTarget &)> documentFor;
-    QStringList companions;  ///< what the files name; see WatchedRun
-    bool isWhole = true;     ///< whether all of these could be read
-    LineOfBlock lineOf;      ///< for messages; may be null
+    QStringList companions;         ///< what the files name; see WatchedRun
+    bool isWhole = true;            ///< whether all of these could be read
+    LineOfBlock lineOf;             ///< for messages; may be null
+    QMap<int, QString> sections{};  ///< of the fiscal printer, by the number of their empty block
 };
 
 /// Complains and gives false if one of the files that are to be written would be taken for one that
@@ -33,10 +35,11 @@ bool keepsCompanions(const QStringList &outputs, const PreviewedReceipt &receipt
 using PreviewSource = std::function<std::optional<PreviewedReceipt>()>;
 
 /// @param rules  by which the document's texts are cleaned
-/// @param margin blanks in front of each line
+/// @param margin   blanks in front of each line
+/// @param isFiscal whether the template is cut at its fiscal markers
 PreviewSource templateSource(const QString &fileName, const QString &data, const QTextCodec &codec,
                              printerslib::drivers::DocumentCleaner::Rules rules,
-                             const QString &symbolFolder, int margin);
+                             const QString &symbolFolder, int margin, bool isFiscal = false);
 PreviewSource plainSource(const QString &fileName, const QTextCodec &codec, int margin);
 PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder);
 PreviewSource documentSource(const QString &fileName);

@@ -63,10 +63,11 @@ private:
     QVector<int> m_firstParts;  ///< of each block, among all lines and codes, and the end
 };
 
-QString clippedText(const QString &text)
+QString clippedText(QString text)
 {
-    return text.size() <= longestShownText ? text
-                                           : text.left(longestShownText) + QStringLiteral("...");
+    if (text.size() > longestShownText)
+        text = text.left(longestShownText) + QStringLiteral("...");
+    return text.replace(QLatin1Char('\t'), QLatin1Char(' '));
 }
 
 PrintNote longLineNote(const PrintLayout::Row &row, int rows, const QString &text)

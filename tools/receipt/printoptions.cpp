@@ -142,7 +142,7 @@ QList<QCommandLineOption> sourceOptions()
             codecOption(),   languageOption()};
 }
 
-std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
+std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser, bool isFiscal)
 {
     const QTextCodec *codec = codecOf(parser);
     if (codec == nullptr)
@@ -154,6 +154,10 @@ std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
     const bool isBbCode = parser.isSet(bbCodeOption());
     const bool isDocument = parser.isSet(documentOption());
     const bool isTemplate = !parser.positionalArguments().isEmpty();
+    if (isFiscal && !isTemplate) {
+        complain(QStringLiteral("--fiscal needs a template and a document"));
+        return std::nullopt;
+    }
     const bool hasSymbols = isFolder(parser, symbolsOption());
     const bool hasImages = isImageFolder(parser, isBbCode);
     const auto margin = marginOf(parser, !isBbCode && !isDocument);
@@ -170,7 +174,8 @@ std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser)
         return ChosenSource{documentSource(file), files};
     if (!isTemplate)
         return ChosenSource{plainSource(file, *codec, *margin), files};
-    return ChosenSource{templateSource(file, files.at(1), *codec, *rules, symbols, *margin), files};
+    return ChosenSource{
+        templateSource(file, files.at(1), *codec, *rules, symbols, *margin, isFiscal), files};
 }
 
 PrintTarget targetOf(const PrinterInfo &model, const ChosenPaper &paper)

@@ -27,7 +27,8 @@ struct ChosenSource
 };
 /// What the options and the positional arguments say. Complains and gives nothing unless that is
 /// exactly one receipt. The library takes the folder of symbols and the language from then on.
-std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser);
+/// @param isFiscal whether a template is cut at its fiscal markers; what isn't one is refused then
+std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser, bool isFiscal = false);
 
 /// What a receipt is printed on.
 printerslib::drivers::PrintTarget targetOf(const PrinterInfo &model, const ChosenPaper &paper);

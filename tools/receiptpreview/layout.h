@@ -27,6 +27,7 @@ struct Cell
         UpsideDown = 0x20,
         Turned = 0x40,  ///< by 90 degrees clockwise; width and height are those on the paper
         Hidden = 0x80,  ///< not drawn: a raster shows it, and whoever searches the text finds it
+        Unprinted = 0x100,  ///< blank on the paper, marked in the picture: the model can't print it
     };
 
     int left = 0;  ///< from the paper's left edge

@@ -115,6 +115,8 @@ void LayoutBuilder::addText(const Print::Row &row)
             setDrawing(cell, printed);
             addDots(added, dots);
         }
+        if (std::binary_search(m_print.unprintedCells.begin(), m_print.unprintedCells.end(), i))
+            cell.effects |= Cell::Unprinted;
         cell.left = m_margin + left;
         left += cell.width;
         m_layout.m_hasInverse = m_layout.m_hasInverse || cell.has(Cell::Inverse);

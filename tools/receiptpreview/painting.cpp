@@ -51,6 +51,8 @@ public:
             const Cell &cell = m_layout.cells().at(static_cast<std::size_t>(i));
             if (!cell.has(Cell::Inverse))
                 paintCell(row, cell);
+            if (cell.has(Cell::Unprinted))
+                paintCrossedBox(m_layout.cellRect(row, cell).adjusted(1, 1, -1, -1));
         }
     }
 
@@ -61,6 +63,18 @@ private:
         const int width = qBound(leastMarkWidth, margin - markGap, markWidth);
         const int left = margin - markGap - width;
         m_canvas.fill({left, row.top, width, row.height}, Ink::Note);
+    }
+
+    /// In place of a character that the model can't print.
+    void paintCrossedBox(const QRect &box)
+    {
+        m_canvas.fill({box.left(), box.top(), box.width(), 1}, Ink::Note);
+        m_canvas.fill({box.left(), box.bottom(), box.width(), 1}, Ink::Note);
+        for (int y = 0; y < box.height(); ++y) {
+            const int x = y * box.width() / box.height();
+            for (const int dot : {0, x, box.width() - 1 - x, box.width() - 1})
+                m_canvas.fill({box.left() + dot, box.top() + y, 1, 1}, Ink::Note);
+        }
     }
 
     void paintFrame(const Row &row)

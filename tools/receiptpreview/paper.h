@@ -40,7 +40,8 @@ public:
     /// mark of a line that goes on stands there.
     static constexpr int leastMargin = 6;
     /// The paper from edge to edge: the millimetres of its caption, such as "80 mm", and not less
-    /// than what is printed with its margins. PaperInfo::width() is not that: it is the printable millimetres.
+    /// than what is printed with its margins. PaperInfo::width() is not that: it is the printable
+    /// millimetres.
     int width() const { return m_width; }
     /// What is left blank at the left edge; the right one gets the rest.
     int leftMargin() const { return (m_width - m_printableWidth) / 2; }

@@ -1,6 +1,7 @@
 #include "printedlines.h"
 
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/fiscaldivision_p.h"
 #include "printerdocs/template/templatetags_p.h"
 #include "road.h"
 #include "values.h"
@@ -43,13 +44,15 @@ private:
 
 }  // namespace
 
-QVector<int> printedLinesOf(const QStringList &lines, const PrinterDocument &document)
+namespace {
+
+/// What a document prints of lines of a template; nothing where that can't be told.
+QVector<int> printedOf(const QVector<Text> &lines, const Source &source, Values &values)
 {
-    const Source source(lines);
-    Values values(document);
     const auto valueOf = [&values](const QString &inner) { return values.ofTag(inner); };
-    const Road road = travel(source.lines(), document, valueOf, Form::Document);
-    if (road.endless || charactersOf(road.prepared) != preparedByEngine(lines, document))
+    const Road road = travel(lines, values.document(), valueOf, Form::Document);
+    if (road.endless ||
+        charactersOf(road.prepared) != preparedByEngine(charactersOf(lines), values.document()))
         return {};
     PrintedLines printed;
     for (const Text &line : road.prepared) {
@@ -57,6 +60,32 @@ QVector<int> printedLinesOf(const QStringList &lines, const PrinterDocument &doc
         printed.add(line.characters, offset == Text::nowhere ? 0 : source.place(offset).line);
     }
     return printed.take();
+}
+
+}  // namespace
+
+QVector<int> printedLinesOf(const QStringList &lines, const PrinterDocument &document)
+{
+    const Source source(lines);
+    Values values(document);
+    return printedOf(source.lines(), source, values);
+}
+
+QVector<int> printedLinesOfPieces(const QStringList &lines, const PrinterDocument &document)
+{
+    const Source source(lines);
+    Values values(document);
+    bool isFound = false;
+    QVector<int> numbers;
+    const auto pieces =
+        templates::fiscalPieces(source.lines(), PrinterDocumentFormatter::PARTS, isFound);
+    for (const auto &piece : pieces) {
+        if (piece.isText)
+            numbers += printedOf(piece.lines, source, values);
+        else
+            numbers.append(0);
+    }
+    return numbers;
 }
 
 QVector<int> printedLinesOfText(const QStringList &lines)

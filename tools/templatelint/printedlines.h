@@ -12,6 +12,9 @@ namespace templatelint {
 /// Nothing where that can't be told.
 QVector<int> printedLinesOf(const QStringList &lines, const PrinterDocument &document);
 
+/// The same for a template that a client cuts at its fiscal markers, with a line for each section.
+QVector<int> printedLinesOfPieces(const QStringList &lines, const PrinterDocument &document);
+
 /// The same for a text without attributes, of which only the line markup is read.
 QVector<int> printedLinesOfText(const QStringList &lines);
 

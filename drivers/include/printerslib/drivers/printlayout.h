@@ -100,6 +100,9 @@ struct PRINTERSLIB_DRIVERS_EXPORT PrintLayout
     QVector<Paper::Code> codes;        ///< drawn; `module` says how large, `place` counts not
     QVector<Fault> faults;             ///< in the order of the rows
     QVector<PrintNote> notes;          ///< in the order of the blocks, those of the document first
+    /// Indices of `cells`, ascending: those that are blank as the model can print the character or
+    /// special symbol in no way. What a document has a blank for isn't among them.
+    std::vector<int> unprintedCells;
     /// Why the document can't be printed at all; names the block. All else is what could be laid
     /// out nevertheless.
     QString error;
