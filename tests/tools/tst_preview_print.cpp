@@ -45,7 +45,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("left");
         QTest::newRow("the paper's line") << 512 << 63;
         QTest::newRow("narrower") << 384 << 127;
-        QTest::newRow("wider than the paper") << 700 << 0;
+        QTest::newRow("wider than the paper") << 700 << 6;
     }
     void pieceIsInTheMiddleOfThePaper()
     {
@@ -53,7 +53,7 @@ private Q_SLOTS:
         QFETCH(int, left);
         const Layout layout = layoutOf({Piece().width(line).text("A", {0, 0})});
         QCOMPARE(layout.cells().at(0).left, left);
-        QCOMPARE(layout.size().width(), qMax(639, line));
+        QCOMPARE(layout.size().width(), qMax(639, line + 2 * 6));
     }
 
     void resolutionIsThatOfThePiece()
