@@ -383,6 +383,23 @@ private Q_SLOTS:
         QCOMPARE(plain.status, 2);
     }
 
+    void inverseTextIsDrawnOrTold()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("t.txt", "<Z>x\n");
+        const QString file = folder.path("r.png");
+        const auto errorsOn = [&](const char *model) {
+            return runReceipt({"preview", "--plain", text, "--model", model, "--output", file})
+                .errors;
+        };
+        // The first dots of the cell, at the left edge of the line.
+        QCOMPARE(errorsOn("CUSTOM_VKP_80"), QString());
+        QCOMPARE(QImage(file).pixelColor(65, 24), QColor(Qt::black));
+        QCOMPARE(errorsOn("GENERAL_EPSON_PROTOCOL"),
+                 "receipt: " + text + ": line 1: the model prints no text that is inverse\n");
+        QCOMPARE(QImage(file).pixelColor(48, 24), QColor(Qt::white));
+    }
+
     void linesThatFitAreNotTold()
     {
         const WorkFolder folder;
