@@ -254,7 +254,8 @@ int firstBadLine(const QByteArray &bytes, const QTextCodec &codec)
 }
 
 /// @param cure what to do about a line that isn't of the encoding
-std::optional<QString> textOf(const QString &fileName, const QTextCodec &codec, const QString &cure)
+std::optional<QString> decodedText(const QString &fileName, const QTextCodec &codec,
+                                   const QString &cure)
 {
     const std::optional<QByteArray> bytes = readInput(fileName);
     if (!bytes)
@@ -294,13 +295,13 @@ JsonMistake mistakeOf(const QByteArray &text, const QJsonParseError &error)
 
 std::optional<QString> readText(const QString &fileName)
 {
-    return textOf(fileName, *QTextCodec::codecForName("UTF-8"),
-                  QStringLiteral("; save it in that encoding"));
+    return decodedText(fileName, *QTextCodec::codecForName("UTF-8"),
+                       QStringLiteral("; save it in that encoding"));
 }
 
 std::optional<QString> readText(const QString &fileName, const QTextCodec &codec)
 {
-    return textOf(fileName, codec, QStringLiteral("; --codec names another encoding"));
+    return decodedText(fileName, codec, QStringLiteral("; --codec names another encoding"));
 }
 
 std::optional<QJsonDocument> readJson(const QString &fileName)
