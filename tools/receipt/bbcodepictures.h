@@ -11,7 +11,7 @@ struct BbCodePicture
 {
     QString pattern;    ///< of the files that may be taken for it
     QStringList files;  ///< their names, the one that is taken first; none for wildcards
-    QString fault;    ///< why it isn't printed; empty if it is
+    QString fault;      ///< why it isn't printed; empty if it is
 };
 
 /// The pictures of a BBCode text, each once, in the order of the text.
