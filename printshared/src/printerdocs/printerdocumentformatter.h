@@ -6,6 +6,7 @@
 #include <QSharedPointer>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 #include "printerdocs/checkblocktype.h"
 #include "printerdocs/documentblock.h"
@@ -14,6 +15,10 @@
 #include "printerdocs/specialcharacters.h"
 #include "printerdocs/textprinterdocument.h"
 #include "printerslib_export.h"
+
+namespace templates {
+class TemplateLines;
+}
 
 /// The template engine: owns one receipt template, a list of lines, and turns it together with a
 /// PrinterDocument into plain text, HTML or a TextPrinterDocument.
@@ -212,7 +217,7 @@ public:
 private:
     PrinterDocumentFormatter(const PrinterDocumentFormatter &model, const QStringList &lines);
 
-    QStringList m_templateLines;
+    std::unique_ptr<templates::TemplateLines> m_templateLines;
     QString m_specCharsPath;
     int m_leftMargin;
     mutable SpecialCharacters m_specialCharacters;

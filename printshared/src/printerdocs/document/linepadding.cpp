@@ -1,5 +1,6 @@
 #include "printerdocs/document/linepadding_p.h"
 
+#include <QStringView>
 #include <algorithm>
 
 namespace documents {
@@ -7,55 +8,66 @@ namespace documents {
 namespace {
 
 /// How many times a line takes the padding.
-int paddedPlaces(const QString &line, ETextAlignment alignment)
+int paddedPlaces(QStringView line, ETextAlignment alignment)
 {
     switch (alignment) {
         case AlignRight:
         case AlignCenter:
             return 1;
         case AlignJustify:
-            return line.count(tab);
+            return static_cast<int>(std::count(line.begin(), line.end(), tab));
         case AlignLeft:
             break;
     }
     return 0;
 }
 
-bool fitsWhenPadded(const QString &line, ETextAlignment alignment, int missing)
+bool fitsWhenPadded(QStringView line, ETextAlignment alignment, int missing)
 {
     const int places = paddedPlaces(line, alignment);
     return places == 0 || line.size() + qint64(missing) * places <= longestPaddedLine;
 }
 
-/// Every tab of the line replaced by one blank and as many more.
-QString withTabs(const QString &line, int moreBlanks)
+// A line that stays as it is is shared, or becomes a text of its own.
+QString asText(const QString &line)
 {
-    int place = line.indexOf(tab);
-    if (place < 0)
-        return line;
-    QString result;
-    result.reserve(line.size() + moreBlanks);
-    int from = 0;
-    for (; place >= 0; place = line.indexOf(tab, from)) {
-        result.append(line.constData() + from, place - from);
-        result.resize(result.size() + moreBlanks + 1, blank);
-        from = place + 1;
-    }
-    return result.append(line.constData() + from, line.size() - from);
+    return line;
+}
+QString asText(QStringView line)
+{
+    return line.toString();
 }
 
-QString behindBlanks(const QString &line, int blanks)
+/// Every tab of the line replaced by one blank and as many more.
+template <typename Line>
+QString withTabs(const Line &line, int moreBlanks)
 {
-    QString result(blanks + line.size(), blank);
-    std::copy(line.cbegin(), line.cend(), result.begin() + blanks);
+    const auto tabs = static_cast<int>(std::count(line.begin(), line.end(), tab));
+    if (tabs == 0)
+        return asText(line);
+    QString result(static_cast<int>(line.size()) + tabs * moreBlanks, Qt::Uninitialized);
+    QChar *to = result.data();
+    for (const QChar c : line) {
+        if (c == tab)
+            to = std::fill_n(to, moreBlanks + 1, blank);
+        else
+            *to++ = c;
+    }
     return result;
 }
 
-}  // namespace
-
-QString paddedLine(const QString &line, ETextAlignment alignment, int width)
+QString behindBlanks(QStringView line, int blanks)
 {
-    const int missing = width - qMin(width, line.size());
+    QString result(blanks + static_cast<int>(line.size()), Qt::Uninitialized);
+    std::fill_n(result.begin(), blanks, blank);
+    std::copy(line.begin(), line.end(), result.begin() + blanks);
+    return result;
+}
+
+template <typename Line>
+QString padded(const Line &line, ETextAlignment alignment, int width)
+{
+    const int missing = width - qMin(width, static_cast<int>(line.size()));
     if (missing == 0 || !fitsWhenPadded(line, alignment, missing))
         return withTabs(line, 0);
     switch (alignment) {
@@ -68,7 +80,19 @@ QString paddedLine(const QString &line, ETextAlignment alignment, int width)
         case AlignLeft:
             break;
     }
-    return line;
+    return asText(line);
+}
+
+}  // namespace
+
+QString paddedLine(const QString &line, ETextAlignment alignment, int width)
+{
+    return padded(line, alignment, width);
+}
+
+QString paddedLine(QStringView line, ETextAlignment alignment, int width)
+{
+    return padded(line, alignment, width);
 }
 
 }  // namespace documents

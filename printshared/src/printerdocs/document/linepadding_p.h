@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 #include "printerdocs/etextalignment.h"
 
@@ -18,5 +19,7 @@ constexpr int longestPaddedLine = 1 << 24;
 /// A longer line is not cut; padding that would make a longer one than longestPaddedLine is left
 /// out.
 QString paddedLine(const QString &line, ETextAlignment alignment, int width);
+/// The same as a text of its own.
+QString paddedLine(QStringView line, ETextAlignment alignment, int width);
 
 }  // namespace documents

@@ -1,46 +1,14 @@
 #include "printerdocs/template/documentvalues_p.h"
 
 #include <QDebug>
-#include <QLoggingCategory>
 #include <QStringList>
 
-#include "log/loghelper.h"
 #include "printerdocs/expressionevaluator.h"
+#include "printerdocs/template/fillinglog_p.h"
 #include "printerdocs/template/numbertext_p.h"
 #include "printerdocs/template/valueformat_p.h"
 
 namespace templates {
-
-namespace {
-
-constexpr char warningsCategory[] = "default";
-
-/// The lines below are written for every tag of every receipt: a client that switches the
-/// category's warnings off must not pay for making them.
-bool warningsAreOn()
-{
-    const QLoggingCategory *const category = QLoggingCategory::defaultCategory();
-    return category && category->isWarningEnabled();
-}
-
-/// What qWarning() would write of the text, without the cost of a stream for each of the lines.
-void logLine(const QString &text)
-{
-    qt_message_output(QtWarningMsg,
-                      QMessageLogContext(QT_MESSAGELOG_FILE, QT_MESSAGELOG_LINE, QT_MESSAGELOG_FUNC,
-                                         warningsCategory),
-                      text);
-}
-
-/// A list as the log shows it.
-QString lineOf(const QStringList &items)
-{
-    QString line;
-    QDebug(&line).noquote().nospace() << loglist(items);
-    return line;
-}
-
-}  // namespace
 
 DocumentValues::DocumentValues(const PrinterDocument &document)
     : m_attributes(document.attributes())
@@ -50,12 +18,17 @@ DocumentValues::DocumentValues(const PrinterDocument &document)
     m_value.reserve(usualLength);
 }
 
+bool DocumentValues::logs() const
+{
+    return !m_isMute && fillinglog::isOn();
+}
+
 QStringView DocumentValues::text(QStringView name, QStringView format)
 {
     m_name.resize(0);
     m_name.append(name.data(), static_cast<int>(name.size()));
-    if (warningsAreOn())
-        logLine(m_name);
+    if (logs())
+        fillinglog::write(m_name);
     return m_name.isEmpty() ? QStringView() : textOfName(format);
 }
 
@@ -112,12 +85,12 @@ std::optional<double> DocumentValues::evaluate(const QString &expression)
 {
     if (!m_insertion)
         m_insertion.emplace(m_attributes);
-    const bool logs = warningsAreOn();
-    if (logs)
+    const bool isLogged = logs();
+    if (isLogged)
         logKeys();
     int error = 0;
     const double value = te_interp(m_insertion->inserted(expression).toUtf8().constData(), &error);
-    if (logs) {
+    if (isLogged) {
         qWarning().noquote() << value;
         qWarning().noquote() << error;
     }
@@ -132,12 +105,12 @@ void DocumentValues::logKeys()
         ranked.reserve(keys.size());
         for (int rank = 0; rank < keys.size(); ++rank)
             ranked.append(keys.keyOfRank(rank));
-        m_keyLine = lineOf(m_attributes.keys());
-        m_rankedKeyLine = lineOf(ranked);
+        m_keyLine = fillinglog::lineOf(m_attributes.keys());
+        m_rankedKeyLine = fillinglog::lineOf(ranked);
         m_hasKeyLines = true;
     }
-    logLine(m_keyLine);
-    logLine(m_rankedKeyLine);
+    fillinglog::write(m_keyLine);
+    fillinglog::write(m_rankedKeyLine);
 }
 
 }  // namespace templates

@@ -22,7 +22,11 @@ public:
     /// that is neither, and for an empty one. Valid up to the next call.
     QStringView text(QStringView name, QStringView format);
 
+    /// Lets the log go without what is filled from now on, or writes it again.
+    void setMute(bool isMute) { m_isMute = isMute; }
+
 private:
+    bool logs() const;
     QStringView textOfName(QStringView format);
     QStringView textOf(const QVariant &value, QStringView format);
     QStringView textOfNumber(double value, QStringView format);
@@ -34,6 +38,7 @@ private:
     QString m_name;
     QString m_value;
     std::optional<ValueInsertion> m_insertion;
+    bool m_isMute = false;
     // What the log says of the names at each expression.
     bool m_hasKeyLines = false;
     QString m_keyLine;

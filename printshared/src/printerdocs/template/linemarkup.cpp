@@ -67,38 +67,6 @@ FoundTag tagAt(const QChar *text, const QChar *end)
     return format.kind != 0 ? format : numberTagAt(text, end);
 }
 
-/// The kinds of tags in a line. Steps take tags out, and what is left can come together to another
-/// tag; that can't happen as long as every "<" and every ">" is part of a whole tag. Otherwise all
-/// kinds are given.
-quint32 tagsOf(const QString &line)
-{
-    quint32 tags = 0;
-    const QChar *c = line.constData();
-    const QChar *const end = c + line.size();
-    while (c != end) {
-        switch (c->unicode()) {
-            case '<': {
-                const FoundTag tag = tagAt(c, end);
-                if (tag.kind == 0)
-                    return EveryTag;
-                tags |= tag.kind;
-                c = tag.end;
-                continue;
-            }
-            case '>':
-                return EveryTag;
-            case '[':
-            case ']':
-                tags |= Brackets;
-                break;
-            default:
-                break;
-        }
-        ++c;
-    }
-    return tags;
-}
-
 /// Rewrites a text and its bytes from front to back in place: what is kept moves to the left over
 /// what was dropped. There are at least as many bytes as characters; those beyond the text move
 /// along.
@@ -233,11 +201,40 @@ QVector<Switch> takeFontTags(Rewriter<Edits> line)
 
 }  // namespace
 
+quint32 tagKindsOf(const QString &line)
+{
+    quint32 tags = 0;
+    const QChar *c = line.constData();
+    const QChar *const end = c + line.size();
+    while (c != end) {
+        switch (c->unicode()) {
+            case '<': {
+                const FoundTag tag = tagAt(c, end);
+                if (tag.kind == 0)
+                    return EveryTag;
+                tags |= tag.kind;
+                c = tag.end;
+                continue;
+            }
+            case '>':
+                return EveryTag;
+            case '[':
+            case ']':
+                tags |= Brackets;
+                break;
+            default:
+                break;
+        }
+        ++c;
+    }
+    return tags;
+}
+
 template <typename Edits>
 LineMarkup<Edits>::LineMarkup(const QString &line, unsigned char format, Edits edits)
     : m_edits(edits),
       m_text(line),
-      m_tags(tagsOf(line)),
+      m_tags(tagKindsOf(line)),
       m_firstFormat(format),
       m_byteCount(line.size())
 {}

@@ -10,6 +10,11 @@
 
 namespace templates {
 
+/// The kinds of tags in a line. Steps take tags out, and what is left can come together to another
+/// tag; that can't happen as long as every "<" and every ">" is part of a whole tag. Otherwise all
+/// kinds are given.
+quint32 tagKindsOf(const QString &line);
+
 /// One line on its way from markup to text. The steps are called in the order in which they are
 /// declared; each is linear in the length of the line.
 template <typename Edits>

@@ -5,6 +5,7 @@
 #include <QTextStream>
 
 #include "log/loghelper.h"
+#include "printerdocs/plan/templatelines_p.h"
 #include "settings/checktemplatessettings.h"
 
 // The stages of a template's way to a receipt lie in files of their own: _fiscal, _attributes,
@@ -13,6 +14,7 @@
 
 PrinterDocumentFormatter::PrinterDocumentFormatter(int leftMargin, QObject *parent)
     : QObject(parent),
+      m_templateLines(std::make_unique<templates::TemplateLines>()),
       m_specCharsPath(CheckTemplatesSettings().checkTemplatesPath()),
       m_leftMargin(leftMargin)
 {}
@@ -21,12 +23,12 @@ PrinterDocumentFormatter::~PrinterDocumentFormatter() = default;
 
 void PrinterDocumentFormatter::setTemplate(const QString &text)
 {
-    m_templateLines = text.split(QLatin1Char('\n'));
+    m_templateLines->setLines(text.split(QLatin1Char('\n')));
 }
 
 QStringList PrinterDocumentFormatter::getTemplate() const
 {
-    return m_templateLines;
+    return m_templateLines->lines();
 }
 
 bool PrinterDocumentFormatter::loadTemplate(const QString &fileName, const char *codec)
@@ -36,23 +38,24 @@ bool PrinterDocumentFormatter::loadTemplate(const QString &fileName, const char 
         qWarning().noquote().nospace() << fileName << logtab << file.errorString();
         return false;
     }
-    m_templateLines.clear();
+    QStringList lines;
     QTextStream stream(&file);
     stream.setCodec(codec);
     // Not until atEnd(): that never comes for a file that gives fewer bytes than its size says.
     QString line;
     while (stream.readLineInto(&line))
-        m_templateLines.append(line);
-    const bool isByteOrderMark = m_templateLines.isEmpty() && file.pos() > 0;
+        lines.append(line);
+    const bool isByteOrderMark = lines.isEmpty() && file.pos() > 0;
     if (isByteOrderMark)
-        m_templateLines.append(QString());
+        lines.append(QString());
     file.close();
+    m_templateLines->setLines(lines);
     return isValid();
 }
 
 bool PrinterDocumentFormatter::isValid() const
 {
-    return !m_templateLines.isEmpty();
+    return !m_templateLines->lines().isEmpty();
 }
 
 QString PrinterDocumentFormatter::specCharsPath() const

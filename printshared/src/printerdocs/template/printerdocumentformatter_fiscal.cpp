@@ -1,3 +1,4 @@
+#include "printerdocs/plan/templatelines_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/fiscaldivision_p.h"
 
@@ -22,12 +23,12 @@ PrinterDocumentFormatter::PrinterDocumentFormatter(const PrinterDocumentFormatte
                                                    const QStringList &lines)
     : PrinterDocumentFormatter(model.m_leftMargin, model.parent())
 {
-    m_templateLines = lines;
+    m_templateLines->setLines(lines);
 }
 
 QList<Formatter> PrinterDocumentFormatter::splitByFiscalInfo(const QString &marker)
 {
-    const auto division = templates::divideAt(marker, m_templateLines);
+    const auto division = templates::divideAt(marker, m_templateLines->lines());
     if (division.before.isEmpty() && division.after.isEmpty())
         return {};
     QList<Formatter> result{Formatter(new PrinterDocumentFormatter(*this, division.before))};
@@ -39,7 +40,7 @@ QList<Formatter> PrinterDocumentFormatter::splitByFiscalInfo(const QString &mark
 QList<QPair<CheckBlockType, Formatter>> PrinterDocumentFormatter::splitByFiscalParts(
     bool &found, QList<QPair<CheckBlockType, QString>> parts)
 {
-    const auto pieces = templates::fiscalPieces(m_templateLines, parts, found);
+    const auto pieces = templates::fiscalPieces(m_templateLines->lines(), parts, found);
     QList<QPair<CheckBlockType, Formatter>> result;
     for (const auto &piece : pieces) {
         Formatter formatter;

@@ -1,5 +1,6 @@
 #include "printerdocs/document/htmlwriter_p.h"
 #include "printerdocs/document/linepadding_p.h"
+#include "printerdocs/plan/documentbyplan_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/charsearch_p.h"
 #include "printerdocs/template/documentvalues_p.h"
@@ -50,6 +51,7 @@ public:
         return printed;
     }
 
+    bool folds() const { return m_charactersMode != IPrintDeviceSettings::CharactersAsWritten; }
     QString folded(const QString &text) const
     {
         if (m_charactersMode == IPrintDeviceSettings::CharactersLowerCase)
@@ -77,23 +79,57 @@ QStringList linesOf(const QString &text)
     return text.split(QLatin1Char('\n'));
 }
 
-QStringList textOfLines(const QStringList &lines, int leftMargin, int width)
+/// An output that takes lines by plan, if only because it makes them go the general way.
+template <typename Output>
+class OutputOfLines
 {
-    MarkupRun run(leftMargin, LineDetail::TextOnly);
-    const QString emptyLine(qBound(0, width, longestPaddedLine), QLatin1Char(' '));
-    QStringList result;
-    result.reserve(lines.size());
-    for (const QString &line : lines) {
-        if (line.isEmpty()) {
-            result.append(emptyLine);
-            continue;
+public:
+    void take(const QStringList &lines)
+    {
+        static_cast<Output *>(this)->reserve(lines.size());
+        for (const QString &line : lines) {
+            if (line.isEmpty())
+                static_cast<Output *>(this)->blank();
+            else
+                static_cast<Output *>(this)->general(line);
         }
-        const PrintedLine printed = run.printed(line);
-        if (printed.isValid)
-            result.append(paddedLine(printed.text, printed.alignment, width));
     }
-    return result;
-}
+};
+
+/// The text of a document, in which formats and fonts don't show.
+class TextOutput : public OutputOfLines<TextOutput>
+{
+public:
+    TextOutput(int leftMargin, int width)
+        : m_run(leftMargin, LineDetail::TextOnly),
+          m_width(width),
+          m_emptyLine(qBound(0, width, longestPaddedLine), QLatin1Char(' '))
+    {}
+
+    void reserve(int lines) { m_lines.reserve(lines); }
+    void blank() { m_lines.append(m_emptyLine); }
+    void general(const QString &line)
+    {
+        const PrintedLine printed = m_run.printed(line);
+        if (printed.isValid)
+            m_lines.append(paddedLine(printed.text, printed.alignment, m_width));
+    }
+    static Fallback takes(const Shape &) { return Fallback::None; }
+    void planned(const Shape &shape, const QString &text)
+    {
+        if (m_run.folds())
+            m_lines.append(paddedLine(m_run.folded(text), shape.alignment(), m_width));
+        else
+            m_lines.append(paddedLine(QStringView(text), shape.alignment(), m_width));
+    }
+    const QStringList &lines() const { return m_lines; }
+
+private:
+    MarkupRun m_run;
+    const int m_width;
+    const QString m_emptyLine;
+    QStringList m_lines;
+};
 
 QString htmlOfLines(const QStringList &lines, int leftMargin, bool rightAlign, QLatin1String head,
                     QLatin1String tail)
@@ -212,21 +248,26 @@ QStringList PrinterDocumentFormatter::toFormattedText(const PrinterDocument &doc
 {
     DocumentValues values(document);
     QStringList lines;
-    lines.reserve(m_templateLines.size());
-    for (const QString &line : m_templateLines)
+    const QStringList &templateLines = m_templateLines->lines();
+    lines.reserve(templateLines.size());
+    for (const QString &line : templateLines)
         lines.append(lineWithValues(line, values));
     return lines;
 }
 
 QStringList PrinterDocumentFormatter::toPlainText(const PrinterDocument &document, int width) const
 {
-    return textOfLines(prepareDocument(document), m_leftMargin, width);
+    return templates::printed(*this, *m_templateLines, document, m_leftMargin,
+                              [=] { return TextOutput(m_leftMargin, width); })
+        .lines();
 }
 
 QStringList PrinterDocumentFormatter::plainTextToFormattedPlainText(const QString &text,
                                                                     int width) const
 {
-    return textOfLines(linesOf(text), m_leftMargin, width);
+    TextOutput output(m_leftMargin, width);
+    output.take(linesOf(text));
+    return output.lines();
 }
 
 QString PrinterDocumentFormatter::toHtml(const PrinterDocument &document, bool rightAlign) const

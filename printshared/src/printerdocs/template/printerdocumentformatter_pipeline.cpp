@@ -1,57 +1,20 @@
 #include <QFile>
 #include <algorithm>
 
+#include "printerdocs/plan/templatelines_p.h"
 #include "printerdocs/printerdocumentformatter.h"
-#include "printerdocs/template/documentvalues_p.h"
 #include "printerdocs/template/entries_p.h"
 #include "printerdocs/template/keyword_p.h"
-#include "printerdocs/template/linefilling_p.h"
+#include "printerdocs/template/preparation_p.h"
 #include "printerdocs/template/removal_p.h"
 #include "printerdocs/template/symbolsline_p.h"
 #include "printerdocs/template/templatetags_p.h"
 
-namespace {
-
 using namespace templates;
-
-/// Fills the attributes in. A blank line of the template stays; one that comes out empty goes.
-void fillLines(QStringList &lines, const PrinterDocument &document)
-{
-    DocumentValues values(document);
-    QStringList filled;
-    filled.reserve(lines.size());
-    for (const QString &line : qAsConst(lines)) {
-        const QString withValues = lineWithValues(line, values);
-        if (line.isEmpty() || !withValues.isEmpty())
-            filled.append(withValues);
-    }
-    lines = filled;
-}
-
-}  // namespace
 
 QStringList PrinterDocumentFormatter::prepareDocument(const PrinterDocument &document) const
 {
-    if (m_templateLines.isEmpty())
-        return {};
-    QStringList lines = m_templateLines;
-    addCopyInfo(lines, document);
-    unpackEntries(lines, document);
-    loadSpecSymbols(lines);
-    fillLines(lines, document);
-    const bool remove = document.removeFiscalAttrs();
-    if (!lines.isEmpty() && std::none_of(lines.cbegin(), lines.cend(), mayHoldRemovals))
-        return lines;
-    removeXParts(lines, remove);
-    QStringList prepared;
-    prepared.reserve(lines.size());
-    for (QString &line : lines) {
-        if (!removeImages(line))
-            continue;
-        removeXParts(line, remove);
-        prepared.append(line);
-    }
-    return prepared;
+    return preparedLines(*this, m_templateLines->lines(), document);
 }
 
 void PrinterDocumentFormatter::addCopyInfo(QStringList &lines,

@@ -40,14 +40,23 @@ bool removeSpans(QString &text, QLatin1String open, QLatin1String close, Edits e
     return true;
 }
 
+bool holdsMarkedParts(const QString &line)
+{
+    return line.contains(removalBegin) || line.contains(removalEnd) ||
+           line.contains(QLatin1Char('\n'));
+}
+
 }  // namespace
+
+bool holdsRemovals(const QString &line)
+{
+    return mayHoldRemovals(line) &&
+           (holdsMarkedParts(line) || line.contains(blankLineTag) || line.contains(imageBegin));
+}
 
 bool holdMarkedParts(const QStringList &lines)
 {
-    return std::any_of(lines.cbegin(), lines.cend(), [](const QString &line) {
-        return line.contains(removalBegin) || line.contains(removalEnd) ||
-               line.contains(QLatin1Char('\n'));
-    });
+    return std::any_of(lines.cbegin(), lines.cend(), holdsMarkedParts);
 }
 
 template <typename Edits>

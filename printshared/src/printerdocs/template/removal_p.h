@@ -27,6 +27,9 @@ inline bool mayHoldRemovals(const QString &line)
     return false;
 }
 
+/// Whether one does.
+bool holdsRemovals(const QString &line);
+
 /// Whether the lines hold a tag of the parts to remove, or one of them is several.
 bool holdMarkedParts(const QStringList &lines);
 

@@ -34,19 +34,31 @@ int digitsOfFormat(QStringView format)
     return static_cast<int>(format.size()) - qMax(placeOf(QLatin1Char('0'), format), 0);
 }
 
+/// Writes the digits of a number in front of a place, with zeros in front up to so many digits.
+/// @return where they begin
+template <typename Number>
+QChar *writeDigits(QChar *end, Number number, int fewest)
+{
+    QChar *const stop = end - fewest;
+    do {
+        *--end = QLatin1Char(static_cast<char>('0' + number % 10));
+        number /= 10;
+    } while (number != 0);
+    while (end > stop)
+        *--end = QLatin1Char('0');
+    return end;
+}
+
 /// Appends the digits of a number, with zeros in front up to so many digits.
 void appendDigits(QString &text, quint64 number, int fewest)
 {
     std::array<QChar, std::numeric_limits<quint64>::digits10 + 1> digits;
-    auto first = digits.end();
-    do {
-        *--first = QLatin1Char(static_cast<char>('0' + number % 10));
-        number /= 10;
-    } while (number != 0);
-    const int count = static_cast<int>(digits.end() - first);
+    QChar *const end = digits.data() + digits.size();
+    const QChar *const first = writeDigits(end, number, 1);
+    const int count = static_cast<int>(end - first);
     if (count < fewest)
         text.resize(text.size() + fewest - count, QLatin1Char('0'));
-    text.append(&*first, count);
+    text.append(first, count);
 }
 
 /// The whole part of a number with decimals.
@@ -63,27 +75,54 @@ int printedWhole(qint64 whole)
 /// then are digits that nobody asked for.
 hearth::FixNumber fixNumber(quint32 unit, double value)
 {
+    constexpr double certainlyFits = 1e9;  // so many of the greatest unit are less than 2^63
+    if (std::abs(value) < certainlyFits)
+        return hearth::FixNumber(unit, value);
     constexpr long double firstBeyond = 9223372036854775808.0L;  // 2 to the 63rd
     const bool fits = std::abs(static_cast<long double>(value)) * qMax(unit, 1U) < firstBeyond;
     return hearth::FixNumber(unit, fits ? value : 0);
 }
 
-void appendWithDecimals(QString &text, QStringView wholeFormat, int decimals, double value)
+void appendWhole(QString &text, int fewestDigits, qint64 value)
 {
-    const quint32 unit = powerOfTen(decimals);
+    if (value < 0)
+        text += QLatin1Char('-');
+    appendDigits(text, magnitudeOf(value), fewestDigits);
+}
+
+void appendWithDecimals(QString &text, int fewestWhole, int decimals, quint32 unit, double value)
+{
+    constexpr int usualDigits = 20;
     const qint64 scaled = fixNumber(unit, value).value();
-    valueformat::appendInteger(text, wholeFormat, printedWhole(scaled / unit));
-    text += QLatin1Char('.');
-    appendDigits(text, magnitudeOf(scaled % unit), decimals);
+    const quint64 magnitude = magnitudeOf(scaled);
+    // Most amounts are small, and narrow numbers divide faster.
+    const bool isSmall = magnitude <= std::numeric_limits<quint32>::max();
+    const quint32 small = static_cast<quint32>(magnitude);
+    const qint64 wholeMagnitude = isSmall ? small / unit : static_cast<qint64>(magnitude / unit);
+    const int whole = printedWhole(scaled < 0 ? -wholeMagnitude : wholeMagnitude);
+    const quint32 fraction = isSmall ? small % unit : static_cast<quint32>(magnitude % unit);
+    if (fewestWhole > usualDigits) {
+        appendWhole(text, fewestWhole, whole);
+        text += QLatin1Char('.');
+        appendDigits(text, fraction, decimals);
+        return;
+    }
+    std::array<QChar, usualDigits + mostDecimals + 2> written;
+    QChar *const end = written.data() + written.size();
+    QChar *first = writeDigits(end, fraction, decimals);
+    *--first = QLatin1Char('.');
+    first = writeDigits(first, static_cast<quint32>(magnitudeOf(whole)), fewestWhole);
+    if (whole < 0)
+        *--first = QLatin1Char('-');
+    text.append(first, static_cast<int>(end - first));
 }
 
 /// More decimals than the power of ten of a fixed-point number can have.
-void appendWithTooManyDecimals(QString &text, QStringView wholeFormat, int decimals, double value)
+void appendWithTooManyDecimals(QString &text, int fewestWhole, quint32 unit, double value)
 {
-    const QString digits =
-        fixNumber(powerOfTen(decimals), value).toString(QLatin1Char('.'), QChar());
+    const QString digits = fixNumber(unit, value).toString(QLatin1Char('.'), QChar());
     const int point = digits.indexOf(QLatin1Char('.'));
-    valueformat::appendInteger(text, wholeFormat, digits.leftRef(point).toInt());
+    appendWhole(text, fewestWhole, digits.leftRef(point).toInt());
     text += QLatin1Char('.');
     if (point >= 0)
         text += digits.midRef(point + 1);
@@ -167,32 +206,58 @@ QString formatted(const Value &value, const QString &format)
 
 }  // namespace
 
+valueformat::NumberPattern::NumberPattern(QStringView format)
+    : m_fewestDigits(digitsOfFormat(format))
+{
+    const QStringView pattern = format.isEmpty() ? QStringView(u"0.00") : format;
+    const int point = placeOf(QLatin1Char('.'), pattern);
+    m_fewestWhole = digitsOfFormat(point < 0 ? pattern : pattern.left(point));
+    if (point < 0)
+        return;
+    const QStringView behind = pattern.mid(point + 1);
+    const int secondPoint = placeOf(QLatin1Char('.'), behind);
+    const QStringView decimals = secondPoint < 0 ? behind : behind.left(secondPoint);
+    m_decimals = static_cast<int>(decimals.size());
+    m_unit = powerOfTen(m_decimals);
+    if (placeOf(QLatin1Char('E'), decimals) >= 0)
+        m_kind = Kind::Exponent;
+    else if (m_decimals == 0)
+        m_kind = Kind::SixDecimals;
+    else
+        m_kind = m_decimals <= mostDecimals ? Kind::Decimals : Kind::ManyDecimals;
+}
+
+void valueformat::NumberPattern::appendInteger(QString &text, qint64 value) const
+{
+    appendWhole(text, m_fewestDigits, value);
+}
+
+void valueformat::NumberPattern::appendReal(QString &text, double value) const
+{
+    switch (m_kind) {
+        case Kind::Whole:
+            return appendWhole(text, m_fewestWhole, fixNumber(0, value).value());
+        case Kind::Exponent:
+            text += QString::number(value, 'g', 6);
+            return;
+        case Kind::SixDecimals:
+            text += QString::number(value, 'f', 6);
+            return;
+        case Kind::Decimals:
+            return appendWithDecimals(text, m_fewestWhole, m_decimals, m_unit, value);
+        case Kind::ManyDecimals:
+            return appendWithTooManyDecimals(text, m_fewestWhole, m_unit, value);
+    }
+}
+
 void valueformat::appendInteger(QString &text, QStringView format, qint64 value)
 {
-    if (value < 0)
-        text += QLatin1Char('-');
-    appendDigits(text, magnitudeOf(value), digitsOfFormat(format));
+    appendWhole(text, digitsOfFormat(format), value);
 }
 
 void valueformat::appendReal(QString &text, QStringView format, double value)
 {
-    const QStringView pattern = format.isEmpty() ? QStringView(u"0.00") : format;
-    const int point = placeOf(QLatin1Char('.'), pattern);
-    if (point < 0)
-        return appendInteger(text, pattern, fixNumber(0, value).value());
-    const QStringView whole = pattern.left(point);
-    const QStringView behind = pattern.mid(point + 1);
-    const int secondPoint = placeOf(QLatin1Char('.'), behind);
-    const QStringView decimals = secondPoint < 0 ? behind : behind.left(secondPoint);
-    const int count = static_cast<int>(decimals.size());
-    if (placeOf(QLatin1Char('E'), decimals) >= 0)
-        text += QString::number(value, 'g', 6);
-    else if (count == 0)
-        text += QString::number(value, 'f', 6);
-    else if (count <= mostDecimals)
-        appendWithDecimals(text, whole, count, value);
-    else
-        appendWithTooManyDecimals(text, whole, count, value);
+    NumberPattern(format).appendReal(text, value);
 }
 
 /// Prices and amounts have few decimals: if a number is the double nearest to some ten thousandths,

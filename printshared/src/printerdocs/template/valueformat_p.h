@@ -8,7 +8,27 @@
 /// with the operations of the same names in PrinterDocumentFormatter.
 namespace valueformat {
 
-/// The numbers go behind what the text has already: a receipt has thousands of them.
+/// What a format says of numbers. Those of a template are read once.
+class NumberPattern
+{
+public:
+    explicit NumberPattern(QStringView format);
+
+    /// The numbers go behind what the text has already: a receipt has thousands of them.
+    void appendInteger(QString &text, qint64 value) const;
+    void appendReal(QString &text, double value) const;
+
+private:
+    /// How a real number is written.
+    enum class Kind : unsigned char { Whole, Exponent, SixDecimals, Decimals, ManyDecimals };
+
+    int m_fewestDigits;  ///< of a whole number
+    Kind m_kind = Kind::Whole;
+    int m_fewestWhole = 0;  ///< digits in front of a real number's point
+    int m_decimals = 0;
+    quint32 m_unit = 0;  ///< what a real number is counted in: 10 to the power of the decimals
+};
+
 void appendInteger(QString &text, QStringView format, qint64 value);
 void appendReal(QString &text, QStringView format, double value);
 

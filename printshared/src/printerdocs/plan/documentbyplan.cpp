@@ -1,0 +1,34 @@
+#include "printerdocs/plan/documentbyplan_p.h"
+
+#include <algorithm>
+
+#include "printerdocs/template/templatetags_p.h"
+
+namespace templates {
+
+AddedLines::AddedLines(const TemplatePlan &plan, const PrinterDocument &document)
+{
+    if (document.isCopy() && plan.linesBeforeCopyMark() >= 0) {
+        m_copyMark = PrinterDocumentFormatter::tr(templates::copyMark);
+        m_suitPlan =
+            !m_copyMark.isEmpty() && !holdsEntries(m_copyMark) && !isSymbolsLine(m_copyMark);
+    }
+    if (!plan.hasEntries())
+        return;
+    m_entries.emplace(document.entries());
+    for (std::size_t at = 0; at < plan.lines().size(); ++at) {
+        if (plan.lines()[at].kind != TemplatePlan::LineKind::Entries)
+            continue;
+        const QStringList lines = entriesOf(plan.text(at));
+        m_suitPlan = m_suitPlan && std::none_of(lines.cbegin(), lines.cend(), isSymbolsLine);
+    }
+}
+
+QStringList AddedLines::entriesOf(const QString &line) const
+{
+    QStringList lines;
+    m_entries->appendUnpacked(lines, line);
+    return lines;
+}
+
+}  // namespace templates

@@ -1,0 +1,188 @@
+#pragma once
+
+#include <QStringList>
+#include <optional>
+
+#include "printerdocs/plan/fallback_p.h"
+#include "printerdocs/plan/linebyplan_p.h"
+#include "printerdocs/plan/templatelines_p.h"
+#include "printerdocs/plan/templateplan_p.h"
+#include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/documentvalues_p.h"
+#include "printerdocs/template/entries_p.h"
+#include "printerdocs/template/keyword_p.h"
+#include "printerdocs/template/linefilling_p.h"
+#include "printerdocs/template/preparation_p.h"
+#include "printerdocs/template/removal_p.h"
+#include "printerdocs/template/symbolsline_p.h"
+
+namespace templates {
+
+/// What the document adds to the lines of the template: the copy mark and the entries.
+class AddedLines
+{
+public:
+    AddedLines(const TemplatePlan &plan, const PrinterDocument &document);
+
+    /// Whether the plan's lines are still those of the document: an added line names no file of
+    /// special symbols and holds no entries.
+    bool suitPlan() const { return m_suitPlan; }
+    /// Those in the place of a line with entries.
+    QStringList entriesOf(const QString &line) const;
+    /// The copy mark; empty: none.
+    const QString &copyMark() const { return m_copyMark; }
+
+private:
+    bool m_suitPlan = true;
+    QString m_copyMark;
+    std::optional<Entries> m_entries;
+};
+
+/// One document on its way through a plan to one output, which takes each line:
+///
+///   reserve(count)     so many lines will come, or about so many
+///   blank()            a line without text
+///   general(line)      a filled line whose markup hasn't been read
+///   takes(shape)       why the next line of this shape can't come by plan; None: it can
+///   planned(shape, text)  a line whose markup has been read
+template <typename Output>
+class DocumentByPlan
+{
+public:
+    DocumentByPlan(const TemplatePlan &plan, const PrinterDocument &document, int margin,
+                   Output &output)
+        : m_plan(plan),
+          m_document(document),
+          m_added(plan, document),
+          m_line(plan.names(), document.attributes(), margin),
+          m_output(output)
+    {}
+
+    /// @return false: the document has to go the general way, whatever the output has already
+    bool print()
+    {
+        if (!m_added.suitPlan())
+            return false;
+        m_output.reserve(static_cast<int>(m_plan.lines().size()));
+        for (std::size_t at = 0; at < m_plan.lines().size(); ++at) {
+            if (!printCopyMark(at) || !printLine(m_plan.lines()[at], m_plan.text(at)))
+                return false;
+        }
+        if (!printCopyMark(m_plan.lines().size()))
+            return false;
+        // A text without lines is a blank one.
+        if (!m_hasLines)
+            m_output.blank();
+        return true;
+    }
+
+    /// How many lines have written to the log what they have to say.
+    int linesFilled() const { return m_linesFilled; }
+
+private:
+    bool printCopyMark(std::size_t linesBefore)
+    {
+        return static_cast<int>(linesBefore) != m_plan.linesBeforeCopyMark() ||
+               m_added.copyMark().isEmpty() || printGeneral(m_added.copyMark(), Fallback::CopyMark);
+    }
+
+    bool printLine(const TemplatePlan::Line &line, const QString &text)
+    {
+        switch (line.kind) {
+            case TemplatePlan::LineKind::Blank:
+                return printBlank();
+            case TemplatePlan::LineKind::Entries:
+                return printEntries(text);
+            case TemplatePlan::LineKind::General:
+                return printGeneral(text, line.fallback);
+            case TemplatePlan::LineKind::OfShape:
+                break;
+        }
+        Fallback fallback = m_output.takes(*line.shape);
+        if (fallback == Fallback::None)
+            fallback = m_line.fill(*line.shape, m_plan.namesOf(line));
+        if (fallback != Fallback::None)
+            return printGeneral(text, fallback);
+        printPlanned(*line.shape);
+        return true;
+    }
+
+    bool printBlank()
+    {
+        m_output.blank();
+        ++m_linesFilled;
+        m_hasLines = true;
+        return true;
+    }
+
+    void printPlanned(const Shape &shape)
+    {
+        m_count.add(Fallback::None);
+        m_line.log();
+        ++m_linesFilled;
+        m_hasLines = m_hasLines || !m_line.isGone();
+        if (m_line.hasText())
+            m_output.planned(shape, m_line.text());
+    }
+
+    bool printGeneral(const QString &line, Fallback reason)
+    {
+        m_count.add(reason);
+        if (!m_values)
+            m_values.emplace(m_document);
+        const QString filled = lineWithValues(line, *m_values);
+        ++m_linesFilled;
+        if (holdsRemovals(filled)) {
+            m_count.addRestart();
+            return false;
+        }
+        if (filled.isEmpty())
+            return true;
+        m_hasLines = true;
+        m_output.general(filled);
+        return true;
+    }
+
+    bool printEntries(const QString &line)
+    {
+        const QStringList entries = m_added.entriesOf(line);
+        for (const QString &entry : entries) {
+            if (!(entry.isEmpty() ? printBlank() : printGeneral(entry, Fallback::EntryOfMarkup)))
+                return false;
+        }
+        return true;
+    }
+
+    const TemplatePlan &m_plan;
+    const PrinterDocument &m_document;
+    const AddedLines m_added;
+    LineByPlan m_line;
+    Output &m_output;
+    std::optional<DocumentValues> m_values;
+    int m_linesFilled = 0;
+    bool m_hasLines = false;
+    PlanCount m_count;
+};
+
+/// Prints a document, by the template's plan where it can be.
+/// @param made makes an empty output
+template <typename MakeOutput>
+auto printed(const PrinterDocumentFormatter &formatter, TemplateLines &lines,
+             const PrinterDocument &document, int margin, const MakeOutput &made)
+{
+    int linesFilled = 0;
+    if (const auto plan = lines.plan()) {
+        QStringList symbolsLines = plan->symbolsLines();
+        formatter.loadSpecSymbols(symbolsLines);
+        auto output = made();
+        DocumentByPlan byPlan(*plan, document, margin, output);
+        if (byPlan.print())
+            return output;
+        linesFilled = byPlan.linesFilled();
+    }
+    auto output = made();
+    output.take(preparedLines(formatter, lines.lines(), document, linesFilled));
+    return output;
+}
+
+}  // namespace templates

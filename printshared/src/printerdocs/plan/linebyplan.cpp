@@ -1,0 +1,157 @@
+#include "printerdocs/plan/linebyplan_p.h"
+
+#include <QDateTime>
+#include <algorithm>
+
+#include "printerdocs/document/linepadding_p.h"
+#include "printerdocs/template/fillinglog_p.h"
+#include "printerdocs/template/numbertext_p.h"
+#include "printerdocs/template/substitutiontext_p.h"
+
+namespace templates {
+
+namespace {
+
+/// Whether a value is more than text: a part of a tag or of a group, or of the layout.
+bool isMarkupCharacter(QChar c)
+{
+    switch (c.unicode()) {
+        case '<':
+        case '>':
+        case '[':
+        case ']':
+        case '\n':
+        case '\t':
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+LineByPlan::LineByPlan(const TemplateNames &names, const Attributes &attributes, int margin)
+    : m_attributes(attributes),
+      m_names(names),
+      m_values(names, m_attributes),
+      m_margin(std::clamp(margin, 0, documents::longestPaddedLine)),
+      m_text(m_margin, documents::blank)
+{
+    constexpr int usualLength = 128;
+    m_text.reserve(m_margin + usualLength);
+}
+
+Fallback LineByPlan::fill(const Shape &shape, const int *names)
+{
+    m_text.resize(m_margin);
+    m_lineSize = 0;
+    m_used.clear();
+    m_groups.resize(shape.groups().size());
+    const int count = static_cast<int>(shape.steps().size());
+    for (int at = 0; at < count; ++at) {
+        const Shape::Step &step = shape.steps()[static_cast<std::size_t>(at)];
+        m_text.append(shape.text().constData() + step.begin, step.size);
+        m_lineSize += step.lineSize;
+        if (step.mark == Shape::Mark::GroupBegin)
+            m_groups[static_cast<std::size_t>(step.index)] = {m_text.size(), m_lineSize};
+        if (step.mark != Shape::Mark::Value)
+            continue;
+        const Fallback fallback = fillTag(shape, step.index, names[step.index], at);
+        if (fallback != Fallback::None)
+            return fallback;
+    }
+    return Fallback::None;
+}
+
+/// @param step moves to the end of the tag's group if that vanishes
+Fallback LineByPlan::fillTag(const Shape &shape, int tag, int name, int &step)
+{
+    const QVariant *const value = m_values.of(name);
+    if (value == nullptr)
+        return Fallback::MissingName;
+    m_used.push_back(name);
+    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(tag)];
+    const int begin = m_text.size();
+    const Fallback fallback = appendValue(wanted, *value);
+    if (fallback != Fallback::None)
+        return fallback;
+    const QStringView text = QStringView(m_text).mid(begin);
+    if (wanted.group >= 0 && vanishesWithItsGroup(text))
+        return dropGroup(shape, wanted.group, m_lineSize, step);
+    m_lineSize += static_cast<int>(text.size());
+    return text.isEmpty() && shape.hasRanges() ? Fallback::EmptyAmongRanges : Fallback::None;
+}
+
+/// The scan goes on as far to the right as the tag stood in its group, which must not be beyond the
+/// next tag.
+Fallback LineByPlan::dropGroup(const Shape &shape, int group, int tagBegin, int &step)
+{
+    const Shape::Group &dropped = shape.groups()[static_cast<std::size_t>(group)];
+    if (dropped.isWholeLine) {
+        m_text.resize(m_margin);
+        m_lineSize = 0;
+        step = static_cast<int>(shape.steps().size()) - 1;
+        return Fallback::None;
+    }
+    if (!dropped.mayVanish)
+        return Fallback::GroupOfMarkup;
+    const Begin &begin = m_groups[static_cast<std::size_t>(group)];
+    if (tagBegin - begin.line > dropped.room)
+        return Fallback::GroupNearTag;
+    m_text.resize(begin.text);
+    m_lineSize = begin.line;
+    step = dropped.endStep;
+    return Fallback::None;
+}
+
+Fallback LineByPlan::appendValue(const Shape::Tag &tag, const QVariant &value)
+{
+    switch (static_cast<int>(value.type())) {
+        case QVariant::Int:
+        case QVariant::UInt:
+        case QVariant::LongLong:
+        case QVariant::ULongLong:
+            tag.pattern.appendInteger(m_text, value.toLongLong());
+            return Fallback::None;
+        case QVariant::Double:
+            tag.pattern.appendReal(m_text, *static_cast<const double *>(value.constData()));
+            return Fallback::None;
+        case QVariant::String: {
+            const QString &text = *static_cast<const QString *>(value.constData());
+            if (beginsLikeAWord(text))
+                return appendText(text);
+            const QVariant number = numberOrText(value);
+            return number.type() == QVariant::String ? appendText(text) : appendValue(tag, number);
+        }
+        case QVariant::Bool:
+            return appendText(value.toString());
+        case QVariant::Date:
+            return appendText(valueformat::ofDate(tag.format, value.toDate()));
+        case QVariant::Time:
+            return appendText(valueformat::ofTime(tag.format, value.toTime()));
+        case QVariant::DateTime:
+            return appendText(valueformat::ofDateTime(tag.format, value.toDateTime()));
+        default:
+            return Fallback::ForeignValue;
+    }
+}
+
+Fallback LineByPlan::appendText(QStringView text)
+{
+    if (std::any_of(text.begin(), text.end(), isMarkupCharacter))
+        return Fallback::MarkupInValue;
+    m_text.append(text.data(), static_cast<int>(text.size()));
+    return Fallback::None;
+}
+
+void LineByPlan::log() const
+{
+    if (!fillinglog::isOn())
+        return;
+    for (const int name : m_used) {
+        if (fillinglog::isOn())
+            fillinglog::write(m_names.inOrder()[static_cast<std::size_t>(name)]);
+    }
+}
+
+}  // namespace templates

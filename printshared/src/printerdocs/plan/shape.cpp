@@ -1,0 +1,221 @@
+#include "printerdocs/plan/shape_p.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "printerdocs/template/attributetag_p.h"
+#include "printerdocs/template/linemarkup_p.h"
+#include "printerdocs/template/printedline_p.h"
+#include "printerdocs/template/templatetags_p.h"
+
+namespace templates {
+
+namespace {
+
+// They stand for what isn't known of a line. No text has them: they are no characters.
+constexpr QChar valueMark(0xFDD0);
+constexpr QChar groupBeginMark(0xFDD1);
+constexpr QChar groupEndMark(0xFDD2);
+constexpr QChar keySeparator(0xFDD3);
+
+bool isMark(QChar c)
+{
+    return c >= valueMark && c <= keySeparator;
+}
+
+bool holdsBracket(QStringView text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar c) {
+        return c == QLatin1Char('<') || c == QLatin1Char('[') || c == QLatin1Char(']');
+    });
+}
+
+/// For each "[" and "]" of a line the place of its partner; -1: none.
+std::vector<int> bracketPartners(const QString &line)
+{
+    std::vector<int> partners(static_cast<std::size_t>(line.size()), -1);
+    std::vector<int> open;
+    for (int place = 0; place < line.size(); ++place) {
+        if (line.at(place) == QLatin1Char('[')) {
+            open.push_back(place);
+        } else if (line.at(place) == QLatin1Char(']') && !open.empty()) {
+            partners[static_cast<std::size_t>(place)] = open.back();
+            partners[static_cast<std::size_t>(open.back())] = place;
+            open.pop_back();
+        }
+    }
+    return partners;
+}
+
+Shape::Mark markOf(QChar c)
+{
+    switch (c.unicode()) {
+        case valueMark.unicode():
+            return Shape::Mark::Value;
+        case groupBeginMark.unicode():
+            return Shape::Mark::GroupBegin;
+        case groupEndMark.unicode():
+            return Shape::Mark::GroupEnd;
+        default:
+            return Shape::Mark::End;
+    }
+}
+
+int endOfPiece(const QString &text, int begin)
+{
+    return static_cast<int>(std::find_if(text.cbegin() + begin, text.cend(), isMark) -
+                            text.cbegin());
+}
+
+}  // namespace
+
+LineParts LineParts::of(const QString &line)
+{
+    LineParts parts;
+    if (std::any_of(line.cbegin(), line.cend(), isMark))
+        parts.fallback = Fallback::MarkCharacter;
+    int done = 0;
+    for (AttributeTag tag = AttributeTag::find(line.constData(), 0, line.size()); tag.begin >= 0;
+         tag = AttributeTag::find(line.constData(), done, line.size())) {
+        const QStringView inner = QStringView(line).mid(tag.begin + 1, tag.end - tag.begin - 1);
+        const TagParts inTag = TagParts::of(inner);
+        if (holdsBracket(inner))
+            parts.fallback = Fallback::BracketInTag;
+        if (inTag.name.isEmpty())
+            parts.fallback = Fallback::NamelessTag;
+        parts.line.append(line.constData() + done, tag.begin - done).append(valueMark);
+        parts.names.append(inTag.name.toString());
+        parts.formats.append(inTag.format.toString());
+        done = tag.end + 1;
+    }
+    parts.line.append(line.constData() + done, line.size() - done);
+    return parts;
+}
+
+QString LineParts::key() const
+{
+    return line + keySeparator + formats.join(keySeparator);
+}
+
+Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback)
+{
+    if (m_fallback == Fallback::None)
+        readKinds(parts.line);
+    if (m_fallback != Fallback::None)
+        return;
+    m_tags.reserve(static_cast<std::size_t>(parts.formats.size()));
+    for (const QString &format : parts.formats)
+        m_tags.push_back({format, valueformat::NumberPattern(format), -1});
+    readMarkup(markGroups(parts));
+}
+
+void Shape::readKinds(const QString &line)
+{
+    const quint32 kinds = tagKindsOf(line);
+    m_hasRanges = (kinds & (allRanges | FontTag)) != 0;
+    if (kinds == EveryTag)
+        m_fallback = Fallback::LooseBracket;
+    else if ((kinds & CodeTag) != 0)
+        m_fallback = Fallback::CodeTag;
+    else if (line.count(tabTag) + line.count(QLatin1Char('\t')) > 1)
+        m_fallback = Fallback::TwoTabs;
+}
+
+/// The line with marks around its groups. Among ranges a mark would part what the markup takes
+/// together; there no group but the whole line may vanish.
+QString Shape::markGroups(const LineParts &parts)
+{
+    const QString &line = parts.line;
+    const std::vector<int> partners = bracketPartners(line);
+    QString marked;
+    std::vector<int> around;
+    std::size_t tag = 0;
+    for (int place = 0; place < line.size(); ++place) {
+        const int partner = partners[static_cast<std::size_t>(place)];
+        const bool opens = partner > place;
+        if (opens) {
+            Group group;
+            group.isWholeLine = place == 0 && partner == line.size() - 1;
+            group.mayVanish =
+                !m_hasRanges &&
+                !QStringView(line).mid(place, partner - place).contains(QLatin1Char('<'));
+            around.push_back(static_cast<int>(m_groups.size()));
+            m_groups.push_back(group);
+        }
+        if (opens && !m_hasRanges)
+            marked += groupBeginMark;
+        marked += line.at(place);
+        if (line.at(place) == valueMark)
+            m_tags[tag++].group = around.empty() ? -1 : around.back();
+        if (partner < 0 || opens)
+            continue;
+        around.pop_back();
+        if (!m_hasRanges)
+            marked += groupEndMark;
+    }
+    return marked;
+}
+
+void Shape::readMarkup(const QString &line)
+{
+    CarriedStyle carried;
+    const PrintedLine printed = printedLine(line, carried, 0, 0);
+    if (!printed.isValid) {
+        m_fallback = Fallback::NoText;
+        return;
+    }
+    m_alignment = printed.alignment;
+    takeSteps(line, printed.text);
+    measureRooms();
+}
+
+/// Cuts the line and its printed text at their marks, which are the same ones.
+void Shape::takeSteps(const QString &line, const QString &printed)
+{
+    int tag = 0;
+    int nextGroup = 0;
+    std::vector<int> around;
+    int inLine = 0;
+    for (int begin = 0;;) {
+        const int end = endOfPiece(printed, begin);
+        const int endInLine = endOfPiece(line, inLine);
+        Step step;
+        step.begin = m_text.size();
+        step.size = end - begin;
+        step.lineSize = endInLine - inLine;
+        m_text.append(printed.constData() + begin, step.size);
+        step.mark = end < printed.size() ? markOf(printed.at(end)) : Mark::End;
+        if (step.mark == Mark::Value) {
+            step.index = tag++;
+        } else if (step.mark == Mark::GroupBegin) {
+            step.index = nextGroup++;
+            around.push_back(step.index);
+        } else if (step.mark == Mark::GroupEnd) {
+            step.index = around.back();
+            around.pop_back();
+            m_groups[static_cast<std::size_t>(step.index)].endStep =
+                static_cast<int>(m_steps.size());
+        }
+        m_steps.push_back(step);
+        if (step.mark == Mark::End)
+            return;
+        begin = end + 1;
+        inLine = endInLine + 1;
+    }
+}
+
+void Shape::measureRooms()
+{
+    for (Group &group : m_groups) {
+        group.room = 0;
+        for (auto step = m_steps.cbegin() + group.endStep + 1; step != m_steps.cend(); ++step) {
+            group.room += step->lineSize;
+            if (step->mark == Mark::Value)
+                break;
+            if (step->mark == Mark::End)
+                group.room = std::numeric_limits<int>::max();
+        }
+    }
+}
+
+}  // namespace templates

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "printerdocs/etextalignment.h"
+#include "printerdocs/plan/fallback_p.h"
+#include "printerdocs/template/valueformat_p.h"
+
+namespace templates {
+
+/// A line of a template taken apart: what its shape is made of, and its own names.
+struct LineParts
+{
+    Fallback fallback = Fallback::None;  ///< why there is no shape of it
+    QString line;                        ///< with a mark in the place of each attribute tag
+    QStringList names;                   ///< of the tags
+    QStringList formats;                 ///< of the tags
+
+    static LineParts of(const QString &line);
+    /// What all lines of one shape have alike.
+    QString key() const;
+};
+
+/// What lines of a template have in common that differ only in the names of their attributes: their
+/// formats, and their text as the line markup leaves it, with gaps for the values.
+class Shape
+{
+public:
+    enum class Mark : unsigned char { End, Value, GroupBegin, GroupEnd };
+
+    /// A piece of text, and what comes behind it.
+    struct Step
+    {
+        int begin = 0;     ///< of the piece in text()
+        int size = 0;      ///< of the piece
+        int lineSize = 0;  ///< of the piece before its markup was read
+        Mark mark = Mark::End;
+        int index = 0;  ///< of the tag or the group
+    };
+    struct Tag
+    {
+        QString format;
+        valueformat::NumberPattern pattern;
+        int group = -1;  ///< the innermost around the tag; -1: none
+    };
+    struct Group
+    {
+        bool isWholeLine = false;
+        bool mayVanish = false;  ///< whether the rest of the line is known then
+        int endStep = 0;         ///< the step at the end of which the group ends
+        int room = 0;            ///< characters of the line from there up to the next tag
+    };
+
+    explicit Shape(const LineParts &parts);
+
+    /// Why lines of this shape go the general way; None: they don't.
+    Fallback fallback() const { return m_fallback; }
+    const QString &text() const { return m_text; }
+    const std::vector<Step> &steps() const { return m_steps; }
+    const std::vector<Tag> &tags() const { return m_tags; }
+    const std::vector<Group> &groups() const { return m_groups; }
+    ETextAlignment alignment() const { return m_alignment; }
+    /// Whether formats or fonts begin or end within the line; then a value may not be empty.
+    bool hasRanges() const { return m_hasRanges; }
+
+private:
+    void readKinds(const QString &line);
+    QString markGroups(const LineParts &parts);
+    void readMarkup(const QString &line);
+    void takeSteps(const QString &line, const QString &printed);
+    void measureRooms();
+
+    Fallback m_fallback = Fallback::None;
+    QString m_text;
+    std::vector<Step> m_steps;
+    std::vector<Tag> m_tags;
+    std::vector<Group> m_groups;
+    ETextAlignment m_alignment = AlignLeft;
+    bool m_hasRanges = false;
+};
+
+}  // namespace templates

@@ -1,0 +1,141 @@
+#include "printerdocs/plan/templateplan_p.h"
+
+#include <QHash>
+#include <QMutex>
+#include <algorithm>
+
+#include "printerdocs/template/keyword_p.h"
+#include "printerdocs/template/removal_p.h"
+#include "printerdocs/template/symbolsline_p.h"
+
+namespace templates {
+
+namespace {
+
+/// The plans that formatters have at the moment, by the hash of their lines. A plan goes with the
+/// last formatter that has it, and its row with the next plan that is made.
+class PlanTable
+{
+public:
+    static PlanTable &instance()
+    {
+        static PlanTable table;
+        return table;
+    }
+
+    std::shared_ptr<const TemplatePlan> find(uint hash, const QStringList &lines)
+    {
+        const QMutexLocker locker(&m_mutex);
+        for (auto row = m_plans.constFind(hash); row != m_plans.cend() && row.key() == hash;
+             ++row) {
+            const auto plan = row->lock();
+            if (plan && plan->templateLines() == lines)
+                return plan;
+        }
+        return nullptr;
+    }
+
+    void add(uint hash, const std::shared_ptr<const TemplatePlan> &plan)
+    {
+        const QMutexLocker locker(&m_mutex);
+        for (auto row = m_plans.begin(); row != m_plans.end();)
+            row = row->expired() ? m_plans.erase(row) : std::next(row);
+        if (m_plans.size() < mostPlans)
+            m_plans.insert(hash, plan);
+    }
+
+private:
+    // What is beyond that isn't shared.
+    static constexpr int mostPlans = 64;
+
+    QMutex m_mutex;
+    QMultiHash<uint, std::weak_ptr<const TemplatePlan>> m_plans;
+};
+
+uint hashOf(const QStringList &lines)
+{
+    return qHashRange(lines.cbegin(), lines.cend());
+}
+
+}  // namespace
+
+/// Makes a plan line by line.
+class TemplatePlan::Builder
+{
+public:
+    explicit Builder(TemplatePlan &plan) : m_plan(plan) {}
+
+    void add(const QString &text)
+    {
+        Line line;
+        if (text.isEmpty())
+            line.kind = LineKind::Blank;
+        else if (holdsEntries(text))
+            line.kind = LineKind::Entries;
+        else
+            takeShape(line, text);
+        m_plan.m_hasEntries = m_plan.m_hasEntries || line.kind == LineKind::Entries;
+        m_plan.m_isUsable = m_plan.m_isUsable && !holdsRemovals(text);
+        m_plan.m_lines.push_back(line);
+        m_plan.m_texts.append(text);
+    }
+
+private:
+    void takeShape(Line &line, const QString &text)
+    {
+        const LineParts parts = LineParts::of(text);
+        const Shape *&shape = m_shapes[parts.key()];
+        if (shape == nullptr) {
+            m_plan.m_shapes.push_back(std::make_unique<const Shape>(parts));
+            shape = m_plan.m_shapes.back().get();
+        }
+        line.shape = shape;
+        line.fallback = shape->fallback();
+        if (line.fallback != Fallback::None)
+            return;
+        line.kind = LineKind::OfShape;
+        line.firstName = static_cast<int>(m_plan.m_lineNames.size());
+        for (const QString &name : parts.names)
+            m_plan.m_lineNames.push_back(m_plan.m_names.add(name));
+    }
+
+    TemplatePlan &m_plan;
+    QHash<QString, const Shape *> m_shapes;
+};
+
+TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
+{
+    m_lines.reserve(static_cast<std::size_t>(lines.size()));
+    const int copyNumber = lineOfCopyNumber(lines);
+    Builder builder(*this);
+    for (int place = 0; place < lines.size(); ++place) {
+        if (isSymbolsLine(lines.at(place)) && !holdsEntries(lines.at(place)))
+            m_symbolsLines.append(lines.at(place));
+        else
+            builder.add(lines.at(place));
+        if (place == copyNumber)
+            m_linesBeforeCopyMark = static_cast<int>(m_lines.size());
+    }
+    const std::vector<int> sorted = m_names.sort();
+    for (int &name : m_lineNames)
+        name = sorted[static_cast<std::size_t>(name)];
+    m_lineNames.shrink_to_fit();
+}
+
+std::shared_ptr<const TemplatePlan> TemplatePlan::found(const QStringList &lines)
+{
+    return PlanTable::instance().find(hashOf(lines), lines);
+}
+
+std::shared_ptr<const TemplatePlan> TemplatePlan::shared(const QStringList &lines)
+{
+    const uint hash = hashOf(lines);
+    auto plan = PlanTable::instance().find(hash, lines);
+    if (plan)
+        return plan;
+    plan = std::make_shared<const TemplatePlan>(lines);
+    PlanTable::instance().add(hash, plan);
+    return plan;
+}
+
+}  // namespace templates

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QStringList>
+
+#include "printerdocs/printerdocumentformatter.h"
+
+namespace templates {
+
+/// PrinterDocumentFormatter::prepareDocument() of a template's lines.
+/// @param silentLines so many of the lines, counted where they are filled, write nothing to the log
+QStringList preparedLines(const PrinterDocumentFormatter &formatter, QStringList lines,
+                          const PrinterDocument &document, int silentLines = 0);
+
+}  // namespace templates

@@ -1,0 +1,227 @@
+#include <QtTest>
+
+#include "../template/formatterbench.h"
+#include "printerdocs/plan/fallback_p.h"
+#include "printerdocs/plan/templatelines_p.h"
+#include "stepbystep.h"
+
+using namespace formatterbench;
+using namespace templates;
+
+namespace {
+
+/// A value whose text is a client's code.
+struct Weight
+{
+    int grams = 0;
+};
+
+const char marked[] = u8"\uFDD0";
+
+Attributes values()
+{
+    return {{"NAME", "Tea to go"},  {"ITALY", "Inbus key"},
+            {"PRICE", 12.5},        {"SOLD", "7,50"},
+            {"COUNT", 3},           {"ZERO", 0.0},
+            {"NONE", QString()},    {"DEBT", -3.25},
+            {"PAID", true},         {"DATE", QDate(2026, 5, 9)},
+            {"HOUR", QTime(18, 5)}, {"WHEN", QDateTime(QDate(2026, 5, 9), QTime(18, 5), Qt::UTC)},
+            {"TAGS", "<COUNT>"},    {"LESS", "a<b"},
+            {"MORE", "a>b"},        {"OPEN", "a[b"},
+            {"SHUT", "a]b"},        {"TABS", "a\tb"},
+            {"FEED", "a\nb"},       {"MASS", QVariant::fromValue(Weight{250})}};
+}
+
+struct Counts
+{
+    long long byPlan = PlanTally::instance().lines[0];
+    long long restarts = PlanTally::instance().restarts;
+    long long of(Fallback reason) const
+    {
+        return PlanTally::instance().lines[static_cast<std::size_t>(reason)];
+    }
+};
+
+QString printedBySteps(const PrinterDocumentFormatter &formatter, const PrinterDocument &document)
+{
+    StepByStep steps(formatter, document);
+    return steps.plainText(30).join('|') + '\n' + steps.html(true);
+}
+
+QString printedByPlan(const PrinterDocumentFormatter &formatter, const PrinterDocument &document)
+{
+    return formatter.toPlainText(document, 30).join('|') + '\n' + formatter.toHtml(document, true);
+}
+
+}  // namespace
+
+Q_DECLARE_METATYPE(Weight)
+
+/// Which lines go by plan, and why others don't.
+class TestPlan : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { TemplateLines::setPlanUse(PlanUse::AtOnce); }
+    void cleanup() { TemplateLines::setPlanUse(PlanUse::WhenItPays); }
+
+    void linesGoTheirWay_data();
+    void linesGoTheirWay();
+    void planIsMadeWhenItPays_data();
+    void planIsMadeWhenItPays();
+    void aTemplateThatRemovesHasNoPlan();
+    void aRemovalInAValueSendsTheWholeDocumentTheGeneralWay();
+    void anotherTemplateHasAnotherPlan();
+    void formattersOfOneTemplateShareThePlan();
+};
+
+void TestPlan::linesGoTheirWay_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("reason");
+    const auto row = [](const char *name, const QString &line, Fallback reason = Fallback::None) {
+        QTest::newRow(name) << line << static_cast<int>(reason);
+    };
+    row("no tags", "just text");
+    row("a text", "<NAME>");
+    row("numbers", "<PRICE,0.000> <COUNT,000> <SOLD> <DEBT,0.0>");
+    row("times", "<DATE> <HOUR,hh> <WHEN,dd.mm.yyyy hh:nn>");
+    row("yes and no", "<PAID>");
+    row("two edges", "<NAME><S><PRICE,0.00>");
+    row("centred", "<C><NAME>");
+    row("right", "<R><NAME>");
+    row("whole line in bold", "<B><NAME>");
+    row("ranges", "<B:><NAME><:B> <U:><COUNT,00><:U>");
+    row("fonts", "<F2><NAME><F1>");
+    row("group that stays", "<NAME>[ -<PRICE>]<S><PRICE>");
+    row("group that goes", "<NAME>[ -<ZERO>]<S><PRICE>");
+    row("empty text takes its group", "<NAME>[ <NONE>]<S><PRICE>");
+    row("inner group that goes", "<NAME>[ x[ -<ZERO>] y ]<S><PRICE>");
+    row("group and what is in front of it in it", "[a<NAME> <ZERO>]            <PRICE>");
+    row("group that is the line", "[Discount<S>-<ZERO>]");
+    row("group in ranges that is the line", "[<B:>Discount<:B> <ZERO> <PRICE>]");
+    row("empty text", "<NONE>");
+    row("empty text beside tags", "<C><NONE>");
+    row("unmatched brackets", "<NAME> ] [ <ZERO>");
+    row("one value twice", "<NAME> <NAME>");
+    row("name like an image", "<ITALY>");
+    row("loose opening bracket", "<NAME> <PRICE> <", Fallback::LooseBracket);
+    row("loose closing bracket", "<NAME> > <PRICE>", Fallback::LooseBracket);
+    row("unknown short tag", "<NAME><L>", Fallback::LooseBracket);
+    row("code", "<NAME><65>", Fallback::CodeTag);
+    row("two tabs", "<NAME><S>x<S><PRICE>", Fallback::TwoTabs);
+    row("a tab beside another", "<NAME>\t<S><PRICE>", Fallback::TwoTabs);
+    row("bracket in a tag", "<NA[ME>", Fallback::BracketInTag);
+    row("bracket in a format", "<DATE,d]d>", Fallback::BracketInTag);
+    row("tag in a tag", "<NA<NAME>", Fallback::BracketInTag);
+    row("no name", "<NAME><,0.00>", Fallback::NamelessTag);
+    row("mark of a value", QString::fromUtf8(marked) + "<NAME>", Fallback::MarkCharacter);
+    row("nothing but tags", "<C><LS3>", Fallback::NoText);
+    row("unknown name", "<NAME><GONE>", Fallback::MissingName);
+    row("client's type", "<NAME><MASS>", Fallback::ForeignValue);
+    row("tag in a value", "<TAGS>", Fallback::MarkupInValue);
+    row("opening bracket in a value", "<LESS>", Fallback::MarkupInValue);
+    row("closing bracket in a value", "<MORE>", Fallback::MarkupInValue);
+    row("group's begin in a value", "<OPEN>", Fallback::MarkupInValue);
+    row("group's end in a value", "<SHUT>", Fallback::MarkupInValue);
+    row("tab in a value", "<TABS><S>x", Fallback::MarkupInValue);
+    row("group with a tab goes", "<NAME>[<S><ZERO>]", Fallback::GroupOfMarkup);
+    row("group among ranges goes", "<B:>x<:B>[ <ZERO>]", Fallback::GroupOfMarkup);
+    row("group in front of a tag goes", "<NAME>[ -<ZERO>]<PRICE>", Fallback::GroupNearTag);
+    row("nothing between ranges", "<B:>a<:B><NONE><B:>b<:B>", Fallback::EmptyAmongRanges);
+}
+
+void TestPlan::linesGoTheirWay()
+{
+    QFETCH(QString, line);
+    QFETCH(int, reason);
+    PrinterDocumentFormatter formatter(2, nullptr);
+    formatter.setTemplate("first <COUNT>\n" + line + "\nlast <COUNT>");
+    const PrinterDocument document = documentOf(values());
+    const QStringList lines = formatter.prepareDocument(document);
+    const Counts before;
+    const auto ofReason = before.of(static_cast<Fallback>(reason));
+    const QStringList text = formatter.toPlainText(document, 30);
+    const Counts after;
+    QCOMPARE(text.join('|'), StepByStep(formatter, document).plainText(30).join('|'));
+    QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
+    const bool isPlanned = static_cast<Fallback>(reason) == Fallback::None;
+    QCOMPARE(after.byPlan - before.byPlan, isPlanned ? 3 : 2);
+    if (!isPlanned)
+        QVERIFY(after.of(static_cast<Fallback>(reason)) > ofReason);
+}
+
+void TestPlan::planIsMadeWhenItPays_data()
+{
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<int>("planned");
+    QTest::newRow("one line: at the second use") << 1 << 2;
+    QTest::newRow("59 lines: at the second use") << 59 << 2;
+    QTest::newRow("60 lines: at once") << 60 << 3;
+}
+
+void TestPlan::planIsMadeWhenItPays()
+{
+    QFETCH(int, lines);
+    QFETCH(int, planned);
+    TemplateLines::setPlanUse(PlanUse::WhenItPays);
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate(manyLines(QString("<NAME> of %1").arg(lines), lines));
+    const Counts before;
+    for (int use = 0; use < 3; ++use)
+        formatter.toPlainText(documentOf(values()), 30);
+    QCOMPARE(Counts().byPlan - before.byPlan, planned * lines);
+}
+
+void TestPlan::aTemplateThatRemovesHasNoPlan()
+{
+    const char *const removing[] = {"<X>a", "<X:>", "<:X>", "<I>1 2 x</I>"};
+    for (const char *const line : removing) {
+        PrinterDocumentFormatter formatter(0, nullptr);
+        formatter.setTemplate(QString("<NAME>\n%1\n<NAME>").arg(line));
+        const Counts before;
+        QCOMPARE(printedByPlan(formatter, documentOf(values())),
+                 printedBySteps(formatter, documentOf(values())));
+        QCOMPARE(Counts().byPlan, before.byPlan);
+    }
+}
+
+void TestPlan::aRemovalInAValueSendsTheWholeDocumentTheGeneralWay()
+{
+    const char *const removing[] = {"a\nb", "<X>", "<X:>", "<:X>", "<I>"};
+    for (const char *const value : removing) {
+        PrinterDocumentFormatter formatter(0, nullptr);
+        formatter.setTemplate("<NAME>\n<SOME>\n<NAME>\n<:X>");
+        formatter.setTemplate("<NAME>\n<SOME>\n<NAME>");
+        Attributes attributes = values();
+        attributes["SOME"] = value;
+        const Counts before;
+        QCOMPARE(printedByPlan(formatter, documentOf(attributes)),
+                 printedBySteps(formatter, documentOf(attributes)));
+        QVERIFY(Counts().restarts > before.restarts);
+    }
+}
+
+void TestPlan::anotherTemplateHasAnotherPlan()
+{
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate("a <NAME>");
+    QCOMPARE(formatter.toPlainText(documentOf(values()), 30), QStringList("a Tea to go"));
+    formatter.setTemplate("b <NAME>");
+    QCOMPARE(formatter.toPlainText(documentOf(values()), 30), QStringList("b Tea to go"));
+}
+
+void TestPlan::formattersOfOneTemplateShareThePlan()
+{
+    TemplateLines one;
+    one.setLines({"shared <NAME>", "<C><COUNT>"});
+    TemplateLines other;
+    other.setLines({"shared <NAME>", "<C><COUNT>"});
+    QCOMPARE(one.plan(), other.plan());
+    other.setLines({"shared <NAME>", "<C><PRICE>"});
+    QVERIFY(one.plan() != other.plan());
+}
+
+QTEST_GUILESS_MAIN(TestPlan)
+#include "tst_plan.moc"
