@@ -70,6 +70,13 @@ private Q_SLOTS:
     void linesGoTheirWay();
     void planIsMadeWhenItPays_data();
     void planIsMadeWhenItPays();
+    void namesThatStandElsewhere_data();
+    void namesThatStandElsewhere();
+    void formatsWithinALine_data();
+    void formatsWithinALine();
+    void entries_data();
+    void entries();
+    void copyMark();
     void aTemplateThatRemovesHasNoPlan();
     void aRemovalInAValueSendsTheWholeDocumentTheGeneralWay();
     void anotherTemplateHasAnotherPlan();
@@ -106,6 +113,13 @@ void TestPlan::linesGoTheirWay_data()
     row("unmatched brackets", "<NAME> ] [ <ZERO>");
     row("one value twice", "<NAME> <NAME>");
     row("name like an image", "<ITALY>");
+    row("sum", "Sum<S><PRICE*COUNT-ZERO,0.00>");
+    row("expression with a negative value", "<PRICE-DEBT*2^DEBT> <-DEBT+PRICE>");
+    row("expression with a text that is a number", "<SOLD*(COUNT+1.5),0.000>");
+    row("functions", "<sqrt(PRICE)+abs DEBT>");
+    row("expression that is 0 takes its group", "<NAME>[ <PRICE-PRICE>]<S>x");
+    row("division by nothing", "<PRICE/ZERO>");
+    row("name of a function beside an operator", "<pi*COUNT>");
     row("loose opening bracket", "<NAME> <PRICE> <", Fallback::LooseBracket);
     row("loose closing bracket", "<NAME> > <PRICE>", Fallback::LooseBracket);
     row("unknown short tag", "<NAME><L>", Fallback::LooseBracket);
@@ -120,6 +134,12 @@ void TestPlan::linesGoTheirWay_data()
     row("nothing but tags", "<C><LS3>", Fallback::NoText);
     row("unknown name", "<NAME><GONE>", Fallback::MissingName);
     row("client's type", "<NAME><MASS>", Fallback::ForeignValue);
+    row("unknown name in an expression", "<PRICE*GONE>", Fallback::MissingName);
+    row("broken expression", "<PRICE*COUNT*>", Fallback::MissingName);
+    row("number beside a name", "<2PRICE+COUNT>", Fallback::MissingName);
+    row("exponent in the expression", "<PRICE*1e3>", Fallback::MissingName);
+    row("text in an expression", "<PRICE*NAME>", Fallback::TextInExpression);
+    row("date in an expression", "<PRICE*DATE>", Fallback::TextInExpression);
     row("tag in a value", "<TAGS>", Fallback::MarkupInValue);
     row("opening bracket in a value", "<LESS>", Fallback::MarkupInValue);
     row("closing bracket in a value", "<MORE>", Fallback::MarkupInValue);
@@ -150,6 +170,136 @@ void TestPlan::linesGoTheirWay()
     QCOMPARE(after.byPlan - before.byPlan, isPlanned ? 3 : 2);
     if (!isPlanned)
         QVERIFY(after.of(static_cast<Fallback>(reason)) > ofReason);
+}
+
+void TestPlan::namesThatStandElsewhere_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<bool>("isPlanned");
+    const auto row = [](const char *title, const QString &name, const QString &expression,
+                        bool isPlanned) {
+        QTest::newRow(title) << name << expression << isPlanned;
+    };
+    row("small letter", "price", "PRICE*COUNT", true);
+    row("Cyrillic letters", QString::fromUtf8("Цена"), "PRICE*COUNT", true);
+    row("blanks", "Unit price", "PRICE*COUNT", true);
+    row("part of a name", "RICE", "PRICE*COUNT", true);
+    row("longer than a name", "PRICE1", "PRICE*COUNT", true);
+    row("the empty name", "", "PRICE*COUNT", false);
+    row("a digit", "2", "PRICE*COUNT", false);
+    row("an operator", "*", "PRICE*COUNT", false);
+    row("name with an operator", "PRICE*", "PRICE*COUNT", false);
+    row("the expression", "PRICE*COUNT", "PRICE*COUNT", true);
+    row("small letter and a function", "q", "sqrt(PRICE)", false);
+    row("capital letter and a function", "Q", "sqrt(PRICE)", true);
+    row("the letter of an exponent", "e", "GREAT*2", false);
+    row("another small letter", "n", "PRICE*2", true);
+    row("no name and a great value", "Z", "GREAT*2", true);
+}
+
+void TestPlan::namesThatStandElsewhere()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, expression);
+    QFETCH(bool, isPlanned);
+    Attributes attributes = values();
+    attributes["GREAT"] = 1e20;
+    attributes[name] = 4;
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate("<" + expression + ",0.E>");
+    const PrinterDocument document = documentOf(attributes);
+    const Counts before;
+    const QStringList text = formatter.toPlainText(document, 30);
+    QCOMPARE(Counts().byPlan - before.byPlan, isPlanned ? 1 : 0);
+    QCOMPARE(text, StepByStep(formatter, document).plainText(30));
+}
+
+void TestPlan::formatsWithinALine_data()
+{
+    QTest::addColumn<QString>("lines");
+    QTest::addColumn<int>("reason");
+    const auto row = [](const char *name, const QString &lines, Fallback reason = Fallback::None) {
+        QTest::newRow(name) << lines << static_cast<int>(reason);
+    };
+    row("bold line", "<B><NAME>\n<COUNT>");
+    row("font that ends behind the text", "<F2><NAME><F1>\n<COUNT>", Fallback::CarriedStyle);
+    row("bold word", "a<B:><NAME><:B>b", Fallback::MixedFormats);
+    row("two groups", "[a <NAME>][b <COUNT>]", Fallback::MixedFormats);
+    row("tag that hits twice", "<C><NAME><C>", Fallback::MixedFormats);
+    row("format of the line before", "<B:><NAME>\n<COUNT>", Fallback::CarriedStyle);
+    row("font of the line before", "<F2><NAME>\n<COUNT>", Fallback::CarriedStyle);
+}
+
+void TestPlan::formatsWithinALine()
+{
+    QFETCH(QString, lines);
+    QFETCH(int, reason);
+    PrinterDocumentFormatter formatter(3, nullptr);
+    formatter.setTemplate(lines + "\n\nlast");
+    const PrinterDocument document = documentOf(values());
+    const Counts before;
+    const auto ofReason = before.of(static_cast<Fallback>(reason));
+    const QList<DocumentBlock> blocks = formatter.toTextPrinterDocument(document).blocks();
+    QVERIFY(Counts().of(static_cast<Fallback>(reason)) > ofReason);
+    QCOMPARE(blocks, StepByStep(formatter, document).blocks());
+    QCOMPARE(formatter.toHtml(document, true), StepByStep(formatter, document).html(true));
+}
+
+void TestPlan::entries_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("byPlan");
+    const auto row = [](const char *name, const QString &line, const QString &text, int byPlan) {
+        QTest::newRow(name) << line << text << byPlan;
+    };
+    row("none", "<ENTRIES>", "", 0);
+    row("two", "<ENTRIES>", "Total=10\tTax=2", 2);
+    row("small letters", "<entries>", "Total=10\tTax=2", 2);
+    row("a name alone", "<ENTRIES>", "Total", 1);
+    row("empty ones", "<ENTRIES>", "\t=\t\ta=1\t", 2);
+    row("two edges in one", "<ENTRIES>", "a=b=c\td=1", 1);
+    row("tags", "<ENTRIES>", "<NAME>=1\ta=1", 0);
+    row("the tag itself", "<ENTRIES>", "a=1\t<ENTRIES>=2\tb=3", 0);
+    row("brackets", "<ENTRIES>", "[a]=1\ta>b=2\tc=3", 1);
+    row("a line feed", "<ENTRIES>", "a\nb=1\tc=3", 0);
+    row("beside text", "x <ENTRIES> y", "a=1\tb=2", 0);
+    row("twice", "<ENTRIES><ENTRIES>", "a=1\tb=2", 0);
+    row("symbols", "<ENTRIES>", "<SPECSYMBOLS=none>\tb=2", 0);
+    row("symbols beside it", "<SPECSYMBOLS=<ENTRIES>>", "none\tnone", 0);
+}
+
+void TestPlan::entries()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, text);
+    QFETCH(int, byPlan);
+    PrinterDocumentFormatter formatter(1, nullptr);
+    formatter.setTemplate("<C>\n" + line + "\n\n<B:>\n" + line);
+    const PrinterDocument document = documentOf(values(), text);
+    const Counts before;
+    const QStringList lines = formatter.toPlainText(document, 30);
+    const Counts after;
+    QCOMPARE(lines, StepByStep(formatter, document).plainText(30));
+    if (after.restarts == before.restarts)
+        QCOMPARE(after.byPlan - before.byPlan, 2 * byPlan);
+    QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
+    QCOMPARE(formatter.toTextPrinterDocument(document).blocks(),
+             StepByStep(formatter, document).blocks());
+}
+
+void TestPlan::copyMark()
+{
+    for (const char *const lines : {"<DOCNO>\n<NAME>", "<NAME>\na <docno> b", "<NAME>",
+                                    "<SPECSYMBOLS=none><DOCNO>\n<NAME>"}) {
+        PrinterDocumentFormatter formatter(0, nullptr);
+        formatter.setTemplate(lines);
+        const PrinterDocument document = copyOf(documentOf(values()));
+        const long long before = Counts().byPlan;
+        QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
+        QVERIFY(Counts().byPlan > before);
+    }
 }
 
 void TestPlan::planIsMadeWhenItPays_data()

@@ -1,3 +1,4 @@
+#include <QJsonDocument>
 #include <QtTest>
 
 #include "differential/generator.h"
@@ -46,6 +47,15 @@ void setCharactersMode(int mode)
     IPrintDeviceSettings::setPrintDeviceSettings(settings);
 }
 
+QString shown(const QList<DocumentBlock> &blocks)
+{
+    QString result;
+    for (const DocumentBlock &block : blocks)
+        result += QString::fromUtf8(
+            QJsonDocument::fromVariant(block.toMap()).toJson(QJsonDocument::Compact) + '\n');
+    return result;
+}
+
 /// What a generated case prints by plan and step by step.
 class Comparison
 {
@@ -71,7 +81,7 @@ public:
         QCOMPARE(html, steps->html(m_input.rightAlign));
         TextPrinterDocument printed;
         QCOMPARE(logOf([&] { printed = m_formatter.toTextPrinterDocument(document); }), stepLog);
-        QCOMPARE(printed.blocks(), steps->blocks());
+        QCOMPARE(shown(printed.blocks()), shown(steps->blocks()));
     }
 
 private:

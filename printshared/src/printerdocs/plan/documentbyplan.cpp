@@ -15,10 +15,16 @@ AddedLines::AddedLines(const TemplatePlan &plan, const PrinterDocument &document
     }
     if (!plan.hasEntries())
         return;
-    m_entries.emplace(document.entries());
+    m_entriesHoldTags = document.entries().contains(QLatin1Char('<'));
+    const auto isUnpacked = [this](TemplatePlan::LineKind kind) {
+        return kind == TemplatePlan::LineKind::Entries ||
+               (kind == TemplatePlan::LineKind::EntriesAlone && m_entriesHoldTags);
+    };
     for (std::size_t at = 0; at < plan.lines().size(); ++at) {
-        if (plan.lines()[at].kind != TemplatePlan::LineKind::Entries)
+        if (!isUnpacked(plan.lines()[at].kind))
             continue;
+        if (!m_entries)
+            m_entries.emplace(document.entries());
         const QStringList lines = entriesOf(plan.text(at));
         m_suitPlan = m_suitPlan && std::none_of(lines.cbegin(), lines.cend(), isSymbolsLine);
     }

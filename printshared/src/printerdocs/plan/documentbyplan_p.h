@@ -1,15 +1,19 @@
 #pragma once
 
 #include <QStringList>
+#include <memory>
 #include <optional>
 
+#include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/plan/fallback_p.h"
 #include "printerdocs/plan/linebyplan_p.h"
 #include "printerdocs/plan/templatelines_p.h"
 #include "printerdocs/plan/templateplan_p.h"
 #include "printerdocs/printerdocumentformatter.h"
+#include "printerdocs/template/charsearch_p.h"
 #include "printerdocs/template/documentvalues_p.h"
 #include "printerdocs/template/entries_p.h"
+#include "printerdocs/template/fillinglog_p.h"
 #include "printerdocs/template/keyword_p.h"
 #include "printerdocs/template/linefilling_p.h"
 #include "printerdocs/template/preparation_p.h"
@@ -29,11 +33,14 @@ public:
     bool suitPlan() const { return m_suitPlan; }
     /// Those in the place of a line with entries.
     QStringList entriesOf(const QString &line) const;
+    /// Whether entries are more than names and values.
+    bool entriesHoldTags() const { return m_entriesHoldTags; }
     /// The copy mark; empty: none.
     const QString &copyMark() const { return m_copyMark; }
 
 private:
     bool m_suitPlan = true;
+    bool m_entriesHoldTags = false;
     QString m_copyMark;
     std::optional<Entries> m_entries;
 };
@@ -43,8 +50,8 @@ private:
 ///   reserve(count)     so many lines will come, or about so many
 ///   blank()            a line without text
 ///   general(line)      a filled line whose markup hasn't been read
-///   takes(shape)       why the next line of this shape can't come by plan; None: it can
-///   planned(shape, text)  a line whose markup has been read
+///   takes(look)        why the next line of this look can't come by plan; None: it can
+///   planned(look, text)  a line whose markup has been read
 template <typename Output>
 class DocumentByPlan
 {
@@ -54,7 +61,7 @@ public:
         : m_plan(plan),
           m_document(document),
           m_added(plan, document),
-          m_line(plan.names(), document.attributes(), margin),
+          m_line(plan, document.attributes(), margin),
           m_output(output)
     {}
 
@@ -91,6 +98,8 @@ private:
         switch (line.kind) {
             case TemplatePlan::LineKind::Blank:
                 return printBlank();
+            case TemplatePlan::LineKind::EntriesAlone:
+                return m_added.entriesHoldTags() ? printEntries(text) : printEntriesAlone();
             case TemplatePlan::LineKind::Entries:
                 return printEntries(text);
             case TemplatePlan::LineKind::General:
@@ -98,13 +107,10 @@ private:
             case TemplatePlan::LineKind::OfShape:
                 break;
         }
-        Fallback fallback = m_output.takes(*line.shape);
+        Fallback fallback = m_output.takes(line.shape->look());
         if (fallback == Fallback::None)
-            fallback = m_line.fill(*line.shape, m_plan.namesOf(line));
-        if (fallback != Fallback::None)
-            return printGeneral(text, fallback);
-        printPlanned(*line.shape);
-        return true;
+            fallback = m_line.fill(line);
+        return printPlanned(line.shape->look(), fallback) || printGeneral(text, fallback);
     }
 
     bool printBlank()
@@ -115,22 +121,24 @@ private:
         return true;
     }
 
-    void printPlanned(const Shape &shape)
+    bool printPlanned(const LineLook &look, Fallback fallback)
     {
-        m_count.add(Fallback::None);
-        m_line.log();
+        if (fallback != Fallback::None)
+            return false;
+        m_count.add(fallback);
+        if (fillinglog::isOn())
+            m_line.log(values());
         ++m_linesFilled;
         m_hasLines = m_hasLines || !m_line.isGone();
         if (m_line.hasText())
-            m_output.planned(shape, m_line.text());
+            m_output.planned(look, m_line.text());
+        return true;
     }
 
     bool printGeneral(const QString &line, Fallback reason)
     {
         m_count.add(reason);
-        if (!m_values)
-            m_values.emplace(m_document);
-        const QString filled = lineWithValues(line, *m_values);
+        const QString filled = lineWithValues(line, values());
         ++m_linesFilled;
         if (holdsRemovals(filled)) {
             m_count.addRestart();
@@ -141,6 +149,34 @@ private:
         m_hasLines = true;
         m_output.general(filled);
         return true;
+    }
+
+    DocumentValues &values() { return m_values ? *m_values : m_values.emplace(m_document); }
+
+    /// The entries in the place of a line that has nothing else.
+    bool printEntriesAlone()
+    {
+        const QString entries = m_document.entries();
+        for (int begin = 0; begin <= entries.size();) {
+            const int next = placeOf(documents::tab, entries, begin);
+            const int end = next < 0 ? entries.size() : next;
+            if (!printEntry(QStringView(entries).mid(begin, end - begin)))
+                return false;
+            begin = end + 1;
+        }
+        return true;
+    }
+
+    bool printEntry(QStringView entry)
+    {
+        if (entry.isEmpty())
+            return printBlank();
+        LineLook look;
+        Fallback fallback = m_output.takes(look);
+        if (fallback == Fallback::None)
+            fallback = m_line.takeEntry(entry, look);
+        return printPlanned(look, fallback) ||
+               printGeneral(entry.toString().replace(QLatin1Char('='), tabTag), fallback);
     }
 
     bool printEntries(const QString &line)
@@ -165,23 +201,24 @@ private:
 };
 
 /// Prints a document, by the template's plan where it can be.
-/// @param made makes an empty output
-template <typename MakeOutput>
-auto printed(const PrinterDocumentFormatter &formatter, TemplateLines &lines,
-             const PrinterDocument &document, int margin, const MakeOutput &made)
+/// @param arguments of the output
+template <typename Output, typename... Arguments>
+std::unique_ptr<Output> printed(const PrinterDocumentFormatter &formatter, TemplateLines &lines,
+                                const PrinterDocument &document, int margin,
+                                const Arguments &...arguments)
 {
+    auto output = std::make_unique<Output>(arguments...);
     int linesFilled = 0;
     if (const auto plan = lines.plan()) {
         QStringList symbolsLines = plan->symbolsLines();
         formatter.loadSpecSymbols(symbolsLines);
-        auto output = made();
-        DocumentByPlan byPlan(*plan, document, margin, output);
+        DocumentByPlan byPlan(*plan, document, margin, *output);
         if (byPlan.print())
             return output;
         linesFilled = byPlan.linesFilled();
+        output = std::make_unique<Output>(arguments...);
     }
-    auto output = made();
-    output.take(preparedLines(formatter, lines.lines(), document, linesFilled));
+    output->take(preparedLines(formatter, lines.lines(), document, linesFilled));
     return output;
 }
 

@@ -20,6 +20,9 @@ enum class Fallback : unsigned char {
     MissingName,       ///< no attribute: an expression or nothing
     ForeignValue,      ///< of a type whose text is a client's code
     MarkupInValue,     ///< the value is scanned in its turn
+    NamesElsewhere,    ///< a name of the document could stand elsewhere in the expression
+    TextInExpression,  ///< an operand is no number
+    MixedFormats,      ///< formats or fonts differ within the line
     GroupOfMarkup,     ///< a group vanishes together with tags
     GroupNearTag,      ///< a group vanishes so near to the next tag that the scan passes that over
     EmptyAmongRanges,  ///< nothing stands between two tags of a range

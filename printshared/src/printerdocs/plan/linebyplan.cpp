@@ -30,10 +30,10 @@ bool isMarkupCharacter(QChar c)
 
 }  // namespace
 
-LineByPlan::LineByPlan(const TemplateNames &names, const Attributes &attributes, int margin)
+LineByPlan::LineByPlan(const TemplatePlan &plan, const Attributes &attributes, int margin)
     : m_attributes(attributes),
-      m_names(names),
-      m_values(names, m_attributes),
+      m_plan(plan),
+      m_values(plan.names(), m_attributes),
       m_margin(std::clamp(margin, 0, documents::longestPaddedLine)),
       m_text(m_margin, documents::blank)
 {
@@ -41,8 +41,15 @@ LineByPlan::LineByPlan(const TemplateNames &names, const Attributes &attributes,
     m_text.reserve(m_margin + usualLength);
 }
 
-Fallback LineByPlan::fill(const Shape &shape, const int *names)
+LineByPlan::~LineByPlan()
 {
+    if (!m_expressions.empty())
+        m_plan.giveBack(std::move(m_expressions));
+}
+
+Fallback LineByPlan::fill(const TemplatePlan::Line &line)
+{
+    const Shape &shape = *line.shape;
     m_text.resize(m_margin);
     m_lineSize = 0;
     m_used.clear();
@@ -56,23 +63,46 @@ Fallback LineByPlan::fill(const Shape &shape, const int *names)
             m_groups[static_cast<std::size_t>(step.index)] = {m_text.size(), m_lineSize};
         if (step.mark != Shape::Mark::Value)
             continue;
-        const Fallback fallback = fillTag(shape, step.index, names[step.index], at);
+        const Fallback fallback = fillTag(line, step.index, at);
         if (fallback != Fallback::None)
             return fallback;
     }
     return Fallback::None;
 }
 
-/// @param step moves to the end of the tag's group if that vanishes
-Fallback LineByPlan::fillTag(const Shape &shape, int tag, int name, int &step)
+Fallback LineByPlan::takeEntry(QStringView entry, LineLook &look)
 {
-    const QVariant *const value = m_values.of(name);
-    if (value == nullptr)
-        return Fallback::MissingName;
-    m_used.push_back(name);
-    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(tag)];
+    m_text.resize(m_margin);
+    m_lineSize = static_cast<int>(entry.size());
+    m_used.clear();
     const int begin = m_text.size();
-    const Fallback fallback = appendValue(wanted, *value);
+    const Fallback fallback = appendText(entry);
+    if (fallback != Fallback::None)
+        return fallback;
+    const int edge = m_text.indexOf(QLatin1Char('='), begin);
+    look.alignment = edge < 0 ? AlignLeft : AlignJustify;
+    look.carried.alignment = look.alignment;
+    if (edge < 0)
+        return Fallback::None;
+    m_text[edge] = documents::tab;
+    return m_text.indexOf(QLatin1Char('='), edge) < 0 ? Fallback::None : Fallback::EntryOfMarkup;
+}
+
+/// @param step moves to the end of the tag's group if that vanishes
+Fallback LineByPlan::fillTag(const TemplatePlan::Line &line, int tag, int &step)
+{
+    const Shape &shape = *line.shape;
+    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(tag)];
+    const int name = m_plan.namesOf(line)[wanted.firstName];
+    const QVariant *const value = m_values.of(name);
+    const int begin = m_text.size();
+    Fallback fallback = Fallback::MissingName;
+    if (value != nullptr) {
+        m_used.push_back({name, false, 0});
+        fallback = appendValue(wanted, *value);
+    } else if (!wanted.expression.isEmpty()) {
+        fallback = appendExpression(line, tag);
+    }
     if (fallback != Fallback::None)
         return fallback;
     const QStringView text = QStringView(m_text).mid(begin);
@@ -80,6 +110,37 @@ Fallback LineByPlan::fillTag(const Shape &shape, int tag, int name, int &step)
         return dropGroup(shape, wanted.group, m_lineSize, step);
     m_lineSize += static_cast<int>(text.size());
     return text.isEmpty() && shape.hasRanges() ? Fallback::EmptyAmongRanges : Fallback::None;
+}
+
+Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
+{
+    const Shape::Tag &wanted = line.shape->tags()[static_cast<std::size_t>(tag)];
+    const int *const names = m_plan.namesOf(line) + wanted.firstName;
+    if (!m_namesInExpressions) {
+        m_namesInExpressions.emplace(m_attributes);
+        m_expressions = m_plan.takeExpressions();
+    }
+    if (!m_namesInExpressions->leave(m_plan.names().inOrder()[static_cast<std::size_t>(*names)],
+                                     wanted.hasWords))
+        return Fallback::NamesElsewhere;
+    auto &expression = m_expressions[static_cast<std::size_t>(line.firstExpression + tag)];
+    if (!expression)
+        expression = std::make_unique<CompiledExpression>(wanted.expression, wanted.operands);
+    for (int operand = 0; operand < wanted.operands; ++operand) {
+        const QVariant *const value = m_values.of(names[operand + 1]);
+        double number = 0;
+        if (value == nullptr)
+            return Fallback::MissingName;
+        if (!operandOf(*value, number))
+            return Fallback::TextInExpression;
+        if (!m_namesInExpressions->leave(number))
+            return Fallback::NamesElsewhere;
+        expression->setOperand(operand, number);
+    }
+    const double value = expression->value();
+    m_used.push_back({*names, true, value});
+    wanted.pattern.appendReal(m_text, value);
+    return Fallback::None;
 }
 
 /// The scan goes on as far to the right as the tag stood in its group, which must not be beyond the
@@ -144,13 +205,14 @@ Fallback LineByPlan::appendText(QStringView text)
     return Fallback::None;
 }
 
-void LineByPlan::log() const
+void LineByPlan::log(DocumentValues &values) const
 {
-    if (!fillinglog::isOn())
-        return;
-    for (const int name : m_used) {
-        if (fillinglog::isOn())
-            fillinglog::write(m_names.inOrder()[static_cast<std::size_t>(name)]);
+    for (const Used &used : m_used) {
+        const QString &name = m_plan.names().inOrder()[static_cast<std::size_t>(used.name)];
+        if (used.isExpression)
+            values.logExpression(name, used.value);
+        else if (fillinglog::isOn())
+            fillinglog::write(name);
     }
 }
 

@@ -3,9 +3,11 @@
 #include <QMap>
 #include <QString>
 #include <QVariant>
+#include <optional>
 #include <vector>
 
 #include "printerdocs/plan/templateplan_p.h"
+#include "printerdocs/template/documentvalues_p.h"
 
 namespace templates {
 
@@ -17,11 +19,16 @@ public:
     using Attributes = NamedValues::Attributes;
 
     /// @param margin blanks in front of each line
-    LineByPlan(const TemplateNames &names, const Attributes &attributes, int margin);
+    LineByPlan(const TemplatePlan &plan, const Attributes &attributes, int margin);
+    ~LineByPlan();
+    LineByPlan(const LineByPlan &) = delete;
+    LineByPlan &operator=(const LineByPlan &) = delete;
 
     /// Fills a line. @return why it has to go the general way; None: it is filled
-    /// @param names those of the line's tags
-    Fallback fill(const Shape &shape, const int *names);
+    Fallback fill(const TemplatePlan::Line &line);
+    /// Takes an entry for the line, as text with a "=" between its edges.
+    /// @param look how it is printed
+    Fallback takeEntry(QStringView entry, LineLook &look);
 
     /// The line filled last, markup and all: true if nothing is left of it, so that it goes.
     bool isGone() const { return m_lineSize == 0; }
@@ -29,7 +36,7 @@ public:
     bool hasText() const { return m_text.size() > m_margin; }
     const QString &text() const { return m_text; }
     /// Writes to the log what filling it in the general way writes.
-    void log() const;
+    void log(DocumentValues &values) const;
 
 private:
     struct Begin
@@ -38,19 +45,29 @@ private:
         int line;
     };
 
-    Fallback fillTag(const Shape &shape, int tag, int name, int &step);
+    struct Used
+    {
+        int name;
+        bool isExpression;
+        double value;
+    };
+
+    Fallback fillTag(const TemplatePlan::Line &line, int tag, int &step);
+    Fallback appendExpression(const TemplatePlan::Line &line, int tag);
     Fallback appendValue(const Shape::Tag &tag, const QVariant &value);
     Fallback appendText(QStringView text);
     Fallback dropGroup(const Shape &shape, int group, int tagBegin, int &step);
 
     const Attributes m_attributes;
-    const TemplateNames &m_names;
+    const TemplatePlan &m_plan;
     const NamedValues m_values;
     const int m_margin;
     QString m_text;
     int m_lineSize = 0;  ///< of the filled line up to here
+    std::optional<NamesInExpressions> m_namesInExpressions;
+    ExpressionSet m_expressions;
     std::vector<Begin> m_groups;
-    std::vector<int> m_used;  ///< names whose values were taken, in their order
+    std::vector<Used> m_used;  ///< names whose values were taken, in their order
 };
 
 }  // namespace templates

@@ -47,6 +47,17 @@ std::vector<int> bracketPartners(const QString &line)
     return partners;
 }
 
+/// Whether each tag that is taken out as a text stands there but once.
+bool hitsOnce(const QString &line)
+{
+    const auto isOnce = [&line](QLatin1String text) { return line.count(text) <= 1; };
+    return line.count(QLatin1Char('[')) <= 1 && line.count(QLatin1Char(']')) <= 1 &&
+           std::all_of(std::begin(plainTags), std::end(plainTags),
+                       [&](const PlainTag &tag) { return isOnce(tag.text); }) &&
+           std::all_of(std::begin(rangeOrder), std::end(rangeOrder),
+                       [&](const FormatTag &tag) { return isOnce(tag.wholeLine); });
+}
+
 Shape::Mark markOf(QChar c)
 {
     switch (c.unicode()) {
@@ -84,8 +95,11 @@ LineParts LineParts::of(const QString &line)
         if (inTag.name.isEmpty())
             parts.fallback = Fallback::NamelessTag;
         parts.line.append(line.constData() + done, tag.begin - done).append(valueMark);
-        parts.names.append(inTag.name.toString());
         parts.formats.append(inTag.format.toString());
+        parts.expressions.append(ExpressionParts::of(inTag.name));
+        parts.names.append(inTag.name.toString());
+        if (!parts.expressions.constLast().text.isEmpty())
+            parts.names += parts.expressions.constLast().operands;
         done = tag.end + 1;
     }
     parts.line.append(line.constData() + done, line.size() - done);
@@ -94,7 +108,10 @@ LineParts LineParts::of(const QString &line)
 
 QString LineParts::key() const
 {
-    return line + keySeparator + formats.join(keySeparator);
+    QString key = line + keySeparator + formats.join(keySeparator);
+    for (const ExpressionParts &expression : expressions)
+        key += keySeparator + QLatin1String(expression.text);
+    return key;
 }
 
 Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback)
@@ -103,10 +120,25 @@ Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback)
         readKinds(parts.line);
     if (m_fallback != Fallback::None)
         return;
-    m_tags.reserve(static_cast<std::size_t>(parts.formats.size()));
-    for (const QString &format : parts.formats)
-        m_tags.push_back({format, valueformat::NumberPattern(format), -1});
+    takeTags(parts);
     readMarkup(markGroups(parts));
+}
+
+void Shape::takeTags(const LineParts &parts)
+{
+    int names = 0;
+    for (int number = 0; number < parts.formats.size(); ++number) {
+        const ExpressionParts &expression = parts.expressions.at(number);
+        Tag tag(parts.formats.at(number));
+        tag.firstName = names++;
+        if (!expression.text.isEmpty()) {
+            tag.expression = expression.text;
+            tag.hasWords = expression.hasWords;
+            tag.operands = expression.operands.size();
+            names += tag.operands;
+        }
+        m_tags.push_back(tag);
+    }
 }
 
 void Shape::readKinds(const QString &line)
@@ -164,9 +196,24 @@ void Shape::readMarkup(const QString &line)
         m_fallback = Fallback::NoText;
         return;
     }
-    m_alignment = printed.alignment;
+    takeLook(line, printed, carried);
     takeSteps(line, printed.text);
     measureRooms();
+}
+
+/// What the line markup makes of formats is known if no tag of a line hits twice: then bytes and
+/// characters stay in step, however long the values are.
+void Shape::takeLook(const QString &line, const PrintedLine &printed, const CarriedStyle &carried)
+{
+    m_look.alignment = printed.alignment;
+    m_look.spacing = printed.spacing;
+    m_look.carried = carried;
+    m_look.format = printed.formats.at(0);
+    m_look.font = printed.fonts.at(0);
+    m_look.isOfOneFormat = hitsOnce(line) && printed.formats.size() == printed.text.size() &&
+                           printed.fonts.size() == printed.text.size() &&
+                           printed.formats.count(m_look.format) == printed.formats.size() &&
+                           printed.fonts.count(m_look.font) == printed.fonts.size();
 }
 
 /// Cuts the line and its printed text at their marks, which are the same ones.

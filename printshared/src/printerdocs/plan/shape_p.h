@@ -6,6 +6,8 @@
 
 #include "printerdocs/etextalignment.h"
 #include "printerdocs/plan/fallback_p.h"
+#include "printerdocs/plan/planexpression_p.h"
+#include "printerdocs/template/printedline_p.h"
 #include "printerdocs/template/valueformat_p.h"
 
 namespace templates {
@@ -15,12 +17,24 @@ struct LineParts
 {
     Fallback fallback = Fallback::None;  ///< why there is no shape of it
     QString line;                        ///< with a mark in the place of each attribute tag
-    QStringList names;                   ///< of the tags
     QStringList formats;                 ///< of the tags
+    QStringList names;  ///< what stands in each tag, and behind it the names in its expression
+    QVector<ExpressionParts> expressions;  ///< of the tags
 
     static LineParts of(const QString &line);
     /// What all lines of one shape have alike.
     QString key() const;
+};
+
+/// How a line is printed, whatever its text is.
+struct LineLook
+{
+    ETextAlignment alignment = AlignLeft;
+    int spacing = 0;
+    bool isOfOneFormat = true;  ///< all characters have the same format and font
+    char format = 0;
+    char font = 0;
+    CarriedStyle carried;  ///< what goes on behind the line
 };
 
 /// What lines of a template have in common that differ only in the names of their attributes: their
@@ -41,9 +55,15 @@ public:
     };
     struct Tag
     {
+        explicit Tag(const QString &tagFormat) : format(tagFormat), pattern(tagFormat) {}
+
         QString format;
         valueformat::NumberPattern pattern;
-        int group = -1;  ///< the innermost around the tag; -1: none
+        int group = -1;         ///< the innermost around the tag; -1: none
+        int firstName = 0;      ///< among those of the line
+        QByteArray expression;  ///< over the names behind the first one; empty: none
+        bool hasWords = false;  ///< names of functions in the expression
+        int operands = 0;
     };
     struct Group
     {
@@ -61,7 +81,7 @@ public:
     const std::vector<Step> &steps() const { return m_steps; }
     const std::vector<Tag> &tags() const { return m_tags; }
     const std::vector<Group> &groups() const { return m_groups; }
-    ETextAlignment alignment() const { return m_alignment; }
+    const LineLook &look() const { return m_look; }
     /// Whether formats or fonts begin or end within the line; then a value may not be empty.
     bool hasRanges() const { return m_hasRanges; }
 
@@ -69,6 +89,8 @@ private:
     void readKinds(const QString &line);
     QString markGroups(const LineParts &parts);
     void readMarkup(const QString &line);
+    void takeTags(const LineParts &parts);
+    void takeLook(const QString &line, const PrintedLine &printed, const CarriedStyle &carried);
     void takeSteps(const QString &line, const QString &printed);
     void measureRooms();
 
@@ -77,7 +99,7 @@ private:
     std::vector<Step> m_steps;
     std::vector<Tag> m_tags;
     std::vector<Group> m_groups;
-    ETextAlignment m_alignment = AlignLeft;
+    LineLook m_look;
     bool m_hasRanges = false;
 };
 

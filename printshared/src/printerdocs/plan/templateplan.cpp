@@ -71,26 +71,36 @@ public:
         if (text.isEmpty())
             line.kind = LineKind::Blank;
         else if (holdsEntries(text))
-            line.kind = LineKind::Entries;
+            line.kind =
+                text.size() == entriesTag.size() ? LineKind::EntriesAlone : LineKind::Entries;
         else
             takeShape(line, text);
-        m_plan.m_hasEntries = m_plan.m_hasEntries || line.kind == LineKind::Entries;
+        m_plan.m_hasEntries = m_plan.m_hasEntries || line.kind == LineKind::Entries ||
+                              line.kind == LineKind::EntriesAlone;
         m_plan.m_isUsable = m_plan.m_isUsable && !holdsRemovals(text);
         m_plan.m_lines.push_back(line);
         m_plan.m_texts.append(text);
     }
 
 private:
+    struct Known
+    {
+        const Shape *shape = nullptr;
+        int firstExpression = 0;
+    };
+
     void takeShape(Line &line, const QString &text)
     {
         const LineParts parts = LineParts::of(text);
-        const Shape *&shape = m_shapes[parts.key()];
-        if (shape == nullptr) {
+        Known &known = m_shapes[parts.key()];
+        if (known.shape == nullptr) {
             m_plan.m_shapes.push_back(std::make_unique<const Shape>(parts));
-            shape = m_plan.m_shapes.back().get();
+            known = {m_plan.m_shapes.back().get(), static_cast<int>(m_plan.m_tagCount)};
+            m_plan.m_tagCount += known.shape->tags().size();
         }
-        line.shape = shape;
-        line.fallback = shape->fallback();
+        line.shape = known.shape;
+        line.firstExpression = known.firstExpression;
+        line.fallback = known.shape->fallback();
         if (line.fallback != Fallback::None)
             return;
         line.kind = LineKind::OfShape;
@@ -100,7 +110,7 @@ private:
     }
 
     TemplatePlan &m_plan;
-    QHash<QString, const Shape *> m_shapes;
+    QHash<QString, Known> m_shapes;
 };
 
 TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
@@ -120,6 +130,22 @@ TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
     for (int &name : m_lineNames)
         name = sorted[static_cast<std::size_t>(name)];
     m_lineNames.shrink_to_fit();
+}
+
+TemplatePlan::~TemplatePlan()
+{
+    delete m_expressions.load();
+}
+
+ExpressionSet TemplatePlan::takeExpressions() const
+{
+    const std::unique_ptr<ExpressionSet> lent(m_expressions.exchange(nullptr));
+    return lent ? std::move(*lent) : ExpressionSet(m_tagCount);
+}
+
+void TemplatePlan::giveBack(ExpressionSet &&expressions) const
+{
+    delete m_expressions.exchange(new ExpressionSet(std::move(expressions)));
 }
 
 std::shared_ptr<const TemplatePlan> TemplatePlan::found(const QStringList &lines)

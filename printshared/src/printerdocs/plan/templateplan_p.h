@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace templates {
 class TemplatePlan
 {
 public:
-    enum class LineKind : unsigned char { Blank, General, Entries, OfShape };
+    enum class LineKind : unsigned char { Blank, General, Entries, EntriesAlone, OfShape };
 
     struct Line
     {
@@ -24,9 +25,13 @@ public:
         Fallback fallback = Fallback::None;  ///< of a general line
         const Shape *shape = nullptr;        ///< of a line of one
         int firstName = 0;                   ///< of its tags
+        int firstExpression = 0;             ///< of its shape's tags
     };
 
     explicit TemplatePlan(const QStringList &lines);
+    ~TemplatePlan();
+    TemplatePlan(const TemplatePlan &) = delete;
+    TemplatePlan &operator=(const TemplatePlan &) = delete;
 
     /// The plan of such lines, which all templates of these lines share.
     static std::shared_ptr<const TemplatePlan> shared(const QStringList &lines);
@@ -43,6 +48,11 @@ public:
     /// The numbers of the names of a line's tags.
     const int *namesOf(const Line &line) const { return m_lineNames.data() + line.firstName; }
     const TemplateNames &names() const { return m_names; }
+    /// Lends the compiled expressions, a row for each tag of each shape; empty until they are asked
+    /// for. Whoever comes while they are lent gets a set of his own.
+    ExpressionSet takeExpressions() const;
+    void giveBack(ExpressionSet &&expressions) const;
+
     /// How many lines stand in front of the mark of a copy; -1: there is none.
     int linesBeforeCopyMark() const { return m_linesBeforeCopyMark; }
     const QStringList &symbolsLines() const { return m_symbolsLines; }
@@ -58,6 +68,8 @@ private:
     TemplateNames m_names;
     std::vector<int> m_lineNames;
     std::vector<std::unique_ptr<const Shape>> m_shapes;
+    std::size_t m_tagCount = 0;  ///< of all shapes
+    mutable std::atomic<ExpressionSet *> m_expressions{nullptr};
     int m_linesBeforeCopyMark = -1;
     bool m_isUsable = true;
     bool m_hasEntries = false;

@@ -90,11 +90,27 @@ std::optional<double> DocumentValues::evaluate(const QString &expression)
         logKeys();
     int error = 0;
     const double value = te_interp(m_insertion->inserted(expression).toUtf8().constData(), &error);
-    if (isLogged) {
-        qWarning().noquote() << value;
-        qWarning().noquote() << error;
-    }
+    if (isLogged)
+        logResult(value, error);
     return error == 0 ? std::optional<double>(value) : std::nullopt;
+}
+
+void DocumentValues::logExpression(const QString &expression, double value)
+{
+    if (logs())
+        fillinglog::write(expression);
+    if (!logs())
+        return;
+    if (!m_insertion)
+        m_insertion.emplace(m_attributes);
+    logKeys();
+    logResult(value, 0);
+}
+
+void DocumentValues::logResult(double value, int error)
+{
+    qWarning().noquote() << value;
+    qWarning().noquote() << error;
 }
 
 void DocumentValues::logKeys()

@@ -25,6 +25,9 @@ public:
     /// Lets the log go without what is filled from now on, or writes it again.
     void setMute(bool isMute) { m_isMute = isMute; }
 
+    /// Writes what text() writes of an expression of this value.
+    void logExpression(const QString &expression, double value);
+
 private:
     bool logs() const;
     QStringView textOfName(QStringView format);
@@ -32,6 +35,7 @@ private:
     QStringView textOfNumber(double value, QStringView format);
     std::optional<double> evaluate(const QString &expression);
     void logKeys();
+    static void logResult(double value, int error);
 
     const QMap<QString, QVariant> m_attributes;
     // Those of the tag at hand; they keep their memory from tag to tag.

@@ -51,6 +51,17 @@ public:
         return printed;
     }
 
+    /// Whether a line of a known look comes out as that says.
+    Fallback takes(const LineLook &look) const
+    {
+        if (m_carried.format != 0 || m_carried.font != 0)
+            return Fallback::CarriedStyle;
+        return look.isOfOneFormat ? Fallback::None : Fallback::MixedFormats;
+    }
+    void carry(const LineLook &look) { m_carried = look.carried; }
+    /// How many of a line's first characters have neither format nor font.
+    int margin() const { return qBound(0, m_leftMargin, longestPaddedLine); }
+
     bool folds() const { return m_charactersMode != IPrintDeviceSettings::CharactersAsWritten; }
     QString folded(const QString &text) const
     {
@@ -114,13 +125,13 @@ public:
         if (printed.isValid)
             m_lines.append(paddedLine(printed.text, printed.alignment, m_width));
     }
-    static Fallback takes(const Shape &) { return Fallback::None; }
-    void planned(const Shape &shape, const QString &text)
+    static Fallback takes(const LineLook &) { return Fallback::None; }
+    void planned(const LineLook &look, const QString &text)
     {
         if (m_run.folds())
-            m_lines.append(paddedLine(m_run.folded(text), shape.alignment(), m_width));
+            m_lines.append(paddedLine(m_run.folded(text), look.alignment, m_width));
         else
-            m_lines.append(paddedLine(QStringView(text), shape.alignment(), m_width));
+            m_lines.append(paddedLine(QStringView(text), look.alignment, m_width));
     }
     const QStringList &lines() const { return m_lines; }
 
@@ -131,25 +142,54 @@ private:
     QStringList m_lines;
 };
 
-QString htmlOfLines(const QStringList &lines, int leftMargin, bool rightAlign, QLatin1String head,
-                    QLatin1String tail)
+class HtmlOutput : public OutputOfLines<HtmlOutput>
 {
-    MarkupRun run(leftMargin);
-    QString html = head;
-    HtmlWriter writer(html);
-    writer.reserve(qint64(lines.size()) * htmlPerLine);
-    for (const QString &line : lines) {
-        const PrintedLine printed = run.printed(line);
-        if (!printed.isValid)
-            continue;
-        html += QLatin1Char('\n');
-        writer.appendRow(printed.text, printed.fonts, printed.formats, printed.alignment,
-                         rightAlign);
+public:
+    HtmlOutput(int leftMargin, bool rightAlign, QLatin1String head, QLatin1String tail)
+        : m_run(leftMargin), m_rightAlign(rightAlign), m_tail(tail), m_html(head), m_writer(m_html)
+    {}
+
+    void reserve(int lines) { m_writer.reserve(qint64(lines) * htmlPerLine); }
+    void blank() { general(QString()); }
+    void general(const QString &line)
+    {
+        const PrintedLine printed = m_run.printed(line);
+        if (printed.isValid)
+            appendRow(printed.text, printed.fonts, printed.formats, printed.alignment);
     }
-    html += QLatin1Char('\n');
-    html += tail;
-    return html;
-}
+    Fallback takes(const LineLook &look) const { return m_run.takes(look); }
+    void planned(const LineLook &look, const QString &text)
+    {
+        appendRow(m_run.folds() ? m_run.folded(text) : text, bytesOf(look.font),
+                  bytesOf(look.format), look.alignment);
+        m_run.carry(look);
+    }
+    QString text()
+    {
+        m_html += QLatin1Char('\n');
+        m_html += m_tail;
+        return m_html;
+    }
+
+private:
+    void appendRow(const QString &text, const QByteArray &fonts, const QByteArray &formats,
+                   ETextAlignment alignment)
+    {
+        m_html += QLatin1Char('\n');
+        m_writer.appendRow(text, fonts, formats, alignment, m_rightAlign);
+    }
+    /// A short array goes on with its last byte.
+    QByteArray bytesOf(char byte) const
+    {
+        return byte == 0 ? QByteArray() : QByteArray(m_run.margin(), '\0').append(byte);
+    }
+
+    MarkupRun m_run;
+    const bool m_rightAlign;
+    const QLatin1String m_tail;
+    QString m_html;
+    HtmlWriter m_writer;
+};
 
 /// Blocks of a document: neighbouring lines that are aligned alike are one block.
 class BlockList
@@ -223,23 +263,58 @@ void addLineWithCode(BlockList &blocks, const QString &line, int tag, MarkupRun 
     blocks.add(block);
 }
 
-TextPrinterDocument documentOfLines(const QStringList &lines, int leftMargin, bool readsQrTag,
-                                    const SpecialCharacters &symbols)
+class BlockOutput : public OutputOfLines<BlockOutput>
 {
-    MarkupRun run(leftMargin);
-    BlockList blocks;
-    for (const QString &line : lines) {
-        const int tag = readsQrTag ? placeOfTag(qrTag, line) : -1;
+public:
+    BlockOutput(int leftMargin, bool readsQrTag) : m_run(leftMargin), m_readsQrTag(readsQrTag) {}
+
+    void reserve(int) {}
+    void blank() { m_blocks.add(m_run.printed(QString())); }
+    void general(const QString &line)
+    {
+        const int tag = m_readsQrTag ? placeOfTag(qrTag, line) : -1;
         if (tag < 0)
-            blocks.add(run.printed(line));
+            m_blocks.add(m_run.printed(line));
         else
-            addLineWithCode(blocks, line, tag, run);
+            addLineWithCode(m_blocks, line, tag, m_run);
     }
-    TextPrinterDocument document;
-    document.setBlocks(blocks.take());
-    document.setCharImages(symbols);
-    document.setCurrentTicketAction(QFlags<EPrinterTicketAction>(receiptTicketAction));
-    return document;
+    Fallback takes(const LineLook &look) const { return m_run.takes(look); }
+    void planned(const LineLook &look, const QString &text)
+    {
+        const QByteArray formats = bytesOf(look.format, text.size());
+        m_blocks.add({true, m_run.folded(QString(text.constData(), text.size())), formats,
+                      look.font == look.format ? formats : bytesOf(look.font, text.size()),
+                      look.alignment, look.spacing});
+        m_run.carry(look);
+    }
+    TextPrinterDocument document(const SpecialCharacters &symbols)
+    {
+        TextPrinterDocument document;
+        document.setBlocks(m_blocks.take());
+        document.setCharImages(symbols);
+        document.setCurrentTicketAction(QFlags<EPrinterTicketAction>(receiptTicketAction));
+        return document;
+    }
+
+private:
+    QByteArray bytesOf(char byte, int size) const
+    {
+        QByteArray bytes(size, byte);
+        std::fill_n(bytes.begin(), m_run.margin(), '\0');
+        return bytes;
+    }
+
+    MarkupRun m_run;
+    const bool m_readsQrTag;
+    BlockList m_blocks;
+};
+
+/// Prints lines as they are.
+template <typename Output>
+Output &&taken(Output &&output, const QStringList &lines)
+{
+    output.take(lines);
+    return std::forward<Output>(output);
 }
 
 }  // namespace
@@ -257,51 +332,56 @@ QStringList PrinterDocumentFormatter::toFormattedText(const PrinterDocument &doc
 
 QStringList PrinterDocumentFormatter::toPlainText(const PrinterDocument &document, int width) const
 {
-    return templates::printed(*this, *m_templateLines, document, m_leftMargin,
-                              [=] { return TextOutput(m_leftMargin, width); })
-        .lines();
+    return templates::printed<TextOutput>(*this, *m_templateLines, document, m_leftMargin,
+                                          m_leftMargin, width)
+        ->lines();
 }
 
 QStringList PrinterDocumentFormatter::plainTextToFormattedPlainText(const QString &text,
                                                                     int width) const
 {
-    TextOutput output(m_leftMargin, width);
-    output.take(linesOf(text));
-    return output.lines();
+    return taken(TextOutput(m_leftMargin, width), linesOf(text)).lines();
 }
 
 QString PrinterDocumentFormatter::toHtml(const PrinterDocument &document, bool rightAlign) const
 {
-    return htmlOfLines(prepareDocument(document), m_leftMargin, rightAlign, fragmentHead,
-                       fragmentTail);
+    return templates::printed<HtmlOutput>(*this, *m_templateLines, document, m_leftMargin,
+                                          m_leftMargin, rightAlign, fragmentHead, fragmentTail)
+        ->text();
 }
 
 QString PrinterDocumentFormatter::toHtmlDocument(const PrinterDocument &document,
                                                  bool rightAlign) const
 {
-    return htmlOfLines(prepareDocument(document), m_leftMargin, rightAlign, documentHead,
-                       documentTail);
+    return templates::printed<HtmlOutput>(*this, *m_templateLines, document, m_leftMargin,
+                                          m_leftMargin, rightAlign, documentHead, documentTail)
+        ->text();
 }
 
 QString PrinterDocumentFormatter::plainTextToHtml(const QString &text, bool rightAlign) const
 {
-    return htmlOfLines(linesOf(text), m_leftMargin, rightAlign, plainFragmentHead, fragmentTail);
+    return taken(HtmlOutput(m_leftMargin, rightAlign, plainFragmentHead, fragmentTail),
+                 linesOf(text))
+        .text();
 }
 
 QString PrinterDocumentFormatter::plainTextToHtmlDocument(const QString &text,
                                                           bool rightAlign) const
 {
-    return htmlOfLines(linesOf(text), m_leftMargin, rightAlign, documentHead, documentTail);
+    return taken(HtmlOutput(m_leftMargin, rightAlign, documentHead, documentTail), linesOf(text))
+        .text();
 }
 
 TextPrinterDocument PrinterDocumentFormatter::toTextPrinterDocument(
     const PrinterDocument &document) const
 {
-    return documentOfLines(prepareDocument(document), m_leftMargin, true, m_specialCharacters);
+    return templates::printed<BlockOutput>(*this, *m_templateLines, document, m_leftMargin,
+                                           m_leftMargin, true)
+        ->document(m_specialCharacters);
 }
 
 TextPrinterDocument PrinterDocumentFormatter::plainTextToTextPrinterDocument(
     const QString &text) const
 {
-    return documentOfLines(linesOf(text), m_leftMargin, false, m_specialCharacters);
+    return taken(BlockOutput(m_leftMargin, false), linesOf(text)).document(m_specialCharacters);
 }

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+#include <QVariant>
+#include <memory>
+#include <vector>
+
+#include "printerdocs/expressionevaluator.h"
+
+namespace templates {
+
+/// What stands in a tag, read as an expression over attributes.
+struct ExpressionParts
+{
+    QStringList operands;   ///< names of attributes, in their order
+    QByteArray text;        ///< the expression over the variables a0, a1, ...; empty: it is none
+    bool hasWords = false;  ///< names of functions
+
+    static ExpressionParts of(QStringView inner);
+};
+
+/// An expression that was compiled. Its operands are set before it is evaluated.
+class CompiledExpression
+{
+public:
+    CompiledExpression(const QByteArray &text, int operands);
+
+    bool isValid() const { return m_tree != nullptr; }
+    void setOperand(int number, double value)
+    {
+        m_values[static_cast<std::size_t>(number)] = value;
+    }
+    double value() const { return te_eval(m_tree.get()); }
+
+private:
+    std::vector<double> m_values;
+    std::unique_ptr<te_expr, void (*)(te_expr *)> m_tree;
+};
+
+/// The compiled expressions of a plan, for one thread at a time.
+using ExpressionSet = std::vector<std::unique_ptr<CompiledExpression>>;
+
+/// The rule of expressions is that every name of the document is replaced wherever it stands, the
+/// longest first. Whether that comes to the same as to put the values in the places of the operands
+/// depends on all names of the document: whether one could stand elsewhere in the expression.
+class NamesInExpressions
+{
+public:
+    explicit NamesInExpressions(const QMap<QString, QVariant> &attributes);
+
+    /// Whether only the operands can be replaced.
+    bool leave(const QString &expression, bool hasWords) const;
+    /// Whether a value of this size can be put in: its text has no letter that is a name.
+    bool leave(double value) const;
+
+private:
+    bool mayStand(const QString &name, const QString &expression) const;
+
+    bool m_hasEmpty = false;
+    bool m_hasLowerCase = false;  ///< such as could stand in a function's name or an exponent
+    QStringList m_oddNames;       ///< other than a letter with letters and digits
+};
+
+/// The number that a value is in an expression. @return false: it isn't one
+bool operandOf(const QVariant &value, double &number);
+
+}  // namespace templates
