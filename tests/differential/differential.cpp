@@ -58,20 +58,30 @@ void addSections(const PrinterDocumentFormatter &formatter, const TemplateCase &
                   (part.second ? shown(part.second->getTemplate()) : QByteArray("-\n"));
 }
 
-QByteArray outcome(const TemplateCase &input, const QString &symbols)
+/// All forms of a document. A formatter may know more of its template at its second use.
+QByteArray formsOf(const PrinterDocumentFormatter &formatter, const TemplateCase &input,
+                   const PrinterDocument &document)
+{
+    QByteArray result;
+    result += shown(formatter.toFormattedText(document));
+    result += shown(formatter.prepareDocument(document));
+    result += shown(formatter.toPlainText(document, input.width));
+    result += formatter.toHtml(document, input.rightAlign).toUtf8() + '\n';
+    result += formatter.toHtmlDocument(document, input.rightAlign).toUtf8() + '\n';
+    result += shown(formatter.toTextPrinterDocument(document));
+    return result;
+}
+
+QByteArray outcome(const TemplateCase &input, const PrinterDocument &other, const QString &symbols)
 {
     setCharactersMode(input.charactersMode);
     PrinterDocumentFormatter formatter(input.leftMargin, nullptr);
     formatter.setSpecCharsPath(symbols);
     formatter.setTemplate(input.lines.join(QLatin1Char('\n')));
     const QString plain = input.lines.join(QLatin1Char('\n'));
-    QByteArray result;
-    result += shown(formatter.toFormattedText(input.document));
-    result += shown(formatter.prepareDocument(input.document));
+    QByteArray result = formsOf(formatter, input, input.document);
+    result += formsOf(formatter, input, other);
     result += shown(formatter.toPlainText(input.document, input.width));
-    result += formatter.toHtml(input.document, input.rightAlign).toUtf8() + '\n';
-    result += formatter.toHtmlDocument(input.document, input.rightAlign).toUtf8() + '\n';
-    result += shown(formatter.toTextPrinterDocument(input.document));
     result += shown(formatter.plainTextToFormattedPlainText(plain, input.width));
     result += formatter.plainTextToHtml(plain, input.rightAlign).toUtf8() + '\n';
     result += shown(formatter.plainTextToTextPrinterDocument(plain));
@@ -112,8 +122,11 @@ QByteArray outcome(const QByteArray &expression)
 
 QByteArray outcomeOf(Generator::Kind kind, Generator &generator, const QString &examples)
 {
-    if (kind == Generator::Template)
-        return outcome(generator.templateCase(), examples + QLatin1String("/symbols"));
+    if (kind == Generator::Template) {
+        const TemplateCase input = generator.templateCase();
+        return outcome(input, generator.templateCase().document,
+                       examples + QLatin1String("/symbols"));
+    }
     if (kind == Generator::Bbcode)
         return outcome(generator.bbcodeCase(), examples + QLatin1String("/images"));
     return outcome(generator.expression());

@@ -7,25 +7,15 @@ namespace documents {
 
 namespace {
 
-/// How many times a line takes the padding.
-int paddedPlaces(QStringView line, ETextAlignment alignment)
+/// Whether a line with so many places for the padding may take it.
+bool fitsWhenPadded(QStringView line, int places, int missing)
 {
-    switch (alignment) {
-        case AlignRight:
-        case AlignCenter:
-            return 1;
-        case AlignJustify:
-            return static_cast<int>(std::count(line.begin(), line.end(), tab));
-        case AlignLeft:
-            break;
-    }
-    return 0;
+    return line.size() + qint64(missing) * places <= longestPaddedLine;
 }
 
-bool fitsWhenPadded(QStringView line, ETextAlignment alignment, int missing)
+int tabsIn(QStringView line)
 {
-    const int places = paddedPlaces(line, alignment);
-    return places == 0 || line.size() + qint64(missing) * places <= longestPaddedLine;
+    return static_cast<int>(std::count(line.begin(), line.end(), tab));
 }
 
 // A line that stays as it is is shared, or becomes a text of its own.
@@ -38,21 +28,21 @@ QString asText(QStringView line)
     return line.toString();
 }
 
-/// Every tab of the line replaced by one blank and as many more.
+/// Every tab of the line, of which it has so many, replaced by one blank and as many more.
 template <typename Line>
-QString withTabs(const Line &line, int moreBlanks)
+QString withTabs(const Line &line, int tabs, int moreBlanks)
 {
-    const auto tabs = static_cast<int>(std::count(line.begin(), line.end(), tab));
     if (tabs == 0)
         return asText(line);
     QString result(static_cast<int>(line.size()) + tabs * moreBlanks, Qt::Uninitialized);
     QChar *to = result.data();
-    for (const QChar c : line) {
-        if (c == tab)
-            to = std::fill_n(to, moreBlanks + 1, blank);
-        else
-            *to++ = c;
+    const QChar *from = line.begin();
+    for (; tabs > 0; --tabs) {
+        const QChar *const place = std::find(from, line.end(), tab);
+        to = std::fill_n(std::copy(from, place, to), moreBlanks + 1, blank);
+        from = place + 1;
     }
+    std::copy(from, line.end(), to);
     return result;
 }
 
@@ -68,15 +58,17 @@ template <typename Line>
 QString padded(const Line &line, ETextAlignment alignment, int width)
 {
     const int missing = width - qMin(width, static_cast<int>(line.size()));
-    if (missing == 0 || !fitsWhenPadded(line, alignment, missing))
-        return withTabs(line, 0);
+    const int tabs = alignment == AlignJustify || missing == 0 ? tabsIn(line) : 0;
+    if (missing == 0)
+        return withTabs(line, tabs, 0);
     switch (alignment) {
         case AlignRight:
-            return behindBlanks(line, missing);
         case AlignCenter:
-            return behindBlanks(line, missing / 2);
+            if (fitsWhenPadded(line, 1, missing))
+                return behindBlanks(line, alignment == AlignRight ? missing : missing / 2);
+            return withTabs(line, tabsIn(line), 0);
         case AlignJustify:
-            return withTabs(line, missing);
+            return withTabs(line, tabs, fitsWhenPadded(line, tabs, missing) ? missing : 0);
         case AlignLeft:
             break;
     }

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <cmath>
 
 #include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/template/fillinglog_p.h"
@@ -94,12 +95,16 @@ Fallback LineByPlan::fillTag(const TemplatePlan::Line &line, int tag, int &step)
     const Shape &shape = *line.shape;
     const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(tag)];
     const int name = m_plan.namesOf(line)[wanted.firstName];
-    const QVariant *const value = m_values.of(name);
+    const NamedValues::Value &value = m_values.of(name);
     const int begin = m_text.size();
     Fallback fallback = Fallback::MissingName;
-    if (value != nullptr) {
+    if (value.isReal) {
         m_used.push_back({name, false, 0});
-        fallback = appendValue(wanted, *value);
+        wanted.pattern.appendReal(m_text, value.real);
+        fallback = Fallback::None;
+    } else if (value.variant != nullptr) {
+        m_used.push_back({name, false, 0});
+        fallback = appendValue(wanted, *value.variant);
     } else if (!wanted.expression.isEmpty()) {
         fallback = appendExpression(line, tag);
     }
@@ -120,18 +125,17 @@ Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
         m_namesInExpressions.emplace(m_attributes);
         m_expressions = m_plan.takeExpressions();
     }
-    if (!m_namesInExpressions->leave(m_plan.names().inOrder()[static_cast<std::size_t>(*names)],
-                                     wanted.hasWords))
+    if (!m_namesInExpressions->leave(m_plan.names().at(*names), wanted.hasWords))
         return Fallback::NamesElsewhere;
     auto &expression = m_expressions[static_cast<std::size_t>(line.firstExpression + tag)];
     if (!expression)
         expression = std::make_unique<CompiledExpression>(wanted.expression, wanted.operands);
     for (int operand = 0; operand < wanted.operands; ++operand) {
-        const QVariant *const value = m_values.of(names[operand + 1]);
-        double number = 0;
-        if (value == nullptr)
+        const NamedValues::Value &value = m_values.of(names[operand + 1]);
+        double number = value.real;
+        if (value.variant == nullptr)
             return Fallback::MissingName;
-        if (!operandOf(*value, number))
+        if (value.isReal ? !std::isfinite(number) : !operandOf(*value.variant, number))
             return Fallback::TextInExpression;
         if (!m_namesInExpressions->leave(number))
             return Fallback::NamesElsewhere;
@@ -208,7 +212,7 @@ Fallback LineByPlan::appendText(QStringView text)
 void LineByPlan::log(DocumentValues &values) const
 {
     for (const Used &used : m_used) {
-        const QString &name = m_plan.names().inOrder()[static_cast<std::size_t>(used.name)];
+        const QString name = m_plan.names().at(used.name).toString();
         if (used.isExpression)
             values.logExpression(name, used.value);
         else if (fillinglog::isOn())

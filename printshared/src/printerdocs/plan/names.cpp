@@ -1,16 +1,25 @@
 #include "printerdocs/plan/names_p.h"
 
+#include <QStringList>
 #include <algorithm>
-#include <numeric>
+#include <cstring>
 
 namespace templates {
 
 namespace {
 
-/// Neighbours in a map are alike at their beginning.
-bool isSame(const QString &a, const QString &b)
+bool isSame(const QString &a, QStringView b)
 {
-    return a.size() == b.size() && std::equal(a.crbegin(), a.crend(), b.crbegin());
+    return a.size() == b.size() &&
+           std::memcmp(a.constData(), b.data(),
+                       sizeof(QChar) * static_cast<std::size_t>(a.size())) == 0;
+}
+
+NamedValues::Value valueOf(const QVariant &variant)
+{
+    if (variant.userType() != QMetaType::Double)
+        return {&variant, false, 0};
+    return {&variant, true, *static_cast<const double *>(variant.constData())};
 }
 
 }  // namespace
@@ -18,43 +27,48 @@ bool isSame(const QString &a, const QString &b)
 int TemplateNames::add(const QString &name)
 {
     const auto known = m_numbers.constFind(name);
-    if (known != m_numbers.cend())
-        return *known;
-    m_names.push_back(name);
-    return *m_numbers.insert(name, static_cast<int>(m_names.size()) - 1);
+    return known != m_numbers.cend() ? *known : *m_numbers.insert(name, m_numbers.size());
 }
 
 std::vector<int> TemplateNames::sort()
 {
-    std::sort(m_names.begin(), m_names.end());
-    std::vector<int> sorted(m_names.size());
-    for (std::size_t place = 0; place < m_names.size(); ++place)
-        sorted[static_cast<std::size_t>(m_numbers.value(m_names[place]))] = static_cast<int>(place);
+    QStringList names = m_numbers.keys();
+    std::sort(names.begin(), names.end());
+    std::vector<int> sorted(static_cast<std::size_t>(names.size()));
+    for (int place = 0; place < names.size(); ++place) {
+        sorted[static_cast<std::size_t>(m_numbers.value(names.at(place)))] = place;
+        m_text += names.at(place);
+        m_ends.push_back(m_text.size());
+    }
+    m_text.squeeze();
+    m_ends.shrink_to_fit();
     m_numbers = {};
     return sorted;
 }
 
 NamedValues::NamedValues(const TemplateNames &names, const Attributes &attributes)
-    : m_values(names.inOrder().size(), nullptr)
+    : m_values(static_cast<std::size_t>(names.count()))
 {
     // What a look-up costs in steps through the map.
     constexpr std::size_t stepsOfALookUp = 8;
     if (static_cast<std::size_t>(attributes.size()) <= stepsOfALookUp * m_values.size())
-        walk(names.inOrder(), attributes);
+        walk(names, attributes);
     else
-        lookUp(names.inOrder(), attributes);
+        lookUp(names, attributes);
 }
 
 /// A receipt uses nearly all that its document has: both are gone through side by side.
-void NamedValues::walk(const std::vector<QString> &names, const Attributes &attributes)
+void NamedValues::walk(const TemplateNames &names, const Attributes &attributes)
 {
     auto attribute = attributes.cbegin();
     const auto end = attributes.cend();
-    std::size_t name = 0;
-    while (attribute != end && name < names.size()) {
-        if (isSame(attribute.key(), names[name])) {
-            m_values[name++] = &*attribute++;
-        } else if (attribute.key() < names[name]) {
+    const int count = names.count();
+    for (int name = 0; attribute != end && name < count;) {
+        const QStringView wanted = names.at(name);
+        if (isSame(attribute.key(), wanted)) {
+            m_values[static_cast<std::size_t>(name++)] = valueOf(*attribute);
+            ++attribute;
+        } else if (QStringView(attribute.key()) < wanted) {
             ++attribute;
         } else {
             ++name;
@@ -62,12 +76,14 @@ void NamedValues::walk(const std::vector<QString> &names, const Attributes &attr
     }
 }
 
-void NamedValues::lookUp(const std::vector<QString> &names, const Attributes &attributes)
+void NamedValues::lookUp(const TemplateNames &names, const Attributes &attributes)
 {
-    for (std::size_t name = 0; name < names.size(); ++name) {
-        const auto attribute = attributes.constFind(names[name]);
+    for (int name = 0; name < names.count(); ++name) {
+        const QStringView wanted = names.at(name);
+        const auto attribute = attributes.constFind(
+            QString::fromRawData(wanted.data(), static_cast<int>(wanted.size())));
         if (attribute != attributes.cend())
-            m_values[name] = &*attribute;
+            m_values[static_cast<std::size_t>(name)] = valueOf(*attribute);
     }
 }
 

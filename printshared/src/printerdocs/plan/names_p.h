@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QMap>
 #include <QString>
+#include <QStringView>
 #include <QVariant>
 #include <vector>
 
@@ -17,11 +18,18 @@ public:
     /// Ends the taking up. @return the number of each name from then on
     std::vector<int> sort();
 
-    const std::vector<QString> &inOrder() const { return m_names; }
+    int count() const { return static_cast<int>(m_ends.size()) - 1; }
+    /// A name by its number in their order; valid as long as these names.
+    QStringView at(int number) const
+    {
+        const int begin = m_ends[static_cast<std::size_t>(number)];
+        return QStringView(m_text).mid(begin, m_ends[static_cast<std::size_t>(number) + 1] - begin);
+    }
 
 private:
-    QHash<QString, int> m_numbers;
-    std::vector<QString> m_names;
+    QHash<QString, int> m_numbers;  ///< up to sort()
+    QString m_text;                 ///< all names: they are read one after the other
+    std::vector<int> m_ends{0};
 };
 
 /// The values that a document has for a template's names.
@@ -30,17 +38,23 @@ class NamedValues
 public:
     using Attributes = QMap<QString, QVariant>;
 
+    struct Value
+    {
+        const QVariant *variant = nullptr;  ///< null: the document has no such name
+        bool isReal = false;                ///< a double, which is `real`
+        double real = 0;
+    };
+
     /// Refers to the attributes, which must neither change nor go as long as this is used.
     NamedValues(const TemplateNames &names, const Attributes &attributes);
 
-    /// Null: the document has no such name.
-    const QVariant *of(int name) const { return m_values[static_cast<std::size_t>(name)]; }
+    const Value &of(int name) const { return m_values[static_cast<std::size_t>(name)]; }
 
 private:
-    void walk(const std::vector<QString> &names, const Attributes &attributes);
-    void lookUp(const std::vector<QString> &names, const Attributes &attributes);
+    void walk(const TemplateNames &names, const Attributes &attributes);
+    void lookUp(const TemplateNames &names, const Attributes &attributes);
 
-    std::vector<const QVariant *> m_values;
+    std::vector<Value> m_values;
 };
 
 }  // namespace templates

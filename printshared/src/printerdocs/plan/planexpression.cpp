@@ -113,7 +113,7 @@ NamesInExpressions::NamesInExpressions(const QMap<QString, QVariant> &attributes
     }
 }
 
-bool NamesInExpressions::leave(const QString &expression, bool hasWords) const
+bool NamesInExpressions::leave(QStringView expression, bool hasWords) const
 {
     return !m_hasEmpty && !(hasWords && m_hasLowerCase) && m_oddNames.size() <= mostOddNames &&
            std::none_of(m_oddNames.cbegin(), m_oddNames.cend(),
@@ -129,7 +129,7 @@ bool NamesInExpressions::leave(double value) const
 }
 
 /// Whether all characters of a name are in the expression or can be in a value.
-bool NamesInExpressions::mayStand(const QString &name, const QString &expression) const
+bool NamesInExpressions::mayStand(const QString &name, QStringView expression) const
 {
     return std::all_of(name.cbegin(), name.cend(), [&](QChar c) {
         return expression.contains(c) || QStringView(u"0123456789.+-e").contains(c);

@@ -53,12 +53,12 @@ public:
     explicit NamesInExpressions(const QMap<QString, QVariant> &attributes);
 
     /// Whether only the operands can be replaced.
-    bool leave(const QString &expression, bool hasWords) const;
+    bool leave(QStringView expression, bool hasWords) const;
     /// Whether a value of this size can be put in: its text has no letter that is a name.
     bool leave(double value) const;
 
 private:
-    bool mayStand(const QString &name, const QString &expression) const;
+    bool mayStand(const QString &name, QStringView expression) const;
 
     bool m_hasEmpty = false;
     bool m_hasLowerCase = false;  ///< such as could stand in a function's name or an exponent
