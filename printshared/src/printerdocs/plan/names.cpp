@@ -1,6 +1,5 @@
 #include "printerdocs/plan/names_p.h"
 
-#include <QStringList>
 #include <algorithm>
 #include <cstring>
 
@@ -15,6 +14,34 @@ bool isSame(const QString &a, QStringView b)
                        sizeof(QChar) * static_cast<std::size_t>(a.size())) == 0;
 }
 
+/// The first characters of a name as a number that sorts like them, as far as they tell.
+quint64 packedBegin(QStringView name)
+{
+    constexpr int bits = 8;
+    constexpr int characters = 8;
+    constexpr quint64 last = 0xFF;  // of itself and all beyond: what follows isn't looked at
+    quint64 packed = 0;
+    int left = characters;
+    for (auto c = name.begin(); c != name.end() && left > 0; ++c) {
+        packed |= qMin<quint64>(c->unicode(), last) << static_cast<unsigned>(--left * bits);
+        if (c->unicode() >= last)
+            break;
+    }
+    return packed;
+}
+
+struct SortedName
+{
+    quint64 begin;
+    QStringView text;
+    int place;
+
+    bool operator<(const SortedName &other) const
+    {
+        return begin != other.begin ? begin < other.begin : text < other.text;
+    }
+};
+
 NamedValues::Value valueOf(const QVariant &variant)
 {
     if (variant.userType() != QMetaType::Double)
@@ -24,26 +51,25 @@ NamedValues::Value valueOf(const QVariant &variant)
 
 }  // namespace
 
-int TemplateNames::add(const QString &name)
+std::vector<int> TemplateNames::take(const std::vector<QStringView> &names)
 {
-    const auto known = m_numbers.constFind(name);
-    return known != m_numbers.cend() ? *known : *m_numbers.insert(name, m_numbers.size());
-}
-
-std::vector<int> TemplateNames::sort()
-{
-    QStringList names = m_numbers.keys();
-    std::sort(names.begin(), names.end());
-    std::vector<int> sorted(static_cast<std::size_t>(names.size()));
-    for (int place = 0; place < names.size(); ++place) {
-        sorted[static_cast<std::size_t>(m_numbers.value(names.at(place)))] = place;
-        m_text += names.at(place);
-        m_ends.push_back(m_text.size());
+    std::vector<SortedName> sorted;
+    sorted.reserve(names.size());
+    for (const QStringView name : names)
+        sorted.push_back({packedBegin(name), name, static_cast<int>(sorted.size())});
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<int> numbers(names.size());
+    m_ends.reserve(names.size() + 1);
+    for (const SortedName &name : sorted) {
+        if (count() == 0 || at(count() - 1) != name.text) {
+            m_text.append(name.text.data(), static_cast<int>(name.text.size()));
+            m_ends.push_back(m_text.size());
+        }
+        numbers[static_cast<std::size_t>(name.place)] = count() - 1;
     }
     m_text.squeeze();
     m_ends.shrink_to_fit();
-    m_numbers = {};
-    return sorted;
+    return numbers;
 }
 
 NamedValues::NamedValues(const TemplateNames &names, const Attributes &attributes)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QStringView>
@@ -13,10 +12,8 @@ namespace templates {
 class TemplateNames
 {
 public:
-    /// Takes a name up. @return its number up to sort()
-    int add(const QString &name);
-    /// Ends the taking up. @return the number of each name from then on
-    std::vector<int> sort();
+    /// Takes names up. @return for each its number in that order
+    std::vector<int> take(const std::vector<QStringView> &names);
 
     int count() const { return static_cast<int>(m_ends.size()) - 1; }
     /// A name by its number in their order; valid as long as these names.
@@ -27,8 +24,7 @@ public:
     }
 
 private:
-    QHash<QString, int> m_numbers;  ///< up to sort()
-    QString m_text;                 ///< all names: they are read one after the other
+    QString m_text;  ///< all names: they are read one after the other
     std::vector<int> m_ends{0};
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "printerdocs/template/numbertext_p.h"
 
@@ -13,6 +12,9 @@ namespace {
 // More odd names than that would take longer to look at than the expression itself.
 constexpr int mostOddNames = 16;
 
+// The variables of compiled expressions are this and a number.
+constexpr QLatin1Char variable('a');
+
 bool isOfWord(QChar c)
 {
     return c.isLetterOrNumber() || c == QLatin1Char('_');
@@ -20,7 +22,21 @@ bool isOfWord(QChar c)
 
 bool isOfOperator(QChar c)
 {
-    return c.unicode() < 0x80 && c != QChar() && std::strchr("+-*/^%() ,", c.toLatin1()) != nullptr;
+    switch (c.unicode()) {
+        case '+':
+        case '-':
+        case '*':
+        case '/':
+        case '^':
+        case '%':
+        case '(':
+        case ')':
+        case ' ':
+        case ',':
+            return true;
+        default:
+            return false;
+    }
 }
 
 bool isLowerCase(QChar c)
@@ -43,6 +59,12 @@ WordKind kindOf(QStringView word)
                                                                : WordKind::Operand;
 }
 
+bool isPointOfNumber(QStringView text, const QChar *c)
+{
+    return *c == QLatin1Char('.') && c != text.begin() && (c - 1)->isDigit() &&
+           c + 1 != text.end() && (c + 1)->isDigit();
+}
+
 /// A name that stands in expressions for itself: no part of a word is one then.
 bool isRegular(const QString &name)
 {
@@ -51,40 +73,44 @@ bool isRegular(const QString &name)
 
 }  // namespace
 
-ExpressionParts ExpressionParts::of(QStringView inner)
+bool readExpression(QStringView inner, QString &text, std::vector<QStringView> &operands)
 {
-    ExpressionParts parts;
-    QByteArray text;
-    bool hasOperator = false;
-    for (int place = 0; place < inner.size();) {
-        const QChar c = inner[place];
-        const bool isPoint = c == QLatin1Char('.') && place > 0 && inner[place - 1].isDigit() &&
-                             place + 1 < inner.size() && inner[place + 1].isDigit();
-        if (isOfOperator(c) || isPoint) {
-            hasOperator = hasOperator || isOfOperator(c);
-            text += c.toLatin1();
-            ++place;
+    if (std::none_of(inner.begin(), inner.end(), isOfOperator))
+        return false;
+    const int textBefore = text.size();
+    const std::size_t operandsBefore = operands.size();
+    for (auto c = inner.begin(); c != inner.end();) {
+        if (isOfOperator(*c) || isPointOfNumber(inner, c)) {
+            text += *c++;
             continue;
         }
-        const auto *const end = std::find_if_not(inner.begin() + place, inner.end(), isOfWord);
-        const QStringView word(inner.begin() + place, end);
-        const WordKind kind = word.isEmpty() ? WordKind::Unknown : kindOf(word);
-        const bool isBehindPoint = place > 0 && inner[place - 1] == QLatin1Char('.');
-        if (kind == WordKind::Unknown || (isBehindPoint && kind != WordKind::Number))
-            return parts;
-        if (kind == WordKind::Operand) {
-            text += 'a' + QByteArray::number(parts.operands.size());
-            parts.operands.append(word.toString());
-        } else {
-            text += word.toLatin1();
+        const auto *const end = std::find_if_not(c, inner.end(), isOfWord);
+        const WordKind kind = end == c ? WordKind::Unknown : kindOf(QStringView(c, end));
+        const bool isBehindPoint = c != inner.begin() && *(c - 1) == QLatin1Char('.');
+        if (kind == WordKind::Unknown || (isBehindPoint && kind != WordKind::Number)) {
+            text.truncate(textBefore);
+            operands.resize(operandsBefore);
+            return false;
         }
-        parts.hasWords = parts.hasWords || kind == WordKind::Function;
-        place += static_cast<int>(word.size());
+        if (kind == WordKind::Operand) {
+            text += variable + QString::number(operands.size() - operandsBefore);
+            operands.emplace_back(c, end);
+        } else {
+            text.append(c, static_cast<int>(end - c));
+        }
+        c = end;
     }
-    if (hasOperator && !parts.operands.isEmpty() &&
-        CompiledExpression(text, parts.operands.size()).isValid())
-        parts.text = text;
-    return parts;
+    return true;
+}
+
+bool hasFunctions(const QString &expression)
+{
+    for (int place = 0; place + 1 < expression.size(); ++place) {
+        const QChar c = expression.at(place);
+        if (isLowerCase(c) && !(c == variable && expression.at(place + 1).isDigit()))
+            return true;
+    }
+    return !expression.isEmpty() && isLowerCase(expression.back());
 }
 
 CompiledExpression::CompiledExpression(const QByteArray &text, int operands)
@@ -93,7 +119,7 @@ CompiledExpression::CompiledExpression(const QByteArray &text, int operands)
     std::vector<QByteArray> names;
     std::vector<te_variable> variables;
     for (int number = 0; number < operands; ++number)
-        names.push_back('a' + QByteArray::number(number));
+        names.push_back(variable.toLatin1() + QByteArray::number(number));
     for (std::size_t number = 0; number < names.size(); ++number)
         variables.push_back({names[number].constData(), &m_values[number], TE_VARIABLE, nullptr});
     int error = 0;

@@ -13,15 +13,14 @@
 
 namespace templates {
 
-/// What stands in a tag, read as an expression over attributes.
-struct ExpressionParts
-{
-    QStringList operands;   ///< names of attributes, in their order
-    QByteArray text;        ///< the expression over the variables a0, a1, ...; empty: it is none
-    bool hasWords = false;  ///< names of functions
+/// Reads what stands in a tag as an expression over attributes.
+/// @param text     takes the expression over the variables a0, a1, ... behind what it has
+/// @param operands take their names, in their order
+/// @return whether it is one as far as its words tell; else text and operands stay as they were
+bool readExpression(QStringView inner, QString &text, std::vector<QStringView> &operands);
 
-    static ExpressionParts of(QStringView inner);
-};
+/// Whether there are names of functions in an expression over such variables.
+bool hasFunctions(const QString &expression);
 
 /// An expression that was compiled. Its operands are set before it is evaluated.
 class CompiledExpression

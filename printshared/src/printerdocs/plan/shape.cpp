@@ -80,44 +80,53 @@ int endOfPiece(const QString &text, int begin)
 
 }  // namespace
 
-LineParts LineParts::of(const QString &line)
+void LineParts::read(const QString &line)
 {
-    LineParts parts;
-    if (std::any_of(line.cbegin(), line.cend(), isMark))
-        parts.fallback = Fallback::MarkCharacter;
+    m_fallback =
+        std::any_of(line.cbegin(), line.cend(), isMark) ? Fallback::MarkCharacter : Fallback::None;
+    m_line.resize(0);
+    m_rest.resize(0);
+    m_tags.clear();
+    m_names.clear();
     int done = 0;
     for (AttributeTag tag = AttributeTag::find(line.constData(), 0, line.size()); tag.begin >= 0;
          tag = AttributeTag::find(line.constData(), done, line.size())) {
-        const QStringView inner = QStringView(line).mid(tag.begin + 1, tag.end - tag.begin - 1);
-        const TagParts inTag = TagParts::of(inner);
-        if (holdsBracket(inner))
-            parts.fallback = Fallback::BracketInTag;
-        if (inTag.name.isEmpty())
-            parts.fallback = Fallback::NamelessTag;
-        parts.line.append(line.constData() + done, tag.begin - done).append(valueMark);
-        parts.formats.append(inTag.format.toString());
-        parts.expressions.append(ExpressionParts::of(inTag.name));
-        parts.names.append(inTag.name.toString());
-        if (!parts.expressions.constLast().text.isEmpty())
-            parts.names += parts.expressions.constLast().operands;
+        m_line.append(line.constData() + done, tag.begin - done).append(valueMark);
+        takeTag(QStringView(line).mid(tag.begin + 1, tag.end - tag.begin - 1));
         done = tag.end + 1;
     }
-    parts.line.append(line.constData() + done, line.size() - done);
-    return parts;
+    m_line.append(line.constData() + done, line.size() - done);
 }
 
-QString LineParts::key() const
+void LineParts::takeTag(QStringView inner)
 {
-    QString key = line + keySeparator + formats.join(keySeparator);
-    for (const ExpressionParts &expression : expressions)
-        key += keySeparator + QLatin1String(expression.text);
-    return key;
+    const TagParts parts = TagParts::of(inner);
+    if (holdsBracket(inner))
+        m_fallback = Fallback::BracketInTag;
+    if (parts.name.isEmpty())
+        m_fallback = Fallback::NamelessTag;
+    Tag tag{parts.format, static_cast<int>(m_names.size())};
+    m_names.push_back(parts.name);
+    m_rest.append(keySeparator).append(parts.format.data(), static_cast<int>(parts.format.size()));
+    m_rest.append(keySeparator);
+    tag.expressionBegin = m_rest.size();
+    if (readExpression(parts.name, m_rest, m_names)) {
+        tag.operands = static_cast<int>(m_names.size()) - tag.firstName - 1;
+        tag.expressionSize = m_rest.size() - tag.expressionBegin;
+    }
+    m_tags.push_back(tag);
 }
 
-Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback)
+const QString &LineParts::key()
+{
+    m_key.resize(0);
+    return m_key.append(m_line).append(m_rest);
+}
+
+Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback())
 {
     if (m_fallback == Fallback::None)
-        readKinds(parts.line);
+        readKinds(parts.line());
     if (m_fallback != Fallback::None)
         return;
     takeTags(parts);
@@ -126,17 +135,15 @@ Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback)
 
 void Shape::takeTags(const LineParts &parts)
 {
-    int names = 0;
-    for (int number = 0; number < parts.formats.size(); ++number) {
-        const ExpressionParts &expression = parts.expressions.at(number);
-        Tag tag(parts.formats.at(number));
-        tag.firstName = names++;
-        if (!expression.text.isEmpty()) {
-            tag.expression = expression.text;
-            tag.hasWords = expression.hasWords;
-            tag.operands = expression.operands.size();
-            names += tag.operands;
-        }
+    for (const LineParts::Tag &read : parts.tags()) {
+        Tag tag(read.format.toString());
+        tag.firstName = read.firstName;
+        tag.operands = read.operands;
+        const QString expression = parts.expressionOf(read);
+        if (!expression.isEmpty() &&
+            CompiledExpression(expression.toLatin1(), read.operands).isValid())
+            tag.expression = expression.toLatin1();
+        tag.hasWords = hasFunctions(expression);
         m_tags.push_back(tag);
     }
 }
@@ -157,7 +164,7 @@ void Shape::readKinds(const QString &line)
 /// together; there no group but the whole line may vanish.
 QString Shape::markGroups(const LineParts &parts)
 {
-    const QString &line = parts.line;
+    const QString &line = parts.line();
     const std::vector<int> partners = bracketPartners(line);
     QString marked;
     std::vector<int> around;

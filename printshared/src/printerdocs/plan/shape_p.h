@@ -12,18 +12,45 @@
 
 namespace templates {
 
-/// A line of a template taken apart: what its shape is made of, and its own names.
-struct LineParts
+/// A line of a template taken apart: what its shape is made of, and its own names. Meant to be used
+/// again for line after line.
+class LineParts
 {
-    Fallback fallback = Fallback::None;  ///< why there is no shape of it
-    QString line;                        ///< with a mark in the place of each attribute tag
-    QStringList formats;                 ///< of the tags
-    QStringList names;  ///< what stands in each tag, and behind it the names in its expression
-    QVector<ExpressionParts> expressions;  ///< of the tags
+public:
+    struct Tag
+    {
+        QStringView format;
+        int firstName;     ///< of what stands in the tag; those of its expression follow
+        int operands = 0;  ///< of the expression
+        int expressionBegin = 0;
+        int expressionSize = 0;  ///< 0: it is none
+    };
 
-    static LineParts of(const QString &line);
+    /// The line must stay as long as names and formats are used.
+    void read(const QString &line);
+
+    /// Why there is no shape of it.
+    Fallback fallback() const { return m_fallback; }
+    /// With a mark in the place of each attribute tag.
+    const QString &line() const { return m_line; }
+    const std::vector<Tag> &tags() const { return m_tags; }
+    const std::vector<QStringView> &names() const { return m_names; }
+    QString expressionOf(const Tag &tag) const
+    {
+        return m_rest.mid(tag.expressionBegin, tag.expressionSize);
+    }
     /// What all lines of one shape have alike.
-    QString key() const;
+    const QString &key();
+
+private:
+    void takeTag(QStringView inner);
+
+    Fallback m_fallback = Fallback::None;
+    QString m_line;
+    QString m_rest;  ///< of the key: formats and expressions
+    QString m_key;
+    std::vector<Tag> m_tags;
+    std::vector<QStringView> m_names;
 };
 
 /// How a line is printed, whatever its text is.

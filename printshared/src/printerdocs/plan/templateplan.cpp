@@ -82,6 +82,9 @@ public:
         m_plan.m_texts.append(text);
     }
 
+    /// The names of all tags, line after line.
+    const std::vector<QStringView> &names() const { return m_names; }
+
 private:
     struct Known
     {
@@ -91,10 +94,10 @@ private:
 
     void takeShape(Line &line, const QString &text)
     {
-        const LineParts parts = LineParts::of(text);
-        Known &known = m_shapes[parts.key()];
+        m_parts.read(text);
+        Known &known = knownOf(m_parts.key());
         if (known.shape == nullptr) {
-            m_plan.m_shapes.push_back(std::make_unique<const Shape>(parts));
+            m_plan.m_shapes.push_back(std::make_unique<const Shape>(m_parts));
             known = {m_plan.m_shapes.back().get(), static_cast<int>(m_plan.m_tagCount)};
             m_plan.m_tagCount += known.shape->tags().size();
         }
@@ -104,11 +107,19 @@ private:
         if (line.fallback != Fallback::None)
             return;
         line.kind = LineKind::OfShape;
-        line.firstName = static_cast<int>(m_plan.m_lineNames.size());
-        for (const QString &name : parts.names)
-            m_plan.m_lineNames.push_back(m_plan.m_names.add(name));
+        line.firstName = static_cast<int>(m_names.size());
+        m_names.insert(m_names.end(), m_parts.names().begin(), m_parts.names().end());
     }
 
+    /// The key is copied only if it is a new one: its memory is used again.
+    Known &knownOf(const QString &key)
+    {
+        const auto known = m_shapes.find(key);
+        return known != m_shapes.end() ? *known : m_shapes[QString(key.constData(), key.size())];
+    }
+
+    LineParts m_parts;
+    std::vector<QStringView> m_names;
     TemplatePlan &m_plan;
     QHash<QString, Known> m_shapes;
 };
@@ -126,10 +137,7 @@ TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
         if (place == copyNumber)
             m_linesBeforeCopyMark = static_cast<int>(m_lines.size());
     }
-    const std::vector<int> sorted = m_names.sort();
-    for (int &name : m_lineNames)
-        name = sorted[static_cast<std::size_t>(name)];
-    m_lineNames.shrink_to_fit();
+    m_lineNames = m_names.take(builder.names());
 }
 
 TemplatePlan::~TemplatePlan()
