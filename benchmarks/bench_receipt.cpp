@@ -3,6 +3,9 @@
 //
 //   indexed              toPlainText(), with an attribute for each value of each item
 //   indexed_warnings_on  the same with warnings on and a message handler that does nothing
+//   mixed                the same as indexed with values of mixed kinds; hand_map_mixed is its peer
+//   used_once            the same with a formatter of its own for each receipt
+//   documents            64 documents in turn; hand_map_documents is its peer
 //   entries              toPlainText(), with the items as entries
 //   expressions          toPlainText(), with sums, totals and taxes worked out in the template
 //   html                 toHtml() of the indexed form
@@ -92,6 +95,10 @@ public:
         add("html", [indexed] { return indexed->html(); });
         add("blocks", [indexed] { return indexed->blocks(); });
         addWithWarnings(indexed);
+        const PrinterDocument mixed = receipt::mixedDocument(m_sale);
+        compare("mixed", std::make_shared<const Job>(receipt::indexedTemplate(m_sale), mixed));
+        compare("hand_map_mixed", std::make_shared<const HandMap>(mixed, m_sale));
+        addUsedOnce(document);
     }
 
     void addPeers()
@@ -101,6 +108,26 @@ public:
         compare("grantlee", std::make_shared<const receipt::WithGrantlee>(m_sale));
         compare("mustache", std::make_shared<const receipt::WithMustache>(m_sale));
         compare("ctemplate", std::make_shared<const receipt::WithCtemplate>(m_sale));
+    }
+
+    /// Documents of their own, as a back office prints them one after the other by one template.
+    void addDocuments() const
+    {
+        constexpr int count = 64;
+        std::vector<PrinterDocument> documents;
+        for (int number = 0; number < count; ++number)
+            documents.push_back(receipt::mixedDocument(m_sale));
+        const auto formatter = std::make_shared<PrinterDocumentFormatter>(0, nullptr);
+        formatter->setTemplate(receipt::indexedTemplate(m_sale));
+        add("documents", [formatter, documents, next = 0]() mutable {
+            next = (next + 1) % count;
+            return formatter->toPlainText(documents[next], receipt::columns);
+        });
+        add("hand_map_documents",
+            [documents, items = static_cast<int>(m_sale.items.size()), next = 0]() mutable {
+                next = (next + 1) % count;
+                return receipt::byHandFromMap(documents[next].attributes(), items);
+            });
     }
 
     /// What is compared with the text of hand_qt.
@@ -113,6 +140,15 @@ private:
         m_texts.push_back({name + m_suffix, receipt::utf8Of(receipt::byHandFromSale(m_sale)),
                            receipt::utf8Of(printer->print())});
         add(name, [printer] { return printer->print(); });
+    }
+
+    void addUsedOnce(const PrinterDocument &document) const
+    {
+        add("used_once", [text = receipt::indexedTemplate(m_sale), document] {
+            PrinterDocumentFormatter formatter(0, nullptr);
+            formatter.setTemplate(text);
+            return formatter.toPlainText(document, receipt::columns);
+        });
     }
 
     void addWithWarnings(const std::shared_ptr<const Job> &job) const
@@ -131,7 +167,7 @@ private:
     template <typename Print>
     void add(const std::string &name, Print print) const
     {
-        frame::add(name + m_suffix, [print](benchmark::State &state) {
+        frame::add(name + m_suffix, [print](benchmark::State &state) mutable {
             for (auto _ : state)
                 benchmark::DoNotOptimize(print());
         });
@@ -152,6 +188,8 @@ int main(int argc, char **argv)
         Receipts receipts(items);
         receipts.addOurs();
         receipts.addPeers();
+        if (items == 1000)
+            receipts.addDocuments();
         texts.insert(texts.end(), receipts.texts().begin(), receipts.texts().end());
     }
     return frame::run(argc, argv, texts);

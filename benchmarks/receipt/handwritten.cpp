@@ -163,7 +163,9 @@ using Attributes = QMap<QString, QVariant>;
 
 double numberIn(const Attributes &attributes, const QString &name)
 {
-    return attributes.constFind(name)->toDouble();
+    const QVariant &value = *attributes.constFind(name);
+    return value.type() == QVariant::String ? value.toString().replace(',', '.').toDouble()
+                                            : value.toDouble();
 }
 
 QString textIn(const Attributes &attributes, const QString &name)

@@ -182,6 +182,25 @@ PrinterDocument receipt::indexedDocument(const Sale &sale)
     return document;
 }
 
+PrinterDocument receipt::mixedDocument(const Sale &sale)
+{
+    PrinterDocument document = indexedDocument(sale);
+    QMap<QString, QVariant> attributes = document.attributes();
+    attributes["RECEIPT"] = static_cast<qlonglong>(sale.number);
+    for (size_t i = 0; i < sale.items.size(); ++i) {
+        const QString number = QString::number(i);
+        const Item &item = sale.items[i];
+        const bool isWhole = item.quantity == std::floor(item.quantity);
+        attributes["PRICE" + number] = QString::number(item.price, 'f', 2);
+        if (i % 2 == 0)
+            attributes["SUM" + number] = QString::number(item.sum, 'f', 2).replace('.', ',');
+        if (!isWhole)
+            attributes["QTY" + number] = QString::number(item.quantity, 'f', 1).replace('.', ',');
+    }
+    document.setAttributes(attributes);
+    return document;
+}
+
 QString receipt::indexedTemplate(const Sale &sale)
 {
     return templateOf(sale, "<SUM#,0.00>", totals);

@@ -56,6 +56,10 @@ bool hasDiscountGroup(int index);
 PrinterDocument indexedDocument(const Sale &sale);
 QString indexedTemplate(const Sale &sale);
 
+/// The same attributes with values of the kinds that clients hand in: whole numbers, real ones, and
+/// texts with a point or a comma.
+PrinterDocument mixedDocument(const Sale &sale);
+
 /// The same with the line sums, totals and taxes worked out from indexedDocument()'s attributes.
 QString expressionTemplate(const Sale &sale);
 
