@@ -156,18 +156,17 @@ void HtmlWriter::appendLine(const DocumentBlock &block, int line, bool rightAlig
         appendDivision(text, font, format, block.alignment(), lineWidth);
 }
 
-void HtmlWriter::appendRow(const QString &line, const QByteArray &font, const QByteArray &format,
+void HtmlWriter::appendRow(QStringView line, const QByteArray &font, const QByteArray &format,
                            ETextAlignment alignment, bool rightAlign)
 {
-    if (QStringView(line).trimmed().isEmpty())
+    if (line.trimmed().isEmpty())
         m_html += lineBreak;
     else
         appendFilledRow(line, font, format, alignment, rightAlign);
 }
 
-void HtmlWriter::appendFilledRow(const QString &line, const QByteArray &font,
-                                 const QByteArray &format, ETextAlignment alignment,
-                                 bool rightAlign)
+void HtmlWriter::appendFilledRow(QStringView line, const QByteArray &font, const QByteArray &format,
+                                 ETextAlignment alignment, bool rightAlign)
 {
     if (line.isEmpty()) {
         m_html += QLatin1String("<tr><td></td></tr>");
@@ -185,16 +184,15 @@ void HtmlWriter::appendFilledRow(const QString &line, const QByteArray &font,
 // What stands between the first and the last tab is dropped. Intended: the second cell's bytes are
 // taken behind the first tab, also where the cell's text stands behind a later one; see
 // tst_document_html, middlePartsAreDroppedButTheirBytesAreUsed.
-void HtmlWriter::appendTwoCells(const QString &line, const CharacterBytes &font,
+void HtmlWriter::appendTwoCells(QStringView line, const CharacterBytes &font,
                                 const CharacterBytes &format, bool rightAlign)
 {
-    const int first = line.indexOf(tab);
-    const int lastStart = line.lastIndexOf(tab) + 1;
-    const int last = line.size() - lastStart;
+    const auto first = static_cast<int>(line.indexOf(tab));
+    const auto lastStart = static_cast<int>(line.lastIndexOf(tab)) + 1;
+    const int last = static_cast<int>(line.size()) - lastStart;
     const QLatin1String left("align = \"left\"");
-    appendCell(QStringView(line).left(first), font, format, left,
-               Percentage(first, first + last).text());
-    appendCell(QStringView(line).mid(lastStart), font.from(first + 1), format.from(first + 1),
+    appendCell(line.left(first), font, format, left, Percentage(first, first + last).text());
+    appendCell(line.mid(lastStart), font.from(first + 1), format.from(first + 1),
                rightAlign ? QLatin1String("align = \"right\"") : left,
                Percentage(last, first + last).text());
 }

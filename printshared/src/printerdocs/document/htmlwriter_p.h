@@ -27,7 +27,7 @@ public:
     void appendLine(const DocumentBlock &block, int line, bool rightAlign, bool useTable,
                     int lineWidth);
     /// One line as a row of a table; a line break if it is blank.
-    void appendRow(const QString &line, const QByteArray &font, const QByteArray &format,
+    void appendRow(QStringView line, const QByteArray &font, const QByteArray &format,
                    ETextAlignment alignment, bool rightAlign);
     /// A run of text in a table cell; an empty width leaves that attribute out.
     template <typename Attributes, typename Width>
@@ -50,10 +50,10 @@ public:
                           const CharacterBytes &format);
 
 private:
-    void appendFilledRow(const QString &line, const QByteArray &font, const QByteArray &format,
+    void appendFilledRow(QStringView line, const QByteArray &font, const QByteArray &format,
                          ETextAlignment alignment, bool rightAlign);
-    void appendTwoCells(const QString &line, const CharacterBytes &font,
-                        const CharacterBytes &format, bool rightAlign);
+    void appendTwoCells(QStringView line, const CharacterBytes &font, const CharacterBytes &format,
+                        bool rightAlign);
     void appendDivision(const QString &line, const QByteArray &font, const QByteArray &format,
                         ETextAlignment alignment, int lineWidth);
     void appendStart(char format, char font);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "printerdocs/document/linepadding_p.h"
+#include "printerdocs/template/charsearch_p.h"
 #include "printerdocs/template/fillinglog_p.h"
 #include "printerdocs/template/numbertext_p.h"
 #include "printerdocs/template/substitutiontext_p.h"
@@ -36,10 +37,9 @@ LineByPlan::LineByPlan(const TemplatePlan &plan, const Attributes &attributes, i
       m_plan(plan),
       m_values(plan.names(), m_attributes),
       m_margin(std::clamp(margin, 0, documents::longestPaddedLine)),
-      m_text(m_margin, documents::blank)
+      m_text(m_margin)
 {
-    constexpr int usualLength = 128;
-    m_text.reserve(m_margin + usualLength);
+    std::fill(m_text.begin(), m_text.end(), documents::blank);
 }
 
 LineByPlan::~LineByPlan()
@@ -80,13 +80,13 @@ Fallback LineByPlan::takeEntry(QStringView entry, LineLook &look)
     const Fallback fallback = appendText(entry);
     if (fallback != Fallback::None)
         return fallback;
-    const int edge = m_text.indexOf(QLatin1Char('='), begin);
+    const int edge = placeOf(QLatin1Char('='), text(), begin);
     look.alignment = edge < 0 ? AlignLeft : AlignJustify;
     look.carried.alignment = look.alignment;
     if (edge < 0)
         return Fallback::None;
     m_text[edge] = documents::tab;
-    return m_text.indexOf(QLatin1Char('='), edge) < 0 ? Fallback::None : Fallback::EntryOfMarkup;
+    return placeOf(QLatin1Char('='), text(), edge) < 0 ? Fallback::None : Fallback::EntryOfMarkup;
 }
 
 /// @param step moves to the end of the tag's group if that vanishes
@@ -110,7 +110,7 @@ Fallback LineByPlan::fillTag(const TemplatePlan::Line &line, int tag, int &step)
     }
     if (fallback != Fallback::None)
         return fallback;
-    const QStringView text = QStringView(m_text).mid(begin);
+    const QStringView text = this->text().mid(begin);
     if (wanted.group >= 0 && vanishesWithItsGroup(text))
         return dropGroup(shape, wanted.group, m_lineSize, step);
     m_lineSize += static_cast<int>(text.size());

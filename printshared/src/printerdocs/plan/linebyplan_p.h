@@ -34,7 +34,8 @@ public:
     bool isGone() const { return m_lineSize == 0; }
     /// Whether it has text; one of nothing but tags hasn't.
     bool hasText() const { return m_text.size() > m_margin; }
-    const QString &text() const { return m_text; }
+    /// Valid up to the next line.
+    QStringView text() const { return QStringView(m_text.constData(), m_text.size()); }
     /// Writes to the log what filling it in the general way writes.
     void log(DocumentValues &values) const;
 
@@ -62,7 +63,7 @@ private:
     const TemplatePlan &m_plan;
     const NamedValues m_values;
     const int m_margin;
-    QString m_text;
+    valueformat::TextBuffer m_text;
     int m_lineSize = 0;  ///< of the filled line up to here
     std::optional<NamesInExpressions> m_namesInExpressions;
     ExpressionSet m_expressions;

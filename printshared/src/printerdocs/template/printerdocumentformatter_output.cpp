@@ -126,12 +126,12 @@ public:
             m_lines.append(paddedLine(printed.text, printed.alignment, m_width));
     }
     static Fallback takes(const LineLook &) { return Fallback::None; }
-    void planned(const LineLook &look, const QString &text)
+    void planned(const LineLook &look, QStringView text)
     {
         if (m_run.folds())
-            m_lines.append(paddedLine(m_run.folded(text), look.alignment, m_width));
+            m_lines.append(paddedLine(m_run.folded(text.toString()), look.alignment, m_width));
         else
-            m_lines.append(paddedLine(QStringView(text), look.alignment, m_width));
+            m_lines.append(paddedLine(text, look.alignment, m_width));
     }
     const QStringList &lines() const { return m_lines; }
 
@@ -158,9 +158,10 @@ public:
             appendRow(printed.text, printed.fonts, printed.formats, printed.alignment);
     }
     Fallback takes(const LineLook &look) const { return m_run.takes(look); }
-    void planned(const LineLook &look, const QString &text)
+    void planned(const LineLook &look, QStringView text)
     {
-        appendRow(m_run.folds() ? m_run.folded(text) : text, bytesOf(look.font),
+        const QString folded = m_run.folds() ? m_run.folded(text.toString()) : QString();
+        appendRow(m_run.folds() ? QStringView(folded) : text, bytesOf(look.font),
                   bytesOf(look.format), look.alignment);
         m_run.carry(look);
     }
@@ -172,7 +173,7 @@ public:
     }
 
 private:
-    void appendRow(const QString &text, const QByteArray &fonts, const QByteArray &formats,
+    void appendRow(QStringView text, const QByteArray &fonts, const QByteArray &formats,
                    ETextAlignment alignment)
     {
         m_html += QLatin1Char('\n');
@@ -279,12 +280,13 @@ public:
             addLineWithCode(m_blocks, line, tag, m_run);
     }
     Fallback takes(const LineLook &look) const { return m_run.takes(look); }
-    void planned(const LineLook &look, const QString &text)
+    void planned(const LineLook &look, QStringView text)
     {
-        const QByteArray formats = bytesOf(look.format, text.size());
-        m_blocks.add({true, m_run.folded(QString(text.constData(), text.size())), formats,
-                      look.font == look.format ? formats : bytesOf(look.font, text.size()),
-                      look.alignment, look.spacing});
+        const int size = static_cast<int>(text.size());
+        const QByteArray formats = bytesOf(look.format, size);
+        m_blocks.add({true, m_run.folded(text.toString()), formats,
+                      look.font == look.format ? formats : bytesOf(look.font, size), look.alignment,
+                      look.spacing});
         m_run.carry(look);
     }
     TextPrinterDocument document(const SpecialCharacters &symbols)

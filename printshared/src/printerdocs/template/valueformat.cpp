@@ -10,6 +10,7 @@
 namespace {
 
 using templates::placeOf;
+using valueformat::TextBuffer;
 
 constexpr int mostDecimals = std::numeric_limits<quint32>::digits10;
 
@@ -50,14 +51,14 @@ QChar *writeDigits(QChar *end, Number number, int fewest)
 }
 
 /// Appends the digits of a number, with zeros in front up to so many digits.
-void appendDigits(QString &text, quint64 number, int fewest)
+void appendDigits(TextBuffer &text, quint64 number, int fewest)
 {
     std::array<QChar, std::numeric_limits<quint64>::digits10 + 1> digits;
     QChar *const end = digits.data() + digits.size();
     const QChar *const first = writeDigits(end, number, 1);
     const int count = static_cast<int>(end - first);
-    if (count < fewest)
-        text.resize(text.size() + fewest - count, QLatin1Char('0'));
+    for (int zeros = fewest - count; zeros > 0; --zeros)
+        text.append(QLatin1Char('0'));
     text.append(first, count);
 }
 
@@ -83,14 +84,19 @@ hearth::FixNumber fixNumber(quint32 unit, double value)
     return hearth::FixNumber(unit, fits ? value : 0);
 }
 
-void appendWhole(QString &text, int fewestDigits, qint64 value)
+void appendText(TextBuffer &text, const QString &more)
+{
+    text.append(more.constData(), more.size());
+}
+
+void appendWhole(TextBuffer &text, int fewestDigits, qint64 value)
 {
     if (value < 0)
-        text += QLatin1Char('-');
+        text.append(QLatin1Char('-'));
     appendDigits(text, magnitudeOf(value), fewestDigits);
 }
 
-void appendWithDecimals(QString &text, int fewestWhole, int decimals, quint32 unit, double value)
+void appendWithDecimals(TextBuffer &text, int fewestWhole, int decimals, quint32 unit, double value)
 {
     constexpr int usualDigits = 20;
     const qint64 scaled = fixNumber(unit, value).value();
@@ -103,7 +109,7 @@ void appendWithDecimals(QString &text, int fewestWhole, int decimals, quint32 un
     const quint32 fraction = isSmall ? small % unit : static_cast<quint32>(magnitude % unit);
     if (fewestWhole > usualDigits) {
         appendWhole(text, fewestWhole, whole);
-        text += QLatin1Char('.');
+        text.append(QLatin1Char('.'));
         appendDigits(text, fraction, decimals);
         return;
     }
@@ -118,14 +124,14 @@ void appendWithDecimals(QString &text, int fewestWhole, int decimals, quint32 un
 }
 
 /// More decimals than the power of ten of a fixed-point number can have.
-void appendWithTooManyDecimals(QString &text, int fewestWhole, quint32 unit, double value)
+void appendWithTooManyDecimals(TextBuffer &text, int fewestWhole, quint32 unit, double value)
 {
     const QString digits = fixNumber(unit, value).toString(QLatin1Char('.'), QChar());
     const int point = digits.indexOf(QLatin1Char('.'));
     appendWhole(text, fewestWhole, digits.leftRef(point).toInt());
-    text += QLatin1Char('.');
+    text.append(QLatin1Char('.'));
     if (point >= 0)
-        text += digits.midRef(point + 1);
+        text.append(digits.constData() + point + 1, digits.size() - point - 1);
 }
 
 /// In templates "m" and "M" both mean month, and "n" means minute.
@@ -227,22 +233,20 @@ valueformat::NumberPattern::NumberPattern(QStringView format)
         m_kind = m_decimals <= mostDecimals ? Kind::Decimals : Kind::ManyDecimals;
 }
 
-void valueformat::NumberPattern::appendInteger(QString &text, qint64 value) const
+void valueformat::NumberPattern::appendInteger(TextBuffer &text, qint64 value) const
 {
     appendWhole(text, m_fewestDigits, value);
 }
 
-void valueformat::NumberPattern::appendReal(QString &text, double value) const
+void valueformat::NumberPattern::appendReal(TextBuffer &text, double value) const
 {
     switch (m_kind) {
         case Kind::Whole:
             return appendWhole(text, m_fewestWhole, fixNumber(0, value).value());
         case Kind::Exponent:
-            text += QString::number(value, 'g', 6);
-            return;
+            return appendText(text, QString::number(value, 'g', 6));
         case Kind::SixDecimals:
-            text += QString::number(value, 'f', 6);
-            return;
+            return appendText(text, QString::number(value, 'f', 6));
         case Kind::Decimals:
             return appendWithDecimals(text, m_fewestWhole, m_decimals, m_unit, value);
         case Kind::ManyDecimals:
@@ -252,12 +256,16 @@ void valueformat::NumberPattern::appendReal(QString &text, double value) const
 
 void valueformat::appendInteger(QString &text, QStringView format, qint64 value)
 {
-    appendWhole(text, digitsOfFormat(format), value);
+    TextBuffer written;
+    NumberPattern(format).appendInteger(written, value);
+    text.append(written.constData(), written.size());
 }
 
 void valueformat::appendReal(QString &text, QStringView format, double value)
 {
-    NumberPattern(format).appendReal(text, value);
+    TextBuffer written;
+    NumberPattern(format).appendReal(written, value);
+    text.append(written.constData(), written.size());
 }
 
 /// Prices and amounts have few decimals: if a number is the double nearest to some ten thousandths,
@@ -272,18 +280,20 @@ void valueformat::appendShortest(QString &text, double value)
         text += QString::number(value, 'g', QLocale::FloatingPointShortest);
         return;
     }
+    TextBuffer written;
     const auto magnitude = static_cast<quint32>(std::abs(count));
     if (value < 0)
-        text += QLatin1Char('-');
-    appendDigits(text, magnitude / parts, 1);
+        written.append(QLatin1Char('-'));
+    appendDigits(written, magnitude / parts, 1);
     quint32 fraction = magnitude % parts;
-    if (fraction == 0)
-        return;
-    int decimals = 4;
-    for (; fraction % 10 == 0; fraction /= 10)
-        --decimals;
-    text += QLatin1Char('.');
-    appendDigits(text, fraction, decimals);
+    if (fraction != 0) {
+        int decimals = 4;
+        for (; fraction % 10 == 0; fraction /= 10)
+            --decimals;
+        written.append(QLatin1Char('.'));
+        appendDigits(written, fraction, decimals);
+    }
+    text.append(written.constData(), written.size());
 }
 
 QString valueformat::ofInteger(QStringView format, qint64 value)

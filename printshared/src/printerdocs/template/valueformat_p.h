@@ -3,10 +3,14 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringView>
+#include <QVarLengthArray>
 
 /// Texts of values by the format of a tag. All are pure functions; the meaning of a format is told
 /// with the operations of the same names in PrinterDocumentFormatter.
 namespace valueformat {
+
+/// A text that grows by pieces of a few characters, for which a QString has to be asked each time.
+using TextBuffer = QVarLengthArray<QChar, 256>;
 
 /// What a format says of numbers. Those of a template are read once.
 class NumberPattern
@@ -15,8 +19,8 @@ public:
     explicit NumberPattern(QStringView format);
 
     /// The numbers go behind what the text has already: a receipt has thousands of them.
-    void appendInteger(QString &text, qint64 value) const;
-    void appendReal(QString &text, double value) const;
+    void appendInteger(TextBuffer &text, qint64 value) const;
+    void appendReal(TextBuffer &text, double value) const;
 
 private:
     /// How a real number is written.
