@@ -76,6 +76,7 @@ private Q_SLOTS:
     void formatsWithinALine();
     void entries_data();
     void entries();
+    void entriesThatNameSymbolsKeepThoseOfTheTemplateOut();
     void copyMark();
     void aTemplateThatRemovesHasNoPlan();
     void aRemovalInAValueSendsTheWholeDocumentTheGeneralWay();
@@ -287,6 +288,25 @@ void TestPlan::entries()
     QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
     QCOMPARE(formatter.toTextPrinterDocument(document).blocks(),
              StepByStep(formatter, document).blocks());
+}
+
+void TestPlan::entriesThatNameSymbolsKeepThoseOfTheTemplateOut()
+{
+    for (const PlanUse use : {PlanUse::Never, PlanUse::AtOnce}) {
+        TemplateLines::setPlanUse(use);
+        PrinterDocumentFormatter formatter(0, nullptr);
+        formatter.setSpecCharsPath(PRINTERSLIB_EXAMPLES "/symbols");
+        formatter.setTemplate("<SPECSYMBOLS=shop>\n<SPECSYMBOLS=<ENTRIES>>");
+        const auto imagesOf = [&](const QString &entries) {
+            return formatter.toTextPrinterDocument(documentOf({}, entries)).toMap();
+        };
+        const QVariantMap without = imagesOf("none");
+        const QVariantMap with = imagesOf("none\tnone");
+        QVERIFY(without["img"] != with["img"] || without != with);
+        QCOMPARE(
+            without,
+            PrinterDocumentFormatter(0, nullptr).plainTextToTextPrinterDocument(QString()).toMap());
+    }
 }
 
 void TestPlan::copyMark()

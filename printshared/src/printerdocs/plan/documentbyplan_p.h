@@ -65,11 +65,12 @@ public:
           m_output(output)
     {}
 
+    /// False: the lines that the document adds aren't for the plan.
+    bool suits() const { return m_added.suitPlan(); }
+
     /// @return false: the document has to go the general way, whatever the output has already
     bool print()
     {
-        if (!m_added.suitPlan())
-            return false;
         m_output.reserve(static_cast<int>(m_plan.lines().size()));
         for (std::size_t at = 0; at < m_plan.lines().size(); ++at) {
             if (!printCopyMark(at) || !printLine(m_plan.lines()[at], m_plan.text(at)))
@@ -210,10 +211,10 @@ std::unique_ptr<Output> printed(const PrinterDocumentFormatter &formatter, Templ
     auto output = std::make_unique<Output>(arguments...);
     int linesFilled = 0;
     if (const auto plan = lines.plan()) {
-        QStringList symbolsLines = plan->symbolsLines();
-        formatter.loadSpecSymbols(symbolsLines);
         DocumentByPlan byPlan(*plan, document, margin, *output);
-        if (byPlan.print())
+        QStringList symbolsLines = byPlan.suits() ? plan->symbolsLines() : QStringList();
+        formatter.loadSpecSymbols(symbolsLines);
+        if (byPlan.suits() && byPlan.print())
             return output;
         linesFilled = byPlan.linesFilled();
         output = std::make_unique<Output>(arguments...);

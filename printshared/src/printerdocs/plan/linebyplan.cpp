@@ -209,14 +209,16 @@ Fallback LineByPlan::appendText(QStringView text)
     return Fallback::None;
 }
 
-void LineByPlan::log(DocumentValues &values) const
+void LineByPlan::log(DocumentValues &values)
 {
     for (const Used &used : m_used) {
-        const QString name = m_plan.names().at(used.name).toString();
+        const QStringView name = m_plan.names().at(used.name);
+        m_logged.resize(0);
+        m_logged.append(name.data(), static_cast<int>(name.size()));
         if (used.isExpression)
-            values.logExpression(name, used.value);
+            values.logExpression(m_logged, used.value);
         else if (fillinglog::isOn())
-            fillinglog::write(name);
+            fillinglog::write(m_logged);
     }
 }
 

@@ -37,7 +37,7 @@ public:
     /// Valid up to the next line.
     QStringView text() const { return QStringView(m_text.constData(), m_text.size()); }
     /// Writes to the log what filling it in the general way writes.
-    void log(DocumentValues &values) const;
+    void log(DocumentValues &values);
 
 private:
     struct Begin
@@ -69,6 +69,7 @@ private:
     ExpressionSet m_expressions;
     std::vector<Begin> m_groups;
     std::vector<Used> m_used;  ///< names whose values were taken, in their order
+    QString m_logged;          ///< keeps its memory from line to line
 };
 
 }  // namespace templates
