@@ -1,3 +1,5 @@
+#include <array>
+
 #include "printerdocs/document/htmlwriter_p.h"
 #include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/plan/documentbyplan_p.h"
@@ -299,8 +301,15 @@ public:
     }
 
 private:
-    QByteArray bytesOf(char byte, int size) const
+    /// Lines of one length without formats share their bytes.
+    QByteArray bytesOf(char byte, int size)
     {
+        const auto place = static_cast<std::size_t>(size);
+        if (byte == 0 && place < m_zeros.size()) {
+            if (m_zeros[place].isNull())
+                m_zeros[place] = QByteArray(size, '\0');
+            return m_zeros[place];
+        }
         QByteArray bytes(size, byte);
         std::fill_n(bytes.begin(), m_run.margin(), '\0');
         return bytes;
@@ -308,6 +317,7 @@ private:
 
     MarkupRun m_run;
     const bool m_readsQrTag;
+    std::array<QByteArray, 64> m_zeros;  ///< by their number
     BlockList m_blocks;
 };
 
