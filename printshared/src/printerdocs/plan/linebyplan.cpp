@@ -127,7 +127,8 @@ Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
     }
     if (!m_namesInExpressions->leave(m_plan.names().at(*names), wanted.hasWords))
         return Fallback::NamesElsewhere;
-    auto &expression = m_expressions[static_cast<std::size_t>(line.firstExpression + tag)];
+    auto &expression = m_expressions[static_cast<std::size_t>(line.firstExpression) +
+                                     static_cast<std::size_t>(tag)];
     if (!expression)
         expression = std::make_unique<CompiledExpression>(wanted.expression, wanted.operands);
     for (int operand = 0; operand < wanted.operands; ++operand) {

@@ -118,6 +118,8 @@ CompiledExpression::CompiledExpression(const QByteArray &text, int operands)
 {
     std::vector<QByteArray> names;
     std::vector<te_variable> variables;
+    names.reserve(m_values.size());
+    variables.reserve(m_values.size());
     for (int number = 0; number < operands; ++number)
         names.push_back(variable.toLatin1() + QByteArray::number(number));
     for (std::size_t number = 0; number < names.size(); ++number)

@@ -28,7 +28,7 @@ public:
         const QMutexLocker locker(&m_mutex);
         for (auto row = m_plans.constFind(hash); row != m_plans.cend() && row.key() == hash;
              ++row) {
-            const auto plan = row->lock();
+            auto plan = row->lock();
             if (plan && plan->templateLines() == lines)
                 return plan;
         }

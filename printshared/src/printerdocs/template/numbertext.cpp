@@ -43,7 +43,7 @@ QVariant numberOrText(const QVariant &value)
     const QString text = value.toString();
     if (beginsLikeAWord(text))
         return value;
-    const QVariant plain = plainNumber(text);
+    QVariant plain = plainNumber(text);
     if (plain.isValid())
         return plain;
     bool ok = false;
