@@ -206,7 +206,8 @@ Fallback LineByPlan::appendText(QStringView text)
 {
     if (std::any_of(text.begin(), text.end(), isMarkupCharacter))
         return Fallback::MarkupInValue;
-    m_text.append(text.data(), static_cast<int>(text.size()));
+    if (!text.isEmpty())
+        m_text.append(text.data(), static_cast<int>(text.size()));
     return Fallback::None;
 }
 
