@@ -72,6 +72,7 @@ private Q_SLOTS:
     void planIsMadeWhenItPays();
     void namesThatStandElsewhere_data();
     void namesThatStandElsewhere();
+    void namesOfAllLettersAreFound();
     void formatsWithinALine_data();
     void formatsWithinALine();
     void entries_data();
@@ -214,6 +215,29 @@ void TestPlan::namesThatStandElsewhere()
     const QStringList text = formatter.toPlainText(document, 30);
     QCOMPARE(Counts().byPlan - before.byPlan, isPlanned ? 1 : 0);
     QCOMPARE(text, StepByStep(formatter, document).plainText(30));
+}
+
+void TestPlan::namesOfAllLettersAreFound()
+{
+    const QStringList names{"Жук2", "Фара1", "ЖЖЖB",     "ФФФA", "ÿAAA",      "ÿÿÿB",
+                            "NAME", "NAMES", "NAMENAME", "name", "NAMENAMEB", "NAMENAMEA"};
+    Attributes attributes;
+    QString line;
+    for (const QString &name : names) {
+        attributes[name] = names.indexOf(name);
+        line += '<' + name + ',' + "0> ";
+    }
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate(line);
+    const long long before = Counts().byPlan;
+    QCOMPARE(formatter.toPlainText(documentOf(attributes), 10),
+             QStringList("0 1 2 3 4 5 6 7 8 9 10 11 "));
+    QCOMPARE(Counts().byPlan - before, 1LL);
+    for (int number = 0; number < 200; ++number)
+        attributes["OTHER" + QString::number(number)] = number;
+    QCOMPARE(formatter.toPlainText(documentOf(attributes), 10),
+             QStringList("0 1 2 3 4 5 6 7 8 9 10 11 "));
+    QCOMPARE(Counts().byPlan - before, 2LL);
 }
 
 void TestPlan::formatsWithinALine_data()
