@@ -3,6 +3,7 @@
 #include "../template/formatterbench.h"
 #include "printerdocs/plan/fallback_p.h"
 #include "printerdocs/plan/templatelines_p.h"
+#include "printerdocs/plan/templateplan_p.h"
 #include "stepbystep.h"
 
 using namespace formatterbench;
@@ -83,6 +84,8 @@ private Q_SLOTS:
     void aRemovalInAValueSendsTheWholeDocumentTheGeneralWay();
     void anotherTemplateHasAnotherPlan();
     void formattersOfOneTemplateShareThePlan();
+    void mostLinesOfTheExamplesHaveAShape_data();
+    void mostLinesOfTheExamplesHaveAShape();
 };
 
 void TestPlan::linesGoTheirWay_data()
@@ -415,6 +418,28 @@ void TestPlan::formattersOfOneTemplateShareThePlan()
     QCOMPARE(one.plan(), other.plan());
     other.setLines({"shared <NAME>", "<C><PRICE>"});
     QVERIFY(one.plan() != other.plan());
+}
+
+void TestPlan::mostLinesOfTheExamplesHaveAShape_data()
+{
+    QTest::addColumn<QString>("file");
+    for (const char *const name : {"cafe", "fiscal", "grocery", "kiosk"})
+        QTest::newRow(name) << QString(PRINTERSLIB_EXAMPLES "/%1.cpt").arg(name);
+}
+
+void TestPlan::mostLinesOfTheExamplesHaveAShape()
+{
+    QFETCH(QString, file);
+    PrinterDocumentFormatter formatter(0, nullptr);
+    QVERIFY(formatter.loadTemplate(file, "UTF-8"));
+    const TemplatePlan plan(formatter.getTemplate());
+    const auto general = std::count_if(plan.lines().cbegin(), plan.lines().cend(),
+                                       [](const TemplatePlan::Line &line) {
+                                           return line.kind == TemplatePlan::LineKind::General;
+                                       });
+    qInfo("%d of %d lines go the general way%s", int(general), int(plan.lines().size()),
+          plan.isUsable() ? "" : ", and the document with them");
+    QVERIFY(general * 4 <= int(plan.lines().size()));
 }
 
 QTEST_GUILESS_MAIN(TestPlan)
