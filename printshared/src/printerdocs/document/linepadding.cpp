@@ -13,9 +13,31 @@ bool fitsWhenPadded(QStringView line, int places, int missing)
     return line.size() + qint64(missing) * places <= longestPaddedLine;
 }
 
-int tabsIn(QStringView line)
+QStringView textOf(const QString &line)
+{
+    return line;
+}
+QStringView textOf(const LineWithTab &line)
+{
+    return line.text;
+}
+
+int tabsIn(const QString &line)
 {
     return static_cast<int>(std::count(line.begin(), line.end(), tab));
+}
+int tabsIn(const LineWithTab &line)
+{
+    return line.tab < 0 ? 0 : 1;
+}
+
+const QChar *nextTab(const QChar *from, const QString &line)
+{
+    return std::find(from, line.cend(), tab);
+}
+const QChar *nextTab(const QChar *, const LineWithTab &line)
+{
+    return line.text.begin() + line.tab;
 }
 
 // A line that stays as it is is shared, or becomes a text of its own.
@@ -23,9 +45,9 @@ QString asText(const QString &line)
 {
     return line;
 }
-QString asText(QStringView line)
+QString asText(const LineWithTab &line)
 {
-    return line.toString();
+    return line.text.toString();
 }
 
 /// Every tab of the line, of which it has so many, replaced by one blank and as many more.
@@ -34,15 +56,16 @@ QString withTabs(const Line &line, int tabs, int moreBlanks)
 {
     if (tabs == 0)
         return asText(line);
-    QString result(static_cast<int>(line.size()) + tabs * moreBlanks, Qt::Uninitialized);
+    const QStringView text = textOf(line);
+    QString result(static_cast<int>(text.size()) + tabs * moreBlanks, Qt::Uninitialized);
     QChar *to = result.data();
-    const QChar *from = line.begin();
+    const QChar *from = text.begin();
     for (; tabs > 0; --tabs) {
-        const QChar *const place = std::find(from, line.end(), tab);
+        const QChar *const place = nextTab(from, line);
         to = std::fill_n(std::copy(from, place, to), moreBlanks + 1, blank);
         from = place + 1;
     }
-    std::copy(from, line.end(), to);
+    std::copy(from, text.end(), to);
     return result;
 }
 
@@ -57,18 +80,19 @@ QString behindBlanks(QStringView line, int blanks)
 template <typename Line>
 QString padded(const Line &line, ETextAlignment alignment, int width)
 {
-    const int missing = width - qMin(width, static_cast<int>(line.size()));
+    const QStringView text = textOf(line);
+    const int missing = width - qMin(width, static_cast<int>(text.size()));
     const int tabs = alignment == AlignJustify || missing == 0 ? tabsIn(line) : 0;
     if (missing == 0)
         return withTabs(line, tabs, 0);
     switch (alignment) {
         case AlignRight:
         case AlignCenter:
-            if (fitsWhenPadded(line, 1, missing))
-                return behindBlanks(line, alignment == AlignRight ? missing : missing / 2);
+            if (fitsWhenPadded(text, 1, missing))
+                return behindBlanks(text, alignment == AlignRight ? missing : missing / 2);
             return withTabs(line, tabsIn(line), 0);
         case AlignJustify:
-            return withTabs(line, tabs, fitsWhenPadded(line, tabs, missing) ? missing : 0);
+            return withTabs(line, tabs, fitsWhenPadded(text, tabs, missing) ? missing : 0);
         case AlignLeft:
             break;
     }
@@ -82,7 +106,7 @@ QString paddedLine(const QString &line, ETextAlignment alignment, int width)
     return padded(line, alignment, width);
 }
 
-QString paddedLine(QStringView line, ETextAlignment alignment, int width)
+QString paddedLine(const LineWithTab &line, ETextAlignment alignment, int width)
 {
     return padded(line, alignment, width);
 }

@@ -19,7 +19,15 @@ constexpr int longestPaddedLine = 1 << 24;
 /// A longer line is not cut; padding that would make a longer one than longestPaddedLine is left
 /// out.
 QString paddedLine(const QString &line, ETextAlignment alignment, int width);
+
+/// A line of which is known where its tab is.
+struct LineWithTab
+{
+    QStringView text;
+    int tab = -1;  ///< the only one; -1: there is none
+};
+
 /// The same as a text of its own.
-QString paddedLine(QStringView line, ETextAlignment alignment, int width);
+QString paddedLine(const LineWithTab &line, ETextAlignment alignment, int width);
 
 }  // namespace documents

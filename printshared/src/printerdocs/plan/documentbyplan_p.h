@@ -51,7 +51,7 @@ private:
 ///   blank()            a line without text
 ///   general(line)      a filled line whose markup hasn't been read
 ///   takes(look)        why the next line of this look can't come by plan; None: it can
-///   planned(look, text)  a line whose markup has been read
+///   planned(look, line)  a line whose markup has been read
 template <typename Output>
 class DocumentByPlan
 {
@@ -127,7 +127,7 @@ private:
         if (fallback != Fallback::None)
             return false;
         m_count.add(fallback);
-        if (fillinglog::isOn())
+        if (m_line.isLogged())
             m_line.log(values());
         ++m_linesFilled;
         m_hasLines = m_hasLines || !m_line.isGone();

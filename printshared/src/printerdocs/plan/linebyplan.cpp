@@ -36,10 +36,9 @@ LineByPlan::LineByPlan(const TemplatePlan &plan, const Attributes &attributes, i
     : m_attributes(attributes),
       m_plan(plan),
       m_values(plan.names(), m_attributes),
-      m_margin(std::clamp(margin, 0, documents::longestPaddedLine)),
-      m_text(m_margin)
+      m_margin(std::clamp(margin, 0, documents::longestPaddedLine))
 {
-    std::fill(m_text.begin(), m_text.end(), documents::blank);
+    m_text.append(documents::blank, m_margin);
 }
 
 LineByPlan::~LineByPlan()
@@ -48,79 +47,82 @@ LineByPlan::~LineByPlan()
         m_plan.giveBack(std::move(m_expressions));
 }
 
+void LineByPlan::beginLine()
+{
+    m_text.truncate(m_margin);
+    m_lineSize = 0;
+    m_tab = -1;
+    m_used.clear();
+    m_logIsOn = fillinglog::isOn();
+}
+
 Fallback LineByPlan::fill(const TemplatePlan::Line &line)
 {
     const Shape &shape = *line.shape;
-    m_text.resize(m_margin);
-    m_lineSize = 0;
-    m_used.clear();
+    beginLine();
     m_groups.resize(shape.groups().size());
-    const int count = static_cast<int>(shape.steps().size());
-    for (int at = 0; at < count; ++at) {
-        const Shape::Step &step = shape.steps()[static_cast<std::size_t>(at)];
-        m_text.append(shape.text().constData() + step.begin, step.size);
-        m_lineSize += step.lineSize;
-        if (step.mark == Shape::Mark::GroupBegin)
-            m_groups[static_cast<std::size_t>(step.index)] = {m_text.size(), m_lineSize};
-        if (step.mark != Shape::Mark::Value)
-            continue;
-        const Fallback fallback = fillTag(line, step.index, at);
-        if (fallback != Fallback::None)
-            return fallback;
+    for (const Shape::Step *step = shape.steps().data();; ++step) {
+        if (step->tab >= 0)
+            m_tab = m_text.size() + step->tab;
+        m_text.appendPiece(shape.text() + step->begin, step->size);
+        m_lineSize += step->lineSize;
+        if (step->mark == Shape::Mark::GroupBegin)
+            m_groups[static_cast<std::size_t>(step->index)] = {m_text.size(), m_lineSize};
+        if (step->mark == Shape::Mark::Value) {
+            const Fallback fallback = fillTag(line, step);
+            if (fallback != Fallback::None)
+                return fallback;
+        }
+        if (step->mark == Shape::Mark::End)
+            return Fallback::None;
     }
-    return Fallback::None;
 }
 
 Fallback LineByPlan::takeEntry(QStringView entry, LineLook &look)
 {
-    m_text.resize(m_margin);
+    beginLine();
     m_lineSize = static_cast<int>(entry.size());
-    m_used.clear();
-    const int begin = m_text.size();
     const Fallback fallback = appendText(entry);
     if (fallback != Fallback::None)
         return fallback;
-    const int edge = placeOf(QLatin1Char('='), text(), begin);
-    look.alignment = edge < 0 ? AlignLeft : AlignJustify;
+    m_tab = placeOf(QLatin1Char('='), writtenFrom(0), m_margin);
+    look.alignment = m_tab < 0 ? AlignLeft : AlignJustify;
     look.carried.alignment = look.alignment;
-    if (edge < 0)
+    if (m_tab < 0)
         return Fallback::None;
-    m_text[edge] = documents::tab;
-    return placeOf(QLatin1Char('='), text(), edge) < 0 ? Fallback::None : Fallback::EntryOfMarkup;
+    m_text.data()[m_tab] = documents::tab;
+    return placeOf(QLatin1Char('='), writtenFrom(0), m_tab) < 0 ? Fallback::None
+                                                                : Fallback::EntryOfMarkup;
 }
 
 /// @param step moves to the end of the tag's group if that vanishes
-Fallback LineByPlan::fillTag(const TemplatePlan::Line &line, int tag, int &step)
+Fallback LineByPlan::fillTag(const TemplatePlan::Line &line, const Shape::Step *&step)
 {
     const Shape &shape = *line.shape;
-    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(tag)];
+    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(step->index)];
     const int name = m_plan.namesOf(line)[wanted.firstName];
     const NamedValues::Value &value = m_values.of(name);
     const int begin = m_text.size();
-    Fallback fallback = Fallback::MissingName;
-    if (value.isReal) {
+    const bool isThere = value.index() != 0;
+    if (isThere && m_logIsOn)
         m_used.push_back({name, false, 0});
-        wanted.pattern.appendReal(m_text, value.real);
-        fallback = Fallback::None;
-    } else if (value.variant != nullptr) {
-        m_used.push_back({name, false, 0});
-        fallback = appendValue(wanted, *value.variant);
-    } else if (!wanted.expression.isEmpty()) {
-        fallback = appendExpression(line, tag);
-    }
+    const Fallback fallback =
+        isThere ? appendValue(wanted, value) : appendExpression(line, step->index);
     if (fallback != Fallback::None)
         return fallback;
-    const QStringView text = this->text().mid(begin);
-    if (wanted.group >= 0 && vanishesWithItsGroup(text))
-        return dropGroup(shape, wanted.group, m_lineSize, step);
-    m_lineSize += static_cast<int>(text.size());
-    return text.isEmpty() && shape.hasRanges() ? Fallback::EmptyAmongRanges : Fallback::None;
+    if (wanted.group >= 0 && vanishesWithItsGroup(writtenFrom(begin)))
+        return dropGroup(shape, wanted.group, step);
+    m_lineSize += m_text.size() - begin;
+    return m_text.size() == begin && shape.hasRanges() ? Fallback::EmptyAmongRanges
+                                                       : Fallback::None;
 }
 
 Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
 {
     const Shape::Tag &wanted = line.shape->tags()[static_cast<std::size_t>(tag)];
     const int *const names = m_plan.namesOf(line) + wanted.firstName;
+    if (wanted.expression.isEmpty())
+        return Fallback::MissingName;
     if (!m_namesInExpressions) {
         m_namesInExpressions.emplace(m_attributes);
         m_expressions = m_plan.takeExpressions();
@@ -133,62 +135,84 @@ Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
         expression = std::make_unique<CompiledExpression>(wanted.expression, wanted.operands);
     for (int operand = 0; operand < wanted.operands; ++operand) {
         const NamedValues::Value &value = m_values.of(names[operand + 1]);
-        double number = value.real;
-        if (value.variant == nullptr)
+        double number = 0;
+        if (value.index() == 0)
             return Fallback::MissingName;
-        if (value.isReal ? !std::isfinite(number) : !operandOf(*value.variant, number))
+        if (!operandOf(value, number))
             return Fallback::TextInExpression;
         if (!m_namesInExpressions->leave(number))
             return Fallback::NamesElsewhere;
         expression->setOperand(operand, number);
     }
     const double value = expression->value();
-    m_used.push_back({*names, true, value});
+    if (m_logIsOn)
+        m_used.push_back({*names, true, value});
     wanted.pattern.appendReal(m_text, value);
     return Fallback::None;
 }
 
 /// The scan goes on as far to the right as the tag stood in its group, which must not be beyond the
 /// next tag.
-Fallback LineByPlan::dropGroup(const Shape &shape, int group, int tagBegin, int &step)
+Fallback LineByPlan::dropGroup(const Shape &shape, int group, const Shape::Step *&step)
 {
     const Shape::Group &dropped = shape.groups()[static_cast<std::size_t>(group)];
     if (dropped.isWholeLine) {
-        m_text.resize(m_margin);
+        m_text.truncate(m_margin);
         m_lineSize = 0;
-        step = static_cast<int>(shape.steps().size()) - 1;
+        m_tab = -1;
+        step = &shape.steps().back();
         return Fallback::None;
     }
     if (!dropped.mayVanish)
         return Fallback::GroupOfMarkup;
     const Begin &begin = m_groups[static_cast<std::size_t>(group)];
-    if (tagBegin - begin.line > dropped.room)
+    if (m_lineSize - begin.line > dropped.room)
         return Fallback::GroupNearTag;
-    m_text.resize(begin.text);
+    m_text.truncate(begin.text);
     m_lineSize = begin.line;
-    step = dropped.endStep;
+    if (m_tab >= begin.text)
+        m_tab = -1;
+    step = &shape.steps()[static_cast<std::size_t>(dropped.endStep)];
     return Fallback::None;
 }
 
-Fallback LineByPlan::appendValue(const Shape::Tag &tag, const QVariant &value)
+Fallback LineByPlan::appendValue(const Shape::Tag &tag, const NamedValues::Value &value)
+{
+    if (const auto *const real = std::get_if<double>(&value)) {
+        tag.pattern.appendReal(m_text, *real);
+        return Fallback::None;
+    }
+    if (const auto *const text = std::get_if<const QString *>(&value))
+        return beginsLikeAWord(**text) ? appendText(**text) : appendTextOrNumber(tag, **text);
+    if (const auto *const whole = std::get_if<qint64>(&value)) {
+        tag.pattern.appendInteger(m_text, *whole);
+        return Fallback::None;
+    }
+    return appendVariant(tag, *std::get<const QVariant *>(value));
+}
+
+Fallback LineByPlan::appendTextOrNumber(const Shape::Tag &tag, const QString &text)
+{
+    const NumberInText number = numberIn(text);
+    switch (number.kind) {
+        case NumberInText::Kind::None:
+            return appendText(text);
+        case NumberInText::Kind::Whole:
+            tag.pattern.appendInteger(m_text, number.whole);
+            break;
+        case NumberInText::Kind::Real:
+            tag.pattern.appendReal(m_text, number.real);
+            break;
+    }
+    return Fallback::None;
+}
+
+Fallback LineByPlan::appendVariant(const Shape::Tag &tag, const QVariant &value)
 {
     switch (static_cast<int>(value.type())) {
-        case QVariant::Int:
-        case QVariant::UInt:
-        case QVariant::LongLong:
         case QVariant::ULongLong:
             tag.pattern.appendInteger(m_text, value.toLongLong());
             return Fallback::None;
-        case QVariant::Double:
-            tag.pattern.appendReal(m_text, *static_cast<const double *>(value.constData()));
-            return Fallback::None;
-        case QVariant::String: {
-            const QString &text = *static_cast<const QString *>(value.constData());
-            if (beginsLikeAWord(text))
-                return appendText(text);
-            const QVariant number = numberOrText(value);
-            return number.type() == QVariant::String ? appendText(text) : appendValue(tag, number);
-        }
         case QVariant::Bool:
             return appendText(value.toString());
         case QVariant::Date:
@@ -204,10 +228,14 @@ Fallback LineByPlan::appendValue(const Shape::Tag &tag, const QVariant &value)
 
 Fallback LineByPlan::appendText(QStringView text)
 {
-    if (std::any_of(text.begin(), text.end(), isMarkupCharacter))
-        return Fallback::MarkupInValue;
-    if (!text.isEmpty())
-        m_text.append(text.data(), static_cast<int>(text.size()));
+    constexpr QChar lastOfMarkup = QLatin1Char(']');
+    QChar *to = m_text.room(static_cast<int>(text.size()));
+    for (const QChar c : text) {
+        if (c <= lastOfMarkup && isMarkupCharacter(c))
+            return Fallback::MarkupInValue;
+        *to++ = c;
+    }
+    m_text.endAt(to);
     return Fallback::None;
 }
 
@@ -215,8 +243,8 @@ void LineByPlan::log(DocumentValues &values)
 {
     for (const Used &used : m_used) {
         const QStringView name = m_plan.names().at(used.name);
-        m_logged.resize(0);
-        m_logged.append(name.data(), static_cast<int>(name.size()));
+        m_logged.resize(static_cast<int>(name.size()));
+        std::copy(name.begin(), name.end(), m_logged.begin());
         if (used.isExpression)
             values.logExpression(m_logged, used.value);
         else if (fillinglog::isOn())

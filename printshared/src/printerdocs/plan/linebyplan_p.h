@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/plan/templateplan_p.h"
 #include "printerdocs/template/documentvalues_p.h"
 
@@ -35,7 +36,9 @@ public:
     /// Whether it has text; one of nothing but tags hasn't.
     bool hasText() const { return m_text.size() > m_margin; }
     /// Valid up to the next line.
-    QStringView text() const { return QStringView(m_text.constData(), m_text.size()); }
+    documents::LineWithTab text() const { return {writtenFrom(0), m_tab}; }
+    /// Whether filling it in the general way writes to the log.
+    bool isLogged() const { return !m_used.empty(); }
     /// Writes to the log what filling it in the general way writes.
     void log(DocumentValues &values);
 
@@ -53,11 +56,18 @@ private:
         double value;
     };
 
-    Fallback fillTag(const TemplatePlan::Line &line, int tag, int &step);
+    void beginLine();
+    Fallback fillTag(const TemplatePlan::Line &line, const Shape::Step *&step);
     Fallback appendExpression(const TemplatePlan::Line &line, int tag);
-    Fallback appendValue(const Shape::Tag &tag, const QVariant &value);
+    Fallback appendValue(const Shape::Tag &tag, const NamedValues::Value &value);
+    Fallback appendVariant(const Shape::Tag &tag, const QVariant &value);
+    Fallback appendTextOrNumber(const Shape::Tag &tag, const QString &text);
     Fallback appendText(QStringView text);
-    Fallback dropGroup(const Shape &shape, int group, int tagBegin, int &step);
+    Fallback dropGroup(const Shape &shape, int group, const Shape::Step *&step);
+    QStringView writtenFrom(int begin) const
+    {
+        return QStringView(m_text.constData() + begin, m_text.size() - begin);
+    }
 
     const Attributes m_attributes;
     const TemplatePlan &m_plan;
@@ -65,10 +75,12 @@ private:
     const int m_margin;
     valueformat::TextBuffer m_text;
     int m_lineSize = 0;  ///< of the filled line up to here
+    int m_tab = -1;      ///< where the text has it; -1: it has none
+    bool m_logIsOn = false;
     std::optional<NamesInExpressions> m_namesInExpressions;
     ExpressionSet m_expressions;
     std::vector<Begin> m_groups;
-    std::vector<Used> m_used;  ///< names whose values were taken, in their order
+    std::vector<Used> m_used;  ///< names whose values were taken, in their order, for the log
     QString m_logged;          ///< keeps its memory from line to line
 };
 

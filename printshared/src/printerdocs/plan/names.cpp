@@ -44,9 +44,18 @@ struct SortedName
 
 NamedValues::Value valueOf(const QVariant &variant)
 {
-    if (variant.userType() != QMetaType::Double)
-        return {&variant, false, 0};
-    return {&variant, true, *static_cast<const double *>(variant.constData())};
+    switch (variant.userType()) {
+        case QMetaType::Double:
+            return *static_cast<const double *>(variant.constData());
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+            return qint64(variant.toLongLong());
+        case QMetaType::QString:
+            return static_cast<const QString *>(variant.constData());
+        default:
+            return &variant;
+    }
 }
 
 }  // namespace

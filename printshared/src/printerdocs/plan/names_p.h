@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringView>
 #include <QVariant>
+#include <variant>
 #include <vector>
 
 namespace templates {
@@ -34,12 +35,9 @@ class NamedValues
 public:
     using Attributes = QMap<QString, QVariant>;
 
-    struct Value
-    {
-        const QVariant *variant = nullptr;  ///< null: the document has no such name
-        bool isReal = false;                ///< a double, which is `real`
-        double real = 0;
-    };
+    /// What a document has for a name: nothing, a real number, a whole one that 64 bits with a sign
+    /// hold, a text, or something else.
+    using Value = std::variant<std::monostate, double, qint64, const QString *, const QVariant *>;
 
     /// Refers to the attributes, which must neither change nor go as long as this is used.
     NamedValues(const TemplateNames &names, const Attributes &attributes);

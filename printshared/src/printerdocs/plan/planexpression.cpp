@@ -164,23 +164,27 @@ bool NamesInExpressions::mayStand(const QString &name, QStringView expression) c
     });
 }
 
-bool operandOf(const QVariant &value, double &number)
+bool operandOf(const NamedValues::Value &value, double &number)
 {
-    switch (static_cast<int>(value.type())) {
-        case QVariant::Int:
-        case QVariant::UInt:
-        case QVariant::LongLong:
-        case QVariant::ULongLong:
-        case QVariant::Double:
-            number = value.toDouble();
-            return std::isfinite(number);
-        case QVariant::String: {
-            const QVariant read = numberOrText(value);
-            return read.type() != QVariant::String && operandOf(read, number);
-        }
-        default:
-            return false;
+    if (const auto *const real = std::get_if<double>(&value)) {
+        number = *real;
+        return std::isfinite(number);
     }
+    if (const auto *const whole = std::get_if<qint64>(&value)) {
+        number = static_cast<double>(*whole);
+        return true;
+    }
+    if (const auto *const text = std::get_if<const QString *>(&value)) {
+        const NumberInText read = numberIn(**text);
+        number =
+            read.kind == NumberInText::Kind::Whole ? static_cast<double>(read.whole) : read.real;
+        return read.kind != NumberInText::Kind::None && std::isfinite(number);
+    }
+    const auto *const other = std::get_if<const QVariant *>(&value);
+    if (other == nullptr || (*other)->userType() != QMetaType::ULongLong)
+        return false;
+    number = (*other)->toDouble();
+    return true;
 }
 
 }  // namespace templates

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "printerdocs/expressionevaluator.h"
+#include "printerdocs/plan/names_p.h"
 
 namespace templates {
 
@@ -65,6 +66,6 @@ private:
 };
 
 /// The number that a value is in an expression. @return false: it isn't one
-bool operandOf(const QVariant &value, double &number);
+bool operandOf(const NamedValues::Value &value, double &number);
 
 }  // namespace templates

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/template/attributetag_p.h"
 #include "printerdocs/template/linemarkup_p.h"
 #include "printerdocs/template/printedline_p.h"
@@ -238,6 +239,7 @@ void Shape::takeSteps(const QString &line, const QString &printed)
         step.size = end - begin;
         step.lineSize = endInLine - inLine;
         m_text.append(printed.constData() + begin, step.size);
+        step.tab = placeOf(documents::tab, QStringView(printed).mid(begin, step.size));
         step.mark = end < printed.size() ? markOf(printed.at(end)) : Mark::End;
         if (step.mark == Mark::Value) {
             step.index = tag++;
@@ -252,10 +254,11 @@ void Shape::takeSteps(const QString &line, const QString &printed)
         }
         m_steps.push_back(step);
         if (step.mark == Mark::End)
-            return;
+            break;
         begin = end + 1;
         inLine = endInLine + 1;
     }
+    m_text.append(QString(valueformat::TextBuffer::readable, documents::blank));
 }
 
 void Shape::measureRooms()

@@ -77,6 +77,7 @@ public:
         int begin = 0;     ///< of the piece in text()
         int size = 0;      ///< of the piece
         int lineSize = 0;  ///< of the piece before its markup was read
+        int tab = -1;      ///< where it has one; -1: it has none
         Mark mark = Mark::End;
         int index = 0;  ///< of the tag or the group
     };
@@ -104,7 +105,8 @@ public:
 
     /// Why lines of this shape go the general way; None: they don't.
     Fallback fallback() const { return m_fallback; }
-    const QString &text() const { return m_text; }
+    /// The pieces, each with so much behind it that it can be copied as a whole.
+    const QChar *text() const { return m_text.constData(); }
     const std::vector<Step> &steps() const { return m_steps; }
     const std::vector<Tag> &tags() const { return m_tags; }
     const std::vector<Group> &groups() const { return m_groups; }

@@ -6,8 +6,20 @@
 
 namespace templates {
 
-/// What a text value counts as: a whole number, a real number, or the text that it is; see
-/// PrinterDocument::attributeValue().
+/// The number that a text value counts as.
+struct NumberInText
+{
+    enum class Kind : unsigned char { None, Whole, Real };
+
+    Kind kind = Kind::None;  ///< None: it is the text that it is
+    qint64 whole = 0;
+    double real = 0;
+};
+
+/// See PrinterDocument::attributeValue().
+NumberInText numberIn(const QString &text);
+
+/// A text value as a whole number, a real number, or the text that it is.
 QVariant numberOrText(const QVariant &value);
 
 /// Whether a text is certainly no number as QString::toDouble() and its like read them, seen from

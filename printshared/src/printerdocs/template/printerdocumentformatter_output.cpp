@@ -128,12 +128,14 @@ public:
             m_lines.append(paddedLine(printed.text, printed.alignment, m_width));
     }
     static Fallback takes(const LineLook &) { return Fallback::None; }
-    void planned(const LineLook &look, QStringView text)
+    void planned(const LineLook &look, const LineWithTab &line)
     {
-        if (m_run.folds())
-            m_lines.append(paddedLine(m_run.folded(text.toString()), look.alignment, m_width));
-        else
-            m_lines.append(paddedLine(text, look.alignment, m_width));
+        QString padded =
+            m_run.folds() ? paddedLine(m_run.folded(line.text.toString()), look.alignment, m_width)
+                          : paddedLine(line, look.alignment, m_width);
+        // The list's own text takes the other's place, which costs less than to share it for once.
+        m_lines.append(QString());
+        m_lines.last().swap(padded);
     }
     const QStringList &lines() const { return m_lines; }
 
@@ -160,8 +162,9 @@ public:
             appendRow(printed.text, printed.fonts, printed.formats, printed.alignment);
     }
     Fallback takes(const LineLook &look) const { return m_run.takes(look); }
-    void planned(const LineLook &look, QStringView text)
+    void planned(const LineLook &look, const LineWithTab &line)
     {
+        const QStringView text = line.text;
         const QString folded = m_run.folds() ? m_run.folded(text.toString()) : QString();
         appendRow(m_run.folds() ? QStringView(folded) : text, bytesOf(look.font),
                   bytesOf(look.format), look.alignment);
@@ -282,8 +285,9 @@ public:
             addLineWithCode(m_blocks, line, tag, m_run);
     }
     Fallback takes(const LineLook &look) const { return m_run.takes(look); }
-    void planned(const LineLook &look, QStringView text)
+    void planned(const LineLook &look, const LineWithTab &line)
     {
+        const QStringView text = line.text;
         const int size = static_cast<int>(text.size());
         const QByteArray formats = bytesOf(look.format, size);
         m_blocks.add({true, m_run.folded(text.toString()), formats,

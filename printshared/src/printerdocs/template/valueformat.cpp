@@ -50,16 +50,26 @@ QChar *writeDigits(QChar *end, Number number, int fewest)
     return end;
 }
 
+/// How many digits a number has; most have few.
+template <typename Number>
+int digitsOf(Number number)
+{
+    constexpr unsigned powers[] = {1000, 100, 10};
+    int digits = 1;
+    for (; number >= 10 * powers[0]; number /= 10 * powers[0])
+        digits += 4;
+    for (const unsigned power : powers)
+        digits += number >= power ? 1 : 0;
+    return digits;
+}
+
 /// Appends the digits of a number, with zeros in front up to so many digits.
 void appendDigits(TextBuffer &text, quint64 number, int fewest)
 {
-    std::array<QChar, std::numeric_limits<quint64>::digits10 + 1> digits;
-    QChar *const end = digits.data() + digits.size();
-    const QChar *const first = writeDigits(end, number, 1);
-    const int count = static_cast<int>(end - first);
-    for (int zeros = fewest - count; zeros > 0; --zeros)
-        text.append(QLatin1Char('0'));
-    text.append(first, count);
+    const int count = std::max(digitsOf(number), fewest);
+    QChar *const end = text.room(count) + count;
+    writeDigits(end, number, fewest);
+    text.endAt(end);
 }
 
 /// The whole part of a number with decimals.
@@ -96,31 +106,52 @@ void appendWhole(TextBuffer &text, int fewestDigits, qint64 value)
     appendDigits(text, magnitudeOf(value), fewestDigits);
 }
 
+/// A number of parts as a whole number of units and the parts behind it.
+struct Split
+{
+    quint64 whole;
+    quint32 parts;
+};
+
+/// To divide by a number that is known beforehand takes a third of the time.
+template <quint32 unit>
+Split splitBy(quint32 magnitude)
+{
+    return {magnitude / unit, magnitude % unit};
+}
+
+Split split(quint64 magnitude, quint32 unit)
+{
+    // Most amounts are small, and narrow numbers divide faster.
+    if (magnitude > std::numeric_limits<quint32>::max())
+        return {magnitude / unit, static_cast<quint32>(magnitude % unit)};
+    const auto small = static_cast<quint32>(magnitude);
+    switch (unit) {
+        case 100:
+            return splitBy<100>(small);
+        case 1000:
+            return splitBy<1000>(small);
+        default:
+            return {small / unit, small % unit};
+    }
+}
+
 void appendWithDecimals(TextBuffer &text, int fewestWhole, int decimals, quint32 unit, double value)
 {
-    constexpr int usualDigits = 20;
     const qint64 scaled = fixNumber(unit, value).value();
-    const quint64 magnitude = magnitudeOf(scaled);
-    // Most amounts are small, and narrow numbers divide faster.
-    const bool isSmall = magnitude <= std::numeric_limits<quint32>::max();
-    const quint32 small = static_cast<quint32>(magnitude);
-    const qint64 wholeMagnitude = isSmall ? small / unit : static_cast<qint64>(magnitude / unit);
+    const Split amount = split(magnitudeOf(scaled), unit);
+    const auto wholeMagnitude = static_cast<qint64>(amount.whole);
     const int whole = printedWhole(scaled < 0 ? -wholeMagnitude : wholeMagnitude);
-    const quint32 fraction = isSmall ? small % unit : static_cast<quint32>(magnitude % unit);
-    if (fewestWhole > usualDigits) {
-        appendWhole(text, fewestWhole, whole);
-        text.append(QLatin1Char('.'));
-        appendDigits(text, fraction, decimals);
-        return;
-    }
-    std::array<QChar, usualDigits + mostDecimals + 2> written;
-    QChar *const end = written.data() + written.size();
-    QChar *first = writeDigits(end, fraction, decimals);
-    *--first = QLatin1Char('.');
-    first = writeDigits(first, static_cast<quint32>(magnitudeOf(whole)), fewestWhole);
+    const auto wholeDigits = static_cast<quint32>(magnitudeOf(whole));
+    const int count = std::max(digitsOf(wholeDigits), fewestWhole);
+    QChar *to = text.room(count + decimals + 2);
     if (whole < 0)
-        *--first = QLatin1Char('-');
-    text.append(first, static_cast<int>(end - first));
+        *to++ = QLatin1Char('-');
+    writeDigits(to + count, wholeDigits, fewestWhole);
+    to += count;
+    *to++ = QLatin1Char('.');
+    writeDigits(to + decimals, amount.parts, decimals);
+    text.endAt(to + decimals);
 }
 
 /// More decimals than the power of ten of a fixed-point number can have.

@@ -3,14 +3,12 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringView>
-#include <QVarLengthArray>
+
+#include "printerdocs/template/textbuffer_p.h"
 
 /// Texts of values by the format of a tag. All are pure functions; the meaning of a format is told
 /// with the operations of the same names in PrinterDocumentFormatter.
 namespace valueformat {
-
-/// A text that grows by pieces of a few characters, for which a QString has to be asked each time.
-using TextBuffer = QVarLengthArray<QChar, 256>;
 
 /// What a format says of numbers. Those of a template are read once.
 class NumberPattern
