@@ -18,11 +18,16 @@ inline bool hasFormat(char format, ECharFormat bit)
     return (static_cast<uchar>(format) & static_cast<uint>(bit)) != 0;
 }
 
+/// Whether a character is a special symbol, unless its format says that it isn't.
+inline bool isSymbolCode(QChar character)
+{
+    return character.unicode() >= firstSymbol && character.unicode() <= lastSymbol;
+}
+
 /// Whether a character of this format is a special symbol.
 inline bool isSymbol(QChar character, char format)
 {
-    return character.unicode() >= firstSymbol && character.unicode() <= lastSymbol &&
-           !hasFormat(format, CharRawCode);
+    return isSymbolCode(character) && !hasFormat(format, CharRawCode);
 }
 
 /// The format or font bytes of a text, of whatever length: an empty array stands for zero bytes, a
@@ -34,6 +39,12 @@ public:
     explicit CharacterBytes(const QByteArray &bytes)
         : m_bytes(bytes.constData()), m_size(bytes.size()), m_last(m_size > 0 ? bytes.back() : '\0')
     {}
+
+    /// These bytes, and another one for all characters behind them.
+    CharacterBytes(const QByteArray &bytes, char last) : CharacterBytes(bytes) { m_last = last; }
+
+    /// Whether all characters from this one on have the same byte, as far as that is seen at once.
+    bool isOneFrom(int character) const { return m_start + character >= m_size; }
 
     char at(int character) const
     {

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QByteArray>
-#include <QLatin1String>
 #include <QString>
 #include <QStringView>
+#include <QVarLengthArray>
+#include <cstring>
 
 #include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/documentblock.h"
@@ -26,41 +27,77 @@ public:
     /// One line of a block; nothing if there is no such line.
     void appendLine(const DocumentBlock &block, int line, bool rightAlign, bool useTable,
                     int lineWidth);
-    /// One line as a row of a table; a line break if it is blank.
-    void appendRow(QStringView line, const QByteArray &font, const QByteArray &format,
+    /// One line as a row of a table behind a line feed; a line break if it is blank.
+    void appendRow(QStringView line, const CharacterBytes &font, const CharacterBytes &format,
                    ETextAlignment alignment, bool rightAlign);
     /// A run of text in a table cell; an empty width leaves that attribute out.
-    template <typename Attributes, typename Width>
     void appendCell(QStringView text, const CharacterBytes &font, const CharacterBytes &format,
-                    Attributes attributes, Width width)
-    {
-        m_html += QLatin1String("<td ");
-        m_html += attributes;
-        if (!width.isEmpty()) {
-            m_html += QLatin1String(" width=\"");
-            m_html += width;
-            m_html += QLatin1Char('"');
-        }
-        m_html += QLatin1String("> ");
-        appendCharacters(text, font, format);
-        m_html += QLatin1String(" </td>");
-    }
+                    QStringView attributes, QStringView width);
     /// A run of text: its characters in their fonts and formats.
     void appendCharacters(QStringView text, const CharacterBytes &font,
                           const CharacterBytes &format);
 
 private:
-    void appendFilledRow(QStringView line, const QByteArray &font, const QByteArray &format,
-                         ETextAlignment alignment, bool rightAlign);
-    void appendTwoCells(QStringView line, const CharacterBytes &font, const CharacterBytes &format,
-                        bool rightAlign);
-    void appendDivision(const QString &line, const QByteArray &font, const QByteArray &format,
-                        ETextAlignment alignment, int lineWidth);
-    void appendStart(char format, char font);
-    void appendEnd(char format);
-    void appendSymbol();
+    /// A text that grows by pieces of a few characters, for which a QString has to be asked each
+    /// time. Not of QChar, which it would set one by one.
+    template <int Size>
+    class Pieces
+    {
+    public:
+        bool isEmpty() const { return m_text.isEmpty(); }
+        QStringView text() const { return QStringView(m_text.constData(), m_text.size()); }
+        void clear() { m_text.resize(0); }
+        void add(QChar c) { m_text.append(c.unicode()); }
+        void add(QStringView piece)
+        {
+            if (!piece.isEmpty())
+                add(piece.utf16(), static_cast<std::size_t>(piece.size()));
+        }
+        /// Their sizes are known here, so that they are copied at once.
+        template <std::size_t PieceSize>
+        void add(const char16_t (&piece)[PieceSize])
+        {
+            add(piece, PieceSize - 1);
+        }
+
+    private:
+        void add(const char16_t *piece, std::size_t size)
+        {
+            const int begin = m_text.size();
+            m_text.resize(begin + static_cast<int>(size));
+            std::memcpy(m_text.data() + begin, piece, size * sizeof(char16_t));
+        }
+
+        QVarLengthArray<char16_t, Size> m_text;
+    };
+
+    /// What stands around a run of text; the next run mostly looks like the one before.
+    struct RunTags
+    {
+        char format = 0;
+        char font = 0;
+        Pieces<40> start;  ///< empty: nothing is known yet
+        Pieces<20> end;
+    };
+
+    void finishRow();
+    void addLine(const DocumentBlock &block, int line, bool rightAlign, bool useTable,
+                 int lineWidth);
+    void addRow(QStringView line, const CharacterBytes &font, const CharacterBytes &format,
+                ETextAlignment alignment, bool rightAlign);
+    void addTwoCells(QStringView line, int tabPlace, const CharacterBytes &font,
+                     const CharacterBytes &format, bool rightAlign);
+    void addWidth(int part, int whole);
+    void addDivision(const QString &line, const QByteArray &font, const QByteArray &format,
+                     ETextAlignment alignment, int lineWidth);
+    void addCharacters(QStringView text, const CharacterBytes &font, const CharacterBytes &format);
+    void addRun(QStringView run, char font, char format);
+    void addSymbol();
+    void lookAt(char font, char format);
 
     QString &m_html;
+    Pieces<512> m_row;  ///< what belongs behind the text
+    RunTags m_tags;
     QString m_symbolTag;
 };
 

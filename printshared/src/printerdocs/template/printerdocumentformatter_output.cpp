@@ -150,7 +150,12 @@ class HtmlOutput : public OutputOfLines<HtmlOutput>
 {
 public:
     HtmlOutput(int leftMargin, bool rightAlign, QLatin1String head, QLatin1String tail)
-        : m_run(leftMargin), m_rightAlign(rightAlign), m_tail(tail), m_html(head), m_writer(m_html)
+        : m_run(leftMargin),
+          m_bytesOfMargin(m_run.margin(), '\0'),
+          m_rightAlign(rightAlign),
+          m_tail(tail),
+          m_html(head),
+          m_writer(m_html)
     {}
 
     void reserve(int lines) { m_writer.reserve(qint64(lines) * htmlPerLine); }
@@ -159,7 +164,8 @@ public:
     {
         const PrintedLine printed = m_run.printed(line);
         if (printed.isValid)
-            appendRow(printed.text, printed.fonts, printed.formats, printed.alignment);
+            appendRow(printed.text, CharacterBytes(printed.fonts), CharacterBytes(printed.formats),
+                      printed.alignment);
     }
     Fallback takes(const LineLook &look) const { return m_run.takes(look); }
     void planned(const LineLook &look, const LineWithTab &line)
@@ -178,19 +184,18 @@ public:
     }
 
 private:
-    void appendRow(QStringView text, const QByteArray &fonts, const QByteArray &formats,
+    void appendRow(QStringView text, const CharacterBytes &fonts, const CharacterBytes &formats,
                    ETextAlignment alignment)
     {
-        m_html += QLatin1Char('\n');
         m_writer.appendRow(text, fonts, formats, alignment, m_rightAlign);
     }
-    /// A short array goes on with its last byte.
-    QByteArray bytesOf(char byte) const
+    CharacterBytes bytesOf(char byte) const
     {
-        return byte == 0 ? QByteArray() : QByteArray(m_run.margin(), '\0').append(byte);
+        return byte == 0 ? CharacterBytes({}) : CharacterBytes(m_bytesOfMargin, byte);
     }
 
     MarkupRun m_run;
+    const QByteArray m_bytesOfMargin;
     const bool m_rightAlign;
     const QLatin1String m_tail;
     QString m_html;
