@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QStringList>
-#include <memory>
 #include <optional>
+#include <utility>
 
 #include "printerdocs/document/linepadding_p.h"
 #include "printerdocs/plan/fallback_p.h"
@@ -203,24 +203,25 @@ private:
 
 /// Prints a document, by the template's plan where it can be.
 /// @param arguments of the output
+/// @return the output's result()
 template <typename Output, typename... Arguments>
-std::unique_ptr<Output> printed(const PrinterDocumentFormatter &formatter, TemplateLines &lines,
-                                const PrinterDocument &document, int margin,
-                                const Arguments &...arguments)
+auto printed(const PrinterDocumentFormatter &formatter, TemplateLines &lines,
+             const PrinterDocument &document, int margin, const Arguments &...arguments)
 {
-    auto output = std::make_unique<Output>(arguments...);
+    // Not on the heap: memory of that size makes malloc() tidy up what the document before left.
+    std::optional<Output> output(std::in_place, arguments...);
     int linesFilled = 0;
     if (const auto plan = lines.plan()) {
         DocumentByPlan byPlan(*plan, document, margin, *output);
         QStringList symbolsLines = byPlan.suits() ? plan->symbolsLines() : QStringList();
         formatter.loadSpecSymbols(symbolsLines);
         if (byPlan.suits() && byPlan.print())
-            return output;
+            return output->result();
         linesFilled = byPlan.linesFilled();
-        output = std::make_unique<Output>(arguments...);
+        output.emplace(arguments...);
     }
     output->take(preparedLines(formatter, lines.lines(), document, linesFilled));
-    return output;
+    return output->result();
 }
 
 }  // namespace templates

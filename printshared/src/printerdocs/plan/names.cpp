@@ -82,11 +82,11 @@ std::vector<int> TemplateNames::take(const std::vector<QStringView> &names)
 }
 
 NamedValues::NamedValues(const TemplateNames &names, const Attributes &attributes)
-    : m_values(static_cast<std::size_t>(names.count()))
+    : m_values(names.count())
 {
     // What a look-up costs in steps through the map.
-    constexpr std::size_t stepsOfALookUp = 8;
-    if (static_cast<std::size_t>(attributes.size()) <= stepsOfALookUp * m_values.size())
+    constexpr int stepsOfALookUp = 8;
+    if (attributes.size() <= stepsOfALookUp * m_values.size())
         walk(names, attributes);
     else
         lookUp(names, attributes);
@@ -101,7 +101,7 @@ void NamedValues::walk(const TemplateNames &names, const Attributes &attributes)
     for (int name = 0; attribute != end && name < count;) {
         const QStringView wanted = names.at(name);
         if (isSame(attribute.key(), wanted)) {
-            m_values[static_cast<std::size_t>(name++)] = valueOf(*attribute);
+            m_values[name++] = valueOf(*attribute);
             ++attribute;
         } else if (QStringView(attribute.key()) < wanted) {
             ++attribute;
@@ -118,7 +118,7 @@ void NamedValues::lookUp(const TemplateNames &names, const Attributes &attribute
         const auto attribute = attributes.constFind(
             QString::fromRawData(wanted.data(), static_cast<int>(wanted.size())));
         if (attribute != attributes.cend())
-            m_values[static_cast<std::size_t>(name)] = valueOf(*attribute);
+            m_values[name] = valueOf(*attribute);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <QMap>
 #include <QString>
 #include <QStringView>
+#include <QVarLengthArray>
 #include <QVariant>
 #include <variant>
 #include <vector>
@@ -42,13 +43,13 @@ public:
     /// Refers to the attributes, which must neither change nor go as long as this is used.
     NamedValues(const TemplateNames &names, const Attributes &attributes);
 
-    const Value &of(int name) const { return m_values[static_cast<std::size_t>(name)]; }
+    const Value &of(int name) const { return m_values[name]; }
 
 private:
     void walk(const TemplateNames &names, const Attributes &attributes);
     void lookUp(const TemplateNames &names, const Attributes &attributes);
 
-    std::vector<Value> m_values;
+    QVarLengthArray<Value, 128> m_values;
 };
 
 }  // namespace templates

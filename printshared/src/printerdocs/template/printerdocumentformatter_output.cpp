@@ -1,7 +1,10 @@
-#include <array>
+#include <QVarLengthArray>
+#include <algorithm>
+#include <utility>
 
 #include "printerdocs/document/htmlwriter_p.h"
 #include "printerdocs/document/linepadding_p.h"
+#include "printerdocs/document/zerobytes_p.h"
 #include "printerdocs/plan/documentbyplan_p.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/charsearch_p.h"
@@ -137,7 +140,7 @@ public:
         m_lines.append(QString());
         m_lines.last().swap(padded);
     }
-    const QStringList &lines() const { return m_lines; }
+    QStringList result() const { return m_lines; }
 
 private:
     MarkupRun m_run;
@@ -176,7 +179,7 @@ public:
                   bytesOf(look.format), look.alignment);
         m_run.carry(look);
     }
-    QString text()
+    QString result()
     {
         m_html += QLatin1Char('\n');
         m_html += m_tail;
@@ -206,17 +209,13 @@ private:
 class BlockList
 {
 public:
-    void add(const PrintedLine &line)
+    void add(PrintedLine &&line)
     {
         if (!line.isValid)
             return;
-        if (!m_text.isEmpty() && m_alignment != line.alignment)
+        if (!m_lines.isEmpty() && m_lines.last().alignment != line.alignment)
             closeBlock();
-        m_alignment = line.alignment;
-        m_text.append(line.text);
-        m_formats.append(line.formats);
-        m_fonts.append(line.fonts);
-        m_spacings.append(line.spacing);
+        m_lines.append(std::move(line));
     }
     void add(const DocumentBlock &block)
     {
@@ -232,28 +231,33 @@ public:
 private:
     void closeBlock()
     {
-        if (m_text.isEmpty())
+        if (m_lines.isEmpty())
             return;
-        DocumentBlock block;
-        block.setText(m_text);
-        block.setFormat(m_formats);
-        block.setFont(m_fonts);
-        block.setAlignment(m_alignment);
-        block.setLineSpacing(m_spacings);
-        m_blocks.append(block);
-        m_text = QStringList();
-        m_formats = QList<QByteArray>();
-        m_fonts = QList<QByteArray>();
-        m_spacings = QList<int>();
+        m_blocks.append(DocumentBlock());
+        DocumentBlock &block = m_blocks.last();
+        block.setText(listOf(&PrintedLine::text));
+        block.setFormat(listOf(&PrintedLine::formats));
+        block.setFont(listOf(&PrintedLine::fonts));
+        block.setAlignment(m_lines.last().alignment);
+        block.setLineSpacing(listOf(&PrintedLine::spacing));
+        m_lines.resize(0);
+    }
+
+    /// What all lines have of one kind.
+    template <typename Value>
+    QList<Value> listOf(Value PrintedLine::*value)
+    {
+        QList<Value> list;
+        list.reserve(m_lines.size());
+        for (PrintedLine &line : m_lines) {
+            list.append(Value());
+            list.last() = std::move(line.*value);
+        }
+        return list;
     }
 
     QList<DocumentBlock> m_blocks;
-    // The lines of the block that is being gathered.
-    QStringList m_text;
-    QList<QByteArray> m_formats;
-    QList<QByteArray> m_fonts;
-    ETextAlignment m_alignment = AlignLeft;
-    QList<int> m_spacings;
+    QVarLengthArray<PrintedLine, 64> m_lines;  ///< of the block that is being gathered
 };
 
 /// Text in front of a code becomes text of its own. Intended: it keeps its case, and the code's
@@ -277,7 +281,10 @@ void addLineWithCode(BlockList &blocks, const QString &line, int tag, MarkupRun 
 class BlockOutput : public OutputOfLines<BlockOutput>
 {
 public:
-    BlockOutput(int leftMargin, bool readsQrTag) : m_run(leftMargin), m_readsQrTag(readsQrTag) {}
+    /// @param symbols those of the document, as they are when its result is asked for
+    BlockOutput(int leftMargin, bool readsQrTag, const SpecialCharacters &symbols)
+        : m_run(leftMargin), m_readsQrTag(readsQrTag), m_symbols(symbols)
+    {}
 
     void reserve(int) {}
     void blank() { m_blocks.add(m_run.printed(QString())); }
@@ -295,30 +302,25 @@ public:
         const QStringView text = line.text;
         const int size = static_cast<int>(text.size());
         const QByteArray formats = bytesOf(look.format, size);
-        m_blocks.add({true, m_run.folded(text.toString()), formats,
-                      look.font == look.format ? formats : bytesOf(look.font, size), look.alignment,
-                      look.spacing});
+        m_blocks.add({true, m_run.folds() ? m_run.folded(text.toString()) : text.toString(),
+                      formats, look.font == look.format ? formats : bytesOf(look.font, size),
+                      look.alignment, look.spacing});
         m_run.carry(look);
     }
-    TextPrinterDocument document(const SpecialCharacters &symbols)
+    TextPrinterDocument result()
     {
         TextPrinterDocument document;
         document.setBlocks(m_blocks.take());
-        document.setCharImages(symbols);
+        document.setCharImages(m_symbols);
         document.setCurrentTicketAction(QFlags<EPrinterTicketAction>(receiptTicketAction));
         return document;
     }
 
 private:
-    /// Lines of one length without formats share their bytes.
-    QByteArray bytesOf(char byte, int size)
+    QByteArray bytesOf(char byte, int size) const
     {
-        const auto place = static_cast<std::size_t>(size);
-        if (byte == 0 && place < m_zeros.size()) {
-            if (m_zeros[place].isNull())
-                m_zeros[place] = QByteArray(size, '\0');
-            return m_zeros[place];
-        }
+        if (byte == 0)
+            return zeroBytes(size);
         QByteArray bytes(size, byte);
         std::fill_n(bytes.begin(), m_run.margin(), '\0');
         return bytes;
@@ -326,16 +328,16 @@ private:
 
     MarkupRun m_run;
     const bool m_readsQrTag;
-    std::array<QByteArray, 64> m_zeros;  ///< by their number
+    const SpecialCharacters &m_symbols;
     BlockList m_blocks;
 };
 
 /// Prints lines as they are.
 template <typename Output>
-Output &&taken(Output &&output, const QStringList &lines)
+auto taken(Output &&output, const QStringList &lines)
 {
     output.take(lines);
-    return std::forward<Output>(output);
+    return output.result();
 }
 
 }  // namespace
@@ -354,55 +356,49 @@ QStringList PrinterDocumentFormatter::toFormattedText(const PrinterDocument &doc
 QStringList PrinterDocumentFormatter::toPlainText(const PrinterDocument &document, int width) const
 {
     return templates::printed<TextOutput>(*this, *m_templateLines, document, m_leftMargin,
-                                          m_leftMargin, width)
-        ->lines();
+                                          m_leftMargin, width);
 }
 
 QStringList PrinterDocumentFormatter::plainTextToFormattedPlainText(const QString &text,
                                                                     int width) const
 {
-    return taken(TextOutput(m_leftMargin, width), linesOf(text)).lines();
+    return taken(TextOutput(m_leftMargin, width), linesOf(text));
 }
 
 QString PrinterDocumentFormatter::toHtml(const PrinterDocument &document, bool rightAlign) const
 {
     return templates::printed<HtmlOutput>(*this, *m_templateLines, document, m_leftMargin,
-                                          m_leftMargin, rightAlign, fragmentHead, fragmentTail)
-        ->text();
+                                          m_leftMargin, rightAlign, fragmentHead, fragmentTail);
 }
 
 QString PrinterDocumentFormatter::toHtmlDocument(const PrinterDocument &document,
                                                  bool rightAlign) const
 {
     return templates::printed<HtmlOutput>(*this, *m_templateLines, document, m_leftMargin,
-                                          m_leftMargin, rightAlign, documentHead, documentTail)
-        ->text();
+                                          m_leftMargin, rightAlign, documentHead, documentTail);
 }
 
 QString PrinterDocumentFormatter::plainTextToHtml(const QString &text, bool rightAlign) const
 {
     return taken(HtmlOutput(m_leftMargin, rightAlign, plainFragmentHead, fragmentTail),
-                 linesOf(text))
-        .text();
+                 linesOf(text));
 }
 
 QString PrinterDocumentFormatter::plainTextToHtmlDocument(const QString &text,
                                                           bool rightAlign) const
 {
-    return taken(HtmlOutput(m_leftMargin, rightAlign, documentHead, documentTail), linesOf(text))
-        .text();
+    return taken(HtmlOutput(m_leftMargin, rightAlign, documentHead, documentTail), linesOf(text));
 }
 
 TextPrinterDocument PrinterDocumentFormatter::toTextPrinterDocument(
     const PrinterDocument &document) const
 {
     return templates::printed<BlockOutput>(*this, *m_templateLines, document, m_leftMargin,
-                                           m_leftMargin, true)
-        ->document(m_specialCharacters);
+                                           m_leftMargin, true, m_specialCharacters);
 }
 
 TextPrinterDocument PrinterDocumentFormatter::plainTextToTextPrinterDocument(
     const QString &text) const
 {
-    return taken(BlockOutput(m_leftMargin, false), linesOf(text)).document(m_specialCharacters);
+    return taken(BlockOutput(m_leftMargin, false, m_specialCharacters), linesOf(text));
 }
