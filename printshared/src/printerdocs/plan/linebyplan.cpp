@@ -54,28 +54,40 @@ void LineByPlan::beginLine()
     m_tab = -1;
     m_used.clear();
     m_logIsOn = fillinglog::isOn();
+    m_fallback = Fallback::None;
 }
 
 Fallback LineByPlan::fill(const TemplatePlan::Line &line)
 {
     const Shape &shape = *line.shape;
     beginLine();
-    m_groups.resize(shape.groups().size());
     for (const Shape::Step *step = shape.steps().data();; ++step) {
-        if (step->tab >= 0)
-            m_tab = m_text.size() + step->tab;
-        m_text.appendPiece(shape.text() + step->begin, step->size);
-        m_lineSize += step->lineSize;
-        if (step->mark == Shape::Mark::GroupBegin)
-            m_groups[static_cast<std::size_t>(step->index)] = {m_text.size(), m_lineSize};
-        if (step->mark == Shape::Mark::Value) {
-            const Fallback fallback = fillTag(line, step);
-            if (fallback != Fallback::None)
-                return fallback;
+        appendPiece(shape, *step);
+        switch (step->mark) {
+            case Shape::Mark::Value:
+                step = fillTag(line, *step);
+                if (step == nullptr || step->mark == Shape::Mark::End)
+                    return m_fallback;
+                break;
+            case Shape::Mark::GroupBegin:
+                if (m_groups.size() < shape.groups().size())
+                    m_groups.resize(shape.groups().size());
+                m_groups[static_cast<std::size_t>(step->index)] = {m_text.size(), m_lineSize};
+                break;
+            case Shape::Mark::GroupEnd:
+                break;
+            case Shape::Mark::End:
+                return Fallback::None;
         }
-        if (step->mark == Shape::Mark::End)
-            return Fallback::None;
     }
+}
+
+inline void LineByPlan::appendPiece(const Shape &shape, const Shape::Step &step)
+{
+    if (step.tab >= 0)
+        m_tab = m_text.size() + step.tab;
+    m_text.appendPiece(shape.text() + step.begin, step.size);
+    m_lineSize += step.lineSize;
 }
 
 Fallback LineByPlan::takeEntry(QStringView entry, LineLook &look)
@@ -95,26 +107,32 @@ Fallback LineByPlan::takeEntry(QStringView entry, LineLook &look)
                                                                 : Fallback::EntryOfMarkup;
 }
 
-/// @param step moves to the end of the tag's group if that vanishes
-Fallback LineByPlan::fillTag(const TemplatePlan::Line &line, const Shape::Step *&step)
+/// @return where the line goes on: behind this step; null: it doesn't
+inline const Shape::Step *LineByPlan::fillTag(const TemplatePlan::Line &line,
+                                              const Shape::Step &step)
 {
     const Shape &shape = *line.shape;
-    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(step->index)];
-    const int name = m_plan.namesOf(line)[wanted.firstName];
+    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(step.index)];
+    const int name = m_plan.namesOf(line)[step.firstName];
     const NamedValues::Value &value = m_values.of(name);
     const int begin = m_text.size();
     const bool isThere = value.index() != 0;
     if (isThere && m_logIsOn)
         m_used.push_back({name, false, 0});
     const Fallback fallback =
-        isThere ? appendValue(wanted, value) : appendExpression(line, step->index);
+        isThere ? appendValue(wanted, value) : appendExpression(line, step.index);
     if (fallback != Fallback::None)
-        return fallback;
+        return giveUp(fallback);
     if (wanted.group >= 0 && vanishesWithItsGroup(writtenFrom(begin)))
-        return dropGroup(shape, wanted.group, step);
+        return dropGroup(shape, wanted.group);
     m_lineSize += m_text.size() - begin;
-    return m_text.size() == begin && shape.hasRanges() ? Fallback::EmptyAmongRanges
-                                                       : Fallback::None;
+    return m_text.size() == begin && shape.hasRanges() ? giveUp(Fallback::EmptyAmongRanges) : &step;
+}
+
+const Shape::Step *LineByPlan::giveUp(Fallback reason)
+{
+    m_fallback = reason;
+    return nullptr;
 }
 
 Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
@@ -152,31 +170,29 @@ Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
 }
 
 /// The scan goes on as far to the right as the tag stood in its group, which must not be beyond the
-/// next tag.
-Fallback LineByPlan::dropGroup(const Shape &shape, int group, const Shape::Step *&step)
+/// next tag. @return as fillTag()
+const Shape::Step *LineByPlan::dropGroup(const Shape &shape, int group)
 {
     const Shape::Group &dropped = shape.groups()[static_cast<std::size_t>(group)];
     if (dropped.isWholeLine) {
         m_text.truncate(m_margin);
         m_lineSize = 0;
         m_tab = -1;
-        step = &shape.steps().back();
-        return Fallback::None;
+        return &shape.steps().back();
     }
     if (!dropped.mayVanish)
-        return Fallback::GroupOfMarkup;
+        return giveUp(Fallback::GroupOfMarkup);
     const Begin &begin = m_groups[static_cast<std::size_t>(group)];
     if (m_lineSize - begin.line > dropped.room)
-        return Fallback::GroupNearTag;
+        return giveUp(Fallback::GroupNearTag);
     m_text.truncate(begin.text);
     m_lineSize = begin.line;
     if (m_tab >= begin.text)
         m_tab = -1;
-    step = &shape.steps()[static_cast<std::size_t>(dropped.endStep)];
-    return Fallback::None;
+    return &shape.steps()[static_cast<std::size_t>(dropped.endStep)];
 }
 
-Fallback LineByPlan::appendValue(const Shape::Tag &tag, const NamedValues::Value &value)
+inline Fallback LineByPlan::appendValue(const Shape::Tag &tag, const NamedValues::Value &value)
 {
     if (const auto *const real = std::get_if<double>(&value)) {
         tag.pattern.appendReal(m_text, *real);

@@ -57,13 +57,15 @@ private:
     };
 
     void beginLine();
-    Fallback fillTag(const TemplatePlan::Line &line, const Shape::Step *&step);
+    void appendPiece(const Shape &shape, const Shape::Step &step);
+    const Shape::Step *fillTag(const TemplatePlan::Line &line, const Shape::Step &step);
     Fallback appendExpression(const TemplatePlan::Line &line, int tag);
     Fallback appendValue(const Shape::Tag &tag, const NamedValues::Value &value);
     Fallback appendVariant(const Shape::Tag &tag, const QVariant &value);
     Fallback appendTextOrNumber(const Shape::Tag &tag, const QString &text);
     Fallback appendText(QStringView text);
-    Fallback dropGroup(const Shape &shape, int group, const Shape::Step *&step);
+    const Shape::Step *dropGroup(const Shape &shape, int group);
+    const Shape::Step *giveUp(Fallback reason);
     QStringView writtenFrom(int begin) const
     {
         return QStringView(m_text.constData() + begin, m_text.size() - begin);
@@ -77,6 +79,7 @@ private:
     int m_lineSize = 0;  ///< of the filled line up to here
     int m_tab = -1;      ///< where the text has it; -1: it has none
     bool m_logIsOn = false;
+    Fallback m_fallback = Fallback::None;
     std::optional<NamesInExpressions> m_namesInExpressions;
     ExpressionSet m_expressions;
     std::vector<Begin> m_groups;

@@ -7,11 +7,26 @@ namespace templates {
 
 namespace {
 
+/// Names have some seven characters: they are compared before a call of std::memcmp() has begun.
 bool isSame(const QString &a, QStringView b)
 {
-    return a.size() == b.size() &&
-           std::memcmp(a.constData(), b.data(),
-                       sizeof(QChar) * static_cast<std::size_t>(a.size())) == 0;
+    constexpr int atOnce = sizeof(quint64) / sizeof(QChar);
+    int left = a.size();
+    if (left != b.size())
+        return false;
+    const QChar *const inA = a.constData();
+    const QChar *const inB = b.data();
+    for (; left >= atOnce; left -= atOnce) {
+        quint64 partOfA = 0;
+        quint64 partOfB = 0;
+        std::memcpy(&partOfA, inA + left - atOnce, sizeof(partOfA));
+        std::memcpy(&partOfB, inB + left - atOnce, sizeof(partOfB));
+        if (partOfA != partOfB)
+            return false;
+    }
+    while (left > 0 && inA[left - 1] == inB[left - 1])
+        --left;
+    return left == 0;
 }
 
 /// The first characters of a name as a number that sorts like them, as far as they tell.
@@ -82,11 +97,11 @@ std::vector<int> TemplateNames::take(const std::vector<QStringView> &names)
 }
 
 NamedValues::NamedValues(const TemplateNames &names, const Attributes &attributes)
-    : m_values(names.count())
+    : m_values(static_cast<std::size_t>(names.count()))
 {
     // What a look-up costs in steps through the map.
-    constexpr int stepsOfALookUp = 8;
-    if (attributes.size() <= stepsOfALookUp * m_values.size())
+    constexpr std::size_t stepsOfALookUp = 8;
+    if (static_cast<std::size_t>(attributes.size()) <= stepsOfALookUp * m_values.size())
         walk(names, attributes);
     else
         lookUp(names, attributes);
@@ -97,17 +112,19 @@ void NamedValues::walk(const TemplateNames &names, const Attributes &attributes)
 {
     auto attribute = attributes.cbegin();
     const auto end = attributes.cend();
-    const int count = names.count();
-    for (int name = 0; attribute != end && name < count;) {
+    int name = 0;
+    for (Value *value = m_values.data(); attribute != end && name < names.count();) {
         const QStringView wanted = names.at(name);
-        if (isSame(attribute.key(), wanted)) {
-            m_values[name++] = valueOf(*attribute);
-            ++attribute;
-        } else if (QStringView(attribute.key()) < wanted) {
-            ++attribute;
-        } else {
+        const bool isWanted = isSame(attribute.key(), wanted);
+        const bool isPassed = isWanted || QStringView(attribute.key()) < wanted;
+        if (isWanted)
+            *value = valueOf(*attribute);
+        if (isWanted || !isPassed) {
+            ++value;
             ++name;
         }
+        if (isPassed)
+            ++attribute;
     }
 }
 
@@ -118,7 +135,7 @@ void NamedValues::lookUp(const TemplateNames &names, const Attributes &attribute
         const auto attribute = attributes.constFind(
             QString::fromRawData(wanted.data(), static_cast<int>(wanted.size())));
         if (attribute != attributes.cend())
-            m_values[name] = valueOf(*attribute);
+            m_values[static_cast<std::size_t>(name)] = valueOf(*attribute);
     }
 }
 

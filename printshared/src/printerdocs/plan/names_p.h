@@ -22,7 +22,8 @@ public:
     QStringView at(int number) const
     {
         const int begin = m_ends[static_cast<std::size_t>(number)];
-        return QStringView(m_text).mid(begin, m_ends[static_cast<std::size_t>(number) + 1] - begin);
+        return QStringView(m_text.constData() + begin,
+                           m_ends[static_cast<std::size_t>(number) + 1] - begin);
     }
 
 private:

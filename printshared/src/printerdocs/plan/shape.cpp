@@ -242,6 +242,7 @@ void Shape::takeSteps(const QString &line, const QString &printed)
         step.tab = placeOf(documents::tab, QStringView(printed).mid(begin, step.size));
         step.mark = end < printed.size() ? markOf(printed.at(end)) : Mark::End;
         if (step.mark == Mark::Value) {
+            step.firstName = m_tags[static_cast<std::size_t>(tag)].firstName;
             step.index = tag++;
         } else if (step.mark == Mark::GroupBegin) {
             step.index = nextGroup++;

@@ -79,7 +79,8 @@ public:
         int lineSize = 0;  ///< of the piece before its markup was read
         int tab = -1;      ///< where it has one; -1: it has none
         Mark mark = Mark::End;
-        int index = 0;  ///< of the tag or the group
+        int index = 0;      ///< of the tag or the group
+        int firstName = 0;  ///< of the tag, among those of the line
     };
     struct Tag
     {

@@ -1,6 +1,7 @@
 #include <QLocale>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "hearth/fixnumber.h"
@@ -35,16 +36,38 @@ int digitsOfFormat(QStringView format)
     return static_cast<int>(format.size()) - qMax(placeOf(QLatin1Char('0'), format), 0);
 }
 
+using TwoDigits = std::array<QChar, 2>;
+
+/// "00" to "99".
+constexpr std::array<TwoDigits, 100> makeTwoDigits()
+{
+    std::array<TwoDigits, 100> all{};
+    for (std::size_t number = 0; number < all.size(); ++number)
+        all[number] = {QChar(static_cast<ushort>('0' + number / 10)),
+                       QChar(static_cast<ushort>('0' + number % 10))};
+    return all;
+}
+constexpr std::array<TwoDigits, 100> twoDigits = makeTwoDigits();
+
+/// Writes the digits of a number below 100 in front of a place.
+QChar *writeTwoDigits(QChar *end, std::size_t number)
+{
+    std::memcpy(end - 2, twoDigits[number].data(), sizeof(TwoDigits));
+    return end - 2;
+}
+
 /// Writes the digits of a number in front of a place, with zeros in front up to so many digits.
 /// @return where they begin
 template <typename Number>
 QChar *writeDigits(QChar *end, Number number, int fewest)
 {
     QChar *const stop = end - fewest;
-    do {
-        *--end = QLatin1Char(static_cast<char>('0' + number % 10));
-        number /= 10;
-    } while (number != 0);
+    for (; number >= twoDigits.size(); number /= twoDigits.size())
+        end = writeTwoDigits(end, number % twoDigits.size());
+    if (number >= 10)
+        end = writeTwoDigits(end, number);
+    else
+        *--end = QLatin1Char(static_cast<char>('0' + number));
     while (end > stop)
         *--end = QLatin1Char('0');
     return end;
@@ -106,52 +129,53 @@ void appendWhole(TextBuffer &text, int fewestDigits, qint64 value)
     appendDigits(text, magnitudeOf(value), fewestDigits);
 }
 
-/// A number of parts as a whole number of units and the parts behind it.
-struct Split
-{
-    quint64 whole;
-    quint32 parts;
-};
-
-/// To divide by a number that is known beforehand takes a third of the time.
-template <quint32 unit>
-Split splitBy(quint32 magnitude)
-{
-    return {magnitude / unit, magnitude % unit};
-}
-
-Split split(quint64 magnitude, quint32 unit)
-{
-    // Most amounts are small, and narrow numbers divide faster.
-    if (magnitude > std::numeric_limits<quint32>::max())
-        return {magnitude / unit, static_cast<quint32>(magnitude % unit)};
-    const auto small = static_cast<quint32>(magnitude);
-    switch (unit) {
-        case 100:
-            return splitBy<100>(small);
-        case 1000:
-            return splitBy<1000>(small);
-        default:
-            return {small / unit, small % unit};
-    }
-}
-
 void appendWithDecimals(TextBuffer &text, int fewestWhole, int decimals, quint32 unit, double value)
 {
     const qint64 scaled = fixNumber(unit, value).value();
-    const Split amount = split(magnitudeOf(scaled), unit);
-    const auto wholeMagnitude = static_cast<qint64>(amount.whole);
+    const quint64 magnitude = magnitudeOf(scaled);
+    const auto wholeMagnitude = static_cast<qint64>(magnitude / unit);
     const int whole = printedWhole(scaled < 0 ? -wholeMagnitude : wholeMagnitude);
-    const auto wholeDigits = static_cast<quint32>(magnitudeOf(whole));
-    const int count = std::max(digitsOf(wholeDigits), fewestWhole);
-    QChar *to = text.room(count + decimals + 2);
-    if (whole < 0)
+    appendWhole(text, fewestWhole, whole);
+    text.append(QLatin1Char('.'));
+    appendDigits(text, magnitude % unit, decimals);
+}
+
+/// The same of an amount as most are: it has two decimals or three, and so few parts that its whole
+/// part passes through 32 bits unchanged. To divide by a number that is known beforehand takes a
+/// third of the time.
+template <int decimals>
+void appendUsual(TextBuffer &text, quint32 parts, bool isNegative)
+{
+    constexpr quint32 unit = decimals == 2 ? 100 : 1000;
+    static_assert(decimals == 2 || decimals == 3);
+    constexpr int mostCharacters = std::numeric_limits<quint32>::digits10 + 3;
+    const quint32 whole = parts / unit;
+    QChar *to = text.room(mostCharacters);
+    if (isNegative && whole != 0)
         *to++ = QLatin1Char('-');
-    writeDigits(to + count, wholeDigits, fewestWhole);
-    to += count;
-    *to++ = QLatin1Char('.');
-    writeDigits(to + decimals, amount.parts, decimals);
-    text.endAt(to + decimals);
+    to += digitsOf(whole);
+    writeDigits(to, whole, 1);
+    *to = QLatin1Char('.');
+    to += decimals + 1;
+    QChar *const fraction = writeTwoDigits(to, parts % unit % twoDigits.size());
+    if constexpr (decimals > 2)
+        *(fraction - 1) = QLatin1Char(static_cast<char>('0' + parts % unit / twoDigits.size()));
+    text.endAt(to);
+}
+
+/// @return false: the amount isn't as most are
+bool appendUsual(TextBuffer &text, int decimals, quint32 unit, double value)
+{
+    constexpr double mostUnits = 1e6;
+    if (!(std::abs(value) < mostUnits))
+        return false;
+    const qint64 scaled = hearth::FixNumber(unit, value).value();
+    const auto parts = static_cast<quint32>(magnitudeOf(scaled));
+    if (decimals == 2)
+        appendUsual<2>(text, parts, scaled < 0);
+    else
+        appendUsual<3>(text, parts, scaled < 0);
+    return true;
 }
 
 /// More decimals than the power of ten of a fixed-point number can have.
@@ -262,6 +286,8 @@ valueformat::NumberPattern::NumberPattern(QStringView format)
         m_kind = Kind::SixDecimals;
     else
         m_kind = m_decimals <= mostDecimals ? Kind::Decimals : Kind::ManyDecimals;
+    m_isUsual =
+        m_kind == Kind::Decimals && m_fewestWhole <= 1 && (m_decimals == 2 || m_decimals == 3);
 }
 
 void valueformat::NumberPattern::appendInteger(TextBuffer &text, qint64 value) const
@@ -270,6 +296,12 @@ void valueformat::NumberPattern::appendInteger(TextBuffer &text, qint64 value) c
 }
 
 void valueformat::NumberPattern::appendReal(TextBuffer &text, double value) const
+{
+    if (!m_isUsual || !appendUsual(text, m_decimals, m_unit, value))
+        appendOther(text, value);
+}
+
+void valueformat::NumberPattern::appendOther(TextBuffer &text, double value) const
 {
     switch (m_kind) {
         case Kind::Whole:

@@ -24,11 +24,14 @@ private:
     /// How a real number is written.
     enum class Kind : unsigned char { Whole, Exponent, SixDecimals, Decimals, ManyDecimals };
 
+    void appendOther(TextBuffer &text, double value) const;
+
     int m_fewestDigits;  ///< of a whole number
     Kind m_kind = Kind::Whole;
     int m_fewestWhole = 0;  ///< digits in front of a real number's point
     int m_decimals = 0;
-    quint32 m_unit = 0;  ///< what a real number is counted in: 10 to the power of the decimals
+    bool m_isUsual = false;  ///< as that of most amounts
+    quint32 m_unit = 0;      ///< what a real number is counted in: 10 to the power of the decimals
 };
 
 void appendInteger(QString &text, QStringView format, qint64 value);
