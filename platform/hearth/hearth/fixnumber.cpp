@@ -88,7 +88,8 @@ quint64 scaledWhole(double magnitude, quint32 multiplier)
     return number > largest ? largest : static_cast<quint64>(number);
 }
 
-quint64 scaled(double magnitude, quint32 multiplier)
+/// Called for few amounts: what it needs shall not be set up for the others.
+Q_NEVER_INLINE quint64 scaled(double magnitude, quint32 multiplier)
 {
     constexpr double wholeFromHere = 9007199254740992.0;  // 2 to the 53rd
     return magnitude >= wholeFromHere ? scaledWhole(magnitude, multiplier)
@@ -106,11 +107,11 @@ bool scaledClearly(double magnitude, quint32 multiplier, quint64 &parts)
     const double product = magnitude * multiplier;
     if (!(product < largestProduct))
         return false;
-    parts = static_cast<quint64>(product);
-    const double rest = product - static_cast<double>(parts);
+    const auto whole = static_cast<qint64>(product);
+    const double rest = product - static_cast<double>(whole);
     if (std::abs(rest - half) < doubtful)
         return false;
-    parts += rest > half ? 1 : 0;
+    parts = static_cast<quint64>(rest > half ? whole + 1 : whole);
     return true;
 }
 

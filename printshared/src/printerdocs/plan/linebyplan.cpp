@@ -35,7 +35,9 @@ bool isMarkupCharacter(QChar c)
 LineByPlan::LineByPlan(const TemplatePlan &plan, const Attributes &attributes, int margin)
     : m_attributes(attributes),
       m_plan(plan),
-      m_values(plan.names(), m_attributes),
+      m_values(
+          plan.names(), m_attributes,
+          plan.hasExpressions() ? NamedValues::Others::Gathered : NamedValues::Others::Ignored),
       m_margin(std::clamp(margin, 0, documents::longestPaddedLine))
 {
     m_text.append(documents::blank, m_margin);
@@ -142,7 +144,7 @@ Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
     if (wanted.expression.isEmpty())
         return Fallback::MissingName;
     if (!m_namesInExpressions) {
-        m_namesInExpressions.emplace(m_attributes);
+        m_namesInExpressions.emplace(m_plan.names(), m_plan.namesNotedInExpressions(), m_values);
         m_expressions = m_plan.takeExpressions();
     }
     if (!m_namesInExpressions->leave(m_plan.names().at(*names), wanted.hasWords))

@@ -7,26 +7,28 @@ namespace templates {
 
 namespace {
 
-/// Names have some seven characters: they are compared before a call of std::memcmp() has begun.
-bool isSame(const QString &a, QStringView b)
+/// How a map orders two names: below 0, 0 or above. They have some seven characters, and are
+/// compared before a call of a function for that has begun.
+int order(const QString &a, QStringView b)
 {
     constexpr int atOnce = sizeof(quint64) / sizeof(QChar);
-    int left = a.size();
-    if (left != b.size())
-        return false;
+    const int common = static_cast<int>(qMin<qsizetype>(a.size(), b.size()));
     const QChar *const inA = a.constData();
     const QChar *const inB = b.data();
-    for (; left >= atOnce; left -= atOnce) {
+    int at = 0;
+    for (; at + atOnce <= common; at += atOnce) {
         quint64 partOfA = 0;
         quint64 partOfB = 0;
-        std::memcpy(&partOfA, inA + left - atOnce, sizeof(partOfA));
-        std::memcpy(&partOfB, inB + left - atOnce, sizeof(partOfB));
+        std::memcpy(&partOfA, inA + at, sizeof(partOfA));
+        std::memcpy(&partOfB, inB + at, sizeof(partOfB));
         if (partOfA != partOfB)
-            return false;
+            break;
     }
-    while (left > 0 && inA[left - 1] == inB[left - 1])
-        --left;
-    return left == 0;
+    for (; at < common; ++at) {
+        if (inA[at] != inB[at])
+            return inA[at].unicode() - inB[at].unicode();
+    }
+    return a.size() - static_cast<int>(b.size());
 }
 
 /// The first characters of a name as a number that sorts like them, as far as they tell.
@@ -96,36 +98,41 @@ std::vector<int> TemplateNames::take(const std::vector<QStringView> &names)
     return numbers;
 }
 
-NamedValues::NamedValues(const TemplateNames &names, const Attributes &attributes)
+NamedValues::NamedValues(const TemplateNames &names, const Attributes &attributes, Others others)
     : m_values(static_cast<std::size_t>(names.count()))
 {
     // What a look-up costs in steps through the map.
     constexpr std::size_t stepsOfALookUp = 8;
-    if (static_cast<std::size_t>(attributes.size()) <= stepsOfALookUp * m_values.size())
-        walk(names, attributes);
+    if (others == Others::Gathered ||
+        static_cast<std::size_t>(attributes.size()) <= stepsOfALookUp * m_values.size())
+        walk(names, attributes, others);
     else
         lookUp(names, attributes);
 }
 
 /// A receipt uses nearly all that its document has: both are gone through side by side.
-void NamedValues::walk(const TemplateNames &names, const Attributes &attributes)
+void NamedValues::walk(const TemplateNames &names, const Attributes &attributes, Others others)
 {
     auto attribute = attributes.cbegin();
     const auto end = attributes.cend();
     int name = 0;
     for (Value *value = m_values.data(); attribute != end && name < names.count();) {
-        const QStringView wanted = names.at(name);
-        const bool isWanted = isSame(attribute.key(), wanted);
-        const bool isPassed = isWanted || QStringView(attribute.key()) < wanted;
-        if (isWanted)
+        const int found = order(attribute.key(), names.at(name));
+        if (found == 0)
             *value = valueOf(*attribute);
-        if (isWanted || !isPassed) {
+        else if (found < 0 && others == Others::Gathered)
+            m_others.push_back(&attribute.key());
+        if (found >= 0) {
             ++value;
             ++name;
         }
-        if (isPassed)
+        if (found <= 0)
             ++attribute;
     }
+    if (others == Others::Ignored)
+        return;
+    for (; attribute != end; ++attribute)
+        m_others.push_back(&attribute.key());
 }
 
 void NamedValues::lookUp(const TemplateNames &names, const Attributes &attributes)

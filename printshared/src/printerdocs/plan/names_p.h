@@ -3,7 +3,6 @@
 #include <QMap>
 #include <QString>
 #include <QStringView>
-#include <QVarLengthArray>
 #include <QVariant>
 #include <variant>
 #include <vector>
@@ -41,16 +40,23 @@ public:
     /// hold, a text, or something else.
     using Value = std::variant<std::monostate, double, qint64, const QString *, const QVariant *>;
 
-    /// Refers to the attributes, which must neither change nor go as long as this is used.
-    NamedValues(const TemplateNames &names, const Attributes &attributes);
+    /// Whether the document's other names are wanted.
+    enum class Others { Ignored, Gathered };
 
-    const Value &of(int name) const { return m_values[name]; }
+    /// Refers to the attributes, which must neither change nor go as long as this is used.
+    NamedValues(const TemplateNames &names, const Attributes &attributes, Others others);
+
+    bool has(int name) const { return of(name).index() != 0; }
+    const Value &of(int name) const { return m_values[static_cast<std::size_t>(name)]; }
+    /// Those names of the document that the template hasn't.
+    const std::vector<const QString *> &others() const { return m_others; }
 
 private:
-    void walk(const TemplateNames &names, const Attributes &attributes);
+    void walk(const TemplateNames &names, const Attributes &attributes, Others others);
     void lookUp(const TemplateNames &names, const Attributes &attributes);
 
-    QVarLengthArray<Value, 128> m_values;
+    std::vector<Value> m_values;
+    std::vector<const QString *> m_others;
 };
 
 }  // namespace templates

@@ -66,9 +66,9 @@ bool isPointOfNumber(QStringView text, const QChar *c)
 }
 
 /// A name that stands in expressions for itself: no part of a word is one then.
-bool isRegular(const QString &name)
+bool isRegular(QStringView name)
 {
-    return name.at(0).isLetter() && std::all_of(name.cbegin(), name.cend(), isOfWord);
+    return name[0].isLetter() && std::all_of(name.begin(), name.end(), isOfWord);
 }
 
 }  // namespace
@@ -128,17 +128,36 @@ CompiledExpression::CompiledExpression(const QByteArray &text, int operands)
     m_tree.reset(te_compile(text.constData(), variables.data(), operands, &error));
 }
 
-NamesInExpressions::NamesInExpressions(const QMap<QString, QVariant> &attributes)
+NamesInExpressions::NamesInExpressions(const TemplateNames &names, const std::vector<int> &noted,
+                                       const NamedValues &values)
 {
-    for (auto attribute = attributes.cbegin(); attribute != attributes.cend(); ++attribute) {
-        const QString &name = attribute.key();
-        if (name.isEmpty())
-            m_hasEmpty = true;
-        else if (!isRegular(name))
-            m_oddNames.append(name);
-        else
-            m_hasLowerCase = m_hasLowerCase || isLowerCase(name.at(0));
+    for (const int name : noted) {
+        if (values.has(name))
+            add(names.at(name));
     }
+    for (const QString *const name : values.others())
+        add(*name);
+}
+
+std::vector<int> NamesInExpressions::notedNames(const TemplateNames &names)
+{
+    std::vector<int> noted;
+    for (int name = 0; name < names.count(); ++name) {
+        const QStringView text = names.at(name);
+        if (text.isEmpty() || !isRegular(text) || isLowerCase(text[0]))
+            noted.push_back(name);
+    }
+    return noted;
+}
+
+void NamesInExpressions::add(QStringView name)
+{
+    if (name.isEmpty())
+        m_hasEmpty = true;
+    else if (!isRegular(name))
+        m_oddNames.append(name.toString());
+    else
+        m_hasLowerCase = m_hasLowerCase || isLowerCase(name[0]);
 }
 
 bool NamesInExpressions::leave(QStringView expression, bool hasWords) const

@@ -50,7 +50,12 @@ using ExpressionSet = std::vector<std::unique_ptr<CompiledExpression>>;
 class NamesInExpressions
 {
 public:
-    explicit NamesInExpressions(const QMap<QString, QVariant> &attributes);
+    /// @param noted those numbers of the names that notedNames() gives
+    NamesInExpressions(const TemplateNames &names, const std::vector<int> &noted,
+                       const NamedValues &values);
+
+    /// Of a template's names those that matter here if a document has them.
+    static std::vector<int> notedNames(const TemplateNames &names);
 
     /// Whether only the operands can be replaced.
     bool leave(QStringView expression, bool hasWords) const;
@@ -58,6 +63,7 @@ public:
     bool leave(double value) const;
 
 private:
+    void add(QStringView name);
     bool mayStand(const QString &name, QStringView expression) const;
 
     bool m_hasEmpty = false;

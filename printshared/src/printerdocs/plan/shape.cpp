@@ -134,6 +134,12 @@ Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback())
     readMarkup(markGroups(parts));
 }
 
+bool Shape::hasExpressions() const
+{
+    return std::any_of(m_tags.cbegin(), m_tags.cend(),
+                       [](const Tag &tag) { return !tag.expression.isEmpty(); });
+}
+
 void Shape::takeTags(const LineParts &parts)
 {
     for (const LineParts::Tag &read : parts.tags()) {

@@ -112,6 +112,7 @@ public:
     const std::vector<Tag> &tags() const { return m_tags; }
     const std::vector<Group> &groups() const { return m_groups; }
     const LineLook &look() const { return m_look; }
+    bool hasExpressions() const;
     /// Whether formats or fonts begin or end within the line; then a value may not be empty.
     bool hasRanges() const { return m_hasRanges; }
 

@@ -100,6 +100,7 @@ private:
             m_plan.m_shapes.push_back(std::make_unique<const Shape>(m_parts));
             known = {m_plan.m_shapes.back().get(), static_cast<int>(m_plan.m_tagCount)};
             m_plan.m_tagCount += known.shape->tags().size();
+            m_plan.m_hasExpressions = m_plan.m_hasExpressions || known.shape->hasExpressions();
         }
         line.shape = known.shape;
         line.firstExpression = known.firstExpression;
@@ -138,6 +139,8 @@ TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
             m_linesBeforeCopyMark = static_cast<int>(m_lines.size());
     }
     m_lineNames = m_names.take(builder.names());
+    if (m_hasExpressions)
+        m_notedNames = NamesInExpressions::notedNames(m_names);
 }
 
 TemplatePlan::~TemplatePlan()

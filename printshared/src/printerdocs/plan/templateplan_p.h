@@ -48,6 +48,9 @@ public:
     /// The numbers of the names of a line's tags.
     const int *namesOf(const Line &line) const { return m_lineNames.data() + line.firstName; }
     const TemplateNames &names() const { return m_names; }
+    bool hasExpressions() const { return m_hasExpressions; }
+    /// See NamesInExpressions; empty without expressions.
+    const std::vector<int> &namesNotedInExpressions() const { return m_notedNames; }
     /// Lends the compiled expressions, a row for each tag of each shape; empty until they are asked
     /// for. Whoever comes while they are lent gets a set of his own.
     ExpressionSet takeExpressions() const;
@@ -67,12 +70,14 @@ private:
     std::vector<Line> m_lines;
     TemplateNames m_names;
     std::vector<int> m_lineNames;
+    std::vector<int> m_notedNames;
     std::vector<std::unique_ptr<const Shape>> m_shapes;
     std::size_t m_tagCount = 0;  ///< of all shapes
     mutable std::atomic<ExpressionSet *> m_expressions{nullptr};
     int m_linesBeforeCopyMark = -1;
     bool m_isUsable = true;
     bool m_hasEntries = false;
+    bool m_hasExpressions = false;
 };
 
 }  // namespace templates

@@ -27,10 +27,13 @@ QVariant numberOrText(const QVariant &value);
 /// such texts, and to try them in earnest costs more than to print them.
 inline bool beginsLikeAWord(QStringView text)
 {
-    if (text.isEmpty() || !text.at(0).isLetter())
+    if (text.isEmpty())
         return false;
-    const ushort lower = text.at(0).toLower().unicode();
-    return lower != 'i' && lower != 'n';
+    const QChar first = text.at(0);
+    const bool isLatin = (first >= QLatin1Char('A') && first <= QLatin1Char('Z')) ||
+                         (first >= QLatin1Char('a') && first <= QLatin1Char('z'));
+    const ushort lower = isLatin ? first.unicode() | 0x20U : first.toLower().unicode();
+    return lower != 'i' && lower != 'n' && (isLatin || first.isLetter());
 }
 
 /// Whether a text is a plain decimal number, short enough that it is 0 or not by its digits alone.

@@ -62,8 +62,9 @@ template <typename Number>
 QChar *writeDigits(QChar *end, Number number, int fewest)
 {
     QChar *const stop = end - fewest;
-    for (; number >= twoDigits.size(); number /= twoDigits.size())
-        end = writeTwoDigits(end, number % twoDigits.size());
+    constexpr Number hundred = 100;
+    for (; number >= hundred; number /= hundred)
+        end = writeTwoDigits(end, number % hundred);
     if (number >= 10)
         end = writeTwoDigits(end, number);
     else
@@ -157,9 +158,10 @@ void appendUsual(TextBuffer &text, quint32 parts, bool isNegative)
     writeDigits(to, whole, 1);
     *to = QLatin1Char('.');
     to += decimals + 1;
-    QChar *const fraction = writeTwoDigits(to, parts % unit % twoDigits.size());
+    const quint32 rest = parts % unit;
+    QChar *const lastTwo = writeTwoDigits(to, rest % 100U);
     if constexpr (decimals > 2)
-        *(fraction - 1) = QLatin1Char(static_cast<char>('0' + parts % unit / twoDigits.size()));
+        *(lastTwo - 1) = QLatin1Char(static_cast<char>('0' + rest / 100U));
     text.endAt(to);
 }
 

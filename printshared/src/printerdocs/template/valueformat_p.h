@@ -24,7 +24,7 @@ private:
     /// How a real number is written.
     enum class Kind : unsigned char { Whole, Exponent, SixDecimals, Decimals, ManyDecimals };
 
-    void appendOther(TextBuffer &text, double value) const;
+    Q_NEVER_INLINE void appendOther(TextBuffer &text, double value) const;
 
     int m_fewestDigits;  ///< of a whole number
     Kind m_kind = Kind::Whole;
