@@ -35,18 +35,20 @@ bool isMarkupCharacter(QChar c)
 LineByPlan::LineByPlan(const TemplatePlan &plan, const Attributes &attributes, int margin)
     : m_attributes(attributes),
       m_plan(plan),
-      m_values(
-          plan.names(), m_attributes,
-          plan.hasExpressions() ? NamedValues::Others::Gathered : NamedValues::Others::Ignored),
+      m_room(plan.takeRoom()),
+      m_values(m_room->values),
       m_margin(std::clamp(margin, 0, documents::longestPaddedLine))
 {
+    using Others = NamedValues::Others;
+    m_values.read(plan.names(), m_attributes,
+                  plan.hasExpressions() ? Others::Gathered : Others::Ignored);
     m_text.append(documents::blank, m_margin);
 }
 
 LineByPlan::~LineByPlan()
 {
-    if (!m_expressions.empty())
-        m_plan.giveBack(std::move(m_expressions));
+    m_values.forget();
+    m_plan.giveBack(std::move(m_room));
 }
 
 void LineByPlan::beginLine()
@@ -143,14 +145,12 @@ Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
     const int *const names = m_plan.namesOf(line) + wanted.firstName;
     if (wanted.expression.isEmpty())
         return Fallback::MissingName;
-    if (!m_namesInExpressions) {
+    if (!m_namesInExpressions)
         m_namesInExpressions.emplace(m_plan.names(), m_plan.namesNotedInExpressions(), m_values);
-        m_expressions = m_plan.takeExpressions();
-    }
     if (!m_namesInExpressions->leave(m_plan.names().at(*names), wanted.hasWords))
         return Fallback::NamesElsewhere;
-    auto &expression = m_expressions[static_cast<std::size_t>(line.firstExpression) +
-                                     static_cast<std::size_t>(tag)];
+    auto &expression = m_room->expressions[static_cast<std::size_t>(line.firstExpression) +
+                                           static_cast<std::size_t>(tag)];
     if (!expression)
         expression = std::make_unique<CompiledExpression>(wanted.expression, wanted.operands);
     for (int operand = 0; operand < wanted.operands; ++operand) {

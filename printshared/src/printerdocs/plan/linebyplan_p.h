@@ -73,7 +73,8 @@ private:
 
     const Attributes m_attributes;
     const TemplatePlan &m_plan;
-    const NamedValues m_values;
+    std::unique_ptr<PlanRoom> m_room;
+    NamedValues &m_values;
     const int m_margin;
     valueformat::TextBuffer m_text;
     int m_lineSize = 0;  ///< of the filled line up to here
@@ -81,7 +82,6 @@ private:
     bool m_logIsOn = false;
     Fallback m_fallback = Fallback::None;
     std::optional<NamesInExpressions> m_namesInExpressions;
-    ExpressionSet m_expressions;
     std::vector<Begin> m_groups;
     std::vector<Used> m_used;  ///< names whose values were taken, in their order, for the log
     QString m_logged;          ///< keeps its memory from line to line

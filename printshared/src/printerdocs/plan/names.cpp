@@ -98,9 +98,9 @@ std::vector<int> TemplateNames::take(const std::vector<QStringView> &names)
     return numbers;
 }
 
-NamedValues::NamedValues(const TemplateNames &names, const Attributes &attributes, Others others)
-    : m_values(static_cast<std::size_t>(names.count()))
+void NamedValues::read(const TemplateNames &names, const Attributes &attributes, Others others)
 {
+    m_values.resize(static_cast<std::size_t>(names.count()));
     // What a look-up costs in steps through the map.
     constexpr std::size_t stepsOfALookUp = 8;
     if (others == Others::Gathered ||
@@ -108,6 +108,12 @@ NamedValues::NamedValues(const TemplateNames &names, const Attributes &attribute
         walk(names, attributes, others);
     else
         lookUp(names, attributes);
+}
+
+void NamedValues::forget()
+{
+    m_values.clear();
+    m_others.clear();
 }
 
 /// A receipt uses nearly all that its document has: both are gone through side by side.

@@ -30,7 +30,8 @@ private:
     std::vector<int> m_ends{0};
 };
 
-/// The values that a document has for a template's names.
+/// The values that a document has for a template's names. It keeps its memory from document to
+/// document, and nothing else.
 class NamedValues
 {
 public:
@@ -43,8 +44,10 @@ public:
     /// Whether the document's other names are wanted.
     enum class Others { Ignored, Gathered };
 
-    /// Refers to the attributes, which must neither change nor go as long as this is used.
-    NamedValues(const TemplateNames &names, const Attributes &attributes, Others others);
+    /// Reads a document's. Refers to the attributes, which must neither change nor go until
+    /// forget() is called.
+    void read(const TemplateNames &names, const Attributes &attributes, Others others);
+    void forget();
 
     bool has(int name) const { return of(name).index() != 0; }
     const Value &of(int name) const { return m_values[static_cast<std::size_t>(name)]; }

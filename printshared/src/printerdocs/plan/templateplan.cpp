@@ -145,18 +145,22 @@ TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
 
 TemplatePlan::~TemplatePlan()
 {
-    delete m_expressions.load();
+    delete m_room.load();
 }
 
-ExpressionSet TemplatePlan::takeExpressions() const
+std::unique_ptr<PlanRoom> TemplatePlan::takeRoom() const
 {
-    const std::unique_ptr<ExpressionSet> lent(m_expressions.exchange(nullptr));
-    return lent ? std::move(*lent) : ExpressionSet(m_tagCount);
+    std::unique_ptr<PlanRoom> room(m_room.exchange(nullptr));
+    if (room)
+        return room;
+    room = std::make_unique<PlanRoom>();
+    room->expressions.resize(m_hasExpressions ? m_tagCount : 0);
+    return room;
 }
 
-void TemplatePlan::giveBack(ExpressionSet &&expressions) const
+void TemplatePlan::giveBack(std::unique_ptr<PlanRoom> room) const
 {
-    delete m_expressions.exchange(new ExpressionSet(std::move(expressions)));
+    delete m_room.exchange(room.release());
 }
 
 std::shared_ptr<const TemplatePlan> TemplatePlan::found(const QStringList &lines)

@@ -11,6 +11,14 @@
 
 namespace templates {
 
+/// What one document's way through a plan writes to, and the next one's finds in place.
+struct PlanRoom
+{
+    NamedValues values;
+    ExpressionSet
+        expressions;  ///< a row for each tag of each shape; empty until they are asked for
+};
+
 /// What can be known of a template without a document: the shapes of its lines, their names, and
 /// where the copy mark, the entries and the special symbols stand. It doesn't change, and threads
 /// may share it.
@@ -51,10 +59,10 @@ public:
     bool hasExpressions() const { return m_hasExpressions; }
     /// See NamesInExpressions; empty without expressions.
     const std::vector<int> &namesNotedInExpressions() const { return m_notedNames; }
-    /// Lends the compiled expressions, a row for each tag of each shape; empty until they are asked
-    /// for. Whoever comes while they are lent gets a set of his own.
-    ExpressionSet takeExpressions() const;
-    void giveBack(ExpressionSet &&expressions) const;
+    /// Lends what a document's way through the plan writes to. Whoever comes while it is lent gets
+    /// a room of his own.
+    std::unique_ptr<PlanRoom> takeRoom() const;
+    void giveBack(std::unique_ptr<PlanRoom> room) const;
 
     /// How many lines stand in front of the mark of a copy; -1: there is none.
     int linesBeforeCopyMark() const { return m_linesBeforeCopyMark; }
@@ -73,7 +81,7 @@ private:
     std::vector<int> m_notedNames;
     std::vector<std::unique_ptr<const Shape>> m_shapes;
     std::size_t m_tagCount = 0;  ///< of all shapes
-    mutable std::atomic<ExpressionSet *> m_expressions{nullptr};
+    mutable std::atomic<PlanRoom *> m_room{nullptr};
     int m_linesBeforeCopyMark = -1;
     bool m_isUsable = true;
     bool m_hasEntries = false;
