@@ -7,6 +7,7 @@
 #include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QTextStream>
+#include <QTranslator>
 #include <cmath>
 #include <memory>
 
@@ -21,6 +22,23 @@ using namespace differential;
 namespace {
 
 QByteArray *_log = nullptr;
+
+/// Translates the mark of a copy alone, as a case wants it.
+class MarkTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *, const char *, int) const override
+    {
+        return qstrcmp(context, "PrinterDocumentFormatter") == 0 ? m_mark : QString();
+    }
+    void setMark(const QString &mark) { m_mark = mark; }
+
+private:
+    QString m_mark;
+};
+
+MarkTranslator *_translator = nullptr;
 
 void keepLog(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
@@ -75,6 +93,7 @@ QByteArray formsOf(const PrinterDocumentFormatter &formatter, const TemplateCase
 QByteArray outcome(const TemplateCase &input, const PrinterDocument &other, const QString &symbols)
 {
     setCharactersMode(input.charactersMode);
+    _translator->setMark(input.copyMark);
     PrinterDocumentFormatter formatter(input.leftMargin, nullptr);
     formatter.setSpecCharsPath(symbols);
     formatter.setTemplate(input.lines.join(QLatin1Char('\n')));
@@ -127,6 +146,11 @@ QByteArray outcomeOf(Generator::Kind kind, Generator &generator, const QString &
         return outcome(input, generator.templateCase().document,
                        examples + QLatin1String("/symbols"));
     }
+    if (kind == Generator::Receipt) {
+        const TemplateCase input = generator.receiptCase();
+        return outcome(input, generator.receiptCase().document,
+                       examples + QLatin1String("/symbols"));
+    }
     if (kind == Generator::Bbcode)
         return outcome(generator.bbcodeCase(), examples + QLatin1String("/images"));
     return outcome(generator.expression());
@@ -139,6 +163,7 @@ struct KindOption
     const char *fallback;
 };
 constexpr KindOption kinds[] = {{Generator::Template, "templates", "120000"},
+                                {Generator::Receipt, "receipts", "120000"},
                                 {Generator::Bbcode, "bbcode", "120000"},
                                 {Generator::Expression, "expressions", "400000"}};
 
@@ -162,6 +187,9 @@ int main(int argc, char **argv)
                           QStringLiteral("count"), QLatin1String(kind.fallback)});
     parser.process(application);
 
+    MarkTranslator translator;
+    _translator = &translator;
+    QCoreApplication::installTranslator(&translator);
     qInstallMessageHandler(keepLog);
     QTextStream output(stdout);
     const unsigned first = parser.value(QStringLiteral("from")).toUInt();

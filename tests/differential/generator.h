@@ -19,6 +19,7 @@ struct TemplateCase
     int width;
     int charactersMode;  ///< IPrintDeviceSettings::ECharactersMode
     bool rightAlign;
+    QString copyMark;  ///< the translation of the copy mark; null: there is none
 };
 
 struct BbcodeCase
@@ -30,11 +31,14 @@ struct BbcodeCase
 class Generator
 {
 public:
-    enum Kind { Template, Bbcode, Expression };
+    enum Kind { Template, Bbcode, Expression, Receipt };
 
     Generator(unsigned seed, Kind kind, unsigned number);
 
     TemplateCase templateCase();
+    /// Lines and values as tills have them, and what clients and customers may make of both: all
+    /// kinds of values, names that mean something else too, lines with a wrong character.
+    TemplateCase receiptCase();
     BbcodeCase bbcodeCase();
     QByteArray expression();
 
@@ -57,6 +61,13 @@ private:
     QVariant value();
     QVariant mixedNumber();
     QString entries();
+    QString receiptLine();
+    QString withAWrongCharacter(QString line);
+    QString receiptEntries();
+    QMap<QString, QVariant> receiptAttributes();
+    QVariant receiptValue();
+    QVariant oddValue();
+    double oddNumber();
     QByteArray operand(int depth);
 
     std::mt19937_64 m_engine;
