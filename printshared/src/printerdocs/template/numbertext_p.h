@@ -30,6 +30,9 @@ inline bool beginsLikeAWord(QStringView text)
     if (text.isEmpty())
         return false;
     const QChar first = text.at(0);
+    if (first >= QChar(0x410) &&
+        first <= QChar(0x44F))  // Russian letters, for which no one is asked
+        return true;
     const bool isLatin = (first >= QLatin1Char('A') && first <= QLatin1Char('Z')) ||
                          (first >= QLatin1Char('a') && first <= QLatin1Char('z'));
     const ushort lower = isLatin ? first.unicode() | 0x20U : first.toLower().unicode();

@@ -36,25 +36,52 @@ int digitsOfFormat(QStringView format)
     return static_cast<int>(format.size()) - qMax(placeOf(QLatin1Char('0'), format), 0);
 }
 
-using TwoDigits = std::array<QChar, 2>;
-
-/// "00" to "99".
-constexpr std::array<TwoDigits, 100> makeTwoDigits()
+/// The digits of all numbers below 1000, with zeros in front. To look digits up goes without a
+/// guess how many there are.
+class ThreeDigits
 {
-    std::array<TwoDigits, 100> all{};
-    for (std::size_t number = 0; number < all.size(); ++number)
-        all[number] = {QChar(static_cast<ushort>('0' + number / 10)),
-                       QChar(static_cast<ushort>('0' + number % 10))};
-    return all;
-}
-constexpr std::array<TwoDigits, 100> twoDigits = makeTwoDigits();
+public:
+    constexpr ThreeDigits()
+    {
+        for (unsigned number = 0; number < end; ++number) {
+            QChar *const entry = &m_entries[number * sizeOfEntry];
+            entry[0] = QChar('0' + number / 100);
+            entry[1] = QChar('0' + number / 10 % 10);
+            entry[2] = QChar('0' + number % 10);
+            entry[3] = QChar(number >= 100 ? 3 : number >= 10 ? 2 : 1);
+        }
+    }
 
-/// Writes the digits of a number below 100 in front of a place.
-QChar *writeTwoDigits(QChar *end, std::size_t number)
-{
-    std::memcpy(end - 2, twoDigits[number].data(), sizeof(TwoDigits));
-    return end - 2;
-}
+    static constexpr unsigned end = 1000;
+
+    /// Writes all three. @return the place behind them
+    QChar *write(QChar *to, unsigned number) const { return writeLast<digits>(to, number); }
+    /// Writes so many of the last ones.
+    template <int count>
+    QChar *writeLast(QChar *to, unsigned number) const
+    {
+        std::memcpy(to, &m_entries[number * sizeOfEntry] + digits - count, sizeof(QChar) * count);
+        return to + count;
+    }
+    /// Writes those from the first one on that isn't a needless zero. What is behind them is
+    /// written over, as far as three would reach.
+    QChar *writeNumber(QChar *to, unsigned number) const
+    {
+        const QChar *const entry = &m_entries[number * sizeOfEntry];
+        const int count = entry[digits].unicode();
+        std::memcpy(to, entry + digits - count, sizeof(QChar) * digits);
+        return to + count;
+    }
+
+private:
+    static constexpr int digits = 3;
+    static constexpr unsigned sizeOfEntry = digits + 1;  // the last one is how many are needed
+
+    // Behind each entry is another one, of which something may be read.
+    std::array<QChar, (end + 1) * sizeOfEntry> m_entries{};
+};
+
+constexpr ThreeDigits threeDigits;
 
 /// Writes the digits of a number in front of a place, with zeros in front up to so many digits.
 /// @return where they begin
@@ -62,13 +89,10 @@ template <typename Number>
 QChar *writeDigits(QChar *end, Number number, int fewest)
 {
     QChar *const stop = end - fewest;
-    constexpr Number hundred = 100;
-    for (; number >= hundred; number /= hundred)
-        end = writeTwoDigits(end, number % hundred);
-    if (number >= 10)
-        end = writeTwoDigits(end, number);
-    else
-        *--end = QLatin1Char(static_cast<char>('0' + number));
+    do {
+        *--end = QLatin1Char(static_cast<char>('0' + number % 10));
+        number /= 10;
+    } while (number != 0);
     while (end > stop)
         *--end = QLatin1Char('0');
     return end;
@@ -141,35 +165,32 @@ void appendWithDecimals(TextBuffer &text, int fewestWhole, int decimals, quint32
     appendDigits(text, magnitude % unit, decimals);
 }
 
-/// The same of an amount as most are: it has two decimals or three, and so few parts that its whole
-/// part passes through 32 bits unchanged. To divide by a number that is known beforehand takes a
-/// third of the time.
+/// The same of an amount as most are: it has two decimals or three, and a whole part below a
+/// million. To divide by a number that is known beforehand takes a third of the time.
 template <int decimals>
 void appendUsual(TextBuffer &text, quint32 parts, bool isNegative)
 {
-    constexpr quint32 unit = decimals == 2 ? 100 : 1000;
     static_assert(decimals == 2 || decimals == 3);
-    constexpr int mostCharacters = std::numeric_limits<quint32>::digits10 + 3;
+    constexpr quint32 unit = decimals == 2 ? 100 : 1000;
+    constexpr int mostCharacters = 1 + 6 + 1 + 3;
     const quint32 whole = parts / unit;
     QChar *to = text.room(mostCharacters);
     if (isNegative && whole != 0)
         *to++ = QLatin1Char('-');
-    to += digitsOf(whole);
-    writeDigits(to, whole, 1);
-    *to = QLatin1Char('.');
-    to += decimals + 1;
-    const quint32 rest = parts % unit;
-    QChar *const lastTwo = writeTwoDigits(to, rest % 100U);
-    if constexpr (decimals > 2)
-        *(lastTwo - 1) = QLatin1Char(static_cast<char>('0' + rest / 100U));
-    text.endAt(to);
+    if (whole < ThreeDigits::end)
+        to = threeDigits.writeNumber(to, whole);
+    else
+        to = threeDigits.write(threeDigits.writeNumber(to, whole / ThreeDigits::end),
+                               whole % ThreeDigits::end);
+    *to++ = QLatin1Char('.');
+    text.endAt(threeDigits.writeLast<decimals>(to, parts % unit));
 }
 
 /// @return false: the amount isn't as most are
 bool appendUsual(TextBuffer &text, int decimals, quint32 unit, double value)
 {
-    constexpr double mostUnits = 1e6;
-    if (!(std::abs(value) < mostUnits))
+    constexpr double firstThatMayBecomeAMillion = 999999;
+    if (!(std::abs(value) < firstThatMayBecomeAMillion))
         return false;
     const qint64 scaled = hearth::FixNumber(unit, value).value();
     const auto parts = static_cast<quint32>(magnitudeOf(scaled));
