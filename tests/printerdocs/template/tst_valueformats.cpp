@@ -1,3 +1,4 @@
+#include <QRandomGenerator>
 #include <QtTest>
 #include <limits>
 
@@ -164,6 +165,33 @@ private Q_SLOTS:
         QTEST(formatter.dtToString(format, QDateTime(date, time)), "dateTime");
         QTEST(formatter.dateToString(format, date), "date");
         QTEST(formatter.timeToString(format, time), "time");
+    }
+
+    /// Most formats are written without asking Qt.
+    void formatsOfDigitsReadAsQtWritesThem()
+    {
+        const char *const pieces[] = {"dd", "MM", "mm",     "yyyy", "yy", "hh",  "HH",
+                                      "nn", "ss", ".",      "/",    " ",  ":",   "-",
+                                      "\t", "0",  "\u0436", ", ",   "d",  "MMM", "yyy",
+                                      "h",  "n",  "'",      "zzz",  "a",  "T",   "x"};
+        constexpr int usual = 18;  // of the pieces
+        const int years[] = {-44, 1, 99, 999, 1582, 1999, 2024, 9999, 10000};
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        QRandomGenerator random(26);
+        for (int round = 0; round < 20000; ++round) {
+            QString format;
+            const bool isUsual = round % 4 != 0;
+            for (int count = random.bounded(1, 9); count > 0; --count)
+                format += QString::fromUtf8(
+                    pieces[random.bounded(isUsual ? usual : int(std::size(pieces)))]);
+            const QDate date = QDate(years[random.bounded(int(std::size(years)))], 1, 1)
+                                   .addDays(random.bounded(366));
+            const QTime time = QTime(0, 0).addMSecs(random.bounded(24 * 3600 * 1000));
+            const QDateTime value(date, time, round % 2 == 0 ? Qt::UTC : Qt::LocalTime);
+            const QString qtFormat = QString(format).replace('m', 'M').replace('n', 'm');
+            QVERIFY2(formatter.dtToString(format, value) == value.toString(qtFormat),
+                     qPrintable(format + value.toString(" | yyyy-MM-dd hh:mm:ss")));
+        }
     }
 
     /// A long format is taken in pieces, as Qt's time grows with its square.

@@ -288,6 +288,75 @@ QString formatted(const Value &value, const QString &format)
     return text;
 }
 
+/// A date and time as formats write it: in numbers.
+struct Moment
+{
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    QTime time;
+
+    /// What a letter stands for that is there twice. @return -1: no number of two digits
+    int twoDigitsOf(QChar letter) const
+    {
+        switch (letter.unicode()) {
+            case 'y':
+                return year % 100;
+            case 'M':
+                return month;
+            case 'd':
+                return day;
+            case 'h':
+            case 'H':
+                return time.hour();
+            case 'n':
+                return time.minute();
+            case 's':
+                return time.second();
+            default:
+                return -1;
+        }
+    }
+};
+
+/// Whether it may stand for something in Qt's formats.
+bool isOfFormat(QChar c)
+{
+    return c == QLatin1Char('\'') || (c >= QLatin1Char('A') && c <= QLatin1Char('Z')) ||
+           (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
+}
+
+/// The text of a date and time by a format of nothing but digits and what stands for itself, as
+/// most are: Qt takes as long for one as ten lines of a receipt do together. @return null: the
+/// format is another one, or Qt has to tell what becomes of the value
+QString inDigits(const QDateTime &value, QStringView format)
+{
+    constexpr int lastYear = 9999;
+    Moment moment;
+    value.date().getDate(&moment.year, &moment.month, &moment.day);
+    moment.time = value.time();
+    if (!value.isValid() || moment.year < 1 || moment.year > lastYear)
+        return QString();
+    TextBuffer text;
+    const auto letterOf = [](QChar c) { return c == QLatin1Char('m') ? QLatin1Char('M') : c; };
+    for (const QChar *at = format.begin(); at != format.end();) {
+        const QChar c = letterOf(*at);
+        const QChar *const end =
+            std::find_if(at, format.end(), [&](QChar other) { return letterOf(other) != c; });
+        const auto count = static_cast<int>(end - at);
+        at = end;
+        if (!isOfFormat(c))
+            text.append(c, count);
+        else if (count == 4 && c == QLatin1Char('y'))
+            appendDigits(text, static_cast<quint64>(moment.year), 4);
+        else if (const int number = moment.twoDigitsOf(c); count == 2 && number >= 0)
+            text.endAt(threeDigits.writeLast<2>(text.room(2), static_cast<unsigned>(number)));
+        else
+            return QString();
+    }
+    return QString(text.constData(), text.size());
+}
+
 }  // namespace
 
 valueformat::NumberPattern::NumberPattern(QStringView format)
@@ -398,6 +467,9 @@ QString valueformat::ofReal(QStringView format, double value)
 
 QString valueformat::ofDateTime(QStringView format, const QDateTime &value)
 {
+    const QString digits = inDigits(value, format.isEmpty() ? u"dd.mm.yy hh:nn" : format);
+    if (!digits.isNull())
+        return digits;
     return formatted(value, toQtFormat(format, "dd.MM.yy hh:mm"));
 }
 
