@@ -3,6 +3,7 @@
 //
 //   indexed              toPlainText(), with an attribute for each value of each item
 //   indexed_warnings_on  the same with warnings on and a message handler that does nothing
+//   indexed_and_lines    the same with warnings off, and the log lines written beside it
 //   mixed                the same as indexed with values of mixed kinds; hand_map_mixed is its peer
 //   used_once            the same with a formatter of its own for each receipt
 //   documents            64 documents in turn; hand_map_documents is its peer
@@ -10,13 +11,17 @@
 //   expressions          toPlainText(), with sums, totals and taxes worked out in the template
 //   html                 toHtml() of the indexed form
 //   blocks               toTextPrinterDocument() of the indexed form
+//   blocks_json          the same, and its toMap() as JSON
 //   hand_qt              QString appends that print exactly this receipt
+//   hand_qt_json         the same receipt's blocks as JSON, of QJsonObject and QJsonArray
 //   hand_map             the same from the attributes into a QStringList: the library's own floor
 //   grantlee_formats     Grantlee 5, with formats and layout in the template
 //   grantlee             Grantlee 5, with values formatted by the host
 //   mustache             kainjow mustache, with values formatted by the host
 //   ctemplate            ctemplate, with values formatted by the host
 
+#include <QJsonDocument>
+#include <QLoggingCategory>
 #include <memory>
 
 #include "frame.h"
@@ -43,11 +48,49 @@ public:
     QStringList print() const { return m_formatter.toPlainText(m_document, receipt::columns); }
     QString html() const { return m_formatter.toHtml(m_document, true); }
     TextPrinterDocument blocks() const { return m_formatter.toTextPrinterDocument(m_document); }
+    QByteArray json() const
+    {
+        return QJsonDocument::fromVariant(blocks().toMap()).toJson(QJsonDocument::Compact);
+    }
 
 private:
     PrinterDocumentFormatter m_formatter;
     PrinterDocument m_document;
 };
+
+void throwAway(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+/// Warnings are on, and go to a handler.
+class Warnings
+{
+public:
+    explicit Warnings(QtMessageHandler handler)
+    {
+        frame::setWarnings(true);
+        m_old = qInstallMessageHandler(handler);
+    }
+    ~Warnings()
+    {
+        qInstallMessageHandler(m_old);
+        frame::setWarnings(false);
+    }
+    Warnings(const Warnings &) = delete;
+    Warnings &operator=(const Warnings &) = delete;
+
+private:
+    QtMessageHandler m_old = nullptr;
+};
+
+/// What a job writes to the log.
+QStringList linesOf(const Job &job)
+{
+    static QStringList lines;
+    lines.clear();
+    const Warnings warnings(
+        [](QtMsgType, const QMessageLogContext &, const QString &line) { lines.append(line); });
+    job.print();
+    return lines;
+}
 
 class HandQt
 {
@@ -94,6 +137,7 @@ public:
         compare("hand_map", std::make_shared<const HandMap>(document, m_sale));
         add("html", [indexed] { return indexed->html(); });
         add("blocks", [indexed] { return indexed->blocks(); });
+        addJson(indexed);
         addWithWarnings(indexed);
         const PrinterDocument mixed = receipt::mixedDocument(m_sale);
         compare("mixed", std::make_shared<const Job>(receipt::indexedTemplate(m_sale), mixed));
@@ -151,16 +195,32 @@ private:
         });
     }
 
+    void addJson(const std::shared_ptr<const Job> &job)
+    {
+        m_texts.push_back(
+            {"blocks_json" + m_suffix, receipt::jsonByHandFromSale(m_sale), job->json()});
+        add("blocks_json", [job] { return job->json(); });
+        add("hand_qt_json", [sale = m_sale] { return receipt::jsonByHandFromSale(sale); });
+    }
+
     void addWithWarnings(const std::shared_ptr<const Job> &job) const
     {
         frame::add("indexed_warnings_on" + m_suffix, [job](benchmark::State &state) {
-            frame::setWarnings(true);
-            const QtMessageHandler old = qInstallMessageHandler(
-                [](QtMsgType, const QMessageLogContext &, const QString &) {});
+            const Warnings warnings(throwAway);
             for (auto _ : state)
                 benchmark::DoNotOptimize(job->print());
+        });
+        // Of another category, which is on: to switch one at each turn is measured otherwise.
+        frame::add("indexed_and_lines" + m_suffix, [job](benchmark::State &state) {
+            const QStringList lines = linesOf(*job);
+            const QtMessageHandler old = qInstallMessageHandler(throwAway);
+            for (auto _ : state) {
+                benchmark::DoNotOptimize(job->print());
+                for (const QString &line : lines)
+                    qt_message_output(QtWarningMsg,
+                                      QMessageLogContext(nullptr, 0, nullptr, "benchmark"), line);
+            }
             qInstallMessageHandler(old);
-            frame::setWarnings(false);
         });
     }
 

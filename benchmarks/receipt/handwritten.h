@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -13,6 +14,9 @@ namespace receipt {
 
 /// From the sale itself into one text, by appending.
 QString byHandFromSale(const Sale &sale);
+
+/// From the sale itself into the JSON of its blocks, by QJsonObject and QJsonArray.
+QByteArray jsonByHandFromSale(const Sale &sale);
 
 /// From the attributes of indexedDocument(), which the library has to look up too, into a list of
 /// lines, which it has to return too.
