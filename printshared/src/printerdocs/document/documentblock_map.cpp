@@ -1,23 +1,30 @@
 // The map form of a block: keys and kinds of value are what stored documents hold.
 #include <algorithm>
 
-#include "latin1text_p.h"
-#include "printerdocs/documentblock.h"
+#include "printerdocs/document/documentmap_p.h"
 
 namespace {
 
-using printshared::latin1Text;
+/// Made once: a document has hundreds of each.
+struct Keys
+{
+    const QString type = QStringLiteral("type");
+    const QString image = QStringLiteral("img");
+    const QString text = QStringLiteral("txt");
+    const QString format = QStringLiteral("fmt");
+    const QString font = QStringLiteral("fnt");
+    const QString alignment = QStringLiteral("align");
+    const QString lineSpacing = QStringLiteral("ls");
+    const QString barcode = QStringLiteral("bar");
+    const QString barcodeType = QStringLiteral("bt");
+    const QString qrCode = QStringLiteral("qr");
+};
 
-constexpr QLatin1String typeKey = latin1Text("type");
-constexpr QLatin1String imageKey = latin1Text("img");
-constexpr QLatin1String textKey = latin1Text("txt");
-constexpr QLatin1String formatKey = latin1Text("fmt");
-constexpr QLatin1String fontKey = latin1Text("fnt");
-constexpr QLatin1String alignmentKey = latin1Text("align");
-constexpr QLatin1String lineSpacingKey = latin1Text("ls");
-constexpr QLatin1String barcodeKey = latin1Text("bar");
-constexpr QLatin1String barcodeTypeKey = latin1Text("bt");
-constexpr QLatin1String qrCodeKey = latin1Text("qr");
+const Keys &keys()
+{
+    static const Keys all;
+    return all;
+}
 
 constexpr int numberOfAlignments = 4;
 
@@ -31,11 +38,6 @@ QVariantList encoded(const List &list, Encode encode)
     return result;
 }
 
-QVariant base64Text(const QByteArray &bytes)
-{
-    return QString::fromLatin1(bytes.toBase64());
-}
-
 QByteArray bytesOfBase64(const QVariant &text)
 {
     return QByteArray::fromBase64(text.toString().toLatin1());
@@ -43,46 +45,61 @@ QByteArray bytesOfBase64(const QVariant &text)
 
 }  // namespace
 
+QString documents::Base64Texts::of(const QByteArray &bytes)
+{
+    Known &known = m_known[static_cast<std::size_t>(bytes.size()) % m_known.size()];
+    if (known.text.isNull() || known.bytes != bytes)
+        known = {bytes, QString::fromLatin1(bytes.toBase64())};
+    return known.text;
+}
+
 /// Intended: of a code or an image only type, payload and symbology are written; documents and
 /// readers in the field have it so (tests qrCodeBlockIsWrittenWithItsPayload and its like).
-QMap<QString, QVariant> DocumentBlock::toMap() const
+QMap<QString, QVariant> documents::mapOf(const DocumentBlock &block, Base64Texts &texts)
 {
-    QMap<QString, QVariant> map{{typeKey, static_cast<int>(m_type)}};
-    if (isImage()) {
-        map.insert(imageKey, m_img.toMap());
-    } else if (isText()) {
+    QMap<QString, QVariant> map{{keys().type, static_cast<int>(block.type())}};
+    if (block.isImage()) {
+        map.insert(keys().image, block.img().toMap());
+    } else if (block.isText()) {
         const auto asIs = [](const auto &entry) { return QVariant(entry); };
-        map.insert(textKey, encoded(m_text, asIs));
-        map.insert(formatKey, encoded(m_format, base64Text));
-        map.insert(fontKey, encoded(m_font, base64Text));
-        map.insert(alignmentKey, static_cast<int>(m_alignment));
-        map.insert(lineSpacingKey, encoded(m_lineSpacing, asIs));
-    } else if (isBarcode()) {
-        map.insert(barcodeKey, m_text.constFirst());
-        map.insert(barcodeTypeKey, static_cast<int>(m_barCodeType));
-    } else if (isQrCode()) {
-        map.insert(qrCodeKey, m_text.constFirst());
+        const auto inBase64 = [&texts](const QByteArray &bytes) { return texts.of(bytes); };
+        map.insert(keys().text, encoded(block.text(), asIs));
+        map.insert(keys().format, encoded(block.format(), inBase64));
+        map.insert(keys().font, encoded(block.font(), inBase64));
+        map.insert(keys().alignment, static_cast<int>(block.alignment()));
+        map.insert(keys().lineSpacing, encoded(block.lineSpacing(), asIs));
+    } else if (block.isBarcode()) {
+        map.insert(keys().barcode, block.text().constFirst());
+        map.insert(keys().barcodeType, static_cast<int>(block.barCodeType()));
+    } else if (block.isQrCode()) {
+        map.insert(keys().qrCode, block.text().constFirst());
     }
     return map;
+}
+
+QMap<QString, QVariant> DocumentBlock::toMap() const
+{
+    documents::Base64Texts texts;
+    return documents::mapOf(*this, texts);
 }
 
 void DocumentBlock::setMap(const QMap<QString, QVariant> &map)
 {
     *this = DocumentBlock();
-    m_type = static_cast<EBlockType>(map.value(typeKey).toInt());
+    m_type = static_cast<EBlockType>(map.value(keys().type).toInt());
     switch (m_type) {
         case BlockText:
             readTextMap(map);
             break;
         case BlockImage:
-            m_img.setMap(map.value(imageKey).toMap());
+            m_img.setMap(map.value(keys().image).toMap());
             break;
         case BlockBarcode:
-            m_barCodeType = static_cast<EBarcodeType>(map.value(barcodeTypeKey).toInt());
-            m_text.append(map.value(barcodeKey).toString());
+            m_barCodeType = static_cast<EBarcodeType>(map.value(keys().barcodeType).toInt());
+            m_text.append(map.value(keys().barcode).toString());
             break;
         case BlockQrCode:
-            m_text.append(map.value(qrCodeKey).toString());
+            m_text.append(map.value(keys().qrCode).toString());
             break;
     }
 }
@@ -91,11 +108,12 @@ void DocumentBlock::readTextMap(const QMap<QString, QVariant> &map)
 {
     // Intended: the remainder, which takes the number's sign; stored documents may hold numbers
     // above 3. See tst_documentblock_map, alignmentIsReadAsTheRemainderByFour.
-    m_alignment = static_cast<ETextAlignment>(map.value(alignmentKey).toInt() % numberOfAlignments);
-    const QVariantList text = map.value(textKey).toList();
-    const QVariantList format = map.value(formatKey).toList();
-    const QVariantList font = map.value(fontKey).toList();
-    const QVariantList lineSpacing = map.value(lineSpacingKey).toList();
+    m_alignment =
+        static_cast<ETextAlignment>(map.value(keys().alignment).toInt() % numberOfAlignments);
+    const QVariantList text = map.value(keys().text).toList();
+    const QVariantList format = map.value(keys().format).toList();
+    const QVariantList font = map.value(keys().font).toList();
+    const QVariantList lineSpacing = map.value(keys().lineSpacing).toList();
     const int lines = std::min({text.size(), format.size(), font.size(), lineSpacing.size()});
     for (int line = 0; line < lines; ++line) {
         m_text.append(text.at(line).toString());

@@ -1,5 +1,6 @@
 // The map form of a document: keys and kinds of value are what stored documents hold.
 #include "latin1text_p.h"
+#include "printerdocs/document/documentmap_p.h"
 #include "printerdocs/textprinterdocument.h"
 
 namespace {
@@ -60,8 +61,9 @@ QMap<QString, QVariant> TextPrinterDocument::toMap() const
 {
     QVariantList blocks;
     blocks.reserve(m_blocks.size());
+    documents::Base64Texts texts;
     for (const DocumentBlock &block : m_blocks)
-        blocks.append(block.toMap());
+        blocks.append(documents::mapOf(block, texts));
     Map map{{blocksKey, blocks},
             {prevTicketActionKey, static_cast<int>(m_prevTicketAction)},
             {currentTicketActionKey, static_cast<int>(m_currentTicketAction)},
