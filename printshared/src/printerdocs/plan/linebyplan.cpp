@@ -64,19 +64,20 @@ void LineByPlan::beginLine()
 Fallback LineByPlan::fill(const TemplatePlan::Line &line)
 {
     const Shape &shape = *line.shape;
+    const int *const names = m_plan.namesOf(line);
     beginLine();
     for (const Shape::Step *step = shape.steps().data();; ++step) {
-        appendPiece(shape, *step);
+        appendPiece(*step);
         switch (step->mark) {
             case Shape::Mark::Value:
-                step = fillTag(line, *step);
+                step = fillTag(line, names + step->firstName, *step);
                 if (step == nullptr || step->mark == Shape::Mark::End)
                     return m_fallback;
                 break;
             case Shape::Mark::GroupBegin:
                 if (m_groups.size() < shape.groups().size())
                     m_groups.resize(shape.groups().size());
-                m_groups[static_cast<std::size_t>(step->index)] = {m_text.size(), m_lineSize};
+                m_groups[static_cast<std::size_t>(step->group)] = {m_text.size(), m_lineSize};
                 break;
             case Shape::Mark::GroupEnd:
                 break;
@@ -86,11 +87,11 @@ Fallback LineByPlan::fill(const TemplatePlan::Line &line)
     }
 }
 
-inline void LineByPlan::appendPiece(const Shape &shape, const Shape::Step &step)
+inline void LineByPlan::appendPiece(const Shape::Step &step)
 {
     if (step.tab >= 0)
         m_tab = m_text.size() + step.tab;
-    m_text.appendPiece(shape.text() + step.begin, step.size);
+    m_text.appendPiece(step.text, step.size);
     m_lineSize += step.lineSize;
 }
 
@@ -111,20 +112,20 @@ Fallback LineByPlan::takeEntry(QStringView entry, LineLook &look)
                                                                 : Fallback::EntryOfMarkup;
 }
 
+/// @param names those of the tag
 /// @return where the line goes on: behind this step; null: it doesn't
-inline const Shape::Step *LineByPlan::fillTag(const TemplatePlan::Line &line,
+inline const Shape::Step *LineByPlan::fillTag(const TemplatePlan::Line &line, const int *names,
                                               const Shape::Step &step)
 {
     const Shape &shape = *line.shape;
-    const Shape::Tag &wanted = shape.tags()[static_cast<std::size_t>(step.index)];
-    const int name = m_plan.namesOf(line)[step.firstName];
-    const NamedValues::Value &value = m_values.of(name);
+    const Shape::Tag &wanted = *step.tag;
+    const NamedValues::Value &value = m_values.of(*names);
     const int begin = m_text.size();
     const bool isThere = value.index() != 0;
     if (isThere && m_logIsOn)
-        m_used.push_back({name, false, 0});
+        m_used.push_back({*names, false, 0});
     const Fallback fallback =
-        isThere ? appendValue(wanted, value) : appendExpression(line, step.index);
+        isThere ? appendValue(wanted, value) : appendExpression(line, names, wanted);
     if (fallback != Fallback::None)
         return giveUp(fallback);
     if (wanted.group >= 0 && vanishesWithItsGroup(writtenFrom(begin)))
@@ -139,18 +140,17 @@ const Shape::Step *LineByPlan::giveUp(Fallback reason)
     return nullptr;
 }
 
-Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, int tag)
+Fallback LineByPlan::appendExpression(const TemplatePlan::Line &line, const int *names,
+                                      const Shape::Tag &wanted)
 {
-    const Shape::Tag &wanted = line.shape->tags()[static_cast<std::size_t>(tag)];
-    const int *const names = m_plan.namesOf(line) + wanted.firstName;
     if (wanted.expression.isEmpty())
         return Fallback::MissingName;
     if (!m_namesInExpressions)
         m_namesInExpressions.emplace(m_plan.names(), m_plan.namesNotedInExpressions(), m_values);
     if (!m_namesInExpressions->leave(m_plan.names().at(*names), wanted.hasWords))
         return Fallback::NamesElsewhere;
-    auto &expression = m_room->expressions[static_cast<std::size_t>(line.firstExpression) +
-                                           static_cast<std::size_t>(tag)];
+    const auto tag = &wanted - line.shape->tags().data();
+    auto &expression = m_room->expressions[static_cast<std::size_t>(line.firstExpression + tag)];
     if (!expression)
         expression = std::make_unique<CompiledExpression>(wanted.expression, wanted.operands);
     for (int operand = 0; operand < wanted.operands; ++operand) {
@@ -247,13 +247,16 @@ Fallback LineByPlan::appendVariant(const Shape::Tag &tag, const QVariant &value)
 Fallback LineByPlan::appendText(QStringView text)
 {
     constexpr QChar lastOfMarkup = QLatin1Char(']');
-    QChar *to = m_text.room(static_cast<int>(text.size()));
-    for (const QChar c : text) {
+    const QChar *const from = text.data();
+    const int size = static_cast<int>(text.size());
+    QChar *const to = m_text.room(size);
+    for (int place = 0; place < size; ++place) {
+        const QChar c = from[place];
+        to[place] = c;
         if (c <= lastOfMarkup && isMarkupCharacter(c))
             return Fallback::MarkupInValue;
-        *to++ = c;
     }
-    m_text.endAt(to);
+    m_text.endAt(to + size);
     return Fallback::None;
 }
 

@@ -57,9 +57,11 @@ private:
     };
 
     void beginLine();
-    void appendPiece(const Shape &shape, const Shape::Step &step);
-    const Shape::Step *fillTag(const TemplatePlan::Line &line, const Shape::Step &step);
-    Fallback appendExpression(const TemplatePlan::Line &line, int tag);
+    void appendPiece(const Shape::Step &step);
+    const Shape::Step *fillTag(const TemplatePlan::Line &line, const int *names,
+                               const Shape::Step &step);
+    Fallback appendExpression(const TemplatePlan::Line &line, const int *names,
+                              const Shape::Tag &wanted);
     Fallback appendValue(const Shape::Tag &tag, const NamedValues::Value &value);
     Fallback appendVariant(const Shape::Tag &tag, const QVariant &value);
     Fallback appendTextOrNumber(const Shape::Tag &tag, const QString &text);

@@ -233,32 +233,16 @@ void Shape::takeLook(const QString &line, const PrintedLine &printed, const Carr
 /// Cuts the line and its printed text at their marks, which are the same ones.
 void Shape::takeSteps(const QString &line, const QString &printed)
 {
-    int tag = 0;
-    int nextGroup = 0;
-    std::vector<int> around;
     int inLine = 0;
     for (int begin = 0;;) {
         const int end = endOfPiece(printed, begin);
         const int endInLine = endOfPiece(line, inLine);
         Step step;
-        step.begin = m_text.size();
         step.size = end - begin;
         step.lineSize = endInLine - inLine;
-        m_text.append(printed.constData() + begin, step.size);
         step.tab = placeOf(documents::tab, QStringView(printed).mid(begin, step.size));
         step.mark = end < printed.size() ? markOf(printed.at(end)) : Mark::End;
-        if (step.mark == Mark::Value) {
-            step.firstName = m_tags[static_cast<std::size_t>(tag)].firstName;
-            step.index = tag++;
-        } else if (step.mark == Mark::GroupBegin) {
-            step.index = nextGroup++;
-            around.push_back(step.index);
-        } else if (step.mark == Mark::GroupEnd) {
-            step.index = around.back();
-            around.pop_back();
-            m_groups[static_cast<std::size_t>(step.index)].endStep =
-                static_cast<int>(m_steps.size());
-        }
+        m_text.append(printed.constData() + begin, step.size);
         m_steps.push_back(step);
         if (step.mark == Mark::End)
             break;
@@ -266,6 +250,32 @@ void Shape::takeSteps(const QString &line, const QString &printed)
         inLine = endInLine + 1;
     }
     m_text.append(QString(valueformat::TextBuffer::readable, documents::blank));
+    numberSteps();
+}
+
+/// Which tags and groups their marks are of.
+void Shape::numberSteps()
+{
+    const QChar *text = m_text.constData();
+    const Tag *tag = m_tags.data();
+    int nextGroup = 0;
+    std::vector<int> around;
+    for (std::size_t at = 0; at < m_steps.size(); ++at) {
+        Step &step = m_steps[at];
+        step.text = text;
+        text += step.size;
+        if (step.mark == Mark::Value) {
+            step.firstName = tag->firstName;
+            step.tag = tag++;
+        } else if (step.mark == Mark::GroupBegin) {
+            step.group = nextGroup++;
+            around.push_back(step.group);
+        } else if (step.mark == Mark::GroupEnd) {
+            step.group = around.back();
+            around.pop_back();
+            m_groups[static_cast<std::size_t>(step.group)].endStep = static_cast<int>(at);
+        }
+    }
 }
 
 void Shape::measureRooms()

@@ -71,17 +71,6 @@ class Shape
 public:
     enum class Mark : unsigned char { End, Value, GroupBegin, GroupEnd };
 
-    /// A piece of text, and what comes behind it.
-    struct Step
-    {
-        int begin = 0;     ///< of the piece in text()
-        int size = 0;      ///< of the piece
-        int lineSize = 0;  ///< of the piece before its markup was read
-        int tab = -1;      ///< where it has one; -1: it has none
-        Mark mark = Mark::End;
-        int index = 0;      ///< of the tag or the group
-        int firstName = 0;  ///< of the tag, among those of the line
-    };
     struct Tag
     {
         explicit Tag(const QString &tagFormat) : format(tagFormat), pattern(tagFormat) {}
@@ -94,6 +83,18 @@ public:
         bool hasWords = false;  ///< names of functions in the expression
         int operands = 0;
     };
+    /// A piece of text, and what comes behind it.
+    struct Step
+    {
+        const QChar *text = nullptr;  ///< so much is behind it that it can be copied as a whole
+        int size = 0;                 ///< of the text
+        int lineSize = 0;             ///< of the text before its markup was read
+        int tab = -1;                 ///< where it has one; -1: it has none
+        Mark mark = Mark::End;
+        int group = 0;             ///< that begins or ends
+        int firstName = 0;         ///< of the tag, among those of the line
+        const Tag *tag = nullptr;  ///< whose value comes
+    };
     struct Group
     {
         bool isWholeLine = false;
@@ -103,11 +104,11 @@ public:
     };
 
     explicit Shape(const LineParts &parts);
+    Shape(const Shape &) = delete;
+    Shape &operator=(const Shape &) = delete;
 
     /// Why lines of this shape go the general way; None: they don't.
     Fallback fallback() const { return m_fallback; }
-    /// The pieces, each with so much behind it that it can be copied as a whole.
-    const QChar *text() const { return m_text.constData(); }
     const std::vector<Step> &steps() const { return m_steps; }
     const std::vector<Tag> &tags() const { return m_tags; }
     const std::vector<Group> &groups() const { return m_groups; }
@@ -123,10 +124,11 @@ private:
     void takeTags(const LineParts &parts);
     void takeLook(const QString &line, const PrintedLine &printed, const CarriedStyle &carried);
     void takeSteps(const QString &line, const QString &printed);
+    void numberSteps();
     void measureRooms();
 
     Fallback m_fallback = Fallback::None;
-    QString m_text;
+    QString m_text;  ///< that of all steps
     std::vector<Step> m_steps;
     std::vector<Tag> m_tags;
     std::vector<Group> m_groups;
