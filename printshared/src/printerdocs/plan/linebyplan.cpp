@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "printerdocs/document/linepadding_p.h"
@@ -14,21 +15,16 @@ namespace templates {
 
 namespace {
 
-/// Whether a value is more than text: a part of a tag or of a group, or of the layout.
-bool isMarkupCharacter(QChar c)
+/// Characters by which a value is more than text, a part of a tag or of a group or of the layout,
+/// by their codes. The last code stands for all beyond.
+constexpr std::array<unsigned char, 128> makeMarkupCharacters()
 {
-    switch (c.unicode()) {
-        case '<':
-        case '>':
-        case '[':
-        case ']':
-        case '\n':
-        case '\t':
-            return true;
-        default:
-            return false;
-    }
+    std::array<unsigned char, 128> all{};
+    for (const char c : {'<', '>', '[', ']', '\n', '\t'})
+        all[static_cast<std::size_t>(c)] = 1;
+    return all;
 }
+constexpr std::array<unsigned char, 128> markupCharacters = makeMarkupCharacters();
 
 }  // namespace
 
@@ -246,16 +242,18 @@ Fallback LineByPlan::appendVariant(const Shape::Tag &tag, const QVariant &value)
 
 Fallback LineByPlan::appendText(QStringView text)
 {
-    constexpr QChar lastOfMarkup = QLatin1Char(']');
     const QChar *const from = text.data();
     const int size = static_cast<int>(text.size());
     QChar *const to = m_text.room(size);
+    // Without a branch for each character, as nobody can guess what comes next in a text.
+    unsigned found = 0;
     for (int place = 0; place < size; ++place) {
         const QChar c = from[place];
         to[place] = c;
-        if (c <= lastOfMarkup && isMarkupCharacter(c))
-            return Fallback::MarkupInValue;
+        found |= markupCharacters[qMin<unsigned>(c.unicode(), markupCharacters.size() - 1)];
     }
+    if (found != 0)
+        return Fallback::MarkupInValue;
     m_text.endAt(to + size);
     return Fallback::None;
 }
