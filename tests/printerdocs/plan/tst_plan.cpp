@@ -1,4 +1,6 @@
 #include <QtTest>
+#include <functional>
+#include <utility>
 
 #include "../template/formatterbench.h"
 #include "printerdocs/plan/fallback_p.h"
@@ -21,16 +23,29 @@ const char marked[] = u8"\uFDD0";
 
 Attributes values()
 {
-    return {{"NAME", "Tea to go"},  {"ITALY", "Inbus key"},
-            {"PRICE", 12.5},        {"SOLD", "7,50"},
-            {"COUNT", 3},           {"ZERO", 0.0},
-            {"NONE", QString()},    {"DEBT", -3.25},
-            {"PAID", true},         {"DATE", QDate(2026, 5, 9)},
-            {"HOUR", QTime(18, 5)}, {"WHEN", QDateTime(QDate(2026, 5, 9), QTime(18, 5), Qt::UTC)},
-            {"TAGS", "<COUNT>"},    {"LESS", "a<b"},
-            {"MORE", "a>b"},        {"OPEN", "a[b"},
-            {"SHUT", "a]b"},        {"TABS", "a\tb"},
-            {"FEED", "a\nb"},       {"MASS", QVariant::fromValue(Weight{250})}};
+    return {{"NAME", "Tea to go"},
+            {"ITALY", "Inbus key"},
+            {"PRICE", 12.5},
+            {"SOLD", "7,50"},
+            {"COUNT", 3},
+            {"ZERO", 0.0},
+            {"NONE", QString()},
+            {"DEBT", -3.25},
+            {"PAID", true},
+            {"DATE", QDate(2026, 5, 9)},
+            {"HOUR", QTime(18, 5)},
+            {"WHEN", QDateTime(QDate(2026, 5, 9), QTime(18, 5), Qt::UTC)},
+            {"TAGS", "<COUNT>"},
+            {"LESS", "a<b"},
+            {"MORE", "a>b"},
+            {"OPEN", "a[b"},
+            {"SHUT", "a]b"},
+            {"TABS", "a\tb"},
+            {"MANY", 18446744073709551615ULL},
+            {"FEW", 7U},
+            {"LONG", -9000000000LL},
+            {"FEED", "a\nb"},
+            {"MASS", QVariant::fromValue(Weight{250})}};
 }
 
 struct Counts
@@ -73,6 +88,7 @@ private Q_SLOTS:
     void planIsMadeWhenItPays();
     void namesThatStandElsewhere_data();
     void namesThatStandElsewhere();
+    void namesOfAnotherDocumentDontStandAnywhere();
     void namesOfAllLettersAreFound();
     void formatsWithinALine_data();
     void formatsWithinALine();
@@ -84,6 +100,8 @@ private Q_SLOTS:
     void aRemovalInAValueSendsTheWholeDocumentTheGeneralWay();
     void anotherTemplateHasAnotherPlan();
     void formattersOfOneTemplateShareThePlan();
+    void aDocumentLeavesNothingBehind();
+    void aDocumentIsPrintedInTheMidstOfAnother();
     void mostLinesOfTheExamplesHaveAShape_data();
     void mostLinesOfTheExamplesHaveAShape();
 };
@@ -115,6 +133,18 @@ void TestPlan::linesGoTheirWay_data()
     row("group in ranges that is the line", "[<B:>Discount<:B> <ZERO> <PRICE>]");
     row("empty text", "<NONE>");
     row("empty text beside tags", "<C><NONE>");
+    row("tab in a group that goes", "<NAME>[\t<ZERO>] and so on up to the end of the line");
+    row("tab in front of a group that goes", "<NAME>\t[ -<ZERO>] and so on up to the end of it");
+    row("tab behind a group that goes", "<NAME>[ -<ZERO>] and so on up to the end of it\t<COUNT>");
+    row("tab in a line that goes", "[<NAME>\t<ZERO>]");
+    row("edges and a group that goes", "<NAME>[ -<ZERO>]<S><PRICE>");
+    row("long line with edges", "<NAME> <NAME> <NAME><S><NAME> <NAME>");
+    row("right line that is too long", "<R><NAME> <NAME> <NAME>\t<NAME> <NAME>");
+    row("whole numbers of all kinds", "<FEW,00> <LONG> <MANY> <COUNT,000>");
+    row("expression of whole numbers", "<FEW+COUNT,0.00> <MANY-LONG,0.E>");
+    row("piece as long as is copied at once", "<NAME>1234567890123456<PRICE>");
+    row("piece longer than that", "<NAME>12345678901234567<PRICE>");
+    row("line longer than most", manyLines("<NAME> and ", 20).remove('\n'));
     row("unmatched brackets", "<NAME> ] [ <ZERO>");
     row("one value twice", "<NAME> <NAME>");
     row("name like an image", "<ITALY>");
@@ -211,13 +241,35 @@ void TestPlan::namesThatStandElsewhere()
     Attributes attributes = values();
     attributes["GREAT"] = 1e20;
     attributes[name] = 4;
-    PrinterDocumentFormatter formatter(0, nullptr);
-    formatter.setTemplate("<" + expression + ",0.E>");
     const PrinterDocument document = documentOf(attributes);
-    const Counts before;
-    const QStringList text = formatter.toPlainText(document, 30);
-    QCOMPARE(Counts().byPlan - before.byPlan, isPlanned ? 1 : 0);
-    QCOMPARE(text, StepByStep(formatter, document).plainText(30));
+    const QString line = '<' + expression + ",0.E>";
+    for (const QString &lines : {line, line + "\nb<" + name + ",0>"}) {
+        PrinterDocumentFormatter formatter(0, nullptr);
+        formatter.setTemplate(lines);
+        const Counts before;
+        const long long elsewhere = before.of(Fallback::NamesElsewhere);
+        const QStringList text = formatter.toPlainText(document, 30);
+        QCOMPARE(Counts().of(Fallback::NamesElsewhere) - elsewhere, isPlanned ? 0 : 1);
+        QVERIFY(!isPlanned || Counts().byPlan > before.byPlan);
+        QCOMPARE(text, StepByStep(formatter, document).plainText(30));
+    }
+}
+
+void TestPlan::namesOfAnotherDocumentDontStandAnywhere()
+{
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate("<PRICE*COUNT,0.00>\nb<q*,0>");
+    Attributes odd = values();
+    odd["*"] = 4;
+    odd["q*"] = 5;
+    for (const Attributes &attributes : {values(), odd, values()}) {
+        const PrinterDocument document = documentOf(attributes);
+        const long long elsewhere = Counts().of(Fallback::NamesElsewhere);
+        QCOMPARE(formatter.toPlainText(document, 30),
+                 StepByStep(formatter, document).plainText(30));
+        QCOMPARE(Counts().of(Fallback::NamesElsewhere) - elsewhere,
+                 attributes.contains("*") ? 1 : 0);
+    }
 }
 
 void TestPlan::namesOfAllLettersAreFound()
@@ -418,6 +470,57 @@ void TestPlan::formattersOfOneTemplateShareThePlan()
     QCOMPARE(one.plan(), other.plan());
     other.setLines({"shared <NAME>", "<C><PRICE>"});
     QVERIFY(one.plan() != other.plan());
+}
+
+void TestPlan::aDocumentLeavesNothingBehind()
+{
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate("<NAME> <COUNT> <PRICE>\n<PRICE*COUNT>\n[<NAME><S><SOLD>]");
+    const Attributes others[] = {values(),
+                                 {{"COUNT", "three"}},
+                                 {{"NAME", 5}, {"PRICE", QVariant()}, {"COUNT", 2.5}},
+                                 {},
+                                 values()};
+    for (const Attributes &attributes : others) {
+        const PrinterDocument document = documentOf(attributes);
+        QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
+    }
+}
+
+namespace {
+
+std::function<void()> _atNextLogLine;
+
+}  // namespace
+
+/// A client may print from a message handler, by the very plan that is being used.
+void TestPlan::aDocumentIsPrintedInTheMidstOfAnother()
+{
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate("<NAME> <COUNT>\n<PRICE*COUNT>\n[<NAME><S><SOLD>]");
+    const PrinterDocument outer = documentOf(values());
+    Attributes others = values();
+    others["NAME"] = "another";
+    others["PRICE"] = 1.25;
+    const PrinterDocument inner = documentOf(others);
+    const QString ofOuter = printedBySteps(formatter, outer);
+    const QString ofInner = printedBySteps(formatter, inner);
+    int insides = 0;
+    std::function<void()> print = [&] {
+        QCOMPARE(printedByPlan(formatter, inner), ofInner);
+        ++insides;
+    };
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {
+            if (const auto action = std::exchange(_atNextLogLine, {}))
+                action();
+        });
+    for (int times = 0; times < 3; ++times) {
+        _atNextLogLine = print;
+        QCOMPARE(printedByPlan(formatter, outer), ofOuter);
+    }
+    qInstallMessageHandler(before);
+    QCOMPARE(insides, 3);
 }
 
 void TestPlan::mostLinesOfTheExamplesHaveAShape_data()

@@ -1,3 +1,4 @@
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include "printerdocs/printerdocument.h"
@@ -94,6 +95,46 @@ private Q_SLOTS:
         QCOMPARE(value, read);
         QCOMPARE(document.attributes().value("NAME").userType(), stored.userType());
         QCOMPARE(document.attributes().value("NAME"), stored);
+    }
+
+    /// By QString's own functions, as the rule has it: most texts are told from numbers without.
+    void anyTextCountsAsTheRuleSays()
+    {
+        const auto byTheRule = [](const QString &text) -> QVariant {
+            bool ok = false;
+            const qlonglong whole = text.toLongLong(&ok);
+            if (ok && text.size() < 19)
+                return whole;
+            const double real = text.toDouble(&ok);
+            if (ok && text.size() < 16)
+                return real;
+            const double pointed = QString(text).replace(',', '.').toDouble(&ok);
+            if (ok && text.size() < 16)
+                return pointed;
+            return text;
+        };
+        const QString letters = "00112345678999..,,,--+eEinfatyxpbQZ \t\u0416\u0130";
+        QStringList texts{"12 Quay", "infinity", "-inf", "nan", "0x1F", "+5", " 5 ", "1,5e2", "."};
+        QRandomGenerator random(23);
+        for (int round = 0; round < 50000; ++round) {
+            QString text;
+            const int kinds = round % 2 == 0 ? 20 : letters.size();
+            for (int count = random.bounded(1, 20); count > 0; --count)
+                text += letters.at(random.bounded(kinds));
+            texts << text;
+        }
+        int numbers = 0;
+        for (const QString &text : texts) {
+            PrinterDocument document;
+            document.setAttributes({{"NAME", text}});
+            const QVariant value = document.attributeValue("NAME");
+            const QVariant expected = byTheRule(text);
+            QVERIFY2(value.userType() == expected.userType() &&
+                         (value == expected || value.toString() == expected.toString()),
+                     qPrintable(text));
+            numbers += value.userType() != QMetaType::QString;
+        }
+        QVERIFY(numbers > 1000);
     }
 
     void fiscalPartsAreAlwaysRemoved()

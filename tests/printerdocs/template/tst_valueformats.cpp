@@ -1,8 +1,10 @@
 #include <QRandomGenerator>
 #include <QtTest>
+#include <cmath>
 #include <limits>
 
 #include "formatterbench.h"
+#include "hearth/fixnumber.h"
 
 using namespace formatterbench;
 
@@ -119,6 +121,55 @@ private Q_SLOTS:
     {
         QFETCH(double, value);
         QTEST(PrinterDocumentFormatter(0, nullptr).floatToString("0.00", value), "text");
+    }
+
+    /// Most amounts are written in another way than the others; what they are counted in tells
+    /// what they have to be.
+    void amountsOfAnySizeReadAsTheirParts()
+    {
+        const auto byParts = [](int fewestWhole, int decimals, double value) {
+            const auto unit = static_cast<qint64>(std::pow(10, decimals));
+            const qint64 parts = hearth::FixNumber(static_cast<quint32>(unit), value).value();
+            const qint64 whole = parts / unit;
+            const bool fits = whole == static_cast<int>(whole);
+            const QString digits = QString::number(fits ? std::abs(whole) : 0);
+            return (fits && whole < 0 ? "-" : "") + digits.rightJustified(fewestWhole, '0') + '.' +
+                   QString::number(std::abs(parts % unit)).rightJustified(decimals, '0');
+        };
+        const PrinterDocumentFormatter formatter(0, nullptr);
+        const double edges[] = {0,
+                                1,
+                                10,
+                                100,
+                                1000,
+                                9999.99,
+                                10000,
+                                100000,
+                                999999,
+                                999998.99,
+                                999999.994,
+                                999999.995,
+                                1e6,
+                                1e7,
+                                2147483647.99,
+                                2147483648.0,
+                                4294967296.0,
+                                1e9};
+        const double steps[] = {0, 0.0004, 0.0005, 0.004, 0.005, 0.0051, 0.0949, 0.1, 0.994, 0.995};
+        for (const double edge : edges) {
+            for (const double step : steps) {
+                for (const double value : {edge + step, edge - step, -edge - step, step - edge}) {
+                    for (int whole = 0; whole < 4; ++whole) {
+                        for (int decimals = 1; decimals < 6; ++decimals) {
+                            const QString format =
+                                QString(whole, '0') + '.' + QString(decimals, '0');
+                            QCOMPARE(formatter.floatToString(format, value),
+                                     byParts(qMax(whole, 1), decimals, value));
+                        }
+                    }
+                }
+            }
+        }
     }
 
     void decimalsBeyondAllReasonDoNoHarm()
