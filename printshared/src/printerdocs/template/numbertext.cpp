@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "latin1text_p.h"
+
 namespace templates {
 
 namespace {
@@ -61,7 +63,7 @@ NumberInText plainNumber(QStringView text)
 /// like could take for one: exponents, "infinity", "nan", hexadecimal digits' signs.
 bool holdsLetterOfWords(QStringView text)
 {
-    constexpr QLatin1String lettersOfNumbers("aefinptxy");
+    constexpr QLatin1String lettersOfNumbers = printshared::latin1Text("aefinptxy");
     return std::any_of(text.begin(), text.end(), [&](QChar c) {
         const QChar lower(ushort(c.unicode() | 0x20U));
         return lower >= QLatin1Char('a') && lower <= QLatin1Char('z') &&

@@ -75,7 +75,7 @@ public:
 
 private:
     static constexpr int digits = 3;
-    static constexpr unsigned sizeOfEntry = digits + 1;  // the last one is how many are needed
+    static constexpr std::size_t sizeOfEntry = digits + 1;  // the last one is how many are needed
 
     // Behind each entry is another one, of which something may be read.
     std::array<QChar, (end + 1) * sizeOfEntry> m_entries{};
@@ -467,7 +467,7 @@ QString valueformat::ofReal(QStringView format, double value)
 
 QString valueformat::ofDateTime(QStringView format, const QDateTime &value)
 {
-    const QString digits = inDigits(value, format.isEmpty() ? u"dd.mm.yy hh:nn" : format);
+    QString digits = inDigits(value, format.isEmpty() ? u"dd.mm.yy hh:nn" : format);
     if (!digits.isNull())
         return digits;
     return formatted(value, toQtFormat(format, "dd.MM.yy hh:mm"));
