@@ -203,7 +203,9 @@ int main(int argc, char **argv)
                 outcomeOf(kind.kind, generator, QStringLiteral(PRINTERSLIB_EXAMPLES));
             _log = nullptr;
             result += log;
-            if (!parser.isSet(QStringLiteral("show")))
+            if (parser.isSet(QStringLiteral("show")))
+                result.replace('\0', "\\0");  // behind which the text would end
+            else
                 result = QCryptographicHash::hash(result, QCryptographicHash::Md5).toHex();
             output << kind.name << ' ' << number << ' ' << QString::fromUtf8(result) << '\n';
         }

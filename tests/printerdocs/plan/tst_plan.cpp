@@ -31,6 +31,8 @@ Attributes values()
             {"ZERO", 0.0},
             {"NONE", QString()},
             {"DEBT", -3.25},
+            {"NIL", -0.0},
+            {"NILS", "-0,00"},
             {"PAID", true},
             {"DATE", QDate(2026, 5, 9)},
             {"HOUR", QTime(18, 5)},
@@ -154,6 +156,7 @@ void TestPlan::linesGoTheirWay_data()
     row("functions", "<sqrt(PRICE)+abs DEBT>");
     row("expression that is 0 takes its group", "<NAME>[ <PRICE-PRICE>]<S>x");
     row("division by nothing", "<PRICE/ZERO>");
+    row("nothing has no sign", "<2^(COUNT/NIL)> <2^(COUNT/NILS),0>");
     row("name of a function beside an operator", "<pi*COUNT>");
     row("loose opening bracket", "<NAME> <PRICE> <", Fallback::LooseBracket);
     row("loose closing bracket", "<NAME> > <PRICE>", Fallback::LooseBracket);

@@ -1,3 +1,4 @@
+#include <QJsonDocument>
 #include <QtConcurrent>
 #include <QtTest>
 
@@ -12,7 +13,9 @@ QString templateText()
 {
     QString text;
     for (int line = 0; line < lineCount; ++line)
-        text += QString("<NAME%1>[ -<DISC%1>]<S><QTY%1*PRICE%1-DISC%1,0.00>\n").arg(line);
+        text += QString(line % 8 == 0 ? "<B><NAME%1><S><DISC%1>\n"
+                                      : "<NAME%1>[ -<DISC%1>]<S><QTY%1*PRICE%1-DISC%1,0.00>\n")
+                    .arg(line);
     return text;
 }
 
@@ -31,14 +34,22 @@ PrinterDocument documentOf(int thread)
     return document;
 }
 
+QStringList formsOf(const PrinterDocumentFormatter &formatter, const PrinterDocument &document)
+{
+    const QVariantMap blocks = formatter.toTextPrinterDocument(document).toMap();
+    return formatter.toPlainText(document, 40) +
+           QStringList{formatter.toHtml(document, true),
+                       QString::fromUtf8(QJsonDocument::fromVariant(blocks).toJson())};
+}
+
 QStringList printed(int thread)
 {
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate(templateText());
     const PrinterDocument document = documentOf(thread);
-    QStringList first = formatter.toPlainText(document, 40);
+    QStringList first = formsOf(formatter, document);
     for (int use = 0; use < 20; ++use) {
-        if (formatter.toPlainText(document, 40) != first)
+        if (formsOf(formatter, document) != first)
             return {};
     }
     return first;
@@ -46,7 +57,8 @@ QStringList printed(int thread)
 
 }  // namespace
 
-/// Formatters in several threads share one template's plan and its compiled expressions.
+/// Formatters in several threads share one template's plan and its compiled expressions, and their
+/// documents the bytes of lines without formats.
 class TestPlanThreads : public QObject
 {
     Q_OBJECT

@@ -185,8 +185,10 @@ bool NamesInExpressions::mayStand(const QString &name, QStringView expression) c
 
 bool operandOf(const NamedValues::Value &value, double &number)
 {
+    // The text of a negative nothing has no sign, and so its sum with nothing hasn't.
+    constexpr double nothing = 0;
     if (const auto *const real = std::get_if<double>(&value)) {
-        number = *real;
+        number = *real + nothing;
         return std::isfinite(number);
     }
     if (const auto *const whole = std::get_if<qint64>(&value)) {
@@ -195,8 +197,8 @@ bool operandOf(const NamedValues::Value &value, double &number)
     }
     if (const auto *const text = std::get_if<const QString *>(&value)) {
         const NumberInText read = numberIn(**text);
-        number =
-            read.kind == NumberInText::Kind::Whole ? static_cast<double>(read.whole) : read.real;
+        number = read.kind == NumberInText::Kind::Whole ? static_cast<double>(read.whole)
+                                                        : read.real + nothing;
         return read.kind != NumberInText::Kind::None && std::isfinite(number);
     }
     const auto *const other = std::get_if<const QVariant *>(&value);
