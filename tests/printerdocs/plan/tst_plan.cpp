@@ -88,6 +88,7 @@ private Q_SLOTS:
     void linesGoTheirWay();
     void planIsMadeWhenItPays_data();
     void planIsMadeWhenItPays();
+    void linesOfAnyLengthArePadded();
     void namesThatStandElsewhere_data();
     void namesThatStandElsewhere();
     void namesOfAnotherDocumentDontStandAnywhere();
@@ -208,6 +209,29 @@ void TestPlan::linesGoTheirWay()
     QCOMPARE(after.byPlan - before.byPlan, isPlanned ? 3 : 2);
     if (!isPlanned)
         QVERIFY(after.of(static_cast<Fallback>(reason)) > ofReason);
+}
+
+void TestPlan::linesOfAnyLengthArePadded()
+{
+    constexpr int width = 30;
+    PrinterDocumentFormatter formatter(0, nullptr);
+    for (const char *const line : {"<HEAD>", "<C><HEAD>", "<R><HEAD>", "<HEAD><S><TAIL>",
+                                   "[<HEAD>]<S>[<TAIL>]", "<HEAD>\t<TAIL>", "<R><HEAD>\t<TAIL>"}) {
+        formatter.setTemplate(line);
+        for (int head = 0; head < width + 3; ++head) {
+            for (int tail = 0; tail < width + 3; ++tail) {
+                const PrinterDocument document =
+                    documentOf({{"HEAD", QString(head, 'h')},
+                                {"TAIL", QString("t%1").arg(tail).repeated(tail).left(tail)}});
+                QCOMPARE(formatter.toPlainText(document, width),
+                         StepByStep(formatter, document).plainText(width));
+            }
+        }
+    }
+    for (const int narrow : {-1, 0, 1, 500})
+        QCOMPARE(
+            formatter.toPlainText(documentOf({{"HEAD", "h"}, {"TAIL", "t"}}), narrow),
+            StepByStep(formatter, documentOf({{"HEAD", "h"}, {"TAIL", "t"}})).plainText(narrow));
 }
 
 void TestPlan::namesThatStandElsewhere_data()

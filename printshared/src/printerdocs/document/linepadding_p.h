@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QString>
-#include <QStringView>
 
 #include "printerdocs/etextalignment.h"
+#include "printerdocs/template/textbuffer_p.h"
 
 namespace documents {
 
@@ -20,14 +20,7 @@ constexpr int longestPaddedLine = 1 << 24;
 /// out.
 QString paddedLine(const QString &line, ETextAlignment alignment, int width);
 
-/// A line of which is known where its tab is.
-struct LineWithTab
-{
-    QStringView text;
-    int tab = -1;  ///< the only one; -1: there is none
-};
-
-/// The same as a text of its own.
-QString paddedLine(const LineWithTab &line, ETextAlignment alignment, int width);
+/// The same in its place, of a line whose only tab is there; -1: it has none.
+void padLine(valueformat::TextBuffer &line, int tabPlace, ETextAlignment alignment, int width);
 
 }  // namespace documents

@@ -51,7 +51,7 @@ private:
 ///   blank()            a line without text
 ///   general(line)      a filled line whose markup hasn't been read
 ///   takes(look)        why the next line of this look can't come by plan; None: it can
-///   planned(look, line)  a line whose markup has been read
+///   planned(look, line)  a line by plan, whose markup has been read
 template <typename Output>
 class DocumentByPlan
 {
@@ -132,7 +132,7 @@ private:
         ++m_linesFilled;
         m_hasLines = m_hasLines || !m_line.isGone();
         if (m_line.hasText())
-            m_output.planned(look, m_line.text());
+            m_output.planned(look, m_line);
         return true;
     }
 

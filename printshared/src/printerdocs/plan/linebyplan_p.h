@@ -36,7 +36,13 @@ public:
     /// Whether it has text; one of nothing but tags hasn't.
     bool hasText() const { return m_text.size() > m_margin; }
     /// Valid up to the next line.
-    documents::LineWithTab text() const { return {writtenFrom(0), m_tab}; }
+    QStringView text() const { return writtenFrom(0); }
+    /// The same as it is printed in this width. The text is that from now on.
+    QString padded(ETextAlignment alignment, int width)
+    {
+        documents::padLine(m_text, m_tab, alignment, width);
+        return QString(m_text.constData(), m_text.size());
+    }
     /// Whether filling it in the general way writes to the log.
     bool isLogged() const { return !m_used.empty(); }
     /// Writes to the log what filling it in the general way writes.

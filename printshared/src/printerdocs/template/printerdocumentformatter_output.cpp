@@ -131,11 +131,11 @@ public:
             m_lines.append(paddedLine(printed.text, printed.alignment, m_width));
     }
     static Fallback takes(const LineLook &) { return Fallback::None; }
-    void planned(const LineLook &look, const LineWithTab &line)
+    void planned(const LineLook &look, LineByPlan &line)
     {
-        QString padded =
-            m_run.folds() ? paddedLine(m_run.folded(line.text.toString()), look.alignment, m_width)
-                          : paddedLine(line, look.alignment, m_width);
+        QString padded = m_run.folds() ? paddedLine(m_run.folded(line.text().toString()),
+                                                    look.alignment, m_width)
+                                       : line.padded(look.alignment, m_width);
         // The list's own text takes the other's place, which costs less than to share it for once.
         m_lines.append(QString());
         m_lines.last().swap(padded);
@@ -171,9 +171,9 @@ public:
                       printed.alignment);
     }
     Fallback takes(const LineLook &look) const { return m_run.takes(look); }
-    void planned(const LineLook &look, const LineWithTab &line)
+    void planned(const LineLook &look, const LineByPlan &line)
     {
-        const QStringView text = line.text;
+        const QStringView text = line.text();
         const QString folded = m_run.folds() ? m_run.folded(text.toString()) : QString();
         appendRow(m_run.folds() ? QStringView(folded) : text, bytesOf(look.font),
                   bytesOf(look.format), look.alignment);
@@ -297,9 +297,9 @@ public:
             addLineWithCode(m_blocks, line, tag, m_run);
     }
     Fallback takes(const LineLook &look) const { return m_run.takes(look); }
-    void planned(const LineLook &look, const LineWithTab &line)
+    void planned(const LineLook &look, const LineByPlan &line)
     {
-        const QStringView text = line.text;
+        const QStringView text = line.text();
         const int size = static_cast<int>(text.size());
         const QByteArray formats = bytesOf(look.format, size);
         m_blocks.add({true, m_run.folds() ? m_run.folded(text.toString()) : text.toString(),

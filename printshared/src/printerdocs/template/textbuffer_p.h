@@ -3,6 +3,7 @@
 #include <QString>
 #include <QVarLengthArray>
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace valueformat {
@@ -58,7 +59,36 @@ public:
         m_size += count;
     }
 
+    /// Puts so many times a character in the place of others.
+    void replace(int place, int removed, QChar c, int count)
+    {
+        room(count + 2 * readable);
+        QChar *const to = m_characters.data() + place;
+        const int behind = m_size - place - removed;
+        if (behind > readable) {
+            std::memmove(to + count, to + removed,
+                         sizeof(QChar) * static_cast<std::size_t>(behind));
+            std::fill_n(to, count, c);
+        } else {
+            // As with pieces: all that is readable is moved at once, and no part of it is counted.
+            std::array<QChar, readable> moved;
+            std::memcpy(moved.data(), to + removed, sizeof(moved));
+            fillPieces(to, c, count);
+            std::memcpy(to + count, moved.data(), sizeof(moved));
+        }
+        m_size += count - removed;
+    }
+
 private:
+    /// Writes a character so many times, and up to one less than are readable behind that.
+    static void fillPieces(QChar *to, QChar c, int count)
+    {
+        std::array<QChar, readable> piece;
+        piece.fill(c);
+        for (int done = 0; done < count; done += readable)
+            std::memcpy(to + done, piece.data(), sizeof(piece));
+    }
+
     static constexpr int usualCapacity = 128;
 
     // All of them are there; which ones are the text is kept beside them.
