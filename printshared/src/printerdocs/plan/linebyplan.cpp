@@ -20,8 +20,8 @@ namespace {
 constexpr std::array<unsigned char, 128> makeMarkupCharacters()
 {
     std::array<unsigned char, 128> all{};
-    for (const char c : {'<', '>', '[', ']', '\n', '\t'})
-        all[static_cast<std::size_t>(c)] = 1;
+    for (const unsigned char c : {'<', '>', '[', ']', '\n', '\t'})
+        all[c] = 1;
     return all;
 }
 constexpr std::array<unsigned char, 128> markupCharacters = makeMarkupCharacters();
