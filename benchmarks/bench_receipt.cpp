@@ -11,7 +11,8 @@
 //   expressions          toPlainText(), with sums, totals and taxes worked out in the template
 //   html                 toHtml() of the indexed form
 //   blocks               toTextPrinterDocument() of the indexed form
-//   blocks_json          the same, and its toMap() as JSON
+//   blocks_json          the same, and its JSON by DocumentJson
+//   blocks_map_json      the same of its toMap()
 //   hand_qt              QString appends that print exactly this receipt
 //   hand_qt_json         the same receipt's blocks as JSON, of QJsonObject and QJsonArray
 //   hand_map             the same from the attributes into a QStringList: the library's own floor
@@ -19,6 +20,8 @@
 //   grantlee             Grantlee 5, with values formatted by the host
 //   mustache             kainjow mustache, with values formatted by the host
 //   ctemplate            ctemplate, with values formatted by the host
+
+#include <printerslib/drivers/documentjson.h>
 
 #include <QJsonDocument>
 #include <QLoggingCategory>
@@ -48,7 +51,8 @@ public:
     QStringList print() const { return m_formatter.toPlainText(m_document, receipt::columns); }
     QString html() const { return m_formatter.toHtml(m_document, true); }
     TextPrinterDocument blocks() const { return m_formatter.toTextPrinterDocument(m_document); }
-    QByteArray json() const
+    QByteArray json() const { return printerslib::drivers::DocumentJson::toJson(blocks()); }
+    QByteArray mapJson() const
     {
         return QJsonDocument::fromVariant(blocks().toMap()).toJson(QJsonDocument::Compact);
     }
@@ -197,9 +201,11 @@ private:
 
     void addJson(const std::shared_ptr<const Job> &job)
     {
-        m_texts.push_back(
-            {"blocks_json" + m_suffix, receipt::jsonByHandFromSale(m_sale), job->json()});
+        const QByteArray byHand = receipt::jsonByHandFromSale(m_sale);
+        m_texts.push_back({"blocks_json" + m_suffix, byHand, job->json()});
+        m_texts.push_back({"blocks_map_json" + m_suffix, byHand, job->mapJson()});
         add("blocks_json", [job] { return job->json(); });
+        add("blocks_map_json", [job] { return job->mapJson(); });
         add("hand_qt_json", [sale = m_sale] { return receipt::jsonByHandFromSale(sale); });
     }
 

@@ -41,6 +41,8 @@ const std::vector<Goal> goals{
     {"HTML, # items", "bench_receipt", "html/#", "hand_qt/#", 1.2},
     {"blocks, # items", "bench_receipt", "blocks/#", "hand_qt/#", 1},
     {"blocks as JSON, # items", "bench_receipt", "blocks_json/#", "hand_qt_json/#", 1.1},
+    {"blocks as JSON of their map, # items", "bench_receipt", "blocks_map_json/#", "hand_qt_json/#",
+     0},
     {"warnings on, # items", "bench_receipt", "indexed_warnings_on/#", "indexed/#", 0},
     {"warnings on, to text and log lines, # items", "bench_receipt", "indexed_warnings_on/#",
      "indexed_and_lines/#", 1.3},

@@ -1,5 +1,6 @@
 #include "documentforms.h"
 
+#include <printerslib/drivers/documentjson.h>
 #include <printerslib/drivers/escapedhtml.h>
 
 #include <QJsonDocument>
@@ -32,7 +33,7 @@ QStringList unescapedHtmlLines(const TextPrinterDocument &document)
 QStringList jsonLines(const TextPrinterDocument &document, bool indented)
 {
     const auto form = indented ? QJsonDocument::Indented : QJsonDocument::Compact;
-    return linesOf(QJsonDocument::fromVariant(document.toMap()).toJson(form));
+    return linesOf(printerslib::drivers::DocumentJson::toJson(document, form));
 }
 
 }  // namespace tool
