@@ -1,7 +1,7 @@
 // The map form of a block: keys and kinds of value are what stored documents hold.
 #include <algorithm>
 
-#include "printerdocs/document/documentmap_p.h"
+#include "printerdocs/document/documentblock_map_p.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The map form of a document: keys and kinds of value are what stored documents hold.
 #include "latin1text_p.h"
-#include "printerdocs/document/documentmap_p.h"
+#include "printerdocs/document/documentblock_map_p.h"
 #include "printerdocs/textprinterdocument.h"
 
 namespace {
