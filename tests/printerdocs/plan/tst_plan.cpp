@@ -6,6 +6,7 @@
 #include "printerdocs/plan/fallback_p.h"
 #include "printerdocs/plan/templatelines_p.h"
 #include "printerdocs/plan/templateplan_p.h"
+#include "settings/printersettings.h"
 #include "stepbystep.h"
 
 using namespace formatterbench;
@@ -92,6 +93,8 @@ private Q_SLOTS:
     void namesThatStandElsewhere_data();
     void namesThatStandElsewhere();
     void namesOfAnotherDocumentDontStandAnywhere();
+    void linesAreNotTakenForOthers_data();
+    void linesAreNotTakenForOthers();
     void namesOfAllLettersAreFound();
     void formatsWithinALine_data();
     void formatsWithinALine();
@@ -105,6 +108,9 @@ private Q_SLOTS:
     void formattersOfOneTemplateShareThePlan();
     void aDocumentLeavesNothingBehind();
     void aDocumentIsPrintedInTheMidstOfAnother();
+    void whatALogLineChangesIsTooLate_data();
+    void whatALogLineChangesIsTooLate();
+    void symbolsThatCantBeReadAreTriedOnce();
     void mostLinesOfTheExamplesHaveAShape_data();
     void mostLinesOfTheExamplesHaveAShape();
 };
@@ -256,7 +262,9 @@ void TestPlan::namesThatStandElsewhere_data()
     row("small letter and a function", "q", "sqrt(PRICE)", false);
     row("capital letter and a function", "Q", "sqrt(PRICE)", true);
     row("the letter of an exponent", "e", "GREAT*2", false);
+    row("the letter of a round number's exponent", "e", "MILLION*2", false);
     row("another small letter", "n", "PRICE*2", true);
+    row("another small letter and a great value", "n", "GREAT*2", true);
     row("no name and a great value", "Z", "GREAT*2", true);
 }
 
@@ -267,6 +275,7 @@ void TestPlan::namesThatStandElsewhere()
     QFETCH(bool, isPlanned);
     Attributes attributes = values();
     attributes["GREAT"] = 1e20;
+    attributes["MILLION"] = 1e6;
     attributes[name] = 4;
     const PrinterDocument document = documentOf(attributes);
     const QString line = '<' + expression + ",0.E>";
@@ -297,6 +306,33 @@ void TestPlan::namesOfAnotherDocumentDontStandAnywhere()
         QCOMPARE(Counts().of(Fallback::NamesElsewhere) - elsewhere,
                  attributes.contains("*") ? 1 : 0);
     }
+}
+
+/// Lines share a shape by what they have alike, and that may be put on.
+void TestPlan::linesAreNotTakenForOthers_data()
+{
+    QTest::addColumn<QString>("lines");
+    QTest::newRow("bracket in a tag") << "[<ZERO> <NAME>\n[<ZERO> <NA]ME>";
+    QTest::newRow("tag without a name") << "<NAME,0.00>\n<,0.00>";
+    QTest::newRow("marks in a text") << QString::fromUtf8(u8"x<NAME>\nx\uFDD0\uFDD3\uFDD3");
+    QTest::newRow("a word like a variable") << "<a0+PRICE>\n<PRICE+a0>";
+    QTest::newRow("such a word behind operands") << "<PRICE+COUNT,0>\n<PRICE+a1,0>";
+    QTest::newRow("such a word in front of operands") << "<PRICE+a1,0>\n<PRICE+COUNT,0>";
+    QTest::newRow("a variable beyond all") << "<PRICE+a9,0>";
+}
+
+void TestPlan::linesAreNotTakenForOthers()
+{
+    QFETCH(QString, lines);
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate(lines);
+    Attributes attributes = values();
+    attributes["NA]ME"] = "closed";
+    // That name stands everywhere in expressions.
+    if (!lines.contains("a"))
+        attributes[""] = "nameless";
+    const PrinterDocument document = documentOf(attributes);
+    QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
 }
 
 void TestPlan::namesOfAllLettersAreFound()
@@ -548,6 +584,98 @@ void TestPlan::aDocumentIsPrintedInTheMidstOfAnother()
     }
     qInstallMessageHandler(before);
     QCOMPARE(insides, 3);
+}
+
+namespace {
+
+void setCharactersMode(IPrintDeviceSettings::ECharactersMode mode)
+{
+    const auto settings = QSharedPointer<PrinterSettings>::create();
+    settings->setCharactersMode(mode);
+    IPrintDeviceSettings::setPrintDeviceSettings(settings);
+}
+
+void writeNothing(QtMsgType, const QMessageLogContext &, const QString &)
+{
+    if (const auto action = std::exchange(_atNextLogLine, {}))
+        action();
+}
+
+}  // namespace
+
+/// The log is a client's code, which may change anything while a document is printed.
+void TestPlan::whatALogLineChangesIsTooLate_data()
+{
+    QTest::addColumn<QString>("lines");
+    QTest::addColumn<QString>("lastLine");
+    QTest::addColumn<bool>("isUpperCase");
+    for (const bool restarts : {false, true}) {
+        const char *const way = restarts ? "general way" : "by plan";
+        const QString last = restarts ? "\n<FEED>" : "";
+        const auto row = [&](const char *what, const QString &lines, bool isUpperCase = false) {
+            QTest::addRow("%s, %s", what, way) << lines << last << isUpperCase;
+        };
+        row("attributes", "<NAME>\n<PRICE>\n<GONE>\n<COUNT>");
+        row("entries", "<NAME>\n<ENTRIES>");
+        row("symbols", "<SPECSYMBOLS=broken>\n<NAME>\n<ENTRIES>");
+        row("settings", "<NAME>\n<PRICE>\n<COUNT>", true);
+    }
+}
+
+void TestPlan::whatALogLineChangesIsTooLate()
+{
+    QFETCH(QString, lines);
+    QFETCH(QString, lastLine);
+    QFETCH(bool, isUpperCase);
+    QStringList printed;
+    for (const PlanUse use : {PlanUse::Never, PlanUse::AtOnce}) {
+        TemplateLines::setPlanUse(use);
+        setCharactersMode(IPrintDeviceSettings::CharactersAsWritten);
+        QTemporaryDir folder;
+        QFile symbols(folder.filePath("broken.ssi"));
+        QVERIFY(symbols.open(QIODevice::WriteOnly) && symbols.write("<SpecialSymbolImages><x") > 0);
+        symbols.close();
+        PrinterDocumentFormatter formatter(0, nullptr);
+        formatter.setSpecCharsPath(folder.path());
+        formatter.setTemplate(lines + lastLine);
+        PrinterDocument document = documentOf(values(), "a=1\tb=2");
+        _atNextLogLine = [&] {
+            document =
+                documentOf({{"NAME", "Milk"}, {"PRICE", 99}, {"GONE", "<COUNT>"}}, "<NAME>=3");
+            formatter.setTemplate("another");
+            setCharactersMode(isUpperCase ? IPrintDeviceSettings::CharactersUpperCase
+                                          : IPrintDeviceSettings::CharactersAsWritten);
+        };
+        const QtMessageHandler before = qInstallMessageHandler(writeNothing);
+        printed.append(formatter.toHtml(document, true));
+        qInstallMessageHandler(before);
+        QVERIFY(!_atNextLogLine);
+    }
+    IPrintDeviceSettings::setPrintDeviceSettings({});
+    QCOMPARE(printed.at(1), printed.at(0));
+    QCOMPARE(printed.at(0).contains("TEA"), isUpperCase);
+}
+
+void TestPlan::symbolsThatCantBeReadAreTriedOnce()
+{
+    QTemporaryDir folder;
+    QFile symbols(folder.filePath("broken.ssi"));
+    QVERIFY(symbols.open(QIODevice::WriteOnly) && symbols.write("<SpecialSymbolImages><x") > 0);
+    symbols.close();
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setSpecCharsPath(folder.path());
+    formatter.setTemplate("<SPECSYMBOLS=broken>\n<NAME>\n<FEED>");
+    static int criticals;
+    criticals = 0;
+    const long long restarts = Counts().restarts;
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &) {
+            criticals += type == QtCriticalMsg ? 1 : 0;
+        });
+    formatter.toPlainText(documentOf(values()), 30);
+    qInstallMessageHandler(before);
+    QCOMPARE(Counts().restarts - restarts, 1LL);
+    QCOMPARE(criticals, 1);
 }
 
 void TestPlan::mostLinesOfTheExamplesHaveAShape_data()

@@ -52,21 +52,19 @@ private:
 ///   general(line)      a filled line whose markup hasn't been read
 ///   takes(look)        why the next line of this look can't come by plan; None: it can
 ///   planned(look, line)  a line by plan, whose markup has been read
+///   isUpToDate()       whether the lines have been printed by the settings of now
 template <typename Output>
 class DocumentByPlan
 {
 public:
-    DocumentByPlan(const TemplatePlan &plan, const PrinterDocument &document, int margin,
-                   Output &output)
+    DocumentByPlan(const TemplatePlan &plan, const AddedLines &added,
+                   const PrinterDocument &document, int margin, Output &output)
         : m_plan(plan),
           m_document(document),
-          m_added(plan, document),
+          m_added(added),
           m_line(plan, document.attributes(), margin),
           m_output(output)
     {}
-
-    /// False: the lines that the document adds aren't for the plan.
-    bool suits() const { return m_added.suitPlan(); }
 
     /// @return false: the document has to go the general way, whatever the output has already
     bool print()
@@ -192,7 +190,7 @@ private:
 
     const TemplatePlan &m_plan;
     const PrinterDocument &m_document;
-    const AddedLines m_added;
+    const AddedLines &m_added;
     LineByPlan m_line;
     Output &m_output;
     std::optional<DocumentValues> m_values;
@@ -201,6 +199,22 @@ private:
     PlanCount m_count;
 };
 
+/// Prints a document by its template's plan.
+/// @param document    nothing may change it: not even a client who is told lines of the log
+/// @param linesFilled becomes how many lines have written to the log what they have to say
+/// @return the output's result(); nothing: the document has to go the general way
+template <typename Output, typename... Arguments>
+auto printedByPlan(const TemplatePlan &plan, const AddedLines &added,
+                   const PrinterDocument &document, int margin, int &linesFilled,
+                   const Arguments &...arguments)
+{
+    Output output(arguments...);
+    DocumentByPlan byPlan(plan, added, document, margin, output);
+    const bool isPrinted = byPlan.print() && output.isUpToDate();
+    linesFilled = byPlan.linesFilled();
+    return isPrinted ? std::optional(output.result()) : std::nullopt;
+}
+
 /// Prints a document, by the template's plan where it can be.
 /// @param arguments of the output
 /// @return the output's result()
@@ -208,20 +222,28 @@ template <typename Output, typename... Arguments>
 auto printed(const PrinterDocumentFormatter &formatter, TemplateLines &lines,
              const PrinterDocument &document, int margin, const Arguments &...arguments)
 {
-    // Not on the heap: memory of that size makes malloc() tidy up what the document before left.
-    std::optional<Output> output(std::in_place, arguments...);
+    // The log may be a client's code, which changes what is being printed.
+    const auto plan = lines.plan();
+    const QStringList templateLines = lines.lines();
+    PrinterDocument unchanged = document;
     int linesFilled = 0;
-    if (const auto plan = lines.plan()) {
-        DocumentByPlan byPlan(*plan, document, margin, *output);
-        QStringList symbolsLines = byPlan.suits() ? plan->symbolsLines() : QStringList();
-        formatter.loadSpecSymbols(symbolsLines);
-        if (byPlan.suits() && byPlan.print())
-            return output->result();
-        linesFilled = byPlan.linesFilled();
-        output.emplace(arguments...);
+    if (plan) {
+        const AddedLines added(*plan, unchanged);
+        if (added.suitPlan()) {
+            QStringList symbolsLines = plan->symbolsLines();
+            formatter.loadSpecSymbols(symbolsLines);
+            unchanged.setAttributes(document.attributes());
+            auto result =
+                printedByPlan<Output>(*plan, added, unchanged, margin, linesFilled, arguments...);
+            if (result)
+                return *result;
+        }
     }
-    output->take(preparedLines(formatter, lines.lines(), document, linesFilled));
-    return output->result();
+    const QStringList prepared = preparedLines(formatter, templateLines,
+                                               linesFilled > 0 ? unchanged : document, linesFilled);
+    Output output(arguments...);
+    output.take(prepared);
+    return output.result();
 }
 
 }  // namespace templates

@@ -15,6 +15,9 @@ constexpr int mostOddNames = 16;
 // The variables of compiled expressions are this and a number.
 constexpr QLatin1Char variable('a');
 
+// The one letter in the texts of numbers.
+constexpr QLatin1Char exponent('e');
+
 bool isOfWord(QChar c)
 {
     return c.isLetterOrNumber() || c == QLatin1Char('_');
@@ -44,6 +47,11 @@ bool isLowerCase(QChar c)
     return c >= QLatin1Char('a') && c <= QLatin1Char('z');
 }
 
+bool isVariable(QStringView word)
+{
+    return word.size() > 1 && word[0] == variable && word[1].isDigit();
+}
+
 /// Letters and digits that stand together in an expression.
 enum class WordKind { Number, Function, Operand, Unknown };
 
@@ -52,7 +60,7 @@ WordKind kindOf(QStringView word)
     const auto isDigit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
     if (std::all_of(word.begin(), word.end(), isDigit))
         return WordKind::Number;
-    if (!word[0].isLetter())
+    if (!word[0].isLetter() || isVariable(word))
         return WordKind::Unknown;
     const auto isOfFunction = [&](QChar c) { return isLowerCase(c) || isDigit(c); };
     return std::all_of(word.begin(), word.end(), isOfFunction) ? WordKind::Function
@@ -107,7 +115,7 @@ bool hasFunctions(const QString &expression)
 {
     for (int place = 0; place + 1 < expression.size(); ++place) {
         const QChar c = expression.at(place);
-        if (isLowerCase(c) && !(c == variable && expression.at(place + 1).isDigit()))
+        if (isLowerCase(c) && !isVariable(QStringView(expression).mid(place)))
             return true;
     }
     return !expression.isEmpty() && isLowerCase(expression.back());
@@ -158,6 +166,7 @@ void NamesInExpressions::add(QStringView name)
         m_oddNames.append(name.toString());
     else
         m_hasLowerCase = m_hasLowerCase || isLowerCase(name[0]);
+    m_hasExponent = m_hasExponent || name == exponent;
 }
 
 bool NamesInExpressions::leave(QStringView expression, bool hasWords) const
@@ -169,10 +178,10 @@ bool NamesInExpressions::leave(QStringView expression, bool hasWords) const
 
 bool NamesInExpressions::leave(double value) const
 {
-    constexpr double firstWithExponent = 1e15;
+    constexpr double firstWithExponent = 1e5;  // not all from there on have one
     constexpr double lastWithExponent = 1e-4;
     const double size = std::abs(value);
-    return !m_hasLowerCase || size == 0 || (size >= lastWithExponent && size < firstWithExponent);
+    return !m_hasExponent || size == 0 || (size >= lastWithExponent && size < firstWithExponent);
 }
 
 /// Whether all characters of a name are in the expression or can be in a value.

@@ -67,7 +67,8 @@ private:
     bool mayStand(const QString &name, QStringView expression) const;
 
     bool m_hasEmpty = false;
-    bool m_hasLowerCase = false;  ///< such as could stand in a function's name or an exponent
+    bool m_hasLowerCase = false;  ///< such as could stand in a function's name
+    bool m_hasExponent = false;   ///< that which could stand in a value
     QStringList m_oddNames;       ///< other than a letter with letters and digits
 };
 

@@ -124,10 +124,9 @@ const QString &LineParts::key()
     return m_key.append(m_line).append(m_rest);
 }
 
-Shape::Shape(const LineParts &parts) : m_fallback(parts.fallback())
+Shape::Shape(const LineParts &parts)
 {
-    if (m_fallback == Fallback::None)
-        readKinds(parts.line());
+    readKinds(parts.line());
     if (m_fallback != Fallback::None)
         return;
     takeTags(parts);

@@ -29,7 +29,7 @@ public:
     /// The line must stay as long as names and formats are used.
     void read(const QString &line);
 
-    /// Why there is no shape of it.
+    /// Why there is no shape of it, whatever other lines of its key have.
     Fallback fallback() const { return m_fallback; }
     /// With a mark in the place of each attribute tag.
     const QString &line() const { return m_line; }
@@ -103,6 +103,7 @@ public:
         int room = 0;            ///< characters of the line from there up to the next tag
     };
 
+    /// @param parts of a line that can have a shape
     explicit Shape(const LineParts &parts);
     Shape(const Shape &) = delete;
     Shape &operator=(const Shape &) = delete;

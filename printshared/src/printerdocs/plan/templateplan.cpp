@@ -95,6 +95,9 @@ private:
     void takeShape(Line &line, const QString &text)
     {
         m_parts.read(text);
+        line.fallback = m_parts.fallback();
+        if (line.fallback != Fallback::None)
+            return;
         Known &known = knownOf(m_parts.key());
         if (known.shape == nullptr) {
             m_plan.m_shapes.push_back(std::make_unique<const Shape>(m_parts));

@@ -5,6 +5,7 @@
 #include "printerdocs/template/documentvalues_p.h"
 #include "printerdocs/template/linefilling_p.h"
 #include "printerdocs/template/removal_p.h"
+#include "printerdocs/template/symbolsline_p.h"
 
 namespace templates {
 
@@ -36,7 +37,10 @@ QStringList preparedLines(const PrinterDocumentFormatter &formatter, QStringList
         return lines;
     formatter.addCopyInfo(lines, document);
     formatter.unpackEntries(lines, document);
-    formatter.loadSpecSymbols(lines);
+    if (silentLines == 0)
+        formatter.loadSpecSymbols(lines);
+    else
+        removeSymbolsLines(lines);
     fillLines(lines, document, silentLines);
     const bool remove = document.removeFiscalAttrs();
     if (!lines.isEmpty() && std::none_of(lines.cbegin(), lines.cend(), mayHoldRemovals))

@@ -64,6 +64,8 @@ public:
         return look.isOfOneFormat ? Fallback::None : Fallback::MixedFormats;
     }
     void carry(const LineLook &look) { m_carried = look.carried; }
+    /// Whether the settings are still what they were.
+    bool isUpToDate() const { return m_charactersMode == charactersMode(); }
     /// How many of a line's first characters have neither format nor font.
     int margin() const { return qBound(0, m_leftMargin, longestPaddedLine); }
 
@@ -100,6 +102,11 @@ template <typename Output>
 class OutputOfLines
 {
 public:
+    explicit OutputOfLines(int leftMargin, LineDetail wanted = LineDetail::WithBytes)
+        : m_run(leftMargin, wanted)
+    {}
+
+    bool isUpToDate() const { return m_run.isUpToDate(); }
     void take(const QStringList &lines)
     {
         static_cast<Output *>(this)->reserve(lines.size());
@@ -110,6 +117,9 @@ public:
                 static_cast<Output *>(this)->general(line);
         }
     }
+
+protected:
+    MarkupRun m_run;
 };
 
 /// The text of a document, in which formats and fonts don't show.
@@ -117,7 +127,7 @@ class TextOutput : public OutputOfLines<TextOutput>
 {
 public:
     TextOutput(int leftMargin, int width)
-        : m_run(leftMargin, LineDetail::TextOnly),
+        : OutputOfLines(leftMargin, LineDetail::TextOnly),
           m_width(width),
           m_emptyLine(qBound(0, width, longestPaddedLine), QLatin1Char(' '))
     {}
@@ -143,7 +153,6 @@ public:
     QStringList result() const { return m_lines; }
 
 private:
-    MarkupRun m_run;
     const int m_width;
     const QString m_emptyLine;
     QStringList m_lines;
@@ -153,7 +162,7 @@ class HtmlOutput : public OutputOfLines<HtmlOutput>
 {
 public:
     HtmlOutput(int leftMargin, bool rightAlign, QLatin1String head, QLatin1String tail)
-        : m_run(leftMargin),
+        : OutputOfLines(leftMargin),
           m_bytesOfMargin(m_run.margin(), '\0'),
           m_rightAlign(rightAlign),
           m_tail(tail),
@@ -197,7 +206,6 @@ private:
         return byte == 0 ? CharacterBytes({}) : CharacterBytes(m_bytesOfMargin, byte);
     }
 
-    MarkupRun m_run;
     const QByteArray m_bytesOfMargin;
     const bool m_rightAlign;
     const QLatin1String m_tail;
@@ -283,7 +291,7 @@ class BlockOutput : public OutputOfLines<BlockOutput>
 public:
     /// @param symbols those of the document, as they are when its result is asked for
     BlockOutput(int leftMargin, bool readsQrTag, const SpecialCharacters &symbols)
-        : m_run(leftMargin), m_readsQrTag(readsQrTag), m_symbols(symbols)
+        : OutputOfLines(leftMargin), m_readsQrTag(readsQrTag), m_symbols(symbols)
     {}
 
     void reserve(int) {}
@@ -326,7 +334,6 @@ private:
         return bytes;
     }
 
-    MarkupRun m_run;
     const bool m_readsQrTag;
     const SpecialCharacters &m_symbols;
     BlockList m_blocks;

@@ -53,7 +53,7 @@ void PrinterDocumentFormatter::loadSpecSymbols(QStringList &lines) const
     const QString path = symbolsFile(*last, m_specCharsPath);
     if (path != m_specialCharacters.fileName() && QFile::exists(path))
         m_specialCharacters.load(path);
-    lines.erase(std::remove_if(lines.begin(), lines.end(), isSymbolsLine), lines.end());
+    removeSymbolsLines(lines);
 }
 
 /// Intended: no lines become one blank line, as an empty text is one line; a receipt of which

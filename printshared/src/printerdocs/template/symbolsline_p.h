@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
+#include <algorithm>
 
 #include "printerdocs/template/templatetags_p.h"
 
@@ -11,6 +12,11 @@ inline bool isSymbolsLine(const QString &line)
 {
     const QStringRef trimmed = QStringRef(&line).trimmed();
     return trimmed.startsWith(symbolsTag) && trimmed.endsWith(QLatin1Char('>'));
+}
+
+inline void removeSymbolsLines(QStringList &lines)
+{
+    lines.erase(std::remove_if(lines.begin(), lines.end(), isSymbolsLine), lines.end());
 }
 
 /// The path of the file that such a line names.
