@@ -1,3 +1,5 @@
+#include <QLoggingCategory>
+#include <QTranslator>
 #include <QtTest>
 #include <functional>
 #include <utility>
@@ -102,6 +104,8 @@ private Q_SLOTS:
     void entries();
     void entriesThatNameSymbolsKeepThoseOfTheTemplateOut();
     void copyMark();
+    void copyMarkOfALanguage_data();
+    void copyMarkOfALanguage();
     void aTemplateThatRemovesHasNoPlan();
     void aRemovalInAValueSendsTheWholeDocumentTheGeneralWay();
     void anotherTemplateHasAnotherPlan();
@@ -110,6 +114,7 @@ private Q_SLOTS:
     void aDocumentIsPrintedInTheMidstOfAnother();
     void whatALogLineChangesIsTooLate_data();
     void whatALogLineChangesIsTooLate();
+    void aLogThatIsTurnedOffIsSilent();
     void symbolsThatCantBeReadAreTriedOnce();
     void mostLinesOfTheExamplesHaveAShape_data();
     void mostLinesOfTheExamplesHaveAShape();
@@ -142,7 +147,7 @@ void TestPlan::linesGoTheirWay_data()
     row("group in ranges that is the line", "[<B:>Discount<:B> <ZERO> <PRICE>]");
     row("empty text", "<NONE>");
     row("empty text beside tags", "<C><NONE>");
-    row("tab in a group that goes", "<NAME>[\t<ZERO>] and so on up to the end of the line");
+    row("tab in a group that goes", "<NAME>[\t<ZERO>]and so on up to the end of the line");
     row("tab in front of a group that goes", "<NAME>\t[ -<ZERO>] and so on up to the end of it");
     row("tab behind a group that goes", "<NAME>[ -<ZERO>] and so on up to the end of it\t<COUNT>");
     row("tab in a line that goes", "[<NAME>\t<ZERO>]");
@@ -263,6 +268,8 @@ void TestPlan::namesThatStandElsewhere_data()
     row("capital letter and a function", "Q", "sqrt(PRICE)", true);
     row("the letter of an exponent", "e", "GREAT*2", false);
     row("the letter of a round number's exponent", "e", "MILLION*2", false);
+    row("the letter of a small number's exponent", "e", "SMALL*2", false);
+    row("an exponent and its sign", "e+", "GREAT*2", false);
     row("another small letter", "n", "PRICE*2", true);
     row("another small letter and a great value", "n", "GREAT*2", true);
     row("no name and a great value", "Z", "GREAT*2", true);
@@ -276,6 +283,7 @@ void TestPlan::namesThatStandElsewhere()
     Attributes attributes = values();
     attributes["GREAT"] = 1e20;
     attributes["MILLION"] = 1e6;
+    attributes["SMALL"] = 1e-5;
     attributes[name] = 4;
     const PrinterDocument document = documentOf(attributes);
     const QString line = '<' + expression + ",0.E>";
@@ -462,6 +470,42 @@ void TestPlan::copyMark()
         QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
         QVERIFY(Counts().byPlan > before);
     }
+}
+
+namespace {
+
+class MarkTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *, const char *, int) const override
+    {
+        return qstrcmp(context, "PrinterDocumentFormatter") == 0 ? mark : QString();
+    }
+
+    QString mark;
+};
+
+}  // namespace
+
+void TestPlan::copyMarkOfALanguage_data()
+{
+    QTest::addColumn<QString>("mark");
+    for (const char *const mark :
+         {"", "<C>COPY", "<ENTRIES>", "<SPECSYMBOLS=none>", "a\nb", "<GONE>"})
+        QTest::addRow("\"%s\"", mark) << QString(mark);
+}
+
+void TestPlan::copyMarkOfALanguage()
+{
+    QFETCH(QString, mark);
+    MarkTranslator translator;
+    translator.mark = mark;
+    QCoreApplication::installTranslator(&translator);
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate("<SPECSYMBOLS=other>\n<DOCNO>\n<NAME>\n<ENTRIES>");
+    const PrinterDocument document = copyOf(documentOf(values(), "a=1\tb=2"));
+    QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
 }
 
 void TestPlan::planIsMadeWhenItPays_data()
@@ -654,6 +698,23 @@ void TestPlan::whatALogLineChangesIsTooLate()
     IPrintDeviceSettings::setPrintDeviceSettings({});
     QCOMPARE(printed.at(1), printed.at(0));
     QCOMPARE(printed.at(0).contains("TEA"), isUpperCase);
+}
+
+void TestPlan::aLogThatIsTurnedOffIsSilent()
+{
+    PrinterDocumentFormatter formatter(0, nullptr);
+    formatter.setTemplate("<NAME> <COUNT> <PRICE*COUNT>\n<SOLD>");
+    static int lines;
+    lines = 0;
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {
+            if (++lines == 1)
+                QLoggingCategory::setFilterRules("default.warning=false");
+        });
+    formatter.toPlainText(documentOf(values()), 30);
+    qInstallMessageHandler(before);
+    QLoggingCategory::setFilterRules(QString());
+    QCOMPARE(lines, 1);
 }
 
 void TestPlan::symbolsThatCantBeReadAreTriedOnce()

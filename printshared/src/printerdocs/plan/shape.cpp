@@ -141,6 +141,7 @@ bool Shape::hasExpressions() const
 
 void Shape::takeTags(const LineParts &parts)
 {
+    m_tags.reserve(parts.tags().size());
     for (const LineParts::Tag &read : parts.tags()) {
         Tag tag(read.format.toString());
         tag.firstName = read.firstName;
@@ -173,6 +174,7 @@ QString Shape::markGroups(const LineParts &parts)
     const QString &line = parts.line();
     const std::vector<int> partners = bracketPartners(line);
     QString marked;
+    m_groups.reserve(static_cast<std::size_t>(line.count(QLatin1Char('['))));
     std::vector<int> around;
     std::size_t tag = 0;
     for (int place = 0; place < line.size(); ++place) {
@@ -232,6 +234,9 @@ void Shape::takeLook(const QString &line, const PrintedLine &printed, const Carr
 /// Cuts the line and its printed text at their marks, which are the same ones.
 void Shape::takeSteps(const QString &line, const QString &printed)
 {
+    m_steps.reserve(
+        static_cast<std::size_t>(std::count_if(printed.cbegin(), printed.cend(), isMark)) + 1);
+    m_text.reserve(printed.size() + valueformat::TextBuffer::readable);
     int inLine = 0;
     for (int begin = 0;;) {
         const int end = endOfPiece(printed, begin);
