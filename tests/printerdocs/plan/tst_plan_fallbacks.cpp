@@ -79,7 +79,7 @@ QString printedByPlan(const PrinterDocumentFormatter &formatter, const PrinterDo
 Q_DECLARE_METATYPE(Weight)
 
 /// Which lines go by plan, and why others don't.
-class TestPlan : public QObject
+class TestPlanFallbacks : public QObject
 {
     Q_OBJECT
 
@@ -120,7 +120,7 @@ private Q_SLOTS:
     void mostLinesOfTheExamplesHaveAShape();
 };
 
-void TestPlan::linesGoTheirWay_data()
+void TestPlanFallbacks::linesGoTheirWay_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("reason");
@@ -202,7 +202,7 @@ void TestPlan::linesGoTheirWay_data()
     row("nothing between ranges", "<B:>a<:B><NONE><B:>b<:B>", Fallback::EmptyAmongRanges);
 }
 
-void TestPlan::linesGoTheirWay()
+void TestPlanFallbacks::linesGoTheirWay()
 {
     QFETCH(QString, line);
     QFETCH(int, reason);
@@ -222,7 +222,7 @@ void TestPlan::linesGoTheirWay()
         QVERIFY(after.of(static_cast<Fallback>(reason)) > ofReason);
 }
 
-void TestPlan::linesOfAnyLengthArePadded()
+void TestPlanFallbacks::linesOfAnyLengthArePadded()
 {
     constexpr int width = 30;
     PrinterDocumentFormatter formatter(0, nullptr);
@@ -245,7 +245,7 @@ void TestPlan::linesOfAnyLengthArePadded()
             StepByStep(formatter, documentOf({{"HEAD", "h"}, {"TAIL", "t"}})).plainText(narrow));
 }
 
-void TestPlan::namesThatStandElsewhere_data()
+void TestPlanFallbacks::namesThatStandElsewhere_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("expression");
@@ -275,7 +275,7 @@ void TestPlan::namesThatStandElsewhere_data()
     row("no name and a great value", "Z", "GREAT*2", true);
 }
 
-void TestPlan::namesThatStandElsewhere()
+void TestPlanFallbacks::namesThatStandElsewhere()
 {
     QFETCH(QString, name);
     QFETCH(QString, expression);
@@ -299,7 +299,7 @@ void TestPlan::namesThatStandElsewhere()
     }
 }
 
-void TestPlan::namesOfAnotherDocumentDontStandAnywhere()
+void TestPlanFallbacks::namesOfAnotherDocumentDontStandAnywhere()
 {
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate("<PRICE*COUNT,0.00>\nb<q*,0>");
@@ -317,7 +317,7 @@ void TestPlan::namesOfAnotherDocumentDontStandAnywhere()
 }
 
 /// Lines share a shape by what they have alike, and that may be put on.
-void TestPlan::linesAreNotTakenForOthers_data()
+void TestPlanFallbacks::linesAreNotTakenForOthers_data()
 {
     QTest::addColumn<QString>("lines");
     QTest::newRow("bracket in a tag") << "[<ZERO> <NAME>\n[<ZERO> <NA]ME>";
@@ -329,7 +329,7 @@ void TestPlan::linesAreNotTakenForOthers_data()
     QTest::newRow("a variable beyond all") << "<PRICE+a9,0>";
 }
 
-void TestPlan::linesAreNotTakenForOthers()
+void TestPlanFallbacks::linesAreNotTakenForOthers()
 {
     QFETCH(QString, lines);
     PrinterDocumentFormatter formatter(0, nullptr);
@@ -343,7 +343,7 @@ void TestPlan::linesAreNotTakenForOthers()
     QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
 }
 
-void TestPlan::namesOfAllLettersAreFound()
+void TestPlanFallbacks::namesOfAllLettersAreFound()
 {
     const QStringList names{"Жук2", "Фара1", "ЖЖЖB",     "ФФФA", "ÿAAA",      "ÿÿÿB",
                             "NAME", "NAMES", "NAMENAME", "name", "NAMENAMEB", "NAMENAMEA"};
@@ -366,7 +366,7 @@ void TestPlan::namesOfAllLettersAreFound()
     QCOMPARE(Counts().byPlan - before, 2LL);
 }
 
-void TestPlan::formatsWithinALine_data()
+void TestPlanFallbacks::formatsWithinALine_data()
 {
     QTest::addColumn<QString>("lines");
     QTest::addColumn<int>("reason");
@@ -382,7 +382,7 @@ void TestPlan::formatsWithinALine_data()
     row("font of the line before", "<F2><NAME>\n<COUNT>", Fallback::CarriedStyle);
 }
 
-void TestPlan::formatsWithinALine()
+void TestPlanFallbacks::formatsWithinALine()
 {
     QFETCH(QString, lines);
     QFETCH(int, reason);
@@ -397,7 +397,7 @@ void TestPlan::formatsWithinALine()
     QCOMPARE(formatter.toHtml(document, true), StepByStep(formatter, document).html(true));
 }
 
-void TestPlan::entries_data()
+void TestPlanFallbacks::entries_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("text");
@@ -421,7 +421,7 @@ void TestPlan::entries_data()
     row("symbols beside it", "<SPECSYMBOLS=<ENTRIES>>", "none\tnone", 0);
 }
 
-void TestPlan::entries()
+void TestPlanFallbacks::entries()
 {
     QFETCH(QString, line);
     QFETCH(QString, text);
@@ -440,7 +440,7 @@ void TestPlan::entries()
              StepByStep(formatter, document).blocks());
 }
 
-void TestPlan::entriesThatNameSymbolsKeepThoseOfTheTemplateOut()
+void TestPlanFallbacks::entriesThatNameSymbolsKeepThoseOfTheTemplateOut()
 {
     for (const PlanUse use : {PlanUse::Never, PlanUse::AtOnce}) {
         TemplateLines::setPlanUse(use);
@@ -459,7 +459,7 @@ void TestPlan::entriesThatNameSymbolsKeepThoseOfTheTemplateOut()
     }
 }
 
-void TestPlan::copyMark()
+void TestPlanFallbacks::copyMark()
 {
     for (const char *const lines : {"<DOCNO>\n<NAME>", "<NAME>\na <docno> b", "<NAME>",
                                     "<SPECSYMBOLS=none><DOCNO>\n<NAME>"}) {
@@ -488,7 +488,7 @@ public:
 
 }  // namespace
 
-void TestPlan::copyMarkOfALanguage_data()
+void TestPlanFallbacks::copyMarkOfALanguage_data()
 {
     QTest::addColumn<QString>("mark");
     for (const char *const mark :
@@ -496,7 +496,7 @@ void TestPlan::copyMarkOfALanguage_data()
         QTest::addRow("\"%s\"", mark) << QString(mark);
 }
 
-void TestPlan::copyMarkOfALanguage()
+void TestPlanFallbacks::copyMarkOfALanguage()
 {
     QFETCH(QString, mark);
     MarkTranslator translator;
@@ -508,7 +508,7 @@ void TestPlan::copyMarkOfALanguage()
     QCOMPARE(printedByPlan(formatter, document), printedBySteps(formatter, document));
 }
 
-void TestPlan::planIsMadeWhenItPays_data()
+void TestPlanFallbacks::planIsMadeWhenItPays_data()
 {
     QTest::addColumn<int>("lines");
     QTest::addColumn<int>("planned");
@@ -517,7 +517,7 @@ void TestPlan::planIsMadeWhenItPays_data()
     QTest::newRow("60 lines: at once") << 60 << 3;
 }
 
-void TestPlan::planIsMadeWhenItPays()
+void TestPlanFallbacks::planIsMadeWhenItPays()
 {
     QFETCH(int, lines);
     QFETCH(int, planned);
@@ -530,7 +530,7 @@ void TestPlan::planIsMadeWhenItPays()
     QCOMPARE(Counts().byPlan - before.byPlan, planned * lines);
 }
 
-void TestPlan::aTemplateThatRemovesHasNoPlan()
+void TestPlanFallbacks::aTemplateThatRemovesHasNoPlan()
 {
     const char *const removing[] = {"<X>a", "<X:>", "<:X>", "<I>1 2 x</I>"};
     for (const char *const line : removing) {
@@ -543,7 +543,7 @@ void TestPlan::aTemplateThatRemovesHasNoPlan()
     }
 }
 
-void TestPlan::aRemovalInAValueSendsTheWholeDocumentTheGeneralWay()
+void TestPlanFallbacks::aRemovalInAValueSendsTheWholeDocumentTheGeneralWay()
 {
     const char *const removing[] = {"a\nb", "<X>", "<X:>", "<:X>", "<I>"};
     for (const char *const value : removing) {
@@ -559,7 +559,7 @@ void TestPlan::aRemovalInAValueSendsTheWholeDocumentTheGeneralWay()
     }
 }
 
-void TestPlan::anotherTemplateHasAnotherPlan()
+void TestPlanFallbacks::anotherTemplateHasAnotherPlan()
 {
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate("a <NAME>");
@@ -568,7 +568,7 @@ void TestPlan::anotherTemplateHasAnotherPlan()
     QCOMPARE(formatter.toPlainText(documentOf(values()), 30), QStringList("b Tea to go"));
 }
 
-void TestPlan::formattersOfOneTemplateShareThePlan()
+void TestPlanFallbacks::formattersOfOneTemplateShareThePlan()
 {
     TemplateLines one;
     one.setLines({"shared <NAME>", "<C><COUNT>"});
@@ -579,7 +579,7 @@ void TestPlan::formattersOfOneTemplateShareThePlan()
     QVERIFY(one.plan() != other.plan());
 }
 
-void TestPlan::aDocumentLeavesNothingBehind()
+void TestPlanFallbacks::aDocumentLeavesNothingBehind()
 {
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate("<NAME> <COUNT> <PRICE>\n<PRICE*COUNT>\n[<NAME><S><SOLD>]");
@@ -601,7 +601,7 @@ std::function<void()> _atNextLogLine;
 }  // namespace
 
 /// A client may print from a message handler, by the very plan that is being used.
-void TestPlan::aDocumentIsPrintedInTheMidstOfAnother()
+void TestPlanFallbacks::aDocumentIsPrintedInTheMidstOfAnother()
 {
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate("<NAME> <COUNT>\n<PRICE*COUNT>\n[<NAME><S><SOLD>]");
@@ -648,7 +648,7 @@ void writeNothing(QtMsgType, const QMessageLogContext &, const QString &)
 }  // namespace
 
 /// The log is a client's code, which may change anything while a document is printed.
-void TestPlan::whatALogLineChangesIsTooLate_data()
+void TestPlanFallbacks::whatALogLineChangesIsTooLate_data()
 {
     QTest::addColumn<QString>("lines");
     QTest::addColumn<QString>("lastLine");
@@ -666,7 +666,7 @@ void TestPlan::whatALogLineChangesIsTooLate_data()
     }
 }
 
-void TestPlan::whatALogLineChangesIsTooLate()
+void TestPlanFallbacks::whatALogLineChangesIsTooLate()
 {
     QFETCH(QString, lines);
     QFETCH(QString, lastLine);
@@ -700,7 +700,7 @@ void TestPlan::whatALogLineChangesIsTooLate()
     QCOMPARE(printed.at(0).contains("TEA"), isUpperCase);
 }
 
-void TestPlan::aLogThatIsTurnedOffIsSilent()
+void TestPlanFallbacks::aLogThatIsTurnedOffIsSilent()
 {
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate("<NAME> <COUNT> <PRICE*COUNT>\n<SOLD>");
@@ -717,7 +717,7 @@ void TestPlan::aLogThatIsTurnedOffIsSilent()
     QCOMPARE(lines, 1);
 }
 
-void TestPlan::symbolsThatCantBeReadAreTriedOnce()
+void TestPlanFallbacks::symbolsThatCantBeReadAreTriedOnce()
 {
     QTemporaryDir folder;
     QFile symbols(folder.filePath("broken.ssi"));
@@ -739,14 +739,14 @@ void TestPlan::symbolsThatCantBeReadAreTriedOnce()
     QCOMPARE(criticals, 1);
 }
 
-void TestPlan::mostLinesOfTheExamplesHaveAShape_data()
+void TestPlanFallbacks::mostLinesOfTheExamplesHaveAShape_data()
 {
     QTest::addColumn<QString>("file");
     for (const char *const name : {"cafe", "fiscal", "grocery", "kiosk"})
         QTest::newRow(name) << QString(PRINTERSLIB_EXAMPLES "/%1.cpt").arg(name);
 }
 
-void TestPlan::mostLinesOfTheExamplesHaveAShape()
+void TestPlanFallbacks::mostLinesOfTheExamplesHaveAShape()
 {
     QFETCH(QString, file);
     PrinterDocumentFormatter formatter(0, nullptr);
@@ -761,5 +761,5 @@ void TestPlan::mostLinesOfTheExamplesHaveAShape()
     QVERIFY(general * 4 <= int(plan.lines().size()));
 }
 
-QTEST_GUILESS_MAIN(TestPlan)
-#include "tst_plan.moc"
+QTEST_GUILESS_MAIN(TestPlanFallbacks)
+#include "tst_plan_fallbacks.moc"
