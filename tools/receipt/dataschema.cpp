@@ -24,7 +24,11 @@ namespace {
 using valijson::ValidationResults;
 using valijson::adapters::QtJsonAdapter;
 
-QString _schemaFile;
+QString &schemaFile()
+{
+    static QString _file;
+    return _file;
+}
 
 QString schemaOptionName()
 {
@@ -160,28 +164,28 @@ bool useDataSchema(const QCommandLineParser &parser, bool fillsDocument)
         complain(QStringLiteral("--%1 needs a document").arg(schemaOptionName()));
         return false;
     }
-    _schemaFile = parser.value(schemaOptionName());
-    if (_schemaFile != QLatin1String("-") && !_schemaFile.isEmpty())
+    schemaFile() = parser.value(schemaOptionName());
+    if (schemaFile() != QLatin1String("-") && !schemaFile().isEmpty())
         return true;
-    complain(QStringLiteral("--%1: \"%2\" is no file").arg(schemaOptionName(), _schemaFile));
+    complain(QStringLiteral("--%1: \"%2\" is no file").arg(schemaOptionName(), schemaFile()));
     return false;
 }
 
 bool fitsDataSchema(const QString &fileName, const QJsonDocument &json)
 {
-    if (_schemaFile.isEmpty())
+    if (schemaFile().isEmpty())
         return true;
-    const auto schema = readJson(_schemaFile);
+    const auto schema = readJson(schemaFile());
     if (!schema)
         return false;
     try {
         const QStringList faults = schemaFaultsOf(schema->object(), json.object());
         for (const QString &fault : faults)
-            complain(QStringLiteral("%1: %2 (%3)").arg(fileName, fault, _schemaFile));
+            complain(QStringLiteral("%1: %2 (%3)").arg(fileName, fault, schemaFile()));
         return faults.isEmpty();
     } catch (const std::exception &fault) {
         complain(QStringLiteral("%1: the schema can't be used: %2")
-                     .arg(_schemaFile, QString::fromLocal8Bit(fault.what())));
+                     .arg(schemaFile(), QString::fromLocal8Bit(fault.what())));
         return false;
     }
 }

@@ -40,7 +40,7 @@ DocumentBlock emptyBlock()
     block.setText({QString()});
     block.setFormat(QList<QByteArray>{QByteArray()});
     block.setFont(QList<QByteArray>{QByteArray()});
-    block.setLineSpacing({0});
+    block.setLineSpacing(0);
     return block;
 }
 

@@ -61,8 +61,8 @@ void PicturesOnWhite::putInto(TextPrinterDocument &document)
         const QString fileName = block.img().fileName();
         if (!block.isImage() || fileName.isEmpty())
             continue;
-        auto image = m_images.constFind(fileName);
-        if (image == m_images.constEnd())
+        auto image = m_images.find(fileName);
+        if (image == m_images.end())
             image = m_images.insert(fileName, imageOnWhite(fileName));
         if (image->isValid())
             block.setImg(*image);

@@ -170,8 +170,8 @@ private:
 
     NeededValue &used(const QString &name, const ValueUse &use, bool isInGroup)
     {
-        auto found = m_places.constFind(name);
-        if (found == m_places.constEnd()) {
+        auto found = m_places.find(name);
+        if (found == m_places.end()) {
             found = m_places.insert(name, m_needs.values.size());
             NeededValue value;
             value.name = name;

@@ -188,6 +188,8 @@ void TestPlanFallbacks::linesGoTheirWay_data()
     row("broken expression", "<PRICE*COUNT*>", Fallback::MissingName);
     row("number beside a name", "<2PRICE+COUNT>", Fallback::MissingName);
     row("exponent in the expression", "<PRICE*1e3>", Fallback::MissingName);
+    row("64 operands", "<" + QString("PRICE+").repeated(63) + "PRICE>");
+    row("65 operands", "<" + QString("PRICE+").repeated(64) + "PRICE>", Fallback::MissingName);
     row("text in an expression", "<PRICE*NAME>", Fallback::TextInExpression);
     row("date in an expression", "<PRICE*DATE>", Fallback::TextInExpression);
     row("tag in a value", "<TAGS>", Fallback::MarkupInValue);

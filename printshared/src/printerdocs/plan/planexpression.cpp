@@ -67,6 +67,9 @@ WordKind kindOf(QStringView word)
                                                                : WordKind::Operand;
 }
 
+/// The compiler looks for each operand among all of them.
+constexpr std::size_t mostOperands = 64;
+
 bool isPointOfNumber(QStringView text, const QChar *c)
 {
     return *c == QLatin1Char('.') && c != text.begin() && (c - 1)->isDigit() &&
@@ -95,7 +98,8 @@ bool readExpression(QStringView inner, QString &text, std::vector<QStringView> &
         const auto *const end = std::find_if_not(c, inner.end(), isOfWord);
         const WordKind kind = end == c ? WordKind::Unknown : kindOf(QStringView(c, end));
         const bool isBehindPoint = c != inner.begin() && *(c - 1) == QLatin1Char('.');
-        if (kind == WordKind::Unknown || (isBehindPoint && kind != WordKind::Number)) {
+        if (kind == WordKind::Unknown || (isBehindPoint && kind != WordKind::Number) ||
+            (kind == WordKind::Operand && operands.size() - operandsBefore == mostOperands)) {
             text.truncate(textBefore);
             operands.resize(operandsBefore);
             return false;
