@@ -1,13 +1,10 @@
-#include <fcntl.h>
-#include <stdlib.h>
-#include <unistd.h>
-
 #include <QtTest>
 #include <optional>
 
 #include "helperbench.h"
 #include "logcatcher.h"
 #include "markingtranslator.h"
+#include "pseudoterminal.h"
 
 using namespace helperbench;
 
@@ -22,25 +19,18 @@ class HostileDevice
 public:
     HostileDevice()
     {
-        m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-        char path[64] = {};
-        if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0 ||
-            ::ptsname_r(m_master, path, sizeof path) != 0)
+        if (m_terminal.path().isEmpty())
             qFatal("there is no pseudo terminal to be had");
-        portPath = QString::fromLocal8Bit(path);
         current() = this;
         m_realWait = discovery::waitForInput;
         discovery::waitForInput = wait;
     }
-    ~HostileDevice()
-    {
-        discovery::waitForInput = m_realWait;
-        ::close(m_master);
-    }
+    ~HostileDevice() { discovery::waitForInput = m_realWait; }
     HostileDevice(const HostileDevice &) = delete;
     HostileDevice &operator=(const HostileDevice &) = delete;
 
-    QString portPath;
+    const QString &portPath() const { return m_terminal.path(); }
+
     int waited = 0;  ///< Milliseconds that the search would have waited.
 
 private:
@@ -56,12 +46,7 @@ private:
         device.waited += milliseconds;
         while (port.bytesToWrite() > 0 && port.flush()) {
         }
-        char request[64];
-        const ssize_t count = ::read(device.m_master, request, sizeof request);
-        const QByteArray answer =
-            device.answerTo(QByteArray(request, int(qMax<ssize_t>(count, 0))));
-        if (::write(device.m_master, answer.constData(), size_t(answer.size())) != answer.size())
-            qFatal("the answer didn't get out");
+        device.m_terminal.write(device.answerTo(device.m_terminal.read()));
         return port.waitForReadyRead(0);
     }
 
@@ -80,7 +65,7 @@ private:
         return QByteArray::fromHex(answers.value(request.toHex()));
     }
 
-    int m_master = -1;
+    PseudoTerminal m_terminal;
     int m_identification = 0;
     discovery::WaitForInput m_realWait = nullptr;
 };
@@ -310,7 +295,7 @@ private Q_SLOTS:
     void hostileDeviceKeepsASearchForNineMinutes()
     {
         HostileDevice device;
-        const QSharedPointer<QSerialPort> port(new QSerialPort(device.portPath));
+        const QSharedPointer<QSerialPort> port(new QSerialPort(device.portPath()));
         QVERIFY(port->open(QIODevice::ReadWrite));
         PrintersHelper helper(port);
         QString id;

@@ -89,7 +89,7 @@ private:
     {
         QSerialPort port(m_path);
         const auto isOpen = [&port] { return port.open(QIODevice::ReadWrite); };
-        for (int tries = 0; tries < 1000 && !isOpen(); ++tries)
+        for (int tries = 0; tries < 10000 && !isOpen(); ++tries)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 
