@@ -23,6 +23,7 @@ using State = PrintQueueEntry::State;
 
 constexpr int writeAgainMilliseconds = 500;
 constexpr int lookAgainMilliseconds = 1000;
+constexpr int beginAgainMilliseconds = 1000;
 
 /// The mark of copies as the formatter has it, without the tag that centres it there.
 QString copyLine()
@@ -78,27 +79,35 @@ struct PrintQueue::Parts
     QTimer look;       ///< for the next job
     QTimer lookAgain;  ///< where the system can't watch the folder
     QTimer write;      ///< of an end that couldn't be written down
+    QTimer begin;      ///< of what couldn't be written down as begun
     std::unique_ptr<PrintJob> job;
     std::vector<std::unique_ptr<PrintJob>> retracting;
     std::optional<QueuedJob> current;
     QSet<QString> blocked;  ///< printers that couldn't print
+    QSet<QString> refused;  ///< printers whose jobs couldn't be begun, for a moment
     QString refusal;        ///< why the current job couldn't be begun
     bool isBegun = false;   ///< the current job is, durably
     bool isEndDue = false;  ///< of the current job, which is over
     bool isRunning = false;
     bool isStopping = false;
     bool isIdleTold = false;
+    bool isTriedAgain = false;  ///< what was refused, since the last job that was begun
 };
 
 PrintQueue::PrintQueue(const QString &folder, QObject *parent)
     : QObject(parent), m_parts(std::make_unique<Parts>(folder))
 {
     setRetention(usualDays, usualCount);
-    for (QTimer *timer : {&m_parts->look, &m_parts->write})
+    for (QTimer *timer : {&m_parts->look, &m_parts->write, &m_parts->begin})
         timer->setSingleShot(true);
     connect(&m_parts->look, &QTimer::timeout, this, &PrintQueue::lookForNext);
     connect(&m_parts->lookAgain, &QTimer::timeout, this, &PrintQueue::lookForNext);
     connect(&m_parts->write, &QTimer::timeout, this, &PrintQueue::writeEnd);
+    connect(&m_parts->begin, &QTimer::timeout, this, [this] {
+        m_parts->refused.clear();
+        m_parts->isTriedAgain = true;
+        lookForNext();
+    });
     connect(&m_parts->watcher, &QFileSystemWatcher::directoryChanged, this,
             [this] { m_parts->look.start(0); });
 }
@@ -201,6 +210,8 @@ bool PrintQueue::start()
     Parts &parts = *m_parts;
     parts.fault.clear();
     parts.blocked.clear();
+    parts.refused.clear();
+    parts.isTriedAgain = false;
     parts.isIdleTold = false;
     parts.isStopping = false;
     if (!parts.isRunning) {
@@ -259,7 +270,8 @@ void PrintQueue::lookForNext()
         return;
     }
     parts.current = parts.store.next([&parts](const PrintQueueEntry &entry) {
-        return !parts.blocked.contains(entry.address.lockKey());
+        const QString printer = entry.address.lockKey();
+        return !parts.blocked.contains(printer) && !parts.refused.contains(printer);
     });
     if (parts.current)
         startJob();
@@ -276,15 +288,19 @@ void PrintQueue::endRun()
     parts.isStopping = false;
     parts.watcher.removePath(folder());
     parts.lookAgain.stop();
+    parts.begin.stop();
     parts.store.endPrinting();
     Q_EMIT stopped();
 }
 
 void PrintQueue::tellIdle()
 {
-    if (m_parts->isIdleTold || !m_parts->retracting.empty())
+    Parts &parts = *m_parts;
+    // A program that was just busy with the folder is no reason to go.
+    const bool isToBeTried = parts.begin.isActive() && !parts.isTriedAgain;
+    if (parts.isIdleTold || isToBeTried || !parts.retracting.empty())
         return;
-    m_parts->isIdleTold = true;
+    parts.isIdleTold = true;
     Q_EMIT idle();
 }
 
@@ -322,6 +338,8 @@ bool PrintQueue::writeBegin()
     parts.isBegun = parts.store.begin(*parts.current);
     // Slots that look into the folder have another one by the time that the job ends.
     parts.refusal = parts.store.fault();
+    if (parts.isBegun)
+        parts.isTriedAgain = false;
     return parts.isBegun;
 }
 
@@ -339,12 +357,22 @@ void PrintQueue::jobIsOver(const PrintJobResult &result)
         entry.begun = {};
         if (!parts.isBegun && parts.store.isDropped(entry.id))
             entry.state = State::Dropped;
+        else if (result.reason == Reason::Refused)
+            beginLater(entry);
         else if (result.reason != Reason::Cancelled)
             parts.blocked.insert(entry.address.lockKey());
     }
     keepForRetraction();
     parts.isEndDue = parts.isBegun;
     writeEnd();
+}
+
+/// The folder may be free, or have room, in a moment. What goes to other printers is tried before
+/// that.
+void PrintQueue::beginLater(const PrintQueueEntry &entry)
+{
+    m_parts->refused.insert(entry.address.lockKey());
+    m_parts->begin.start(beginAgainMilliseconds);
 }
 
 /// The job that is over goes, unless its ticket is held out.

@@ -295,6 +295,9 @@ private Q_SLOTS:
     void aJobInBothPlacesIsOver();
     void whatCanNotBeWrittenIsTold();
     void whyAJobIsRefusedIsToldThoughASlotLooksIntoTheFolder();
+    void aJobOfAFolderThatIsBusyIsBegunLater();
+    void aFolderThatStaysBusyIsTriedAgain();
+    void whatIsRefusedHoldsUpNoOtherPrinter();
     void anEndThatCanNotBeWrittenIsWrittenLater();
     void aFolderThatIsNoneIsTold();
 };
@@ -1544,6 +1547,70 @@ void TestPrintQueue::whyAJobIsRefusedIsToldThoughASlotLooksIntoTheFolder()
     QCOMPARE(shop.queue->ends.at(0).result.reason, Reason::Refused);
     const QString text = shop.queue->ends.at(0).result.text;
     QVERIFY2(text.startsWith(shop.file(1) + ": "), qPrintable(text));
+}
+
+void TestPrintQueue::aJobOfAFolderThatIsBusyIsBegunLater()
+{
+    const Shop shop;
+    shop.add("one");
+    shop.add("two");
+    std::unique_ptr<Turns> held;
+    shop.queue->prepare = [&](Line &) {
+        if (shop.queue->ends.isEmpty())
+            held = QueueFolder(shop.path).lock(30000);
+    };
+    connect(shop.queue.get(), &PrintQueue::ended, shop.queue.get(), [&held] { held.reset(); });
+    shop.queue->run();
+    QCOMPARE(idsOf(shop.queue->ends), (QVector<qint64>{1, 1, 2}));
+    QCOMPARE(shop.queue->ends.at(0).state, State::Waiting);
+    QCOMPARE(shop.queue->ends.at(0).result.reason, Reason::Refused);
+    QCOMPARE(shop.queue->ends.at(0).result.text,
+             shop.path + ": another program has held the folder for 0.5 s");
+    QCOMPARE(shop.state(1), State::Done);
+    QCOMPARE(shop.state(2), State::Done);
+    QCOMPARE(shop.queue->got().count("one"), 1);
+}
+
+// A program that ends with it isn't to wait for ever, and one that goes on is to print.
+void TestPrintQueue::aFolderThatStaysBusyIsTriedAgain()
+{
+    const Shop shop;
+    shop.add("one");
+    std::unique_ptr<Turns> held;
+    shop.queue->prepare = [&](Line &) {
+        if (shop.queue->ends.size() < 3)
+            held = QueueFolder(shop.path).lock(30000);
+    };
+    connect(shop.queue.get(), &PrintQueue::ended, shop.queue.get(), [&held] { held.reset(); });
+    int idlesBefore = -1;
+    connect(shop.queue.get(), &PrintQueue::idle, shop.queue.get(), [&] {
+        if (idlesBefore < 0)
+            idlesBefore = shop.queue->ends.size();
+    });
+    shop.queue->run();
+    QCOMPARE(idlesBefore, 2);
+    TRY(shop.state(1) == State::Done);
+    QCOMPARE(shop.queue->ends.size(), 4);
+    QCOMPARE(shop.queue->got().count("one"), 1);
+}
+
+void TestPrintQueue::whatIsRefusedHoldsUpNoOtherPrinter()
+{
+    const Shop shop;
+    shop.add("one");
+    PrintQueueRequest request = requestOf("two");
+    request.address = PrinterAddress::parse("tcp:192.0.2.2:9100").value();
+    shop.queue->add(request);
+    std::unique_ptr<Turns> held;
+    shop.queue->prepare = [&](Line &) {
+        if (shop.queue->ends.isEmpty())
+            held = QueueFolder(shop.path).lock(30000);
+    };
+    connect(shop.queue.get(), &PrintQueue::ended, shop.queue.get(), [&held] { held.reset(); });
+    shop.queue->run();
+    QCOMPARE(idsOf(shop.queue->ends), (QVector<qint64>{1, 2, 1}));
+    QCOMPARE(shop.state(1), State::Done);
+    QCOMPARE(shop.state(2), State::Done);
 }
 
 void TestPrintQueue::anEndThatCanNotBeWrittenIsWrittenLater()

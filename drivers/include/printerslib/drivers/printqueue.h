@@ -110,10 +110,12 @@ Q_SIGNALS:
     /// As PrintJob::note(); with id 0 something of the folder.
     void note(qint64 id, const QString &text);
     /// A job is at its end, which is written down. Waiting: it stays, as its printer can't print,
-    /// as its begin couldn't be written down (Refused), or as stop() cancelled it. In the first two
-    /// cases all that goes to this printer waits for the next start().
+    /// as its begin couldn't be written down (Refused), or as stop() cancelled it. In the first
+    /// case all that goes to this printer waits for the next start(); in the second one it is tried
+    /// again each second, and each time ends so while the folder can't be written.
     void ended(const printerslib::drivers::PrintQueueEntry &entry);
-    /// There is nothing to be tried any more; told once until there is.
+    /// There is nothing to be tried any more; told once until there is. Also between two tries of
+    /// what was Refused, but for the first two.
     void idle();
     /// Behind stop(): nothing is under way any more, and another program may print.
     void stopped();
@@ -133,6 +135,7 @@ private:
     void connectNote(const PrintJob &job, qint64 id);
     bool writeBegin();
     void jobIsOver(const PrintJobResult &result);
+    void beginLater(const PrintQueueEntry &entry);
     void keepForRetraction();
     void writeEnd();
     void tellIdle();
