@@ -17,10 +17,11 @@ namespace {
 class PlanTable
 {
 public:
+    /// It stays up to the very end: a client's global object may print while statics go.
     static PlanTable &instance()
     {
-        static PlanTable table;
-        return table;
+        static auto *const table = new PlanTable;
+        return *table;
     }
 
     std::shared_ptr<const TemplatePlan> find(uint hash, const QStringList &lines)
