@@ -2,24 +2,26 @@
 #include <QtConcurrent>
 #include <QtTest>
 
+#include "printerdocs/plan/fallback_p.h"
 #include "printerdocs/plan/templatelines_p.h"
+#include "printerdocs/plan/templateplan_p.h"
 #include "printerdocs/printerdocumentformatter.h"
+
+using namespace templates;
 
 namespace {
 
-constexpr int lineCount = 80;
-
-QString templateText()
+QStringList templateOf(int lineCount)
 {
-    QString text;
+    QStringList lines;
     for (int line = 0; line < lineCount; ++line)
-        text += QString(line % 8 == 0 ? "<B><NAME%1><S><DISC%1>\n"
-                                      : "<NAME%1>[ -<DISC%1>]<S><QTY%1*PRICE%1-DISC%1,0.00>\n")
-                    .arg(line);
-    return text;
+        lines += QString(line % 8 == 0 ? "<B><NAME%1><S><DISC%1>"
+                                       : "<NAME%1>[ -<DISC%1>]<S><QTY%1*PRICE%1-DISC%1,0.00>")
+                     .arg(line);
+    return lines;
 }
 
-PrinterDocument documentOf(int thread)
+PrinterDocument documentOf(int thread, int lineCount)
 {
     QMap<QString, QVariant> attributes;
     for (int line = 0; line < lineCount; ++line) {
@@ -42,13 +44,16 @@ QStringList formsOf(const PrinterDocumentFormatter &formatter, const PrinterDocu
                        QString::fromUtf8(QJsonDocument::fromVariant(blocks).toJson())};
 }
 
-QStringList printed(int thread)
+constexpr int formCount = 3;
+constexpr int useCount = 21;
+
+QStringList printed(int thread, int lineCount)
 {
     PrinterDocumentFormatter formatter(0, nullptr);
-    formatter.setTemplate(templateText());
-    const PrinterDocument document = documentOf(thread);
+    formatter.setTemplate(templateOf(lineCount).join('\n'));
+    const PrinterDocument document = documentOf(thread, lineCount);
     QStringList first = formsOf(formatter, document);
-    for (int use = 0; use < 20; ++use) {
+    for (int use = 1; use < useCount; ++use) {
         if (formsOf(formatter, document) != first)
             return {};
     }
@@ -64,21 +69,36 @@ class TestPlanThreads : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void threadsThatShareAPlanDontMeet_data()
+    {
+        QTest::addColumn<int>("lineCount");
+        QTest::addColumn<bool>("planIsThere");
+        QTest::newRow("all make it") << 80 << false;
+        // Too short for a plan at its first use: it goes by that of the others.
+        QTest::newRow("all find it") << 40 << true;
+    }
+
     void threadsThatShareAPlanDontMeet()
     {
+        QFETCH(const int, lineCount);
+        QFETCH(const bool, planIsThere);
         constexpr int threads = 8;
-        templates::TemplateLines::setPlanUse(templates::PlanUse::Never);
+        TemplateLines::setPlanUse(PlanUse::Never);
         QVector<QStringList> expected;
         for (int thread = 0; thread < threads; ++thread)
-            expected.append(printed(thread));
-        templates::TemplateLines::setPlanUse(templates::PlanUse::WhenItPays);
+            expected.append(printed(thread, lineCount));
+        TemplateLines::setPlanUse(PlanUse::WhenItPays);
+        const auto plan = planIsThere ? TemplatePlan::shared(templateOf(lineCount)) : nullptr;
+        const long long before = PlanTally::instance().lines[0];
         QThreadPool pool;
         pool.setMaxThreadCount(threads);
         QVector<QFuture<QStringList>> results;
         for (int thread = 0; thread < threads; ++thread)
-            results.append(QtConcurrent::run(&pool, printed, thread));
+            results.append(QtConcurrent::run(&pool, printed, thread, lineCount));
         for (int thread = 0; thread < threads; ++thread)
             QCOMPARE(results[thread].result(), expected.at(thread));
+        QCOMPARE(PlanTally::instance().lines[0] - before,
+                 1LL * threads * useCount * formCount * lineCount);
     }
 };
 
