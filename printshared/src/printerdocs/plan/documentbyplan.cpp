@@ -1,7 +1,9 @@
 #include "printerdocs/plan/documentbyplan_p.h"
 
 #include <algorithm>
+#include <optional>
 
+#include "printerdocs/template/entries_p.h"
 #include "printerdocs/template/templatetags_p.h"
 
 namespace templates {
@@ -20,21 +22,16 @@ AddedLines::AddedLines(const TemplatePlan &plan, const PrinterDocument &document
         return kind == TemplatePlan::LineKind::Entries ||
                (kind == TemplatePlan::LineKind::EntriesAlone && m_entriesHoldTags);
     };
+    std::optional<Entries> entries;
     for (std::size_t at = 0; at < plan.lines().size(); ++at) {
         if (!isUnpacked(plan.lines()[at].kind))
             continue;
-        if (!m_entries)
-            m_entries.emplace(document.entries());
-        const QStringList lines = entriesOf(plan.text(at));
+        if (!entries)
+            entries.emplace(document.entries());
+        QStringList &lines = m_entries[at];
+        entries->appendUnpacked(lines, plan.text(at));
         m_suitPlan = m_suitPlan && std::none_of(lines.cbegin(), lines.cend(), isSymbolsLine);
     }
-}
-
-QStringList AddedLines::entriesOf(const QString &line) const
-{
-    QStringList lines;
-    m_entries->appendUnpacked(lines, line);
-    return lines;
 }
 
 }  // namespace templates

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -12,7 +13,6 @@
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/charsearch_p.h"
 #include "printerdocs/template/documentvalues_p.h"
-#include "printerdocs/template/entries_p.h"
 #include "printerdocs/template/fillinglog_p.h"
 #include "printerdocs/template/keyword_p.h"
 #include "printerdocs/template/linefilling_p.h"
@@ -31,8 +31,8 @@ public:
     /// Whether the plan's lines are still those of the document: an added line names no file of
     /// special symbols and holds no entries.
     bool suitPlan() const { return m_suitPlan; }
-    /// Those in the place of a line with entries.
-    QStringList entriesOf(const QString &line) const;
+    /// Those in the place of a line of the template with entries.
+    const QStringList &entriesOf(std::size_t line) const { return m_entries.at(line); }
     /// Whether entries are more than names and values.
     bool entriesHoldTags() const { return m_entriesHoldTags; }
     /// The copy mark; empty: none.
@@ -42,7 +42,7 @@ private:
     bool m_suitPlan = true;
     bool m_entriesHoldTags = false;
     QString m_copyMark;
-    std::optional<Entries> m_entries;
+    std::map<std::size_t, QStringList> m_entries;  ///< by the number of their line
 };
 
 /// One document on its way through a plan to one output, which takes each line:
@@ -71,7 +71,7 @@ public:
     {
         m_output.reserve(static_cast<int>(m_plan.lines().size()));
         for (std::size_t at = 0; at < m_plan.lines().size(); ++at) {
-            if (!printCopyMark(at) || !printLine(m_plan.lines()[at], m_plan.text(at)))
+            if (!printCopyMark(at) || !printLine(at))
                 return false;
         }
         if (!printCopyMark(m_plan.lines().size()))
@@ -92,24 +92,28 @@ private:
                m_added.copyMark().isEmpty() || printGeneral(m_added.copyMark(), Fallback::CopyMark);
     }
 
-    bool printLine(const TemplatePlan::Line &line, const QString &text)
+    bool printLine(std::size_t at)
     {
+        const TemplatePlan::Line &line = m_plan.lines()[at];
         switch (line.kind) {
             case TemplatePlan::LineKind::Blank:
                 return printBlank();
             case TemplatePlan::LineKind::EntriesAlone:
-                return m_added.entriesHoldTags() ? printEntries(text) : printEntriesAlone();
+                return m_added.entriesHoldTags() ? printEntries(at) : printEntriesAlone();
             case TemplatePlan::LineKind::Entries:
-                return printEntries(text);
+                return printEntries(at);
             case TemplatePlan::LineKind::General:
-                return printGeneral(text, line.fallback);
+                return printGeneral(m_plan.text(at), line.fallback);
             case TemplatePlan::LineKind::OfShape:
                 break;
         }
         Fallback fallback = m_output.takes(line.shape->look());
         if (fallback == Fallback::None)
             fallback = m_line.fill(line);
-        return printPlanned(line.shape->look(), fallback) || printGeneral(text, fallback);
+        if (fallback != Fallback::None)
+            return printGeneral(m_plan.text(at), fallback);
+        printPlanned(line.shape->look());
+        return true;
     }
 
     bool printBlank()
@@ -120,18 +124,16 @@ private:
         return true;
     }
 
-    bool printPlanned(const LineLook &look, Fallback fallback)
+    /// The line that was filled last.
+    void printPlanned(const LineLook &look)
     {
-        if (fallback != Fallback::None)
-            return false;
-        m_count.add(fallback);
+        m_count.add(Fallback::None);
         if (m_line.isLogged())
             m_line.log(values());
         ++m_linesFilled;
         m_hasLines = m_hasLines || !m_line.isGone();
         if (m_line.hasText())
             m_output.planned(look, m_line);
-        return true;
     }
 
     bool printGeneral(const QString &line, Fallback reason)
@@ -174,14 +176,15 @@ private:
         Fallback fallback = m_output.takes(look);
         if (fallback == Fallback::None)
             fallback = m_line.takeEntry(entry, look);
-        return printPlanned(look, fallback) ||
-               printGeneral(entry.toString().replace(QLatin1Char('='), tabTag), fallback);
+        if (fallback != Fallback::None)
+            return printGeneral(entry.toString().replace(QLatin1Char('='), tabTag), fallback);
+        printPlanned(look);
+        return true;
     }
 
-    bool printEntries(const QString &line)
+    bool printEntries(std::size_t at)
     {
-        const QStringList entries = m_added.entriesOf(line);
-        for (const QString &entry : entries) {
+        for (const QString &entry : m_added.entriesOf(at)) {
             if (!(entry.isEmpty() ? printBlank() : printGeneral(entry, Fallback::EntryOfMarkup)))
                 return false;
         }
