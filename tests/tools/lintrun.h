@@ -71,10 +71,10 @@ inline void addTemplates()
     QTest::addColumn<QString>("places");
 }
 
-inline void row(const char *name, const char *text, const QByteArray &document, const char *options,
-                const char *places)
+inline void row(const char *name, const QByteArray &text, const QByteArray &document,
+                const char *options, const char *places)
 {
-    QTest::newRow(name) << QByteArray(text) << document << QString(options) << QString(places);
+    QTest::newRow(name) << text << document << QString(options) << QString(places);
 }
 
 /// Checked without a document.

@@ -244,7 +244,7 @@ private Q_SLOTS:
                 "", places);
         };
         listed("entries that are more", "<ENTRIES>\n---\nTotal<S><TOTAL>",
-               "'Tea=3.15\\tBun=2.80\\tMilk=0.40'", "'6.00'", "3:9 wrong-sum");
+               "'Tea=3.15\\tBun=2.80\\tMilk=0.40'", "'6.02'", "3:9 wrong-sum");
         listed("entries that are the total", "<ENTRIES>\n---\nTotal<S><TOTAL>",
                "'Tea=3,15\\tBun=2,80 A\\tOffer=-0,40'", "'5.55'", "");
         listed("entries with what is no part of the sum", "<ENTRIES>\nTotal<S><TOTAL>",
@@ -257,8 +257,213 @@ private Q_SLOTS:
                "'Tea=3.00\\tBun=2.00'", "'5.00'", "4:9 wrong-sum");
         listed("figures that are no amounts", "Tea<S>3\nBun<S>2.5\nTotal<S><TOTAL>", "''", "'5.51'",
                "");
+        row("without a document", "<ENTRIES>\nTotal<S><TOTAL>", QByteArray(), "", "");
+        const auto entered = [&listed](const char *name, const char *entries, const char *total,
+                                       const char *places) {
+            listed(name, "<ENTRIES>\nTotal<S><TOTAL>", entries, total, places);
+        };
+        entered("a blank for thousands, which may be a column",
+                "'TV=1 299,00\\tCable=10,00\\tBag=0,10'", "'1309.10'", "");
+        entered("points for thousands", "'TV=1.299,00\\tCable=10,00\\tBag=0,10'", "'1309.10'", "");
+        entered("points for thousands in another sum", "'TV=1.299,00\\tCable=10,00\\tBag=0,10'",
+                "'1409.20'", "2:9 wrong-sum");
+        entered("a minus and a blank", "'Tea=5.00\\tBun=4.00\\tOff=- 3.00'", "'6.00'", "");
+        entered("a minus and a blank in another sum", "'Tea=5.00\\tBun=4.00\\tOff=- 3.00'",
+                "'6.50'", "2:9 wrong-sum");
+        entered("a minus behind a currency", "'Tea=5.00\\tBun=4.00\\tOff=EUR -3.00'", "'6.00'", "");
+        entered("a minus in front of a currency", "'Tea=5.00\\tBun=4.00\\tOff=-$3.00'", "'6.00'",
+                "");
+        entered("two signs", "'Tea=5.00\\tBun=4.00\\tOff=-EUR -3.00'", "'6.50'", "");
+        entered("brackets", "'Tea=5.00\\tBun=4.00\\tOff=(3.00)'", "'6.00'", "");
+        entered("an open bracket behind the amount", "'Tea=5.00\\tBun=4.00\\tOff=3.00)'", "'1.00'",
+                "");
+        entered("brackets around what looks like rounding", "'Tea=3.15\\tBun=2.80\\tOff=(0.01)'",
+                "'5.94'", "");
+        entered("a minus behind", "'Tea=5,00\\tBun=4,00\\tOff=1,00-\\tOff=1,00 -'", "'7.00'", "");
+        entered("a minus behind in another sum", "'Tea=5,00\\tBun=4,00\\tOff=1,00-'", "'8.50'",
+                "2:9 wrong-sum");
+        entered("two figures in a column", "' 2 Tea=3.15    6.30\\tBun=2.80\\tMilk=1.00'",
+                "'10.10'", "");
+        entered("an amount without decimals", "'Tea=3.15\\tBun=2.80\\tBag=1'", "'6.95'", "");
+        entered("an amount without a column", "'Tea=3.15\\tBun=2.80\\t2 bags (0.50)'", "'6.45'",
+                "");
+        entered("an amount behind a dash", "'Tea=3.15\\tBun=2.80\\tOff - 0.50'", "'5.45'", "");
+        entered("goods that sound like payment",
+                "'Chocolate bar=1.00\\tCashew=3.00\\tPostcard=1.00\\tGift card=20.00'", "'26.00'",
+                "2:9 wrong-sum");
+        entered("two discounts without a sign", "'Tea=3.15\\tBun=2.80\\tOffer=0.40\\tOffer=0.40'",
+                "'5.15'", "");
+        entered("two discounts of other names", "'Tea=3.15\\tBun=2.80\\tСкидка=0.40\\tRabatt=0.10'",
+                "'5.45'", "");
+        entered("prices of a kilogram",
+                "'Pears=1.99\\tPrice per kg=3.98\\tPlums=2.50\\tPrice/kg=5.00'", "'4.49'", "");
+        entered("weights", "'Pears=1.99\\tScale=0.50 kg\\tPlums=2.50\\tScale=0.25 kg'", "'4.49'",
+                "");
+        entered("discounts of another total", "'Tea=3.15\\tBun=2.80\\tOffer=0.40\\tOffer=0.40'",
+                "'5.85'", "2:9 wrong-sum");
+        entered("what is contained in the sum", "'Tea=3.15\\tBun=2.80\\tenthält=0.40\\tdarin=0.10'",
+                "'5.95'", "");
+        entered("an entry that is the sum of those above by chance",
+                "'Tea=3.00\\tBun=2.00\\tCake=5.00\\tPie=1.00'", "'11.00'", "");
+        entered("a sum among the entries, and what is added to it",
+                "'Tea=3.15\\tBun=2.80\\tSubtotal=5.95\\tTip=1.00'", "'6.95'", "");
+        entered("a sum among the entries, and another total",
+                "'Tea=3.15\\tBun=2.80\\tSubtotal=5.95\\tTip=1.00'", "'7.35'", "2:9 wrong-sum");
+        entered("more of them aside than can be tried",
+                "'Tea=1.00\\tBun=1.00\\tOffer=0.01\\tOffer=0.02\\tOffer=0.04\\tOffer=0.08\\t"
+                "Offer=0.16\\tOffer=0.32\\tOffer=0.64\\tOffer=1.28\\tOffer=2.56\\tOffer=5.12\\t"
+                "Offer=10.24\\tOffer=20.48\\tOffer=40.96'",
+                "'777.77'", "");
+        entered("a day and a time", "'Tea=3.15\\tBun=2.80\\tParked=14.03.2026 18:05'", "'7.45'",
+                "");
+        entered("a long line of figures",
+                ("'Tea=3.15\\tBun=2.80\\t" + QByteArray(300, '1') + "'").constData(), "'7.45'", "");
+        entered("amounts of more digits than there are",
+                "'Tea=12345678901234567890.00\\tBun=2.80\\tMilk=1.00'", "'7.45'", "");
+        entered("an apostrophe for thousands", "'TV=1’299.00\\tCable=10.00\\tBag=0.10'",
+                "'1309.10'", "");
+        row("a line between the entries and the total",
+            "<ENTRIES>\nDelivery of 500 m 2.50\nTotal<S><TOTAL>",
+            json("{'attributes': {'TOTAL': '8.45'}, 'entries': 'Tea=3.15\\tBun=2.80'}"), "", "");
+        row("a number in front of the entries", "Table<S>12\n<ENTRIES>\nTotal<S><TOTAL>",
+            json("{'attributes': {'TOTAL': '8.45'}, 'entries': 'Tea=3.15\\tBun=2.80'}"), "",
+            "3:9 wrong-sum");
     }
     void wrongSum() { checkPlaces(); }
+
+    // Of currencies that have other decimals, and of coins that there are not.
+    void sumsOfCurrencies_data()
+    {
+        addTemplates();
+        const auto entered = [](const char *name, const char *entries, const char *tag,
+                                const char *total, const char *places) {
+            row(name, QByteArray("<ENTRIES>\nTotal<S>") + tag,
+                json("{'attributes': {'TOTAL': ") + json(total) +
+                    json(", 'PART': 2.5}, 'entries': '") + json(entries) + json("'}"),
+                "", places);
+        };
+        entered("whole amounts", "Tea=315\\tBun=280\\tMilk=40", "<TOTAL,0>", "735", "");
+        entered("whole amounts of another sum", "Tea=315\\tBun=280\\tMilk=40", "<TOTAL,0>", "799",
+                "");
+        entered("whole amounts and a total with decimals", "Tea=315\\tBun=280\\tMilk=40",
+                "<TOTAL,0.00>", "'799.00'", "");
+        entered("a whole total", "Tea=3.15\\tBun=2.80\\tMilk=0.45", "<TOTAL,0>", "6", "");
+        entered("a total without coins", "Tea=3.15\\tBun=2.80\\tMilk=0.45", "<TOTAL,0.00>",
+                "'6.00'", "");
+        entered("a total without coins, upwards", "Tea=3.15\\tBun=2.80\\tMilk=0.45", "<TOTAL,0.00>",
+                "'7.00'", "");
+        entered("a total of other whole amounts", "Tea=3.15\\tBun=2.80\\tMilk=0.45", "<TOTAL,0.00>",
+                "'8.00'", "2:9 wrong-sum");
+        entered("a total to five hundredths", "Tea=3.15\\tBun=2.82", "<TOTAL>", "'5.95'", "");
+        entered("a total to fifty hundredths", "Tea=3.15\\tBun=2.60", "<TOTAL>", "'5.50'", "");
+        entered("no rounding", "Tea=3.15\\tBun=2.82", "<TOTAL>", "'6.15'", "2:9 wrong-sum");
+        entered("an expression that rounds to five hundredths", "Tea=1.15\\tBun=1.36",
+                "<floor(PART*20+0.500001)/20,0.00>", "0", "");
+        entered("an expression that doesn't", "Tea=1.15\\tBun=1.36",
+                "<floor(PART*100+0.500001)/100,0.00>", "0", "2:9 wrong-sum");
+        entered("thousandths", "Tea=3.150\\tBun=2.800", "<TOTAL,0.000>", "'5.950'", "");
+        entered("thousandths of another sum", "Tea=3.150\\tBun=2.800", "<TOTAL,0.000>", "'6.157'",
+                "2:9 wrong-sum");
+        entered("thousandths that are nearly the sum", "Tea=3.151\\tBun=2.802", "<TOTAL,0.000>",
+                "'5.954'", "2:9 wrong-sum");
+        entered("hundredths among thousandths", "Tea=3.150\\tBun=2.800\\tMilk=0.50",
+                "<TOTAL,0.000>", "'6.451'", "");
+        entered("thousandths among hundredths", "Tea=3.15\\tBun=2.80\\tMilk=0.500", "<TOTAL,0.00>",
+                "'6.47'", "");
+        entered("whole amounts among hundredths", "Tea=3.15\\tBun=2.80\\tMilk=1", "<TOTAL,0.00>",
+                "'6.95'", "");
+        entered("a number of pieces among thousandths", "Pieces=1\\tTV=1.299\\tPC=2.000",
+                "<TOTAL,0.000>", "'3.300'", "");
+        row("a number of pieces in front of thousandths",
+            "Pieces<S>1\nTV<S>1.299\nPC<S>2.000\nTotal<S><TOTAL,0.000>",
+            json("{'attributes': {'TOTAL': '3.300'}}"), "", "");
+        const auto terms = [](const char *name, const char *text, const char *places) {
+            row(name, text, json("{'attributes': {'AMOUNT': 1.4504, 'OTHER': 2.4504}}"), "",
+                places);
+        };
+        terms("terms of whole amounts", "<AMOUNT,0>\n<OTHER,0>\n<AMOUNT+OTHER,0>", "3:1 wrong-sum");
+        terms("terms of hundredths", "<AMOUNT,0.00>\n<OTHER,0.00>\n<AMOUNT+OTHER,0.00>", "");
+        terms("terms of thousandths", "<AMOUNT,0.000>\n<OTHER,0.000>\n<AMOUNT+OTHER,0.000>",
+              "3:1 wrong-sum");
+        terms("terms of other decimals", "<AMOUNT,0>\n<OTHER,0.000>\n<AMOUNT+OTHER,0.000>", "");
+    }
+    void sumsOfCurrencies() { checkPlaces(); }
+
+    // The cure of a message is one for its own currency.
+    void curesOfSums()
+    {
+        const auto lint = [](const char *format) {
+            return lintrun::lint(
+                       QByteArray("<AMOUNT,0>\n<OTHER,0>\n<AMOUNT+OTHER,0>").replace(",0", format),
+                       {}, json("{'attributes': {'AMOUNT': 1.4504, 'OTHER': 2.4504}}"))
+                .output;
+        };
+        QVERIFY2(
+            lint(",0").contains("4 is printed, and the parts of the sum are printed as 3 together"),
+            qPrintable(lint(",0")));
+        QVERIFY(lint(",0").contains("as in floor(A+0.500001) ["));
+        QVERIFY2(lint(",0.000").contains(
+                     "3.901 is printed, and the parts of the sum are printed as 3.900"),
+                 qPrintable(lint(",0.000")));
+        QVERIFY(lint(",0.000").contains("as in floor(A*1000+0.500001)/1000 ["));
+    }
+
+    // What may have been rounded to coins is a guess, and what the template adds up isn't.
+    void severityOfWhatIsNearlyTheSum_data()
+    {
+        QTest::addColumn<QByteArray>("tag");
+        QTest::addColumn<QString>("severity");
+        QTest::newRow("of the program's") << QByteArray("<TOTAL>") << QString("warning");
+        QTest::newRow("of the program's, to no coin") << QByteArray("<ODDSUM>") << QString("error");
+        QTest::newRow("of an expression") << QByteArray("<TOTAL*1,0.00>") << QString("error");
+    }
+    void severityOfWhatIsNearlyTheSum()
+    {
+        QFETCH(QByteArray, tag);
+        QFETCH(QString, severity);
+        const ReceiptRun run = lintrun::lint(
+            "Fuel<S><FUEL>\nOff<S>-0.96\nTotal<S>" + tag, {},
+            json("{'attributes': {'FUEL': '83.65', 'TOTAL': '82.70', 'ODDSUM': '82.68'}}"));
+        QVERIFY2(run.output.startsWith("t.cpt:3:9: " + severity), qPrintable(run.output));
+        QCOMPARE(run.status, severity == "error" ? 1 : 0);
+    }
+
+    // Of amounts that are no parts of the sum, and of those that have all been understood.
+    void totalsOfOtherThings_data()
+    {
+        addTemplates();
+        for (const char *label : {"Total VAT", "Total weight", "Total savings", "Total discount",
+                                  "Сумма НДС", "Сумма скидки", "Итого вес", "Summe MwSt",
+                                  "Gesamtrabatt", "Total qty", "Всего кол-во", "Tax total"}) {
+            const QByteArray text =
+                QByteArray("<ENTRIES>\n") + label + "<S><OTHER,0.00>\nTotal<S><TOTAL,0.00>";
+            const auto document = [](const char *total) {
+                return json("{'attributes': {'OTHER': '1.20', 'TOTAL': '") + total +
+                       json("'}, 'entries': 'Tea=3.15\\tBun=2.80\\tMilk=1.05'}");
+            };
+            row(label, text, document("7.00"), "", "");
+            row(qPrintable(QString(label) + " of a wrong total"), text, document("7.50"), "",
+                "3:9 wrong-sum");
+        }
+        for (const char *label : {"Total incl. VAT", "Total (incl. 20% VAT)", "Total (VAT incl.)",
+                                  "Итого с НДС", "Summe inkl. MwSt", "Total including tax"})
+            row(label, QByteArray("<ENTRIES>\n") + label + "<S><TOTAL,0.00>",
+                json("{'attributes': {'TOTAL': '7.50'}, 'entries': "
+                     "'Tea=3.15\\tBun=2.80\\tMilk=1.05'}"),
+                "", "2:" + QByteArray::number(QString(label).size() + 4) + " wrong-sum");
+    }
+    void totalsOfOtherThings() { checkPlaces(); }
+
+    // What the lines above are is guessed by their words.
+    void wrongTotalOfEntriesIsAWarning()
+    {
+        const ReceiptRun run = lintrun::lint(
+            "<ENTRIES>\nTotal<S><TOTAL>", {},
+            json("{'attributes': {'TOTAL': '7.50'}, 'entries': 'Tea=3.15\\tBun=2.80'}"));
+        QCOMPARE(run.output, QString("t.cpt:2:9: warning: 7.50 is printed, and the entries above "
+                                     "add up to 5.95 [wrong-sum]\n"));
+        QCOMPARE(run.status, 0);
+    }
 
     void messageOfAWrongSum()
     {

@@ -88,7 +88,7 @@ void checkSums(const Analysis &analysis, Report &report)
             continue;
         const QVector<WrongSum> wrong = wrongSumsOf(piece, *analysis.values());
         for (const WrongSum &sum : wrong)
-            report.add(sum.offset, sum.message);
+            report.addAs(sum.severity, sum.offset, sum.message);
     }
 }
 

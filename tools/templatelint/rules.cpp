@@ -88,10 +88,12 @@ constexpr Rule table[] = {
          "LintRule",
          "Each printed amount is rounded by itself, and a total of an expression once, at its end: "
          "83.65 and -0.96 can have a total of 82.70. Round the parts inside of the sum as they are "
-         "printed, as in floor(A*100+0.500001)/100. Amounts are those with two decimals at the "
-         "ends of "
-         "lines; a total is called one, or adds up others. Only what is nearly the sum is told, or "
-         "a total behind entries alone that isn't theirs. Needs --data."),
+         "printed, as in floor(A*100+0.500001)/100. Amounts are those with two or three decimals "
+         "at "
+         "the ends of lines; a total is called one, or adds up others. Only what is nearly the sum "
+         "is told, or, as a warning, a total behind entries alone that isn't theirs. What may have "
+         "been rounded to coins is a warning or nothing, and next to a figure that can't be read "
+         "nothing is told. Needs --data."),
      "Fuel<S><LITRES*PRICE>\nDiscount<S>-<LITRES*OFF>\nTotal<S><LITRES*PRICE-LITRES*OFF>",
      "Fuel<S><LITRES*PRICE>\nDiscount<S>-<LITRES*OFF>\nTotal<S><floor(LITRES*PRICE*100+0.5)/"
      "100-floor(LITRES*OFF*100+0.5)/100>",

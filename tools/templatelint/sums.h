@@ -4,6 +4,7 @@
 #include <QVector>
 
 #include "analysis.h"
+#include "templatelint.h"
 
 namespace templatelint {
 
@@ -11,6 +12,7 @@ namespace templatelint {
 struct WrongSum
 {
     int offset;  ///< of the total's tag
+    Severity severity;
     QString message;
 };
 
