@@ -86,6 +86,15 @@ private Q_SLOTS:
         QCOMPARE(rowOf(run.output, "CUSTOM_VKP_80", "80 mm"), (QStringList{"51", "-", "-"}));
     }
 
+    void lossesOfBbCodeAreNamedWithTheirLine()
+    {
+        const ReceiptRun run = table("[b]Tea[/b]\n\n[i]x[/i]\n[barcode]\xD0\x96[/barcode]");
+        const QStringList row = rowOf(run.output, "CUSTOM_VKP_80", "80 mm");
+        QVERIFY2(row.value(2).contains("line 3: the model prints no text that is italic"),
+                 qPrintable(row.join('|')));
+        QVERIFY2(row.value(2).contains("line 4: Barcode: "), qPrintable(row.join('|')));
+    }
+
     void modelsOfAFileAreAmongThem()
     {
         const ReceiptRun run = table("Total", {"--models", "FOLDER/plain.json"});

@@ -2,6 +2,7 @@
 
 #include "differential/generator.h"
 #include "printedlines.h"
+#include "printerdocs/bbcodeparser.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "templatelint.h"
 
@@ -74,6 +75,57 @@ private Q_SLOTS:
     {
         const QStringList lines{"a", "", "<B>", "<QR>x", "<NAME>"};
         QCOMPARE(printedLinesOfText(lines), (QVector<int>{1, 2, 4, 5}));
+    }
+
+    void bbCodeTextKnowsItsPlace_data()
+    {
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QVector<int>>("numbers");
+        const auto row = [](const char *name, const QStringList &lines,
+                            const QVector<int> &numbers) {
+            QTest::newRow(name) << lines << numbers;
+        };
+        row("nothing", {}, {});
+        row("plain", {"one", "two"}, {1, 2});
+        row("blank line", {"one", "", "two"}, {1, 0, 2 + 1});
+        row("same words", {"tea", "tea", "[b]tea[/b]"}, {1, 2, 3});
+        row("code", {"one", "[barcode]123[/barcode]", "two"}, {1, 0, 2, 0, 3});
+        row("code over lines", {"[qrcode]", "abc", "[/qrcode]", "two"}, {2, 0, 4});
+        row("rule comes before what is gathered", {"one", "[hr][/hr]", "two"}, {0, 1, 0, 3});
+        row("quotation marks",
+            {"\u00AB"
+             "a\u00BB",
+             "\u2014 b"},
+            {1, 2});
+        row("picture that is missing", {"a", "[img name=none][/img]", "b"}, {1, 0, 0, 3});
+        row("padded", {"[column width=9 align=right]a", "b[/column]"}, {1, 2});
+    }
+    void bbCodeTextKnowsItsPlace()
+    {
+        QFETCH(QStringList, lines);
+        BbCodeParser parser(nullptr);
+        parser.setImagesPath("/dev/null");
+        parser.parseText(lines.join('\n'));
+        QTEST(templatelint::printedLinesOfBbCode(lines, parser.blocks()), "numbers");
+    }
+
+    void picturesOfBbCodeKnowTheirPlace()
+    {
+        BbCodeParser parser(nullptr);
+        parser.setImagesPath(QFINDTESTDATA("../../examples/images"));
+        const QStringList lines{"[img name=none][/img]a", "[img name=LOGO][/img]", "b",
+                                "[img name=lo*][/img]"};
+        parser.parseText(lines.join('\n'));
+        QVector<int> places;
+        const QVector<int> numbers = templatelint::printedLinesOfBbCode(lines, parser.blocks());
+        int part = 0;
+        for (const DocumentBlock &block : parser.blocks()) {
+            if (block.isImage())
+                places.append(numbers.at(part));
+            part += block.isText() ? block.text().size() : 1;
+        }
+        QCOMPARE(places, (QVector<int>{2, 4}));
+        QCOMPARE(numbers.size(), part);
     }
 
     /// Each line and code of any receipt has a number, and they ascend.

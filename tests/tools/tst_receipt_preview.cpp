@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(QImage(file).size(), QSize(643, 24 + 24 + 2 + 24));
     }
 
-    void unprintableCodesAreNamedByTheirBlock()
+    void unprintableCodesAreNamedByTheirLine()
     {
         const WorkFolder folder;
         const QString text = folder.file("c.bbcode", "a[barcode]Ж[/barcode]");
@@ -172,7 +172,7 @@ private Q_SLOTS:
         const ReceiptRun run = runReceipt({"preview", "--bbcode", text, "--output", file});
         QCOMPARE(run.status, 0);
         QCOMPARE(run.errors,
-                 "receipt: " + text + ": block 2: Barcode: Code 128 holds ASCII characters only\n");
+                 "receipt: " + text + ": line 1: Barcode: Code 128 holds ASCII characters only\n");
         QVERIFY(!QImage(file).isNull());
     }
 
@@ -220,8 +220,8 @@ private Q_SLOTS:
         const QString where = "receipt: " + text + ": ";
         const ReceiptRun run =
             runReceipt({"preview", "--bbcode", text, "--output", folder.path("r.png")});
-        QCOMPARE(run.errors, where + "there is no picture \"gone\" in the folder \"" +
-                                 folder.path("") + "\"\n" + where + "the picture \"" +
+        QCOMPARE(run.errors, where + "line 1: there is no picture \"gone\" in the folder \"" +
+                                 folder.path("") + "\"\n" + where + "line 1: the picture \"" +
                                  folder.path("bad.png") +
                                  "\" can't be read: Unsupported image format\n");
         QCOMPARE(run.status, 0);
@@ -281,14 +281,14 @@ private Q_SLOTS:
         folder.file("mark.svg",
                     "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"9\" "
                     "height=\"9\"><rect width=\"9\" height=\"9\"/></svg>");
-        const QString text = folder.file("c.bbcode", "[img name=mark][/img][img name=*a*][/img]");
+        const QString text = folder.file("c.bbcode", "[img name=mark][/img]\n[img name=*a*][/img]");
         const QString where = "receipt: " + text + ": ";
         const ReceiptRun run =
             runReceipt({"preview", "--bbcode", text, "--output", folder.path("r.png")});
-        QCOMPARE(run.errors, where + "the picture \"" + folder.path("mark.svg") +
+        QCOMPARE(run.errors, where + "line 1: the picture \"" + folder.path("mark.svg") +
                                  "\" can't be read: it is damaged, too large, or of a format that "
                                  "isn't printed\n" +
-                                 where + "the folder \"" + folder.path("") +
+                                 where + "line 2: the folder \"" + folder.path("") +
                                  "\" has no picture \"*a*\" that can be read\n");
         QCOMPARE(run.status, 0);
     }
@@ -536,12 +536,12 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), 2);
         const QString where = "receipt: " + text + ": ";
         const QRegularExpression named(
-            "^([A-Z0-9_-]+, )+[A-Z0-9_-]+: block 1, line 1: the model prints no text that is "
+            "^([A-Z0-9_-]+, )+[A-Z0-9_-]+: line 1: the model prints no text that is "
             "italic$");
         const QString first = QStringList(lines).filter("italic").value(0).mid(where.size());
         QVERIFY2(named.match(first).hasMatch(), qPrintable(first));
         QVERIFY(first.contains("AV_268") && !first.contains("SWECOIN_TM_20XX"));
-        QVERIFY(lines.contains(where + "block 2: Barcode: Code 128 holds ASCII characters only"));
+        QVERIFY(lines.contains(where + "line 1: Barcode: Code 128 holds ASCII characters only"));
     }
 
     void allModelsGetAPictureAndASheet()
@@ -624,8 +624,8 @@ private Q_SLOTS:
         const ReceiptRun run =
             runReceipt({"preview", "--plain", text, "--output", folder.path("r.png")});
         QCOMPARE(run.status, 1);
-        QCOMPARE(run.errors,
-                 "receipt: " + text + ": block 1: the paper gets longer than 1000000 dots\n");
+        QCOMPARE(run.errors, "receipt: " + text +
+                                 ": lines 1 to 50000: the paper gets longer than 1000000 dots\n");
         QVERIFY(!QFile::exists(folder.path("r.png")));
     }
 

@@ -289,6 +289,50 @@ private Q_SLOTS:
                                  ": line 2: the code 27 (0x1B) isn't printed\n");
     }
 
+    void notesNameTheLineOfABbCodeText()
+    {
+        const QString file =
+            m_folder.file("notes.bb",
+                          "[center]Shop[/center]\n\n[b]Tea[/b]  [i]x[/i]\n[hr][/hr]\n[barcode]"
+                          "\xD0\x96[/barcode]\nEnd\n[img name=gone][/img]");
+        const ReceiptRun run =
+            runReceipt({"print", "--bbcode", file, "--model", general, "--dry-run"});
+        const QString where = "receipt: " + file + ": line ";
+        QVERIFY2(run.errors.contains(where + "3: the model prints no text that is italic"),
+                 qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(where + "5: Barcode: "), qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(where + "7: there is no picture \"gone\""),
+                 qPrintable(run.errors));
+        QVERIFY2(!run.errors.contains("block"), qPrintable(run.errors));
+    }
+
+    /// It has no lines of its own, so those on paper are counted.
+    void notesNameThePrintedLineOfASavedDocument()
+    {
+        const QString text =
+            m_folder.file("saved.bb",
+                          "[barcode]\xD0\x96[/barcode][center]Shop\nTown[/center][i]x[/i]"
+                          "[barcode]\xD0\x96[/barcode]");
+        const QByteArray json =
+            runReceipt({"bbcode", text, "--as", "json"}).output.trimmed().toUtf8();
+        const QString file = m_folder.file("saved", json);
+        m_folder.file(
+            "saved.sha1",
+            QCryptographicHash::hash(json, QCryptographicHash::Sha1).toHex() + "  saved\n");
+        const ReceiptRun run =
+            runReceipt({"print", "--document", file, "--model", general, "--dry-run"});
+        const QString where = "receipt: " + file + ": ";
+        QCOMPARE(run.errors.count("Barcode: "), 2);
+        QVERIFY2(run.errors.contains(where + "at the beginning: Barcode: "),
+                 qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(where + "printed line 4: the model prints no text that is "
+                                             "italic"),
+                 qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(where + "behind printed line 4: Barcode: "),
+                 qPrintable(run.errors));
+        QVERIFY2(!run.errors.contains("block"), qPrintable(run.errors));
+    }
+
     void strictTakesLinesThatGoOnBelow()
     {
         const ReceiptRun run = runReceipt(plain(QByteArray(200, 'x'), {"--strict", "--dry-run"}));

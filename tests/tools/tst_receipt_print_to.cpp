@@ -194,6 +194,7 @@ private Q_SLOTS:
         QCOMPARE(jsonOf(run).value("reason").toString(), QString("line"));
         QCOMPARE(jsonOf(run).value("block").toInt(), 1);
         QVERIFY(jsonOf(run).value("line").toInt() > 0);
+        QCOMPARE(jsonOf(run).value("sourceLine"), jsonOf(run).value("line"));
         QCOMPARE(run.status, 5);
     }
 
@@ -315,14 +316,35 @@ private Q_SLOTS:
         QCOMPARE(program.result().status, 0);
     }
 
+    /// As on standard error, by the lines of the text, with those that are too long.
+    void jsonHasTheNotes()
+    {
+        PlayedPrinter printer;
+        const QString file =
+            m_folder.file("notes.txt", "good\n\n<27>bad\n" + QByteArray(100, 'x') + "\n<N>askew\n");
+        const ReceiptRun run = runReceipt(
+            {"print", "--plain", file, "--to", printer.address(), "--model", citizen, "--json"});
+        const QStringList notes{
+            "line 3: the code 27 (0x1B) isn't printed",
+            "line 4: \"" + QString(40, 'x') +
+                "...\" is too long for the paper: its 100 characters take 2 rows",
+            "line 5: the model prints no text that is italic"};
+        QCOMPARE(jsonOf(run).value("notes"), QJsonValue(QJsonArray::fromStringList(notes)));
+        QString told;
+        for (const QString &note : notes)
+            told += "receipt: " + file + ": " + note + "\n";
+        QCOMPARE(run.errors, told);
+        QCOMPARE(jsonOf(run).value("sourceLine"), QJsonValue(0));
+    }
+
     void jsonTellsWhatIsKnown()
     {
         PlayedPrinter printer;
         const ReceiptRun run = runReceipt(kiosk(printer.address(), {"--json"}));
         const QJsonObject json = jsonOf(run);
-        QCOMPARE(json.keys(),
-                 (QStringList{"block", "line", "model", "mostBytes", "notes", "outcome", "pieces",
-                              "printer", "reason", "sentBytes", "status", "text", "totalBytes"}));
+        QCOMPARE(json.keys(), (QStringList{"block", "line", "model", "mostBytes", "notes",
+                                           "outcome", "pieces", "printer", "reason", "sentBytes",
+                                           "sourceLine", "status", "text", "totalBytes"}));
         QCOMPARE(json.value("printer").toString(), printer.address());
         QCOMPARE(json.value("outcome").toString(), QString("processed"));
         QCOMPARE(json.value("reason").toString(), QString("none"));

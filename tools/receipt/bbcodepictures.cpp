@@ -1,10 +1,12 @@
 #include "bbcodepictures.h"
 
 #include <QDir>
+#include <QHash>
 #include <QImageReader>
 #include <QStringList>
 #include <memory>
 
+#include "bbcode.h"
 #include "bbcpp/bbdocument.h"
 #include "printerdocs/bbcodeparser.h"
 
@@ -42,6 +44,19 @@ QStringList pictureNames(const QString &text)
     return names;
 }
 
+/// The first line that names a picture, by its name.
+QHash<QString, int> linesOfNames(const QString &text)
+{
+    const templatelint::BbCode code(text.split(QLatin1Char('\n')), {});
+    QHash<QString, int> lines;
+    for (const templatelint::BbEvent &event : code.events()) {
+        const QString name = event.parameters.value(QStringLiteral("name"));
+        if (event.name == QLatin1String("img") && !name.isEmpty() && !lines.contains(name))
+            lines.insert(name, code.source().place(code.offsetOf(event)).line);
+    }
+    return lines;
+}
+
 /// The library's own reading of a picture says whether it can be printed.
 bool isPrinted(const QString &name, const QString &folder)
 {
@@ -70,8 +85,11 @@ QVector<BbCodePicture> picturesOf(const QString &text, const QString &folder)
 {
     QVector<BbCodePicture> pictures;
     const QStringList names = pictureNames(text);
-    for (const QString &name : names)
+    const QHash<QString, int> lines = names.isEmpty() ? QHash<QString, int>() : linesOfNames(text);
+    for (const QString &name : names) {
         pictures.append(pictureOf(name, folder));
+        pictures.last().line = lines.value(name);
+    }
     return pictures;
 }
 

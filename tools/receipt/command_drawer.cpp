@@ -73,8 +73,13 @@ int runDrawer(const QStringList &arguments)
             QStringLiteral("%1 has no drawer at pin %2").arg(printer->profile.modelId()).arg(*pin));
         return tool::BadInput;
     }
-    const tool::JobOrder order{pulse, printer->profile, printer->address,
-                               tool::jobOptionsOf(parser), false};
+    const tool::JobOrder order{pulse,
+                               printer->profile,
+                               printer->address,
+                               tool::jobOptionsOf(parser),
+                               false,
+                               {},
+                               tool::textsOf(pulse.notes, {})};
     const Interrupt interrupt(Interrupt::OfPeople);
     tool::JobRunner runner(order, interrupt);
     return tool::reportJob(order, runner.run(), QStringLiteral("the drawer at pin %1").arg(*pin),

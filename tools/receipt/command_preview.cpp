@@ -184,11 +184,11 @@ bool setOutput(const QCommandLineParser &parser, const Options &options, Request
 class Warnings
 {
 public:
-    void add(const QString &model, const QVector<PrintNote> &notes, const tool::LineOfBlock &lineOf)
+    void add(const QString &model, const QVector<PrintNote> &notes, const tool::Places &places)
     {
         m_models.append(model);
         for (const PrintNote &note : notes) {
-            const QString warning = tool::withLine(lineOf, note.toString());
+            const QString warning = places.inMessage(note.toString());
             const auto known = m_indices.constFind(warning);
             if (known == m_indices.constEnd()) {
                 m_indices.insert(warning, m_rows.size());
@@ -239,8 +239,8 @@ std::optional<Layout> layOut(const Request &request, const tool::PreviewedReceip
     const TextPrinterDocument document = receipt.documentFor(printer.target);
     PrintLayout print = PrintLayout::of(document, printer.target, printer.options, codes);
     tool::frameSections(receipt.sections, print);
-    warnings.add(printer.id(), tool::notesOf(print, document) + boxNotesOf(print), receipt.lineOf);
-    QString error = tool::withLine(receipt.lineOf, print.error);
+    warnings.add(printer.id(), tool::notesOf(print, document) + boxNotesOf(print), receipt.places);
+    QString error = receipt.places.inMessage(print.error);
     if (error.isEmpty()) {
         Layout layout(print, document.prevTicketAction(), document.currentTicketAction());
         if (!layout.tooLong())

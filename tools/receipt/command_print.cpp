@@ -54,10 +54,11 @@ processed, which is all read, without an error behind that; or sent. With
 --queue or --later nothing is printed now: standard output tells the job's
 number in that folder, and exit status 0 says that it is safe there.
 
-Standard error tells what isn't printed as the document asks for, by the
-template's line (of BBCode and of saved documents by the block); with --strict
-that is an error, and nothing is written. It tells, too, which lines are too
-long for the paper. The terminal that shows it never gets the bytes.
+Standard error tells what isn't printed as the document asks for, by the line of
+the template or of the text (of a saved document by the printed line, before
+long lines are wrapped); with --strict that is an error, and nothing is written.
+It tells, too, which lines are too long for the paper. The terminal that shows
+it never gets the bytes.
 
 Exit status: 0 printed, processed, or sent to a printer that can't tell more;
 3 sent, but the confirmation that was expected didn't come, or Ctrl+C came
@@ -134,7 +135,7 @@ struct Request
     bool isStrict = false;
     bool isDryRun = false;
     bool isRepeat = false;
-    tool::LineOfBlock lineOf;  ///< of the receipt
+    tool::Places places;  ///< of the receipt
     bool asJson = false;
 };
 
@@ -268,12 +269,11 @@ QVector<PrintNote> notesOf(const PrintLayout &layout, const TextPrinterDocument 
     return tool::notesOf(layout, document) + encoded.notes.mid(layout.notes.size());
 }
 
-void tellNotes(const Request &request, const EncodedDocument &encoded,
-               const QVector<PrintNote> &notes, const tool::LineOfBlock &lineOf)
+void tellNotes(const Request &request, const EncodedDocument &encoded, const QStringList &notes)
 {
     const QString &file = request.source.files.constFirst();
-    for (const PrintNote &note : notes)
-        tool::complain(QStringLiteral("%1: %2").arg(file, tool::withLine(lineOf, note.toString())));
+    for (const QString &note : notes)
+        tool::complain(QStringLiteral("%1: %2").arg(file, note));
     // A job takes the ticket back by itself.
     const bool isJob = request.destination.isPrinter() && !request.isDryRun;
     if (!encoded.retraction.isEmpty() && !isJob)
@@ -293,10 +293,19 @@ QString timedText(const Request &request, const EncodedDocument &encoded)
         .arg(request.baud);
 }
 
-tool::PreparedReceipt preparedFor(const PrinterAddress &printer, const PrintTarget &target,
-                                  const Request &request, const EncodedDocument &encoded)
+/// What goes to one printer, and what is told of it.
+struct Encoded
 {
-    return {{encoded, target.profile(), printer, request.job, true, request.lineOf}, target};
+    EncodedDocument document;
+    QStringList notes;
+};
+
+tool::PreparedReceipt preparedFor(const PrinterAddress &printer, const PrintTarget &target,
+                                  const Request &request, const Encoded &encoded)
+{
+    return {{encoded.document, target.profile(), printer, request.job, true, request.places,
+             encoded.notes},
+            target};
 }
 
 PrintQueueRequest queued(const Request &request, const EncodedDocument &encoded)
@@ -312,14 +321,14 @@ PrintQueueRequest queued(const Request &request, const EncodedDocument &encoded)
     return kept;
 }
 
-int deliver(const Request &request, const EncodedDocument &encoded, const EncodedDocument &spare)
+int deliver(const Request &request, const Encoded &encoded, const Encoded &spare)
 {
     if (request.isDryRun) {
-        tool::print(timedText(request, encoded));
+        tool::print(timedText(request, encoded.document));
         return tool::Success;
     }
     if (request.queue)
-        return tool::deliver(*request.queue, queued(request, encoded));
+        return tool::deliver(*request.queue, queued(request, encoded.document));
     if (request.destination.isPrinter()) {
         tool::PrinterDelivery delivery{
             preparedFor(request.destination.printer(), *request.target, request, encoded),
@@ -329,11 +338,11 @@ int deliver(const Request &request, const EncodedDocument &encoded, const Encode
                 *request.spare, request.spareTarget.value_or(*request.target), request, spare);
         return tool::deliver(delivery);
     }
-    if (!request.destination.take(encoded.bytes))
+    if (!request.destination.take(encoded.document.bytes))
         return tool::BadInput;
     if (request.destination.isFile())
         tool::print(QStringLiteral("%1: %2").arg(request.destination.fileName(),
-                                                 timedText(request, encoded)));
+                                                 timedText(request, encoded.document)));
     return tool::Success;
 }
 
@@ -349,30 +358,28 @@ bool keepsSources(const Request &request, const tool::PreviewedReceipt &receipt)
 
 /// The bytes for one printer, and what is to be said of them. Nothing if they can't be made, or not
 /// as faithfully as they have to be.
-std::optional<EncodedDocument> encodedFor(const PrintTarget &target, const PrintOptions &options,
-                                          const Request &request,
-                                          const tool::PreviewedReceipt &receipt)
+std::optional<Encoded> encodedFor(const PrintTarget &target, const PrintOptions &options,
+                                  const Request &request, const tool::PreviewedReceipt &receipt)
 {
     static const printerslib::drivers::SymbologyDrawer codes;
     const TextPrinterDocument document = receipt.documentFor(target);
     const PrintLayout layout = PrintLayout::of(document, target, options, codes);
     EncodedDocument encoded = DocumentEncoder(target, options).encode(document, layout);
-    const QVector<PrintNote> notes = notesOf(layout, document, encoded);
     if (request.isRepeat)
         encoded = printerslib::drivers::withLineInFront(encoded, target,
                                                         printerslib::drivers::repeatMark());
+    const QStringList notes = tool::textsOf(notesOf(layout, document, encoded), receipt.places);
     const QString &file = request.source.files.constFirst();
     if (!encoded.error.isEmpty()) {
-        tool::complain(
-            QStringLiteral("%1: %2").arg(file, tool::withLine(receipt.lineOf, encoded.error)));
+        tool::complain(QStringLiteral("%1: %2").arg(file, receipt.places.inMessage(encoded.error)));
         return std::nullopt;
     }
-    tellNotes(request, encoded, notes, receipt.lineOf);
+    tellNotes(request, encoded, notes);
     if (request.isStrict && (!encoded.isFaithful() || !receipt.isWhole)) {
         tool::complain(QStringLiteral("%1: not printed, as that isn't all of it").arg(file));
         return std::nullopt;
     }
-    return encoded;
+    return Encoded{encoded, notes};
 }
 
 int print(Request request)
@@ -380,7 +387,7 @@ int print(Request request)
     const auto receipt = request.source.read();
     if (!receipt || !keepsSources(request, *receipt))
         return tool::BadInput;
-    request.lineOf = receipt->lineOf;
+    request.places = receipt->places;
     const auto encoded = encodedFor(*request.target, request.options, request, *receipt);
     if (!encoded)
         return tool::BadInput;

@@ -14,7 +14,6 @@ namespace {
 using printerslib::drivers::Confirmation;
 using printerslib::drivers::PrintJobOptions;
 using printerslib::drivers::PrintJobResult;
-using printerslib::drivers::PrintNote;
 using Outcome = PrintJobResult::Outcome;
 using Reason = PrintJobResult::Reason;
 
@@ -92,8 +91,8 @@ QString partText(const JobOrder &order, const PrintJobResult &result)
     if (result.mostBytes > result.sentBytes)
         text += QStringLiteral(", at most %1").arg(result.mostBytes);
     if (result.block > 0)
-        text += QStringLiteral("; the first that didn't stands in %1")
-                    .arg(placeText(order.lineOf, result.block, result.line));
+        text += QStringLiteral("; the first that didn't stands %1")
+                    .arg(order.places.standingOf(result.block, result.line));
     return text;
 }
 
@@ -165,9 +164,6 @@ QString outcomeWords(Outcome outcome)
 
 QJsonObject resultJson(const JobOrder &order, const PrintJobResult &result)
 {
-    QJsonArray notes;
-    for (const PrintNote &note : order.document.notes)
-        notes.append(note.toString());
     return {
         {QStringLiteral("printer"), order.address.toString()},
         {QStringLiteral("model"), order.profile.modelId()},
@@ -179,8 +175,9 @@ QJsonObject resultJson(const JobOrder &order, const PrintJobResult &result)
         {QStringLiteral("totalBytes"), result.totalBytes},
         {QStringLiteral("block"), result.block},
         {QStringLiteral("line"), result.line},
+        {QStringLiteral("sourceLine"), order.places.lineOf(result.block, result.line)},
         {QStringLiteral("pieces"), order.document.pieces},
-        {QStringLiteral("notes"), notes},
+        {QStringLiteral("notes"), QJsonArray::fromStringList(order.notes)},
         {QStringLiteral("status"), statusJson(result.status)},
     };
 }

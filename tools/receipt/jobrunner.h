@@ -20,7 +20,8 @@ struct JobOrder
     printerslib::drivers::PrinterAddress address;
     printerslib::drivers::PrintJobOptions options;
     bool isOnPaper = true;  ///< or a command that leaves nothing there
-    LineOfBlock lineOf{};   ///< for messages; may be null
+    Places places{};        ///< for messages
+    QStringList notes{};    ///< what isn't printed as asked, as it is told
 };
 
 /// Prints one document. Tells on standard error what happens meanwhile: whose turn it is, what is

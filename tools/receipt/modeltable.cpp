@@ -11,9 +11,10 @@
 #include "filling.h"
 #include "linewidth.h"
 #include "lintpaper.h"
+#include "places.h"
+#include "printedlines.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/printerdocumentformatter.h"
-#include "printnotes.h"
 #include "printoptions.h"
 #include "support.h"
 
@@ -39,6 +40,16 @@ public:
         if (m_isBbCode) {
             m_text = templatelint::BbCode(lines, options).text().characters;
             m_text.remove(templatelint::valueSign());
+            const QStringList filled = m_text.split(QLatin1Char('\n'));
+            // A value of several lines is a rarity that only the paper's lines are told of.
+            const TextPrinterDocument document = bbDocument(mostBbSymbols);
+            m_places = filled.size() == lines.size()
+                           ? Places(document,
+                                    [filled, document] {
+                                        return templatelint::printedLinesOfBbCode(
+                                            filled, document.blocks());
+                                    })
+                           : Places(document);
             return;
         }
         const TemplateAndDocument source{lines.join(QLatin1Char('\n')),
@@ -46,28 +57,32 @@ public:
         PrinterDocumentFormatter formatter(0, nullptr);
         formatter.setTemplate(source.text);
         m_document = formatter.toTextPrinterDocument(source.document);
-        m_lineOf = linesOfBlocks(m_document, [source] { return printedLinesOf(source); });
+        m_places = Places(m_document, [source] { return printedLinesOf(source); });
     }
 
     TextPrinterDocument documentFor(const PrintTarget &target) const
     {
         if (!m_isBbCode)
             return m_document;
+        return bbDocument(std::min(target.symbolsPerLine(), mostBbSymbols));
+    }
+    const Places &places() const { return m_places; }
+
+private:
+    TextPrinterDocument bbDocument(int symbols) const
+    {
         BbCodeParser parser(nullptr);
-        const int symbols = std::min(target.symbolsPerLine(), mostBbSymbols);
         parser.setSymbolsPerLine(static_cast<unsigned char>(symbols));
         parser.setImagesPath(m_images);
         parser.parseText(m_text);
         return parser.document();
     }
-    const LineOfBlock &lineOf() const { return m_lineOf; }
 
-private:
     bool m_isBbCode;
     QString m_images;
     QString m_text;
     TextPrinterDocument m_document;
-    LineOfBlock m_lineOf;
+    Places m_places;
 };
 
 /// The lines that the checker finds too wide for a paper.
@@ -97,10 +112,10 @@ QStringList smallTextsOf(const QVector<templatelint::Finding> &findings)
 }
 
 /// Each loss once, with the places that it is at.
-QStringList lossesOf(const PrintLayout &layout, const LineOfBlock &lineOf)
+QStringList lossesOf(const PrintLayout &layout, const Places &places)
 {
     QStringList texts;
-    QMap<QString, QStringList> places;
+    QMap<QString, QStringList> placesOfTexts;
     for (const PrintNote &note : layout.notes) {
         if (!note.isLoss)
             continue;
@@ -108,14 +123,14 @@ QStringList lossesOf(const PrintLayout &layout, const LineOfBlock &lineOf)
             texts.append(note.text);
         if (note.block == 0)
             continue;
-        const QString place = placeText(lineOf, note.block, note.line);
-        if (!places[note.text].contains(place))
-            places[note.text].append(place);
+        const QString place = places.textOf(note.block, note.line);
+        if (!placesOfTexts[note.text].contains(place))
+            placesOfTexts[note.text].append(place);
     }
     if (!layout.error.isEmpty())
-        texts.append(withLine(lineOf, layout.error));
+        texts.append(places.inMessage(layout.error));
     for (QString &text : texts) {
-        const QStringList found = places.value(text);
+        const QStringList found = placesOfTexts.value(text);
         if (!found.isEmpty())
             text = QStringLiteral("%1: %2").arg(found.join(QStringLiteral(", ")), text);
     }
@@ -135,7 +150,7 @@ PaperVerdict verdictOn(const ChosenPaper &paper, const QStringList &lines,
     const PrintLayout layout = PrintLayout::of(document, target, {}, codes);
     const auto findings = templatelint::lint(lines, own);
     return {paper.model->id(), target.paper().caption(), target.symbolsPerLine(),
-            wrappedLines(findings), lossesOf(layout, receipt.lineOf()) + smallTextsOf(findings)};
+            wrappedLines(findings), lossesOf(layout, receipt.places()) + smallTextsOf(findings)};
 }
 
 QString lineNumbersOf(const QVector<int> &lines)

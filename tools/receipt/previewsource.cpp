@@ -31,7 +31,18 @@ PreviewedReceipt always(const TextPrinterDocument &document)
 {
     PreviewedReceipt receipt;
     receipt.documentFor = [document](const PrintTarget &) { return document; };
+    receipt.places = Places(document);
     return receipt;
+}
+
+/// @param characters of a line, which rules are as long as
+TextPrinterDocument bbDocumentOf(const QString &text, const QString &imageFolder, int characters)
+{
+    BbCodeParser parser(nullptr);
+    parser.setSymbolsPerLine(static_cast<unsigned char>(characters));
+    parser.setImagesPath(imageFolder);
+    parser.parseText(text);
+    return parser.document();
 }
 
 /// Looks for the file of symbols that a template names, if it does. Complains if it can't be used.
@@ -83,8 +94,8 @@ PreviewSource templateSource(const QString &fileName, const QString &data, const
                      : FiscalReceipt{formatter.toTextPrinterDocument(source->document), {}};
         PreviewedReceipt receipt = always(printed.document);
         receipt.sections = printed.sections;
-        receipt.lineOf = linesOfBlocks(
-            printed.document, [source, isFiscal] { return printedLinesOf(*source, isFiscal); });
+        receipt.places = Places(printed.document,
+                                [source, isFiscal] { return printedLinesOf(*source, isFiscal); });
         findSymbolFile(fileName, source->text, symbolFolder, receipt);
         return receipt;
     };
@@ -100,8 +111,8 @@ PreviewSource plainSource(const QString &fileName, const QTextCodec &codec, int 
         const TextPrinterDocument document =
             formatter.plainTextToTextPrinterDocument(lines->join(QLatin1Char('\n')));
         PreviewedReceipt receipt = always(document);
-        receipt.lineOf =
-            linesOfBlocks(document, [lines] { return templatelint::printedLinesOfText(*lines); });
+        receipt.places =
+            Places(document, [lines] { return templatelint::printedLinesOfText(*lines); });
         return receipt;
     };
 }
@@ -119,16 +130,21 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
             if (picture.fault.isEmpty())
                 continue;
             receipt.isWhole = false;
-            complain(QStringLiteral("%1: %2").arg(fileName, picture.fault));
+            complain(picture.line > 0 ? QStringLiteral("%1: line %2: %3")
+                                            .arg(fileName)
+                                            .arg(picture.line)
+                                            .arg(picture.fault)
+                                      : QStringLiteral("%1: %2").arg(fileName, picture.fault));
         }
         const auto onWhite = std::make_shared<PicturesOnWhite>();
+        const TextPrinterDocument sample = bbDocumentOf(*text, imageFolder, mostBbCodeCharacters);
+        receipt.places = Places(sample, [text = *text, sample] {
+            return templatelint::printedLinesOfBbCode(text.split(QLatin1Char('\n')),
+                                                      sample.blocks());
+        });
         receipt.documentFor = [text = *text, imageFolder, onWhite](const PrintTarget &target) {
-            BbCodeParser parser(nullptr);
-            const int characters = qMin(target.symbolsPerLine(), mostBbCodeCharacters);
-            parser.setSymbolsPerLine(static_cast<unsigned char>(characters));
-            parser.setImagesPath(imageFolder);
-            parser.parseText(text);
-            TextPrinterDocument document = parser.document();
+            TextPrinterDocument document = bbDocumentOf(
+                text, imageFolder, qMin(target.symbolsPerLine(), mostBbCodeCharacters));
             onWhite->putInto(document);
             return document;
         };

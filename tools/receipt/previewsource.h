@@ -9,8 +9,8 @@
 #include <functional>
 #include <optional>
 
+#include "places.h"
 #include "printerdocs/textprinterdocument.h"
-#include "printnotes.h"
 
 class QTextCodec;
 
@@ -22,7 +22,7 @@ struct PreviewedReceipt
     std::function<TextPrinterDocument(const printerslib::drivers::PrintTarget &)> documentFor;
     QStringList companions;         ///< what the files name; see WatchedRun
     bool isWhole = true;            ///< whether all of these could be read
-    LineOfBlock lineOf;             ///< for messages; may be null
+    Places places;                  ///< for messages
     QMap<int, QString> sections{};  ///< of the fiscal printer, by the number of their empty block
 };
 

@@ -85,7 +85,7 @@ QJsonValue timeJson(const QDateTime &time)
 QJsonObject entryJson(const PrintQueueEntry &entry)
 {
     QJsonObject json = resultJson({{}, {}, entry.address, {}}, entry.result);
-    for (const char *key : {"status", "pieces", "notes"})
+    for (const char *key : {"status", "pieces", "notes", "sourceLine"})
         json.remove(QLatin1String(key));
     json.insert(QStringLiteral("model"), entry.modelId);
     json.insert(QStringLiteral("job"), entry.id);

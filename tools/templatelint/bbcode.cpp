@@ -162,6 +162,21 @@ private:
     int m_next = 0;
 };
 
+QString payloadOf(const DocumentBlock &block)
+{
+    return QString::fromUtf8(block.isQrCode() ? block.qrCode() : block.barcode());
+}
+
+/// Whether a tag can be the one of a picture.
+bool isOf(const BbEvent &event, const MonochromeImage &picture)
+{
+    const QString name = event.parameters.value(QStringLiteral("name"));
+    const QString file = picture.fileName().section(QLatin1Char('/'), -1).toLower();
+    const bool hasWildcards = name.contains(QLatin1Char('*')) || name.contains(QLatin1Char('?'));
+    return event.kind == BbEvent::Open && event.name == QLatin1String("img") && !name.isEmpty() &&
+           (hasWildcards || file.startsWith(name));
+}
+
 }  // namespace
 
 QString bbValueSign()
@@ -286,6 +301,31 @@ QVector<Printed> BbCode::lines() const
             line.fonts = block.font().at(i);
             line.text.append(lines.at(i), places.originOf(lines.at(i)));
             result.append(line);
+        }
+    }
+    return result;
+}
+
+QVector<int> BbCode::linesOf(const QList<DocumentBlock> &blocks) const
+{
+    PlaceFinder places(m_text, m_events);
+    const BbEvent *picture = m_events.cbegin();
+    const auto lineOf = [this](int origin) {
+        return origin == Text::nowhere ? 0 : m_source.place(Text::offsetOf(origin)).line;
+    };
+    QVector<int> result;
+    for (const DocumentBlock &block : blocks) {
+        const QStringList texts = block.text();
+        if (block.isText()) {
+            for (const QString &text : texts)
+                result.append(lineOf(places.originOf(text)));
+        } else if (block.isImage()) {
+            picture = std::find_if(picture, m_events.cend(), [&block](const BbEvent &event) {
+                return isOf(event, block.img());
+            });
+            result.append(picture == m_events.cend() ? 0 : lineOf(offsetOf(*picture++)));
+        } else {
+            result.append(lineOf(places.originOf(payloadOf(block))));
         }
     }
     return result;

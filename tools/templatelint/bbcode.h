@@ -5,6 +5,7 @@
 #include <QVector>
 
 #include "markup.h"
+#include "printerdocs/documentblock.h"
 #include "templatelint.h"
 #include "text.h"
 
@@ -49,6 +50,9 @@ public:
     QString partOf(int begin, int end) const;
     /// The lines that are printed, each with a place in the text.
     QVector<Printed> lines() const;
+    /// For each text line and each code of the text's blocks its line in the text, from 1; 0 where
+    /// that can't be told.
+    QVector<int> linesOf(const QList<DocumentBlock> &blocks) const;
     /// What is printed of the words in it, at their own places.
     QVector<Printed> words() const;
 

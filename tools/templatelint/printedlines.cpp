@@ -1,5 +1,6 @@
 #include "printedlines.h"
 
+#include "bbcode.h"
 #include "printerdocs/printerdocumentformatter.h"
 #include "printerdocs/template/fiscaldivision_p.h"
 #include "printerdocs/template/templatetags_p.h"
@@ -94,6 +95,11 @@ QVector<int> printedLinesOfText(const QStringList &lines)
     for (int i = 0; i < lines.size(); ++i)
         printed.addText(lines.at(i), i + 1);
     return printed.take();
+}
+
+QVector<int> printedLinesOfBbCode(const QStringList &lines, const QList<DocumentBlock> &blocks)
+{
+    return BbCode(lines, {}).linesOf(blocks);
 }
 
 }  // namespace templatelint

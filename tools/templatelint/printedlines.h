@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QStringList>
 #include <QVector>
 
+#include "printerdocs/documentblock.h"
 #include "printerdocs/printerdocument.h"
 
 namespace templatelint {
@@ -17,5 +19,9 @@ QVector<int> printedLinesOfPieces(const QStringList &lines, const PrinterDocumen
 
 /// The same for a text without attributes, of which only the line markup is read.
 QVector<int> printedLinesOfText(const QStringList &lines);
+
+/// The same for a text in BBCode, of which these are the blocks. It is found by what is printed, so
+/// that a rule and a line of blanks have none.
+QVector<int> printedLinesOfBbCode(const QStringList &lines, const QList<DocumentBlock> &blocks);
 
 }  // namespace templatelint
