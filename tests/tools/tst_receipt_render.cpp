@@ -43,11 +43,51 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
         const ReceiptRun narrow = runReceipt({"render", receipt, data, "--fiscal", "--width", "9"});
         QVERIFY(narrow.output.startsWith("+-------+\n|FISCAL_|\n+-------+\n"));
-        // Elsewhere a section has no place.
-        const ReceiptRun html = runReceipt({"render", receipt, data, "--fiscal", "--as", "html"});
-        QCOMPARE(html.errors,
-                 QString("receipt: --fiscal needs a template and a document, and --as text\n"));
-        QCOMPARE(html.status, 2);
+        // For printers nothing stands in their place.
+        const ReceiptRun json = runReceipt({"render", receipt, data, "--fiscal", "--as", "json"});
+        QCOMPARE(json.errors,
+                 QString("receipt: --fiscal needs a template and a document, and excludes --as "
+                         "json, in which nothing stands for a section\n"));
+        QCOMPARE(json.status, 2);
+        const ReceiptRun plain = runReceipt({"render", receipt, "--fiscal", "--plain"});
+        QCOMPARE(plain.status, 2);
+    }
+
+    void fiscalSectionsAreFramedInHtml_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::newRow("html") << QStringList{"--as", "html"};
+        QTest::newRow("unescaped html") << QStringList{"--as", "html", "--unescaped"};
+        QTest::newRow("fragment") << QStringList{"--as", "html-fragment"};
+        QTest::newRow("unescaped fragment") << QStringList{"--as", "html-fragment", "--unescaped"};
+    }
+    void fiscalSectionsAreFramedInHtml()
+    {
+        QFETCH(QStringList, options);
+        const WorkFolder folder;
+        const QString data = folder.file("d.json", "{\"attributes\": {\"DOCNO\": 7}}");
+        const auto rendered = [&](const QByteArray &text, bool isFiscal) {
+            const QStringList command{"render", folder.file("a.cpt", text), data};
+            const ReceiptRun run = runReceipt(command + options +
+                                              (isFiscal ? QStringList("--fiscal") : QStringList()));
+            [&run] { QCOMPARE(run.errors, QString()); }();
+            return run.output.split('\n');
+        };
+        const QByteArray text = "<fiscal_header>\nA & B\n<FISCAL_BODY>\nBill <DOCNO>\n";
+        QStringList lines = rendered(text, true);
+        const auto frame = [](const QString &name) {
+            return "<tr><td colspan=\"2\" align = \"center\" style=\"border: 1px solid\"> <font "
+                   "size = 1>" +
+                   name + ": printed by the fiscal printer</font> </td></tr>";
+        };
+        QCOMPARE(lines.value(1), frame("FISCAL_HEADER"));
+        QCOMPARE(lines.value(3), frame("FISCAL_BODY"));
+        // All else is as without the sections.
+        lines.removeAt(3);
+        lines.removeAt(1);
+        QCOMPARE(lines, rendered("A & B\nBill <DOCNO>\n", false));
+        QCOMPARE(rendered("A\n", true), rendered("A\n", false));
+        QCOMPARE(rendered("<FISCAL_QR>", true).size(), 4);
     }
 
     // The four files were checked by hand against the rules of the template language. A change in

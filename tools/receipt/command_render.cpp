@@ -1,6 +1,7 @@
 #include <printerslib/drivers/escapedhtml.h>
 
 #include <QSharedPointer>
+#include <iterator>
 
 #include "cleaning.h"
 #include "commands.h"
@@ -47,37 +48,64 @@ QStringList asText(const Source &source)
                : source.formatter->plainTextToFormattedPlainText(source.plainText, source.width);
 }
 
-QStringList linesOf(const QString &html)
+/// The HTML forms of receipts and of texts without attributes.
+using HtmlOfText = QString (*)(const PrinterDocumentFormatter &formatter, const QString &text);
+
+QStringList html(const Source &source, tool::HtmlOf htmlOf, HtmlOfText htmlOfText)
 {
-    return html.split(QLatin1Char('\n'));
+    if (source.isFiscal)
+        return tool::fiscalHtmlOf({source.templateText, *source.document}, source.margin, htmlOf);
+    const QString form = source.document ? htmlOf(*source.formatter, *source.document)
+                                         : htmlOfText(*source.formatter, source.plainText);
+    return form.split(QLatin1Char('\n'));
 }
 
 QStringList asHtml(const Source &source)
 {
-    return linesOf(
-        source.document
-            ? EscapedHtml::toHtmlDocument(*source.formatter, *source.document, true)
-            : EscapedHtml::plainTextToHtmlDocument(*source.formatter, source.plainText, true));
+    return html(
+        source,
+        [](const PrinterDocumentFormatter &formatter, const PrinterDocument &document) {
+            return EscapedHtml::toHtmlDocument(formatter, document, true);
+        },
+        [](const PrinterDocumentFormatter &formatter, const QString &text) {
+            return EscapedHtml::plainTextToHtmlDocument(formatter, text, true);
+        });
 }
 
 QStringList asUnescapedHtml(const Source &source)
 {
-    return linesOf(source.document
-                       ? source.formatter->toHtmlDocument(*source.document, true)
-                       : source.formatter->plainTextToHtmlDocument(source.plainText, true));
+    return html(
+        source,
+        [](const PrinterDocumentFormatter &formatter, const PrinterDocument &document) {
+            return formatter.toHtmlDocument(document, true);
+        },
+        [](const PrinterDocumentFormatter &formatter, const QString &text) {
+            return formatter.plainTextToHtmlDocument(text, true);
+        });
 }
 
 QStringList asHtmlFragment(const Source &source)
 {
-    return linesOf(source.document
-                       ? EscapedHtml::toHtml(*source.formatter, *source.document, true)
-                       : EscapedHtml::plainTextToHtml(*source.formatter, source.plainText, true));
+    return html(
+        source,
+        [](const PrinterDocumentFormatter &formatter, const PrinterDocument &document) {
+            return EscapedHtml::toHtml(formatter, document, true);
+        },
+        [](const PrinterDocumentFormatter &formatter, const QString &text) {
+            return EscapedHtml::plainTextToHtml(formatter, text, true);
+        });
 }
 
 QStringList asUnescapedHtmlFragment(const Source &source)
 {
-    return linesOf(source.document ? source.formatter->toHtml(*source.document, true)
-                                   : source.formatter->plainTextToHtml(source.plainText, true));
+    return html(
+        source,
+        [](const PrinterDocumentFormatter &formatter, const PrinterDocument &document) {
+            return formatter.toHtml(document, true);
+        },
+        [](const PrinterDocumentFormatter &formatter, const QString &text) {
+            return formatter.plainTextToHtml(text, true);
+        });
 }
 
 QStringList asJson(const Source &source)
@@ -94,6 +122,8 @@ constexpr tool::WrittenForm<Source> forms[] = {
     {"html-fragment", "", asHtmlFragment, asUnescapedHtmlFragment},
     {"json", tool::jsonNote, asJson, nullptr},
 };
+/// The form that is for printers, in which nothing stands for what they print by themselves.
+const auto &printersForm = *std::rbegin(forms);
 
 struct Case
 {
@@ -140,9 +170,12 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
     if (const auto status = tool::parse(parser, QStringLiteral("render"), arguments, 1, 2))
         return status;
     const bool plain = parser.isSet(options.plain);
-    const bool isText = parser.value(tool::formOption(forms)) == QLatin1String(forms[0].name);
-    if (parser.isSet(tool::fiscalOption()) && (plain || !isText)) {
-        tool::complain(QStringLiteral("--fiscal needs a template and a document, and --as text"));
+    const bool isForPrinters =
+        parser.value(tool::formOption(forms)) == QLatin1String(printersForm.name);
+    if (parser.isSet(tool::fiscalOption()) && (plain || isForPrinters)) {
+        tool::complain(
+            QStringLiteral("--fiscal needs a template and a document, and excludes "
+                           "--as json, in which nothing stands for a section"));
         return tool::WrongUsage;
     }
     if (parser.positionalArguments().size() == (plain ? 1 : 2))

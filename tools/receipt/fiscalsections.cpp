@@ -53,6 +53,14 @@ QStringList frameOf(const QString &text, int width)
     return {edge, QLatin1Char('|') + (blanks + shown).leftJustified(room) + QLatin1Char('|'), edge};
 }
 
+QString htmlFrameOf(const QString &section)
+{
+    return QStringLiteral(
+               "<tr><td colspan=\"2\" align = \"center\" style=\"border: 1px solid\"> "
+               "<font size = 1>%1: %2</font> </td></tr>")
+        .arg(section, wordsOfSection());
+}
+
 }  // namespace
 
 QCommandLineOption fiscalOption()
@@ -95,6 +103,25 @@ QStringList fiscalTextOf(const TemplateAndDocument &source, int margin, int widt
                      ? piece.second->toPlainText(source.document, width)
                      : frameOf(nameOfSection(piece.first) + QStringLiteral(": ") + wordsOfSection(),
                                width);
+    return lines;
+}
+
+QStringList fiscalHtmlOf(const TemplateAndDocument &source, int margin, HtmlOf htmlOf)
+{
+    PrinterDocumentFormatter formatter(margin, nullptr);
+    const Pieces pieces = piecesOf(formatter, source.text);
+    // The form's first line is its head, and its last one its tail.
+    const QStringList around = htmlOf(formatter, source.document).split(QLatin1Char('\n'));
+    QStringList lines(around.constFirst());
+    for (const auto &piece : pieces) {
+        if (!piece.second) {
+            lines.append(htmlFrameOf(nameOfSection(piece.first)));
+            continue;
+        }
+        const QStringList rows = htmlOf(*piece.second, source.document).split(QLatin1Char('\n'));
+        lines += rows.mid(1, rows.size() - 2);
+    }
+    lines.append(around.constLast());
     return lines;
 }
 

@@ -10,6 +10,8 @@
 #include "filling.h"
 #include "printerdocs/textprinterdocument.h"
 
+class PrinterDocumentFormatter;
+
 /// Receipts of which the fiscal printer prints some sections by itself.
 namespace tool {
 
@@ -30,6 +32,12 @@ FiscalReceipt fiscalReceiptOf(const TemplateAndDocument &source, int margin);
 /// The same as text, with a frame in the place of each section.
 /// @param width characters per line
 QStringList fiscalTextOf(const TemplateAndDocument &source, int margin, int width);
+
+/// One of the HTML forms of a template's receipt.
+using HtmlOf = QString (*)(const PrinterDocumentFormatter &formatter,
+                           const PrinterDocument &document);
+/// The same in such a form, with a framed row in the place of each section.
+QStringList fiscalHtmlOf(const TemplateAndDocument &source, int margin, HtmlOf htmlOf);
 
 /// Puts a frame in the place of each section's block.
 void frameSections(const QMap<int, QString> &sections, printerslib::drivers::PrintLayout &layout);
