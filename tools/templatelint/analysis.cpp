@@ -63,32 +63,6 @@ QString faultOf(const QString &path, SpecialCharacters &drawings)
                      .arg(path, damage);
 }
 
-/// Tells which places of a line lie in a group; asked from left to right, so that a line of any
-/// length is read once.
-class Groups
-{
-public:
-    explicit Groups(const QString &line)
-        : m_line(line), m_lastClose(line.lastIndexOf(QLatin1Char(']')))
-    {}
-    bool contain(int place)
-    {
-        for (; m_place < place; ++m_place) {
-            if (m_line.at(m_place) == QLatin1Char('['))
-                ++m_opened;
-            else if (m_line.at(m_place) == QLatin1Char(']') && m_opened > 0)
-                --m_opened;
-        }
-        return m_opened > 0 && m_lastClose >= place;
-    }
-
-private:
-    const QString &m_line;
-    int m_lastClose;
-    int m_place = 0;
-    int m_opened = 0;
-};
-
 /// Of an attribute that may well be missing.
 TagVerdict missingInGroup(const TagVerdict &verdict)
 {
@@ -118,10 +92,10 @@ QVector<TagFault> tagFaultsOf(const Piece &piece, TagJudge &judge, Progress &pro
     QVector<TagFault> faults;
     for (const TemplateLine &line : piece.lines) {
         progress.step();
-        Groups groups(line.text.characters);
+        const QVector<bool> inGroups = placesInGroups(line.text.characters);
         for (const AttributeTag &tag : line.tags) {
             const TagVerdict verdict = judge.verdictOf(tag);
-            const bool isInGroup = groups.contain(tag.begin);
+            const bool isInGroup = inGroups.at(tag.begin);
             if (verdict.fault == TagVerdict::None || (verdict.isFineInGroup && isInGroup) ||
                 !piece.isPrinted(line.offsetOf(tag)))
                 continue;

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "expression.h"
+#include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
 #include "text.h"
 
@@ -99,29 +100,6 @@ bool isOneName(const QString &name)
     return !holdsAnyOf(name, QStringLiteral("+-*/%^()<"));
 }
 
-/// For each place of a line whether a group encloses it, as the search for its brackets finds out.
-QVector<bool> placesInGroups(const QString &line)
-{
-    QVector<bool> result(line.size(), false);
-    int open = 0;
-    for (int i = 0; i < line.size(); ++i) {
-        result[i] = open > 0;
-        if (line.at(i) == QLatin1Char('['))
-            ++open;
-        else if (line.at(i) == QLatin1Char(']') && open > 0)
-            --open;
-    }
-    open = 0;
-    for (int i = line.size() - 1; i >= 0; --i) {
-        if (line.at(i) == QLatin1Char(']'))
-            ++open;
-        else if (line.at(i) == QLatin1Char('[') && open > 0)
-            --open;
-        result[i] = result.at(i) && open > 0;
-    }
-    return result;
-}
-
 /// Gathers the attributes of a template, tag by tag.
 class NeedsReader
 {
@@ -131,8 +109,8 @@ public:
     void readLine(int number, const QString &line)
     {
         const QString upper = line.toUpper();
-        m_needs.entries = m_needs.entries || upper.contains(QLatin1String("<ENTRIES>"));
-        m_needs.copyMark = m_needs.copyMark || upper.contains(QLatin1String("<DOCNO>"));
+        m_needs.entries = m_needs.entries || upper.contains(templates::entriesTag);
+        m_needs.copyMark = m_needs.copyMark || upper.contains(templates::copyNumberTag);
         const QVector<bool> inGroups = placesInGroups(line);
         const QVector<AttributeTag> tags = attributeTags(line);
         for (const AttributeTag &tag : tags) {

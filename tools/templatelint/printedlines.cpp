@@ -43,10 +43,6 @@ private:
     QVector<int> m_numbers;
 };
 
-}  // namespace
-
-namespace {
-
 /// What a document prints of lines of a template; nothing where that can't be told.
 QVector<int> printedOf(const QVector<Text> &lines, const Source &source, Values &values)
 {

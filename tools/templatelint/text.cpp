@@ -71,6 +71,28 @@ int Text::firstOffset() const
     return origin == origins.cend() ? nowhere : offsetOf(*origin);
 }
 
+QVector<bool> placesInGroups(const QString &line)
+{
+    QVector<bool> result(line.size(), false);
+    int open = 0;
+    for (int i = 0; i < line.size(); ++i) {
+        result[i] = open > 0;
+        if (line.at(i) == QLatin1Char('['))
+            ++open;
+        else if (line.at(i) == QLatin1Char(']') && open > 0)
+            --open;
+    }
+    open = 0;
+    for (int i = line.size() - 1; i >= 0; --i) {
+        if (line.at(i) == QLatin1Char(']'))
+            ++open;
+        else if (line.at(i) == QLatin1Char('[') && open > 0)
+            --open;
+        result[i] = result.at(i) && open > 0;
+    }
+    return result;
+}
+
 UpperCased::UpperCased(const QString &line) : m_copy(line.toUpper())
 {
     if (m_copy.size() == line.size())

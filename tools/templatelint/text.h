@@ -63,6 +63,9 @@ inline const QString &charactersOf(const Text &line)
     return line.characters;
 }
 
+/// For each place of a line whether a group encloses it, as the search for its brackets finds out.
+QVector<bool> placesInGroups(const QString &line);
+
 /// A line as it is searched for keywords: in upper case, where one letter can become two or three.
 /// Where a keyword stands in the copy, the engine cuts the line itself.
 class UpperCased
