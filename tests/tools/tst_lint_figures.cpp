@@ -92,6 +92,16 @@ private Q_SLOTS:
         valued("a comma", "<CODE>", "'12,50'", "1:1 text-as-number");
         valued("a comma in a format", "<CODE,0.00>x<CODE,0.000>", "'12,50'", "");
         valued("a comma for thousands", "<CODE,0.00>", "'1,234'", "1:1 text-as-number");
+        valued("a comma in a format that rounds", "<CODE,0>x<CODE,0.0>x<CODE,0.00>", "'12,50'", "");
+        valued("a comma and three decimals that can be no thousands", "<CODE,0.00>x<CODE,0>",
+               "'0,505'", "");
+        valued("a comma and three decimals of a larger number", "<CODE,0.00>", "'1234,505'", "");
+        valued("a comma and more decimals", "<CODE,0.00>", "'12,5051'", "");
+        valued("a comma for thousands of a negative number", "<CODE,0>", "'-12,505'",
+               "1:1 text-as-number");
+        valued("a comma and a sign that is lost", "<CODE,0.0>", "'-0,75'", "1:1 lost-sign");
+        valued("a comma and more than 32 bits", "<CODE,0.0>", "'3000000000,25'",
+               "1:1 changed-figure");
         valued("several commas", "<CODE>", "'1,2,3'", "");
         valued("kept as it stands", "<CODE>", "'12E4<:>'", "");
         valued("in an expression", "<CODE*1,000000.>", "'007723'", "");
@@ -144,6 +154,8 @@ private Q_SLOTS:
         valued("in a part and on a line that are removed", "<X:><CODE><:X>a\n<X><CODE>",
                "'Cola [0.5 l]'", "");
         valued("what is less than something", "a <CODE>", "'3 < 5'", "");
+        valued("what is less than something, on two lines", "a <CODE>", "'3 < 5\\nmore'", "");
+        valued("brackets on two lines", "a <CODE>", "'Cola\\n[0.5 l]'", "1:3 markup-in-value");
         valued("what is less and more than something, and so a tag", "a <CODE>",
                "'3 < 5 and 7 > 6'", "1:3 markup-in-value");
         valued("what opens no tag", "a <CODE>", "'a > b <'", "");
@@ -183,6 +195,16 @@ private Q_SLOTS:
         row("all of them", "Sale <B>!=2.00\\tCola [0.5 l]=1.00\\tA=B=3.00",
             {tag, brackets, equals});
         row("what a program writes", "<B>Total=5.00\\t<B:>a<:B>=1.00\\t<SHOP>=2", {});
+        row("the tag of the column, which the engine makes of the equals sign", "Milk<S>1.20", {});
+        row("two tags of columns", "Milk<S>3<S>1.20",
+            {"the entry is given as \"Milk<S>3<S>1.20\" and prints \"Milk<S>3<S>1.20\": \"<S>\" "
+             "acts as in a template; \"--clean tags\" makes a blank of the \"<\""});
+        row("an equals sign and the tag of a column", "Milk=3<S>1.20",
+            {"the entry is given as \"Milk=3<S>1.20\" and prints \"Milk<S>3<S>1.20\": \"<S>\" "
+             "acts as in a template; \"--clean tags\" makes a blank of the \"<\""});
+        row("a group and the tag of a column", "Milk [1 l]<S>1.20",
+            {"the entry is given as \"Milk [1 l]<S>1.20\" and prints \"Milk 1 l<S>1.20\": \"<S>\" "
+             "acts as in a template; \"--clean tags\" makes a blank of the \"<\""});
         row("less than", "1 < 2", {});
         row("less than, and the tag of the column ends it", "1 < 2=yes",
             {"the entry is given as \"1 < 2=yes\" and prints \"1 yes\": \"< 2=yes\" acts as in a "
@@ -529,6 +551,9 @@ private Q_SLOTS:
         row("with its letters the wrong way round", "[<DISCUONT>]",
             "1:2: note: the document has no attribute \"DISCUONT\": with it the group goes; did "
             "you mean \"DISCOUNT\"? [unknown-attribute]");
+        row("in the outer of two groups", "[a [b] <VOUCHER> c]",
+            "1:8: note: the document has no attribute \"VOUCHER\": with it the group goes "
+            "[unknown-attribute]");
         row("outside", "[x] <VOUCHER>",
             "1:5: error: the document has no attribute \"VOUCHER\" [unknown-attribute]");
         row("with another's value in it, which prints", "[<PRICE10*2>]",
@@ -544,6 +569,23 @@ private Q_SLOTS:
             json("{'attributes': {'QTY1': 2, 'PRICE1': '1.50', 'DISCOUNT': 1, 'QTY2': 1}}"));
         QCOMPARE(run.output, "t.cpt:" + finding + '\n');
         QCOMPARE(run.status, finding.contains(": error: ") ? 1 : 0);
+    }
+
+    // It goes with no group, and is missed.
+    void missingNextToALonelyBracketIsAnError_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("behind one that opens none") << QByteArray("[a <VOUCHER> [b]");
+        QTest::newRow("in front of one that closes none") << QByteArray("[b] <VOUCHER> c]");
+    }
+    void missingNextToALonelyBracketIsAnError()
+    {
+        QFETCH(QByteArray, text);
+        const ReceiptRun run = lintrun::lint(text, {}, json("{'attributes': {'QTY': 2}}"));
+        QVERIFY2(run.output.contains(
+                     "error: the document has no attribute \"VOUCHER\" [unknown-attribute]"),
+                 qPrintable(run.output));
+        QCOMPARE(run.status, 1);
     }
 
     // The tag for the entries is one, and the lines that it becomes are many.

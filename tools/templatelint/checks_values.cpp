@@ -88,7 +88,9 @@ QString withTabTags(QString text)
 /// What becomes of a text on its way to the paper, for a message; empty if it prints as it is.
 QString changeOf(const QString &text, const QString &printed)
 {
-    const bool isSame = (printed == text || printed == withoutMeantMarkup(text)) &&
+    // What is printed is known without the ends of its lines.
+    const QString shown = QString(text).remove(QLatin1Char('\n'));
+    const bool isSame = (printed == shown || printed == withoutMeantMarkup(shown)) &&
                         !text.contains(QLatin1Char('\t'));
     return isSame ? QString()
                   : QStringLiteral("\"%1\" and prints \"%2\": ")
@@ -181,7 +183,11 @@ QString faultOfEntry(const QString &entry, const Analysis &analysis)
     if (!mayAct(entry) || fillsTags(entry, *analysis.values()))
         return QString();
     QString columns = entry;
-    columns.replace(QLatin1Char('='), QLatin1Char('\t'));
+    const int tabTag = columns.indexOf(templates::tabTag);
+    if (columns.contains(QLatin1Char('=')))
+        columns.replace(QLatin1Char('='), QLatin1Char('\t'));
+    else if (tabTag >= 0)
+        columns.replace(tabTag, templates::tabTag.size(), QLatin1Char('\t'));
     const QString printed = printedEntry(entry, analysis);
     return printed == withoutMeantMarkup(columns)
                ? QString()

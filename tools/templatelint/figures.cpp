@@ -148,10 +148,12 @@ FigureVerdict verdictOfZeros(const PrintedFigure &figure)
 
 FigureVerdict verdictOfComma(const PrintedFigure &figure)
 {
+    static const QRegularExpression thousands(QStringLiteral("^-?[1-9]\\d{0,2},\\d{3}$"));
     bool isNumber = false;
     const double printed = figure.text.toDouble(&isNumber);
     const bool isSame = isNumber && std::abs(printed) == std::abs(figure.value);
-    if (!figure.format.isEmpty() && isSame)
+    const bool isDecimal = isSame || !figure.given.trimmed().contains(thousands);
+    if (!figure.format.isEmpty() && isDecimal)
         return {};
     return figureVerdict(FigureVerdict::ReadAsNumber, figure,
                          QStringLiteral("the comma is read as a decimal point; a format, such as "
