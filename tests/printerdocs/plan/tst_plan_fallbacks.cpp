@@ -184,6 +184,7 @@ void TestPlanFallbacks::linesGoTheirWay_data()
     row("no name", "<NAME><,0.00>", Fallback::NamelessTag);
     row("mark of a value", QString::fromUtf8(marked) + "<NAME>", Fallback::MarkCharacter);
     row("nothing but tags", "<C><LS3>", Fallback::NoText);
+    row("line that takes up too much memory", QString("<NAME> ").repeated(1000), Fallback::Memory);
     row("unknown name", "<NAME><GONE>", Fallback::MissingName);
     row("client's type", "<NAME><MASS>", Fallback::ForeignValue);
     row("unknown name in an expression", "<PRICE*GONE>", Fallback::MissingName);

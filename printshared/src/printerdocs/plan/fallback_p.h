@@ -16,6 +16,7 @@ enum class Fallback : unsigned char {
     NamelessTag,    ///< a tag without a name, whose value is empty
     MarkCharacter,  ///< the line holds a character that stands for a value here
     NoText,         ///< a line of nothing but tags
+    Memory,         ///< the plan would be larger than it may be
     // Known of the document.
     MissingName,       ///< no attribute: an expression or nothing
     ForeignValue,      ///< of a type whose text is a client's code

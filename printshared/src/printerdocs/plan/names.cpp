@@ -114,6 +114,9 @@ void NamedValues::forget()
 {
     m_values.clear();
     m_others.clear();
+    // A document may have any number of them.
+    if (m_others.capacity() > m_values.capacity())
+        std::vector<const QString *>().swap(m_others);
 }
 
 /// A receipt uses nearly all that its document has: both are gone through side by side.

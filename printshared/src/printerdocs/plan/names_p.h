@@ -16,6 +16,12 @@ public:
     /// Takes names up. @return for each its number in that order
     std::vector<int> take(const std::vector<QStringView> &names);
 
+    /// What a name takes up of the memory at most, with its number, which others may note.
+    static std::size_t memoryOf(QStringView name)
+    {
+        return 2 * sizeof(int) + sizeof(QChar) * static_cast<std::size_t>(name.size());
+    }
+
     int count() const { return static_cast<int>(m_ends.size()) - 1; }
     /// A name by its number in their order; valid as long as these names.
     QStringView at(int number) const
@@ -43,6 +49,9 @@ public:
 
     /// Whether the document's other names are wanted.
     enum class Others { Ignored, Gathered };
+
+    /// What a name takes up of the memory that is kept, at most.
+    static constexpr std::size_t memoryOfAName = sizeof(Value) + sizeof(const QString *);
 
     /// Reads a document's. Refers to the attributes, which must neither change nor go until
     /// forget() is called.

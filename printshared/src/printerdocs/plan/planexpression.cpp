@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "printerdocs/expression/expressionfunctions_p.h"
+#include "printerdocs/plan/planmemory_p.h"
 #include "printerdocs/template/numbertext_p.h"
 
 namespace templates {
@@ -140,6 +142,21 @@ CompiledExpression::CompiledExpression(const QByteArray &text, int operands)
     m_tree.reset(te_compile(text.constData(), variables.data(), operands, &error));
 }
 
+std::size_t CompiledExpression::memory() const
+{
+    std::size_t size = heapSize(sizeof(*this)) + heapSize(m_values);
+    std::vector<const te_expr *> open{m_tree.get()};
+    while (!open.empty()) {
+        const te_expr *const node = open.back();
+        open.pop_back();
+        const int arguments = expression::arityOf(node->type);
+        size += heapSize(sizeof(*node) + sizeof(void *) * static_cast<std::size_t>(arguments));
+        for (int number = 0; number < arguments; ++number)
+            open.push_back(static_cast<const te_expr *>(node->parameters[number]));
+    }
+    return size;
+}
+
 NamesInExpressions::NamesInExpressions(const TemplateNames &names, const std::vector<int> &noted,
                                        const NamedValues &values)
 {
@@ -159,6 +176,7 @@ std::vector<int> NamesInExpressions::notedNames(const TemplateNames &names)
         if (text.isEmpty() || !isRegular(text) || isLowerCase(text[0]))
             noted.push_back(name);
     }
+    noted.shrink_to_fit();
     return noted;
 }
 

@@ -35,6 +35,8 @@ public:
         m_values[static_cast<std::size_t>(number)] = value;
     }
     double value() const { return te_eval(m_tree.get()); }
+    /// What it takes up of the memory.
+    std::size_t memory() const;
 
 private:
     std::vector<double> m_values;

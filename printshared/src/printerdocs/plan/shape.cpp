@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "printerdocs/document/linepadding_p.h"
+#include "printerdocs/plan/planmemory_p.h"
 #include "printerdocs/template/attributetag_p.h"
 #include "printerdocs/template/linemarkup_p.h"
 #include "printerdocs/template/printedline_p.h"
@@ -139,6 +140,15 @@ bool Shape::hasExpressions() const
                        [](const Tag &tag) { return !tag.expression.isEmpty(); });
 }
 
+std::size_t Shape::memory() const
+{
+    std::size_t size = heapSize(sizeof(*this)) + heapSize(m_text) + heapSize(m_steps) +
+                       heapSize(m_tags) + heapSize(m_groups) + m_memoryOfExpressions;
+    for (const Tag &tag : m_tags)
+        size += heapSize(tag.format) + heapSize(tag.expression);
+    return size;
+}
+
 void Shape::takeTags(const LineParts &parts)
 {
     m_tags.reserve(parts.tags().size());
@@ -146,13 +156,22 @@ void Shape::takeTags(const LineParts &parts)
         Tag tag(read.format.toString());
         tag.firstName = read.firstName;
         tag.operands = read.operands;
-        const QString expression = parts.expressionOf(read);
-        if (!expression.isEmpty() &&
-            CompiledExpression(expression.toLatin1(), read.operands).isValid())
-            tag.expression = expression.toLatin1();
-        tag.hasWords = hasFunctions(expression);
+        takeExpression(tag, parts.expressionOf(read));
         m_tags.push_back(tag);
     }
+}
+
+void Shape::takeExpression(Tag &tag, const QString &expression)
+{
+    if (expression.isEmpty())
+        return;
+    const QByteArray text = expression.toLatin1();
+    const CompiledExpression compiled(text, tag.operands);
+    if (!compiled.isValid())
+        return;
+    tag.expression = text;
+    tag.hasWords = hasFunctions(expression);
+    m_memoryOfExpressions += compiled.memory();
 }
 
 void Shape::readKinds(const QString &line)

@@ -115,6 +115,8 @@ public:
     const std::vector<Group> &groups() const { return m_groups; }
     const LineLook &look() const { return m_look; }
     bool hasExpressions() const;
+    /// What it takes up of the memory, together with its expressions once they are compiled.
+    std::size_t memory() const;
     /// Whether formats or fonts begin or end within the line; then a value may not be empty.
     bool hasRanges() const { return m_hasRanges; }
 
@@ -123,6 +125,7 @@ private:
     QString markGroups(const LineParts &parts);
     void readMarkup(const QString &line);
     void takeTags(const LineParts &parts);
+    void takeExpression(Tag &tag, const QString &expression);
     void takeLook(const QString &line, const PrintedLine &printed, const CarriedStyle &carried);
     void takeSteps(const QString &line, const QString &printed);
     void numberSteps();
@@ -134,6 +137,7 @@ private:
     std::vector<Tag> m_tags;
     std::vector<Group> m_groups;
     LineLook m_look;
+    std::size_t m_memoryOfExpressions = 0;
     bool m_hasRanges = false;
 };
 

@@ -4,6 +4,7 @@
 #include <QMutex>
 #include <algorithm>
 
+#include "printerdocs/plan/planmemory_p.h"
 #include "printerdocs/template/keyword_p.h"
 #include "printerdocs/template/removal_p.h"
 #include "printerdocs/template/symbolsline_p.h"
@@ -64,7 +65,12 @@ uint hashOf(const QStringList &lines)
 class TemplatePlan::Builder
 {
 public:
-    explicit Builder(TemplatePlan &plan) : m_plan(plan) {}
+    Builder(TemplatePlan &plan, int lines) : m_plan(plan), m_memory(lines)
+    {
+        // What each line takes up by itself, and a plan without any.
+        m_memory.take((sizeof(Line) + sizeof(QString)) * static_cast<std::size_t>(lines) +
+                      ofAnEmptyPlan);
+    }
 
     void add(const QString &text)
     {
@@ -87,8 +93,12 @@ public:
     const std::vector<QStringView> &names() const { return m_names; }
 
 private:
+    static constexpr std::size_t ofAnEmptyPlan = 1024;
+
     struct Known
     {
+        bool isRead = false;
+        Fallback fallback = Fallback::None;
         const Shape *shape = nullptr;
         int firstExpression = 0;
     };
@@ -100,20 +110,54 @@ private:
         if (line.fallback != Fallback::None)
             return;
         Known &known = knownOf(m_parts.key());
-        if (known.shape == nullptr) {
-            m_plan.m_shapes.push_back(std::make_unique<const Shape>(m_parts));
-            known = {m_plan.m_shapes.back().get(), static_cast<int>(m_plan.m_tagCount)};
-            m_plan.m_tagCount += known.shape->tags().size();
-            m_plan.m_hasExpressions = m_plan.m_hasExpressions || known.shape->hasExpressions();
-        }
-        line.shape = known.shape;
-        line.firstExpression = known.firstExpression;
-        line.fallback = known.shape->fallback();
+        if (!known.isRead)
+            known = readShape();
+        line.fallback = known.fallback;
+        if (line.fallback == Fallback::None && !m_memory.take(memoryOfNames(m_parts.names())))
+            line.fallback = Fallback::Memory;
         if (line.fallback != Fallback::None)
             return;
         line.kind = LineKind::OfShape;
+        line.shape = known.shape;
+        line.firstExpression = known.firstExpression;
         line.firstName = static_cast<int>(m_names.size());
         m_names.insert(m_names.end(), m_parts.names().begin(), m_parts.names().end());
+    }
+
+    /// That of the line at hand.
+    Known readShape()
+    {
+        auto shape = std::make_unique<const Shape>(m_parts);
+        Known known{true, shape->fallback(), shape.get(), static_cast<int>(m_plan.m_tagCount)};
+        if (known.fallback == Fallback::None && !m_memory.take(memoryOf(*shape)))
+            known.fallback = Fallback::Memory;
+        if (known.fallback != Fallback::None)
+            return known;
+        m_plan.m_tagCount += shape->tags().size();
+        m_plan.m_hasExpressions = m_plan.m_hasExpressions || shape->hasExpressions();
+        m_plan.m_shapes.push_back(std::move(shape));
+        return known;
+    }
+
+    /// With its place in the lists of shapes and of expressions.
+    static std::size_t memoryOf(const Shape &shape)
+    {
+        return shape.memory() + sizeof(std::unique_ptr<const Shape>) +
+               shape.tags().size() * sizeof(ExpressionSet::value_type);
+    }
+
+    /// As if no other line had them: it is known in the end which do. A name of several tags is
+    /// mostly near to itself.
+    static std::size_t memoryOfNames(const std::vector<QStringView> &names)
+    {
+        constexpr std::ptrdiff_t near = 8;
+        std::size_t size = sizeof(int) * names.size();
+        for (auto name = names.cbegin(); name != names.cend(); ++name) {
+            const auto first = name - std::min(near, name - names.cbegin());
+            if (std::find(first, name, *name) == name)
+                size += TemplateNames::memoryOf(*name) + NamedValues::memoryOfAName;
+        }
+        return size;
     }
 
     /// The key is copied only if it is a new one: its memory is used again.
@@ -126,14 +170,16 @@ private:
     LineParts m_parts;
     std::vector<QStringView> m_names;
     TemplatePlan &m_plan;
+    PlanMemory m_memory;
     QHash<QString, Known> m_shapes;
 };
 
 TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
 {
     m_lines.reserve(static_cast<std::size_t>(lines.size()));
+    m_texts.reserve(lines.size());
     const int copyNumber = lineOfCopyNumber(lines);
-    Builder builder(*this);
+    Builder builder(*this, lines.size());
     for (int place = 0; place < lines.size(); ++place) {
         if (isSymbolsLine(lines.at(place)) && !holdsEntries(lines.at(place)))
             m_symbolsLines.append(lines.at(place));
@@ -142,6 +188,7 @@ TemplatePlan::TemplatePlan(const QStringList &lines) : m_templateLines(lines)
         if (place == copyNumber)
             m_linesBeforeCopyMark = static_cast<int>(m_lines.size());
     }
+    m_shapes.shrink_to_fit();
     m_lineNames = m_names.take(builder.names());
     if (m_hasExpressions)
         m_notedNames = NamesInExpressions::notedNames(m_names);
