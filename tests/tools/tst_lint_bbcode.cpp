@@ -128,6 +128,75 @@ private Q_SLOTS:
     }
     void crossed() { checkPlaces(); }
 
+    // What the document holds is another's text, and no tag.
+    void markupInValues_data()
+    {
+        addTemplates();
+        const auto valued = [](const char *name, const char *text, const char *value,
+                               const char *places) {
+            lintrun::row(name, QByteArray("[hr /]") + text,
+                         lintrun::json("{'attributes': {'CODE': '") + value +
+                             lintrun::json("', 'SHOP': 'Kiosk', 'EMPTY': ''}}"),
+                         "", places);
+        };
+        valued("a tag that opens", "[b]<CODE>[/b]", "Sale [b]!",
+               "1:7 bbcode-open 1:10 markup-in-value");
+        valued("a tag that closes", "[b]<CODE>[/b]", "Sale [/b]!",
+               "1:10 markup-in-value 1:16 bbcode-open");
+        valued("a line", "<CODE>", "Sale [hr /]!", "1:7 markup-in-value");
+        valued("a line alone", "<CODE>", "[hr /]", "1:7 markup-in-value");
+        valued("a tag that there isn't, which vanishes", "<CODE>", "Gift [card]",
+               "1:7 markup-in-value");
+        valued("tags that there aren't, which vanish", "<CODE>", "[x]Gift[/x]",
+               "1:7 markup-in-value");
+        valued("tags that a program writes", "<CODE>", "[center][b]Open[/b][/center]", "");
+        valued("one that a program writes, and one that it doesn't", "<CODE>", "[b]Open[/b] [i]",
+               "1:7 markup-in-value");
+        valued("two that meet", "<CODE>x<CODE>", "[b]a[/i]",
+               "1:7 markup-in-value 1:14 markup-in-value");
+        valued("brackets that are no tag", "<CODE>", "Cola [0.5 l] ][", "");
+        valued("a tag that prints as it stands", "<CODE>", "Cola [b!", "");
+        valued("the end of a tag of the text", "[field width=<CODE>]x[/field]", "3]5",
+               "1:20 markup-in-value");
+        valued("in a tag", "[field width=<CODE>]x[/field]", "3", "");
+        valued("a tag of a template that there isn't", "<CODE>", "Gift <Special> card",
+               "1:7 markup-in-value");
+        valued("a tag of a value that there is", "<CODE>", "Come to <SHOP>", "");
+        valued("a short tag of a template, which prints", "<CODE>", "Sale <B> 3 < 5", "");
+        valued("a bracket behind letters of two units", "<CODE>", "\xF0\x9F\x99\x82 [b]",
+               "1:7 markup-in-value");
+        valued("an empty one", "<CODE><EMPTY>", "", "");
+        blank("without a document", "[hr /]<CODE>", "");
+    }
+    void markupInValues() { checkPlaces(); }
+
+    void messageOfMarkupInAValue()
+    {
+        const ReceiptRun run = lintrun::lint(
+            "[hr /]<SHOP>", {}, lintrun::json("{'attributes': {'SHOP': 'Sale [b]!'}}"));
+        QCOMPARE(
+            run.output,
+            QString("t.cpt:1:7: error: SHOP is given as \"Sale [b]!\": \"[b]\" acts as a tag of "
+                    "BBCode; \"--clean brackets\" makes \"(\" and \")\" of its brackets "
+                    "[markup-in-value]\n"));
+        QCOMPARE(run.status, 1);
+    }
+
+    // What a message says to do leaves the text as it is given.
+    void cleanedValuesAreFine()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("t.bbcode", "[hr /]<SHOP>");
+        const QString data = folder.file(
+            "data.json", lintrun::json("{'attributes': {'SHOP': 'Sale [b] <Special>!'}}"));
+        const ReceiptRun filled = runReceipt({"fill", text, data, "--clean", "tags,brackets"});
+        QCOMPARE(filled.output, QString("[hr /]Sale (b)  Special>!\n"));
+        QCOMPARE(lintrun::lint("[hr /]<SHOP>", {"--strict"},
+                               lintrun::json("{'attributes': {'SHOP': 'Sale (b)  Special>!'}}"))
+                     .output,
+                 QString());
+    }
+
     void severityOfCrossing()
     {
         QVERIFY(lintrun::lint("[b][i]x[/b][/i]", {}).output.contains(": note: "));

@@ -212,6 +212,11 @@ int BbCode::offsetOf(const BbEvent &event) const
     return Text::offsetOf(m_text.origins.at(event.begin));
 }
 
+bool BbCode::isOfValue(const BbEvent &event) const
+{
+    return m_options.document && !Text::isTemplate(m_text.origins.at(event.begin));
+}
+
 QString BbCode::partOf(int begin, int end) const
 {
     return m_text.characters.mid(begin, end - begin);

@@ -47,6 +47,8 @@ public:
     const QVector<int> &lonely() const { return m_lonely; }
 
     int offsetOf(const BbEvent &event) const;
+    /// Whether it begins in a value of the document.
+    bool isOfValue(const BbEvent &event) const;
     QString partOf(int begin, int end) const;
     /// The lines that are printed, each with a place in the text.
     QVector<Printed> lines() const;

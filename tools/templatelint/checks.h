@@ -54,6 +54,7 @@ void checkCodes(const Analysis &analysis, Report &report);
 void checkBbTagsInTemplate(const Analysis &analysis, Report &report);
 
 // The same for texts in BBCode.
+void checkBbMarkupInValues(const BbCode &text, Report &report);
 void checkBbNames(const BbCode &text, Report &report);
 void checkBbMalformed(const BbCode &text, Report &report);
 void checkBbLonely(const BbCode &text, Report &report);

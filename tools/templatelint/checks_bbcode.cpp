@@ -198,6 +198,105 @@ void checkBbCode(const BbCode &text, const BbPair &pair, Report &report)
         report.add(text.offsetOf(event), message);
 }
 
+bool isTag(const BbEvent &event)
+{
+    return event.kind == BbEvent::Open || event.kind == BbEvent::Close;
+}
+
+/// The values of a BBCode text that act as tags of its own, or of templates.
+class BbValueCheck
+{
+public:
+    BbValueCheck(const BbCode &text, Report &report)
+        : m_text(text), m_report(report), m_values(*text.options().document)
+    {
+        const QVector<Text> lines = text.source().lines();
+        for (const Text &line : lines) {
+            const QVector<AttributeTag> tags = attributeTags(line.characters);
+            for (const AttributeTag &tag : tags)
+                m_tags.insert(line.origins.at(tag.begin), tag);
+        }
+    }
+
+    void run()
+    {
+        findMeantTags();
+        const QVector<BbEvent> &events = m_text.events();
+        for (int i = 0; i < events.size(); ++i) {
+            if (isTag(events.at(i)) && !m_meant.contains(i))
+                checkTag(events.at(i));
+        }
+        checkFilledTags();
+    }
+
+private:
+    /// Tags that a value both opens and closes, which a program writes.
+    void findMeantTags()
+    {
+        const QVector<BbEvent> &events = m_text.events();
+        for (const BbPair &pair : m_text.pairs()) {
+            const BbEvent &open = events.at(pair.open);
+            const BbEvent &close = events.at(pair.close);
+            if (open.begin != close.begin && bbTagNames().contains(open.name) &&
+                m_text.isOfValue(open) && m_text.isOfValue(close) &&
+                m_text.offsetOf(open) == m_text.offsetOf(close))
+                m_meant << pair.open << pair.close;
+        }
+    }
+    void checkTag(const BbEvent &event)
+    {
+        const QVector<int> &origins = m_text.text().origins;
+        const int origin = Text::isTemplate(origins.at(event.begin)) ? origins.at(event.end - 1)
+                                                                     : origins.at(event.begin);
+        if (!Text::isTemplate(origin))
+            report(Text::offsetOf(origin), shownTag(m_text, event),
+                   QStringLiteral("acts as a tag of BBCode; \"--clean brackets\" makes \"(\" "
+                                  "and \")\" of its brackets"));
+    }
+    /// Values that hold tags of templates, which are filled or vanish.
+    void checkFilledTags()
+    {
+        QHash<int, QString> printed;
+        const Text &text = m_text.text();
+        for (int i = 0; i < text.size(); ++i) {
+            if (!Text::isTemplate(text.origins.at(i)))
+                printed[Text::offsetOf(text.origins.at(i))] += text.characters.at(i);
+        }
+        for (auto tag = m_tags.cbegin(); tag != m_tags.cend(); ++tag) {
+            const QString given = m_values.ofTag(tag->inner).value_or(QString());
+            const QVector<AttributeTag> inside = attributeTags(given);
+            const bool isMeant =
+                std::all_of(inside.cbegin(), inside.cend(), [this](const AttributeTag &other) {
+                    return m_values.has(other.name) || m_values.evaluates(other.name);
+                });
+            if (!isMeant && printed.contains(tag.key()) && printed.value(tag.key()) != given)
+                report(
+                    tag.key(),
+                    clipped(given.mid(inside.constFirst().begin,
+                                      inside.constFirst().end - inside.constFirst().begin)),
+                    QStringLiteral("acts as in a template; \"--clean tags\" makes a blank of the "
+                                   "\"<\""));
+        }
+    }
+    void report(int offset, const QString &part, const QString &why)
+    {
+        const auto tag = m_tags.constFind(offset);
+        if (tag == m_tags.constEnd() || !m_values.has(tag->name))
+            return;
+        m_report.add(offset,
+                     QStringLiteral("%1 is given as \"%2\": \"%3\" ")
+                             .arg(clipped(tag->name),
+                                  clipped(m_values.ofTag(tag->inner).value_or(QString())), part) +
+                         why);
+    }
+
+    const BbCode &m_text;
+    Report &m_report;
+    Values m_values;
+    QHash<int, AttributeTag> m_tags;  ///< of values, by their offsets
+    QSet<int> m_meant;                ///< events
+};
+
 /// The font that a size above the normal one is.
 int fontOfSize(const QString &size)
 {
@@ -245,12 +344,18 @@ void reportBbTags(const Piece &piece, const TemplateLine &line, Report &report)
 
 }  // namespace
 
+void checkBbMarkupInValues(const BbCode &text, Report &report)
+{
+    if (text.options().document)
+        BbValueCheck(text, report).run();
+}
+
 void checkBbNames(const BbCode &text, Report &report)
 {
     OpenTags open;
     for (const BbEvent &event : text.events()) {
         open.take(event);
-        if (event.kind != BbEvent::Open && event.kind != BbEvent::Close)
+        if (!isTag(event) || text.isOfValue(event))
             continue;
         if (!bbTagNames().contains(event.name))
             report.addEach(text.offsetOf(event),
@@ -269,7 +374,8 @@ void checkBbNames(const BbCode &text, Report &report)
 void checkBbMalformed(const BbCode &text, Report &report)
 {
     for (const BbEvent &event : text.events()) {
-        if (event.kind == BbEvent::Malformed && bbTagNames().contains(event.name))
+        if (event.kind == BbEvent::Malformed && bbTagNames().contains(event.name) &&
+            !text.isOfValue(event))
             report.add(text.offsetOf(event),
                        QStringLiteral("\"%1\" is no tag, and prints as it stands: a tag is "
                                       "[name] or [name key=value], without quotation marks")
@@ -281,7 +387,7 @@ void checkBbLonely(const BbCode &text, Report &report)
 {
     for (const int index : text.lonely()) {
         const BbEvent &event = text.events().at(index);
-        if (!bbTagNames().contains(event.name))
+        if (!bbTagNames().contains(event.name) || text.isOfValue(event))
             continue;
         const bool isLost = event.kind == BbEvent::Open && actsWhenClosed(event.name);
         report.addAs(isLost ? Severity::Error : Severity::Warning, text.offsetOf(event),

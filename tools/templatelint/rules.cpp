@@ -105,13 +105,16 @@ constexpr Rule table[] = {
          "LintRule",
          "Values and entries are read for tags and groups once they are filled in: \"Cola [0.5 "
          "l]\" loses its brackets, \"Gift <X> card\" makes its line blank, \"Sale <B>!\" a line "
-         "bold, a tab and each further \"=\" of an entry a column. Nothing is said of markup that "
-         "a program writes on purpose: tags in front of a text, formats such as \"<B:>\", symbols "
-         "such as \"<#1>\", and tags of values that there are. What others write is cleaned by the "
-         "program, or with --clean where \"receipt\" prints. Needs --data."),
+         "bold, a tab and each further \"=\" of an entry a column. In a text in BBCode \"[b]\" is "
+         "a "
+         "tag, too. Nothing is said of markup that a program writes on purpose: tags in front of a "
+         "text, formats such as \"<B:>\" and \"[b]x[/b]\", symbols such as \"<#1>\", and tags of "
+         "values that there are. What others write is cleaned by the program, or with --clean "
+         "where "
+         "\"receipt\" prints. Needs --data."),
      "Order <DISH>", "Order <DRINK>",
      R"({"attributes": {"DISH": "Soup [hot]", "DRINK": "Tea, hot"}})", noArguments,
-     checkMarkupInValues},
+     checkMarkupInValues, checkBbMarkupInValues},
     {"value-format", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a format that isn't for its kind of value"),
      QT_TRANSLATE_NOOP(
