@@ -71,6 +71,20 @@ private Q_SLOTS:
             "the double quote that ends this text is missing on its line");
         row("backslash", "{\"entries\": \"C:\\x\" 1}", "1:16",
             "a backslash in a text is written \\\\");
+        row("text over two lines, and a comma further on",
+            "{\"entries\": \"tea\nmilk\",\n\"isCopy\": true \"codec\": 1}", "3:15",
+            "a comma is missing in front of \"codec\"");
+        row("text over two lines, and a word further on",
+            "{\"entries\": \"tea\nmilk\",\n\"isCopy\": True}", "3:11", "True is written true");
+        row("text over two lines, and no end", "{\"entries\": \"tea\nmilk\", \"codec\": \"a}",
+            "2:17", "the double quote that ends this text is missing");
+        row("name over two lines", "{\"entries: 1,\n\"isCopy\": true}", "1:2",
+            "the double quote that ends this text is missing on its line");
+        row("backslash, and a comma further on",
+            "{\"entries\": \"C:\\x\",\n\"isCopy\": true \"codec\": 1}", "2:15",
+            "a comma is missing in front of \"codec\"");
+        row("backslash at the end of a text", "{\"entries\": \"C:\\dir\\\"}", "1:16",
+            "a backslash in a text is written \\\\");
         row("end of the object", "{\"attributes\": {\n\"A\": 1\n}\n", "3:2",
             "\"}\" is missing at the end, as line 1 has \"{\"");
         row("end of the inner object", "{\"attributes\":\n{\"A\": 1\n", "2:8",

@@ -84,11 +84,8 @@ private:
         return QString::fromUtf8(m_text.mid(token.start, token.end - token.start));
     }
     void note(int offset, const QString &what);
-    void stop(int offset, const QString &what)
-    {
-        note(offset, what);
-        m_isStopped = true;
-    }
+    void noteInText(int offset, const QString &what);
+    void stop(int offset, const QString &what);
 
     const QByteArray &m_text;
     int m_next = 0;
@@ -99,6 +96,7 @@ private:
     Expected m_expected = Expected::Value;
     std::vector<Container> m_containers;
     std::optional<JsonMistake> m_mistake;
+    std::optional<JsonMistake> m_mistakeInText;  ///< in the text that is the last token
     QVector<JsonMistake> m_repeatedKeys;
 };
 
@@ -136,6 +134,7 @@ void JsonScanner::scanToken()
             QStringLiteral("\"%1\" stands behind the end of the JSON text").arg(shownWord(m_next)));
     if (lacksSeparator(first) || isQuoteOfOthers() || lacksKey(first) || lacksValue(first))
         return;
+    m_mistakeInText.reset();
     m_last.start = m_next;
     if (isOneOf(first, "{}[],:"))
         scanMark(first);
@@ -255,14 +254,16 @@ void JsonScanner::close(char mark)
     m_expected = Expected::CommaOrEnd;
 }
 
-/// A text that goes on behind its line is one whose end is missing.
+/// QJsonDocument takes a text of several lines. The end of one was missing only where what follows
+/// makes no sense, and so it is with backslashes.
 void JsonScanner::scanText()
 {
     m_value.start = m_next++;
     while (m_next < m_text.size() && at(m_next) != '"') {
         if (at(m_next) == '\n')
-            note(m_value.start,
-                 QStringLiteral("the double quote that ends this text is missing on its line"));
+            noteInText(
+                m_value.start,
+                QStringLiteral("the double quote that ends this text is missing on its line"));
         if (at(m_next) == '\\')
             scanEscape();
         ++m_next;
@@ -282,7 +283,7 @@ void JsonScanner::scanEscape()
 {
     const int start = m_next++;
     if (!isOneOf(at(m_next), "\"\\/bfnrtu"))
-        note(start, QStringLiteral("a backslash in a text is written \\\\"));
+        noteInText(start, QStringLiteral("a backslash in a text is written \\\\"));
 }
 
 void JsonScanner::addKey()
@@ -361,6 +362,21 @@ void JsonScanner::note(int offset, const QString &what)
 {
     if (!m_mistake)
         m_mistake = JsonMistake{offset, what};
+}
+
+void JsonScanner::noteInText(int offset, const QString &what)
+{
+    if (!m_mistakeInText)
+        m_mistakeInText = JsonMistake{offset, what};
+}
+
+void JsonScanner::stop(int offset, const QString &what)
+{
+    if (m_mistakeInText)
+        note(m_mistakeInText->offset, m_mistakeInText->what);
+    else
+        note(offset, what);
+    m_isStopped = true;
 }
 
 }  // namespace
