@@ -57,6 +57,12 @@ QStringList galleryTemplates()
     return {"fiscal", "fuel", "pharmacy", "restaurant", "shift", "supermarket"};
 }
 
+/// moc takes no number sign in a raw string.
+QByteArray withReferences(QByteArray schema)
+{
+    return schema.replace('@', '#');
+}
+
 }  // namespace
 
 class TestReceiptData : public QObject
@@ -663,6 +669,288 @@ private Q_SLOTS:
             QCOMPARE(run.errors, complaint.isEmpty() ? complaint : "receipt: " + complaint);
         QVERIFY2(run.errors.contains(complaint), qPrintable(run.errors));
         QCOMPARE(run.status, complaint.isEmpty() ? 0 : 1);
+    }
+
+    /// Such a schema would be followed until the stack is used up, or for ever.
+    void schemaWithoutAnEndIsAnError_data()
+    {
+        QTest::addColumn<QByteArray>("schema");
+        QTest::addColumn<QString>("fault");
+        const auto row = [](const char *name, const QByteArray &schema, const QString &fault) {
+            QTest::newRow(name) << withReferences(schema) << fault;
+        };
+        row("root", R"({"$ref": "@"})", "\"#\" refers to itself");
+        row("root with a slash", R"({"$ref": "@/"})", "\"#\" refers to itself");
+        row("part of the root", R"({"allOf": [{"$ref": "@"}]})", "\"#\" refers to itself");
+        row("condition", R"({"if": {"$ref": "@"}, "then": {}})", "\"#\" refers to itself");
+        row("list by its number", R"({"not": {"anyOf": [{}, {"$ref": "@/not/anyOf/01"}]}})",
+            "\"#/not/anyOf/1\" refers to itself");
+        row("dependency", R"({"dependencies": {"entries": {"$ref": "@"}}})",
+            "\"#\" refers to itself");
+        row("definition",
+            R"({"properties": {"entries": {"$ref": "@/definitions/a~1%62"}},
+                "definitions": {"a/b": {"oneOf": [{"$ref": "@/definitions/a~1b"}]}}})",
+            "\"#/definitions/a~1b\" refers to itself");
+        row("each other",
+            R"({"properties": {"isCopy": {"$ref": "@/definitions/a"}},
+                "definitions": {"a": {"$ref": "@/definitions/b"},
+                                "b": {"$ref": "@/definitions/a"}}})",
+            "\"#/definitions/a\" refers to itself");
+        row("address of its own", R"({"id": "http://x.y/z", "allOf": [{"$ref": "http://x.y/z@"}]})",
+            "\"#\" refers to itself");
+        QByteArray chain = R"({"$ref": "@/definitions/0", "definitions": {)";
+        QByteArray doubling = R"({"$ref": "@/definitions/0", "definitions": {)";
+        for (int i = 0; i < 5000; ++i)
+            chain += QString(R"("%1": {"$ref": "@/definitions/%2"}, )").arg(i).arg(i + 1).toUtf8();
+        for (int i = 0; i < 40; ++i)
+            doubling += QString(R"("%1": {"allOf": [{"$ref": "@/definitions/%2"},
+                                            {"not": {"$ref": "@/definitions/%2"}}]}, )")
+                            .arg(i)
+                            .arg(i + 1)
+                            .toUtf8();
+        row("long chain", chain + R"("5000": {}}})", "its schemas lie or refer more than 500 deep");
+        row("schemas inside of each other",
+            QByteArray(600, 'x').replace("x", R"({"not": )") + "{}" + QByteArray(600, '}'),
+            "its schemas lie or refer more than 500 deep");
+        row("twice as many by each", doubling + R"("40": {}}})",
+            "\"#\" is more than 100000 schemas");
+    }
+    void schemaWithoutAnEndIsAnError()
+    {
+        QFETCH(QByteArray, schema);
+        QFETCH(QString, fault);
+        const WorkFolder folder;
+        const QString file = folder.file("s.json", schema);
+        const QString data = folder.file("d.json", R"({"entries": "a=b", "isCopy": true})");
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(run.errors,
+                 QString("receipt: %1: the schema can't be used: %2\n").arg(file, fault));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+    }
+
+    void schemaThatRefersToItselfFurtherInsideIsUsed()
+    {
+        const WorkFolder folder;
+        const QString file =
+            folder.file("s.json", withReferences(R"({"properties": {"attributes": {"$ref": "@"},
+                                                       "A": {"$ref": "@/definitions/a"}},
+                                         "definitions": {"a": {"type": "string",
+                                                "items": {"$ref": "@/definitions/a"}}}})"));
+        const QString data = folder.file("d.json", R"({"attributes": {"A": 1}})");
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(run.errors, QString("receipt: %1: attributes.A: Value type not permitted by "
+                                     "'type' constraint. (%2)\n")
+                                 .arg(data, file));
+        const QByteArray deep = QByteArray(490, 'x').replace("x", R"({"allOf": [)") + "{}" +
+                                QByteArray(490, 'x').replace("x", "]}");
+        const ReceiptRun deepRun = runReceipt(
+            {"render", "-", data, "--data-schema", folder.file("deep.json", deep)}, "x\n");
+        QCOMPARE(deepRun.errors, QString());
+        QCOMPARE(deepRun.status, 0);
+        QCOMPARE(deepRun.output, QString("x\n"));
+    }
+
+    void patternsAreForTextsOfAnyLength_data()
+    {
+        QTest::addColumn<QString>("schema");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("fits");
+        const auto row = [](const char *name, const char *schema, const QString &text, bool fits) {
+            QTest::newRow(name) << QString(schema) << text << fits;
+        };
+        const QString longText(200000, 'x');
+        row("long text", R"("pattern": "^[ -~]*$")", longText, true);
+        row("long text that doesn't fit", R"("pattern": "^[ -~]*$")", longText + QChar(0xE9),
+            false);
+        row("groups", R"("pattern": "^((a|x)|[ -~])*$")", QString(1000, 'x'), true);
+        row("long text for a date", R"("format": "date")", QString(200000, '1'), false);
+        row("date", R"("format": "date")", "2026-11-22", true);
+        row("no date", R"("format": "date")", "today", false);
+        row("long text of another format", R"("format": "email")", longText, true);
+        row("anywhere", R"("pattern": "b")", "abc", true);
+        row("line feed at the end", R"("pattern": "^[0-9]+$")", "12\\n", false);
+        row("dollar in a class", R"("pattern": "^[$]$")", "$", true);
+        row("escaped dollar", R"("pattern": "^\\$$")", "$", true);
+        row("number of a character", "\"pattern\": \"^\\\\u0416$\"", QString(QChar(0x416)), true);
+        row("letter of two bytes", R"("pattern": "^.$")", QString(QChar(0x416)), true);
+        row("inside of others", R"("anyOf": [{"pattern": "^a"}, {"not": {"pattern": "b"}}])", "cb",
+            false);
+        row("beside others", R"("allOf": [{"maxLength": 3}], "pattern": "^a")", "abcd", false);
+        row("default that looks like one", "\"default\": {\"pattern\": \"((\"}", "a", true);
+    }
+    void patternsAreForTextsOfAnyLength()
+    {
+        QFETCH(QString, schema);
+        QFETCH(QString, text);
+        QFETCH(bool, fits);
+        const WorkFolder folder;
+        const QString file = folder.file(
+            "s.json",
+            QString(R"({"properties": {"attributes": {"properties": {"pattern": {%1}}}}})")
+                .arg(schema)
+                .toUtf8());
+        const QString data = folder.file(
+            "d.json", QString(R"({"attributes": {"pattern": "%1"}})").arg(text).toUtf8());
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(run.status, fits ? 0 : 1);
+        QCOMPARE(run.output, QString(fits ? "x\n" : ""));
+        QCOMPARE(run.errors.contains("d.json: attributes.pattern: "), !fits);
+    }
+
+    /// There is nothing to tell of a pattern but that it fails.
+    void patternIsToldOnce()
+    {
+        const WorkFolder folder;
+        const QString file =
+            folder.file("s.json", R"({"properties": {"entries": {"pattern": "^x"}}})");
+        const QString data = folder.file("d.json", R"({"entries": "a=b"})");
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(run.errors, QString("receipt: %1: entries: Failed to match regex specified by "
+                                     "'pattern' constraint. (%2)\n")
+                                 .arg(data, file));
+    }
+
+    void patternsAreForNamesOfAnyLength_data()
+    {
+        QTest::addColumn<QString>("schema");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("fault");
+        const auto row = [](const char *name, const char *schema, const QString &given,
+                            const QString &fault) {
+            QTest::newRow(name) << QString(schema) << given << fault;
+        };
+        const QString type = "Value type not permitted by 'type' constraint.";
+        const QString longName(200000, 'x');
+        row("long", R"("patternProperties": {"^[ -~]*$": {"type": "number"}})", longName, "");
+        row("long, and another value", R"("patternProperties": {"^[ -~]*$": {"type": "string"}})",
+            longName, type);
+        row("no such name", R"("patternProperties": {"^x": {"type": "string"}})", "y", "");
+        row("named, too",
+            R"("properties": {"x": {"maximum": 5}}, "patternProperties": {"^x": {"minimum": 1}})",
+            "x", "");
+        row("named with another value",
+            R"("properties": {"x": {"minimum": 5}}, "patternProperties": {"^x": {"maximum": 9}})",
+            "x", "Expected number greater than or equal to 5.000000");
+        row("named with a value, and another by its pattern",
+            R"("properties": {"x": {"maximum": 5}}, "patternProperties": {"^x": {"minimum": 2}})",
+            "x", "Expected number greater than or equal to 2.000000");
+        row("two patterns",
+            R"("patternProperties": {"^x": {"maximum": 5}, "y$": {"type": "string"}})", "xy", type);
+        row("others aren't allowed",
+            R"("patternProperties": {"^x": {}}, "additionalProperties": false)", "y",
+            "isn't allowed there");
+        row("others aren't allowed, but this is",
+            R"("patternProperties": {"^x": {}}, "additionalProperties": false)", "x", "");
+        row("others are of another kind",
+            R"("patternProperties": {"^x": {}}, "additionalProperties": {"type": "string"})", "y",
+            type);
+        row("name", R"("propertyNames": {"pattern": "^x"})", "x", "");
+    }
+    void patternsAreForNamesOfAnyLength()
+    {
+        QFETCH(QString, schema);
+        QFETCH(QString, name);
+        QFETCH(QString, fault);
+        const WorkFolder folder;
+        const QString file = folder.file(
+            "s.json", QString(R"({"properties": {"attributes": {%1}}})").arg(schema).toUtf8());
+        const QString data =
+            folder.file("d.json", QString(R"({"attributes": {"%1": 1}})").arg(name).toUtf8());
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(
+            run.errors,
+            fault.isEmpty()
+                ? QString()
+                : QString("receipt: %1: attributes.%2: %3 (%4)\n").arg(data, name, fault, file));
+        QCOMPARE(run.status, fault.isEmpty() ? 0 : 1);
+    }
+
+    void patternsOfNamesAreForSoManyNames()
+    {
+        const WorkFolder folder;
+        QStringList patterns;
+        QStringList names;
+        for (int i = 0; i < 400; ++i) {
+            patterns.append(QString(R"("%1|x": {})").arg(i));
+            names.append(QString(R"("x%1": 1)").arg(i));
+        }
+        const QString file =
+            folder.file("s.json", QString(R"({"properties": {"attributes": {"patternProperties":
+                                              {%1}}}})")
+                                      .arg(patterns.join(", "))
+                                      .toUtf8());
+        const QString data = folder.file(
+            "d.json", QString(R"({"attributes": {%1}})").arg(names.join(", ")).toUtf8());
+        QCOMPARE(runReceipt({"render", "-", data, "--data-schema", file}, "x\n").errors,
+                 QString("receipt: %1: the schema can't be used: its patterns are for more than "
+                         "100000 names\n")
+                     .arg(file));
+    }
+
+    /// What isn't known to fit is never taken as if it did.
+    void patternThatTakesTooMuchIsAnError_data()
+    {
+        QTest::addColumn<QString>("schema");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("text");
+        const QString groups = "^((a|x)|[ -~])*$";
+        const QString ways = "^(x+)+$";
+        const QString longText(2000000, 'x');
+        const QString manyWays = QString(50, 'x') + 'y';
+        QTest::newRow("long text") << R"({"pattern": "%1"})" << groups << longText;
+        QTest::newRow("many ways") << R"({"not": {"pattern": "%1"}})" << ways << manyWays;
+        QTest::newRow("long name") << R"({"patternProperties": {"%1": {}}})" << groups << longText;
+        QTest::newRow("many ways in a name")
+            << R"({"patternProperties": {"%1": {}}})" << ways << manyWays;
+    }
+    void patternThatTakesTooMuchIsAnError()
+    {
+        QFETCH(QString, schema);
+        QFETCH(QString, pattern);
+        QFETCH(QString, text);
+        const WorkFolder folder;
+        const QString file = folder.file("s.json", schema.arg(pattern).toUtf8());
+        const QString data =
+            folder.file("d.json", QString(R"({"attributes": {"%1": "%1"}})").arg(text).toUtf8());
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(run.errors, QString("receipt: %1: the schema can't be used: the pattern \"%2\" "
+                                     "takes too much for the text \"%3...\"\n")
+                                 .arg(file, pattern, text.left(30)));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+    }
+
+    void patternThatIsNoneIsAnError_data()
+    {
+        QTest::addColumn<QByteArray>("schema");
+        QTest::newRow("text") << QByteArray(R"({"properties": {"x": {"pattern": "+a"}}})");
+        QTest::newRow("name") << QByteArray(R"({"patternProperties": {"+a": {}}})");
+    }
+    void patternThatIsNoneIsAnError()
+    {
+        QFETCH(QByteArray, schema);
+        const WorkFolder folder;
+        const QString file = folder.file("s.json", schema);
+        const QString data = folder.file("d.json", R"({"entries": "a=b"})");
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(
+            run.errors,
+            QString("receipt: %1: the schema can't be used: the pattern \"+a\": quantifier does "
+                    "not follow a repeatable item\n")
+                .arg(file));
+        QCOMPARE(run.status, 1);
+    }
+
+    void schemaThatIsNoObjectIsAnError()
+    {
+        const WorkFolder folder;
+        const QString file = folder.file("s.json", "[]");
+        const QString data = folder.file("d.json", R"({"entries": "a=b"})");
+        const ReceiptRun run = runReceipt({"render", "-", data, "--data-schema", file}, "x\n");
+        QCOMPARE(run.errors, QString("receipt: %1: the schema is no JSON object\n").arg(file));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
     }
 
     void schemaNeedsAFileAndADocument_data()

@@ -7,14 +7,19 @@
 #include <QJsonValue>
 #include <QRegularExpression>
 #include <QStringList>
+#include <QThread>
 #include <exception>
+#include <memory>
 #include <optional>
+#include <stdexcept>
 #include <valijson/adapters/qtjson_adapter.hpp>
 #include <valijson/schema.hpp>
 #include <valijson/schema_parser.hpp>
 #include <valijson/validation_results.hpp>
 #include <valijson/validator.hpp>
 
+#include "schemapatterns.h"
+#include "schemareferences.h"
 #include "support.h"
 
 namespace tool {
@@ -55,6 +60,8 @@ constexpr Rewording rewordings[] = {
     {"'properties' or 'additionalProperties' constraints: '(.*)'\\.$", "isn't allowed there"},
     {"^Failed to validate against schema associated with property name", ""},
     {"^Failed to validate against child schema", ""},
+    {"^Failed to validate against a conditional schema", ""},
+    {"^Failed to validate against additional properties schema", ""},
 };
 
 /// The keys of a place such as "<root>", "[attributes]", "[PAID]".
@@ -134,16 +141,50 @@ QStringList faultLines(ValidationResults &results, const QJsonObject &schema)
     return lines;
 }
 
+/// The schema that a document is checked against: one whose check ends.
+QJsonObject usableSchema(const QJsonObject &schema, const QJsonObject &document)
+{
+    const QString fault = endlessSchemaFault(schema);
+    if (!fault.isEmpty())
+        throw std::runtime_error(fault.toStdString());
+    return withPatternsMatched(schema, document);
+}
+
 QStringList schemaFaultsOf(const QJsonObject &schema, const QJsonObject &document)
 {
     valijson::Schema parsed;
-    const QJsonValue schemaValue(schema);
+    const QJsonValue schemaValue(usableSchema(schema, document));
     const QJsonValue documentValue(document);
     valijson::SchemaParser().populateSchema(QtJsonAdapter(schemaValue), parsed);
     ValidationResults results;
     valijson::Validator(valijson::Validator::kStrongTypes)
         .validate(parsed, QtJsonAdapter(documentValue), &results);
     return faultLines(results, schema);
+}
+
+/// The library takes some of the stack for each schema that lies in another one, and who runs the
+/// tool may have given it little.
+constexpr unsigned stackOfSchemas = 64U << 20U;
+
+QStringList schemaFaultsOnOwnStack(const QJsonObject &schema, const QJsonObject &document)
+{
+    QStringList faults;
+    std::exception_ptr failure =
+        std::make_exception_ptr(std::runtime_error("there is no memory for its check"));
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        try {
+            faults = schemaFaultsOf(schema, document);
+            failure = nullptr;
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }));
+    thread->setStackSize(stackOfSchemas);
+    thread->start();
+    thread->wait();
+    if (failure)
+        std::rethrow_exception(failure);
+    return faults;
 }
 
 }  // namespace
@@ -178,14 +219,18 @@ bool fitsDataSchema(const QString &fileName, const QJsonDocument &json)
     const auto schema = readJson(schemaFile());
     if (!schema)
         return false;
+    if (!schema->isObject()) {
+        complain(QStringLiteral("%1: the schema is no JSON object").arg(schemaFile()));
+        return false;
+    }
     try {
-        const QStringList faults = schemaFaultsOf(schema->object(), json.object());
+        const QStringList faults = schemaFaultsOnOwnStack(schema->object(), json.object());
         for (const QString &fault : faults)
             complain(QStringLiteral("%1: %2 (%3)").arg(fileName, fault, schemaFile()));
         return faults.isEmpty();
     } catch (const std::exception &fault) {
         complain(QStringLiteral("%1: the schema can't be used: %2")
-                     .arg(schemaFile(), QString::fromLocal8Bit(fault.what())));
+                     .arg(schemaFile(), QString::fromUtf8(fault.what())));
         return false;
     }
 }
