@@ -25,6 +25,13 @@ inline QByteArray sale()
         "'entries': 'Cash=10\\tChange=2.50'} ");
 }
 
+/// What standard error says of a template with values that is checked without any.
+inline QString lackOfData()
+{
+    return QStringLiteral(
+        "receipt: figures and sums aren't checked without data: --data DATA.json\n");
+}
+
 /// Runs the checker in a folder that has the files of symbols, and a document.
 inline ReceiptRun lint(const QByteArray &templateText, const QStringList &options,
                        const QByteArray &document = QByteArray())
@@ -46,6 +53,8 @@ inline ReceiptRun lint(const QByteArray &templateText, const QStringList &option
         runReceipt(arguments + QStringList(options).replaceInStrings("FOLDER", folder.path("")));
     run.output.remove(folder.path("") + '/');
     run.errors.remove(folder.path("") + '/');
+    if (document.isEmpty() && run.errors == lackOfData())
+        run.errors.clear();
     return run;
 }
 

@@ -3,8 +3,10 @@
 #include "lintrun.h"
 
 using lintrun::addTemplates;
+using lintrun::blank;
 using lintrun::checkPlaces;
 using lintrun::json;
+using lintrun::lint;
 using lintrun::row;
 
 namespace {
@@ -69,7 +71,11 @@ private Q_SLOTS:
         valued("zeros in front, kept by a longer format", "No. <CODE,00000000>", "'007723'", "");
         valued("zeros in front, too few in the format", "No. <CODE,00000>", "'007723'",
                "1:5 text-as-number");
-        valued("zeros in front, taken off on purpose", "No. <CODE,0>", "'007723'", "");
+        row("zeros in front, taken off on purpose", "No. <COUNT,0>",
+            json("{'attributes': {'COUNT': '007723'}}"), "", "");
+        valued("zeros in front of a code, taken off", "No. <CODE,0>", "'007723'",
+               "1:5 text-as-number");
+        valued("no zeros to take off", "No. <CODE,0>", "'7723'", "");
         valued("zeros in front, in a code", "<QR>fp=<CODE>", "'0412345678'", "1:8 text-as-number");
         valued("zeros in front of decimals", "<CODE>x<CODE,0.00>", "'007.50'",
                "1:1 text-as-number");
@@ -109,6 +115,37 @@ private Q_SLOTS:
         row("without a document", "<CODE>", QByteArray(), "", "");
     }
     void textAsNumber() { checkPlaces(); }
+
+    void textAsNumberWithoutAValue_data()
+    {
+        addTemplates();
+        blank("whole number", "No. <AUTH,0>", "1:5 text-as-number");
+        blank("decimals", "No. <AUTH,0.00>", "1:5 text-as-number");
+        blank("decimals with many digits in front", "No. <AUTH,000000.00>", "1:5 text-as-number");
+        blank("no digit that has to be", "No. <AUTH,#>", "1:5 text-as-number");
+        blank("last part of a name", "<CARD_CODE,0><SHOP_INN,0>",
+              "1:1 text-as-number 1:14 text-as-number");
+        blank("small letters", "<Rrn_,0><shop_inn,0>", "1:9 text-as-number");
+        blank("Cyrillic", "<ИНН,0>", "1:1 text-as-number");
+        blank("in a group and in a code", "[No. <CODE,0>]x\n<QR>fp=<SIGN,0>",
+              "1:6 text-as-number 2:8 text-as-number");
+        blank("as many digits as it has", "<AUTH,000000><SHOP_INN,0000000000>", "");
+        blank("without a format", "<AUTH><CODE><SIGN,>", "");
+        blank("an amount, or a count", "<CARDS,0.00><TICKET,0.00><CODE_OFF,0><INNER,0>", "");
+        blank("in an expression", "<CODE*1,0>", "");
+        blank("a format of something else", "<CODE,dd.mm.yyyy>", "");
+        blank("in a part that is removed", "<X:><CODE,0><:X>", "");
+    }
+    void textAsNumberWithoutAValue() { checkPlaces(); }
+
+    void textAsNumberWithoutAValueIsAWarning()
+    {
+        QCOMPARE(
+            lint("No. <AUTH,0>", {}).output,
+            QString("t.cpt:1:5: warning: AUTH is a code by its name, and the format \"0\" takes "
+                    "zeros off its front; one of as many zeros as it has digits, such as "
+                    "\"<AUTH,000000>\", prints all of them [text-as-number]\n"));
+    }
 
     void changedFigure_data()
     {

@@ -426,6 +426,57 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
     }
 
+    /// Nothing but a sentence about the values, on those that have any.
+    void noExampleHasFindingsWithoutData()
+    {
+        QDirIterator files(example(""), {"*.cpt"}, QDir::Files, QDirIterator::Subdirectories);
+        int withValues = 0;
+        while (files.hasNext()) {
+            const QString file = files.next();
+            const QStringList fiscal = file.contains("fiscal") || file.endsWith("/tags.cpt")
+                                           ? QStringList("--fiscal")
+                                           : QStringList();
+            const ReceiptRun run = runReceipt(QStringList{"lint", "--strict", file} + fiscal);
+            QVERIFY2(run.output.isEmpty(), qPrintable(run.output));
+            QVERIFY2(run.errors.isEmpty() || run.errors == lintrun::lackOfData(),
+                     qPrintable(run.errors));
+            withValues += run.errors.isEmpty() ? 0 : 1;
+            QCOMPARE(run.status, 0);
+        }
+        QVERIFY(withValues > 20);
+    }
+
+    void lackOfDataIsToldOnce_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("isTold");
+        QTest::newRow("attribute") << QByteArray("Total <SUM,0.00>") << true;
+        QTest::newRow("expression") << QByteArray("<QTY*PRICE>") << true;
+        QTest::newRow("entries") << QByteArray("<ENTRIES>") << true;
+        QTest::newRow("two lines") << QByteArray("<SUM1>\n<SUM2>") << true;
+        QTest::newRow("BBCode") << QByteArray("[center]<SUM1>[/center]") << true;
+        QTest::newRow("beside a finding") << QByteArray("<SUM1>\n<b>") << true;
+        QTest::newRow("text") << QByteArray("Thank you") << false;
+        QTest::newRow("markup") << QByteArray("<C><B>Thank<F2> you<B:>x<:B>") << false;
+        QTest::newRow("calculation of constants") << QByteArray("<12*5,0>") << false;
+    }
+    void lackOfDataIsToldOnce()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, isTold);
+        const ReceiptRun run = runReceipt({"lint", "-"}, text);
+        QCOMPARE(run.errors, isTold ? lintrun::lackOfData() : QString());
+        QCOMPARE(run.status, 0);
+        QVERIFY(!run.output.contains("data"));
+        const WorkFolder folder;
+        const QString file = folder.file("t.cpt", text);
+        QCOMPARE(runReceipt({"lint", file, file}).errors, run.errors);
+        QCOMPARE(runReceipt({"lint", file, "--json"}).errors, QString());
+        QCOMPARE(runReceipt({"lint", file, "--all-models"}).errors, QString());
+        const QString data = folder.file("d.json", "{}");
+        QCOMPARE(runReceipt({"lint", file, "--data", data}).errors, QString());
+    }
+
     void everyExampleIsInTheTable()
     {
         const QStringList listed{"authors/code",

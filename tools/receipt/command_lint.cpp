@@ -17,6 +17,7 @@
 #include "lineoptions.h"
 #include "lintpaper.h"
 #include "modeltable.h"
+#include "needs.h"
 #include "printoptions.h"
 #include "progressline.h"
 #include "support.h"
@@ -50,7 +51,8 @@ struct Options
     const QCommandLineOption data{
         QStringLiteral("data"),
         QStringLiteral("The document that fills the templates, a JSON file; - is standard input. "
-                       "Without it what depends on values isn't checked."),
+                       "Without it figures, sums and what else depends on values aren't checked; "
+                       "standard error says so."),
         QStringLiteral("DATA.json")};
     const QCommandLineOption codePage = tool::codePageOption();
     const QCommandLineOption symbols = tool::symbolsOption();
@@ -202,11 +204,20 @@ public:
         }
     }
     int count() const { return m_count; }
+    /// Tells who reads it what isn't looked at.
+    void addUnfilled(const QStringList &lines)
+    {
+        const templatelint::Needs needs = templatelint::needsOf(lines, {});
+        m_lacksData = m_lacksData || needs.entries || !needs.values.isEmpty();
+    }
     /// @return the exit status
     int finish(bool strict) const
     {
         if (m_json)
             tool::printContent(tool::linesOf(QJsonDocument(m_array).toJson()));
+        else if (m_lacksData)
+            tool::complain(
+                QStringLiteral("figures and sums aren't checked without data: --data DATA.json"));
         return m_worst <= (strict ? Severity::Warning : Severity::Error) ? tool::BadInput
                                                                          : tool::Success;
     }
@@ -231,6 +242,7 @@ private:
     bool m_json;
     Severity m_worst = Severity::Note;
     int m_count = 0;
+    bool m_lacksData = false;
     QJsonArray m_array;
 };
 
@@ -333,6 +345,8 @@ tool::WatchedRun run(Task task)
             continue;
         }
         const auto findings = templatelint::lint(lines, task.options);
+        if (!task.options.document)
+            printer.addUnfilled(lines);
         ++fileNumber;
         line.clear();
         printer.add(file, findings);

@@ -79,6 +79,20 @@ void reportFigures(const Analysis &analysis, FigureVerdict::Fault fault, Report 
     }
 }
 
+/// What the template alone says of them.
+void reportCodes(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines) {
+            for (const AttributeTag &tag : line.tags) {
+                const QString fault = faultOfCode(tag);
+                if (!fault.isEmpty() && piece.isPrinted(line.offsetOf(tag)))
+                    report.addAs(Severity::Warning, line.offsetOf(tag), fault);
+            }
+        }
+    }
+}
+
 }  // namespace
 
 void checkSums(const Analysis &analysis, Report &report)
@@ -99,6 +113,8 @@ void checkLostSigns(const Analysis &analysis, Report &report)
 
 void checkTextsAsNumbers(const Analysis &analysis, Report &report)
 {
+    if (analysis.values() == nullptr)
+        return reportCodes(analysis, report);
     reportFigures(analysis, FigureVerdict::ReadAsNumber, report);
 }
 

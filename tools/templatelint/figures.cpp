@@ -2,7 +2,9 @@
 
 #include <QLocale>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 #include "attributes.h"
@@ -124,6 +126,26 @@ QString keptAsText(const QString &text)
         .arg(clipped(text));
 }
 
+/// What names of digits end in that somebody copies or looks up, one by one.
+constexpr const char *codeNames[] = {
+    "APPROVAL", "AUTH", "AUTHCODE", "BARCODE", "BIC",    "CODE", "EAN",  "FD",   "FN",  "FP",
+    "FPD",      "GTIN", "IBAN",     "IMEI",    "INN",    "KKT",  "KPP",  "OGRN", "PAN", "PIN",
+    "PLZ",      "RN",   "RNM",      "RRN",     "SERIAL", "SIGN", "STAN", "TID",  "UID", "VATID",
+    "ZIP",      "ИНН",  "КОД",      "КПП",     "ОГРН",   "РН",   "ФД",   "ФН",   "ФП",  "ФПД",
+};
+
+bool isCodeName(const QString &name)
+{
+    const QString last = name.section(QLatin1Char('_'), -1).toUpper();
+    return std::any_of(std::begin(codeNames), std::end(codeNames),
+                       [&last](const char *known) { return last == QString::fromUtf8(known); });
+}
+
+bool keepsZeros(const QString &format)
+{
+    return !format.contains(QLatin1Char('.')) && format.count(QLatin1Char('0')) > 1;
+}
+
 FigureVerdict verdictOfZeros(const PrintedFigure &figure)
 {
     const QString text = figure.given.trimmed();
@@ -132,10 +154,9 @@ FigureVerdict verdictOfZeros(const PrintedFigure &figure)
     const bool isWhole = !text.contains(QLatin1Char('.'));
     // Zeros alone make their group go in any format.
     const bool isBroughtBack = isWhole && text.contains(otherDigit);
-    // "0" alone is there to take the zeros off.
-    const bool isMeant =
-        !figure.format.isEmpty() && (!isWhole || figure.format.contains(QLatin1Char('.')) ||
-                                     figure.format.count(QLatin1Char('0')) < 2);
+    // "0" alone is there to take the zeros off, but of a code.
+    const bool isMeant = !figure.format.isEmpty() &&
+                         (!isWhole || (!keepsZeros(figure.format) && !isCodeName(figure.name)));
     if (isMeant || digitsInFront(figure.text) >= digits)
         return {};
     return figureVerdict(FigureVerdict::ReadAsNumber, figure,
@@ -184,6 +205,18 @@ FigureVerdict verdictOfText(const PrintedFigure &figure)
 }
 
 }  // namespace
+
+QString faultOfCode(const AttributeTag &tag)
+{
+    static const QRegularExpression ofNumbers(QStringLiteral("^[0#]*\\.?[0#]*$"));
+    if (tag.format.isEmpty() || keepsZeros(tag.format) || !tag.format.contains(ofNumbers) ||
+        !isCodeName(tag.name))
+        return QString();
+    return QStringLiteral(
+               "%1 is a code by its name, and the format \"%2\" takes zeros off its front; one of "
+               "as many zeros as it has digits, such as \"<%1,000000>\", prints all of them")
+        .arg(clipped(tag.name), clipped(tag.format));
+}
 
 FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values)
 {

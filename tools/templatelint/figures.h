@@ -20,6 +20,10 @@ struct FigureVerdict
     QString message;
 };
 
+/// What is wrong with a tag whatever the value is; empty if nothing is. A name that says that it is
+/// one of digits to be copied, such as AUTH or INN, has a format that takes zeros off.
+QString faultOfCode(const AttributeTag &tag);
+
 /// Of a tag for an attribute that the document has, or for an expression.
 FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values);
 

@@ -69,7 +69,9 @@ constexpr Rule table[] = {
          "\"inf\", a name or not, print 0.00 and take their group along. Zeros in front are "
          "brought back by a format with as many zeros, a comma is meant where there is a format. "
          "For all else the program makes it a text that isn't a number: \"12E4<:>\" prints 12E4, "
-         "as the tag prints nothing. Needs --data."),
+         "as the tag prints nothing. Without --data only a name that ends like one of a code, "
+         "such as AUTH, INN or CARD_CODE, is told with a format that takes zeros off, as a "
+         "warning."),
      "Authorisation <AUTH>", "Authorisation <AUTH,000000>", R"({"attributes": {"AUTH": "007723"}})",
      noArguments, checkTextsAsNumbers, nullptr, true},
     {"changed-figure", Severity::Error,

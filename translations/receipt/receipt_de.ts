@@ -312,10 +312,6 @@
         <translation>ein Text, der als Zahl gelesen wird und anders druckt</translation>
     </message>
     <message>
-        <source>A text that reads as a number is printed as one: &quot;007&quot; loses its zeros, &quot;+49&quot; its sign, &quot;12,50&quot; its comma, &quot;1e5&quot; and &quot;12E4&quot; become long numbers, and &quot;Nan&quot; and &quot;inf&quot;, a name or not, print 0.00 and take their group along. Zeros in front are brought back by a format with as many zeros, a comma is meant where there is a format. For all else the program makes it a text that isn&apos;t a number: &quot;12E4&lt;:&gt;&quot; prints 12E4, as the tag prints nothing. Needs --data.</source>
-        <translation>Ein Text, der sich als Zahl liest, wird als solche gedruckt: &quot;007&quot; verliert seine Nullen, &quot;+49&quot; das Vorzeichen, &quot;12,50&quot; das Komma, &quot;1e5&quot; und &quot;12E4&quot; werden lange Zahlen, und &quot;Nan&quot; und &quot;inf&quot;, ob Name oder nicht, drucken 0.00 und nehmen ihre Gruppe mit. Nullen am Anfang bringt ein Format mit ebenso vielen Nullen zurück, ein Komma ist gemeint, wo ein Format steht. Sonst macht das Programm daraus einen Text, der keine Zahl ist: &quot;12E4&lt;:&gt;&quot; druckt 12E4, denn das Tag druckt nichts. Braucht --data.</translation>
-    </message>
-    <message>
         <source>a number that prints as another one</source>
         <translation>eine Zahl, die als eine andere druckt</translation>
     </message>
@@ -446,6 +442,10 @@
     <message>
         <source>The sizes small, normal, middle and large are the four fonts of a model, and many have fewer: &quot;receipt models ID&quot; shows their characters. BBCode has no double height; a template has it, as &quot;&lt;H2&gt;&quot; and &quot;&lt;W2&gt;&quot;. Needs --model.</source>
         <translation>Die Größen small, normal, middle und large sind die vier Schriften eines Modells, und viele haben weniger: &quot;receipt models ID&quot; zeigt ihre Zeichen. BBCode kennt keine doppelte Höhe; eine Vorlage hat sie, als &quot;&lt;H2&gt;&quot; und &quot;&lt;W2&gt;&quot;. Braucht --model.</translation>
+    </message>
+    <message>
+        <source>A text that reads as a number is printed as one: &quot;007&quot; loses its zeros, &quot;+49&quot; its sign, &quot;12,50&quot; its comma, &quot;1e5&quot; and &quot;12E4&quot; become long numbers, and &quot;Nan&quot; and &quot;inf&quot;, a name or not, print 0.00 and take their group along. Zeros in front are brought back by a format with as many zeros, a comma is meant where there is a format. For all else the program makes it a text that isn&apos;t a number: &quot;12E4&lt;:&gt;&quot; prints 12E4, as the tag prints nothing. Without --data only a name that ends like one of a code, such as AUTH, INN or CARD_CODE, is told with a format that takes zeros off, as a warning.</source>
+        <translation>Ein Text, der sich als Zahl liest, wird als solche gedruckt: &quot;007&quot; verliert seine Nullen, &quot;+49&quot; das Vorzeichen, &quot;12,50&quot; das Komma, &quot;1e5&quot; und &quot;12E4&quot; werden lange Zahlen, und &quot;Nan&quot; und &quot;inf&quot;, ob Name oder nicht, drucken 0.00 und nehmen ihre Gruppe mit. Nullen am Anfang bringt ein Format mit ebenso vielen Nullen zurück, ein Komma ist gemeint, wo ein Format steht. Sonst macht das Programm daraus einen Text, der keine Zahl ist: &quot;12E4&lt;:&gt;&quot; druckt 12E4, denn das Tag druckt nichts. Ohne --data wird nur ein Name, der wie der eines Codes endet, etwa AUTH, INN oder CARD_CODE, bei einem Format gemeldet, das Nullen wegnimmt, und zwar als Warnung.</translation>
     </message>
 </context>
 </TS>
