@@ -160,13 +160,73 @@ private:
     void addEntries()
     {
         addUnprinted("<ENTRIES>");
-        for (int count = 1 + below(6); count > 0; --count) {
-            const int sum = 1 + below(5000);
-            const QString item = name();
-            entries.append(item + '=' + amount(sum));
-            expected.append((item + ' ' + amount(sum)).simplified());
-            m_total += sum;
+        addGoods();
+        for (int count = below(6); count > 0; --count) {
+            const int kind = below(12);
+            if (kind < 6)
+                addGoods();
+            else if (kind < 8)
+                addDearGoods();
+            else if (kind < 10)
+                addOffer();
+            else
+                addWeighedGoods();
         }
+        if (oneIn(4))
+            addEntry("VAT 20%=" + amount(m_total / 6));
+    }
+    void addEntry(const QString &entry)
+    {
+        entries.append(entry);
+        expected.append(QString(entry).replace('=', ' ').simplified());
+    }
+    void addGoods()
+    {
+        const int sum = 1 + below(5000);
+        addEntry(name() + '=' + amount(sum));
+        m_total += sum;
+    }
+    /// With a sign between the thousands.
+    void addDearGoods()
+    {
+        const int sum = 100000 + below(900000);
+        const QString digits = amount(sum);
+        const QString sign = oneOf({",", ".", " ", "'", "\u00a0"});
+        const QString point = sign == "." ? "," : ".";
+        addEntry(name() + '=' + digits.left(1) + sign + digits.mid(1, 3) + point + digits.right(2));
+        m_total += sum;
+    }
+    /// What is taken off, in one of the ways in which programs write it.
+    void addOffer()
+    {
+        const int sum = 1 + below(300);
+        if (sum >= m_total)
+            return;
+        const QString pattern =
+            oneOf({"-%1", "- %1", "%1-", "%1", "%1", "EUR -%1", "-EUR %1", "(%1)"});
+        addEntry(oneOf({"Offer", "Discount", "Rabatt", "Скидка"}) + '=' + pattern.arg(amount(sum)));
+        m_total -= sum;
+    }
+    /// With a line that says how dear a kilogram is.
+    void addWeighedGoods()
+    {
+        const int grams = 1 + below(3000);
+        const int price = 1 + below(2000);
+        const qint64 sum = (qint64(grams) * price + 500) / 1000;
+        addEntry(name() + '=' + amount(sum));
+        const QString kilograms = QString::number(grams / 1000.0, 'f', 3);
+        addEntry(oneOf({QString("Price per kg=%2"), QString("%1 kg x %2"), QString("Weight=%1 kg")})
+                     .replace("%1", kilograms)
+                     .replace("%2", amount(price)));
+        m_total += sum;
+    }
+    /// A sum of something else, in front of the total.
+    void addOtherSum()
+    {
+        const qint64 sum = 1 + below(900);
+        set("OTHER", amount(sum));
+        const QString label = oneOf({"Total VAT", "Total savings", "Сумма НДС", "Total weight"});
+        add(label + "<S><OTHER,0.00>", label + ' ' + amount(sum));
     }
 
     void addTotal()
@@ -176,6 +236,8 @@ private:
         addUnprinted("[Discount<S>-<DISCOUNT,0.00>]");
         if (discount > 0)
             expected.append("Discount -" + amount(discount));
+        if (oneIn(4))
+            addOtherSum();
         setTotal(m_total - discount);
         const bool isGiven = m_parts.isEmpty() || oneIn(2);
         const QString sum = isGiven ? "TOTAL" : m_parts.join('+') + "-DISCOUNT";

@@ -58,6 +58,8 @@ private Q_SLOTS:
         valued("in a group that stays and in one that goes", "[<CODE>]x[<CODE><ZERO>]", "-0.5",
                "1:2 lost-sign");
         valued("in a part that is removed", "<X:><CODE><:X>", "-0.5", "");
+        row("without a document", "<COUNTED-EXPECTED>x<1-2,0.00><0-1/2,0.00>", QByteArray(), "",
+            "");
     }
     void lostSign() { checkPlaces(); }
 
@@ -170,6 +172,7 @@ private Q_SLOTS:
         valued("six digits", "<CODE,0.E>", "'1234567.89'", "1:1 changed-figure");
         valued("six digits that are enough", "<CODE,0.E>", "'1234.56'", "");
         valued("what has no end", "<CODE/3>x<CODE/3,0.E>", "1", "");
+        row("without a document", "<CODE>x<CODE,0.E>x<CODE*1000000000000>", QByteArray(), "", "");
     }
     void changedFigure() { checkPlaces(); }
 
@@ -546,12 +549,23 @@ private Q_SLOTS:
     {
         const WorkFolder folder;
         const QString file = folder.file("t.cpt", "<CODE>\n<ENTRIES>");
-        const QString data = folder.file(
-            "data.json", json("{'attributes': {'CODE': 'Gift <X> card [1]\\t'}, 'entries': "
-                              "'A=B=1.00'}"));
-        const ReceiptRun run =
-            runReceipt({"render", file, data, "--clean", "all", "--width", "30"});
-        QVERIFY2(run.output.startsWith("Gift  X> card (1)"), qPrintable(run.output));
+        const auto render = [&folder, &file](const QByteArray &document,
+                                             const QStringList &options) {
+            return runReceipt(QStringList{"render", file, folder.file("data.json", document),
+                                          "--width", "30"} +
+                              options)
+                .output;
+        };
+        const auto document = [](const char *code, const char *entry) {
+            return json("{'attributes': {'CODE': '") + code + json("'}, 'entries': '") + entry +
+                   json("'}");
+        };
+        const QByteArray given = document("Gift <X> card [1]\\t", "A=[B]<B>=1.00");
+        const QByteArray cleaned = document("Gift  X> card (1) ", "A=(B) B> 1.00");
+        QCOMPARE(render(given, {"--clean", "all"}), render(cleaned, {}));
+        QVERIFY(render(cleaned, {}).startsWith("Gift  X> card (1)"));
+        QVERIFY(!lintrun::lint("<CODE>\n<ENTRIES>", {"--strict"}, given).output.isEmpty());
+        QCOMPARE(lintrun::lint("<CODE>\n<ENTRIES>", {"--strict"}, cleaned).output, QString());
     }
 
     // With values the zero is on paper, and without them it may be.
