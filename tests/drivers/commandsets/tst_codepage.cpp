@@ -1,10 +1,11 @@
 #include "printerslib/drivers/codepage.h"
 
-#include <QtConcurrent>
 #include <QtTest>
+#include <array>
 
 #include "commandsets/codepage_p.h"
 #include "commandsets/internationalset_p.h"
+#include "threads.h"
 
 using namespace printerslib::drivers;
 
@@ -186,19 +187,21 @@ private Q_SLOTS:
     void threadsShareSets()
     {
         const QStringList names = {"CP866", "CP437", "KATAKANA", "CP1251", "nothing", "CP862"};
-        QList<int> numbers;
-        for (int i = 0; i < 200; ++i)
-            numbers.append(i);
+        constexpr int numbers = 200;
         const auto letterOf = [&names](int number) {
             const auto page = CodePage::forName(names.at(number % names.size()));
             const auto set = TwoByteSet::forName(number % 2 == 0 ? "GB18030" : "BIG5");
             const bool isRight = set->character(0xA4, 0xA4) != 0;
             return isRight && page ? int(page->character('A')) : -1;
         };
-        const QList<int> letters = QtConcurrent::blockingMapped<QList<int>>(
-            numbers, std::function<int(const int &)>(letterOf));
-        for (int number : numbers)
-            QCOMPARE(letters.at(number), number % names.size() == 4 ? -1 : int('A'));
+        std::array<int, numbers> letters{};
+        constexpr int threads = 4;
+        runOnThreads(threads, [&letters, &letterOf](int thread) {
+            for (int number = thread; number < numbers; number += threads)
+                letters[size_t(number)] = letterOf(number);
+        });
+        for (int number = 0; number < numbers; ++number)
+            QCOMPARE(letters[size_t(number)], number % names.size() == 4 ? -1 : int('A'));
     }
 };
 
