@@ -97,6 +97,28 @@ private Q_SLOTS:
         }
     }
 
+    void rulesAreListedInEachLanguage_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<bool>("isEnglish");
+        QTest::newRow("German") << QStringList{"--language", "de"} << false;
+        QTest::newRow("Russian") << QStringList{"--language=ru"} << false;
+        QTest::newRow("English") << QStringList{"--language", "en"} << true;
+        QTest::newRow("none") << QStringList() << true;
+        QTest::newRow("unknown") << QStringList{"--language", "xx"} << true;
+    }
+    void rulesAreListedInEachLanguage()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(bool, isEnglish);
+        const ReceiptRun run = runReceipt(QStringList{"lint", "--help"} + options);
+        QCOMPARE(run.status, 0);
+        for (const templatelint::Rule &rule : templatelint::rules()) {
+            QVERIFY(run.output.contains(QString("\n  %1 ").arg(rule.name)));
+            QCOMPARE(run.output.contains(rule.summary), isEnglish);
+        }
+    }
+
     // Programs read findings; those stay as they are.
     void findingsStayEnglish()
     {
@@ -473,6 +495,8 @@ private Q_SLOTS:
         QCOMPARE(runReceipt({"lint", file, file}).errors, run.errors);
         QCOMPARE(runReceipt({"lint", file, "--json"}).errors, QString());
         QCOMPARE(runReceipt({"lint", file, "--all-models"}).errors, QString());
+        const QString german = runReceipt({"lint", file, "--language", "de"}).errors;
+        QCOMPARE(german.contains("ohne Daten"), isTold);
         const QString data = folder.file("d.json", "{}");
         QCOMPARE(runReceipt({"lint", file, "--data", data}).errors, QString());
     }

@@ -76,6 +76,11 @@ struct Options
         QStringLiteral("RULE")};
 };
 
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("LintRule", text);
+}
+
 QString description()
 {
     QString text = QStringLiteral(
@@ -89,7 +94,7 @@ QString description()
         text += QStringLiteral("\n  %1 %2 %3")
                     .arg(QLatin1String(rule.name), -22)
                     .arg(nameOf(rule.severity), -8)
-                    .arg(QLatin1String(rule.summary));
+                    .arg(translated(rule.summary));
     return text;
 }
 
@@ -106,11 +111,6 @@ constexpr const char *severities[] = {
     QT_TRANSLATE_NOOP("LintRule", "warning"),
     QT_TRANSLATE_NOOP("LintRule", "note"),
 };
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("LintRule", text);
-}
 
 int explain(const QString &name)
 {
@@ -216,8 +216,8 @@ public:
         if (m_json)
             tool::printContent(tool::linesOf(QJsonDocument(m_array).toJson()));
         else if (m_lacksData)
-            tool::complain(
-                QStringLiteral("figures and sums aren't checked without data: --data DATA.json"));
+            tool::complain(translated(QT_TRANSLATE_NOOP(
+                "LintRule", "figures and sums aren't checked without data: --data DATA.json")));
         return m_worst <= (strict ? Severity::Warning : Severity::Error) ? tool::BadInput
                                                                          : tool::Success;
     }
@@ -442,6 +442,7 @@ std::optional<int> parseCommandLine(QCommandLineParser &parser, const Options &o
 
 int runLint(const QStringList &arguments)
 {
+    tool::useLanguageOfRules(arguments);
     QCommandLineParser parser;
     const Options options;
     if (const auto status = parseCommandLine(parser, options, arguments))

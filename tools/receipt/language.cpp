@@ -39,8 +39,8 @@ QStringList knownLanguages()
 }
 #endif
 
-/// What explains the checker's rules is a part of the program; there is nothing for English, in
-/// which it is written, nor for a site's own languages.
+/// The checker's words are a part of the program; there is nothing for English, in which it is
+/// written, nor for a site's own languages.
 void translateRules(const QString &language)
 {
     auto words = std::make_unique<QTranslator>();
@@ -66,16 +66,25 @@ bool useLanguage(const QCommandLineParser &parser)
     const QString option = languageOption().names().constFirst();
     if (!parser.isSet(option))
         return true;
-    if (translateTo(parser.value(option))) {
-        translateRules(parser.value(option));
+    if (translateTo(parser.value(option)))
         return true;
-    }
     const QStringList languages = knownLanguages();
     complain(QStringLiteral("--%1: there is no translation to \"%2\"; there are: %3")
                  .arg(option, parser.value(option),
                       languages.isEmpty() ? QStringLiteral("none")
                                           : languages.join(QStringLiteral(", "))));
     return false;
+}
+
+void useLanguageOfRules(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.addOption(languageOption());
+    // The other options are judged later.
+    parser.parse(QStringList(QString()) + arguments);
+    const QString language = parser.value(languageOption());
+    if (knownLanguages().contains(language))
+        translateRules(language);
 }
 
 }  // namespace tool

@@ -2,6 +2,7 @@
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
+#include <QStringList>
 
 namespace tool {
 
@@ -11,5 +12,9 @@ QCommandLineOption languageOption();
 /// Has the library use that language, if the option names one; without it no translation is used,
 /// whatever the locale is. Complains and gives false if there is no such translation.
 bool useLanguage(const QCommandLineParser &parser);
+
+/// Has the checker of templates use the language that a command line names, also in a help, if it
+/// has its words in it.
+void useLanguageOfRules(const QStringList &arguments);
 
 }  // namespace tool

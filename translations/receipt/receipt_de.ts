@@ -447,5 +447,9 @@
         <source>A text that reads as a number is printed as one: &quot;007&quot; loses its zeros, &quot;+49&quot; its sign, &quot;12,50&quot; its comma, &quot;1e5&quot; and &quot;12E4&quot; become long numbers, and &quot;Nan&quot; and &quot;inf&quot;, a name or not, print 0.00 and take their group along. Zeros in front are brought back by a format with as many zeros, a comma is meant where there is a format. For all else the program makes it a text that isn&apos;t a number: &quot;12E4&lt;:&gt;&quot; prints 12E4, as the tag prints nothing. Without --data only a name that ends like one of a code, such as AUTH, INN or CARD_CODE, is told with a format that takes zeros off, as a warning.</source>
         <translation>Ein Text, der sich als Zahl liest, wird als solche gedruckt: &quot;007&quot; verliert seine Nullen, &quot;+49&quot; das Vorzeichen, &quot;12,50&quot; das Komma, &quot;1e5&quot; und &quot;12E4&quot; werden lange Zahlen, und &quot;Nan&quot; und &quot;inf&quot;, ob Name oder nicht, drucken 0.00 und nehmen ihre Gruppe mit. Nullen am Anfang bringt ein Format mit ebenso vielen Nullen zurück, ein Komma ist gemeint, wo ein Format steht. Sonst macht das Programm daraus einen Text, der keine Zahl ist: &quot;12E4&lt;:&gt;&quot; druckt 12E4, denn das Tag druckt nichts. Ohne --data wird nur ein Name, der wie der eines Codes endet, etwa AUTH, INN oder CARD_CODE, bei einem Format gemeldet, das Nullen wegnimmt, und zwar als Warnung.</translation>
     </message>
+    <message>
+        <source>figures and sums aren&apos;t checked without data: --data DATA.json</source>
+        <translation>ohne Daten werden Zahlen und Summen nicht geprüft: --data DATEN.json</translation>
+    </message>
 </context>
 </TS>

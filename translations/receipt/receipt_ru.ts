@@ -447,5 +447,9 @@
         <source>A text that reads as a number is printed as one: &quot;007&quot; loses its zeros, &quot;+49&quot; its sign, &quot;12,50&quot; its comma, &quot;1e5&quot; and &quot;12E4&quot; become long numbers, and &quot;Nan&quot; and &quot;inf&quot;, a name or not, print 0.00 and take their group along. Zeros in front are brought back by a format with as many zeros, a comma is meant where there is a format. For all else the program makes it a text that isn&apos;t a number: &quot;12E4&lt;:&gt;&quot; prints 12E4, as the tag prints nothing. Without --data only a name that ends like one of a code, such as AUTH, INN or CARD_CODE, is told with a format that takes zeros off, as a warning.</source>
         <translation>Текст, который читается как число, так и печатается: &quot;007&quot; теряет нули, &quot;+49&quot; — знак, &quot;12,50&quot; — запятую, &quot;1e5&quot; и &quot;12E4&quot; становятся длинными числами, а &quot;Nan&quot; и &quot;inf&quot;, имя это или нет, печатают 0.00 и уносят с собой группу. Нули впереди возвращает формат с таким же числом нулей, а запятая задумана там, где есть формат. В остальном программа делает из него текст, который не число: &quot;12E4&lt;:&gt;&quot; печатает 12E4, потому что тег не печатает ничего. Без --data сообщается только об имени с таким окончанием, как у кодов, например AUTH, INN или CARD_CODE, при формате, который убирает нули, и это предупреждение.</translation>
     </message>
+    <message>
+        <source>figures and sums aren&apos;t checked without data: --data DATA.json</source>
+        <translation>без данных числа и суммы не проверяются: --data ДАННЫЕ.json</translation>
+    </message>
 </context>
 </TS>
