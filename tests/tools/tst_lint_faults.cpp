@@ -55,6 +55,10 @@ private:
                                 {"NONE", 0},
                                 {"TOTAL", 8.75},
                                 {"TRUE", true},
+                                {"WILD", "Sale [b]!"},
+                                {"LINE", "a [hr /] b"},
+                                {"GIFT", "Gift [card]"},
+                                {"SPECIAL", "Gift <Special> card"},
                                 {"OPENS", QTime(9, 30)},
                                 {"SALE_DT", QDateTime(QDate(2026, 5, 9), QTime(14, 30, 7))}});
         document.setEntries("Cash=10\tChange=1.25");
@@ -77,6 +81,84 @@ private:
             lines.append(pool.at(random.below(pool.size())));
         lines.append("The end");
         return lines;
+    }
+
+    static QStringList soundBbLines()
+    {
+        return {"[b]<SHOP>[/b]",
+                "Order <ORDER,000000>, [i]till[/i] <TILL,00>",
+                "[u]open from <OPENS,h:nn ap>[/u]",
+                "[b][i]both[/i][/b] and [b]one[/b]",
+                "[size=small]small print[/size] and [size=normal]other[/size]",
+                "[size=large]PAID[/size]",
+                "[hr /]",
+                "[hr=dashed /]",
+                "[center]a\nb[/center]",
+                "[right]at the right edge[/right]",
+                "[img name=logo][/img]",
+                "[field width=10]Tea[/field][field width=8 align=right]<PRICE,0.00>[/field]",
+                "[column width=20]Bun[/column]",
+                "[field width=6 zerofill=4]<TILL>[/field]",
+                "[barcode]<ORDER,0000000000000>[/barcode]",
+                "[qrcode]https://example.org/r?n=<DOCNO>&s=<TOTAL>[/qrcode]",
+                "<SALE_DT,yyyy-mm-dd>, <SALE_DT,hh:nn:ss>",
+                "Cola [0.5 l] for <NAME>",
+                "",
+                "plain text"};
+    }
+
+    static QStringList soundBbText(RandomLines &random)
+    {
+        const QStringList pool = soundBbLines();
+        QStringList lines{"[center][b]Receipt[/b][/center]"};
+        for (int count = 3 + random.below(12); count > 0; --count)
+            lines += pool.at(random.below(pool.size())).split('\n');
+        lines.append("The end");
+        return lines;
+    }
+
+    /// A paper with a larger font, or without one, and two pictures that one name fits.
+    static Options bbOptions(bool withData, bool hasLargeFont)
+    {
+        constexpr int dots = 512;
+        const PaperFont usual{QSize(12, 24), QSize(), "0"};
+        const PaperFont large{QSize(24, 48), QSize(), "1"};
+        Options options = optionsFor(withData);
+        options.paper = Paper{dots, {usual, usual, usual, hasLargeFont ? large : usual}, "P", true};
+        options.pictureOf = [](const QString &name) {
+            if (name == "logo")
+                return FoundPicture{{"logo.png"}, QString()};
+            return name == "twin" ? FoundPicture{{"twin-a.png", "twin-b.png"}, QString()}
+                                  : FoundPicture{{}, "there is no picture \"" + name + '"'};
+        };
+        options.codeFault = [](CodeKind, const QByteArray &payload) {
+            const bool isAscii = std::all_of(payload.cbegin(), payload.cend(),
+                                             [](char c) { return static_cast<uchar>(c) < 128; });
+            return isAscii ? QString() : QString("it isn't ASCII");
+        };
+        return options;
+    }
+
+    /// What a rule finds of one fault on the line behind this place; how often of all runs.
+    static int timesFound(const char *rule, const QStringList &faults, bool needsData,
+                          bool hasLargeFont)
+    {
+        RandomLines random(5);
+        int found = 0;
+        for (int run = 0; run < runs; ++run) {
+            QStringList lines = soundBbText(random);
+            const int place = 1 + random.below(lines.size() - 1);
+            lines.insert(place, faults.at(random.below(faults.size())));
+            const auto findings = lint(lines, bbOptions(needsData || run % 2 == 0, hasLargeFont));
+            const bool isFound =
+                std::any_of(findings.cbegin(), findings.cend(), [&](const Finding &finding) {
+                    return finding.rule->name == QByteArray(rule) && finding.line == place + 1;
+                });
+            if (!isFound)
+                qInfo() << lines << place;
+            found += isFound ? 1 : 0;
+        }
+        return found;
     }
 
 private Q_SLOTS:
@@ -162,6 +244,67 @@ private Q_SLOTS:
                 });
             found += isFound ? 1 : 0;
         }
+        qInfo("found: %d of %d", found, runs);
+        QVERIFY(found >= least * runs);
+    }
+
+    void nothingIsFoundInSoundBbTexts_data() { nothingIsFoundInSoundTemplates_data(); }
+    void nothingIsFoundInSoundBbTexts()
+    {
+        QFETCH(bool, withData);
+        RandomLines random(4);
+        for (int run = 0; run < 2 * runs; ++run) {
+            const QStringList lines = soundBbText(random);
+            QVERIFY(isBbCode(lines));
+            const QVector<Finding> findings = lint(lines, bbOptions(withData, true));
+            if (!findings.isEmpty())
+                qInfo() << lines << findings.first().message;
+            QVERIFY(findings.isEmpty());
+        }
+    }
+
+    void oneFaultOfBbCodeIsFound_data()
+    {
+        QTest::addColumn<QString>("rule");
+        QTest::addColumn<QStringList>("faults");
+        QTest::addColumn<bool>("needsData");
+        QTest::addColumn<bool>("hasLargeFont");
+        const auto row = [](const char *name, const char *rule, const QStringList &faults,
+                            bool needsData = false, bool hasLargeFont = true) {
+            QTest::newRow(name) << QString(rule) << faults << needsData << hasLargeFont;
+        };
+        row("tag, key or value that there isn't", "bbcode-name",
+            {"[bold]x[/bold]", "[size=huge]x[/size]", "[hr=double /]", "[img src=logo][/img]",
+             "[field width=300]x[/field]", "[field align=middle]x[/field]", "[b width=3]x[/b]"});
+        row("tag that prints as it stands", "bbcode-as-text",
+            {"[img name=\"logo\"][/img]", "[ b]x", "x[/ i]", "[size=\"large]x"});
+        row("tag that is left open", "bbcode-open",
+            {"[b]x", "x[/i]", "[center]x", "[hr]", "x[qrcode]1", "[img name=logo]", "[/size]x"});
+        row("crossed tags", "bbcode-crossed",
+            {"[b][i]x[/b][/i]", "[b][center]x[/b][/center]", "[i]a[u]b[/i]c[/u]"});
+        row("missing picture", "missing-picture", {"[img name=none][/img]", "[img][/img]"});
+        row("picture of two files", "ambiguous-picture", {"[img name=twin][/img]"});
+        row("code that can't be printed", "unencodable-code",
+            {"[barcode][/barcode]", "[qrcode][/qrcode]", "[barcode]Ж[/barcode]"});
+        row("large text that isn't", "small-large-text",
+            {"[size=large]x[/size]", "a [size=middle]b[/size]"}, false, false);
+        row("too long a line", "wide-line",
+            {"Goods that were paid with a card are taken back within two weeks",
+             "[size=large]" + QString(30, '=') + "[/size]"});
+        row("name that the document hasn't", "unknown-attribute", {"[b]<SHPO>[/b]", "a <BONUS>"},
+            true);
+        row("value that acts as markup", "markup-in-value",
+            {"<WILD>", "[b]<WILD>[/b]", "for <LINE>", "[center]<GIFT>[/center]", "<SPECIAL>"},
+            true);
+    }
+    void oneFaultOfBbCodeIsFound()
+    {
+        QFETCH(QString, rule);
+        QFETCH(QStringList, faults);
+        QFETCH(bool, needsData);
+        QFETCH(bool, hasLargeFont);
+        constexpr double least = 0.95;
+        const int found = timesFound(qPrintable(rule), faults, needsData, hasLargeFont);
         qInfo("found: %d of %d", found, runs);
         QVERIFY(found >= least * runs);
     }

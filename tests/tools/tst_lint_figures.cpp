@@ -382,6 +382,9 @@ private Q_SLOTS:
                 ("'Tea=3.15\\tBun=2.80\\t" + QByteArray(300, '1') + "'").constData(), "'7.45'", "");
         entered("amounts of more digits than there are",
                 "'Tea=12345678901234567890.00\\tBun=2.80\\tMilk=1.00'", "'7.45'", "");
+        entered("digits of another script", "'Tea=3.15\\tBun=2.80\\tMilk=٣٫٠٠'", "'8.95'", "");
+        entered("digits of another script with a point", "'Tea=3.15\\tBun=2.80\\tMilk=٣.٠٠'",
+                "'8.95'", "");
         entered("an apostrophe for thousands", "'TV=1’299.00\\tCable=10.00\\tBag=0.10'",
                 "'1309.10'", "");
         row("a line between the entries and the total",

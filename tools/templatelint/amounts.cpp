@@ -49,9 +49,9 @@ std::optional<Decimal> amountIn(const QString &text)
 {
     static const QRegularExpression pattern = unicodePattern(
         "^\\s*([=*]\\s?)?(?<first>[-+−–]?)\\s?((\\p{Sc}|\\p{Lu}{3})\\s?)?(?<second>[-+−–]?)"
-        "(?<number>\\d+([.,]\\d+)?|"
-        "\\d{1,3}(?<group>[.,'’\\x{A0}\\x{202F}])\\d{3}(\\k<group>\\d{3})*((?!\\k<group>)[.,]\\d+)?"
-        ")"
+        "(?<number>[0-9]+([.,][0-9]+)?|"
+        "[0-9]{1,3}(?<group>[.,'’\\x{A0}\\x{202F}])[0-9]{3}(\\k<group>[0-9]{3})*"
+        "((?!\\k<group>)[.,][0-9]+)?)"
         "(?<behind>(\\s?[^-+−–\\d\\s%()/@]{1,4}){0,2})(\\s?(?<last>[-−–]))?\\s*$");
     const auto match = pattern.match(text);
     const QString signs = match.captured(QStringLiteral("first")) +
@@ -72,16 +72,26 @@ std::optional<Decimal> amountIn(const QString &text)
     return result;
 }
 
+bool isDigit(QChar c)
+{
+    return c.isDigit();
+}
+
+bool holdsDigit(const QStringRef &text)
+{
+    return std::any_of(text.cbegin(), text.cend(), isDigit);
+}
+
 /// Of what a line ends with, from here on.
 Figure figureFrom(const Printed &line, int begin)
 {
-    static const QRegularExpression digit(QStringLiteral("[0-9]"));
     const QString &text = line.text.characters;
     Figure figure;
     figure.text = text.mid(begin);
     figure.number = amountIn(figure.text);
-    const int last = text.lastIndexOf(digit);
-    const int origin = last < 0 ? Text::nowhere : line.text.origins.at(last);
+    const auto behind = std::find_if(text.crbegin(), text.crend(), isDigit);
+    const auto place = static_cast<int>(text.crend() - behind) - 1;
+    const int origin = place < 0 ? Text::nowhere : line.text.origins.at(place);
     if (!Text::isTemplate(origin))
         figure.offset = Text::offsetOf(origin);
     return figure;
@@ -89,8 +99,7 @@ Figure figureFrom(const Printed &line, int begin)
 
 std::optional<Figure> figureInColumn(const Printed &line, int begin)
 {
-    static const QRegularExpression digit(QStringLiteral("\\d"));
-    if (!line.text.characters.mid(begin).contains(digit))
+    if (!holdsDigit(line.text.characters.midRef(begin)))
         return std::nullopt;
     Figure figure = figureFrom(line, begin);
     figure.label = line.text.characters.left(begin - 1);
@@ -125,7 +134,7 @@ std::optional<Figure> figureBehindText(const Printed &line)
 QVector<Decimal> looseAmounts(const QString &text)
 {
     static const QRegularExpression pattern =
-        unicodePattern("(?<![\\d.,])\\d+[.,]\\d{2,3}(?![.,]?\\d)(?!\\s?%)");
+        unicodePattern("(?<![\\d.,])[0-9]+[.,][0-9]{2,3}(?![.,]?\\d)(?!\\s?%)");
     QVector<Decimal> amounts;
     auto matches = pattern.globalMatch(text);
     while (matches.hasNext()) {
@@ -172,6 +181,8 @@ std::optional<Decimal> decimalOf(const QString &text)
 std::optional<Figure> figureOf(const Printed &line)
 {
     const QString &text = line.text.characters;
+    if (!holdsDigit(QStringRef(&text)))
+        return std::nullopt;
     if (text.size() > longestLine) {
         Figure figure = figureFrom(line, 0);
         figure.number.reset();
