@@ -313,6 +313,107 @@ private Q_SLOTS:
     }
     void valuesAreCheckedAsInTemplates() { checkPlaces(); }
 
+    void shortTags_data()
+    {
+        addTemplates();
+        blank("of a name", "[b]<PAN>[/b]", "1:4 short-tag");
+        blank("in a code", "[qrcode]<ID>[/qrcode]", "1:9 short-tag");
+        blank("of a field with a width", "[field width=16]\n<PAN>[/field]", "2:1 short-tag");
+        blank("long enough", "[b]<PAN,>[/b]", "");
+        blank("a comparison", "[b]1 < a > 0[/b]", "");
+        filled("with a value", "[b]<A1>[/b]", "1:4 short-tag");
+    }
+    void shortTags() { checkPlaces(); }
+
+    void aValueThatIsNeverPutInIsAnError()
+    {
+        for (const char *text : {"[b]<A1>[/b]", "a <A1>"}) {
+            QCOMPARE(lintrun::lint(text, {}, lintrun::sale()).status, 1);
+            QCOMPARE(lintrun::lint(text, {}).status, 0);
+        }
+        QCOMPARE(lintrun::lint("a <B2>", {}, lintrun::sale()).status, 0);
+    }
+
+    void zerofill_data()
+    {
+        addTemplates();
+        blank("a number", "[field zerofill=4]7[/field]", "");
+        blank("a number between blanks", "[field zerofill=4] 7 [/field]", "");
+        blank("zeros in front", "[field zerofill=4]007[/field]", "");
+        blank("less than zero", "[field zerofill=4]-7[/field]", "");
+        blank("as long as the digits", "[field zerofill=4]47114711[/field]", "");
+        blank("of 32 bits and more", "[field zerofill=4]4711471147[/field]", "");
+        blank("nothing", "[field zerofill=4][/field]", "");
+        blank("a code with a letter", "[field zerofill=4]A12[/field]", "1:19 changed-figure");
+        blank("an amount", "[field zerofill=4]1.5[/field]", "1:19 changed-figure");
+        blank("a plus", "[field zerofill=4]+7[/field]", "1:19 changed-figure");
+        blank("with a width", "[field width=9 align=right zerofill=6]x[/field]",
+              "1:39 changed-figure");
+        blank("in a format", "[field zerofill=4][b]x[/b][/field]", "1:22 changed-figure");
+        blank("two lines", "[field zerofill=4]1\nx[/field]", "1:19 changed-figure");
+        blank("without digits to fill", "[field zerofill=0]x[/field][field width=4]x[/field]", "");
+        blank("behind the field", "[field zerofill=4]1[/field]x", "");
+        blank("a value that isn't known", "[field zerofill=4]<SHOP>[/field]", "");
+        filled("a value", "[field zerofill=4]<SHOP>[/field]", "1:19 changed-figure");
+        filled("a value that is a number", "[field zerofill=4]<DOCNO>[/field]", "");
+    }
+    void zerofill() { checkPlaces(); }
+
+    void zerofillSaysWhatIsPrinted()
+    {
+        QCOMPARE(lintrun::lint("[field zerofill=6]A12[/field]", {}).output,
+                 QString("t.cpt:1:19: error: \"zerofill\" takes whole numbers alone, and prints "
+                         "\"000000\" for \"A12\" [changed-figure]\n"));
+    }
+
+    // What the field fills up again isn't lost.
+    void zerosOfAField_data()
+    {
+        addTemplates();
+        const QByteArray code = lintrun::json("{'attributes': {'CODE': '000042'}}");
+        const auto filledUp = [&code](const char *name, const char *text, const char *places) {
+            lintrun::row(name, text, code, "", places);
+        };
+        filledUp("all", "[field zerofill=6]<CODE>[/field]", "");
+        filledUp("more", "[field zerofill=7]<CODE>[/field]", "");
+        filledUp("not all", "[field zerofill=5]<CODE>[/field]", "1:19 text-as-number");
+        filledUp("beside it", "[field zerofill=6]1[/field]<CODE>", "1:28 text-as-number");
+        lintrun::row("no digits", "[field zerofill=9]<CODE>[/field]",
+                     lintrun::json("{'attributes': {'CODE': '12E4'}}"), "", "1:19 changed-figure");
+    }
+    void zerosOfAField() { checkPlaces(); }
+
+    // "<:>" is text in BBCode.
+    void aTextThatIsNoNumberIsKeptByATagOfBbCode()
+    {
+        const QByteArray document = lintrun::json("{'attributes': {'CODE': '12E4'}}");
+        QVERIFY(lintrun::lint("[b]<CODE>[/b]", {}, document)
+                    .output.contains("\"12E4[b][/b]\" stays as it stands"));
+        QVERIFY(lintrun::lint("<CODE>", {}, document)
+                    .output.contains("\"12E4<:>\" stays as it stands"));
+    }
+
+    void copies_data()
+    {
+        addTemplates();
+        const QByteArray copy = lintrun::json("{'attributes': {'DOCNO': 7}, 'isCopy': true}");
+        lintrun::row("a copy", "[b]x[/b]", copy, "", "1:1 no-copy-mark");
+        lintrun::row("with its number", "[b]<DOCNO>[/b]", copy, "", "1:1 no-copy-mark");
+        filled("an original", "[b]<DOCNO>[/b]", "");
+        blank("nothing is known", "[b]<DOCNO>[/b]", "");
+    }
+    void copies() { checkPlaces(); }
+
+    void doubleSigns_data()
+    {
+        addTemplates();
+        const QByteArray sold = lintrun::json("{'attributes': {'FEE1': '-1.20', 'PAID': '3.00'}}");
+        lintrun::row("two", "[b]-<FEE1,0.00>[/b]", sold, "", "1:5 double-sign");
+        lintrun::row("one", "[b]-<PAID,0.00><FEE1>[/b]", sold, "", "");
+        lintrun::row("in a code", "[qrcode]-<FEE1>[/qrcode]", sold, "", "");
+    }
+    void doubleSigns() { checkPlaces(); }
+
     void examplesAreClean_data()
     {
         QTest::addColumn<QStringList>("arguments");

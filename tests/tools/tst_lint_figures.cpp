@@ -36,6 +36,51 @@ class TestLintFigures : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void doubleSign_data()
+    {
+        addTemplates();
+        valued("a minus and a minus", "Off<S>-<CODE,0.00>", "'-1.43'", "1:8 double-sign");
+        valued("a plus and a minus", "Points<S>+<CODE>", "-5", "1:11 double-sign");
+        valued("in a group", "[Off<S>-<CODE,0.00>]", "'-1.43'", "1:9 double-sign");
+        valued("at the line's begin", "-<CODE,0>", "-5", "1:2 double-sign");
+        valued("behind a bracket", "(-<CODE,0>)", "-5", "1:3 double-sign");
+        valued("the typesetter's minus", "Off \xE2\x88\x92<CODE,0.00>", "'-1.43'",
+               "1:6 double-sign");
+        valued("a result", "Off -<CODE*2,0.00>", "'-1.43'", "1:6 double-sign");
+        valued("of a text", "Off -<CODE>", "'-10 %'", "1:6 double-sign");
+        valued("one sign", "Off<S>-<CODE,0.00>", "'1.43'", "");
+        valued("that of the value", "Off<S><CODE,0.00>", "'-1.43'", "");
+        valued("the sign is lost", "Off<S>-<abs(CODE),0.00>", "'-0.43'", "");
+        valued("apart", "Off - <CODE,0.00>", "'-1.43'", "");
+        valued("a hyphen of a word", "T-<CODE>", "-5", "");
+        valued("from one number to another", "<ZERO>-<CODE>", "-5", "");
+        valued("a rule", "---<CODE>", "-5", "");
+        valued("a text", "-<CODE>", "'-x'", "");
+        valued("both of the value", "<CODE>", "'--5'", "");
+        valued("gone with its group", "[Off<S>-<CODE,0.00><ZERO>]", "'-1.43'", "");
+    }
+    void doubleSign() { checkPlaces(); }
+
+    void doubleSignSaysHowThereIsOne()
+    {
+        const auto messageOf = [](const char *text, const char *value) {
+            return lintrun::lint(text, {},
+                                 json("{'attributes': {'CODE': ") + json(value) + json("}}"))
+                .output;
+        };
+        QCOMPARE(
+            messageOf("Off<S>-<CODE,0.00>", "'-1.43'"),
+            QString("t.cpt:1:8: error: \"--1.43\" has two signs, as CODE brings one of its own; "
+                    "\"<abs(CODE),0.00>\" prints none [double-sign]\n"));
+        QCOMPARE(messageOf("Points +<CODE>", "-5"),
+                 QString("t.cpt:1:9: error: \"+-5\" has two signs, as CODE brings one of its own; "
+                         "\"<abs(CODE),0>\" prints none [double-sign]\n"));
+        QCOMPARE(
+            messageOf("Off -<CODE>", "'-10 %'"),
+            QString("t.cpt:1:6: error: \"--10 %\" has two signs, as CODE brings one of its own "
+                    "[double-sign]\n"));
+    }
+
     void lostSign_data()
     {
         addTemplates();

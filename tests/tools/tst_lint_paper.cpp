@@ -239,13 +239,30 @@ private Q_SLOTS:
     {
         addTemplates();
         blankWith("--model AV_268", "each one once", "\xE2\x84\x96 \xC2\xAB\xC2\xBB\xC2\xAB",
-                  "1:3 unprintable-character 1:4 unprintable-character");
+                  "1:3 unprintable-character");
         blank("without a model or code page none is known", "\xE2\x82\xAC", "");
         blankWith("--code-page windows-1252", "in the code page", "\xE2\x82\xAC", "");
         blankWith("--code-page windows-1252", "not in the code page", "\xD0\x96",
                   "1:1 unprintable-character");
     }
     void unprintableCharacter() { checkPlaces(); }
+
+    // A text in another script has one finding for each of its values and one for the rest.
+    void unprintableCharactersAreToldTogether()
+    {
+        const QByteArray document =
+            QByteArray(R"({"attributes": {"NAME": "Άννα", "CITY": "Αθήνα"}})");
+        const ReceiptRun run =
+            lintrun::lint("Σ <NAME> ά <CITY> \u03A3\u03A9", {"--model", "AV_268"}, document);
+        QCOMPARE(
+            run.output,
+            QString("t.cpt:1:1: warning: \"Σ\", \"ά\", \"Ω\" are not in the printer's character "
+                    "set, IBM866 [unprintable-character]\n"
+                    "t.cpt:1:3: warning: \"Ά\", \"ν\", \"α\" are not in the printer's character "
+                    "set, IBM866 [unprintable-character]\n"
+                    "t.cpt:1:12: warning: \"Α\", \"θ\", \"ή\", \"ν\", \"α\" are not in the "
+                    "printer's character set, IBM866 [unprintable-character]\n"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestLintPaper)

@@ -37,6 +37,32 @@ private Q_SLOTS:
     }
     void unknownAttribute() { checkPlaces(); }
 
+    void missingEntries_data()
+    {
+        addTemplates();
+        const QByteArray none = lintrun::json("{'attributes': {'SHOP': 'Kiosk'}}");
+        const auto without = [&none](const char *name, const char *text, const char *places) {
+            lintrun::row(name, text, none, "", places);
+        };
+        without("on a line", "<SHOP>\n<ENTRIES>", "2:1 unknown-attribute");
+        without("in small letters", "<entries>", "1:1 unknown-attribute");
+        without("removed", "<X:><ENTRIES><:X>a", "");
+        without("no tag", "<SHOP>", "");
+        lintrun::row("empty ones", "<ENTRIES>", lintrun::json("{'entries': ''}"), "",
+                     "1:1 unknown-attribute");
+        filled("there", "<ENTRIES>", "");
+        blank("not known", "<ENTRIES>", "");
+    }
+    void missingEntries() { checkPlaces(); }
+
+    void missingEntriesAreAWarning()
+    {
+        const ReceiptRun run = lintrun::lint("<ENTRIES>", {}, "{}");
+        QCOMPARE(run.output, QString("t.cpt:1:1: warning: the document has no \"entries\": a blank "
+                                     "line is printed [unknown-attribute]\n"));
+        QCOMPARE(run.status, 0);
+    }
+
     void badExpression_data()
     {
         addTemplates();

@@ -377,6 +377,9 @@ private Q_SLOTS:
         QTest::newRow("authors/rounding") << "authors/rounding"
                                           << "authors/rounding"
                                           << "--model CUSTOM_VKP_80";
+        QTest::newRow("authors/signs") << "authors/signs"
+                                       << "authors/signs"
+                                       << "--width 30";
         QTest::newRow("authors/symbols") << "authors/symbols"
                                          << "authors/nothing"
                                          << "--model CUSTOM_VKP_80";
@@ -517,6 +520,7 @@ private Q_SLOTS:
                                  "authors/markup",
                                  "authors/removal",
                                  "authors/rounding",
+                                 "authors/signs",
                                  "authors/symbols",
                                  "authors/values",
                                  "cafe",

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QSet>
 #include <QVector>
 #include <memory>
@@ -81,6 +82,15 @@ public:
     const QVector<Piece> &pieces() const { return m_pieces; }
     /// Null without a document.
     Values *values() const { return m_values.get(); }
+    /// Of tags in a BBCode text, by their offsets: the digits that the field around fills up to.
+    const QHash<int, int> &digitsOfFields() const { return m_digitsOfFields; }
+    /// Makes it one of a BBCode text.
+    void setBbCode(const QHash<int, int> &digitsOfFields)
+    {
+        m_isBbCode = true;
+        m_digitsOfFields = digitsOfFields;
+    }
+    bool isOfBbCode() const { return m_isBbCode; }
     /// Whether the values of a line are mere text, so that its tags and groups are those that the
     /// template shows.
     bool showsItsShape(const TemplateLine &line) const;
@@ -94,6 +104,8 @@ private:
     const Source m_source;
     std::unique_ptr<Values> m_values;
     QVector<Piece> m_pieces;
+    QHash<int, int> m_digitsOfFields;
+    bool m_isBbCode = false;
 };
 
 /// Takes the findings of one rule.

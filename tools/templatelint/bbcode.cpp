@@ -286,6 +286,42 @@ void BbCode::pairUp()
     std::sort(m_lonely.begin(), m_lonely.end());
 }
 
+QVector<BbNumber> BbCode::numbers() const
+{
+    QVector<BbNumber> result;
+    const QString key = QStringLiteral("zerofill");
+    bool isField = false;
+    int digits = 0;
+    for (int i = 0; i < m_events.size(); ++i) {
+        const BbEvent &event = m_events.at(i);
+        const bool isTag = event.kind == BbEvent::Open || event.kind == BbEvent::Close;
+        if (isTag && event.name == QLatin1String("field")) {
+            isField = event.kind == BbEvent::Open;
+            digits = 0;
+        }
+        if (event.kind == BbEvent::Open && isField && event.parameters.contains(key))
+            digits = event.parameters.value(key).toInt();
+        else if (event.kind == BbEvent::Words && digits > 0)
+            result.append({i, digits});
+    }
+    return result;
+}
+
+QHash<int, int> BbCode::digitsOfValues() const
+{
+    QHash<int, int> digits;
+    const QVector<BbNumber> all = numbers();
+    for (const BbNumber &number : all) {
+        const BbEvent &words = m_events.at(number.event);
+        for (int i = words.begin; i < words.end; ++i) {
+            const int origin = m_text.origins.at(i);
+            if (!Text::isTemplate(origin) && origin != Text::nowhere)
+                digits.insert(Text::offsetOf(origin), number.digits);
+        }
+    }
+    return digits;
+}
+
 QVector<Printed> BbCode::lines() const
 {
     BbCodeParser parser(nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QVector>
@@ -30,6 +31,13 @@ struct BbPair
     int close;
 };
 
+/// Words in a field that is filled up with zeros.
+struct BbNumber
+{
+    int event;
+    int digits;  ///< as many as it is filled up to
+};
+
 /// A BBCode text as the library's own reader takes it, with its places.
 class BbCode
 {
@@ -45,6 +53,9 @@ public:
     const QVector<BbPair> &pairs() const { return m_pairs; }
     /// Events that open or close something without the other.
     const QVector<int> &lonely() const { return m_lonely; }
+    QVector<BbNumber> numbers() const;
+    /// For each tag of a value in such words its offset, and the digits.
+    QHash<int, int> digitsOfValues() const;
 
     int offsetOf(const BbEvent &event) const;
     /// Whether it begins in a value of the document.

@@ -1,4 +1,5 @@
 #include <QHash>
+#include <QMap>
 #include <QTextCodec>
 #include <algorithm>
 
@@ -124,25 +125,37 @@ private:
     QHash<QString, bool> m_known;
 };
 
-/// The characters of a line, surrogates in pairs, that come from the template or from a value and
-/// that a code page lacks; each once.
+QString missingCharacters(const QStringList &characters, const CodePage &codePage)
+{
+    const QString quoted =
+        QLatin1Char('"') + characters.join(QStringLiteral("\", \"")) + QLatin1Char('"');
+    return QStringLiteral("%1 %2 not in the printer's character set, %3")
+        .arg(quoted, characters.size() == 1 ? QStringLiteral("is") : QStringLiteral("are"),
+             codePage.name());
+}
+
+/// The characters of a line, surrogates in pairs, that a code page lacks: those of each value, at
+/// its tag, and those of the template, at the first of them.
 void checkCharactersOf(const Printed &line, bool hasValues, CodePage &codePage, Report &report)
 {
     const QString &text = line.text.characters;
-    QString seen;
+    QMap<int, QStringList> missing;
+    int first = Text::nowhere;
     for (int i = 0, length = 1; i < text.size(); i += length) {
         length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
         const QString character = text.mid(i, length);
         const int origin = line.text.origins.at(i);
         const bool isOwn = Text::isTemplate(origin) || (hasValues && origin != Text::nowhere);
-        if (text.at(i) <= QLatin1Char('~') || !isOwn || isRaw(line, i) || codePage.has(character) ||
-            seen.contains(character))
+        if (text.at(i) <= QLatin1Char('~') || !isOwn || isRaw(line, i) || codePage.has(character))
             continue;
-        seen += character;
-        report.addEach(Text::offsetOf(origin),
-                       QStringLiteral("\"%1\" is not in the printer's character set, %2")
-                           .arg(character, codePage.name()));
+        if (Text::isTemplate(origin) && first == Text::nowhere)
+            first = origin;
+        QStringList &characters = missing[Text::isTemplate(origin) ? first : origin];
+        if (!characters.contains(character))
+            characters.append(character);
     }
+    for (auto place = missing.cbegin(); place != missing.cend(); ++place)
+        report.addEach(Text::offsetOf(place.key()), missingCharacters(*place, codePage));
 }
 
 }  // namespace

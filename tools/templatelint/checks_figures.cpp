@@ -1,4 +1,5 @@
 #include <QHash>
+#include <QRegularExpression>
 #include <QSet>
 #include <optional>
 
@@ -6,6 +7,7 @@
 #include "checks.h"
 #include "figures.h"
 #include "printerdocs/template/substitutiontext_p.h"
+#include "signs.h"
 #include "substitution.h"
 #include "sums.h"
 
@@ -19,7 +21,9 @@ namespace {
 class FigureCheck
 {
 public:
-    FigureCheck(const Piece &piece, Values &values) : m_piece(piece), m_values(values) {}
+    FigureCheck(const Piece &piece, const Analysis &analysis)
+        : m_piece(piece), m_analysis(analysis), m_values(*analysis.values())
+    {}
 
     void report(FigureVerdict::Fault fault, Report &report)
     {
@@ -27,7 +31,8 @@ public:
             m_left.reset();
             for (const AttributeTag &tag : line.tags) {
                 const FigureVerdict &verdict = verdictOf(tag);
-                if (verdict.fault == fault && concernsThePaper(line, tag))
+                if (verdict.fault == fault && !isJudgedByItsField(line, tag) &&
+                    concernsThePaper(line, tag))
                     report.add(line.offsetOf(tag), verdict.message);
             }
         }
@@ -39,7 +44,18 @@ private:
         const auto known = m_verdicts.constFind(tag.inner);
         return known != m_verdicts.constEnd()
                    ? *known
-                   : *m_verdicts.insert(tag.inner, figureVerdictOf(tag, m_values));
+                   : *m_verdicts.insert(tag.inner,
+                                        figureVerdictOf(tag, m_values, m_analysis.isOfBbCode()));
+    }
+    /// Whether a field of BBCode makes another number of a value, or gives a code the zeros back
+    /// that it loses as a number.
+    bool isJudgedByItsField(const TemplateLine &line, const AttributeTag &tag) const
+    {
+        static const QRegularExpression digits(QStringLiteral("^\\d+$"));
+        const auto field = m_analysis.digitsOfFields().constFind(line.offsetOf(tag));
+        const QString given = m_values.rawValue(tag.name).toString();
+        return field != m_analysis.digitsOfFields().constEnd() &&
+               (given.size() <= *field || !digits.match(given).hasMatch());
     }
     bool concernsThePaper(const TemplateLine &line, const AttributeTag &tag)
     {
@@ -66,6 +82,7 @@ private:
     }
 
     const Piece &m_piece;
+    const Analysis &m_analysis;
     Values &m_values;
     QHash<QString, FigureVerdict> m_verdicts;
     std::optional<QSet<int>> m_left;  ///< origins of what is left of the line
@@ -75,7 +92,7 @@ void reportFigures(const Analysis &analysis, FigureVerdict::Fault fault, Report 
 {
     for (const Piece &piece : analysis.pieces()) {
         if (piece.filled && !piece.filled->endless)
-            FigureCheck(piece, *analysis.values()).report(fault, report);
+            FigureCheck(piece, analysis).report(fault, report);
     }
 }
 
@@ -103,6 +120,16 @@ void checkSums(const Analysis &analysis, Report &report)
         const QVector<WrongSum> wrong = wrongSumsOf(piece, *analysis.values());
         for (const WrongSum &sum : wrong)
             report.addAs(sum.severity, sum.offset, sum.message);
+    }
+}
+
+void checkDoubleSigns(const Analysis &analysis, Report &report)
+{
+    for (const Piece &piece : analysis.pieces()) {
+        if (!piece.filled || piece.filled->endless)
+            continue;
+        for (const Printed &line : piece.filled->lines)
+            reportDoubleSigns(line.text, analysis.source(), *analysis.values(), report);
     }
 }
 

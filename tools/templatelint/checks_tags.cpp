@@ -67,11 +67,18 @@ QString longerForm(const QString &inner)
                : QString();
 }
 
-void reportShort(const BadCode &code, Report &report)
+/// What has a value is lost; all else may be meant as text.
+Severity severityOfShort(const Analysis &analysis, const QString &inner)
 {
-    report.add(code.offset, QStringLiteral("\"<%1>\" is read as the code of a character: an "
-                                           "attribute or expression has at least four characters")
-                                .arg(code.inner));
+    return isAttribute(analysis, inner) ? Severity::Error : Severity::Warning;
+}
+
+void reportShort(const BadCode &code, Severity severity, Report &report)
+{
+    report.addAs(severity, code.offset,
+                 QStringLiteral("\"<%1>\" is read as the code of a character: an attribute or "
+                                "expression has at least four characters")
+                     .arg(code.inner));
 }
 
 /// Whether a short tag is none of the library's and can't be meant as text, as in "1 < a > 0".
@@ -155,11 +162,28 @@ void checkUnterminated(const Piece &piece, const Text &line, Report &report)
     }
 }
 
+void reportMissingEntries(const Piece &piece, const TemplateLine &line, Report &report)
+{
+    for (const AttributeTag &tag : line.tags) {
+        const int offset = line.offsetOf(tag);
+        if (isEntriesTag(tag.inner) && piece.isPrinted(offset))
+            report.addAs(
+                Severity::Warning, offset,
+                QStringLiteral("the document has no \"entries\": a blank line is printed"));
+    }
+}
+
 }  // namespace
 
 void checkUnknownAttributes(const Analysis &analysis, Report &report)
 {
     reportTags(analysis, TagVerdict::UnknownAttribute, report);
+    if (!analysis.options().document || !analysis.options().document->entries().isEmpty())
+        return;
+    for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines)
+            reportMissingEntries(piece, line, report);
+    }
 }
 
 void checkExpressions(const Analysis &analysis, Report &report)
@@ -197,15 +221,15 @@ void checkShortTags(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         for (const BadCode &code : piece.blank.badCodes) {
             if (isTooShort(analysis, code.inner))
-                reportShort(code, report);
+                reportShort(code, severityOfShort(analysis, code.inner), report);
         }
         const QVector<Leftover> leftovers = leftoversOf(piece.blank);
         for (const Leftover &tag : leftovers) {
             if (isTooShort(analysis, tag.inner))
-                report.add(tag.offset,
-                           QStringLiteral("\"<%1>\" prints as it stands: an attribute or "
-                                          "expression has at least four characters%2")
-                               .arg(tag.inner, longerForm(tag.inner)));
+                report.addAs(severityOfShort(analysis, tag.inner), tag.offset,
+                             QStringLiteral("\"<%1>\" prints as it stands: an attribute or "
+                                            "expression has at least four characters%2")
+                                 .arg(tag.inner, longerForm(tag.inner)));
         }
     }
 }

@@ -29,6 +29,7 @@ struct PrintedFigure
     QString given;
     double value;
     QString text;  ///< what is printed
+    bool isInBbCode = false;
 };
 
 FigureVerdict figureVerdict(FigureVerdict::Fault fault, const PrintedFigure &figure,
@@ -120,10 +121,10 @@ FigureVerdict verdictOfReal(const PrintedFigure &figure)
 }
 
 /// How a text that no number is meant by is kept as it stands.
-QString keptAsText(const QString &text)
+QString keptAsText(const QString &text, bool isInBbCode)
 {
-    return QStringLiteral("the text reads as a number; \"%1<:>\" stays as it stands")
-        .arg(clipped(text));
+    return QStringLiteral("the text reads as a number; \"%1%2\" stays as it stands")
+        .arg(clipped(text), isInBbCode ? QStringLiteral("[b][/b]") : QStringLiteral("<:>"));
 }
 
 /// What names of digits end in that somebody copies or looks up, one by one.
@@ -164,7 +165,7 @@ FigureVerdict verdictOfZeros(const PrintedFigure &figure)
                              ? QStringLiteral("the text reads as a number, which has no zeros in "
                                               "front; \"<%1,%2>\" prints all digits")
                                    .arg(clipped(figure.name), QString(digits, QLatin1Char('0')))
-                             : keptAsText(text));
+                             : keptAsText(text, figure.isInBbCode));
 }
 
 FigureVerdict verdictOfComma(const PrintedFigure &figure)
@@ -190,7 +191,8 @@ FigureVerdict verdictOfText(const PrintedFigure &figure)
     static const QRegularExpression leadingZero(QStringLiteral("^-?0\\d"));
     const QString text = figure.given.trimmed();
     if (text.contains(otherThanNumber))
-        return figureVerdict(FigureVerdict::ReadAsNumber, figure, keptAsText(text));
+        return figureVerdict(FigureVerdict::ReadAsNumber, figure,
+                             keptAsText(text, figure.isInBbCode));
     if (text.contains(leadingZero)) {
         FigureVerdict zeros = verdictOfZeros(figure);
         if (zeros.fault != FigureVerdict::None)
@@ -218,7 +220,7 @@ QString faultOfCode(const AttributeTag &tag)
         .arg(clipped(tag.name), clipped(tag.format));
 }
 
-FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values)
+FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values, bool isBbCode)
 {
     const QString printed = values.ofTag(tag.inner).value_or(QString());
     if (printed.isEmpty())
@@ -234,8 +236,8 @@ FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values)
         return {};
     const QVariant raw = values.rawValue(tag.name);
     if (raw.type() == QVariant::String)
-        return verdictOfText(
-            {Origin::Text, tag.name, tag.format, raw.toString(), value.toDouble(), printed});
+        return verdictOfText({Origin::Text, tag.name, tag.format, raw.toString(), value.toDouble(),
+                              printed, isBbCode});
     if (value.type() != QVariant::Double)
         return {};
     return verdictOfReal({Origin::Number, tag.name, tag.format, shortest(value.toDouble()),

@@ -25,6 +25,7 @@ struct FigureVerdict
 QString faultOfCode(const AttributeTag &tag);
 
 /// Of a tag for an attribute that the document has, or for an expression.
-FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values);
+/// @param isBbCode the text is one in BBCode, where the tags of templates print as they stand
+FigureVerdict figureVerdictOf(const AttributeTag &tag, Values &values, bool isBbCode = false);
 
 }  // namespace templatelint

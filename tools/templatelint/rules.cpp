@@ -20,8 +20,8 @@ constexpr Rule table[] = {
          "An attribute that the document lacks prints nothing and takes the group around it along; "
          "in an expression it makes the whole expression print nothing, or the value of a shorter "
          "name is put in for a part of it. Names are case-sensitive. In a group it may well be "
-         "missing with some sales, and is told as a note. Needs --data; the document should have "
-         "every attribute that a sale can have."),
+         "missing with some sales, and is told as a note; \"<ENTRIES>\" without entries is a "
+         "warning. Needs --data; the document should have every attribute that a sale can have."),
      "<C><SHPO>", "<C><SHOP>", R"({"attributes": {"SHOP": "Harbour Kiosk"}})", noArguments,
      checkUnknownAttributes, nullptr, true},
     {"bad-expression", Severity::Error,
@@ -56,10 +56,21 @@ constexpr Rule table[] = {
          "LintRule",
          "In a format with decimals, and without a format, a number between -1 and 0 loses its "
          "sign: a shortage of 0.05 prints as a surplus. The format \"0.E\" keeps it; it prints up "
-         "to six digits, and no zeros at the end. Needs --data."),
+         "to six digits, and no zeros at the end, so 5.00 is 5. For an amount A there is "
+         "[<X:><abs(A)-A><:X>-]<:><:><abs(A),0.00>, with a minus that stands in a group. Needs "
+         "--data."),
      "Difference<S><COUNTED-EXPECTED>", "Difference<S><COUNTED-EXPECTED,0.E>",
      R"({"attributes": {"COUNTED": "885.40", "EXPECTED": "885.45"}})", noArguments, checkLostSigns,
      nullptr, true},
+    {"double-sign", Severity::Error,
+     QT_TRANSLATE_NOOP("LintRule", "a sign in front of a value with a sign"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A minus or plus that the template prints in front of a value belongs to values without a "
+         "sign. One that is less than zero brings its own, and \"--1.50\" is printed. abs() takes "
+         "it away; where it may be either, no sign stands in front of the tag. Needs --data."),
+     "Discount<S>-<DISCOUNT,0.00>", "Discount<S>-<abs(DISCOUNT),0.00>",
+     R"({"attributes": {"DISCOUNT": "-1.50"}})", noArguments, checkDoubleSigns, checkBbDoubleSigns},
     {"text-as-number", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a text that is read as a number and prints otherwise"),
      QT_TRANSLATE_NOOP(
@@ -81,9 +92,10 @@ constexpr Rule table[] = {
          "Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In "
          "a format with decimals, and without a format, the part in front of the point has 32 "
          "bits, and is 0 from 2147483648 on; a format without decimals has 64. \"0.E\" gives six "
-         "digits, and larger numbers an exponent. Needs --data."),
+         "digits, and larger numbers an exponent. In BBCode a field with zerofill takes whole "
+         "numbers alone, and prints zeros for all else. Needs --data, but not for that."),
      "Super 95<S><PRICE>", "Super 95<S><PRICE,0.000>", R"({"attributes": {"PRICE": "1.749"}})",
-     noArguments, checkChangedFigures, nullptr, true},
+     noArguments, checkChangedFigures, checkBbNumbers, true},
     {"wrong-sum", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a printed total that isn't the sum of what is printed"),
      QT_TRANSLATE_NOOP(
@@ -161,13 +173,15 @@ constexpr Rule table[] = {
          "nothing. The message says what there is instead. A tag without --data is a warning."),
      "<round(QTY*PRICE),0.00>", "<floor(QTY*PRICE+0.5),0.00>", noDocument, noArguments,
      checkGuessedNames, nullptr, true},
-    {"short-tag", Severity::Warning,
+    {"short-tag", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a tag too short to be an attribute"),
      QT_TRANSLATE_NOOP(
          "LintRule",
          "A tag with fewer than four characters between its brackets is never filled and prints as "
-         "it stands. A longer name helps, a format, or blanks in an expression."),
-     "Sum <A+B>", "Sum <A + B>", noDocument, noArguments, checkShortTags},
+         "it stands. A longer name helps, a format, or blanks in an expression. It is an error if "
+         "--data has the value, else a warning."),
+     "Card <PAN>", "Card <PAN,>", R"({"attributes": {"PAN": "**** 0471"}})", noArguments,
+     checkShortTags, nullptr, true},
     {"markup-spelling", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "misspelt or wrongly-cased markup"),
      QT_TRANSLATE_NOOP(
@@ -302,9 +316,9 @@ constexpr Rule table[] = {
          "not; a tag with a format doesn't count. Without it a copy looks like the original. A "
          "number with a format has the mark if \"<X:><DOCNO><:X>\" stands beside it, which prints "
          "nothing. A template without the number is told with --data only, of a document that is a "
-         "copy."),
+         "copy; so is BBCode, which has no mark: there a value has to say it."),
      "Receipt <DOCNO,000000>", "Receipt <DOCNO,000000><X:><DOCNO><:X>", noDocument, noArguments,
-     checkCopyMark},
+     checkCopyMark, checkBbCopyMark},
     {"repeated-symbol-file", Severity::Warning,
      QT_TRANSLATE_NOOP("LintRule", "a second \"<SPECSYMBOLS=\" line"),
      QT_TRANSLATE_NOOP("LintRule",
@@ -387,8 +401,9 @@ constexpr Rule table[] = {
      QT_TRANSLATE_NOOP("LintRule", "a character that the printer doesn't have"),
      QT_TRANSLATE_NOOP(
          "LintRule",
-         "A printer has the characters of one code page, and prints something else for all others. "
-         "Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless "
+         "A printer has the characters of one code page. \"receipt print\" draws all others, as "
+         "\"receipt preview\" shows; other drivers print something else for them. Needs --model or "
+         "--code-page. The catalogue names no code pages: cp866 is taken unless "
          "--code-page says otherwise. What stands in a value is reported where its tag stands."),
      "Total 5 €", "Total 5 EUR", noDocument, "--model CUSTOM_VKP_80", checkCharacters,
      checkBbCharacters},

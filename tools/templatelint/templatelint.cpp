@@ -27,7 +27,8 @@ QVector<Finding> lintBbCode(const QStringList &lines, const Options &options)
 {
     Progress progress(options.progress, qint64(Analysis::stepsPerLine) * lines.size() + 1);
     const BbCode text(lines, options);
-    const Analysis analysis(lines, options, progress);
+    Analysis analysis(lines, options, progress);
+    analysis.setBbCode(text.digitsOfValues());
     QVector<Finding> findings;
     for (const Rule &rule : rules()) {
         Report report(rule, text.source(), findings);

@@ -64,10 +64,6 @@
         <translation>ein Tag, das für ein Attribut zu kurz ist</translation>
     </message>
     <message>
-        <source>A tag with fewer than four characters between its brackets is never filled and prints as it stands. A longer name helps, a format, or blanks in an expression.</source>
-        <translation>Ein Tag mit weniger als vier Zeichen zwischen den Klammern wird nie gefüllt und druckt, wie es dasteht. Es hilft ein längerer Name, ein Format, oder Leerzeichen in einem Ausdruck.</translation>
-    </message>
-    <message>
         <source>misspelt or wrongly-cased markup</source>
         <translation>falsch oder klein geschriebene Auszeichnung</translation>
     </message>
@@ -228,10 +224,6 @@
         <translation>ein Zeichen, das der Drucker nicht hat</translation>
     </message>
     <message>
-        <source>A printer has the characters of one code page, and prints something else for all others. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
-        <translation>Ein Drucker hat die Zeichen einer Codepage und druckt für alle anderen etwas anderes. Braucht --model oder --code-page. Der Katalog nennt keine Codepages: es gilt cp866, wenn --code-page nichts anderes sagt. Was in einem Wert steht, wird dort gemeldet, wo sein Tag steht.</translation>
-    </message>
-    <message>
         <source>a value whose tags never come to an end</source>
         <translation>ein Wert, dessen Tags nie zu Ende gehen</translation>
     </message>
@@ -292,10 +284,6 @@
         <translation>Was hinter dem letzten Komma eines Tags steht, ist das Format, und alles davor der Name; ein Datum mit einem Komma im Format druckt daher nichts. Schreiben Sie zwei Tags mit dem Komma dazwischen.</translation>
     </message>
     <message>
-        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. In a group it may well be missing with some sales, and is told as a note. Needs --data; the document should have every attribute that a sale can have.</source>
-        <translation>Ein Attribut, das dem Dokument fehlt, druckt nichts und nimmt die Gruppe um sich mit; in einem Ausdruck druckt dann der ganze Ausdruck nichts, oder für einen Teil des Namens wird der Wert eines kürzeren eingesetzt. Groß- und Kleinschreibung zählt. In einer Gruppe kann es bei manchen Verkäufen durchaus fehlen und ist nur ein Hinweis. Braucht --data; das Dokument sollte jedes Attribut haben, das ein Verkauf haben kann.</translation>
-    </message>
-    <message>
         <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, and is a warning; with it what this document makes of the expression.</source>
         <translation>Eine Division durch null druckt 0, etwa &quot;0.00&quot;, als wäre das der Betrag; ebenso alles andere ohne endlichen Wert, wie ln(0). In einer Gruppe ist es in Ordnung, da die Gruppe entfällt. Ohne --data wird nur ein als 0 geschriebener Teiler gefunden, als Warnung; damit auch, was dieses Dokument aus dem Ausdruck macht.</translation>
     </message>
@@ -304,20 +292,12 @@
         <translation>ein Minus, das nicht gedruckt wird</translation>
     </message>
     <message>
-        <source>In a format with decimals, and without a format, a number between -1 and 0 loses its sign: a shortage of 0.05 prints as a surplus. The format &quot;0.E&quot; keeps it; it prints up to six digits, and no zeros at the end. Needs --data.</source>
-        <translation>In einem Format mit Dezimalstellen und ohne Format verliert eine Zahl zwischen -1 und 0 ihr Vorzeichen: ein Fehlbetrag von 0.05 druckt als Überschuss. Das Format &quot;0.E&quot; behält es; es druckt bis zu sechs Ziffern und keine Nullen am Ende. Braucht --data.</translation>
-    </message>
-    <message>
         <source>a text that is read as a number and prints otherwise</source>
         <translation>ein Text, der als Zahl gelesen wird und anders druckt</translation>
     </message>
     <message>
         <source>a number that prints as another one</source>
         <translation>eine Zahl, die als eine andere druckt</translation>
-    </message>
-    <message>
-        <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. Needs --data.</source>
-        <translation>Ohne Format druckt eine Zahl mit Dezimalstellen deren zwei: ein Liter zu 1.749 ist 1.75. In einem Format mit Dezimalstellen und ohne Format hat der Teil vor dem Punkt 32 Bit und ist ab 2147483648 eine 0; ein Format ohne Dezimalstellen hat 64. &quot;0.E&quot; gibt sechs Ziffern, und größeren Zahlen einen Exponenten. Braucht --data.</translation>
     </message>
     <message>
         <source>a tag or function that there isn&apos;t</source>
@@ -334,10 +314,6 @@
     <message>
         <source>What stands behind &lt;S&gt; goes to the right edge. With two of them each takes all the room that the text leaves, so that the line gets wider than the paper and wraps; in HTML what stands between them is lost. Write columns with blanks, or two lines.</source>
         <translation>Was hinter &lt;S&gt; steht, rückt an den rechten Rand. Bei zweien nimmt jedes den ganzen Platz, den der Text lässt; die Zeile wird breiter als das Papier und bricht um, und in HTML geht verloren, was zwischen ihnen steht. Schreiben Sie Spalten mit Leerzeichen oder zwei Zeilen.</translation>
-    </message>
-    <message>
-        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy.</source>
-        <translation>Die Zeile, die eine Kopie kennzeichnet, kommt hinter die erste Zeile mit &quot;&lt;DOCNO&gt;&quot;, groß oder klein geschrieben; ein Tag mit Format zählt nicht. Ohne sie sieht eine Kopie aus wie das Original. Eine Nummer mit Format hat die Kennzeichnung, wenn &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; daneben steht, was nichts druckt. Eine Vorlage ohne die Nummer wird nur mit --data gemeldet, bei einem Dokument, das eine Kopie ist.</translation>
     </message>
     <message>
         <source>a line that is wider than the paper</source>
@@ -450,6 +426,38 @@
     <message>
         <source>figures and sums aren&apos;t checked without data: --data DATA.json</source>
         <translation>ohne Daten werden Zahlen und Summen nicht geprüft: --data DATEN.json</translation>
+    </message>
+    <message>
+        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. In a group it may well be missing with some sales, and is told as a note; &quot;&lt;ENTRIES&gt;&quot; without entries is a warning. Needs --data; the document should have every attribute that a sale can have.</source>
+        <translation>Ein Attribut, das dem Dokument fehlt, druckt nichts und nimmt die Gruppe um sich mit; in einem Ausdruck druckt dann der ganze Ausdruck nichts, oder für einen Teil des Namens wird der Wert eines kürzeren eingesetzt. Groß- und Kleinschreibung zählt. In einer Gruppe kann es bei manchen Verkäufen durchaus fehlen und ist nur ein Hinweis; &quot;&lt;ENTRIES&gt;&quot; ohne Einträge ist eine Warnung. Braucht --data; das Dokument sollte jedes Attribut haben, das ein Verkauf haben kann.</translation>
+    </message>
+    <message>
+        <source>In a format with decimals, and without a format, a number between -1 and 0 loses its sign: a shortage of 0.05 prints as a surplus. The format &quot;0.E&quot; keeps it; it prints up to six digits, and no zeros at the end, so 5.00 is 5. For an amount A there is [&lt;X:&gt;&lt;abs(A)-A&gt;&lt;:X&gt;-]&lt;:&gt;&lt;:&gt;&lt;abs(A),0.00&gt;, with a minus that stands in a group. Needs --data.</source>
+        <translation>In einem Format mit Dezimalstellen und ohne Format verliert eine Zahl zwischen -1 und 0 ihr Vorzeichen: ein Fehlbetrag von 0.05 druckt als Überschuss. Das Format &quot;0.E&quot; behält es; es druckt bis zu sechs Ziffern und keine Nullen am Ende, aus 5.00 wird 5. Für einen Betrag A gibt es [&lt;X:&gt;&lt;abs(A)-A&gt;&lt;:X&gt;-]&lt;:&gt;&lt;:&gt;&lt;abs(A),0.00&gt;, mit einem Minus in einer Gruppe. Braucht --data.</translation>
+    </message>
+    <message>
+        <source>a sign in front of a value with a sign</source>
+        <translation>ein Vorzeichen vor einem Wert mit Vorzeichen</translation>
+    </message>
+    <message>
+        <source>A minus or plus that the template prints in front of a value belongs to values without a sign. One that is less than zero brings its own, and &quot;--1.50&quot; is printed. abs() takes it away; where it may be either, no sign stands in front of the tag. Needs --data.</source>
+        <translation>Ein Minus oder Plus, das die Vorlage vor einen Wert druckt, gehört zu Werten ohne Vorzeichen. Einer unter null bringt sein eigenes mit, und es druckt &quot;--1.50&quot;. abs() nimmt es weg; wo es beides geben kann, steht kein Vorzeichen vor dem Tag. Braucht --data.</translation>
+    </message>
+    <message>
+        <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. In BBCode a field with zerofill takes whole numbers alone, and prints zeros for all else. Needs --data, but not for that.</source>
+        <translation>Ohne Format druckt eine Zahl mit Dezimalstellen deren zwei: ein Liter zu 1.749 ist 1.75. In einem Format mit Dezimalstellen und ohne Format hat der Teil vor dem Punkt 32 Bit und ist ab 2147483648 eine 0; ein Format ohne Dezimalstellen hat 64. &quot;0.E&quot; gibt sechs Ziffern, und größeren Zahlen einen Exponenten. In BBCode nimmt ein Feld mit zerofill nur ganze Zahlen und druckt für alles andere Nullen. Braucht --data, dafür aber nicht.</translation>
+    </message>
+    <message>
+        <source>A tag with fewer than four characters between its brackets is never filled and prints as it stands. A longer name helps, a format, or blanks in an expression. It is an error if --data has the value, else a warning.</source>
+        <translation>Ein Tag mit weniger als vier Zeichen zwischen den Klammern wird nie gefüllt und druckt, wie es dasteht. Es hilft ein längerer Name, ein Format, oder Leerzeichen in einem Ausdruck. Hat --data den Wert, ist es ein Fehler, sonst eine Warnung.</translation>
+    </message>
+    <message>
+        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy; so is BBCode, which has no mark: there a value has to say it.</source>
+        <translation>Die Zeile, die eine Kopie kennzeichnet, kommt hinter die erste Zeile mit &quot;&lt;DOCNO&gt;&quot;, groß oder klein geschrieben; ein Tag mit Format zählt nicht. Ohne sie sieht eine Kopie aus wie das Original. Eine Nummer mit Format hat die Kennzeichnung, wenn &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; daneben steht, was nichts druckt. Eine Vorlage ohne die Nummer wird nur mit --data gemeldet, bei einem Dokument, das eine Kopie ist; ebenso BBCode, das keine Kennzeichnung hat: dort muss ein Wert es sagen.</translation>
+    </message>
+    <message>
+        <source>A printer has the characters of one code page. &quot;receipt print&quot; draws all others, as &quot;receipt preview&quot; shows; other drivers print something else for them. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
+        <translation>Ein Drucker hat die Zeichen einer Codepage. Alle anderen zeichnet &quot;receipt print&quot;, wie &quot;receipt preview&quot; zeigt; andere Treiber drucken etwas anderes dafür. Braucht --model oder --code-page. Der Katalog nennt keine Codepages: es gilt cp866, wenn --code-page nichts anderes sagt. Was in einem Wert steht, wird dort gemeldet, wo sein Tag steht.</translation>
     </message>
 </context>
 </TS>

@@ -64,10 +64,6 @@
         <translation>тег, слишком короткий для атрибута</translation>
     </message>
     <message>
-        <source>A tag with fewer than four characters between its brackets is never filled and prints as it stands. A longer name helps, a format, or blanks in an expression.</source>
-        <translation>Тег, в скобках которого меньше четырёх знаков, никогда не заполняется и печатается как есть. Поможет более длинное имя, формат или пробелы в выражении.</translation>
-    </message>
-    <message>
         <source>misspelt or wrongly-cased markup</source>
         <translation>разметка с ошибкой или не теми буквами</translation>
     </message>
@@ -228,10 +224,6 @@
         <translation>знак, которого нет у принтера</translation>
     </message>
     <message>
-        <source>A printer has the characters of one code page, and prints something else for all others. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
-        <translation>У принтера есть знаки одной кодовой страницы, а вместо всех других он печатает что-то иное. Нужен --model или --code-page. В каталоге кодовых страниц нет: берётся cp866, если --code-page не говорит иначе. О том, что стоит в значении, сообщается на месте его тега.</translation>
-    </message>
-    <message>
         <source>a value whose tags never come to an end</source>
         <translation>значение, теги которого не кончаются</translation>
     </message>
@@ -292,10 +284,6 @@
         <translation>То, что стоит за последней запятой тега, — формат, а всё перед ней — имя, поэтому дата с запятой в формате ничего не печатает. Напишите два тега с запятой между ними.</translation>
     </message>
     <message>
-        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. In a group it may well be missing with some sales, and is told as a note. Needs --data; the document should have every attribute that a sale can have.</source>
-        <translation>Атрибут, которого нет в документе, ничего не печатает и уносит с собой группу вокруг; в выражении из-за него ничего не печатает всё выражение, или вместо части имени подставляется значение более короткого. Заглавные и строчные буквы различаются. В группе его при некоторых продажах может и не быть, и это только примечание. Нужен --data; в документе должны быть все атрибуты, какие бывают в продаже.</translation>
-    </message>
-    <message>
         <source>A division by zero prints as 0, such as &quot;0.00&quot;, as if that were the amount; so does what else has no finite value, such as ln(0). In a group it is fine, as the group goes. Without --data only a divisor that is written as 0 is found, and is a warning; with it what this document makes of the expression.</source>
         <translation>Деление на ноль печатает 0, например &quot;0.00&quot;, как будто это сумма; так же и всё прочее без конечного значения, например ln(0). В группе это допустимо: группа исчезает. Без --data находится только делитель, записанный как 0, и это предупреждение, с ним — и то, что выходит из выражения с этим документом.</translation>
     </message>
@@ -304,20 +292,12 @@
         <translation>минус, который не печатается</translation>
     </message>
     <message>
-        <source>In a format with decimals, and without a format, a number between -1 and 0 loses its sign: a shortage of 0.05 prints as a surplus. The format &quot;0.E&quot; keeps it; it prints up to six digits, and no zeros at the end. Needs --data.</source>
-        <translation>В формате с дробной частью и без формата число между -1 и 0 теряет знак: недостача 0.05 печатается как излишек. Формат &quot;0.E&quot; его сохраняет; он печатает до шести цифр и без нулей в конце. Нужен --data.</translation>
-    </message>
-    <message>
         <source>a text that is read as a number and prints otherwise</source>
         <translation>текст, который читается как число и печатается иначе</translation>
     </message>
     <message>
         <source>a number that prints as another one</source>
         <translation>число, которое печатается как другое</translation>
-    </message>
-    <message>
-        <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. Needs --data.</source>
-        <translation>Без формата у дробного числа печатаются два знака после точки: литр по 1.749 становится 1.75. В формате с дробной частью и без формата у части перед точкой 32 бита, и с 2147483648 она равна 0; у формата без дробной части 64. &quot;0.E&quot; даёт шесть цифр, а большим числам — показатель степени. Нужен --data.</translation>
     </message>
     <message>
         <source>a tag or function that there isn&apos;t</source>
@@ -334,10 +314,6 @@
     <message>
         <source>What stands behind &lt;S&gt; goes to the right edge. With two of them each takes all the room that the text leaves, so that the line gets wider than the paper and wraps; in HTML what stands between them is lost. Write columns with blanks, or two lines.</source>
         <translation>То, что стоит за &lt;S&gt;, уходит к правому краю. Если их два, каждый занимает всё место, которое оставляет текст, строка становится шире бумаги и переносится, а в HTML пропадает то, что стоит между ними. Пишите столбцы пробелами или двумя строками.</translation>
-    </message>
-    <message>
-        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy.</source>
-        <translation>Строка, которая помечает копию, идёт за первой строкой с &quot;&lt;DOCNO&gt;&quot;, заглавными или нет; тег с форматом не считается. Без неё копия выглядит как оригинал. У номера с форматом пометка есть, если рядом стоит &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot;, который ничего не печатает. О шаблоне без номера сообщается только с --data, если документ — копия.</translation>
     </message>
     <message>
         <source>a line that is wider than the paper</source>
@@ -450,6 +426,38 @@
     <message>
         <source>figures and sums aren&apos;t checked without data: --data DATA.json</source>
         <translation>без данных числа и суммы не проверяются: --data ДАННЫЕ.json</translation>
+    </message>
+    <message>
+        <source>An attribute that the document lacks prints nothing and takes the group around it along; in an expression it makes the whole expression print nothing, or the value of a shorter name is put in for a part of it. Names are case-sensitive. In a group it may well be missing with some sales, and is told as a note; &quot;&lt;ENTRIES&gt;&quot; without entries is a warning. Needs --data; the document should have every attribute that a sale can have.</source>
+        <translation>Атрибут, которого нет в документе, ничего не печатает и уносит с собой группу вокруг; в выражении из-за него ничего не печатает всё выражение, или вместо части имени подставляется значение более короткого. Заглавные и строчные буквы различаются. В группе его при некоторых продажах может и не быть, и это только примечание; &quot;&lt;ENTRIES&gt;&quot; без записей — предупреждение. Нужен --data; в документе должны быть все атрибуты, какие бывают в продаже.</translation>
+    </message>
+    <message>
+        <source>In a format with decimals, and without a format, a number between -1 and 0 loses its sign: a shortage of 0.05 prints as a surplus. The format &quot;0.E&quot; keeps it; it prints up to six digits, and no zeros at the end, so 5.00 is 5. For an amount A there is [&lt;X:&gt;&lt;abs(A)-A&gt;&lt;:X&gt;-]&lt;:&gt;&lt;:&gt;&lt;abs(A),0.00&gt;, with a minus that stands in a group. Needs --data.</source>
+        <translation>В формате с дробной частью и без формата число между -1 и 0 теряет знак: недостача 0.05 печатается как излишек. Формат &quot;0.E&quot; его сохраняет; он печатает до шести цифр и без нулей в конце, так что 5.00 — это 5. Для суммы A есть [&lt;X:&gt;&lt;abs(A)-A&gt;&lt;:X&gt;-]&lt;:&gt;&lt;:&gt;&lt;abs(A),0.00&gt;, где минус стоит в группе. Нужен --data.</translation>
+    </message>
+    <message>
+        <source>a sign in front of a value with a sign</source>
+        <translation>знак перед значением со знаком</translation>
+    </message>
+    <message>
+        <source>A minus or plus that the template prints in front of a value belongs to values without a sign. One that is less than zero brings its own, and &quot;--1.50&quot; is printed. abs() takes it away; where it may be either, no sign stands in front of the tag. Needs --data.</source>
+        <translation>Минус или плюс, который шаблон печатает перед значением, — для значений без знака. Значение меньше нуля приносит свой знак, и печатается &quot;--1.50&quot;. abs() его убирает; где бывает и то и другое, перед тегом знака нет. Нужен --data.</translation>
+    </message>
+    <message>
+        <source>Without a format a number with decimals prints two of them: a litre at 1.749 is 1.75. In a format with decimals, and without a format, the part in front of the point has 32 bits, and is 0 from 2147483648 on; a format without decimals has 64. &quot;0.E&quot; gives six digits, and larger numbers an exponent. In BBCode a field with zerofill takes whole numbers alone, and prints zeros for all else. Needs --data, but not for that.</source>
+        <translation>Без формата у дробного числа печатаются два знака после точки: литр по 1.749 становится 1.75. В формате с дробной частью и без формата у части перед точкой 32 бита, и с 2147483648 она равна 0; у формата без дробной части 64. &quot;0.E&quot; даёт шесть цифр, а большим числам — показатель степени. В BBCode поле с zerofill принимает только целые числа, а для всего прочего печатает нули. Нужен --data, но не для этого.</translation>
+    </message>
+    <message>
+        <source>A tag with fewer than four characters between its brackets is never filled and prints as it stands. A longer name helps, a format, or blanks in an expression. It is an error if --data has the value, else a warning.</source>
+        <translation>Тег, в скобках которого меньше четырёх знаков, никогда не заполняется и печатается как есть. Поможет более длинное имя, формат или пробелы в выражении. Если значение есть в --data, это ошибка, иначе предупреждение.</translation>
+    </message>
+    <message>
+        <source>The line that marks a copy goes behind the first line with &quot;&lt;DOCNO&gt;&quot;, in capitals or not; a tag with a format doesn&apos;t count. Without it a copy looks like the original. A number with a format has the mark if &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot; stands beside it, which prints nothing. A template without the number is told with --data only, of a document that is a copy; so is BBCode, which has no mark: there a value has to say it.</source>
+        <translation>Строка, которая помечает копию, идёт за первой строкой с &quot;&lt;DOCNO&gt;&quot;, заглавными или нет; тег с форматом не считается. Без неё копия выглядит как оригинал. У номера с форматом пометка есть, если рядом стоит &quot;&lt;X:&gt;&lt;DOCNO&gt;&lt;:X&gt;&quot;, который ничего не печатает. О шаблоне без номера сообщается только с --data, если документ — копия; так же и о BBCode, где пометки нет: там о копии должно говорить значение.</translation>
+    </message>
+    <message>
+        <source>A printer has the characters of one code page. &quot;receipt print&quot; draws all others, as &quot;receipt preview&quot; shows; other drivers print something else for them. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
+        <translation>У принтера есть знаки одной кодовой страницы. Все другие &quot;receipt print&quot; рисует, как показывает &quot;receipt preview&quot;; другие драйверы печатают вместо них что-то иное. Нужен --model или --code-page. В каталоге кодовых страниц нет: берётся cp866, если --code-page не говорит иначе. О том, что стоит в значении, сообщается на месте его тега.</translation>
     </message>
 </context>
 </TS>
