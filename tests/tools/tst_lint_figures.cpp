@@ -336,7 +336,7 @@ private Q_SLOTS:
         fuel("a total that is right", "Fuel<S><FUEL>\nOff<S>-<LESS>\nTotal<S><ROUND>", "");
         fuel("parts that are rounded",
              "Fuel<S><LITRES*PRICE>\nOff<S>-<LITRES*OFF>\n"
-             "Total<S><floor(LITRES*PRICE*100+0.5)/100-floor(LITRES*OFF*100+0.5)/100>",
+             "Total<S><floor(LITRES*PRICE*100+0.500001)/100-floor(LITRES*OFF*100+0.500001)/100>",
              "");
         fuel("parts that aren't printed", "Fuel<S><LITRES*PRICE>\n<LITRES*PRICE-LITRES*OFF>", "");
         fuel("another figure than a total", "Fuel<S><FUEL>\nOff<S>-<LESS>\nPaid<S><PAID>", "");

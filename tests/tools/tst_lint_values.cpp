@@ -262,6 +262,48 @@ private Q_SLOTS:
     }
     void guessedName() { checkPlaces(); }
 
+    /// Each is a little less than it is written, and a format rounds it up all the same.
+    void adviceForRoundRoundsAsAFormatDoes_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QString>("printed");
+        QTest::newRow("0.285") << "0.285*1"
+                               << "0.29";
+        QTest::newRow("1.15*0.5") << "1.15*0.5"
+                                  << "0.58";
+        QTest::newRow("1.005") << "1.005*1"
+                               << "1.01";
+        QTest::newRow("0.57*0.5") << "0.57*0.5"
+                                  << "0.29";
+        QTest::newRow("1.45*0.7") << "1.45*0.7"
+                                  << "1.02";
+        QTest::newRow("below a half") << "1.0049*1"
+                                      << "1.00";
+        QTest::newRow("whole") << "3*1"
+                               << "3.00";
+    }
+    void adviceForRoundRoundsAsAFormatDoes()
+    {
+        QFETCH(QString, expression);
+        QFETCH(QString, printed);
+        const QString message = lintrun::lint("<round(QTY)>", {}).output;
+        const QRegularExpression formula("floor\\(x\\*100\\+0.5[0-9]*\\)/100");
+        const QString advice =
+            formula.match(message).captured().replace('x', '(' + expression + ')');
+        QFile page(PRINTERSLIB_EXAMPLES "/../docs/template-authors.md");
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        auto advices = formula.globalMatch(QString::fromUtf8(page.readAll()));
+        int count = 0;
+        for (; advices.hasNext(); ++count)
+            QCOMPARE(advices.next().captured().replace('x', '(' + expression + ')'), advice);
+        QVERIFY(count > 1);
+        const QString line = QString("<%1,0.00> <%2,0.00>").arg(expression, advice);
+        const WorkFolder folder;
+        const ReceiptRun run = runReceipt(
+            {"render", folder.file("t.cpt", line.toUtf8()), folder.file("d.json", "{}")});
+        QCOMPARE(run.output, QString("%1 %1\n").arg(printed));
+    }
+
     void hiddenTag_data()
     {
         addTemplates();

@@ -53,7 +53,8 @@ constexpr Instead guessedTags[] = {
 };
 
 constexpr Instead guessedFunctions[] = {
-    {"round", "a format rounds, and floor(x*100+0.5)/100 does in front of further calculation"},
+    {"round",
+     "a format rounds, and floor(x*100+0.500001)/100 does in front of further calculation"},
     {"max", "the greater of two is (a+b+abs(a-b))/2"},
     {"min", "the smaller of two is (a+b-abs(a-b))/2"},
     {"int|trunc|truncate|fix", "floor(x) is the whole number below x, and ceil(x) that above"},

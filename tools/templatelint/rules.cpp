@@ -109,8 +109,8 @@ constexpr Rule table[] = {
          "been rounded to coins is a warning or nothing, and next to a figure that can't be read "
          "nothing is told. Needs --data."),
      "Fuel<S><LITRES*PRICE>\nDiscount<S>-<LITRES*OFF>\nTotal<S><LITRES*PRICE-LITRES*OFF>",
-     "Fuel<S><LITRES*PRICE>\nDiscount<S>-<LITRES*OFF>\nTotal<S><floor(LITRES*PRICE*100+0.5)/"
-     "100-floor(LITRES*OFF*100+0.5)/100>",
+     "Fuel<S><LITRES*PRICE>\nDiscount<S>-<LITRES*OFF>\nTotal<S><floor(LITRES*PRICE*100+0.500001)/"
+     "100-floor(LITRES*OFF*100+0.500001)/100>",
      R"({"attributes": {"LITRES": "47.83", "PRICE": "1.749", "OFF": "0.02"}})", noArguments,
      checkSums},
     {"markup-in-value", Severity::Error,
@@ -171,7 +171,7 @@ constexpr Rule table[] = {
          "round( and max(. Here such a tag is an attribute, which prints nothing unless the "
          "document has it, or prints as it stands; an expression with such a function prints "
          "nothing. The message says what there is instead. A tag without --data is a warning."),
-     "<round(QTY*PRICE),0.00>", "<floor(QTY*PRICE+0.5),0.00>", noDocument, noArguments,
+     "<round(QTY*PRICE),0.00>", "<floor(QTY*PRICE+0.500001),0.00>", noDocument, noArguments,
      checkGuessedNames, nullptr, true},
     {"short-tag", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a tag too short to be an attribute"),
