@@ -209,6 +209,26 @@ private Q_SLOTS:
         QCOMPARE(runModels({"--xml"}).status, 2);
         QCOMPARE(runModels({"--help"}).status, 0);
     }
+    /// A mistake in one file hides nothing of another.
+    void faultsOfAllFilesAreTold()
+    {
+        const WorkFolder folder;
+        const QString like = folder.file("a.json", "[{\"id\": \"A\", \"like\": \"NONE\"}]");
+        const QString broken = folder.file("b.json", "[{");
+        const QString broken2 = folder.file("c.json", "{\"x\": }");
+        for (const QStringList &files :
+             {QStringList{like, broken, broken2}, QStringList{broken2, broken, like}}) {
+            QStringList arguments;
+            for (const QString &file : files)
+                arguments += QStringList{"--models", file};
+            const ReceiptRun run = runModels(arguments);
+            QCOMPARE(run.errors.count(like + ": "), 1);
+            QCOMPARE(run.errors.count(broken + ":1:"), 1);
+            QCOMPARE(run.errors.count(broken2 + ":1:"), 1);
+            QCOMPARE(run.output, QString());
+            QCOMPARE(run.status, 1);
+        }
+    }
 };
 
 QTEST_APPLESS_MAIN(TestReceiptModels)

@@ -79,15 +79,17 @@ std::optional<PrinterModels> modelsOf(const QCommandLineParser &parser)
     // The parser itself complains of a question for what a command hasn't.
     const QStringList files =
         parser.optionNames().contains(option) ? parser.values(option) : QStringList();
+    bool isRead = true;
     for (const QString &file : files) {
         // Mistakes in the JSON are told here, as those of all other files. A pipe can be read once.
         if (QFileInfo(file).isFile() && !readJson(file))
-            return std::nullopt;
-        faults += models.addFile(file);
+            isRead = false;
+        else
+            faults += models.addFile(file);
     }
     for (const QString &fault : qAsConst(faults))
         complain(fault);
-    return faults.isEmpty() ? std::make_optional(models) : std::nullopt;
+    return isRead && faults.isEmpty() ? std::make_optional(models) : std::nullopt;
 }
 
 PrinterInfo recordOf(const PrinterProfile &profile)
