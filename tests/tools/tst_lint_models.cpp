@@ -132,6 +132,19 @@ private Q_SLOTS:
         QVERIFY(output.contains('\n' + b + ":\nModel"));
     }
 
+    /// Of all models those that have it begin with it, as in the preview.
+    void linesBeginWithTheCodePage()
+    {
+        const QByteArray text = "a<152>";
+        QCOMPARE(rowOf(table(text).output, "AV_268", "60 mm"), (QStringList{"48", "-", "-"}));
+        const QString output = table(text, {"--code-page", "windows-1251"}).output;
+        QCOMPARE(rowOf(output, "AV_268", "60 mm"),
+                 (QStringList{"48", "-",
+                              "line 1: the code 152 (0x98) isn't printed: it is free on the code "
+                              "page"}));
+        QCOMPARE(rowOf(output, "CUSTOM_VKP_80", "80 mm"), (QStringList{"51", "-", "-"}));
+    }
+
     void otherPapersAreWrongUsage_data()
     {
         QTest::addColumn<QStringList>("options");

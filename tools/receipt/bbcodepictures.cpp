@@ -99,7 +99,7 @@ BbCodePicture pictureOf(const QString &name, const QString &folder)
     const QDir place(folder);
     const bool hasWildcards = name.contains(QLatin1Char('*')) || name.contains(QLatin1Char('?'));
     const QString pattern = hasWildcards ? QStringLiteral("*") : name + QLatin1Char('*');
-    BbCodePicture picture{place.filePath(pattern), {}, QString()};
+    BbCodePicture picture{place.filePath(pattern), {}, QString(), 0, name};
     if (!hasWildcards)
         picture.files = place.entryList({pattern}, QDir::Files, QDir::Name);
     if (isPrinted(name, folder))

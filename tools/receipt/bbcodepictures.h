@@ -13,6 +13,7 @@ struct BbCodePicture
     QStringList files;  ///< their names, the one that is taken first; none for wildcards
     QString fault;      ///< why it isn't printed; empty if it is
     int line = 0;       ///< of the text that names it first, from 1; 0: that isn't known
+    QString name;       ///< in small letters
 };
 
 /// The pictures of a BBCode text, each once, in the order of the text.

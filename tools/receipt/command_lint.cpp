@@ -27,6 +27,7 @@
 
 namespace {
 
+using printerslib::drivers::PrinterProfile;
 using printerslib::drivers::PrintTarget;
 using templatelint::CodeKind;
 using templatelint::Finding;
@@ -255,7 +256,8 @@ struct Task
     QString symbols;
     QString images;
     templatelint::Options options;
-    std::optional<printerslib::drivers::PrinterModels> models;  ///< a table of all these
+    std::optional<printerslib::drivers::PrinterModels> models;        ///< a table of all these
+    QHash<QString, printerslib::drivers::PrintOptions> printOptions;  ///< of these, by their ids
     bool json = false;
     bool strict = false;
     bool watches = false;
@@ -267,9 +269,11 @@ void findPictures(const QString &text, const QString &folder, Task &task, QStrin
     if (!templatelint::isBbCode(text.split(QLatin1Char('\n'))))
         return;
     const QVector<tool::BbCodePicture> pictures = tool::picturesOf(text, folder);
-    for (const tool::BbCodePicture &picture : pictures)
-        companions.append(picture.pattern);
     const auto found = std::make_shared<QHash<QString, templatelint::FoundPicture>>();
+    for (const tool::BbCodePicture &picture : pictures) {
+        companions.append(picture.pattern);
+        found->insert(picture.name, {picture.files, picture.fault});
+    }
     task.options.pictureOf = [folder, found](const QString &name) {
         if (!found->contains(name)) {
             const tool::BbCodePicture picture = tool::pictureOf(name, folder);
@@ -304,7 +308,7 @@ bool tryModels(const QString &file, const QStringList &lines, const Task &task,
     tool::ProgressLine line(QStringLiteral("trying all models"));
     const QString images = task.images.isEmpty() ? QFileInfo(file).path() : task.images;
     const auto verdicts =
-        tool::verdictsOf(lines, task.options, *task.models, images,
+        tool::verdictsOf(lines, task.options, *task.models, images, task.printOptions,
                          [&line](qint64 done, qint64 all) { line.show(done, all); });
     line.clear();
     printer.add(file, verdicts, task.templates.size() > 1);
@@ -384,7 +388,17 @@ bool readModels(const QCommandLineParser &parser, const Options &options, Task &
         return false;
     }
     task.models = tool::modelsOf(parser);
-    return task.models.has_value();
+    if (!task.models || !parser.isSet(options.codePage))
+        return task.models.has_value();
+    const QStringList ids = task.models->modelIds();
+    for (const QString &id : ids) {
+        const auto printOptions =
+            tool::printOptionsOfEach(parser, task.models->profile(id).value_or(PrinterProfile()));
+        if (!printOptions)
+            return false;
+        task.printOptions.insert(id, *printOptions);
+    }
+    return true;
 }
 
 std::optional<Task> taskOf(const QCommandLineParser &parser, const Options &options)
@@ -452,7 +466,8 @@ int runLint(const QStringList &arguments)
         return tool::WrongUsage;
     if (!task->watches)
         return run(*task).status;
-    const QStringList files =
-        task->data.isEmpty() ? task->templates : task->templates + QStringList(task->data);
+    QStringList files = task->templates;
+    if (!task->data.isEmpty())
+        files += QStringList(task->data) + tool::dataSchemaFiles();
     return tool::runAndWatch(files, [&task] { return run(*task); });
 }

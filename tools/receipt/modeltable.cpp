@@ -24,6 +24,7 @@ namespace {
 
 using printerslib::drivers::PrintLayout;
 using printerslib::drivers::PrintNote;
+using printerslib::drivers::PrintOptions;
 using printerslib::drivers::PrintTarget;
 using printerslib::drivers::SymbologyDrawer;
 
@@ -138,7 +139,8 @@ QStringList lossesOf(const PrintLayout &layout, const Places &places)
 }
 
 PaperVerdict verdictOn(const ChosenPaper &paper, const QStringList &lines,
-                       const templatelint::Options &options, const TriedReceipt &receipt)
+                       const templatelint::Options &options, const PrintOptions &printOptions,
+                       const TriedReceipt &receipt)
 {
     static const SymbologyDrawer codes;
     const PrintTarget target = targetOf(*paper.model, paper);
@@ -147,7 +149,7 @@ PaperVerdict verdictOn(const ChosenPaper &paper, const QStringList &lines,
     own.progress = nullptr;
     own.pictureOf = nullptr;
     const TextPrinterDocument document = receipt.documentFor(target);
-    const PrintLayout layout = PrintLayout::of(document, target, {}, codes);
+    const PrintLayout layout = PrintLayout::of(document, target, printOptions, codes);
     const auto findings = templatelint::lint(lines, own);
     return {paper.model->id(), target.paper().caption(), target.symbolsPerLine(),
             wrappedLines(findings), lossesOf(layout, receipt.places()) + smallTextsOf(findings)};
@@ -166,6 +168,7 @@ QString lineNumbersOf(const QVector<int> &lines)
 QVector<PaperVerdict> verdictsOf(const QStringList &lines, const templatelint::Options &options,
                                  const printerslib::drivers::PrinterModels &models,
                                  const QString &images,
+                                 const QHash<QString, PrintOptions> &printOptions,
                                  const std::function<void(qint64 done, qint64 all)> &progress)
 {
     const TriedReceipt receipt(lines, options, images);
@@ -176,7 +179,8 @@ QVector<PaperVerdict> verdictsOf(const QStringList &lines, const templatelint::O
         const auto model = findModel(models, id);
         const QList<int> papers = model ? model->paperTypes().keys() : QList<int>();
         for (const int paper : papers)
-            verdicts.append(verdictOn({models, model, paper, 0}, lines, options, receipt));
+            verdicts.append(verdictOn({models, model, paper, 0}, lines, options,
+                                      printOptions.value(id), receipt));
         progress(++done, ids.size());
     }
     return verdicts;

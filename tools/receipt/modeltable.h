@@ -1,7 +1,9 @@
 #pragma once
 
 #include <printerslib/drivers/printermodels.h>
+#include <printerslib/drivers/printoptions.h>
 
+#include <QHash>
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
@@ -26,10 +28,12 @@ struct PaperVerdict
 
 /// On each paper of each model. Without a document in the options all values are empty.
 /// @param images folder of a BBCode text's pictures
-QVector<PaperVerdict> verdictsOf(const QStringList &lines, const templatelint::Options &options,
-                                 const printerslib::drivers::PrinterModels &models,
-                                 const QString &images,
-                                 const std::function<void(qint64 done, qint64 all)> &progress);
+/// @param printOptions of the models, by their ids; the usual ones for others
+QVector<PaperVerdict> verdictsOf(
+    const QStringList &lines, const templatelint::Options &options,
+    const printerslib::drivers::PrinterModels &models, const QString &images,
+    const QHash<QString, printerslib::drivers::PrintOptions> &printOptions,
+    const std::function<void(qint64 done, qint64 all)> &progress);
 
 void printVerdicts(const QVector<PaperVerdict> &verdicts);
 QJsonObject jsonOf(const QString &file, const PaperVerdict &verdict);
