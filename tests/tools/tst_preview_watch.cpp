@@ -146,6 +146,30 @@ private Q_SLOTS:
     }
 
     // The first file whose name begins so is the picture. The model prints bands of 24 dots.
+    void watchingFollowsTheSchema()
+    {
+        const WorkFolder folder;
+        const QString schema = folder.file("s.json", "{\"required\": [\"entries\"]}");
+        Watcher watcher({"preview", folder.file("t.cpt", "Total"), folder.file("d.json", "{}"),
+                         "--data-schema", schema, "--output", folder.path("r.png"), "--watch"});
+        QVERIFY(watcher.says("entries: is missing"));
+        QVERIFY(watcher.says("/s.json; Ctrl+C ends.\n"));
+        folder.file("s.json", "{}");
+        QVERIFY(QTest::qWaitFor([&] { return !QImage(folder.path("r.png")).isNull(); }, patience));
+        QCOMPARE(watcher.end(), 0);
+    }
+
+    void pictureIsNoSchema()
+    {
+        const WorkFolder folder;
+        const QString schema = folder.file("s.png", "{}");
+        const ReceiptRun run =
+            runReceipt({"preview", folder.file("t.cpt", "Total"), folder.file("d.json", "{}"),
+                        "--data-schema", schema, "--output", schema});
+        QCOMPARE(run.status, 1);
+        QCOMPARE(folder.content("s.png"), QByteArray("{}"));
+    }
+
     void watchingFollowsPictures()
     {
         const WorkFolder folder;

@@ -606,6 +606,7 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("arguments");
         const QString text = example("kiosk.cpt");
         const QString data = example("kiosk.json");
+        QTest::newRow("data") << QStringList{"data", text, "--from", data};
         QTest::newRow("fill") << QStringList{"fill", text, data};
         QTest::newRow("lint") << QStringList{"lint", text, "--data", data};
         QTest::newRow("preview") << QStringList{"preview", text, data, "--output", "FOLDER/a.png"};

@@ -705,6 +705,29 @@ private Q_SLOTS:
         process.terminate();
         QVERIFY(process.waitForFinished());
     }
+
+    void watchingFollowsTheSchema()
+    {
+        const WorkFolder folder;
+        const QString schema = folder.file("s.json", "{\"required\": [\"entries\"]}");
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(RECEIPT_PROGRAM,
+                      {"lint", folder.file("t.cpt", "Total"), "--data", folder.file("d.json", "{}"),
+                       "--data-schema", schema, "--watch"});
+        QByteArray output;
+        const auto says = [&process, &output](const char *text) {
+            process.waitForReadyRead(100);
+            output += process.readAll();
+            return output.contains(text);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(says("entries: is missing"), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(says("/s.json; Ctrl+C ends."), 30000);
+        folder.file("s.json", "{}");
+        QTRY_VERIFY_WITH_TIMEOUT(says("findings: 0\n"), 30000);
+        process.terminate();
+        QVERIFY(process.waitForFinished());
+    }
 };
 
 QTEST_GUILESS_MAIN(TestReceiptLint)

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "commands.h"
+#include "dataschema.h"
 #include "dataskeleton.h"
 #include "documentfile.h"
 #include "outputfile.h"
@@ -92,7 +93,7 @@ public:
     bool read(const QString &fileName)
     {
         const auto json = tool::readDocumentJson(fileName);
-        if (!json || !tool::documentOf(fileName, *json))
+        if (!json || !tool::documentOf(fileName, *json) || !tool::fitsDataSchema(fileName, *json))
             return false;
         m_document = json->object();
         m_attributes = m_document.value(QStringLiteral("attributes")).toObject();
@@ -253,7 +254,8 @@ int run(const Task &task)
 {
     OldData old;
     const auto text = tool::readTemplate(task.templateFile, *task.codec);
-    if (!text || (!task.oldFile.isEmpty() && !old.read(task.oldFile)))
+    const bool isOldRead = task.oldFile.isEmpty() || old.read(task.oldFile);
+    if (!text || !isOldRead)
         return tool::BadInput;
     tool::useSymbolFolder(QStringLiteral("."));
     const Needs needs =
@@ -272,7 +274,8 @@ bool keepsFiles(const Task &task)
     outputs.removeAll(QString());
     if (outputs.size() == 2 && !tool::keepsSources({task.comments}, {task.output}))
         return false;
-    return tool::keepsSources(outputs, {task.templateFile, task.oldFile});
+    return tool::keepsSources(
+        outputs, QStringList{task.templateFile, task.oldFile} + tool::dataSchemaFiles());
 }
 
 }  // namespace
@@ -285,7 +288,7 @@ int runData(const QStringList &arguments)
         QStringLiteral("Writes the document that a template needs, as JSON: each name once, with a "
                        "value of the kind that its format asks for, to be replaced by real ones."));
     parser.addOptions({options.from, options.wrap, options.schema, options.output, options.comments,
-                       tool::codecOption()});
+                       tool::dataSchemaOption(), tool::codecOption()});
     parser.addPositionalArgument(QStringLiteral("TEMPLATE"),
                                  QStringLiteral("The template; - is standard input."));
     if (const auto status = tool::parse(parser, QStringLiteral("data"), arguments, 1, 1))
@@ -298,7 +301,8 @@ int runData(const QStringList &arguments)
     task.isSchema = parser.isSet(options.schema);
     task.codec = tool::codecOf(parser);
     if (task.codec == nullptr || !readWidths(parser.values(options.wrap), task) ||
-        !tool::readsInputOnce({task.templateFile, task.oldFile}))
+        !tool::readsInputOnce({task.templateFile, task.oldFile}) ||
+        !tool::useDataSchema(parser, !task.oldFile.isEmpty()))
         return tool::WrongUsage;
     if (!task.widths.isEmpty() && task.oldFile.isEmpty()) {
         tool::complain(QStringLiteral("--wrap needs --from"));

@@ -212,6 +212,11 @@ bool useDataSchema(const QCommandLineParser &parser, bool fillsDocument)
     return false;
 }
 
+QStringList dataSchemaFiles()
+{
+    return schemaFile().isEmpty() ? QStringList() : QStringList(schemaFile());
+}
+
 bool fitsDataSchema(const QString &fileName, const QJsonDocument &json)
 {
     if (schemaFile().isEmpty())

@@ -175,7 +175,8 @@ std::optional<ChosenSource> sourceOf(const QCommandLineParser &parser, bool isFi
     if (!isTemplate)
         return ChosenSource{plainSource(file, *codec, *margin), files};
     return ChosenSource{
-        templateSource(file, files.at(1), *codec, *rules, symbols, *margin, isFiscal), files};
+        templateSource(file, files.at(1), *codec, *rules, symbols, *margin, isFiscal),
+        files + dataSchemaFiles()};
 }
 
 PrintTarget targetOf(const PrinterInfo &model, const ChosenPaper &paper)

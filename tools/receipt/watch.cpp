@@ -234,8 +234,8 @@ QCommandLineOption watchOption()
 {
     return QCommandLineOption(
         QStringLiteral("watch"),
-        QStringLiteral("Do it again whenever one of the files, or of the symbol files and pictures "
-                       "that they name, changes; Ctrl+C ends."));
+        QStringLiteral("Do it again whenever one of the files, the schema, or one of the symbol "
+                       "files and pictures that they name changes; Ctrl+C ends."));
 }
 
 bool isCompanion(const QString &fileName, const QString &companion)
