@@ -254,6 +254,7 @@ private Q_SLOTS:
     void templateAndDocumentSwappedAreRecognised_data()
     {
         QTest::addColumn<QStringList>("command");
+        QTest::newRow("data") << QStringList{"data", "d.json", "--from", "t.cpt"};
         QTest::newRow("fill") << QStringList{"fill", "d.json", "t.cpt"};
         QTest::newRow("render") << QStringList{"render", "d.json", "t.cpt"};
         QTest::newRow("preview") << QStringList{"preview", "d.json", "t.cpt", "--output",
@@ -310,6 +311,48 @@ private Q_SLOTS:
                          "is expected\n")
                      .arg(receipt));
         QCOMPARE(run.status, 1);
+    }
+
+    void templateWithNamesInOtherLettersIsRecognised_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("Cyrillic") << QByteArray("\xD0\x98\xD1\x82\xD0\xBE\xD0\xB3 <\xD0\x98>\n");
+        QTest::newRow("Cyrillic in a code page") << QByteArray("\x88\xE2\xAE\xA3 <\x88>\n");
+        QTest::newRow("accent") << QByteArray("<\xC3\x89T\xC3\x89>\n");
+    }
+    void templateWithNamesInOtherLettersIsRecognised()
+    {
+        QFETCH(QByteArray, text);
+        const WorkFolder folder;
+        const QString receipt = folder.file("t.cpt", text);
+        QCOMPARE(runReceipt({"lint", example("kiosk.cpt"), "--data", receipt}).errors,
+                 QString("receipt: %1: this is a template, where the JSON of a document is "
+                         "expected\n")
+                     .arg(receipt));
+    }
+
+    void documentIsNoBbCode_data()
+    {
+        QTest::addColumn<QStringList>("command");
+        QTest::newRow("preview") << QStringList{"preview", "--bbcode", "d.json", "--output", "out"};
+        QTest::newRow("print") << QStringList{"print",   "--bbcode",      "d.json",
+                                              "--model", "CUSTOM_VKP_80", "--dry-run"};
+        QTest::newRow("bbcode") << QStringList{"bbcode", "d.json"};
+    }
+    void documentIsNoBbCode()
+    {
+        QFETCH(QStringList, command);
+        const WorkFolder folder;
+        const QString data = folder.file("d.json", "{\"attributes\": {\"DOCNO\": 7}}");
+        command.replaceInStrings("d.json", data);
+        command.replaceInStrings(QRegularExpression("^out$"), folder.path("out.png"));
+        const ReceiptRun run = runReceipt(command);
+        QCOMPARE(run.errors, QString("receipt: %1: this is the JSON of a document, where a text in "
+                                     "BBCode is expected\n")
+                                 .arg(data));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+        QVERIFY(!QFile::exists(folder.path("out.png")));
     }
 
     /// Braces and the words of documents don't make a template a document.

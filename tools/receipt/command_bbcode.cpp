@@ -11,6 +11,7 @@
 #include "picturesonwhite.h"
 #include "printerdocs/bbcodeparser.h"
 #include "support.h"
+#include "templatefile.h"
 #include "terminaltext.h"
 
 namespace {
@@ -139,7 +140,7 @@ int runBbCode(const QStringList &arguments)
     const bool hasImages = tool::isFolder(parser, images);
     if (linesOf == nullptr || !characters || !hasImages)
         return tool::WrongUsage;
-    const std::optional<QString> text = tool::readText(parser.positionalArguments().constFirst());
+    const std::optional<QString> text = tool::readBbCode(parser.positionalArguments().constFirst());
     if (!text)
         return tool::BadInput;
     tool::printContent(

@@ -167,7 +167,7 @@ std::optional<QJsonDocument> readDocumentJson(const QString &fileName)
     const auto text = readInput(fileName);
     if (!text)
         return std::nullopt;
-    if (QJsonDocument::fromJson(*text).isNull() && isTemplateText(QString::fromUtf8(*text))) {
+    if (isTemplateText(QString::fromUtf8(*text)) && QJsonDocument::fromJson(*text).isNull()) {
         complain(QStringLiteral("%1: this is a template, where the JSON of a document is expected")
                      .arg(fileName));
         return std::nullopt;

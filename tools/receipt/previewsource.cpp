@@ -120,7 +120,7 @@ PreviewSource plainSource(const QString &fileName, const QTextCodec &codec, int 
 PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
 {
     return [=]() -> std::optional<PreviewedReceipt> {
-        const auto text = readText(fileName);
+        const auto text = readBbCode(fileName);
         if (!text)
             return std::nullopt;
         PreviewedReceipt receipt;

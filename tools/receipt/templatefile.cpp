@@ -75,6 +75,17 @@ std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &c
     return std::nullopt;
 }
 
+std::optional<QString> readBbCode(const QString &fileName)
+{
+    std::optional<QString> text = readText(fileName);
+    if (!text || !isDocumentText(*text))
+        return text;
+    complain(
+        QStringLiteral("%1: this is the JSON of a document, where a text in BBCode is expected")
+            .arg(fileName));
+    return std::nullopt;
+}
+
 bool isDocumentText(const QString &text)
 {
     static const QRegularExpression beginning(
@@ -84,7 +95,8 @@ bool isDocumentText(const QString &text)
 
 bool isTemplateText(const QString &text)
 {
-    static const QRegularExpression tag(QStringLiteral("<[A-Za-z0-9_][^<>\"\\n]*>"));
+    // U+FFFD stands for the letters of other encodings.
+    static const QRegularExpression tag(QStringLiteral("<[\\p{L}\\p{N}_\\x{FFFD}][^<>\"\\n]*>"));
     const QString trimmed = text.trimmed();
     return !trimmed.startsWith(QLatin1Char('{')) && tag.match(trimmed).hasMatch();
 }

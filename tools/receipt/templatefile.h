@@ -32,6 +32,10 @@ std::optional<QStringList> readLines(const QString &fileName, const QTextCodec &
 /// As readLines(), for a file that must have at least one line, and be no document's.
 std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &codec);
 
+/// The text of a file in BBCode. Complains and gives nothing for what can't be read, and for a
+/// document's JSON.
+std::optional<QString> readBbCode(const QString &fileName);
+
 /// Whether a text begins as the JSON of a document does: it stands in a template's place by
 /// mistake.
 bool isDocumentText(const QString &text);
