@@ -7,9 +7,8 @@
 #include <QMultiMap>
 #include <QString>
 #include <QStringList>
-#include <array>
-#include <cstddef>
 
+#include "printerdocs/document/lastofeachsize_p.h"
 #include "printerdocs/documentblock.h"
 #include "printerdocs/monochromeimage.h"
 #include "printerdocs/textprinterdocument.h"
@@ -26,33 +25,13 @@ QJsonValue inBase64(const QByteArray &bytes)
     return QLatin1String(bytes.toBase64());
 }
 
-/// Arrays in Base64, of which equal ones are mostly made once: the formats of a receipt's lines
-/// differ in little but their number.
-class Base64Values
-{
-public:
-    const QJsonValue &of(const QByteArray &bytes)
-    {
-        Known &known = m_known[static_cast<std::size_t>(bytes.size()) % m_known.size()];
-        if (known.value.isNull() || known.bytes != bytes)
-            known = {bytes, inBase64(bytes)};
-        return known.value;
-    }
-
-private:
-    struct Known
-    {
-        QByteArray bytes;
-        QJsonValue value;
-    };
-    std::array<Known, 64> m_known;  // the last of each size, or of one that leaves the same
-};
+using Base64Values = documents::LastOfEachSize<QJsonValue>;
 
 QJsonArray arrayOf(const QList<QByteArray> &lines, Base64Values &base64)
 {
     QJsonArray array;
     for (const QByteArray &bytes : lines)
-        array.append(base64.of(bytes));
+        array.append(base64.of(bytes, inBase64));
     return array;
 }
 

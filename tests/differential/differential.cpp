@@ -7,7 +7,6 @@
 #include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QTextStream>
-#include <QTranslator>
 #include <cmath>
 #include <memory>
 
@@ -15,7 +14,7 @@
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/expressionevaluator.h"
 #include "printerdocs/printerdocumentformatter.h"
-#include "settings/printersettings.h"
+#include "surroundings.h"
 
 using namespace differential;
 
@@ -23,34 +22,12 @@ namespace {
 
 QByteArray *_log = nullptr;
 
-/// Translates the mark of a copy alone, as a case wants it.
-class MarkTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *, const char *, int) const override
-    {
-        return qstrcmp(context, "PrinterDocumentFormatter") == 0 ? m_mark : QString();
-    }
-    void setMark(const QString &mark) { m_mark = mark; }
-
-private:
-    QString m_mark;
-};
-
 MarkTranslator *_translator = nullptr;
 
 void keepLog(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (_log != nullptr)
         *_log += QByteArray::number(type) + ' ' + text.toUtf8() + '\n';
-}
-
-void setCharactersMode(int mode)
-{
-    const auto settings = QSharedPointer<PrinterSettings>::create();
-    settings->setCharactersMode(static_cast<IPrintDeviceSettings::ECharactersMode>(mode));
-    IPrintDeviceSettings::setPrintDeviceSettings(settings);
 }
 
 QByteArray shown(const QStringList &lines)

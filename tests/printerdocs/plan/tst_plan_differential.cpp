@@ -1,11 +1,10 @@
 #include <QJsonDocument>
-#include <QTranslator>
 #include <QtTest>
 
 #include "differential/generator.h"
+#include "differential/surroundings.h"
 #include "printerdocs/plan/fallback_p.h"
 #include "printerdocs/plan/templatelines_p.h"
-#include "settings/printersettings.h"
 #include "stepbystep.h"
 
 using namespace differential;
@@ -20,19 +19,6 @@ void keepLog(QtMsgType, const QMessageLogContext &, const QString &text)
     if (_log)
         _log->append(text);
 }
-
-/// Translates the mark of a copy alone, as a case wants it.
-class MarkTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *, const char *, int) const override
-    {
-        return qstrcmp(context, "PrinterDocumentFormatter") == 0 ? mark : QString();
-    }
-
-    QString mark;
-};
 
 MarkTranslator *_translator = nullptr;
 
@@ -63,13 +49,6 @@ unsigned caseCount()
     return wanted > 0 ? wanted : 3000;
 }
 
-void setCharactersMode(int mode)
-{
-    const auto settings = QSharedPointer<PrinterSettings>::create();
-    settings->setCharactersMode(static_cast<IPrintDeviceSettings::ECharactersMode>(mode));
-    IPrintDeviceSettings::setPrintDeviceSettings(settings);
-}
-
 QString shown(const QList<DocumentBlock> &blocks)
 {
     QString result;
@@ -87,7 +66,7 @@ public:
         : m_input(input), m_formatter(input.leftMargin, nullptr)
     {
         setCharactersMode(input.charactersMode);
-        _translator->mark = input.copyMark;
+        _translator->setMark(input.copyMark);
         m_formatter.setSpecCharsPath(PRINTERSLIB_EXAMPLES "/symbols");
         m_formatter.setTemplate(input.lines.join('\n'));
     }

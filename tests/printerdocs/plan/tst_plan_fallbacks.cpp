@@ -1,5 +1,4 @@
 #include <QLoggingCategory>
-#include <QTranslator>
 #include <QtTest>
 #include <functional>
 #include <utility>
@@ -8,7 +7,6 @@
 #include "printerdocs/plan/fallback_p.h"
 #include "printerdocs/plan/templatelines_p.h"
 #include "printerdocs/plan/templateplan_p.h"
-#include "settings/printersettings.h"
 #include "stepbystep.h"
 
 using namespace formatterbench;
@@ -513,22 +511,6 @@ void TestPlanFallbacks::copyMark()
     }
 }
 
-namespace {
-
-class MarkTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *, const char *, int) const override
-    {
-        return qstrcmp(context, "PrinterDocumentFormatter") == 0 ? mark : QString();
-    }
-
-    QString mark;
-};
-
-}  // namespace
-
 void TestPlanFallbacks::copyMarkOfALanguage_data()
 {
     QTest::addColumn<QString>("mark");
@@ -540,8 +522,8 @@ void TestPlanFallbacks::copyMarkOfALanguage_data()
 void TestPlanFallbacks::copyMarkOfALanguage()
 {
     QFETCH(QString, mark);
-    MarkTranslator translator;
-    translator.mark = mark;
+    differential::MarkTranslator translator;
+    translator.setMark(mark);
     QCoreApplication::installTranslator(&translator);
     PrinterDocumentFormatter formatter(0, nullptr);
     formatter.setTemplate("<SPECSYMBOLS=other>\n<DOCNO>\n<NAME>\n<ENTRIES>");

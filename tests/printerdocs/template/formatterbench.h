@@ -5,8 +5,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include "../../differential/surroundings.h"
 #include "printerdocs/printerdocumentformatter.h"
-#include "settings/printersettings.h"
 
 /// Documents, settings and files of symbols for a formatter, and what it makes of them in words.
 namespace formatterbench {
@@ -80,12 +80,7 @@ inline QStringList shown(const TextPrinterDocument &printable)
     return blocks;
 }
 
-inline void setCharactersMode(int mode)
-{
-    const auto settings = QSharedPointer<PrinterSettings>::create();
-    settings->setCharactersMode(IPrintDeviceSettings::ECharactersMode(mode));
-    IPrintDeviceSettings::setPrintDeviceSettings(settings);
-}
+using differential::setCharactersMode;
 
 inline void clearSettings()
 {

@@ -38,20 +38,17 @@ QVariantList encoded(const List &list, Encode encode)
     return result;
 }
 
+QString base64Of(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.toBase64());
+}
+
 QByteArray bytesOfBase64(const QVariant &text)
 {
     return QByteArray::fromBase64(text.toString().toLatin1());
 }
 
 }  // namespace
-
-QString documents::Base64Texts::of(const QByteArray &bytes)
-{
-    Known &known = m_known[static_cast<std::size_t>(bytes.size()) % m_known.size()];
-    if (known.text.isNull() || known.bytes != bytes)
-        known = {bytes, QString::fromLatin1(bytes.toBase64())};
-    return known.text;
-}
 
 /// Intended: of a code or an image only type, payload and symbology are written; documents and
 /// readers in the field have it so (tests qrCodeBlockIsWrittenWithItsPayload and its like).
@@ -62,7 +59,9 @@ QMap<QString, QVariant> documents::mapOf(const DocumentBlock &block, Base64Texts
         map.insert(keys().image, block.img().toMap());
     } else if (block.isText()) {
         const auto asIs = [](const auto &entry) { return QVariant(entry); };
-        const auto inBase64 = [&texts](const QByteArray &bytes) { return texts.of(bytes); };
+        const auto inBase64 = [&texts](const QByteArray &bytes) {
+            return texts.of(bytes, base64Of);
+        };
         map.insert(keys().text, encoded(block.text(), asIs));
         map.insert(keys().format, encoded(block.format(), inBase64));
         map.insert(keys().font, encoded(block.font(), inBase64));

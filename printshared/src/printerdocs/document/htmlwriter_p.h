@@ -38,8 +38,8 @@ public:
                           const CharacterBytes &format);
 
 private:
-    /// A text that grows by pieces of a few characters, for which a QString has to be asked each
-    /// time. Not of QChar, which it would set one by one.
+    /// As valueformat::TextBuffer, for pieces whose size the compiler knows, which it then copies
+    /// by a few moves. Not of QChar, which it would set one by one.
     template <int Size>
     class Pieces
     {
