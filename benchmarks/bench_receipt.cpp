@@ -6,7 +6,7 @@
 //   indexed_and_lines    the same with warnings off, and the log lines written beside it
 //   mixed                the same as indexed with values of mixed kinds; hand_map_mixed is its peer
 //   used_once            the same with a formatter of its own for each receipt
-//   documents            64 documents in turn; hand_map_documents is its peer
+//   documents            64 documents of their own values in turn; hand_map_documents is its peer
 //   entries              toPlainText(), with the items as entries
 //   expressions          toPlainText(), with sums, totals and taxes worked out in the template
 //   html                 toHtml() of the indexed form
@@ -96,6 +96,20 @@ QStringList linesOf(const Job &job)
     return lines;
 }
 
+/// A job whose formatter is made for each receipt.
+class JobUsedOnce
+{
+public:
+    JobUsedOnce(const QString &text, const PrinterDocument &document)
+        : m_text(text), m_document(document)
+    {}
+    QStringList print() const { return Job(m_text, m_document).print(); }
+
+private:
+    const QString m_text;
+    const PrinterDocument m_document;
+};
+
 class HandQt
 {
 public:
@@ -146,7 +160,8 @@ public:
         const PrinterDocument mixed = receipt::mixedDocument(m_sale);
         compare("mixed", std::make_shared<const Job>(receipt::indexedTemplate(m_sale), mixed));
         compare("hand_map_mixed", std::make_shared<const HandMap>(mixed, m_sale));
-        addUsedOnce(document);
+        compare("used_once",
+                std::make_shared<const JobUsedOnce>(receipt::indexedTemplate(m_sale), document));
     }
 
     void addPeers()
@@ -159,23 +174,27 @@ public:
     }
 
     /// Documents of their own, as a back office prints them one after the other by one template.
-    void addDocuments() const
+    void addDocuments()
     {
-        constexpr int count = 64;
-        std::vector<PrinterDocument> documents;
-        for (int number = 0; number < count; ++number)
-            documents.push_back(receipt::mixedDocument(m_sale));
+        constexpr unsigned count = 64;
+        const auto items = static_cast<int>(m_sale.items.size());
         const auto formatter = std::make_shared<PrinterDocumentFormatter>(0, nullptr);
         formatter->setTemplate(receipt::indexedTemplate(m_sale));
-        add("documents", [formatter, documents, next = 0]() mutable {
-            next = (next + 1) % count;
-            return formatter->toPlainText(documents[next], receipt::columns);
-        });
-        add("hand_map_documents",
-            [documents, items = static_cast<int>(m_sale.items.size()), next = 0]() mutable {
-                next = (next + 1) % count;
-                return receipt::byHandFromMap(documents[next].attributes(), items);
-            });
+        const auto byUs = [formatter](const PrinterDocument &document) {
+            return formatter->toPlainText(document, receipt::columns);
+        };
+        const auto byHand = [items](const PrinterDocument &document) {
+            return receipt::byHandFromMap(document.attributes(), items);
+        };
+        std::vector<PrinterDocument> documents;
+        for (unsigned number = 0; number < count; ++number) {
+            const Sale sale = receipt::makeSale(items, number);
+            documents.push_back(receipt::mixedDocument(sale));
+            compareText("documents", sale, byUs(documents.back()));
+            compareText("hand_map_documents", sale, byHand(documents.back()));
+        }
+        addInTurn("documents", documents, byUs);
+        addInTurn("hand_map_documents", documents, byHand);
     }
 
     /// What is compared with the text of hand_qt.
@@ -185,17 +204,24 @@ private:
     template <typename Printer>
     void compare(const std::string &name, const std::shared_ptr<const Printer> &printer)
     {
-        m_texts.push_back({name + m_suffix, receipt::utf8Of(receipt::byHandFromSale(m_sale)),
-                           receipt::utf8Of(printer->print())});
+        compareText(name, m_sale, printer->print());
         add(name, [printer] { return printer->print(); });
     }
 
-    void addUsedOnce(const PrinterDocument &document) const
+    template <typename Text>
+    void compareText(const std::string &name, const Sale &sale, const Text &text)
     {
-        add("used_once", [text = receipt::indexedTemplate(m_sale), document] {
-            PrinterDocumentFormatter formatter(0, nullptr);
-            formatter.setTemplate(text);
-            return formatter.toPlainText(document, receipt::columns);
+        m_texts.push_back({name + m_suffix, receipt::utf8Of(receipt::byHandFromSale(sale)),
+                           receipt::utf8Of(text)});
+    }
+
+    template <typename Print>
+    void addInTurn(const std::string &name, const std::vector<PrinterDocument> &documents,
+                   Print print) const
+    {
+        add(name, [documents, print, next = std::size_t{0}]() mutable {
+            next = (next + 1) % documents.size();
+            return print(documents[next]);
         });
     }
 

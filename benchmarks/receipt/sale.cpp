@@ -26,10 +26,11 @@ const char *const goods[] = {
 class Draw
 {
 public:
+    explicit Draw(unsigned number) : m_engine(20260314 + number) {}
     int below(int limit) { return static_cast<int>(m_engine() % static_cast<unsigned>(limit)); }
 
 private:
-    std::minstd_rand m_engine{20260314};
+    std::minstd_rand m_engine;
 };
 
 double cents(int number)
@@ -141,7 +142,7 @@ QString entryOf(const Item &item, int index)
 
 }  // namespace
 
-Sale receipt::makeSale(int items)
+Sale receipt::makeSale(int items, unsigned number)
 {
     Sale sale;
     sale.shop = QStringLiteral("Harbour Market");
@@ -152,7 +153,7 @@ Sale receipt::makeSale(int items)
     sale.number = 4711;
     sale.till = 3;
     sale.time = QDateTime(QDate(2026, 3, 14), QTime(18, 5));
-    Draw draw;
+    Draw draw(number);
     for (int i = 0; i < items; ++i)
         sale.items.push_back(drawItem(i, draw));
     addTotals(sale);

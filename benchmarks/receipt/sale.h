@@ -46,8 +46,8 @@ struct Sale
     double change = 0;
 };
 
-/// A sale of so many items, the same one at each call.
-Sale makeSale(int items);
+/// A sale of so many items, the same one at each call with its number.
+Sale makeSale(int items, unsigned number = 0);
 
 /// Three items in ten have a discount in their line, in brackets: one of them is 0, and vanishes.
 bool hasDiscountGroup(int index);
