@@ -7,9 +7,8 @@
 namespace templates {
 
 /// PrinterDocumentFormatter::prepareDocument() of a template's lines.
-/// @param silentLines so many of the lines, counted where they are filled, have been to the log,
-/// and
-///                    write nothing to it; nor are special symbols loaded again
+/// @param silentLines so many of the lines, counted where they are filled, have been to the log
+///                    already: they write nothing to it, nor are special symbols loaded again
 QStringList preparedLines(const PrinterDocumentFormatter &formatter, QStringList lines,
                           const PrinterDocument &document, int silentLines = 0);
 
