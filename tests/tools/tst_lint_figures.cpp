@@ -406,6 +406,13 @@ private Q_SLOTS:
                 "'Pears=1.99\\tPrice per kg=3.98\\tPlums=2.50\\tPrice/kg=5.00'", "'4.49'", "");
         entered("weights", "'Pears=1.99\\tScale=0.50 kg\\tPlums=2.50\\tScale=0.25 kg'", "'4.49'",
                 "");
+        entered("quantities", "'Pears=1.99\\tHalf=0.50\u00a0kg\\tPlums=2.50\\tCream=0.25 л'",
+                "'4.49'", "");
+        entered("letters of taxes and currencies",
+                "'Pears=1.99 A\\tTea=€ 0.50 B\\tPlums=2.50 руб. Б\\tJam=EUR 1.00 *'", "'5.99'", "");
+        entered("letters of taxes and currencies of another sum",
+                "'Pears=1.99 A\\tTea=€ 0.50 B\\tPlums=2.50 руб. Б\\tJam=EUR 1.00 *'", "'6.13'",
+                "2:9 wrong-sum");
         entered("discounts of another total", "'Tea=3.15\\tBun=2.80\\tOffer=0.40\\tOffer=0.40'",
                 "'5.85'", "2:9 wrong-sum");
         entered("what is contained in the sum", "'Tea=3.15\\tBun=2.80\\tenthält=0.40\\tdarin=0.10'",

@@ -58,7 +58,7 @@ std::optional<Decimal> amountIn(const QString &text)
                           match.captured(QStringLiteral("second")) +
                           match.captured(QStringLiteral("last"));
     const QStringList behind =
-        match.captured(QStringLiteral("behind")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        match.captured(QStringLiteral("behind")).simplified().split(QLatin1Char(' '));
     if (!match.hasMatch() || signs.size() > 1 ||
         std::any_of(behind.cbegin(), behind.cend(), isUnit))
         return std::nullopt;
