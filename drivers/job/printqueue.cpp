@@ -211,6 +211,7 @@ bool PrintQueue::start()
     parts.fault.clear();
     parts.blocked.clear();
     parts.refused.clear();
+    parts.begin.stop();
     parts.isTriedAgain = false;
     parts.isIdleTold = false;
     parts.isStopping = false;

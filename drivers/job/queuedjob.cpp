@@ -303,6 +303,7 @@ std::optional<QueuedJob> jobOfHead(const QJsonObject &head, qint64 id, QueuedFau
         return std::nullopt;
     }
     job.entry.modelId = modelOf(head).value(QStringLiteral("id")).toString();
+    job.isDrawerAlone = head.value(QStringLiteral("isDrawerAlone")).toBool();
     return job;
 }
 
@@ -343,6 +344,7 @@ QueuedJob QueuedJob::of(const PrintQueueRequest &request)
     job.entry.address = request.address;
     job.entry.isCopy = request.isCopy;
     job.entry.result.totalBytes = request.document.bytes.size();
+    job.isDrawerAlone = opensDrawerAlone(request.document, request.profile);
     return job;
 }
 
@@ -356,6 +358,7 @@ QByteArray QueuedJob::toBytes() const
     head.insert(QStringLiteral("options"), optionsJson(request.options));
     head.insert(QStringLiteral("linesInFront"), QJsonArray::fromStringList(linesInFront));
     head.insert(QStringLiteral("isDrawerShut"), isDrawerShut);
+    head.insert(QStringLiteral("isDrawerAlone"), isDrawerAlone);
     head.insert(QStringLiteral("document"), checksumText(document));
     const QByteArray headBytes = QJsonDocument(head).toJson(QJsonDocument::Compact);
     QByteArray bytes;

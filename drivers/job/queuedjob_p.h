@@ -24,6 +24,7 @@ struct QueuedJob
     PrintQueueRequest request;
     QStringList linesInFront;  ///< from top to bottom
     bool isDrawerShut = false;
+    bool isDrawerAlone = false;  ///< it opens one, and prints nothing
 
     static QueuedJob of(const PrintQueueRequest &request);
 

@@ -231,8 +231,8 @@ bool QueueStore::drop(qint64 id)
     return m_folder.moveToJournal(*job) || failOfFolder();
 }
 
-/// The newest in the journal that may be copied, of all or with a number. 0, with a fault, if there
-/// is none, or if a newer one that can't be read may be it.
+/// The newest in the journal that may be copied, of all that printed something or with a number. 0,
+/// with a fault, if there is none, or if a newer one that can't be read may be it.
 qint64 QueueStore::lastReceipt(const std::optional<QString> &documentNumber)
 {
     QString unreadable;
@@ -246,7 +246,7 @@ qint64 QueueStore::lastReceipt(const std::optional<QString> &documentNumber)
             break;
         if (!head || head->entry.state != State::Done || head->entry.isCopy)
             continue;
-        if (!documentNumber || head->entry.documentNumber == *documentNumber)
+        if (documentNumber ? head->entry.documentNumber == *documentNumber : !head->isDrawerAlone)
             return *id;
     }
     fail(unreadable.isEmpty()
@@ -255,37 +255,39 @@ qint64 QueueStore::lastReceipt(const std::optional<QString> &documentNumber)
     return 0;
 }
 
-qint64 QueueStore::reprint(const std::optional<QString> &documentNumber, const QString &line)
+std::optional<QueuedJob> QueueStore::original(const std::optional<QString> &documentNumber)
 {
     const auto turns = lock(callMilliseconds);
     const qint64 found = turns ? lastReceipt(documentNumber) : 0;
     if (found == 0)
-        return 0;
-    const auto original = m_folder.read(Place::Journal, found);
-    if (!original) {
+        return std::nullopt;
+    auto job = m_folder.read(Place::Journal, found);
+    if (!job)
         failOfFolder();
+    return job;
+}
+
+/// Not under lock(), which nobody is to wait for while a long receipt is looked through.
+qint64 QueueStore::reprint(const std::optional<QString> &documentNumber, const QString &line)
+{
+    const auto receipt = original(documentNumber);
+    if (!receipt)
         return 0;
-    }
-    QueuedJob copy = QueuedJob::of(original->request);
-    copy.entry.id = m_folder.freeId();
-    copy.entry.added = nowInUtc();
+    QueuedJob copy = QueuedJob::of(receipt->request);
     copy.entry.isCopy = true;
-    copy.entry.copyOf = found;
+    copy.entry.copyOf = receipt->entry.id;
     copy.linesInFront = QStringList{line};
     copy.isDrawerShut = true;
     // It would wait for ever, and all others of its printer behind it.
     const EncodedDocument printed = copy.printed();
-    if (!printed.error.isEmpty() || printed.bytes.isEmpty()) {
-        fail(
-            QStringLiteral("%1 can't be copied: %2")
-                .arg(jobText(found), printed.error.isEmpty()
-                                         ? QStringLiteral("it opened a drawer, and printed nothing")
-                                         : printed.error));
-        return 0;
-    }
-    if (copy.entry.id > 0 && m_folder.write(Place::Queue, copy))
-        return copy.entry.id;
-    failOfFolder();
+    const bool isNothing = copy.isDrawerAlone || printed.bytes.isEmpty();
+    if (printed.error.isEmpty() && !isNothing)
+        return add(copy);
+    fail(QStringLiteral("%1 can't be copied: %2")
+             .arg(jobText(receipt->entry.id),
+                  printed.error.isEmpty()
+                      ? QStringLiteral("it opened a drawer, and printed nothing")
+                      : printed.error));
     return 0;
 }
 

@@ -31,7 +31,7 @@ public:
     QStringList damagedFiles();
     bool repeat(qint64 id, const QString &line);
     bool drop(qint64 id);
-    /// @param documentNumber null: the last of all
+    /// @param documentNumber null: the last of all that printed something
     qint64 reprint(const std::optional<QString> &documentNumber, const QString &line);
 
     // ---- Of the one that prints
@@ -58,6 +58,7 @@ private:
     QString jobText(qint64 id) const;
     std::optional<QueuedJob> decidable(qint64 id);
     qint64 lastReceipt(const std::optional<QString> &documentNumber);
+    std::optional<QueuedJob> original(const std::optional<QString> &documentNumber);
     int countOfOld(const QVector<qint64> &ids);
     void prune();
     QStringList putAsideWhatIsDamaged();

@@ -10,6 +10,9 @@ namespace printerslib::drivers {
 
 namespace {
 
+// A receipt's first bytes tell that it is one.
+constexpr int readAtOnce = 4096;
+
 constexpr CommandId drawerCommands[] = {CommandId::Pulse, CommandId::RealTimePulse,
                                         CommandId::Drawer1, CommandId::Drawer2,
                                         CommandId::RasterDrawer};
@@ -18,6 +21,12 @@ bool opensDrawer(const StreamCommand &command)
 {
     return command.row != nullptr && std::find(std::begin(drawerCommands), std::end(drawerCommands),
                                                command.row->id) != std::end(drawerCommands);
+}
+
+/// Of bytes without marks nobody knows what they print.
+bool mayPrint(const StreamCommand &command, const EncodedDocument &document)
+{
+    return command.row == nullptr || (document.marks.isEmpty() && !opensDrawer(command));
 }
 
 }  // namespace
@@ -38,6 +47,28 @@ EncodedDocument withDrawerShut(const EncodedDocument &document, const PrinterPro
         }
     }
     return shut;
+}
+
+bool opensDrawerAlone(const EncodedDocument &document, const PrinterProfile &profile)
+{
+    const bool hasRows =
+        std::any_of(document.marks.begin(), document.marks.end(),
+                    [](const EncodedDocument::Mark &mark) { return mark.block > 0; });
+    if (hasRows)
+        return false;
+    StreamReader reader(profile);
+    bool isOpened = false;
+    const int size = document.bytes.size();
+    for (int begin = 0; begin < size + readAtOnce; begin += readAtOnce) {
+        const QVector<StreamCommand> commands =
+            begin < size ? reader.read(document.bytes.mid(begin, readAtOnce)) : reader.finish();
+        for (const StreamCommand &command : commands) {
+            if (mayPrint(command, document))
+                return false;
+            isOpened = isOpened || opensDrawer(command);
+        }
+    }
+    return isOpened;
 }
 
 }  // namespace printerslib::drivers

@@ -268,7 +268,12 @@ private Q_SLOTS:
     void aReprintIsMarkedAsACopy();
     void aReprintIsOfTheLastWithItsNumber();
     void aReprintOpensNoDrawer();
+    void aReceiptThatOnlyOpenedADrawerIsNotReprinted_data();
     void aReceiptThatOnlyOpenedADrawerIsNotReprinted();
+    void theLastReceiptIsReprintedBehindADrawer();
+    void theLastReceiptStaysBehindADrawer();
+    void whatPrintsBesidesADrawerIsReprinted_data();
+    void whatPrintsBesidesADrawerIsReprinted();
     void aRepeatedCopySaysSoInFrontOfItsMark_data();
     void aRepeatedCopySaysSoInFrontOfItsMark();
     void copiesAreNotCopied();
@@ -1128,27 +1133,113 @@ void TestPrintQueue::aReprintOpensNoDrawer()
     QVERIFY(shop.queue->got().contains("one"));
 }
 
+namespace {
+
+const QByteArray drawerPulse("\x1Bp\0\x19\x19", 5);
+
+PrintQueueRequest drawerRequest(const QString &number = {})
+{
+    PrintQueueRequest request = requestOf({}, number);
+    request.document = {};
+    request.document.bytes = drawerPulse;
+    return request;
+}
+
+/// What a client makes of a document without lines.
+PrintQueueRequest encodedDrawerRequest(const QString &number = {})
+{
+    PrintQueueRequest request = requestOf({}, number);
+    PrintOptions options;
+    options.drawer = PrintOptions::Drawer::After;
+    TextPrinterDocument document;
+    document.setDoInit(true);
+    document.setCurrentTicketAction(QFlags<EPrinterTicketAction>(TicketActionEveryDocument));
+    request.document =
+        DocumentEncoder(*PrintTarget::forModel(usualModel, 0), options).encode(document);
+    return request;
+}
+
+}  // namespace
+
+void TestPrintQueue::aReceiptThatOnlyOpenedADrawerIsNotReprinted_data()
+{
+    QTest::addColumn<bool>("isEncoded");
+    QTest::newRow("bytes") << false;
+    QTest::newRow("a document") << true;
+}
+
 void TestPrintQueue::aReceiptThatOnlyOpenedADrawerIsNotReprinted()
 {
+    QFETCH(bool, isEncoded);
     const Shop shop;
-    PrintQueueRequest request = requestOf("one", "17");
-    request.document = {};
-    request.document.bytes = QByteArray("\x1Bp\0\x19\x19", 5);
-    shop.queue->add(request);
+    shop.queue->add(isEncoded ? encodedDrawerRequest("17") : drawerRequest("17"));
     shop.queue->run();
     QCOMPARE(shop.state(1), State::Done);
-    const QString fault = QString(
-                              "job 1 of %1 can't be copied: it opened a drawer, and printed "
-                              "nothing")
-                              .arg(shop.path);
     QCOMPARE(shop.queue->reprintLast(), 0);
-    QCOMPARE(shop.queue->fault(), fault);
+    QCOMPARE(shop.queue->fault(), QString("the journal of %1 has no such receipt").arg(shop.path));
     QCOMPARE(shop.queue->reprint("17"), 0);
-    QCOMPARE(shop.queue->fault(), fault);
+    QCOMPARE(shop.queue->fault(),
+             QString("job 1 of %1 can't be copied: it opened a drawer, and printed nothing")
+                 .arg(shop.path));
     QVERIFY(shop.queue->entries().isEmpty());
     shop.add("two");
     shop.queue->run();
     QCOMPARE(shop.state(2), State::Done);
+}
+
+/// As a cashier opens it to give change back for the receipt.
+void TestPrintQueue::theLastReceiptIsReprintedBehindADrawer()
+{
+    const Shop shop;
+    shop.add("one");
+    shop.add("two", "17");
+    shop.queue->add(drawerRequest());
+    shop.queue->add(encodedDrawerRequest());
+    shop.queue->run();
+    QCOMPARE(idsOf(shop.queue->journal()), (QVector<qint64>{4, 3, 2, 1}));
+    shop.queue->printer().got.clear();
+    const qint64 copy = shop.other()->reprintLast();
+    QCOMPARE(copy, 5);
+    QCOMPARE(shop.queue->entry(copy)->copyOf, 2);
+    QCOMPARE(shop.queue->entry(copy)->documentNumber, QString("17"));
+    TRY(shop.state(copy) == State::Done);
+    QCOMPARE(shop.queue->got().count("two"), 1);
+    QVERIFY(!shop.queue->got().contains(drawerPulse));
+}
+
+void TestPrintQueue::theLastReceiptStaysBehindADrawer()
+{
+    const Shop shop;
+    shop.queue->setRetention(0, 1);
+    shop.add("one", "17");
+    shop.queue->add(drawerRequest());
+    shop.queue->add(drawerRequest());
+    shop.queue->run();
+    QCOMPARE(idsOf(shop.queue->journal()), (QVector<qint64>{3, 1}));
+    QCOMPARE(shop.queue->reprintLast(), 4);
+    QCOMPARE(shop.queue->entry(4)->copyOf, 1);
+}
+
+void TestPrintQueue::whatPrintsBesidesADrawerIsReprinted_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("text in front") << "a" + drawerPulse;
+    QTest::newRow("text behind") << drawerPulse + "a";
+    QTest::newRow("a cut") << drawerPulse + QByteArray("\x1DV\0", 3);
+    QTest::newRow("a command that isn't whole") << drawerPulse + "\x1DV";
+    QTest::newRow("far behind") << drawerPulse.repeated(5000) + "\n";
+    QTest::newRow("no drawer") << QByteArray("\x1B@");
+}
+
+void TestPrintQueue::whatPrintsBesidesADrawerIsReprinted()
+{
+    QFETCH(QByteArray, bytes);
+    const Shop shop;
+    PrintQueueRequest request = drawerRequest();
+    request.document.bytes = bytes;
+    shop.queue->add(request);
+    shop.queue->run();
+    QVERIFY2(shop.queue->reprintLast() == 2, qPrintable(shop.queue->fault()));
 }
 
 void TestPrintQueue::aRepeatedCopySaysSoInFrontOfItsMark_data()

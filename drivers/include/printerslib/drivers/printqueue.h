@@ -86,7 +86,8 @@ public:
     /// number. It is printed with the mark of a copy in front, and opens no drawer.
     /// @return the id of the copy; 0 if there is none
     qint64 reprint(const QString &documentNumber);
-    /// The same of the last job of all. 0 also if a newer file of the journal can't be read.
+    /// The same of the last job of all that didn't just open a drawer. 0 also if a newer file of
+    /// the journal can't be read.
     qint64 reprintLast();
 
     /// Prints what waits, and what is added by whatever program, until stop(). Called again, it
