@@ -218,7 +218,7 @@ QStringList QueueFolder::damagedNames() const
 
 // ---- Reading
 
-std::optional<QByteArray> QueueFolder::contentOf(Place place, qint64 id, qint64 most)
+bool QueueFolder::open(QFile &file, Place place, qint64 id)
 {
     const QString path = pathOf(place, id);
     m_isDamage = false;
@@ -226,23 +226,27 @@ std::optional<QByteArray> QueueFolder::contentOf(Place place, qint64 id, qint64 
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) {
         m_isDamage = errno == ELOOP;
-        failOfSystem(path);
-        return std::nullopt;
+        return failOfSystem(path);
     }
-    QFile file;
     struct stat status = {};
     const bool isFile = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) || !isFile) {
         m_isDamage = !isFile;
-        fail(QStringLiteral("this is no file"), path);
-        return std::nullopt;
+        return fail(QStringLiteral("this is no file"), path);
     }
-    const QByteArray bytes = file.read(std::min<qint64>(most, status.st_size));
-    if (file.error() != QFileDevice::NoError) {
-        fail(file.errorString(), path);
+    return true;
+}
+
+std::optional<QByteArray> QueueFolder::contentOf(Place place, qint64 id, qint64 most)
+{
+    QFile file;
+    if (!open(file, place, id))
         return std::nullopt;
-    }
-    return bytes;
+    const QByteArray bytes = file.read(std::min(most, file.size()));
+    if (file.error() == QFileDevice::NoError)
+        return bytes;
+    fail(file.errorString(), pathOf(place, id));
+    return std::nullopt;
 }
 
 bool QueueFolder::reportsDamage(Place place, qint64 id, const QueuedFault &fault)
@@ -314,7 +318,10 @@ bool QueueFolder::write(Place place, const QueuedJob &job)
 {
     const QString path = pathOf(place, job.entry.id);
     const bool isNew = !exists(place, job.entry.id);
-    const auto before = isNew ? std::nullopt : contentOf(place, job.entry.id, mostFile);
+    // What has lost its name is there as long as it is open.
+    QFile before;
+    if (!isNew)
+        open(before, place, job.entry.id);
     if (!replace(path, job.toBytes()))
         return false;
     const bool isDurable = sync(folderOf(place));
@@ -325,13 +332,14 @@ bool QueueFolder::write(Place place, const QueuedJob &job)
 }
 
 /// What is refused isn't to be there after all: another one would read what wasn't done.
-void QueueFolder::takeBack(const QString &path, bool isNew, const std::optional<QByteArray> &before)
+void QueueFolder::takeBack(const QString &path, bool isNew, QFile &before)
 {
     const QString fault = m_fault;
+    const QByteArray bytes = before.isOpen() ? before.readAll() : QByteArray();
     if (isNew)
         ::unlink(QFile::encodeName(path).constData());
-    else if (before)
-        replace(path, *before);
+    else if (!bytes.isEmpty() && before.error() == QFileDevice::NoError)
+        replace(path, bytes);
     m_fault = fault;
 }
 

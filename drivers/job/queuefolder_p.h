@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -66,11 +67,12 @@ private:
     QVector<qint64> allIds(Place place) const;
     QString folderOf(Place place) const;
     QString pathOf(Place place, qint64 id) const;
+    bool open(QFile &file, Place place, qint64 id);
     std::optional<QByteArray> contentOf(Place place, qint64 id, qint64 most);
     bool reportsDamage(Place place, qint64 id, const QueuedFault &fault);
     bool makeOne(const QString &path);
     bool replace(const QString &path, const QByteArray &bytes);
-    void takeBack(const QString &path, bool isNew, const std::optional<QByteArray> &before);
+    void takeBack(const QString &path, bool isNew, QFile &before);
     bool sync(const QString &folder);
     bool fail(const QString &what, const QString &path);
     bool failOfSystem(const QString &path);

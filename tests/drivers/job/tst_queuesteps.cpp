@@ -1,6 +1,7 @@
 // In which order a queue has the disk keep what it does: a power cut behind any step leaves a file
 // whole, and nothing that was promised is lost.
 #include <QtTest>
+#include <cstring>
 
 #include "disksteps.h"
 #include "job/queuestore_p.h"
@@ -25,6 +26,15 @@ PrintQueueRequest request()
     request.profile = PrinterProfile::forModel("GENERAL_EPSON_PROTOCOL").value();
     request.address = PrinterAddress::parse("tcp:192.0.2.1:9100").value();
     return request;
+}
+
+/// By this process, from whatever file.
+qint64 bytesRead()
+{
+    QFile file("/proc/self/io");
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    return file.readAll().split('\n').constFirst().mid(int(std::strlen("rchar: "))).toLongLong();
 }
 
 struct Shop
@@ -186,6 +196,45 @@ private Q_SLOTS:
             QCOMPARE(shop.filesIn("/journal"), QStringList());
             QCOMPARE(shop.store.entries().size(), 1);
         }
+    }
+
+    // A document may be long, and each step of its job writes it anew, in an event loop.
+    void whatIsWrittenAnewIsNotRead()
+    {
+        constexpr int size = 8 * 1024 * 1024;
+        Shop shop;
+        PrintQueueRequest large = request();
+        large.document.bytes = QByteArray(size, 'x');
+        QCOMPARE(shop.store.add(QueuedJob::of(large)), 1);
+        QVERIFY(shop.store.beginPrinting());
+        auto job = shop.store.next([](const PrintQueueEntry &) { return true; });
+        QVERIFY(job);
+        const qint64 before = bytesRead();
+        QVERIFY(shop.store.begin(*job));
+        QVERIFY(bytesRead() - before < size / 2);
+        const qint64 ofAll = bytesRead();
+        QVERIFY(shop.store.next([](const PrintQueueEntry &) { return true; }) == std::nullopt);
+        QVERIFY(shop.store.document(1).has_value());
+        QVERIFY2(bytesRead() - ofAll > size, "or it counts nothing");
+    }
+
+    // What was there is there again, though its file had lost its name by then.
+    void whatIsRefusedLeavesTheFileAsItWas()
+    {
+        Shop shop;
+        QCOMPARE(shop.add(), 1);
+        QVERIFY(shop.store.beginPrinting());
+        QFile file(shop.folder + "/0000000001.job");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        watch(2);
+        QVERIFY(!shop.begun());
+        QCOMPARE(steps, (written + QStringList{"sync file", "name 0000000001.job"}));
+        watch();
+        QFile after(shop.folder + "/0000000001.job");
+        QVERIFY(after.open(QIODevice::ReadOnly));
+        QCOMPARE(after.readAll(), bytes);
+        QCOMPARE(shop.filesIn(""), QStringList("0000000001.job"));
     }
 
     // Some file systems have no fsync of folders, and do without.
