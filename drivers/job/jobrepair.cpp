@@ -10,6 +10,7 @@ namespace {
 /// How far the data of a picture is filled up of which not even the size is known. At 9600 baud
 /// that takes 17 seconds, which is less than to lose receipts.
 constexpr int unknownRest = 16 * 1024;
+constexpr int bitsPerByte = 10;  // on a line, with those around it
 
 }  // namespace
 
@@ -23,6 +24,23 @@ QByteArray JobRepair::bytes() const
     if (m_isFilledUp)
         bytes += JobStream::selecting(m_profile);
     return bytes + JobProof::endOfDefinition(m_profile) + JobStream::closing(m_profile);
+}
+
+QString JobRepair::textInFront(const PrinterAddress &address) const
+{
+    // A line that isn't serial may lead to an adapter of the usual speed.
+    const int baudRate = address.line().baudRate;
+    const qint64 bits = qint64(m_record.fill) * bitsPerByte;
+    if (bits <= baudRate)
+        return {};
+    QString text =
+        QStringLiteral("what a job before this one lacks is filled up first, by %1 zero bytes")
+            .arg(m_record.fill);
+    if (address.kind() != PrinterAddress::Kind::Serial)
+        return text;
+    return text + QStringLiteral(": at %1 baud in %2 s")
+                      .arg(baudRate)
+                      .arg(qRound(double(bits) / baudRate));
 }
 
 QString JobRepair::text() const

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "job/jobrecord_p.h"
+#include "printerslib/drivers/printeraddress.h"
 #include "printerslib/drivers/printerprofile.h"
 
 namespace printerslib::drivers {
@@ -21,7 +22,9 @@ public:
     bool isDue() const { return m_record.isOpen; }
     /// What goes to the printer.
     QByteArray bytes() const;
-    /// What a user is told of it.
+    /// What a user is told in front of it; empty if it is short.
+    QString textInFront(const PrinterAddress &address) const;
+    /// The same behind it.
     QString text() const;
     /// The line has taken it. What a line has taken, it or the printer may still lose.
     void hasGone() { m_fill = m_record.fill; }

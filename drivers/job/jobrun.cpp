@@ -171,6 +171,9 @@ void JobRun::repair()
         return;
     }
     m_step = Step::Repairing;
+    const QString text = m_repair.textInFront(m_parts.transport->address());
+    if (!text.isEmpty())
+        tellNote(text);
     write(m_repair.bytes());
     restartStuckTimer();
 }

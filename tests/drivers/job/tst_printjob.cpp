@@ -78,6 +78,9 @@ private Q_SLOTS:
     void aRepairCountsWhenThePrinterHasAnswered();
     void aPrinterThatObeysNoCommandIsFilledUp_data();
     void aPrinterThatObeysNoCommandIsFilledUp();
+    void aLongFillingIsToldInFrontOfIt();
+    void aJobMayGoWhenItTellsOfItsFilling_data();
+    void aJobMayGoWhenItTellsOfItsFilling();
     void aStarThatCountsNoMarksIsFilledUp();
     void whatFillsAPrinterUpHasTimeToReachIt();
     void oneThatNeverAnswersInItsTurnIsFilledUpOnce();
@@ -985,16 +988,22 @@ void TestPrintJob::whatMayBeLostIsRepaired()
 void TestPrintJob::aPrinterThatObeysNoCommandIsFilledUp_data()
 {
     QTest::addColumn<QString>("where");
+    QTest::addColumn<QString>("time");
     // However slow it is: half of the filling would leave it deaf.
-    QTest::newRow("slow line") << "serial:/dev/ttyS0?baud=1200";
-    QTest::newRow("usual line") << "serial:/dev/ttyS0?baud=9600";
-    QTest::newRow("fast line") << "serial:/dev/ttyS0?baud=115200";
-    QTest::newRow("network") << "tcp:192.0.2.1:9100";
+    QTest::newRow("slow line") << "serial:/dev/ttyS0?baud=1200"
+                               << ": at 1200 baud in 137 s";
+    QTest::newRow("usual line") << "serial:/dev/ttyS0?baud=9600"
+                                << ": at 9600 baud in 17 s";
+    QTest::newRow("fast line") << "serial:/dev/ttyS0?baud=115200"
+                               << ": at 115200 baud in 1 s";
+    QTest::newRow("network") << "tcp:192.0.2.1:9100"
+                             << "";
 }
 
 void TestPrintJob::aPrinterThatObeysNoCommandIsFilledUp()
 {
     QFETCH(QString, where);
+    QFETCH(QString, time);
     const QByteArray filling(16384, '\0');
     Setting setting;
     setting.where = address(where);
@@ -1009,11 +1018,83 @@ void TestPrintJob::aPrinterThatObeysNoCommandIsFilledUp()
     job->start();
     setting.finish(*job);
     QCOMPARE(job->end.outcome, Outcome::Processed);
-    QCOMPARE(job->notes.size(), 2);
+    QCOMPARE(job->notes.size(), 3);
+    QCOMPARE(job->notes.at(1),
+             "what a job before this one lacks is filled up first, by 16384 zero bytes" + time);
     QVERIFY(job->notes.last().startsWith("the printer answered, but obeyed no command"));
     QVERIFY(setting.printer->got.indexOf(filling + "\x1B=\x01", before) >= 0);
     QVERIFY(setting.hasWhole(before + filling.size()));
     QCOMPARE(setting.record().reading, JobRecord::Reads);
+}
+
+namespace {
+
+/// Bytes of a picture of 2 by 8000 bytes that the line takes before the job is gone.
+constexpr int cutOffAt = 100;
+
+/// Leaves most of a picture to be filled up.
+void cutOffInAPicture(Setting &setting)
+{
+    const QByteArray picture = QByteArray("\x1Dv0\0\x02\0\x40\x1F", 8) + QByteArray(16000, 'X');
+    setting.document.bytes = "\x1B@Total 1\n" + picture + "Thanks\n\x1DV\x01";
+    auto job = setting.job();
+    setting.line->stopsAt = cutOffAt;
+    job->start();
+    TRY(setting.printer->got.size() == cutOffAt);
+}
+
+}  // namespace
+
+/// It takes a while, in which nothing is printed.
+void TestPrintJob::aLongFillingIsToldInFrontOfIt()
+{
+    Setting setting;
+    setting.options = {};
+    cutOffInAPicture(setting);
+    const auto job = setting.job();
+    int gotWhenTold = -1;
+    connect(job.get(), &PrintJob::note, job.get(), [&](const QString &text) {
+        if (text.startsWith("what a job before this one lacks is filled up first, by "))
+            gotWhenTold = setting.printer->got.size();
+    });
+    job->start();
+    setting.finish(*job);
+    QCOMPARE(job->end.outcome, Outcome::Processed);
+    QCOMPARE(gotWhenTold, cutOffAt);
+    QCOMPARE(job->notes.size(), 2);
+}
+
+void TestPrintJob::aJobMayGoWhenItTellsOfItsFilling_data()
+{
+    QTest::addColumn<bool>("isDeleted");
+    QTest::newRow("deleted") << true;
+    QTest::newRow("cancelled") << false;
+}
+
+void TestPrintJob::aJobMayGoWhenItTellsOfItsFilling()
+{
+    QFETCH(bool, isDeleted);
+    Setting setting;
+    setting.options = {};
+    cutOffInAPicture(setting);
+    auto job = setting.job();
+    int times = 0;
+    connect(job.get(), &PrintJob::note, job.get(), [&] {
+        times++;
+        if (isDeleted)
+            job.reset();
+        else
+            job->cancel();
+    });
+    job->start();
+    TRY(times > 0 && (!job || job->ends > 0));
+    if (job)
+        QCOMPARE(job->end.reason, Reason::Cancelled);
+    job.reset();
+    QVERIFY(setting.record().isOpen);
+    QCOMPARE(setting.run()->end.outcome, Outcome::Processed);
+    QCOMPARE(times, 1);
+    QVERIFY(setting.hasWhole(cutOffAt));
 }
 
 void TestPrintJob::aStarThatCountsNoMarksIsFilledUp()
