@@ -1,5 +1,7 @@
 // In which order a queue has the disk keep what it does: a power cut behind any step leaves a file
 // whole, and nothing that was promised is lost.
+#include <sys/inotify.h>
+
 #include <QtTest>
 #include <cstring>
 
@@ -27,6 +29,34 @@ PrintQueueRequest request()
     request.address = PrinterAddress::parse("tcp:192.0.2.1:9100").value();
     return request;
 }
+
+/// When a file is opened and closed, by whatever process.
+class Opens
+{
+public:
+    explicit Opens(const QString &path)
+        : m_events(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)),
+          m_watch(::inotify_add_watch(m_events, QFile::encodeName(path).constData(),
+                                      IN_OPEN | IN_CLOSE_WRITE | IN_CLOSE_NOWRITE))
+    {}
+    ~Opens() { ::close(m_events); }
+    Opens(const Opens &) = delete;
+    Opens &operator=(const Opens &) = delete;
+
+    bool isWatching() const { return m_watch >= 0; }
+    QString seen() const
+    {
+        QStringList words;
+        inotify_event event = {};
+        while (::read(m_events, &event, sizeof event) == ssize_t(sizeof event))
+            words.append((event.mask & IN_OPEN) != 0 ? "open" : "close");
+        return words.join(' ');
+    }
+
+private:
+    const int m_events;
+    const int m_watch;
+};
 
 /// By this process, from whatever file.
 qint64 bytesRead()
@@ -216,6 +246,23 @@ private Q_SLOTS:
         QVERIFY(shop.store.next([](const PrintQueueEntry &) { return true; }) == std::nullopt);
         QVERIFY(shop.store.document(1).has_value());
         QVERIFY2(bytesRead() - ofAll > size, "or it counts nothing");
+    }
+
+    // Else a printing program would wait for what a copy of a long receipt takes.
+    void aCopyIsMadeWhileNobodyHoldsTheFolder()
+    {
+        Shop shop;
+        QCOMPARE(shop.add(), 1);
+        QVERIFY(shop.store.beginPrinting());
+        auto job = shop.begun();
+        QVERIFY(job);
+        job->entry.state = State::Done;
+        QVERIFY(shop.store.end(*job));
+        const Opens opens(shop.folder + "/.lock");
+        if (!opens.isWatching())
+            QSKIP("this user watches as many files as the system lets him");
+        QCOMPARE(shop.store.reprint(std::nullopt, "COPY"), 2);
+        QCOMPARE(opens.seen(), QString("open close open close"));
     }
 
     // What was there is there again, though its file had lost its name by then.
