@@ -286,9 +286,16 @@ void TestPlayedJob::whatIsToldIsTrueWithPaperOutAtEachPlace()
 {
     QFETCH(QString, model);
     int unsure = 0;
+    int sure = 0;
     const int size = receiptOf(model).bytes.size();
-    for (int at = 1; at < size + 40; at += 97) {
+    const int behindAll = 2 * size;
+    QVector<int> places{behindAll};
+    for (int at = 1; at < size + 40; at += 97)
+        places.append(at);
+    for (const int at : qAsConst(places)) {
         Played played(model, 100);
+        if (at == behindAll)
+            played.isToAnswer();
         const auto job = played.job();
         bool isOut = false;
         played.line->onTaken = [&](qint64 taken) {
@@ -303,9 +310,12 @@ void TestPlayedJob::whatIsToldIsTrueWithPaperOutAtEachPlace()
             QVERIFY2(times == 1, QByteArray::number(at));
         if (result.outcome == Outcome::NotBegun)
             QCOMPARE(times, 0);
-        unsure += result.outcome < Outcome::Processed ? 1 : 0;
+        if (at == behindAll)
+            QVERIFY(!isOut);
+        (result.outcome < Outcome::Processed ? unsure : sure)++;
     }
     QVERIFY(unsure > 0);
+    QVERIFY(sure > 0);
 }
 
 /// Off for a while, in which all that is left of the line gets lost; or only for so long that it
