@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QElapsedTimer>
+#include <QSet>
 #include <QTimer>
 #include <QtTest>
 #include <memory>
@@ -79,19 +81,37 @@ private:
     QObject m_context;
 };
 
-/// Counts how often an event loop has a turn.
+/// Counts in how many parts of a wait an event loop has a turn. What blocks it for most of the time
+/// leaves it one in front of that and one behind.
 class Heart
 {
 public:
-    Heart()
+    /// So often a wait is tried: a busy machine takes turns away, too, but not each time.
+    static constexpr int tries = 10;
+
+    explicit Heart(int waitMilliseconds) : m_wait(waitMilliseconds)
     {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { ++beats; });
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { beat(); });
+        m_clock.start();
         m_timer.start(1);
     }
-    int beats = 0;
+    bool isBeating() const { return m_parts.size() >= leastParts; }
 
 private:
+    static constexpr int parts = 10;
+    static constexpr int leastParts = 5;
+
+    void beat()
+    {
+        const qint64 part = m_clock.elapsed() * parts / m_wait;
+        if (part < parts)
+            m_parts.insert(int(part));
+    }
+
+    const int m_wait;
+    QElapsedTimer m_clock;
     QTimer m_timer;
+    QSet<int> m_parts;  ///< with a turn
 };
 
 /// A pattern in which each byte is told from its neighbours.

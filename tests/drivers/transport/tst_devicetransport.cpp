@@ -100,19 +100,25 @@ private Q_SLOTS:
 
     void stuckDeviceFailsAndBlocksNothing()
     {
-        PseudoTerminal terminal;
-        const auto transport = Transport::make(addressOf("device:" + terminal.path()), impatient());
-        Watch watch(*transport);
-        transport->open();
-        QVERIFY(transport->write(tooMuch));
-        TRY_VERIFY(transport->bytesWritten() > 0);
-        const Heart heart;
-        TRY_COMPARE(watch.told, QStringList({"opened", "failed"}));
-        QVERIFY(heart.beats > 2);
-        QCOMPARE(watch.error.kind, Kind::TimedOut);
-        QVERIFY2(watch.error.text.endsWith(
-                     "of them being left: it is off line or out of paper, or its cover is open"),
-                 qPrintable(watch.error.text));
+        bool isBeating = false;
+        for (int i = 0; i < Heart::tries && !isBeating; ++i) {
+            PseudoTerminal terminal;
+            const auto transport =
+                Transport::make(addressOf("device:" + terminal.path()), impatient());
+            Watch watch(*transport);
+            transport->open();
+            QVERIFY(transport->write(tooMuch));
+            TRY_VERIFY(transport->bytesWritten() > 0);
+            const Heart heart(impatient().writeMilliseconds);
+            TRY_COMPARE(watch.told, QStringList({"opened", "failed"}));
+            QCOMPARE(watch.error.kind, Kind::TimedOut);
+            QVERIFY2(
+                watch.error.text.endsWith(
+                    "of them being left: it is off line or out of paper, or its cover is open"),
+                qPrintable(watch.error.text));
+            isBeating = heart.isBeating();
+        }
+        QVERIFY(isBeating);
     }
 
     void percentSignsInNamesStandAsTheyAre()

@@ -226,23 +226,27 @@ private Q_SLOTS:
     {
         QFETCH(QString, settings);
         QFETCH(QString, reason);
-        PseudoTerminal terminal;
-        const auto transport = Transport::make(lineOf(terminal.path(), settings), impatient());
-        Watch watch(*transport);
-        transport->open();
-        QVERIFY(transport->write(tooMuch));
-        TRY_VERIFY(transport->bytesWritten() > 0);
-        const Heart heart;
-        TRY_COMPARE(watch.told, QStringList({"opened", "failed"}));
-        QVERIFY2(heart.beats > 2, qPrintable(QString::number(heart.beats)));
-        QCOMPARE(watch.error.kind, Kind::TimedOut);
-        QVERIFY2(watch.error.text.endsWith(": " + reason), qPrintable(watch.error.text));
-        QCOMPARE(transport->error().text, watch.error.text);
-        QCOMPARE(transport->state(), State::Closed);
-        QCOMPARE(transport->bytesToWrite(), 0);
-        QCOMPARE(transport->bytesWritten(), watch.totals.last());
-        QByteArray printed;
-        TRY_COMPARE((printed += terminal.read(), printed.size()), transport->bytesWritten());
+        bool isBeating = false;
+        for (int i = 0; i < Heart::tries && !isBeating; ++i) {
+            PseudoTerminal terminal;
+            const auto transport = Transport::make(lineOf(terminal.path(), settings), impatient());
+            Watch watch(*transport);
+            transport->open();
+            QVERIFY(transport->write(tooMuch));
+            TRY_VERIFY(transport->bytesWritten() > 0);
+            const Heart heart(impatient().writeMilliseconds);
+            TRY_COMPARE(watch.told, QStringList({"opened", "failed"}));
+            QCOMPARE(watch.error.kind, Kind::TimedOut);
+            QVERIFY2(watch.error.text.endsWith(": " + reason), qPrintable(watch.error.text));
+            QCOMPARE(transport->error().text, watch.error.text);
+            QCOMPARE(transport->state(), State::Closed);
+            QCOMPARE(transport->bytesToWrite(), 0);
+            QCOMPARE(transport->bytesWritten(), watch.totals.last());
+            QByteArray printed;
+            TRY_COMPARE((printed += terminal.read(), printed.size()), transport->bytesWritten());
+            isBeating = heart.isBeating();
+        }
+        QVERIFY(isBeating);
     }
 
     // The count starts anew with each byte taken.

@@ -204,20 +204,24 @@ private Q_SLOTS:
 
     void silentHostTimesOutAndBlocksNothing()
     {
-        const SilentPort port;
-        const auto transport = Transport::make(addressOf(port.address()), impatientCaller());
-        Watch watch(*transport);
-        const Heart heart;
-        transport->open();
-        QVERIFY(transport->write("waits"));
-        TRY_COMPARE(watch.told, QStringList("failed"));
-        QVERIFY(heart.beats > 2);
-        QCOMPARE(watch.error.kind, Kind::TimedOut);
-        QCOMPARE(watch.error.text,
-                 port.address() +
-                     " didn't answer within 0.3 s: it is off, its cable is out, or the "
-                     "address is another one's");
-        QCOMPARE(transport->bytesToWrite(), 0);
+        bool isBeating = false;
+        for (int i = 0; i < Heart::tries && !isBeating; ++i) {
+            const SilentPort port;
+            const auto transport = Transport::make(addressOf(port.address()), impatientCaller());
+            Watch watch(*transport);
+            const Heart heart(impatientCaller().connectMilliseconds);
+            transport->open();
+            QVERIFY(transport->write("waits"));
+            TRY_COMPARE(watch.told, QStringList("failed"));
+            QCOMPARE(watch.error.kind, Kind::TimedOut);
+            QCOMPARE(watch.error.text,
+                     port.address() +
+                         " didn't answer within 0.3 s: it is off, its cable is out, or the "
+                         "address is another one's");
+            QCOMPARE(transport->bytesToWrite(), 0);
+            isBeating = heart.isBeating();
+        }
+        QVERIFY(isBeating);
     }
 
     void openingCanBeEnded()
@@ -248,21 +252,26 @@ private Q_SLOTS:
 
     void stuckPrinterFailsAndBlocksNothing()
     {
-        Listener printer;
-        const auto transport = Transport::make(addressOf(printer.address()), impatientCaller());
-        Watch watch(*transport);
-        transport->open();
-        TRY_VERIFY(printer.isConnected());
-        QVERIFY(transport->write(tooMuch));
-        TRY_VERIFY(transport->bytesWritten() > 0);
-        const Heart heart;
-        TRY_COMPARE(watch.told, QStringList({"opened", "failed"}));
-        QVERIFY(heart.beats > 2);
-        QCOMPARE(watch.error.kind, Kind::TimedOut);
-        QVERIFY2(watch.error.text.endsWith("of them being left: it is out of paper, its cover is "
-                                           "open, or the network is cut"),
-                 qPrintable(watch.error.text));
-        QVERIFY(transport->bytesWritten() < tooMuch.size());
+        bool isBeating = false;
+        for (int i = 0; i < Heart::tries && !isBeating; ++i) {
+            Listener printer;
+            const auto transport = Transport::make(addressOf(printer.address()), impatientCaller());
+            Watch watch(*transport);
+            transport->open();
+            TRY_VERIFY(printer.isConnected());
+            QVERIFY(transport->write(tooMuch));
+            TRY_VERIFY(transport->bytesWritten() > 0);
+            const Heart heart(impatient().writeMilliseconds);
+            TRY_COMPARE(watch.told, QStringList({"opened", "failed"}));
+            QCOMPARE(watch.error.kind, Kind::TimedOut);
+            QVERIFY2(
+                watch.error.text.endsWith("of them being left: it is out of paper, its cover is "
+                                          "open, or the network is cut"),
+                qPrintable(watch.error.text));
+            QVERIFY(transport->bytesWritten() < tooMuch.size());
+            isBeating = heart.isBeating();
+        }
+        QVERIFY(isBeating);
     }
 
     void resetInTheMiddleIsALoss()
