@@ -367,4 +367,15 @@ inline PrintJobOptions soon()
     return options;
 }
 
+/// Options whose times a printer that answers never needs, however busy the machine is.
+inline PrintJobOptions patient()
+{
+    constexpr int longTime = 30000;
+    PrintJobOptions options = soon();
+    for (int *time : {&options.statusMilliseconds, &options.confirmMilliseconds,
+                      &options.cancelMilliseconds, &options.transport.writeMilliseconds})
+        *time = longTime;
+    return options;
+}
+
 }  // namespace jobparts
