@@ -34,6 +34,10 @@ void TestPlan::theFixedRunIsOfAllThatMayBefall_data()
     const auto row = [](const char *name, Feature feature) { QTest::newRow(name) << feature; };
     row("network", [](const EpisodePlan &one) { return one.isNetwork; });
     row("serial line", [](const EpisodePlan &one) { return !one.isNetwork; });
+    row("line of 9600 baud",
+        [](const EpisodePlan &one) { return !one.isNetwork && one.baudRate == 9600; });
+    row("line of 115200 baud",
+        [](const EpisodePlan &one) { return !one.isNetwork && one.baudRate == 115200; });
     row("eight programs", [](const EpisodePlan &one) { return one.programs == 8; });
     row("programs that are killed", [](const EpisodePlan &one) {
         return !one.isQueue() &&
