@@ -275,6 +275,36 @@ private Q_SLOTS:
         QVERIFY(!outputs.contains(QByteArray()));
     }
 
+    void transparentPicturesAreBlackWithoutAFolderForThem()
+    {
+        const WorkFolder folder;
+        QImage logo(40, 20, QImage::Format_ARGB32);
+        logo.fill(Qt::transparent);
+        QVERIFY(logo.save(folder.path("logo.png")));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TMPDIR", folder.file("file", "no folder"));
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(RECEIPT_PROGRAM,
+                      {"preview", "--bbcode",
+                       folder.file("c.bbcode", "[img name=logo][/img]\n[img name=logo][/img]"),
+                       "--output", folder.path("r.png")});
+        const ReceiptRun run = finished(process);
+        const QString start = "receipt: " + folder.path("logo.png") +
+                              ": what is transparent prints black, as there is no folder for a "
+                              "picture of it on white: ";
+        QVERIFY2(run.errors.startsWith(start), qPrintable(run.errors));
+        QCOMPARE(run.errors.count('\n'), 1);
+        QCOMPARE(run.status, 0);
+        const QImage paper(folder.path("r.png"));
+        int black = 0;
+        for (int y = 0; y < paper.height(); ++y) {
+            for (int x = 0; x < paper.width(); ++x)
+                black += qGray(paper.pixel(x, y)) == 0 ? 1 : 0;
+        }
+        QVERIFY(black >= 2 * 40 * 20);
+    }
+
     void picturesThatAreNotPrintedAreNamed()
     {
         const WorkFolder folder;
