@@ -51,6 +51,120 @@ private Q_SLOTS:
         QVERIFY2(outcome.errors.isEmpty(), qPrintable(outcome.errors));
     }
 
+    // Its brackets would print as words.
+    void textInBbCodeIsNoTemplate_data()
+    {
+        QTest::addColumn<QStringList>("command");
+        QTest::newRow("render") << QStringList{"render", "TEXT", "DATA"};
+        QTest::newRow("preview") << QStringList{"preview", "TEXT", "DATA", "--output", "OUT"};
+        QTest::newRow("print") << QStringList{"print",   "TEXT",          "DATA",
+                                              "--model", "CUSTOM_VKP_80", "--to=file:OUT"};
+        QTest::newRow("document") << QStringList{"document", "save",   "OUT",
+                                                 "DATA",     "--from", "TEXT"};
+    }
+    void textInBbCodeIsNoTemplate()
+    {
+        QFETCH(QStringList, command);
+        const WorkFolder folder;
+        const QString text = folder.file("t.bbcode", "[center]<SHOP>[/center]\n");
+        command.replaceInStrings("TEXT", text);
+        command.replaceInStrings("DATA", folder.file("d.json", "{}"));
+        command.replaceInStrings("OUT", folder.path("out.png"));
+        const ReceiptRun run = runReceipt(command);
+        QCOMPARE(run.errors,
+                 QString("receipt: %1: this is a text in BBCode, where a template is expected; "
+                         "\"receipt fill\" puts values into it\n")
+                     .arg(text));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+        QVERIFY(!QFile::exists(folder.path("out.png")));
+    }
+
+    void bothMarkupsAreATemplate()
+    {
+        const WorkFolder folder;
+        const ReceiptRun run = runReceipt(
+            {"render", folder.file("t.cpt", "<C>[b]x[/b]\n"), folder.file("d.json", "{}")});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+    }
+
+    void valuesAreFilledInFirst()
+    {
+        const WorkFolder folder;
+        const ReceiptRun run =
+            runReceipt({"fill", folder.file("t.bbcode", "[b]<SHOP>[/b]\n"),
+                        folder.file("d.json", R"({"attributes": {"SHOP": "Kiosk"}})")});
+        QCOMPARE(run.output, QString("[b]Kiosk[/b]\n"));
+        QCOMPARE(run.status, 0);
+    }
+
+    void templateIsNoTextInBbCode_data()
+    {
+        QTest::addColumn<QStringList>("command");
+        QTest::newRow("bbcode") << QStringList{"bbcode", "TEXT"};
+        QTest::newRow("preview") << QStringList{"preview", "--bbcode", "TEXT", "--output", "OUT"};
+        QTest::newRow("print") << QStringList{"print",   "--bbcode",      "TEXT",
+                                              "--model", "CUSTOM_VKP_80", "--to=file:OUT"};
+    }
+    void templateIsNoTextInBbCode()
+    {
+        QFETCH(QStringList, command);
+        const WorkFolder folder;
+        const QString text = folder.file("t.cpt", "<C>Kiosk\nTotal<S>5.00\n");
+        command.replaceInStrings("TEXT", text);
+        command.replaceInStrings("OUT", folder.path("out.png"));
+        const ReceiptRun run = runReceipt(command);
+        QCOMPARE(run.errors, QString("receipt: %1: this is a template, where a text in BBCode is "
+                                     "expected\n")
+                                 .arg(text));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+        QVERIFY(!QFile::exists(folder.path("out.png")));
+    }
+
+    // What "receipt fill" was forgotten for.
+    void tagsWithoutTheirValuesAreTold_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("complaint");
+        QTest::newRow("one") << QByteArray("a\n[b]<SHOP>[/b]")
+                             << "line 2: \"<SHOP>\" prints as it stands";
+        QTest::newRow("a format") << QByteArray("[b]<TOTAL,0.00>[/b]")
+                                  << "line 1: \"<TOTAL,0.00>\" prints as it stands";
+        QTest::newRow("too short")
+            << QByteArray("[b]<PAN>[/b]") << "line 1: \"<PAN>\" prints as it stands";
+        QTest::newRow("two") << QByteArray("[b]<SHOP>[/b]\n<CITY>")
+                             << "line 1: \"<SHOP>\" and another tag print as they stand";
+        QTest::newRow("three, one twice")
+            << QByteArray("[b]<SHOP><SHOP>[/b]<A1>\n<CITY>")
+            << "line 1: \"<SHOP>\" and 2 other tags print as they stand";
+        QTest::newRow("a name in small letters") << QByteArray("[b]Kiosk <Ltd> <3[/b]") << "";
+        QTest::newRow("no name") << QByteArray("[b]<> <1> <A B> < SHOP>[/b]") << "";
+        QTest::newRow("no text in BBCode") << QByteArray("Kiosk <SHOP>") << "";
+    }
+    void tagsWithoutTheirValuesAreTold()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, complaint);
+        const WorkFolder folder;
+        const QString file = folder.file("t.bbcode", text);
+        const QString errors = complaint.isEmpty()
+                                   ? complaint
+                                   : QString("receipt: %1: %2; \"receipt fill\" puts values in\n")
+                                         .arg(file, complaint);
+        const ReceiptRun shown = runBbCode({file});
+        QCOMPARE(shown.errors, errors);
+        QCOMPARE(shown.status, 0);
+        const QStringList print{"print",   "--bbcode",      file,
+                                "--model", "CUSTOM_VKP_80", "--to=file:" + folder.path("out")};
+        const ReceiptRun printed = runReceipt(print);
+        QCOMPARE(printed.errors, errors);
+        QCOMPARE(printed.status, 0);
+        const ReceiptRun strict = runReceipt(print + QStringList("--strict"));
+        QCOMPARE(strict.status, complaint.isEmpty() ? 0 : 1);
+    }
+
     void couponHoldsItsPictureAndCodes()
     {
         const ReceiptRun outcome = runBbCode({coupon, "--images", couponImages, "--as", "json"});

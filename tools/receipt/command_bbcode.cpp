@@ -140,9 +140,11 @@ int runBbCode(const QStringList &arguments)
     const bool hasImages = tool::isFolder(parser, images);
     if (linesOf == nullptr || !characters || !hasImages)
         return tool::WrongUsage;
-    const std::optional<QString> text = tool::readBbCode(parser.positionalArguments().constFirst());
+    const QString fileName = parser.positionalArguments().constFirst();
+    const std::optional<QString> text = tool::readBbCode(fileName);
     if (!text)
         return tool::BadInput;
+    tool::isFilled(fileName, *text);
     tool::printContent(
         linesOf({*text, *characters, parser.value(images), parser.isSet(tool::prettyOption())}));
     return tool::Success;

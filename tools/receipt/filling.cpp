@@ -41,6 +41,18 @@ bool mayLoadSymbols(const QString &templateFile, const QStringList &lines,
     return false;
 }
 
+/// Complains and gives false if a text in BBCode stands in the place of a receipt's template.
+bool isOfItsKind(const QString &templateFile, const QString &text, templatelint::Filling filling)
+{
+    if (filling != templatelint::Filling::Receipt ||
+        !templatelint::isBbCode(text.split(QLatin1Char('\n'))))
+        return true;
+    tool::complain(QStringLiteral("%1: this is a text in BBCode, where a template is expected; "
+                                  "\"receipt fill\" puts values into it")
+                       .arg(templateFile));
+    return false;
+}
+
 }  // namespace
 
 namespace tool {
@@ -53,7 +65,7 @@ std::optional<TemplateAndDocument> readTemplateAndDocument(const QString &templa
 {
     const auto text = readTemplate(templateFile, codec);
     const auto read = readDocument(dataFile);
-    if (!text || !read)
+    if (!text || !read || !isOfItsKind(templateFile, *text, filling))
         return std::nullopt;
     const PrinterDocument document = DocumentCleaner::cleanedDocument(*read, rules);
     const QStringList lines = text->split(QLatin1Char('\n'));

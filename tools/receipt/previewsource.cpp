@@ -124,6 +124,7 @@ PreviewSource bbCodeSource(const QString &fileName, const QString &imageFolder)
         if (!text)
             return std::nullopt;
         PreviewedReceipt receipt;
+        receipt.isWhole = isFilled(fileName, *text);
         const QVector<BbCodePicture> pictures = picturesOf(*text, imageFolder);
         for (const BbCodePicture &picture : pictures) {
             receipt.companions.append(picture.pattern);

@@ -21,7 +21,7 @@ struct PreviewedReceipt
 {
     std::function<TextPrinterDocument(const printerslib::drivers::PrintTarget &)> documentFor;
     QStringList companions;         ///< what the files name; see WatchedRun
-    bool isWhole = true;            ///< whether all of these could be read
+    bool isWhole = true;            ///< all of these could be read, and values put in
     Places places;                  ///< for messages
     QMap<int, QString> sections{};  ///< of the fiscal printer, by the number of their empty block
 };

@@ -6,6 +6,7 @@
 
 #include "settings/checktemplatessettings.h"
 #include "support.h"
+#include "templatelint.h"
 
 namespace tool {
 
@@ -78,12 +79,40 @@ std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &c
 std::optional<QString> readBbCode(const QString &fileName)
 {
     std::optional<QString> text = readText(fileName);
-    if (!text || !isDocumentText(*text))
+    if (!text)
+        return std::nullopt;
+    const bool isDocument = isDocumentText(*text);
+    if (!isDocument && !templatelint::isTemplate(text->split(QLatin1Char('\n'))))
         return text;
+    const QString what =
+        isDocument ? QStringLiteral("the JSON of a document") : QStringLiteral("a template");
     complain(
-        QStringLiteral("%1: this is the JSON of a document, where a text in BBCode is expected")
-            .arg(fileName));
+        QStringLiteral("%1: this is %2, where a text in BBCode is expected").arg(fileName, what));
     return std::nullopt;
+}
+
+bool isFilled(const QString &fileName, const QString &bbCode)
+{
+    // Names in small letters may well be text.
+    static const QRegularExpression tag(QStringLiteral("<[A-Z_][A-Z0-9_]*(?:,[^<>\\n]*)?>"));
+    const QStringList lines = bbCode.split(QLatin1Char('\n'));
+    if (!bbCode.contains(tag) || !templatelint::isBbCode(lines))
+        return true;
+    QStringList tags;
+    for (auto matches = tag.globalMatch(bbCode); matches.hasNext();)
+        tags.append(matches.next().captured());
+    tags.removeDuplicates();
+    const int others = tags.size() - 1;
+    const QString more =
+        others == 0   ? QStringLiteral("\" prints as it stands")
+        : others == 1 ? QStringLiteral("\" and another tag print as they stand")
+                      : QStringLiteral("\" and %1 other tags print as they stand").arg(others);
+    const int line = bbCode.leftRef(bbCode.indexOf(tag)).count(QLatin1Char('\n')) + 1;
+    complain(QStringLiteral("%1: line %2: \"%3%4; \"receipt fill\" puts values in")
+                 .arg(fileName)
+                 .arg(line)
+                 .arg(tags.constFirst(), more));
+    return false;
 }
 
 bool isDocumentText(const QString &text)

@@ -33,8 +33,10 @@ std::optional<QStringList> readLines(const QString &fileName, const QTextCodec &
 std::optional<QString> readTemplate(const QString &fileName, const QTextCodec &codec);
 
 /// The text of a file in BBCode. Complains and gives nothing for what can't be read, and for a
-/// document's JSON.
+/// document's JSON or a template.
 std::optional<QString> readBbCode(const QString &fileName);
+/// Tells of tags for values that a text in BBCode still has, and gives whether it has none.
+bool isFilled(const QString &fileName, const QString &bbCode);
 
 /// Whether a text begins as the JSON of a document does: it stands in a template's place by
 /// mistake.

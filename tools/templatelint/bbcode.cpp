@@ -177,6 +177,28 @@ bool isOf(const BbEvent &event, const MonochromeImage &picture)
            (hasWildcards || file.startsWith(name));
 }
 
+bool holdBbTags(const QStringList &lines)
+{
+    return std::any_of(lines.cbegin(), lines.cend(),
+                       [](const QString &line) { return !bbTagsOf(line).isEmpty(); });
+}
+
+/// Whether lines hold markup of templates; tags for values are none.
+bool holdMarkup(const QStringList &lines)
+{
+    static const QRegularExpression tag(QStringLiteral("<([^<>]+)>"));
+    return std::any_of(lines.cbegin(), lines.cend(), [](const QString &line) {
+        auto matches = tag.globalMatch(line);
+        while (matches.hasNext()) {
+            const QString inner = matches.next().captured(1);
+            if (isMarkup(inner) || isEntriesTag(inner) || isFiscalMarker(inner) ||
+                isSymbolsTag(inner))
+                return true;
+        }
+        return false;
+    });
+}
+
 }  // namespace
 
 QString bbValueSign()
@@ -413,20 +435,12 @@ QVector<BbTag> bbTagsOf(const QString &line)
 
 bool isBbCode(const QStringList &lines)
 {
-    static const QRegularExpression tag(QStringLiteral("<([^<>]+)>"));
-    const bool hasBbTags = std::any_of(lines.cbegin(), lines.cend(), [](const QString &line) {
-        return !bbTagsOf(line).isEmpty();
-    });
-    return hasBbTags && std::none_of(lines.cbegin(), lines.cend(), [](const QString &line) {
-               auto matches = tag.globalMatch(line);
-               while (matches.hasNext()) {
-                   const QString inner = matches.next().captured(1);
-                   if (isMarkup(inner) || isEntriesTag(inner) || isFiscalMarker(inner) ||
-                       isSymbolsTag(inner))
-                       return true;
-               }
-               return false;
-           });
+    return holdBbTags(lines) && !holdMarkup(lines);
+}
+
+bool isTemplate(const QStringList &lines)
+{
+    return holdMarkup(lines) && !holdBbTags(lines);
 }
 
 }  // namespace templatelint

@@ -119,6 +119,8 @@ struct Finding
 
 /// Whether lines are a BBCode text and no template: they have its tags, and none of the markup.
 bool isBbCode(const QStringList &lines);
+/// Whether lines are a template and no BBCode text: they have markup, and no tags of BBCode.
+bool isTemplate(const QStringList &lines);
 
 /// All findings, by line, column and rule. A BBCode text is recognised by its tags.
 QVector<Finding> lint(const QStringList &lines, const Options &options);
