@@ -120,8 +120,8 @@ private Q_SLOTS:
         QCOMPARE(commandsOf["width"], (QStringList{"bbcode", "lint", "render"}));
         QCOMPARE(commandsOf["clean"],
                  (QStringList{"fill", "preview", "print", "render", "document save"}));
-        QCOMPARE(commandsOf["data-schema"],
-                 (QStringList{"fill", "lint", "preview", "print", "render", "document save"}));
+        QCOMPARE(commandsOf["data-schema"], (QStringList{"data", "fill", "lint", "preview", "print",
+                                                         "render", "document save"}));
         QCOMPARE(commandsOf["json"],
                  (QStringList{"drawer", "find", "lint", "models", "print", "status"}));
         QCOMPARE(commandsOf["as"],
