@@ -123,6 +123,7 @@ private Q_SLOTS:
     void noMorePlansAreSharedThanTheTableHolds()
     {
         std::vector<std::shared_ptr<const TemplatePlan>> plans;
+        plans.reserve(mostSharedPlans);
         const auto linesOf = [](int number) {
             return QStringList(QString("%1 <NAME>").arg(number));
         };

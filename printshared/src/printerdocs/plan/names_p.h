@@ -51,7 +51,7 @@ public:
     enum class Others { Ignored, Gathered };
 
     /// What a name takes up of the memory that is kept, at most.
-    static constexpr std::size_t memoryOfAName = sizeof(Value) + sizeof(const QString *);
+    static constexpr std::size_t memoryOfAName = sizeof(Value) + sizeof(void *);
 
     /// Reads a document's. Refers to the attributes, which must neither change nor go until
     /// forget() is called.
