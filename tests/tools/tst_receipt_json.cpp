@@ -191,6 +191,50 @@ private Q_SLOTS:
     }
     void nameGivenTwiceIsAnError() { mistakesAreToldAtTheirPlace(); }
 
+    // QJsonDocument takes them, and drops the backslash.
+    void lostBackslashIsAnError_data()
+    {
+        addTextColumns();
+        const QString what = "a backslash in a text is written \\\\";
+        QTest::newRow("of a folder")
+            << QByteArray("{\"entries\": \"C:\\Users\"}") << QString("1:16") << what;
+        QTest::newRow("of a name")
+            << QByteArray("{\"attributes\": {\n\"A\\B\": 1}}") << QString("2:3") << what;
+    }
+    void lostBackslashIsAnError() { mistakesAreToldAtTheirPlace(); }
+
+    void escapesAreTaken()
+    {
+        const ReceiptRun run = filled("{\"entries\": \"\\\"\\\\\\/\\b\\f\\n\\r\\t\\u0041\"}");
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.status, 0);
+    }
+
+    void documentIsNoSchema()
+    {
+        const WorkFolder folder;
+        const QString data = folder.file("d.json", "{\"attributes\": {}}");
+        const ReceiptRun run =
+            runReceipt({"render", folder.file("t.cpt", "Kiosk"), data, "--data-schema", data});
+        QCOMPARE(run.errors, QString("receipt: %1: this is the JSON of a document, where a schema "
+                                     "is expected\n")
+                                 .arg(data));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(run.status, 1);
+    }
+
+    void schemaIsNoDocument()
+    {
+        const WorkFolder folder;
+        const QString schema =
+            folder.file("s.json", runReceipt({"data", "-", "--schema"}, "<SHOP>").output.toUtf8());
+        const ReceiptRun run = runReceipt({"render", folder.file("t.cpt", "Kiosk"), schema});
+        QCOMPARE(run.errors, QString("receipt: %1: this is a JSON Schema, where the JSON of a "
+                                     "document is expected\n")
+                                 .arg(schema));
+        QCOMPARE(run.status, 1);
+    }
+
     void sameNameInOtherObjectsIsNone()
     {
         const ReceiptRun run = filled(

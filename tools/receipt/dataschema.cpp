@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 #include <QThread>
+#include <algorithm>
 #include <exception>
 #include <memory>
 #include <optional>
@@ -38,6 +39,16 @@ QString &schemaFile()
 QString schemaOptionName()
 {
     return QStringLiteral("data-schema");
+}
+
+/// As a schema it would take everything.
+bool isJsonOfDocument(const QJsonObject &json)
+{
+    const QStringList keys = json.keys();
+    const QStringList known{QStringLiteral("attributes"), QStringLiteral("entries"),
+                            QStringLiteral("isCopy")};
+    return !keys.isEmpty() && std::all_of(keys.cbegin(), keys.cend(),
+                                          [&](const QString &key) { return known.contains(key); });
 }
 
 /// What the library finds at a place.
@@ -226,6 +237,11 @@ bool fitsDataSchema(const QString &fileName, const QJsonDocument &json)
         return false;
     if (!schema->isObject()) {
         complain(QStringLiteral("%1: the schema is no JSON object").arg(schemaFile()));
+        return false;
+    }
+    if (isJsonOfDocument(schema->object())) {
+        complain(QStringLiteral("%1: this is the JSON of a document, where a schema is expected")
+                     .arg(schemaFile()));
         return false;
     }
     try {

@@ -190,6 +190,12 @@ std::optional<PrinterDocument> documentOf(const QString &fileName, const QJsonDo
         complain(QStringLiteral("%1: the document is no JSON object").arg(fileName));
         return std::nullopt;
     }
+    if (json.object().contains(QStringLiteral("$schema"))) {
+        complain(
+            QStringLiteral("%1: this is a JSON Schema, where the JSON of a document is expected")
+                .arg(fileName));
+        return std::nullopt;
+    }
     return DocumentReader(fileName).read(json.object());
 }
 

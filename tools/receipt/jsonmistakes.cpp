@@ -13,7 +13,7 @@ namespace tool {
 namespace {
 
 // Who has made more of them by a program wants no list.
-constexpr int mostRepeatedKeys = 10;
+constexpr int mostLosses = 10;
 constexpr int longestShownWord = 30;
 constexpr const char *byteOrderMark = "\xEF\xBB\xBF";
 
@@ -40,7 +40,7 @@ public:
     explicit JsonScanner(const QByteArray &text) : m_text(text) { scan(); }
 
     const std::optional<JsonMistake> &mistake() const { return m_mistake; }
-    const QVector<JsonMistake> &repeatedKeys() const { return m_repeatedKeys; }
+    const QVector<JsonMistake> &losses() const { return m_losses; }
 
 private:
     /// What may stand next. Where something may be the first, the end may stand as well.
@@ -85,6 +85,7 @@ private:
     }
     void note(int offset, const QString &what);
     void noteInText(int offset, const QString &what);
+    void lose(int offset, const QString &what);
     void stop(int offset, const QString &what);
 
     const QByteArray &m_text;
@@ -97,7 +98,7 @@ private:
     std::vector<Container> m_containers;
     std::optional<JsonMistake> m_mistake;
     std::optional<JsonMistake> m_mistakeInText;  ///< in the text that is the last token
-    QVector<JsonMistake> m_repeatedKeys;
+    QVector<JsonMistake> m_losses;
 };
 
 void JsonScanner::scan()
@@ -282,8 +283,11 @@ void JsonScanner::scanText()
 void JsonScanner::scanEscape()
 {
     const int start = m_next++;
-    if (!isOneOf(at(m_next), "\"\\/bfnrtu"))
-        noteInText(start, QStringLiteral("a backslash in a text is written \\\\"));
+    if (isOneOf(at(m_next), "\"\\/bfnrtu"))
+        return;
+    const QString what = QStringLiteral("a backslash in a text is written \\\\");
+    noteInText(start, what);
+    lose(start, what);
 }
 
 void JsonScanner::addKey()
@@ -297,11 +301,10 @@ void JsonScanner::addKey()
     const auto known = keys.constFind(m_key);
     if (known == keys.constEnd())
         keys.insert(m_key, m_value.start);
-    else if (m_repeatedKeys.size() < mostRepeatedKeys)
-        m_repeatedKeys.append(
-            {m_value.start, QStringLiteral("the name \"%1\" stands on line %2 already")
+    else
+        lose(m_value.start, QStringLiteral("the name \"%1\" stands on line %2 already")
                                 .arg(m_key)
-                                .arg(lineOf(*known))});
+                                .arg(lineOf(*known)));
     m_expected = Expected::Colon;
 }
 
@@ -370,6 +373,12 @@ void JsonScanner::noteInText(int offset, const QString &what)
         m_mistakeInText = JsonMistake{offset, what};
 }
 
+void JsonScanner::lose(int offset, const QString &what)
+{
+    if (m_losses.size() < mostLosses)
+        m_losses.append({offset, what});
+}
+
 void JsonScanner::stop(int offset, const QString &what)
 {
     if (m_mistakeInText)
@@ -386,9 +395,9 @@ std::optional<JsonMistake> jsonMistakeIn(const QByteArray &text)
     return JsonScanner(text).mistake();
 }
 
-QVector<JsonMistake> repeatedKeysIn(const QByteArray &text)
+QVector<JsonMistake> lossesIn(const QByteArray &text)
 {
-    return JsonScanner(text).repeatedKeys();
+    return JsonScanner(text).losses();
 }
 
 }  // namespace tool

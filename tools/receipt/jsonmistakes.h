@@ -18,8 +18,8 @@ struct JsonMistake
 /// hand; nothing where QJsonDocument's own words say it as well.
 std::optional<JsonMistake> jsonMistakeIn(const QByteArray &text);
 
-/// The keys that stand in one object a second time, of which QJsonDocument keeps one without a
-/// word.
-QVector<JsonMistake> repeatedKeysIn(const QByteArray &text);
+/// What QJsonDocument drops without a word: of keys that stand in one object a second time all but
+/// one, and backslashes that begin no escape.
+QVector<JsonMistake> lossesIn(const QByteArray &text);
 
 }  // namespace tool

@@ -316,7 +316,7 @@ std::optional<QJsonDocument> jsonOf(const QString &fileName, const QByteArray &t
     const QJsonDocument json = QJsonDocument::fromJson(text, &error);
     const bool isJson = error.error == QJsonParseError::NoError;
     const QVector<JsonMistake> mistakes =
-        isJson ? repeatedKeysIn(text) : QVector<JsonMistake>{mistakeOf(text, error)};
+        isJson ? lossesIn(text) : QVector<JsonMistake>{mistakeOf(text, error)};
     for (const JsonMistake &mistake : mistakes)
         complain(
             QStringLiteral("%1: %2").arg(placeOf(fileName, text, mistake.offset), mistake.what));
