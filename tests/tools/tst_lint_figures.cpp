@@ -267,6 +267,11 @@ private Q_SLOTS:
         const QString equals =
             "the entry \"A=B=3.00\" has 3 columns: each \"=\" begins one; \"--clean equals\" makes "
             "blanks of those behind the first";
+        const QString separator =
+            "the entry \"A=1.00%1B=3.00\" has 3 columns: each \"=\" begins one; a tab stands "
+            "between two entries, and not \"%1\"";
+        row("separated by line feeds", "A=1.00\\nB=3.00", {separator.arg("\\n")});
+        row("separated by semicolons", "A=1.00;B=3.00", {separator.arg(";")});
         const QString brackets =
             "the entry is given as \"Cola [0.5 l]=1.00\" and prints \"Cola 0.5 l<S>1.00\": \"[\" "
             "and \"]\" make a group; \"--clean brackets\" makes \"(\" and \")\" of them";

@@ -227,7 +227,7 @@ private Q_SLOTS:
             "is its format [cut-expression]");
         row("decimals of a whole number", "Paid <TABLE,0.00>", true, "",
             "1:13: error: the format \"0.00\" is for real numbers, and the value is a whole one: "
-            "it prints \"0007\" [value-format]");
+            "it prints \"0007\"; hand it over as the text \"7.00\" [value-format]");
         row("division by zero", "Each <PRICE/ZERO>", true, "",
             "1:6: error: the expression \"PRICE/ZERO\", with its values \"1.5/0\", divides by "
             "zero "
@@ -264,7 +264,7 @@ private Q_SLOTS:
             "[value-format]");
         row("format in a group that goes", "[x <TABLE,0.00><EMPTY>]y", true, "",
             "1:11: warning: the format \"0.00\" is for real numbers, and the value is a whole one: "
-            "it prints \"0007\" [value-format]");
+            "it prints \"0007\"; hand it over as the text \"7.00\" [value-format]");
         row("format without effect", "<SHOP,20>", true, "",
             "1:7: warning: the format \"20\" has no effect, as the value is a text: it prints "
             "\"Kiosk\" [value-format]");

@@ -170,16 +170,26 @@ QString printedEntry(const QString &entry, const Analysis &analysis)
     return lines.join(QLatin1Char('\n'));
 }
 
+/// How an entry comes to more columns than two, and what helps.
+QString whyColumns(const QString &entry)
+{
+    static const QRegularExpression otherSeparator(QStringLiteral("=[^=]*([\n;|])[^=]*="));
+    const auto separator = otherSeparator.match(entry);
+    return separator.hasMatch()
+               ? QStringLiteral("a tab stands between two entries, and not \"%1\"")
+                     .arg(separator.captured(1))
+               : QStringLiteral("\"--clean equals\" makes blanks of those behind the first");
+}
+
 /// What is wrong with an entry, for a message; empty if nothing is.
 QString faultOfEntry(const QString &entry, const Analysis &analysis)
 {
     const QString what = QStringLiteral("the entry ");
     if (entry.count(QLatin1Char('=')) > 1)
-        return what + QStringLiteral(
-                          "\"%1\" has %2 columns: each \"=\" begins one; \"--clean "
-                          "equals\" makes blanks of those behind the first")
+        return what + QStringLiteral("\"%1\" has %2 columns: each \"=\" begins one; %3")
                           .arg(clipped(entry))
-                          .arg(entry.count(QLatin1Char('=')) + 1);
+                          .arg(entry.count(QLatin1Char('=')) + 1)
+                          .arg(whyColumns(entry));
     if (!mayAct(entry) || fillsTags(entry, *analysis.values()))
         return QString();
     QString columns = entry;

@@ -185,6 +185,17 @@ bool isAnotherFigure(Kind kind, const QVariant &value, const QString &printed)
     return isTime(kind);
 }
 
+/// How a whole number is given for a format with decimals, for a message; empty for all else.
+QString withDecimals(const QVariant &value, const QString &format)
+{
+    static const QRegularExpression decimals(QStringLiteral("^[0#]*\\.(0{1,9})$"));
+    const auto match = decimals.match(format);
+    return kindOf(value) == Kind::Whole && match.hasMatch()
+               ? QStringLiteral("; hand it over as the text \"%1.%2\"")
+                     .arg(value.toString(), match.captured(1))
+               : QString();
+}
+
 }  // namespace
 
 FormatFault formatFault(const QVariant &value, const QString &format, const QString &printed)
@@ -200,7 +211,8 @@ FormatFault formatFault(const QVariant &value, const QString &format, const QStr
     if (fault.message.isEmpty())
         return {};
     fault.message = fault.message.arg(clipped(format)) +
-                    QStringLiteral(": it prints \"%1\"").arg(clipped(printed));
+                    QStringLiteral(": it prints \"%1\"").arg(clipped(printed)) +
+                    withDecimals(value, format);
     fault.changesFigure = isAnotherFigure(kind, value, printed);
     return fault;
 }

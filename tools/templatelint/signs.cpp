@@ -10,13 +10,13 @@ namespace templatelint {
 
 namespace {
 
-bool isSign(QChar c)
+bool isPrintedSign(QChar c)
 {
     constexpr QChar typesettersMinus(0x2212);
     return c == QLatin1Char('-') || c == QLatin1Char('+') || c == typesettersMinus;
 }
 
-bool isOfValue(int origin)
+bool isOfAValue(int origin)
 {
     return !Text::isTemplate(origin) && origin != Text::nowhere;
 }
@@ -27,12 +27,12 @@ bool isDoubleSign(const Text &text, int place)
 {
     const QString &characters = text.characters;
     constexpr int shortest = 3;
-    if (place + shortest > characters.size() || !isSign(characters.at(place)) ||
-        !Text::isTemplate(text.origins.at(place)) || !isOfValue(text.origins.at(place + 1)) ||
-        !isSign(characters.at(place + 1)) || !characters.at(place + 2).isDigit())
+    if (place + shortest > characters.size() || !isPrintedSign(characters.at(place)) ||
+        !Text::isTemplate(text.origins.at(place)) || !isOfAValue(text.origins.at(place + 1)) ||
+        !isPrintedSign(characters.at(place + 1)) || !characters.at(place + 2).isDigit())
         return false;
     const QChar before = place > 0 ? characters.at(place - 1) : QChar(QLatin1Char(' '));
-    return !before.isLetterOrNumber() && !isSign(before);
+    return !before.isLetterOrNumber() && !isPrintedSign(before);
 }
 
 /// The tag that begins at an offset of the template.
