@@ -393,6 +393,40 @@ private Q_SLOTS:
                     .output.contains("\"12E4<:>\" stays as it stands"));
     }
 
+    void wideFields_data()
+    {
+        addTemplates();
+        blank("text behind it", "[field width=4]abcde[/field]x", "1:16 wide-field");
+        blank("another field behind it", "a\n[field width=4]abcde[/field][field width=2]x[/field]",
+              "2:16 wide-field");
+        blank("a format between", "[field width=4]abcde[/field][b]x[/b]", "1:16 wide-field");
+        blank("a format in it", "[field width=4][b]abcde[/b][/field]x", "1:19 wide-field");
+        blank("as wide as its text", "[field width=5]abcde[/field]x", "");
+        blank("with blanks around", "[field width=5] abcd [/field]x", "1:16 wide-field");
+        blank("each piece is padded", "[field width=4]abc[b]abc[/b][/field]x", "");
+        blank("a piece in front of another", "[field width=4]abcde[b]x[/b][/field]",
+              "1:16 wide-field");
+        blank("two lines", "[field width=4]abcde\nx[/field]x", "");
+        blank("the last of the line", "[field width=4]abcde[/field] \nx", "");
+        blank("the last of the text", "[field width=4]abcde[/field]", "");
+        blank("the last of the block", "[left][field width=4]abcde[/field][/left]x", "");
+        blank("no width", "[field align=right]abcde[/field]x", "");
+        blank("a width of nothing", "[field width=0]abcde[/field]x", "");
+        blank("a value that isn't known", "[field width=4]<SHOP>[/field]x", "");
+        blank("too much beside such a value", "[field width=4]abcde<SHOP>[/field]x",
+              "1:16 wide-field");
+        filled("a value", "[field width=4]<SHOP>[/field]x", "1:16 wide-field");
+        filled("a value that fits", "[field width=5]<SHOP>[/field]x", "");
+    }
+    void wideFields() { checkPlaces(); }
+
+    void wideFieldsAreToldWithTheirWidth()
+    {
+        QCOMPARE(lintrun::lint("[field width=4]abcde[/field]x", {}).output,
+                 QString("t.cpt:1:16: warning: \"abcde\" takes 5 characters, and the field has 4: "
+                         "what stands behind it is moved [wide-field]\n"));
+    }
+
     void copies_data()
     {
         addTemplates();

@@ -65,6 +65,7 @@ void checkBbAmbiguousPictures(const BbCode &text, Report &report);
 void checkBbCodes(const BbCode &text, Report &report);
 void checkBbLargeText(const BbCode &text, Report &report);
 void checkBbNumbers(const BbCode &text, Report &report);
+void checkBbFields(const BbCode &text, Report &report);
 void checkBbCopyMark(const BbCode &text, Report &report);
 void checkBbDoubleSigns(const BbCode &text, Report &report);
 void checkBbLineWidth(const BbCode &text, Report &report);

@@ -35,7 +35,58 @@ bool isSameNumber(const QString &words, const QString &printed)
            (wholeNumber.match(words).hasMatch() && words.toLongLong() == printed.toLongLong());
 }
 
+/// Whether an event begins or ends a block, so that what follows stands on another line.
+bool breaksTheLine(const BbEvent &event)
+{
+    static const QStringList formats{QStringLiteral("b"), QStringLiteral("i"), QStringLiteral("u"),
+                                     QStringLiteral("size"), QStringLiteral("field")};
+    return bbTagNames().contains(event.name) && !formats.contains(event.name);
+}
+
+/// Whether text stands on the same line behind an event.
+bool isFollowed(const BbCode &text, int event)
+{
+    for (int i = event + 1; i < text.events().size(); ++i) {
+        const BbEvent &next = text.events().at(i);
+        const bool isTag = next.kind == BbEvent::Open || next.kind == BbEvent::Close;
+        if (isTag && breaksTheLine(next))
+            return false;
+        const QString words = isTag ? QString() : text.partOf(next.begin, next.end);
+        if (!words.section(QLatin1Char('\n'), 0, 0).trimmed().isEmpty())
+            return true;
+        if (words.contains(QLatin1Char('\n')))
+            return false;
+    }
+    return false;
+}
+
 }  // namespace
+
+void checkBbFields(const BbCode &text, Report &report)
+{
+    constexpr int most = 255;
+    const QString key = QStringLiteral("width");
+    int width = 0;
+    for (int i = 0; i < text.events().size(); ++i) {
+        const BbEvent &event = text.events().at(i);
+        if (event.kind == BbEvent::Open && event.name == QLatin1String("field"))
+            width = event.parameters.value(key).toInt() & most;
+        else if (event.kind == BbEvent::Close && event.name == QLatin1String("field"))
+            width = 0;
+        if (event.kind != BbEvent::Words || width == 0 || !isFollowed(text, i))
+            continue;
+        const QString words = text.partOf(event.begin, event.end).remove(valueSign());
+        // Over two lines nothing stands in columns.
+        if (words.size() <= width || words.contains(QLatin1Char('\n')))
+            continue;
+        report.add(text.offsetOf(event),
+                   QStringLiteral("\"%1\" takes %2 characters, and the field has %3: what stands "
+                                  "behind it is moved")
+                       .arg(clipped(words))
+                       .arg(words.size())
+                       .arg(width));
+    }
+}
 
 void checkBbNumbers(const BbCode &text, Report &report)
 {

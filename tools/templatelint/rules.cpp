@@ -486,6 +486,15 @@ constexpr Rule table[] = {
          "template has it, as \"<H2>\" and \"<W2>\". Needs --model."),
      "[size=large]Total[/size]", "[b]Total[/b]", noDocument, "--model TSP-TUP", nullptr,
      checkBbLargeText},
+    {"wide-field", Severity::Warning,
+     QT_TRANSLATE_NOOP("LintRule", "BBCode: a field that is too narrow for its text"),
+     QT_TRANSLATE_NOOP(
+         "LintRule",
+         "A field is padded to its width, and no text is cut: a longer one moves what "
+         "stands behind it on the line, and the columns fall apart. Give the field "
+         "the width of the longest text, or have the program shorten it."),
+     "[field width=9]Cappuccino[/field]2.80", "[field width=11]Cappuccino[/field]2.80", noDocument,
+     noArguments, nullptr, checkBbFields},
     {"endless-value", Severity::Error,
      QT_TRANSLATE_NOOP("LintRule", "a value whose tags never come to an end"),
      QT_TRANSLATE_NOOP("LintRule",

@@ -459,5 +459,13 @@
         <source>A printer has the characters of one code page. &quot;receipt print&quot; draws all others, as &quot;receipt preview&quot; shows; other drivers print something else for them. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
         <translation>Ein Drucker hat die Zeichen einer Codepage. Alle anderen zeichnet &quot;receipt print&quot;, wie &quot;receipt preview&quot; zeigt; andere Treiber drucken etwas anderes dafür. Braucht --model oder --code-page. Der Katalog nennt keine Codepages: es gilt cp866, wenn --code-page nichts anderes sagt. Was in einem Wert steht, wird dort gemeldet, wo sein Tag steht.</translation>
     </message>
+    <message>
+        <source>BBCode: a field that is too narrow for its text</source>
+        <translation>BBCode: ein Feld, das für seinen Text zu schmal ist</translation>
+    </message>
+    <message>
+        <source>A field is padded to its width, and no text is cut: a longer one moves what stands behind it on the line, and the columns fall apart. Give the field the width of the longest text, or have the program shorten it.</source>
+        <translation>Ein Feld wird auf seine Breite aufgefüllt, und kein Text wird abgeschnitten: ein längerer verschiebt, was hinter ihm in der Zeile steht, und die Spalten geraten durcheinander. Geben Sie dem Feld die Breite des längsten Textes, oder lassen Sie ihn vom Programm kürzen.</translation>
+    </message>
 </context>
 </TS>

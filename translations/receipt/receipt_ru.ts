@@ -459,5 +459,13 @@
         <source>A printer has the characters of one code page. &quot;receipt print&quot; draws all others, as &quot;receipt preview&quot; shows; other drivers print something else for them. Needs --model or --code-page. The catalogue names no code pages: cp866 is taken unless --code-page says otherwise. What stands in a value is reported where its tag stands.</source>
         <translation>У принтера есть знаки одной кодовой страницы. Все другие &quot;receipt print&quot; рисует, как показывает &quot;receipt preview&quot;; другие драйверы печатают вместо них что-то иное. Нужен --model или --code-page. В каталоге кодовых страниц нет: берётся cp866, если --code-page не говорит иначе. О том, что стоит в значении, сообщается на месте его тега.</translation>
     </message>
+    <message>
+        <source>BBCode: a field that is too narrow for its text</source>
+        <translation>BBCode: поле, слишком узкое для своего текста</translation>
+    </message>
+    <message>
+        <source>A field is padded to its width, and no text is cut: a longer one moves what stands behind it on the line, and the columns fall apart. Give the field the width of the longest text, or have the program shorten it.</source>
+        <translation>Поле дополняется до своей ширины, а текст не обрезается: более длинный сдвигает то, что стоит за ним в строке, и столбцы разъезжаются. Дайте полю ширину самого длинного текста, или пусть программа его сократит.</translation>
+    </message>
 </context>
 </TS>
