@@ -119,12 +119,6 @@ private Q_SLOTS:
         }
     }
 
-    // Programs read findings; those stay as they are.
-    void findingsStayEnglish()
-    {
-        QCOMPARE(lint("<abc>", {"--language", "ru"}).output, lint("<abc>", {}).output);
-    }
-
     void unknownLanguageOfAnExplanationIsWrongUsage()
     {
         const ReceiptRun run = runReceipt({"lint", "--explain", "short-tag", "--language", "xx"});

@@ -9,6 +9,7 @@
 #include "bbcode.h"
 #include "bbcpp/bbdocument.h"
 #include "printerdocs/bbcodeparser.h"
+#include "words.h"
 
 namespace tool {
 
@@ -72,11 +73,11 @@ QString faultOf(const QString &fileName)
 {
     QImageReader reader(fileName);
     reader.setDecideFormatFromContent(true);
-    return QStringLiteral("the picture \"%1\" can't be read: %2")
-        .arg(fileName, reader.canRead()
-                           ? QStringLiteral("it is damaged, too large, or of a format that isn't "
-                                            "printed")
-                           : reader.errorString());
+    return templatelint::Words::tr("the picture \"%1\" can't be read: %2")
+        .arg(fileName, reader.canRead() ? templatelint::Words::tr(
+                                              "it is damaged, too large, or of a format that isn't "
+                                              "printed")
+                                        : reader.errorString());
 }
 
 }  // namespace
@@ -107,11 +108,12 @@ BbCodePicture pictureOf(const QString &name, const QString &folder)
     if (!picture.files.isEmpty())
         picture.fault = faultOf(place.filePath(picture.files.constFirst()));
     else if (hasWildcards)
-        picture.fault = QStringLiteral("the folder \"%2\" has no picture \"%1\" that can be read")
-                            .arg(name, folder);
-    else
         picture.fault =
-            QStringLiteral("there is no picture \"%1\" in the folder \"%2\"").arg(name, folder);
+            templatelint::Words::tr("the folder \"%2\" has no picture \"%1\" that can be read")
+                .arg(name, folder);
+    else
+        picture.fault = templatelint::Words::tr("there is no picture \"%1\" in the folder \"%2\"")
+                            .arg(name, folder);
     return picture;
 }
 

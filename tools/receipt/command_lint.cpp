@@ -88,7 +88,10 @@ QString description()
         "Says what is wrong in templates and in texts in BBCode, as \"file:line:column: "
         "error|warning|note: message "
         "[rule]\". Lines and columns count from 1, columns in UTF-16 units as editors do. Files "
-        "keep their order, and their findings are sorted. Exit status: 0 without errors, 1 with "
+        "keep their order, and their findings are sorted. With --language, messages and rules are "
+        "in "
+        "German or Russian; severities and rules keep their names. Exit status: 0 without errors, "
+        "1 with "
         "errors (--strict: or warnings) and for files that can't be read, 2 for wrong "
         "usage.\n\nRules:");
     for (const Rule &rule : templatelint::rules())

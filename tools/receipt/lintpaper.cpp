@@ -5,6 +5,7 @@
 
 #include "printerdocs/echarformat.h"
 #include "printoptions.h"
+#include "words.h"
 
 namespace tool {
 
@@ -32,7 +33,8 @@ templatelint::Paper lintPaperOf(const ChosenPaper &chosen)
         fonts.append({font.cell, takesDots ? dots : font.ownCharacter, type.idAsString()});
     }
     return {target.lineDots(), fonts,
-            QStringLiteral("%1 with %2 paper").arg(chosen.model->id(), target.paper().caption()),
+            templatelint::Words::tr("%1 with %2 paper")
+                .arg(chosen.model->id(), target.paper().caption()),
             (target.printedFormats() & CharDoubleWidth) != 0};
 }
 

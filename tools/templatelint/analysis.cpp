@@ -8,6 +8,7 @@
 #include "printerdocs/document/symbolfile_p.h"
 #include "printerdocs/template/attributetag_p.h"
 #include "printerdocs/template/symbolsline_p.h"
+#include "words.h"
 
 namespace templatelint {
 
@@ -49,18 +50,17 @@ QString faultOf(const QString &path, SpecialCharacters &drawings)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("the file \"%1\" can't be read: %2").arg(path, file.errorString());
+        return Words::tr("the file \"%1\" can't be read: %2").arg(path, file.errorString());
     const QByteArray content = file.read(symbolfile::mostBytes + 1);
     const bool isRead = drawings.load(path);
     QString damage = symbolfile::refusal(content);
     if (damage.isEmpty())
         damage = xmlFault(content);
     if (damage.isEmpty() && !isRead)
-        damage = QStringLiteral("a symbol or the root element is wrong");
-    return damage.isEmpty()
-               ? damage
-               : QStringLiteral("the file \"%1\" is damaged: %2; see \"receipt symbols\"")
-                     .arg(path, damage);
+        damage = Words::tr("a symbol or the root element is wrong");
+    return damage.isEmpty() ? damage
+                            : Words::tr("the file \"%1\" is damaged: %2; see \"receipt symbols\"")
+                                  .arg(path, damage);
 }
 
 /// Of an attribute that may well be missing.
@@ -152,9 +152,9 @@ SymbolFile namedSymbolFile(QVector<Text> &lines, const QString &folder)
     const QFileInfo file(result.path);
     result.exists = file.exists();
     if (!result.exists)
-        result.fault = QStringLiteral("there is no file \"%1\"").arg(result.path);
+        result.fault = Words::tr("there is no file \"%1\"").arg(result.path);
     else if (!file.isFile())
-        result.fault = QStringLiteral("\"%1\" is no regular file").arg(result.path);
+        result.fault = Words::tr("\"%1\" is no regular file").arg(result.path);
     return result;
 }
 

@@ -8,6 +8,7 @@
 #include "printerdocs/template/substitutiontext_p.h"
 #include "templatelint.h"
 #include "text.h"
+#include "words.h"
 
 namespace templatelint {
 
@@ -35,21 +36,20 @@ bool isNumberFormat(const QString &format)
 TagVerdict cutExpression(const AttributeTag &tag)
 {
     return {TagVerdict::CutExpression, tag.name.size() + 1,
-            QStringLiteral("the last comma cuts the expression: \"%1\" is calculated, and \"%2\" "
-                           "is its format")
+            Words::tr("the last comma cuts the expression: \"%1\" is calculated, and \"%2\" "
+                      "is its format")
                 .arg(clipped(tag.name), clipped(tag.format))};
 }
 
 TagVerdict expressionFault(const QString &name, const QString &text, const ExpressionFault &fault,
                            int index)
 {
-    const QString what =
-        fault.isAtEnd ? QStringLiteral("the expression \"%1\" ends too early").arg(clipped(name))
-                      : QStringLiteral("the expression \"%1\" can't be read from \"%2\" on")
-                            .arg(clipped(name), clipped(fault.token));
+    const QString what = fault.isAtEnd
+                             ? Words::tr("the expression \"%1\" ends too early").arg(clipped(name))
+                             : Words::tr("the expression \"%1\" can't be read from \"%2\" on")
+                                   .arg(clipped(name), clipped(fault.token));
     const QString filled =
-        text == name ? QString()
-                     : QStringLiteral("; with its values it is \"%1\"").arg(clipped(text));
+        text == name ? QString() : Words::tr("; with its values it is \"%1\"").arg(clipped(text));
     return {TagVerdict::BadExpression, index + 1, what + filled};
 }
 
@@ -123,16 +123,15 @@ TagVerdict TagJudge::judged(const AttributeTag &tag)
     if (m_values != nullptr && m_values->has(tag.name))
         return judgedByFormat(tag, m_values->document().attributeValue(tag.name));
     if (isSymbolsTag(tag.inner))
-        return {
-            TagVerdict::Misspelt, 0,
-            QStringLiteral("\"<%1>\" counts only on a line of its own").arg(clipped(tag.inner))};
+        return {TagVerdict::Misspelt, 0,
+                Words::tr("\"<%1>\" counts only on a line of its own").arg(clipped(tag.inner))};
     if (const auto meant = intendedMarkup(tag.inner))
         return {TagVerdict::Misspelt, 0,
-                QStringLiteral("\"<%1>\" counts as an attribute; did you mean \"<%2>\"?")
+                Words::tr("\"<%1>\" counts as an attribute; did you mean \"<%2>\"?")
                     .arg(clipped(tag.inner), *meant)};
     if (tag.name.trimmed().isEmpty())
         return {TagVerdict::BadExpression, 1,
-                QStringLiteral("\"<%1>\" has no name").arg(clipped(tag.inner))};
+                Words::tr("\"<%1>\" has no name").arg(clipped(tag.inner))};
     for (const TagVerdict &verdict : {judgedByComma(tag), judgedByGuess(tag)}) {
         if (verdict.fault != TagVerdict::None)
             return verdict;
@@ -146,17 +145,17 @@ TagVerdict TagJudge::judgedByGuess(const AttributeTag &tag)
     const auto function = missingFunctionIn(tag.inner);
     const bool hasValue = m_values != nullptr && m_values->has(tag.name);
     if (function && !hasValue && faultOf(withNumbers(tag.name).text).exists)
-        return {TagVerdict::Guessed, function->index + 1,
-                QStringLiteral("there is no function \"%1\": %2")
-                    .arg(function->name, function->instead)};
+        return {
+            TagVerdict::Guessed, function->index + 1,
+            Words::tr("there is no function \"%1\": %2").arg(function->name, function->instead)};
     const auto instead = insteadOfTag(tag.inner);
     if (!instead || hasValue)
         return {};
     TagVerdict verdict{
         TagVerdict::Guessed, 0,
-        QStringLiteral("\"<%1>\" is read as an attribute%2: %3")
+        Words::tr("\"<%1>\" is read as an attribute%2: %3")
             .arg(clipped(tag.inner),
-                 m_values == nullptr ? QString() : QStringLiteral(", which the document lacks"),
+                 m_values == nullptr ? QString() : Words::tr(", which the document lacks"),
                  *instead)};
     if (m_values == nullptr)
         verdict.lesser = Severity::Warning;
@@ -198,8 +197,8 @@ TagVerdict TagJudge::judgedByComma(const AttributeTag &tag) const
     for (const QString &part : parts)
         tags.append(QStringLiteral("<%1,%2>").arg(name, part.trimmed()));
     return {TagVerdict::CommaInFormat, comma + 2,
-            QStringLiteral("the format begins behind the last comma, and \"%1\" is no attribute: "
-                           "instead of a comma in the format write \"%2\"")
+            Words::tr("the format begins behind the last comma, and \"%1\" is no attribute: "
+                      "instead of a comma in the format write \"%2\"")
                 .arg(clipped(tag.name), clipped(tags.join(QStringLiteral(", "))))};
 }
 
@@ -220,7 +219,7 @@ TagVerdict TagJudge::judgedByShape(const AttributeTag &tag) const
         tag.name.count(QLatin1Char('(')) != tag.name.count(QLatin1Char(')'));
     if (!fault.exists && dividesByZero(tag.name))
         return {TagVerdict::NotFinite, 0,
-                QStringLiteral("the expression \"%1\" divides by zero").arg(clipped(tag.name)),
+                Words::tr("the expression \"%1\" divides by zero").arg(clipped(tag.name)),
                 Severity::Warning};
     if (!fault.exists || !isBeyondMending)
         return {};
@@ -247,10 +246,10 @@ TagVerdict TagJudge::judgedByValues(const AttributeTag &tag)
 
 TagVerdict TagJudge::unknown(const QString &word, int index, const QString &hint, bool hasValue)
 {
-    const QString what = QStringLiteral("the document has no attribute \"%1\"").arg(clipped(word));
+    const QString what = Words::tr("the document has no attribute \"%1\"").arg(clipped(word));
     TagVerdict verdict{TagVerdict::UnknownAttribute, index, what + hint};
     if (!hasValue)
-        verdict.messageInGroup = what + QStringLiteral(": with it the group goes") + slipHint(word);
+        verdict.messageInGroup = what + Words::tr(": with it the group goes") + slipHint(word);
     return verdict;
 }
 
@@ -262,7 +261,7 @@ QString TagJudge::slipHint(const QString &word)
     const QStringList names = m_values->names();
     const auto meant = std::find_if(names.cbegin(), names.cend(),
                                     [&word](const QString &name) { return isSlip(word, name); });
-    return meant == names.cend() ? QString() : QStringLiteral("; did you mean \"%1\"?").arg(*meant);
+    return meant == names.cend() ? QString() : Words::tr("; did you mean \"%1\"?").arg(*meant);
 }
 
 /// The first word of an expression that is neither an attribute nor a function.
@@ -286,7 +285,7 @@ TagVerdict TagJudge::unknownWord(const QString &name, bool hasValue)
         if (!isWhole) {
             const QString part = key == keys.cend()
                                      ? hintFor(word)
-                                     : QStringLiteral("; the value of \"%1\" is put into it")
+                                     : Words::tr("; the value of \"%1\" is put into it")
                                            .arg(name.mid(*key, inserted.keyEnd.at(*key) - *key));
             return unknown(word, isNameAlone ? 0 : begin + 1, part, hasValue);
         }
@@ -312,14 +311,13 @@ TagVerdict TagJudge::notFinite(const AttributeTag &tag, const QString &printed) 
     const Inserted inserted = m_values->insertedInto(tag.name);
     if (hasFiniteValue(inserted.text))
         return {};
-    const QString filled =
-        inserted.text == tag.name
-            ? QString()
-            : QStringLiteral(", with its values \"%1\",").arg(clipped(inserted.text));
+    const QString filled = inserted.text == tag.name
+                               ? QString()
+                               : Words::tr(", with its values \"%1\",").arg(clipped(inserted.text));
     TagVerdict verdict{
         TagVerdict::NotFinite, 0,
-        QStringLiteral("the expression \"%1\"%2 divides by zero or has no finite value for another "
-                       "reason: it prints \"%3\"")
+        Words::tr("the expression \"%1\"%2 divides by zero or has no finite value for another "
+                  "reason: it prints \"%3\"")
             .arg(clipped(tag.name), filled, printed)};
     verdict.isFineInGroup = templates::vanishesWithItsGroup(printed) && !dividesByZero(tag.name);
     return verdict;
@@ -331,9 +329,9 @@ QString TagJudge::hintFor(const QString &name)
         return QString();
     const QString latin = withLatinLetters(name);
     if (latin != name && m_values->has(latin))
-        return QStringLiteral("; did you mean \"%1\", in Latin letters?").arg(latin);
+        return Words::tr("; did you mean \"%1\", in Latin letters?").arg(latin);
     const auto nearest = nearestName(name, m_values->names());
-    return nearest ? QStringLiteral("; did you mean \"%1\"?").arg(*nearest) : QString();
+    return nearest ? Words::tr("; did you mean \"%1\"?").arg(*nearest) : QString();
 }
 
 }  // namespace templatelint

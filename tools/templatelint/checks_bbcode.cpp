@@ -10,6 +10,7 @@
 #include "linewidth.h"
 #include "printerdocs/bbcodeparser.h"
 #include "printerdocs/template/templatetags_p.h"
+#include "words.h"
 
 // Rules about texts in BBCode. Their reader takes tags for switches, and tells of no mistake.
 
@@ -39,7 +40,7 @@ bool isShape(const QString &name)
 QString nearest(const QString &name, const QStringList &names)
 {
     const auto near = nearestName(name, names);
-    return near ? QStringLiteral("; did you mean \"%1\"?").arg(*near) : QString();
+    return near ? Words::tr("; did you mean \"%1\"?").arg(*near) : QString();
 }
 
 QString shownTag(const BbCode &text, const BbEvent &event)
@@ -57,16 +58,16 @@ QString valueFault(const QString &key, const QString &value)
         const char *otherwise;
     };
     constexpr Row rows[] = {
-        {"size", "small normal middle large", "the font stays"},
-        {"hr", "dashed dotted", "the line is solid"},
-        {"align", "left center right", "it counts as left"},
+        {"size", "small normal middle large", QT_TRANSLATE_NOOP("LintFinding", "the font stays")},
+        {"hr", "dashed dotted", QT_TRANSLATE_NOOP("LintFinding", "the line is solid")},
+        {"align", "left center right", QT_TRANSLATE_NOOP("LintFinding", "it counts as left")},
     };
     for (const Row &row : rows) {
         const QStringList values = QString::fromLatin1(row.values).split(QLatin1Char(' '));
         if (key == QLatin1String(row.key) && !values.contains(value))
-            return QStringLiteral("\"%1\" takes %2, and not \"%3\": %4")
+            return Words::tr("\"%1\" takes %2, and not \"%3\": %4")
                 .arg(key, values.join(QStringLiteral(", ")), clipped(value),
-                     QLatin1String(row.otherwise));
+                     Words::marked(row.otherwise));
     }
     const bool isNumeric = key == QLatin1String("width") || key == QLatin1String("zerofill");
     constexpr int mostDigits = 255;
@@ -74,7 +75,7 @@ QString valueFault(const QString &key, const QString &value)
     const uint number = value.toUInt(&isNumber);
     if (!isNumeric || (isNumber && number <= mostDigits))
         return QString();
-    return QStringLiteral("\"%1\" is a number from 0 to 255, and not \"%2\": it counts as %3")
+    return Words::tr("\"%1\" is a number from 0 to 255, and not \"%2\": it counts as %3")
         .arg(key, clipped(value))
         .arg(number & mostDigits);
 }
@@ -120,11 +121,11 @@ void checkParameters(const BbCode &text, const BbEvent &event, const OpenTags &o
         const QString fault =
             pair.value().contains(bbValueSign()) ? QString() : valueFault(pair.key(), pair.value());
         if (!bbKeys().contains(pair.key()))
-            report.addEach(offset, QStringLiteral("BBCode has no key \"%1\"%2")
+            report.addEach(offset, Words::tr("BBCode has no key \"%1\"%2")
                                        .arg(clipped(pair.key()), nearest(pair.key(), bbKeys())));
         else if (!owners.isEmpty() && !open.hasAny(owners))
-            report.addEach(offset, QStringLiteral("\"%1\" is of no use outside of [%2]")
-                                       .arg(pair.key(), owners.join(QStringLiteral("] or ["))));
+            report.addEach(offset, Words::tr("\"%1\" is of no use outside of [%2]")
+                                       .arg(pair.key(), owners.join(Words::tr("] or ["))));
         else if (!fault.isEmpty())
             report.addEach(offset, fault);
     }
@@ -147,15 +148,15 @@ QString lonelyMessage(const BbEvent &event)
 {
     const QString &name = event.name;
     if (event.kind == BbEvent::Close)
-        return QStringLiteral("\"[/%1]\" closes what isn't open").arg(name);
-    const QString begin = QStringLiteral("\"[%1]\" is never closed: ").arg(name);
+        return Words::tr("\"[/%1]\" closes what isn't open").arg(name);
+    const QString begin = Words::tr("\"[%1]\" is never closed: ").arg(name);
     if (name == QLatin1String("hr"))
-        return begin + QStringLiteral("no line is drawn; write [hr /]");
+        return begin + Words::tr("no line is drawn; write [hr /]");
     if (name == QLatin1String("img"))
-        return begin + QStringLiteral("no picture is printed; write [/img] behind it");
+        return begin + Words::tr("no picture is printed; write [/img] behind it");
     if (isCodeTag(name))
-        return begin + QStringLiteral("no code is printed");
-    return begin + QStringLiteral("it holds to the text's end, and beyond for some");
+        return begin + Words::tr("no code is printed");
+    return begin + Words::tr("it holds to the text's end, and beyond for some");
 }
 
 /// A payload of a code, as the library takes it; nothing where no code comes of it.
@@ -175,13 +176,12 @@ std::optional<QByteArray> payloadOf(const BbCode &text, const BbPair &pair)
 
 QString codeMessage(CodeKind kind, const QByteArray &payload, const Options &options)
 {
-    const QString name =
-        kind == CodeKind::Barcode ? QStringLiteral("barcode") : QStringLiteral("QR code");
+    const QString name = kind == CodeKind::Barcode ? Words::tr("barcode") : Words::tr("QR code");
     if (payload.isEmpty())
-        return QStringLiteral("the %1 has no data: none is printed").arg(name);
+        return Words::tr("the %1 has no data: none is printed").arg(name);
     const QString fault = options.codeFault ? options.codeFault(kind, payload) : QString();
     return fault.isEmpty() ? QString()
-                           : QStringLiteral("the %1 of \"%2\" can't be printed: %3")
+                           : Words::tr("the %1 of \"%2\" can't be printed: %3")
                                  .arg(name, clipped(QString::fromUtf8(payload)), fault);
 }
 
@@ -250,8 +250,8 @@ private:
                                                                      : origins.at(event.begin);
         if (!Text::isTemplate(origin))
             report(Text::offsetOf(origin), shownTag(m_text, event),
-                   QStringLiteral("acts as a tag of BBCode; \"--clean brackets\" makes \"(\" "
-                                  "and \")\" of its brackets"));
+                   Words::tr("acts as a tag of BBCode; \"--clean brackets\" makes \"(\" "
+                             "and \")\" of its brackets"));
     }
     /// Values that hold tags of templates, which are filled or vanish.
     void checkFilledTags()
@@ -270,12 +270,11 @@ private:
                     return m_values.has(other.name) || m_values.evaluates(other.name);
                 });
             if (!isMeant && printed.contains(tag.key()) && printed.value(tag.key()) != given)
-                report(
-                    tag.key(),
-                    clipped(given.mid(inside.constFirst().begin,
-                                      inside.constFirst().end - inside.constFirst().begin)),
-                    QStringLiteral("acts as in a template; \"--clean tags\" makes a blank of the "
-                                   "\"<\""));
+                report(tag.key(),
+                       clipped(given.mid(inside.constFirst().begin,
+                                         inside.constFirst().end - inside.constFirst().begin)),
+                       Words::tr("acts as in a template; \"--clean tags\" makes a blank of the "
+                                 "\"<\""));
         }
     }
     void report(int offset, const QString &part, const QString &why)
@@ -284,7 +283,7 @@ private:
         if (tag == m_tags.constEnd() || !m_values.has(tag->name))
             return;
         m_report.add(offset,
-                     QStringLiteral("%1 is given as \"%2\": \"%3\" ")
+                     Words::tr("%1 is given as \"%2\": \"%3\" ")
                              .arg(clipped(tag->name),
                                   clipped(m_values.ofTag(tag->inner).value_or(QString())), part) +
                          why);
@@ -325,8 +324,8 @@ QString templatesOwn(const QString &name)
         return name == QLatin1String(known.name);
     });
     return row == std::end(rows)
-               ? QStringLiteral("; templates have nothing of the kind")
-               : QStringLiteral("; templates have \"%1\"").arg(QLatin1String(row->instead));
+               ? Words::tr("; templates have nothing of the kind")
+               : Words::tr("; templates have \"%1\"").arg(QLatin1String(row->instead));
 }
 
 void reportBbTags(const Piece &piece, const TemplateLine &line, Report &report)
@@ -336,7 +335,7 @@ void reportBbTags(const Piece &piece, const TemplateLine &line, Report &report)
         const int offset = line.text.origins.at(tag.begin);
         if (piece.isText(offset))
             report.add(offset,
-                       QStringLiteral("\"%1\" is a tag of BBCode, and a template prints \"%2\"%3")
+                       Words::tr("\"%1\" is a tag of BBCode, and a template prints \"%2\"%3")
                            .arg(clipped(tag.text), clipped(tag.text.mid(1, tag.text.size() - 2)),
                                 templatesOwn(tag.name)));
     }
@@ -359,13 +358,12 @@ void checkBbNames(const BbCode &text, Report &report)
             continue;
         if (!bbTagNames().contains(event.name))
             report.addEach(text.offsetOf(event),
-                           QStringLiteral("BBCode has no tag \"%1\"%2")
+                           Words::tr("BBCode has no tag \"%1\"%2")
                                .arg(clipped(event.name), nearest(event.name, bbTagNames())));
         else if (event.kind == BbEvent::Open &&
                  shownTag(text, event).startsWith(QLatin1String("[/")))
-            report.addEach(
-                text.offsetOf(event),
-                QStringLiteral("\"%1\" opens, as it has a key").arg(shownTag(text, event)));
+            report.addEach(text.offsetOf(event),
+                           Words::tr("\"%1\" opens, as it has a key").arg(shownTag(text, event)));
         else
             checkParameters(text, event, open, report);
     }
@@ -377,8 +375,8 @@ void checkBbMalformed(const BbCode &text, Report &report)
         if (event.kind == BbEvent::Malformed && bbTagNames().contains(event.name) &&
             !text.isOfValue(event))
             report.add(text.offsetOf(event),
-                       QStringLiteral("\"%1\" is no tag, and prints as it stands: a tag is "
-                                      "[name] or [name key=value], without quotation marks")
+                       Words::tr("\"%1\" is no tag, and prints as it stands: a tag is "
+                                 "[name] or [name key=value], without quotation marks")
                            .arg(shownTag(text, event).trimmed()));
     }
 }
@@ -412,8 +410,8 @@ void checkBbCrossed(const BbCode &text, Report &report)
         if (open.constLast() != own)
             report.addAs(crossingSeverity(events.at(i), events.at(open.constLast())),
                          text.offsetOf(events.at(i)),
-                         QStringLiteral("\"[/%1]\" closes in front of \"[/%2]\", which opened "
-                                        "inside of it")
+                         Words::tr("\"[/%1]\" closes in front of \"[/%2]\", which opened "
+                                   "inside of it")
                              .arg(events.at(i).name, events.at(open.constLast()).name));
         paired.remove(own);
         while (!open.isEmpty() && !paired.contains(open.constLast()))
@@ -429,7 +427,7 @@ void checkBbPictures(const BbCode &text, Report &report)
         const QString name = event.parameters.value(QStringLiteral("name"));
         if (name.isEmpty())
             report.add(text.offsetOf(event),
-                       QStringLiteral("\"[img]\" names no picture: write [img name=logo][/img]"));
+                       Words::tr("\"[img]\" names no picture: write [img name=logo][/img]"));
         else if (text.options().pictureOf && !name.contains(bbValueSign())) {
             const QString fault = text.options().pictureOf(name).fault;
             if (!fault.isEmpty())
@@ -447,12 +445,11 @@ void checkBbAmbiguousPictures(const BbCode &text, Report &report)
             continue;
         const QStringList files = text.options().pictureOf(name).files;
         if (files.size() > 1 && !isNamed(name, files.constFirst()))
-            report.add(text.offsetOf(event),
-                       QStringLiteral("the name \"%1\" fits %2 files, and the first of them is "
-                                      "taken: %3")
-                           .arg(clipped(name))
-                           .arg(files.size())
-                           .arg(clipped(files.join(QStringLiteral(", ")))));
+            report.add(
+                text.offsetOf(event),
+                Words::tr("the name \"%1\" fits %n files, and the first of them is taken: %2",
+                          nullptr, files.size())
+                    .arg(clipped(name), clipped(files.join(QStringLiteral(", ")))));
     }
 }
 
@@ -502,8 +499,8 @@ void checkBbLargeText(const BbCode &text, Report &report)
         if (font.cell.width() > usual.width() || font.cell.height() > usual.height())
             continue;
         report.add(text.offsetOf(event),
-                   QStringLiteral("\"%1\" text isn't larger than other text on %2: both have "
-                                  "characters of %3 x %4 dots")
+                   Words::tr("\"%1\" text isn't larger than other text on %2: both have "
+                             "characters of %3 x %4 dots")
                        .arg(size, paper->name)
                        .arg(font.cell.width())
                        .arg(font.cell.height()));

@@ -6,6 +6,7 @@
 #include "linewidth.h"
 #include "printerdocs/bbcodeparser.h"
 #include "signs.h"
+#include "words.h"
 
 // Rules about what texts in BBCode make of values.
 
@@ -99,8 +100,8 @@ void checkBbNumbers(const BbCode &text, Report &report)
         const QString printed = printedNumber(words.characters, number.digits);
         if (!isSameNumber(words.characters, printed))
             report.add(words.firstOffset(),
-                       QStringLiteral("\"zerofill\" takes whole numbers alone, and prints \"%1\" "
-                                      "for \"%2\"")
+                       Words::tr("\"zerofill\" takes whole numbers alone, and prints \"%1\" "
+                                 "for \"%2\"")
                            .arg(clipped(printed), clipped(words.characters)));
     }
 }
@@ -109,8 +110,8 @@ void checkBbCopyMark(const BbCode &text, Report &report)
 {
     const std::optional<PrinterDocument> &document = text.options().document;
     if (document && document->isCopy())
-        report.add(0, QStringLiteral("the copy prints without a mark: BBCode has none, so a value "
-                                     "has to say that it is a copy"));
+        report.add(0, Words::tr("the copy prints without a mark: BBCode has none, so a value "
+                                "has to say that it is a copy"));
 }
 
 void checkBbDoubleSigns(const BbCode &text, Report &report)

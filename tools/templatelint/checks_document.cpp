@@ -10,6 +10,7 @@
 #include "printerdocs/document/characterbytes_p.h"
 #include "printerdocs/echarformat.h"
 #include "printerdocs/template/templatetags_p.h"
+#include "words.h"
 
 // Rules about what the template needs beside it: files, the document, the paper.
 
@@ -72,18 +73,18 @@ QString symbolFault(const Printed &line, int index, const SpecialCharacters &dra
     const int code = line.text.characters.at(index).unicode();
     const QList<MonochromeImage> images = drawings.values(static_cast<signed char>(code));
     if (images.isEmpty())
-        return QStringLiteral("the symbol %1 has no drawing").arg(code);
+        return Words::tr("the symbol %1 has no drawing").arg(code);
     if (!paper || paper->fonts.isEmpty())
         return QString();
     const PaperFont &font = fontAt(line, index, *paper);
     if (font.drawing.isEmpty())
-        return QStringLiteral("the symbol %1 is blank: font %2 of %3 takes no drawings")
+        return Words::tr("the symbol %1 is blank: font %2 of %3 takes no drawings")
             .arg(QString::number(code), font.name, paper->name);
     const QSize cell = font.drawing;
     if (std::any_of(images.cbegin(), images.cend(),
                     [&cell](const MonochromeImage &image) { return fits(image, cell); }))
         return QString();
-    return QStringLiteral(
+    return Words::tr(
                "the symbol %1 has no drawing that fits the %2 x %3 dots of a character "
                "of %4")
         .arg(QString::number(code), QString::number(cell.width()), QString::number(cell.height()),
@@ -129,9 +130,10 @@ QString missingCharacters(const QStringList &characters, const CodePage &codePag
 {
     const QString quoted =
         QLatin1Char('"') + characters.join(QStringLiteral("\", \"")) + QLatin1Char('"');
-    return QStringLiteral("%1 %2 not in the printer's character set, %3")
-        .arg(quoted, characters.size() == 1 ? QStringLiteral("is") : QStringLiteral("are"),
-             codePage.name());
+    const QString what = characters.size() == 1
+                             ? Words::tr("%1 is not in the printer's character set, %2")
+                             : Words::tr("%1 are not in the printer's character set, %2");
+    return what.arg(quoted, codePage.name());
 }
 
 /// The characters of a line, surrogates in pairs, that a code page lacks: those of each value, at
@@ -173,12 +175,12 @@ void checkCopyMark(const Analysis &analysis, Report &report)
         if (!hasRoad || marksCopies(piece, options.document.value_or(PrinterDocument())))
             return;
     }
-    const QString begin = isCopy ? QStringLiteral("the copy prints without a mark: ")
-                                 : QStringLiteral("a copy will print without a mark: ");
+    const QString begin = isCopy ? Words::tr("the copy prints without a mark: ")
+                                 : Words::tr("a copy will print without a mark: ");
     if (formatted == Text::nowhere)
-        report.add(0, begin + QStringLiteral("there is no \"<DOCNO>\""));
+        report.add(0, begin + Words::tr("there is no \"<DOCNO>\""));
     else
-        report.add(formatted, begin + QStringLiteral("\"<DOCNO>\" doesn't count with a format"));
+        report.add(formatted, begin + Words::tr("\"<DOCNO>\" doesn't count with a format"));
 }
 
 void checkRepeatedSymbolFiles(const Analysis &analysis, Report &report)
@@ -186,8 +188,8 @@ void checkRepeatedSymbolFiles(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         for (int i = 1; i < piece.symbols.offsets.size(); ++i)
             report.add(piece.symbols.offsets.at(i),
-                       QStringLiteral("a file of special symbols is named on line %1 already; the "
-                                      "lowest line counts")
+                       Words::tr("a file of special symbols is named on line %1 already; the "
+                                 "lowest line counts")
                            .arg(analysis.source().place(piece.symbols.offsets.at(0)).line));
     }
 }

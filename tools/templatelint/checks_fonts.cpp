@@ -4,6 +4,7 @@
 #include "checks.h"
 #include "printerdocs/document/characterbytes_p.h"
 #include "tags.h"
+#include "words.h"
 
 // Rules about fonts, and about tags whose effect goes another way than their author means.
 
@@ -46,8 +47,8 @@ void checkSwitchesAtEnds(const Road &road, Report &report)
         const TakenTag &tag = line.fontSwitches.constLast();
         if (tag.offset != Text::nowhere)
             report.add(tag.offset,
-                       QStringLiteral("\"%1\" has no character behind it on the line and is lost: "
-                                      "the next line stays in font %2")
+                       Words::tr("\"%1\" has no character behind it on the line and is lost: "
+                                 "the next line stays in font %2")
                            .arg(tag.text)
                            .arg(line.fontBehind + 1));
     }
@@ -83,7 +84,7 @@ void checkFontsOf(const Road &road, Report &report)
         for (const TakenTag &tag : line.fontSwitches) {
             if (!namesAFont(tag.text) && tag.offset != Text::nowhere)
                 report.add(tag.offset,
-                           QStringLiteral("there is no font of \"%1\": it counts as \"<F%2>\"")
+                           Words::tr("there is no font of \"%1\": it counts as \"<F%2>\"")
                                .arg(tag.text)
                                .arg(fontOf(tag.text) + 1));
         }
@@ -102,8 +103,8 @@ void checkOpenFonts(const Analysis &analysis, Report &report)
             const TakenTag *tag = leakingSwitch(*road);
             if (tag != nullptr && tag->offset != Text::nowhere)
                 report.add(tag->offset,
-                           QStringLiteral("the font is switched here and never back: all lines "
-                                          "below are printed in font %1")
+                           Words::tr("the font is switched here and never back: all lines "
+                                     "below are printed in font %1")
                                .arg(fontOf(tag->text) + 1));
         }
     }
@@ -139,7 +140,7 @@ void checkLostMarkup(const Analysis &analysis, Report &report)
             const TakenTag &tag = line.lineTags.constFirst();
             if (tag.offset != Text::nowhere)
                 report.add(tag.offset,
-                           QStringLiteral("the line has no text and isn't printed: \"%1\" is lost")
+                           Words::tr("the line has no text and isn't printed: \"%1\" is lost")
                                .arg(tag.text));
         }
     }

@@ -7,6 +7,7 @@
 #include "printerdocs/template/substitutiontext_p.h"
 #include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
+#include "words.h"
 
 // Rules about tags and groups that get in each other's way.
 
@@ -65,8 +66,8 @@ public:
         }
         match(from, m_line.text.size());
         for (const int open : qAsConst(m_opens))
-            add(open, QStringLiteral("the group is left open at the line's end: \"[\" has no \"]\" "
-                                     "on the line"));
+            add(open, Words::tr("the group is left open at the line's end: \"[\" has no \"]\" "
+                                "on the line"));
     }
 
 private:
@@ -79,7 +80,7 @@ private:
             else if (c == QLatin1Char(']') && !m_opens.isEmpty())
                 m_opens.removeLast();
             else if (c == QLatin1Char(']'))
-                add(i, QStringLiteral("\"]\" has no \"[\" in front of it on the line"));
+                add(i, Words::tr("\"]\" has no \"[\" in front of it on the line"));
         }
     }
     void reportInside(int begin, int end)
@@ -87,7 +88,7 @@ private:
         for (int i = begin; i < end; ++i) {
             const QChar c = m_line.text.characters.at(i);
             if (c == QLatin1Char('[') || c == QLatin1Char(']'))
-                add(i, QStringLiteral("\"%1\" stands inside the tag \"%2\"")
+                add(i, Words::tr("\"%1\" stands inside the tag \"%2\"")
                            .arg(c)
                            .arg(clipped(m_line.text.characters.mid(begin, end - begin))));
         }
@@ -148,11 +149,10 @@ private:
         if (tag.begin < m_passedUntil && m_piece.isText(m_line.offsetOf(tag)))
             m_report.add(
                 m_line.offsetOf(tag),
-                QStringLiteral("\"%1\" isn't filled when the group in front of it goes: "
-                               "from the group's end to the tag there have to be %2 "
-                               "characters")
-                    .arg(clipped(m_line.text.characters.mid(tag.begin, tag.end - tag.begin)))
-                    .arg(m_passed));
+                Words::tr("\"%1\" isn't filled when the group in front of it goes: from the "
+                          "group's end to the tag there have to be %n characters",
+                          nullptr, m_passed)
+                    .arg(clipped(m_line.text.characters.mid(tag.begin, tag.end - tag.begin))));
         const QString value =
             m_values == nullptr ? QString() : m_values->ofTag(tag.inner).value_or(QString());
         if (!m_groups.isEmpty() && !isEntriesTag(tag.inner)) {
@@ -196,11 +196,10 @@ void checkEntriesOf(const Piece &piece, const Text &line, Report &report)
     for (; hit >= 0; hit = upper.copy().indexOf(templates::entriesTag, hit + 1)) {
         const int begin = upper.placeInLine(hit);
         if (piece.isPrinted(line.origins.at(begin)))
-            report.add(
-                line.origins.at(begin),
-                QStringLiteral("\"%1\" stands inside other text, which goes to the first and "
-                               "to the last entry only")
-                    .arg(text.mid(begin, templates::entriesTag.size())));
+            report.add(line.origins.at(begin),
+                       Words::tr("\"%1\" stands inside other text, which goes to the first and "
+                                 "to the last entry only")
+                           .arg(text.mid(begin, templates::entriesTag.size())));
     }
 }
 
@@ -220,10 +219,10 @@ void checkCutAt(const QString &keyword, Cuts cuts, const Text &line, const Upper
         if (shift == 0)
             continue;
         report.add(line.origins.at(begin),
-                   QStringLiteral("the line is cut %1 too far to the right for \"%2\": letters in "
-                                  "front of it or in it are more in upper case")
-                       .arg(shift == 1 ? QStringLiteral("a character")
-                                       : QStringLiteral("%1 characters").arg(shift),
+                   Words::tr("the line is cut %1 too far to the right for \"%2\": letters in "
+                             "front of it or in it are more in upper case")
+                       .arg(shift == 1 ? Words::tr("a character")
+                                       : Words::tr("%n characters", nullptr, shift),
                             line.characters.mid(begin, end - begin)));
         return;
     }
@@ -234,8 +233,8 @@ void checkMarkersOf(const Piece &piece, const TemplateLine &line, Report &report
     for (const AttributeTag &tag : line.tags) {
         if (isFiscalMarker(tag.inner) && piece.isPrinted(line.offsetOf(tag)))
             report.add(line.offsetOf(tag),
-                       QStringLiteral("\"<%1>\" prints nothing unless the client cuts the template "
-                                      "here (--fiscal)")
+                       Words::tr("\"<%1>\" prints nothing unless the client cuts the template "
+                                 "here (--fiscal)")
                            .arg(tag.inner));
     }
 }
@@ -254,8 +253,8 @@ void checkCode(const Text &code, Report &report)
         const QString inner = text.mid(begin + 1, i - begin - 1);
         const int offset = Text::offsetOf(code.origins.at(begin));
         if ((isMarkup(inner) || number.match(inner).hasMatch()) && offset != Text::nowhere)
-            report.add(offset, QStringLiteral("\"<%1>\" is no markup in the data of a QR code: it "
-                                              "goes into the code")
+            report.add(offset, Words::tr("\"<%1>\" is no markup in the data of a QR code: it "
+                                         "goes into the code")
                                    .arg(inner));
         begin = -1;
     }
@@ -274,7 +273,7 @@ void checkGroupsOfCode(const Piece &piece, const TemplateLine &line, Report &rep
     const auto add = [&](int index) {
         const int offset = line.text.origins.at(index);
         if (piece.isPrinted(offset) && !piece.isText(offset))
-            report.add(offset, QStringLiteral("\"%1\" of a group goes into the QR code")
+            report.add(offset, Words::tr("\"%1\" of a group goes into the QR code")
                                    .arg(line.text.characters.at(index)));
     };
     for (int i = 0; i < line.text.size(); ++i) {
@@ -319,8 +318,8 @@ void checkHiddenTags(const Analysis &analysis, Report &report)
             continue;
         for (const int offset : piece.filled->hidden) {
             if (piece.isText(offset))
-                report.add(offset, QStringLiteral("the tag isn't filled with this document, as the "
-                                                  "group in front of it goes"));
+                report.add(offset, Words::tr("the tag isn't filled with this document, as the "
+                                             "group in front of it goes"));
         }
     }
 }
@@ -331,7 +330,7 @@ void checkAlignmentWithTab(const Analysis &analysis, Report &report)
         forEachLeftover(allRoads(piece), [&report](const Leftover &tag) {
             if (isAlignment(tag.inner) && tag.hasTab)
                 report.add(tag.offset,
-                           QStringLiteral("\"<%1>\" prints as it stands on a line with \"<S>\"")
+                           Words::tr("\"<%1>\" prints as it stands on a line with \"<S>\"")
                                .arg(tag.inner));
         });
     }
@@ -345,9 +344,9 @@ void checkRepeatedTabs(const Analysis &analysis, Report &report)
                 continue;
             const int count = line.tabs.size();
             report.add(line.tabs.at(1),
-                       QStringLiteral("%1 <S> on the line: each takes all the room that the text "
-                                      "leaves, and the line gets wider than the paper")
-                           .arg(count == 2 ? QStringLiteral("two") : QString::number(count)));
+                       Words::tr("%1 <S> on the line: each takes all the room that the text "
+                                 "leaves, and the line gets wider than the paper")
+                           .arg(count == 2 ? Words::tr("two") : QString::number(count)));
         }
     }
 }
@@ -358,7 +357,7 @@ void checkSecondAlignment(const Analysis &analysis, Report &report)
         forEachLeftover(allRoads(piece), [&report](const Leftover &tag) {
             if (isAlignment(tag.inner) && !tag.hasTab)
                 report.add(tag.offset,
-                           QStringLiteral("\"<%1>\" prints as it stands on a line with \"<C>\"")
+                           Words::tr("\"<%1>\" prints as it stands on a line with \"<C>\"")
                                .arg(tag.inner));
         });
     }
@@ -369,8 +368,8 @@ void checkLineSpacing(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         forEachLeftover(allRoads(piece), [&report](const Leftover &tag) {
             if (isSpacing(tag.inner))
-                report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: the line has "
-                                                      "a smaller spacing")
+                report.add(tag.offset, Words::tr("\"<%1>\" prints as it stands: the line has "
+                                                 "a smaller spacing")
                                            .arg(tag.inner));
         });
     }
@@ -382,7 +381,7 @@ void checkOpenFormats(const Analysis &analysis, Report &report)
         const QVector<const Road *> roads = analysis.decisiveRoads(piece);
         for (const Road *road : roads) {
             for (const int offset : road->openFormats)
-                report.add(offset, QStringLiteral("the format is switched on here and never off"));
+                report.add(offset, Words::tr("the format is switched on here and never off"));
         }
     }
 }
@@ -392,8 +391,8 @@ void checkTagsBehindTheirPair(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         forEachLeftover(analysis.decisiveRoads(piece), [&report](const Leftover &tag) {
             if (isFormatSwitch(tag.inner))
-                report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: a tag of the "
-                                                      "same pair stands directly in front")
+                report.add(tag.offset, Words::tr("\"<%1>\" prints as it stands: a tag of the "
+                                                 "same pair stands directly in front")
                                            .arg(tag.inner));
         });
     }
@@ -404,11 +403,11 @@ void checkRemovals(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         forEachLeftover(analysis.decisiveRoads(piece), [&report](const Leftover &tag) {
             if (tag.inner == innerOf(templates::removalBegin))
-                report.add(tag.offset, QStringLiteral("\"<X:>\" prints as it stands: there is no "
-                                                      "\"<:X>\" behind it"));
+                report.add(tag.offset, Words::tr("\"<X:>\" prints as it stands: there is no "
+                                                 "\"<:X>\" behind it"));
             else if (tag.inner == innerOf(templates::removalEnd))
-                report.add(tag.offset, QStringLiteral("\"<:X>\" prints as it stands: there is no "
-                                                      "\"<X:>\" in front of it"));
+                report.add(tag.offset, Words::tr("\"<:X>\" prints as it stands: there is no "
+                                                 "\"<X:>\" in front of it"));
         });
     }
 }
@@ -463,8 +462,8 @@ void checkQrInText(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         forEachLeftover({&piece.blank}, [&](const Leftover &tag) {
             if (tag.inner == innerOf(templates::qrTag))
-                report.add(tag.offset, QStringLiteral("\"<QR>\" and its data print as they stand "
-                                                      "in text and HTML"));
+                report.add(tag.offset, Words::tr("\"<QR>\" and its data print as they stand "
+                                                 "in text and HTML"));
         });
     }
 }

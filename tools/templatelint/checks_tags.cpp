@@ -6,6 +6,7 @@
 #include "expression.h"
 #include "guesses.h"
 #include "printerdocs/template/templatetags_p.h"
+#include "words.h"
 
 // Rules about tags that aren't spelt as the library reads them.
 
@@ -60,10 +61,10 @@ bool isTooShort(const Analysis &analysis, const QString &inner)
 QString longerForm(const QString &inner)
 {
     if (isCalculation(inner))
-        return QStringLiteral(", such as \"< %1 >\"").arg(inner);
+        return Words::tr(", such as \"< %1 >\"").arg(inner);
     const bool isName = wordEnd(inner, 0) == inner.size();
     return isName && isAttributeTag(inner.size() + 3)
-               ? QStringLiteral(", such as \"<%1,>\" with an empty format").arg(inner)
+               ? Words::tr(", such as \"<%1,>\" with an empty format").arg(inner)
                : QString();
 }
 
@@ -76,8 +77,8 @@ Severity severityOfShort(const Analysis &analysis, const QString &inner)
 void reportShort(const BadCode &code, Severity severity, Report &report)
 {
     report.addAs(severity, code.offset,
-                 QStringLiteral("\"<%1>\" is read as the code of a character: an attribute or "
-                                "expression has at least four characters")
+                 Words::tr("\"<%1>\" is read as the code of a character: an attribute or "
+                           "expression has at least four characters")
                      .arg(code.inner));
 }
 
@@ -92,8 +93,8 @@ bool isUnknownMarkup(const Analysis &analysis, const QString &inner)
 void reportSpelling(const Analysis &analysis, const Leftover &tag, Report &report)
 {
     if (tag.inner == innerOf(templates::imageBegin) || tag.inner == innerOf(templates::imageEnd)) {
-        report.add(tag.offset, QStringLiteral("\"<%1>\" prints as it stands: an image lies between "
-                                              "\"<I>\" and \"</I>\" on one line")
+        report.add(tag.offset, Words::tr("\"<%1>\" prints as it stands: an image lies between "
+                                         "\"<I>\" and \"</I>\" on one line")
                                    .arg(tag.inner));
         return;
     }
@@ -101,13 +102,11 @@ void reportSpelling(const Analysis &analysis, const Leftover &tag, Report &repor
         insteadOfTag(tag.inner))
         return;
     if (const auto meant = intendedMarkup(tag.inner))
-        report.add(tag.offset,
-                   QStringLiteral("\"<%1>\" prints as it stands; did you mean \"<%2>\"?")
-                       .arg(tag.inner, *meant));
+        report.add(tag.offset, Words::tr("\"<%1>\" prints as it stands; did you mean \"<%2>\"?")
+                                   .arg(tag.inner, *meant));
     else if (isUnknownMarkup(analysis, tag.inner))
-        report.add(
-            tag.offset,
-            QStringLiteral("\"<%1>\" prints as it stands: there is no such tag").arg(tag.inner));
+        report.add(tag.offset,
+                   Words::tr("\"<%1>\" prints as it stands: there is no such tag").arg(tag.inner));
 }
 
 /// What stands behind a "<" that isn't meant as text.
@@ -149,15 +148,15 @@ void checkUnterminated(const Piece &piece, const Text &line, Report &report)
         const bool looksLikeATag =
             canBeginATag(line.characters, tag.begin + 1) && piece.isText(offset);
         if (tag.end < 0 && looksLikeATag) {
-            report.add(offset, QStringLiteral("\"<\" has no \">\" behind it on the line"));
+            report.add(offset, Words::tr("\"<\" has no \">\" behind it on the line"));
             return;
         }
         if (tag.next < 0 || tag.next > tag.end)
             continue;
         const int length = tag.end + 1 - tag.begin;
         if (looksLikeATag || (isAttributeTag(length) && piece.isPrinted(offset)))
-            report.add(offset, QStringLiteral("\"<\" has no \">\" before the next \"<\": \"%1\" is "
-                                              "read as one tag")
+            report.add(offset, Words::tr("\"<\" has no \">\" before the next \"<\": \"%1\" is "
+                                         "read as one tag")
                                    .arg(clipped(line.characters.mid(tag.begin, length))));
     }
 }
@@ -167,9 +166,8 @@ void reportMissingEntries(const Piece &piece, const TemplateLine &line, Report &
     for (const AttributeTag &tag : line.tags) {
         const int offset = line.offsetOf(tag);
         if (isEntriesTag(tag.inner) && piece.isPrinted(offset))
-            report.addAs(
-                Severity::Warning, offset,
-                QStringLiteral("the document has no \"entries\": a blank line is printed"));
+            report.addAs(Severity::Warning, offset,
+                         Words::tr("the document has no \"entries\": a blank line is printed"));
     }
 }
 
@@ -227,8 +225,8 @@ void checkShortTags(const Analysis &analysis, Report &report)
         for (const Leftover &tag : leftovers) {
             if (isTooShort(analysis, tag.inner))
                 report.addAs(severityOfShort(analysis, tag.inner), tag.offset,
-                             QStringLiteral("\"<%1>\" prints as it stands: an attribute or "
-                                            "expression has at least four characters%2")
+                             Words::tr("\"<%1>\" prints as it stands: an attribute or "
+                                       "expression has at least four characters%2")
                                  .arg(tag.inner, longerForm(tag.inner)));
         }
     }
@@ -244,8 +242,8 @@ void checkGuessedNames(const Analysis &analysis, Report &report)
             if (instead && !isAttributeTag(tag.inner.size() + 2) &&
                 !isAttribute(analysis, tag.inner))
                 report.addAs(Severity::Warning, tag.offset,
-                             QStringLiteral("\"<%1>\" prints as it stands, as there is no such "
-                                            "tag: %2")
+                             Words::tr("\"<%1>\" prints as it stands, as there is no such "
+                                       "tag: %2")
                                  .arg(tag.inner, *instead));
         }
     }
@@ -257,8 +255,8 @@ void checkMarkupSpelling(const Analysis &analysis, Report &report)
     for (const Piece &piece : analysis.pieces()) {
         for (const BadCode &code : piece.blank.badCodes) {
             if (!isTooShort(analysis, code.inner))
-                report.add(code.offset, QStringLiteral("\"<%1>\" is no number: the character of "
-                                                       "code 0 is printed")
+                report.add(code.offset, Words::tr("\"<%1>\" is no number: the character of "
+                                                  "code 0 is printed")
                                             .arg(clipped(code.inner)));
         }
         const QVector<Leftover> leftovers = leftoversOf(piece.blank);

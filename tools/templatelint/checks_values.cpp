@@ -6,6 +6,7 @@
 #include "checks.h"
 #include "printerdocs/template/templatetags_p.h"
 #include "substitution.h"
+#include "words.h"
 
 // Rules about texts of the document that are others on paper.
 
@@ -68,14 +69,14 @@ QString whyChanged(const QString &text)
     if (text.contains(QLatin1Char('<'))) {
         const int begin = text.indexOf(QLatin1Char('<'));
         const int end = text.indexOf(QLatin1Char('>'), begin);
-        return QStringLiteral(
+        return Words::tr(
                    "\"%1\" acts as in a template; \"--clean tags\" makes a blank of the "
                    "\"<\"")
             .arg(clipped(text.mid(begin, end < 0 ? -1 : end + 1 - begin)));
     }
     if (text.contains(QLatin1Char('\t')))
-        return QStringLiteral("a tab is a column; \"--clean controls\" makes a blank of it");
-    return QStringLiteral(
+        return Words::tr("a tab is a column; \"--clean controls\" makes a blank of it");
+    return Words::tr(
         "\"[\" and \"]\" make a group; \"--clean brackets\" makes \"(\" and "
         "\")\" of them");
 }
@@ -93,7 +94,7 @@ QString changeOf(const QString &text, const QString &printed)
     const bool isSame = (printed == shown || printed == withoutMeantMarkup(shown)) &&
                         !text.contains(QLatin1Char('\t'));
     return isSame ? QString()
-                  : QStringLiteral("\"%1\" and prints \"%2\": ")
+                  : Words::tr("\"%1\" and prints \"%2\": ")
                             .arg(withTabTags(text), withTabTags(printed)) +
                         whyChanged(text);
 }
@@ -136,7 +137,7 @@ private:
             m_printed = printedTexts(*m_piece.filled);
         const QString change = changeOf(text, m_printed->value(offset));
         if (!change.isEmpty())
-            m_report.add(offset, QStringLiteral("%1 is given as ").arg(clipped(tag.name)) + change);
+            m_report.add(offset, Words::tr("%1 is given as ").arg(clipped(tag.name)) + change);
     }
     bool isLeftByGroups(const TemplateLine &line, int offset)
     {
@@ -176,20 +177,19 @@ QString whyColumns(const QString &entry)
     static const QRegularExpression otherSeparator(QStringLiteral("=[^=]*([\n;|])[^=]*="));
     const auto separator = otherSeparator.match(entry);
     return separator.hasMatch()
-               ? QStringLiteral("a tab stands between two entries, and not \"%1\"")
+               ? Words::tr("a tab stands between two entries, and not \"%1\"")
                      .arg(separator.captured(1))
-               : QStringLiteral("\"--clean equals\" makes blanks of those behind the first");
+               : Words::tr("\"--clean equals\" makes blanks of those behind the first");
 }
 
 /// What is wrong with an entry, for a message; empty if nothing is.
 QString faultOfEntry(const QString &entry, const Analysis &analysis)
 {
-    const QString what = QStringLiteral("the entry ");
+    const QString what = Words::tr("the entry ");
     if (entry.count(QLatin1Char('=')) > 1)
-        return what + QStringLiteral("\"%1\" has %2 columns: each \"=\" begins one; %3")
-                          .arg(clipped(entry))
-                          .arg(entry.count(QLatin1Char('=')) + 1)
-                          .arg(whyColumns(entry));
+        return what + Words::tr("\"%1\" has %n columns: each \"=\" begins one; %2", nullptr,
+                                entry.count(QLatin1Char('=')) + 1)
+                          .arg(clipped(entry), whyColumns(entry));
     if (!mayAct(entry) || fillsTags(entry, *analysis.values()))
         return QString();
     QString columns = entry;
@@ -202,7 +202,7 @@ QString faultOfEntry(const QString &entry, const Analysis &analysis)
     return printed == withoutMeantMarkup(columns)
                ? QString()
                : what +
-                     QStringLiteral("is given as \"%1\" and prints \"%2\": ")
+                     Words::tr("is given as \"%1\" and prints \"%2\": ")
                          .arg(clipped(entry), withTabTags(printed)) +
                      whyChanged(entry);
 }

@@ -5,6 +5,7 @@
 #include "bbcode.h"
 #include "checks.h"
 #include "linewidth.h"
+#include "words.h"
 
 // Rules about lines that the paper is too narrow for.
 
@@ -17,11 +18,11 @@ QString roomOf(const Printed &line, const LineWidth &width, const Paper &paper)
 {
     const QString count = QString::number(width.charactersPerRow());
     if (paper.name.isEmpty())
-        return QStringLiteral("of %1").arg(count);
+        return Words::tr(" of %1").arg(count);
     const PaperFont &font = fontAt(line, 0, paper);
     const bool isUsual = font.name == paper.fonts.constFirst().name;
-    const QString room = QStringLiteral("and %1 has %2").arg(paper.name, count);
-    return isUsual ? room : room + QStringLiteral(" in its font %1").arg(font.name);
+    const QString room = Words::tr(", and %1 has %2").arg(paper.name, count);
+    return isUsual ? room : room + Words::tr(" in its font %1").arg(font.name);
 }
 
 QString shown(const QString &text)
@@ -34,11 +35,10 @@ QString shown(const QString &text)
 QString takenText(const Printed &line, const LineWidth &width, const Paper &paper)
 {
     const bool isWhole = !line.text.characters.contains(valueSign());
-    return QStringLiteral("takes %1%2 characters%3 %4")
-        .arg(isWhole ? QString() : QStringLiteral("at least "))
-        .arg(width.characters())
-        .arg(QLatin1String(paper.name.isEmpty() ? "" : ","))
-        .arg(roomOf(line, width, paper));
+    const QString taken =
+        isWhole ? Words::tr("takes %n characters", nullptr, width.characters())
+                : Words::tr("takes at least %n characters", nullptr, width.characters());
+    return taken + roomOf(line, width, paper);
 }
 
 /// Of a row or line those characters that stand around its end or begin.
@@ -52,7 +52,7 @@ QString brokenMessage(const Printed &line, const LineWidth &width, const BrokenW
     const QString before = text.mid(begin, word.place - begin);
     const int rest = text.indexOf(QLatin1Char(' '), word.end);
     const int end = std::min(rest < 0 ? text.size() : rest, word.place + mostAround);
-    return QStringLiteral(
+    return Words::tr(
                "the paper ends inside \"%1\": \"%2\" stands on one row and \"%3\" on "
                "the next; the line \"%4\" %5")
         .arg(shown(text.mid(word.begin, word.end - word.begin)), shown(before),
@@ -112,7 +112,7 @@ void reportWideLines(const Checked &source, Report &report)
         source, [&](const Printed &line, const LineWidth &width, const QVector<BrokenWord> &words) {
             if (words.isEmpty())
                 report.addEachToLine(line.text.firstOffset(),
-                                     QStringLiteral("the line \"%1\" %2")
+                                     Words::tr("the line \"%1\" %2")
                                          .arg(shown(line.text.characters),
                                               takenText(line, width, *source.options().paper)));
         });

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "attributes.h"
+#include "words.h"
 
 namespace templatelint {
 
@@ -35,11 +36,11 @@ struct PrintedFigure
 FigureVerdict figureVerdict(FigureVerdict::Fault fault, const PrintedFigure &figure,
                             const QString &why)
 {
-    const QString pattern = figure.origin == Origin::Text ? QStringLiteral("%1 is given as \"%2\"")
-                            : figure.origin == Origin::Number ? QStringLiteral("%1 is %2")
-                                                              : QStringLiteral("\"%1\" is %2");
+    const QString pattern = figure.origin == Origin::Text     ? Words::tr("%1 is given as \"%2\"")
+                            : figure.origin == Origin::Number ? Words::tr("%1 is %2")
+                                                              : Words::tr("\"%1\" is %2");
     return {fault, pattern.arg(clipped(figure.name), clipped(figure.given)) +
-                       QStringLiteral(" and prints \"%1\": ").arg(clipped(figure.text)) + why};
+                       Words::tr(" and prints \"%1\": ").arg(clipped(figure.text)) + why};
 }
 
 int decimalsOf(const QString &text)
@@ -94,36 +95,33 @@ FigureVerdict verdictOfReal(const PrintedFigure &figure)
         return {};
     const QString name = clipped(figure.name);
     if (figure.value < 0 && figure.value > -1 && printed > 0)
-        return figureVerdict(
-            FigureVerdict::LostSign, figure,
-            QStringLiteral("in a format with decimals a number between -1 and 0 loses "
-                           "its sign; \"<%1,0.E>\" keeps it")
-                .arg(name));
+        return figureVerdict(FigureVerdict::LostSign, figure,
+                             Words::tr("in a format with decimals a number between -1 and 0 loses "
+                                       "its sign; \"<%1,0.E>\" keeps it")
+                                 .arg(name));
     if (hasSixDigits(figure.format) && isAnother(figure, printed))
         return figureVerdict(FigureVerdict::Changed, figure,
-                             QStringLiteral("an \"E\" in the format gives six digits"));
+                             Words::tr("an \"E\" in the format gives six digits"));
     if (std::abs(figure.value) > std::numeric_limits<int>::max() && isAnother(figure, printed))
-        return figureVerdict(
-            FigureVerdict::Changed, figure,
-            QStringLiteral("with decimals in the format the part in front of the point "
-                           "has 32 bits; \"<%1,0>\" prints it without decimals")
-                .arg(name));
+        return figureVerdict(FigureVerdict::Changed, figure,
+                             Words::tr("with decimals in the format the part in front of the point "
+                                       "has 32 bits; \"<%1,0>\" prints it without decimals")
+                                 .arg(name));
     const int decimals = decimalsOf(figure.given);
     const bool isGivenSo = figure.origin == Origin::Text ||
                            (figure.origin == Origin::Number && decimals <= mostDecimalsGiven);
     if (!figure.format.isEmpty() || !isGivenSo || printed == figure.value)
         return {};
-    return figureVerdict(
-        FigureVerdict::Changed, figure,
-        QStringLiteral("without a format there are two decimals; \"<%1,0.%2>\" prints "
-                       "all of them")
-            .arg(name, QString(decimals, QLatin1Char('0'))));
+    return figureVerdict(FigureVerdict::Changed, figure,
+                         Words::tr("without a format there are two decimals; \"<%1,0.%2>\" prints "
+                                   "all of them")
+                             .arg(name, QString(decimals, QLatin1Char('0'))));
 }
 
 /// How a text that no number is meant by is kept as it stands.
 QString keptAsText(const QString &text, bool isInBbCode)
 {
-    return QStringLiteral("the text reads as a number; \"%1%2\" stays as it stands")
+    return Words::tr("the text reads as a number; \"%1%2\" stays as it stands")
         .arg(clipped(text), isInBbCode ? QStringLiteral("[b][/b]") : QStringLiteral("<:>"));
 }
 
@@ -162,8 +160,8 @@ FigureVerdict verdictOfZeros(const PrintedFigure &figure)
         return {};
     return figureVerdict(FigureVerdict::ReadAsNumber, figure,
                          isBroughtBack
-                             ? QStringLiteral("the text reads as a number, which has no zeros in "
-                                              "front; \"<%1,%2>\" prints all digits")
+                             ? Words::tr("the text reads as a number, which has no zeros in "
+                                         "front; \"<%1,%2>\" prints all digits")
                                    .arg(clipped(figure.name), QString(digits, QLatin1Char('0')))
                              : keptAsText(text, figure.isInBbCode));
 }
@@ -178,8 +176,8 @@ FigureVerdict verdictOfComma(const PrintedFigure &figure)
     if (!figure.format.isEmpty() && isDecimal)
         return {};
     return figureVerdict(FigureVerdict::ReadAsNumber, figure,
-                         QStringLiteral("the comma is read as a decimal point; a format, such as "
-                                        "\"<%1,0.%2>\", says that a number is meant")
+                         Words::tr("the comma is read as a decimal point; a format, such as "
+                                   "\"<%1,0.%2>\", says that a number is meant")
                              .arg(clipped(figure.name),
                                   QString(qMax(1, decimalsOf(figure.given)), QLatin1Char('0'))));
 }
@@ -214,7 +212,7 @@ QString faultOfCode(const AttributeTag &tag)
     if (tag.format.isEmpty() || keepsZeros(tag.format) || !tag.format.contains(ofNumbers) ||
         !isCodeName(tag.name))
         return QString();
-    return QStringLiteral(
+    return Words::tr(
                "%1 is a code by its name, and the format \"%2\" takes zeros off its front; one of "
                "as many zeros as it has digits, such as \"<%1,000000>\", prints all of them")
         .arg(clipped(tag.name), clipped(tag.format));

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "attributes.h"
+#include "words.h"
 
 namespace templatelint {
 
@@ -91,47 +92,45 @@ QString faultOfLetters(const QString &format)
 {
     static const QRegularExpression halfDay(QStringLiteral("^[aApP][mM]$"));
     const bool hasMonth = holds(format, monthAfterHour);
-    const QString month = QStringLiteral("the \"m\" behind the hours is the month");
     const QStringList words = misleadingWords(format);
     if (words.isEmpty())
-        return hasMonth ? QStringLiteral("in \"%1\" ") + month +
-                              QStringLiteral(", and minutes are \"n\"")
-                        : QString();
+        return hasMonth
+                   ? Words::tr(
+                         "in \"%1\" the \"m\" behind the hours is the month, and minutes are \"n\"")
+                   : QString();
     const QString cure = halfDay.match(words.constLast()).hasMatch()
-                             ? QStringLiteral(", and \"am\" or \"pm\" is \"ap\"")
-                             : QStringLiteral("; other words stand outside of the tag");
-    return QStringLiteral(
+                             ? Words::tr(", and \"am\" or \"pm\" is \"ap\"")
+                             : Words::tr("; other words stand outside of the tag");
+    return Words::tr(
                "in \"%1\" the letters of \"%2\" mean something else: days are \"dd\", months "
                "\"mm\", years \"yy\" or \"yyyy\", hours \"hh\", minutes \"nn\", seconds \"ss\"%3")
         .arg(QStringLiteral("%1"), clipped(words.join(QStringLiteral("\", \""))),
-             hasMonth ? QStringLiteral(", and ") + month : cure);
+             hasMonth ? Words::tr(", and the \"m\" behind the hours is the month") : cure);
 }
 
 QString faultOfTime(Kind kind, const QString &format)
 {
     if (!holds(format, anyPart))
-        return QStringLiteral("the format \"%1\" has no part of a date or time");
+        return Words::tr("the format \"%1\" has no part of a date or time");
     if (kind == Kind::Date && holds(format, timeParts))
-        return QStringLiteral("the format \"%1\" asks for a time, and the value is a date alone");
+        return Words::tr("the format \"%1\" asks for a time, and the value is a date alone");
     if (kind == Kind::Time && holds(format, dateParts))
-        return QStringLiteral("the format \"%1\" asks for a date, and the value is a time alone");
+        return Words::tr("the format \"%1\" asks for a date, and the value is a time alone");
     return QString();
 }
 
 QString faultOfNumber(Kind kind, const QString &format)
 {
     if (holds(format, dateOrTimeParts))
-        return QStringLiteral(
-            "the format \"%1\" is for dates and times, and the value is a number");
+        return Words::tr("the format \"%1\" is for dates and times, and the value is a number");
     if (holds(format, otherThanDigits))
-        return QStringLiteral(
+        return Words::tr(
             "of the format \"%1\" only \"0\", \"#\" and the point are for numbers: what else is to "
             "be printed stands outside of the tag");
     if (kind == Kind::Whole && format.contains(QLatin1Char('.')))
-        return QStringLiteral(
-            "the format \"%1\" is for real numbers, and the value is a whole one");
+        return Words::tr("the format \"%1\" is for real numbers, and the value is a whole one");
     if (holds(format, manyDecimals))
-        return QStringLiteral("the format \"%1\" has more than nine decimals");
+        return Words::tr("the format \"%1\" has more than nine decimals");
     return QString();
 }
 
@@ -143,9 +142,9 @@ QString faultOfText(const QString &text, const QString &format)
         text.size() >= shortestName &&
         std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isLetter(); });
     if (holds(format, dateOrTimeParts))
-        return QStringLiteral("the format \"%1\" is for dates and times, and the value is a text");
+        return Words::tr("the format \"%1\" is for dates and times, and the value is a text");
     return isName || holds(format, otherThanDigits)
-               ? QStringLiteral("the format \"%1\" has no effect, as the value is a text")
+               ? Words::tr("the format \"%1\" has no effect, as the value is a text")
                : QString();
 }
 
@@ -155,7 +154,7 @@ QString misfit(Kind kind, const QVariant &value, const QString &format)
         case Kind::Text:
             return faultOfText(value.toString(), format);
         case Kind::Truth:
-            return QStringLiteral("the format \"%1\" has no effect, as the value is true or false");
+            return Words::tr("the format \"%1\" has no effect, as the value is true or false");
         case Kind::Whole:
         case Kind::Real:
             return faultOfNumber(kind, format);
@@ -191,7 +190,7 @@ QString withDecimals(const QVariant &value, const QString &format)
     static const QRegularExpression decimals(QStringLiteral("^[0#]*\\.(0{1,9})$"));
     const auto match = decimals.match(format);
     return kindOf(value) == Kind::Whole && match.hasMatch()
-               ? QStringLiteral("; hand it over as the text \"%1.%2\"")
+               ? Words::tr("; hand it over as the text \"%1.%2\"")
                      .arg(value.toString(), match.captured(1))
                : QString();
 }
@@ -211,7 +210,7 @@ FormatFault formatFault(const QVariant &value, const QString &format, const QStr
     if (fault.message.isEmpty())
         return {};
     fault.message = fault.message.arg(clipped(format)) +
-                    QStringLiteral(": it prints \"%1\"").arg(clipped(printed)) +
+                    Words::tr(": it prints \"%1\"").arg(clipped(printed)) +
                     withDecimals(value, format);
     fault.changesFigure = isAnotherFigure(kind, value, printed);
     return fault;

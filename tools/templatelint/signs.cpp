@@ -5,6 +5,7 @@
 
 #include "printerdocs/template/templatetags_p.h"
 #include "tags.h"
+#include "words.h"
 
 namespace templatelint {
 
@@ -56,7 +57,7 @@ QString withoutSign(const AttributeTag &tag, const QString &printed, Values &val
     const QString decimals =
         point < 0 ? QString()
                   : QLatin1Char('.') + QString(printed.size() - point - 1, QLatin1Char('0'));
-    return QStringLiteral("; \"<%1,0%2>\" prints none").arg(clipped(expression), decimals);
+    return Words::tr("; \"<%1,0%2>\" prints none").arg(clipped(expression), decimals);
 }
 
 }  // namespace
@@ -75,7 +76,7 @@ void reportDoubleSigns(const Text &text, const Source &source, Values &values, R
         const int length = static_cast<int>(end - text.origins.cbegin()) - i;
         const QString shown = text.characters.mid(i, length);
         report.add(Text::offsetOf(origin),
-                   QStringLiteral("\"%1\" has two signs, as %2 brings one of its own%3")
+                   Words::tr("\"%1\" has two signs, as %2 brings one of its own%3")
                        .arg(clipped(shown), clipped(tag->name), withoutSign(*tag, shown, values)));
     }
 }

@@ -6,6 +6,7 @@
 #include "printerdocs/template/substitutiontext_p.h"
 #include "tags.h"
 #include "tracing.h"
+#include "words.h"
 
 namespace templatelint {
 
@@ -43,12 +44,12 @@ private:
         const int offset = Text::offsetOf(tag.origins.at(0));
         const QString inner = tag.characters.mid(1, tag.size() - 2);
         if (!m_value)
-            m_endless = {offset, QStringLiteral("the values put into \"<%1>\" name others on and "
-                                                "on: filling it would hang")
+            m_endless = {offset, Words::tr("the values put into \"<%1>\" name others on and "
+                                           "on: filling it would hang")
                                      .arg(clipped(inner))};
         else if (!Text::isTemplate(tag.origins.at(0)) && !isAffordable(inner, value))
-            m_endless = {offset, QStringLiteral("the value put in here leads to tags without end, "
-                                                "such as \"<%1>\": filling it would hang")
+            m_endless = {offset, Words::tr("the value put in here leads to tags without end, "
+                                           "such as \"<%1>\": filling it would hang")
                                      .arg(clipped(inner))};
     }
     // Each value may be put in once, however long it is.

@@ -9,6 +9,7 @@
 
 #include "amounts.h"
 #include "attributes.h"
+#include "words.h"
 
 namespace templatelint {
 
@@ -167,19 +168,19 @@ private:
         const bool mayBeCash = m_values.has(name) && mayBeRoundedCash(units, reached);
         if (const auto sum = nearSum(units)) {
             tell(total, mayBeCash ? Severity::Warning : Severity::Error,
-                 QStringLiteral("%1 is printed, and the amounts above add up to %2: where each is "
-                                "rounded by itself, so are the parts of the sum, as in ")
+                 Words::tr("%1 is printed, and the amounts above add up to %2: where each is "
+                           "rounded by itself, so are the parts of the sum, as in ")
                          .arg(toString(*total.number), toString({*sum, m_decimals})) +
                      roundedParts(m_decimals, {QStringLiteral("A"), QStringLiteral("B")}));
             return;
         }
         if (!mayBeCash && areAllEntries() && readsLikeATotal(total.label))
             tell(total, Severity::Warning,
-                 QStringLiteral("%1 is printed, and the entries above add up to %2")
+                 Words::tr("%1 is printed, and the entries above add up to %2")
                          .arg(toString(*total.number), toString({m_sum, m_decimals})) +
                      (m_asides.isEmpty()
                           ? QString()
-                          : QStringLiteral(" without \"%1\"")
+                          : Words::tr(" without \"%1\"")
                                 .arg(clipped(m_asides.constFirst().label.trimmed()))));
     }
     void tell(const Figure &total, Severity severity, const QString &message)
@@ -295,7 +296,7 @@ public:
         }
         return sum == total->units
                    ? QString()
-                   : QStringLiteral(
+                   : Words::tr(
                          "%1 is printed, and the parts of the sum are printed as %2 "
                          "together: each is rounded by itself, and so is the sum; "
                          "round the parts in it too, as in %3")

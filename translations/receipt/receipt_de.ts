@@ -2,6 +2,819 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>LintFinding</name>
+    <message>
+        <source>the picture &quot;%1&quot; can&apos;t be read: %2</source>
+        <translation>das Bild &quot;%1&quot; kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>it is damaged, too large, or of a format that isn&apos;t printed</source>
+        <translation>es ist beschädigt, zu groß oder in einem Format, das nicht gedruckt wird</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%2&quot; has no picture &quot;%1&quot; that can be read</source>
+        <translation>der Ordner &quot;%2&quot; hat kein lesbares Bild &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>there is no picture &quot;%1&quot; in the folder &quot;%2&quot;</source>
+        <translation>im Ordner &quot;%2&quot; gibt es kein Bild &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>%1 with %2 paper</source>
+        <translation>%1 mit Papier %2</translation>
+    </message>
+    <message>
+        <source>the file &quot;%1&quot; can&apos;t be read: %2</source>
+        <translation>die Datei &quot;%1&quot; kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>a symbol or the root element is wrong</source>
+        <translation>ein Sonderzeichen oder das Wurzelelement ist falsch</translation>
+    </message>
+    <message>
+        <source>the file &quot;%1&quot; is damaged: %2; see &quot;receipt symbols&quot;</source>
+        <translation>die Datei &quot;%1&quot; ist beschädigt: %2; siehe &quot;receipt symbols&quot;</translation>
+    </message>
+    <message>
+        <source>there is no file &quot;%1&quot;</source>
+        <translation>die Datei &quot;%1&quot; gibt es nicht</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no regular file</source>
+        <translation>&quot;%1&quot; ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>the last comma cuts the expression: &quot;%1&quot; is calculated, and &quot;%2&quot; is its format</source>
+        <translation>das letzte Komma zerschneidet den Ausdruck: &quot;%1&quot; wird berechnet, und &quot;%2&quot; ist das Format dafür</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot; ends too early</source>
+        <translation>der Ausdruck &quot;%1&quot; endet zu früh</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot; can&apos;t be read from &quot;%2&quot; on</source>
+        <translation>der Ausdruck &quot;%1&quot; ist ab &quot;%2&quot; nicht zu lesen</translation>
+    </message>
+    <message>
+        <source>; with its values it is &quot;%1&quot;</source>
+        <translation>; mit seinen Werten ist er &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; counts only on a line of its own</source>
+        <translation>&quot;&lt;%1&gt;&quot; zählt nur in einer eigenen Zeile</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; counts as an attribute; did you mean &quot;&lt;%2&gt;&quot;?</source>
+        <translation>&quot;&lt;%1&gt;&quot; gilt als Attribut; ist &quot;&lt;%2&gt;&quot; gemeint?</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; has no name</source>
+        <translation>&quot;&lt;%1&gt;&quot; hat keinen Namen</translation>
+    </message>
+    <message>
+        <source>there is no function &quot;%1&quot;: %2</source>
+        <translation>eine Funktion &quot;%1&quot; gibt es nicht: %2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is read as an attribute%2: %3</source>
+        <translation>&quot;&lt;%1&gt;&quot; wird als Attribut gelesen%2: %3</translation>
+    </message>
+    <message>
+        <source>, which the document lacks</source>
+        <translation>, das dem Dokument fehlt</translation>
+    </message>
+    <message>
+        <source>the format begins behind the last comma, and &quot;%1&quot; is no attribute: instead of a comma in the format write &quot;%2&quot;</source>
+        <translation>das Format beginnt hinter dem letzten Komma, und &quot;%1&quot; ist kein Attribut: statt eines Kommas im Format schreiben Sie &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot; divides by zero</source>
+        <translation>der Ausdruck &quot;%1&quot; teilt durch null</translation>
+    </message>
+    <message>
+        <source>the document has no attribute &quot;%1&quot;</source>
+        <translation>das Dokument hat kein Attribut &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>: with it the group goes</source>
+        <translation>: mit ihm entfällt die Gruppe</translation>
+    </message>
+    <message>
+        <source>; did you mean &quot;%1&quot;?</source>
+        <translation>; ist &quot;%1&quot; gemeint?</translation>
+    </message>
+    <message>
+        <source>; the value of &quot;%1&quot; is put into it</source>
+        <translation>; der Wert von &quot;%1&quot; wird darin eingesetzt</translation>
+    </message>
+    <message>
+        <source>, with its values &quot;%1&quot;,</source>
+        <translation>, mit seinen Werten &quot;%1&quot;,</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot;%2 divides by zero or has no finite value for another reason: it prints &quot;%3&quot;</source>
+        <translation>der Ausdruck &quot;%1&quot;%2 teilt durch null oder hat aus einem anderen Grund keinen endlichen Wert: er druckt &quot;%3&quot;</translation>
+    </message>
+    <message>
+        <source>; did you mean &quot;%1&quot;, in Latin letters?</source>
+        <translation>; ist &quot;%1&quot; in lateinischen Buchstaben gemeint?</translation>
+    </message>
+    <message>
+        <source>the font stays</source>
+        <translation>die Schrift bleibt</translation>
+    </message>
+    <message>
+        <source>the line is solid</source>
+        <translation>die Linie ist durchgezogen</translation>
+    </message>
+    <message>
+        <source>it counts as left</source>
+        <translation>es zählt als left</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; takes %2, and not &quot;%3&quot;: %4</source>
+        <translation>&quot;%1&quot; nimmt %2 und nicht &quot;%3&quot;: %4</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a number from 0 to 255, and not &quot;%2&quot;: it counts as %3</source>
+        <translation>&quot;%1&quot; ist eine Zahl von 0 bis 255 und nicht &quot;%2&quot;: es zählt als %3</translation>
+    </message>
+    <message>
+        <source>BBCode has no key &quot;%1&quot;%2</source>
+        <translation>BBCode hat keinen Schlüssel &quot;%1&quot;%2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is of no use outside of [%2]</source>
+        <translation>&quot;%1&quot; nützt außerhalb von [%2] nichts</translation>
+    </message>
+    <message>
+        <source>] or [</source>
+        <translation>] oder [</translation>
+    </message>
+    <message>
+        <source>&quot;[/%1]&quot; closes what isn&apos;t open</source>
+        <translation>&quot;[/%1]&quot; schließt, was nicht offen ist</translation>
+    </message>
+    <message>
+        <source>&quot;[%1]&quot; is never closed: </source>
+        <translation>&quot;[%1]&quot; wird nie geschlossen: </translation>
+    </message>
+    <message>
+        <source>no line is drawn; write [hr /]</source>
+        <translation>es wird keine Linie gezeichnet; schreiben Sie [hr /]</translation>
+    </message>
+    <message>
+        <source>no picture is printed; write [/img] behind it</source>
+        <translation>es wird kein Bild gedruckt; schreiben Sie [/img] dahinter</translation>
+    </message>
+    <message>
+        <source>no code is printed</source>
+        <translation>es wird kein Code gedruckt</translation>
+    </message>
+    <message>
+        <source>it holds to the text&apos;s end, and beyond for some</source>
+        <translation>es gilt bis zum Ende des Textes, und bei manchen darüber hinaus</translation>
+    </message>
+    <message>
+        <source>barcode</source>
+        <translation>Strichcode</translation>
+    </message>
+    <message>
+        <source>QR code</source>
+        <translation>QR-Code</translation>
+    </message>
+    <message>
+        <source>the %1 has no data: none is printed</source>
+        <translation>der %1 hat keine Daten: es wird keiner gedruckt</translation>
+    </message>
+    <message>
+        <source>the %1 of &quot;%2&quot; can&apos;t be printed: %3</source>
+        <translation>der %1 aus &quot;%2&quot; kann nicht gedruckt werden: %3</translation>
+    </message>
+    <message>
+        <source>acts as a tag of BBCode; &quot;--clean brackets&quot; makes &quot;(&quot; and &quot;)&quot; of its brackets</source>
+        <translation>wirkt als Tag von BBCode; &quot;--clean brackets&quot; macht aus seinen Klammern &quot;(&quot; und &quot;)&quot;</translation>
+    </message>
+    <message>
+        <source>acts as in a template; &quot;--clean tags&quot; makes a blank of the &quot;&lt;&quot;</source>
+        <translation>wirkt wie in einer Vorlage; &quot;--clean tags&quot; macht aus dem &quot;&lt;&quot; ein Leerzeichen</translation>
+    </message>
+    <message>
+        <source>%1 is given as &quot;%2&quot;: &quot;%3&quot; </source>
+        <translation>%1 ist angegeben als &quot;%2&quot;: &quot;%3&quot; </translation>
+    </message>
+    <message>
+        <source>; templates have nothing of the kind</source>
+        <translation>; Vorlagen haben nichts dergleichen</translation>
+    </message>
+    <message>
+        <source>; templates have &quot;%1&quot;</source>
+        <translation>; Vorlagen haben &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a tag of BBCode, and a template prints &quot;%2&quot;%3</source>
+        <translation>&quot;%1&quot; ist ein Tag von BBCode, und eine Vorlage druckt &quot;%2&quot;%3</translation>
+    </message>
+    <message>
+        <source>BBCode has no tag &quot;%1&quot;%2</source>
+        <translation>BBCode hat kein Tag &quot;%1&quot;%2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; opens, as it has a key</source>
+        <translation>&quot;%1&quot; öffnet, da es einen Schlüssel hat</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no tag, and prints as it stands: a tag is [name] or [name key=value], without quotation marks</source>
+        <translation>&quot;%1&quot; ist kein Tag und druckt, wie es dasteht: ein Tag ist [name] oder [name key=value], ohne Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>&quot;[/%1]&quot; closes in front of &quot;[/%2]&quot;, which opened inside of it</source>
+        <translation>&quot;[/%1]&quot; schließt vor &quot;[/%2]&quot;, das darin geöffnet wurde</translation>
+    </message>
+    <message>
+        <source>&quot;[img]&quot; names no picture: write [img name=logo][/img]</source>
+        <translation>&quot;[img]&quot; nennt kein Bild: schreiben Sie [img name=logo][/img]</translation>
+    </message>
+    <message numerus="yes">
+        <source>the name &quot;%1&quot; fits %n files, and the first of them is taken: %2</source>
+        <translation>
+            <numerusform>der Name &quot;%1&quot; passt auf %n Datei, und die erste davon wird genommen: %2</numerusform>
+            <numerusform>der Name &quot;%1&quot; passt auf %n Dateien, und die erste davon wird genommen: %2</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; text isn&apos;t larger than other text on %2: both have characters of %3 x %4 dots</source>
+        <translation>Text in &quot;%1&quot; ist nicht größer als anderer auf %2: beide haben Zeichen von %3 x %4 Punkten</translation>
+    </message>
+    <message>
+        <source>&quot;zerofill&quot; takes whole numbers alone, and prints &quot;%1&quot; for &quot;%2&quot;</source>
+        <translation>&quot;zerofill&quot; nimmt nur ganze Zahlen und druckt &quot;%1&quot; für &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy</source>
+        <translation>die Kopie wird ohne Kennzeichnung gedruckt: BBCode hat keine, also muss ein Wert sagen, dass es eine Kopie ist</translation>
+    </message>
+    <message>
+        <source>the symbol %1 has no drawing</source>
+        <translation>das Sonderzeichen %1 hat keine Zeichnung</translation>
+    </message>
+    <message>
+        <source>the symbol %1 is blank: font %2 of %3 takes no drawings</source>
+        <translation>das Sonderzeichen %1 bleibt leer: Schrift %2 von %3 nimmt keine Zeichnungen an</translation>
+    </message>
+    <message>
+        <source>the symbol %1 has no drawing that fits the %2 x %3 dots of a character of %4</source>
+        <translation>das Sonderzeichen %1 hat keine Zeichnung, die in die %2 x %3 Punkte eines Zeichens von %4 passt</translation>
+    </message>
+    <message>
+        <source>%1 is not in the printer&apos;s character set, %2</source>
+        <translation>%1 gibt es im Zeichensatz des Druckers, %2, nicht</translation>
+    </message>
+    <message>
+        <source>%1 are not in the printer&apos;s character set, %2</source>
+        <translation>%1 gibt es im Zeichensatz des Druckers, %2, nicht</translation>
+    </message>
+    <message>
+        <source>the copy prints without a mark: </source>
+        <translation>die Kopie wird ohne Kennzeichnung gedruckt: </translation>
+    </message>
+    <message>
+        <source>a copy will print without a mark: </source>
+        <translation>eine Kopie wird ohne Kennzeichnung gedruckt werden: </translation>
+    </message>
+    <message>
+        <source>there is no &quot;&lt;DOCNO&gt;&quot;</source>
+        <translation>es gibt kein &quot;&lt;DOCNO&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;DOCNO&gt;&quot; doesn&apos;t count with a format</source>
+        <translation>&quot;&lt;DOCNO&gt;&quot; zählt mit einem Format nicht</translation>
+    </message>
+    <message>
+        <source>a file of special symbols is named on line %1 already; the lowest line counts</source>
+        <translation>eine Datei mit Sonderzeichen nennt schon Zeile %1; die unterste Zeile zählt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no character behind it on the line and is lost: the next line stays in font %2</source>
+        <translation>hinter &quot;%1&quot; steht in der Zeile kein Zeichen, und es geht verloren: die nächste Zeile bleibt in Schrift %2</translation>
+    </message>
+    <message>
+        <source>there is no font of &quot;%1&quot;: it counts as &quot;&lt;F%2&gt;&quot;</source>
+        <translation>zu &quot;%1&quot; gibt es keine Schrift: es zählt als &quot;&lt;F%2&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>the font is switched here and never back: all lines below are printed in font %1</source>
+        <translation>die Schrift wird hier umgeschaltet und nie zurück: alle Zeilen darunter werden in Schrift %1 gedruckt</translation>
+    </message>
+    <message>
+        <source>the line has no text and isn&apos;t printed: &quot;%1&quot; is lost</source>
+        <translation>die Zeile hat keinen Text und wird nicht gedruckt: &quot;%1&quot; geht verloren</translation>
+    </message>
+    <message>
+        <source>the group is left open at the line&apos;s end: &quot;[&quot; has no &quot;]&quot; on the line</source>
+        <translation>die Gruppe bleibt am Ende der Zeile offen: &quot;[&quot; hat keine &quot;]&quot; in der Zeile</translation>
+    </message>
+    <message>
+        <source>&quot;]&quot; has no &quot;[&quot; in front of it on the line</source>
+        <translation>&quot;]&quot; hat keine &quot;[&quot; davor in der Zeile</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands inside the tag &quot;%2&quot;</source>
+        <translation>&quot;%1&quot; steht innerhalb des Tags &quot;%2&quot;</translation>
+    </message>
+    <message numerus="yes">
+        <source>&quot;%1&quot; isn&apos;t filled when the group in front of it goes: from the group&apos;s end to the tag there have to be %n characters</source>
+        <translation>
+            <numerusform>&quot;%1&quot; wird nicht gefüllt, wenn die Gruppe davor entfällt: vom Ende der Gruppe bis zum Tag muss %n Zeichen stehen</numerusform>
+            <numerusform>&quot;%1&quot; wird nicht gefüllt, wenn die Gruppe davor entfällt: vom Ende der Gruppe bis zum Tag müssen %n Zeichen stehen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands inside other text, which goes to the first and to the last entry only</source>
+        <translation>&quot;%1&quot; steht innerhalb von anderem Text, der nur zum ersten und zum letzten Eintrag kommt</translation>
+    </message>
+    <message>
+        <source>the line is cut %1 too far to the right for &quot;%2&quot;: letters in front of it or in it are more in upper case</source>
+        <translation>die Zeile wird für &quot;%2&quot; %1 zu weit rechts geschnitten: Buchstaben davor oder darin sind großgeschrieben mehr</translation>
+    </message>
+    <message>
+        <source>a character</source>
+        <translation>ein Zeichen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n characters</source>
+        <translation>
+            <numerusform>%n Zeichen</numerusform>
+            <numerusform>%n Zeichen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints nothing unless the client cuts the template here (--fiscal)</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt nichts, wenn das Programm die Vorlage hier nicht schneidet (--fiscal)</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is no markup in the data of a QR code: it goes into the code</source>
+        <translation>&quot;&lt;%1&gt;&quot; ist in den Daten eines QR-Codes keine Auszeichnung: es kommt in den Code</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; of a group goes into the QR code</source>
+        <translation>&quot;%1&quot; einer Gruppe kommt in den QR-Code</translation>
+    </message>
+    <message>
+        <source>the tag isn&apos;t filled with this document, as the group in front of it goes</source>
+        <translation>das Tag wird mit diesem Dokument nicht gefüllt, da die Gruppe davor entfällt</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands on a line with &quot;&lt;S&gt;&quot;</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt in einer Zeile mit &quot;&lt;S&gt;&quot;, wie es dasteht</translation>
+    </message>
+    <message>
+        <source>%1 &lt;S&gt; on the line: each takes all the room that the text leaves, and the line gets wider than the paper</source>
+        <translation>%1 &lt;S&gt; in der Zeile: jedes nimmt den ganzen Platz, den der Text lässt, und die Zeile wird breiter als das Papier</translation>
+    </message>
+    <message>
+        <source>two</source>
+        <translation>zwei</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands on a line with &quot;&lt;C&gt;&quot;</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt in einer Zeile mit &quot;&lt;C&gt;&quot;, wie es dasteht</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: the line has a smaller spacing</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt, wie es dasteht: die Zeile hat einen kleineren Abstand</translation>
+    </message>
+    <message>
+        <source>the format is switched on here and never off</source>
+        <translation>das Format wird hier ein- und nie ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: a tag of the same pair stands directly in front</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt, wie es dasteht: unmittelbar davor steht ein Tag desselben Paars</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;X:&gt;&quot; prints as it stands: there is no &quot;&lt;:X&gt;&quot; behind it</source>
+        <translation>&quot;&lt;X:&gt;&quot; druckt, wie es dasteht: dahinter gibt es kein &quot;&lt;:X&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;:X&gt;&quot; prints as it stands: there is no &quot;&lt;X:&gt;&quot; in front of it</source>
+        <translation>&quot;&lt;:X&gt;&quot; druckt, wie es dasteht: davor gibt es kein &quot;&lt;X:&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;QR&gt;&quot; and its data print as they stand in text and HTML</source>
+        <translation>&quot;&lt;QR&gt;&quot; und seine Daten drucken in Text und HTML, wie sie dastehen</translation>
+    </message>
+    <message>
+        <source>, such as &quot;&lt; %1 &gt;&quot;</source>
+        <translation>, etwa &quot;&lt; %1 &gt;&quot;</translation>
+    </message>
+    <message>
+        <source>, such as &quot;&lt;%1,&gt;&quot; with an empty format</source>
+        <translation>, etwa &quot;&lt;%1,&gt;&quot; mit leerem Format</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is read as the code of a character: an attribute or expression has at least four characters</source>
+        <translation>&quot;&lt;%1&gt;&quot; wird als Code eines Zeichens gelesen: ein Attribut oder Ausdruck hat mindestens vier Zeichen</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: an image lies between &quot;&lt;I&gt;&quot; and &quot;&lt;/I&gt;&quot; on one line</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt, wie es dasteht: ein Bild liegt zwischen &quot;&lt;I&gt;&quot; und &quot;&lt;/I&gt;&quot; in einer Zeile</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands; did you mean &quot;&lt;%2&gt;&quot;?</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt, wie es dasteht; ist &quot;&lt;%2&gt;&quot; gemeint?</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: there is no such tag</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt, wie es dasteht: ein solches Tag gibt es nicht</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;&quot; has no &quot;&gt;&quot; behind it on the line</source>
+        <translation>&quot;&lt;&quot; hat kein &quot;&gt;&quot; dahinter in der Zeile</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;&quot; has no &quot;&gt;&quot; before the next &quot;&lt;&quot;: &quot;%1&quot; is read as one tag</source>
+        <translation>&quot;&lt;&quot; hat kein &quot;&gt;&quot; vor dem nächsten &quot;&lt;&quot;: &quot;%1&quot; wird als ein Tag gelesen</translation>
+    </message>
+    <message>
+        <source>the document has no &quot;entries&quot;: a blank line is printed</source>
+        <translation>das Dokument hat keine &quot;entries&quot;: eine leere Zeile wird gedruckt</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: an attribute or expression has at least four characters%2</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt, wie es dasteht: ein Attribut oder Ausdruck hat mindestens vier Zeichen%2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands, as there is no such tag: %2</source>
+        <translation>&quot;&lt;%1&gt;&quot; druckt, wie es dasteht, da es ein solches Tag nicht gibt: %2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is no number: the character of code 0 is printed</source>
+        <translation>&quot;&lt;%1&gt;&quot; ist keine Zahl: das Zeichen mit dem Code 0 wird gedruckt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; acts as in a template; &quot;--clean tags&quot; makes a blank of the &quot;&lt;&quot;</source>
+        <translation>&quot;%1&quot; wirkt wie in einer Vorlage; &quot;--clean tags&quot; macht aus dem &quot;&lt;&quot; ein Leerzeichen</translation>
+    </message>
+    <message>
+        <source>a tab is a column; &quot;--clean controls&quot; makes a blank of it</source>
+        <translation>ein Tabulator ist eine Spalte; &quot;--clean controls&quot; macht daraus ein Leerzeichen</translation>
+    </message>
+    <message>
+        <source>&quot;[&quot; and &quot;]&quot; make a group; &quot;--clean brackets&quot; makes &quot;(&quot; and &quot;)&quot; of them</source>
+        <translation>&quot;[&quot; und &quot;]&quot; ergeben eine Gruppe; &quot;--clean brackets&quot; macht &quot;(&quot; und &quot;)&quot; daraus</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; and prints &quot;%2&quot;: </source>
+        <translation>&quot;%1&quot; und druckt &quot;%2&quot;: </translation>
+    </message>
+    <message>
+        <source>%1 is given as </source>
+        <translation>%1 ist angegeben als </translation>
+    </message>
+    <message>
+        <source>a tab stands between two entries, and not &quot;%1&quot;</source>
+        <translation>zwischen zwei Einträgen steht ein Tabulator und nicht &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;--clean equals&quot; makes blanks of those behind the first</source>
+        <translation>&quot;--clean equals&quot; macht Leerzeichen aus denen hinter dem ersten</translation>
+    </message>
+    <message>
+        <source>the entry </source>
+        <translation>der Eintrag </translation>
+    </message>
+    <message numerus="yes">
+        <source>&quot;%1&quot; has %n columns: each &quot;=&quot; begins one; %2</source>
+        <translation>
+            <numerusform>&quot;%1&quot; hat %n Spalte: jedes &quot;=&quot; beginnt eine; %2</numerusform>
+            <numerusform>&quot;%1&quot; hat %n Spalten: jedes &quot;=&quot; beginnt eine; %2</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>is given as &quot;%1&quot; and prints &quot;%2&quot;: </source>
+        <translation>ist angegeben als &quot;%1&quot; und druckt &quot;%2&quot;: </translation>
+    </message>
+    <message>
+        <source> of %1</source>
+        <translation> bei Platz für %1</translation>
+    </message>
+    <message>
+        <source>, and %1 has %2</source>
+        <translation>, und %1 hat %2</translation>
+    </message>
+    <message>
+        <source> in its font %1</source>
+        <translation> in seiner Schrift %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>takes %n characters</source>
+        <translation>
+            <numerusform>braucht %n Zeichen</numerusform>
+            <numerusform>braucht %n Zeichen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>takes at least %n characters</source>
+        <translation>
+            <numerusform>braucht mindestens %n Zeichen</numerusform>
+            <numerusform>braucht mindestens %n Zeichen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>the paper ends inside &quot;%1&quot;: &quot;%2&quot; stands on one row and &quot;%3&quot; on the next; the line &quot;%4&quot; %5</source>
+        <translation>das Papier endet innerhalb von &quot;%1&quot;: &quot;%2&quot; steht auf einer Zeile und &quot;%3&quot; auf der nächsten; die Zeile &quot;%4&quot; %5</translation>
+    </message>
+    <message>
+        <source>the line &quot;%1&quot; %2</source>
+        <translation>die Zeile &quot;%1&quot; %2</translation>
+    </message>
+    <message>
+        <source>%1 is given as &quot;%2&quot;</source>
+        <translation>%1 ist angegeben als &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>%1 is %2</source>
+        <translation>%1 ist %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2</source>
+        <translation>&quot;%1&quot; ist %2</translation>
+    </message>
+    <message>
+        <source> and prints &quot;%1&quot;: </source>
+        <translation> und druckt &quot;%1&quot;: </translation>
+    </message>
+    <message>
+        <source>in a format with decimals a number between -1 and 0 loses its sign; &quot;&lt;%1,0.E&gt;&quot; keeps it</source>
+        <translation>in einem Format mit Dezimalstellen verliert eine Zahl zwischen -1 und 0 ihr Vorzeichen; &quot;&lt;%1,0.E&gt;&quot; behält es</translation>
+    </message>
+    <message>
+        <source>an &quot;E&quot; in the format gives six digits</source>
+        <translation>ein &quot;E&quot; im Format gibt sechs Ziffern</translation>
+    </message>
+    <message>
+        <source>with decimals in the format the part in front of the point has 32 bits; &quot;&lt;%1,0&gt;&quot; prints it without decimals</source>
+        <translation>mit Dezimalstellen im Format hat der Teil vor dem Punkt 32 Bit; &quot;&lt;%1,0&gt;&quot; druckt die Zahl ohne Dezimalstellen</translation>
+    </message>
+    <message>
+        <source>without a format there are two decimals; &quot;&lt;%1,0.%2&gt;&quot; prints all of them</source>
+        <translation>ohne Format gibt es zwei Dezimalstellen; &quot;&lt;%1,0.%2&gt;&quot; druckt alle</translation>
+    </message>
+    <message>
+        <source>the text reads as a number; &quot;%1%2&quot; stays as it stands</source>
+        <translation>der Text liest sich als Zahl; &quot;%1%2&quot; bleibt, wie es dasteht</translation>
+    </message>
+    <message>
+        <source>the text reads as a number, which has no zeros in front; &quot;&lt;%1,%2&gt;&quot; prints all digits</source>
+        <translation>der Text liest sich als Zahl, und die hat keine Nullen am Anfang; &quot;&lt;%1,%2&gt;&quot; druckt alle Ziffern</translation>
+    </message>
+    <message>
+        <source>the comma is read as a decimal point; a format, such as &quot;&lt;%1,0.%2&gt;&quot;, says that a number is meant</source>
+        <translation>das Komma wird als Dezimalpunkt gelesen; ein Format wie &quot;&lt;%1,0.%2&gt;&quot; sagt, dass eine Zahl gemeint ist</translation>
+    </message>
+    <message>
+        <source>%1 is a code by its name, and the format &quot;%2&quot; takes zeros off its front; one of as many zeros as it has digits, such as &quot;&lt;%1,000000&gt;&quot;, prints all of them</source>
+        <translation>%1 ist dem Namen nach ein Code, und das Format &quot;%2&quot; nimmt ihm die Nullen am Anfang; eines mit so vielen Nullen, wie er Ziffern hat, etwa &quot;&lt;%1,000000&gt;&quot;, druckt alle</translation>
+    </message>
+    <message>
+        <source>in &quot;%1&quot; the &quot;m&quot; behind the hours is the month, and minutes are &quot;n&quot;</source>
+        <translation>in &quot;%1&quot; ist das &quot;m&quot; hinter den Stunden der Monat, und Minuten sind &quot;n&quot;</translation>
+    </message>
+    <message>
+        <source>, and &quot;am&quot; or &quot;pm&quot; is &quot;ap&quot;</source>
+        <translation>, und &quot;am&quot; oder &quot;pm&quot; ist &quot;ap&quot;</translation>
+    </message>
+    <message>
+        <source>; other words stand outside of the tag</source>
+        <translation>; andere Wörter stehen außerhalb des Tags</translation>
+    </message>
+    <message>
+        <source>in &quot;%1&quot; the letters of &quot;%2&quot; mean something else: days are &quot;dd&quot;, months &quot;mm&quot;, years &quot;yy&quot; or &quot;yyyy&quot;, hours &quot;hh&quot;, minutes &quot;nn&quot;, seconds &quot;ss&quot;%3</source>
+        <translation>in &quot;%1&quot; bedeuten die Buchstaben von &quot;%2&quot; etwas anderes: Tage sind &quot;dd&quot;, Monate &quot;mm&quot;, Jahre &quot;yy&quot; oder &quot;yyyy&quot;, Stunden &quot;hh&quot;, Minuten &quot;nn&quot;, Sekunden &quot;ss&quot;%3</translation>
+    </message>
+    <message>
+        <source>, and the &quot;m&quot; behind the hours is the month</source>
+        <translation>, und das &quot;m&quot; hinter den Stunden ist der Monat</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has no part of a date or time</source>
+        <translation>das Format &quot;%1&quot; hat keinen Teil eines Datums oder einer Uhrzeit</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; asks for a time, and the value is a date alone</source>
+        <translation>das Format &quot;%1&quot; verlangt eine Uhrzeit, und der Wert ist ein bloßes Datum</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; asks for a date, and the value is a time alone</source>
+        <translation>das Format &quot;%1&quot; verlangt ein Datum, und der Wert ist eine bloße Uhrzeit</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; is for dates and times, and the value is a number</source>
+        <translation>das Format &quot;%1&quot; ist für Datum und Uhrzeit, und der Wert ist eine Zahl</translation>
+    </message>
+    <message>
+        <source>of the format &quot;%1&quot; only &quot;0&quot;, &quot;#&quot; and the point are for numbers: what else is to be printed stands outside of the tag</source>
+        <translation>vom Format &quot;%1&quot; sind nur &quot;0&quot;, &quot;#&quot; und der Punkt für Zahlen: was sonst gedruckt werden soll, steht außerhalb des Tags</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; is for real numbers, and the value is a whole one</source>
+        <translation>das Format &quot;%1&quot; ist für Zahlen mit Dezimalstellen, und der Wert ist eine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has more than nine decimals</source>
+        <translation>das Format &quot;%1&quot; hat mehr als neun Dezimalstellen</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; is for dates and times, and the value is a text</source>
+        <translation>das Format &quot;%1&quot; ist für Datum und Uhrzeit, und der Wert ist ein Text</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has no effect, as the value is a text</source>
+        <translation>das Format &quot;%1&quot; hat keine Wirkung, da der Wert ein Text ist</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has no effect, as the value is true or false</source>
+        <translation>das Format &quot;%1&quot; hat keine Wirkung, da der Wert wahr oder falsch ist</translation>
+    </message>
+    <message>
+        <source>; hand it over as the text &quot;%1.%2&quot;</source>
+        <translation>; übergeben Sie ihn als Text &quot;%1.%2&quot;</translation>
+    </message>
+    <message>
+        <source>: it prints &quot;%1&quot;</source>
+        <translation>: es druckt &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>a template has no barcode; &quot;&lt;QR&gt;&quot; with the data behind it is a QR code, and a BBCode text has [barcode]</source>
+        <translation>eine Vorlage hat keinen Strichcode; &quot;&lt;QR&gt;&quot; mit den Daten dahinter ist ein QR-Code, und ein Text in BBCode hat [barcode]</translation>
+    </message>
+    <message>
+        <source>a QR code is &quot;&lt;QR&gt;&quot; with the data behind it</source>
+        <translation>ein QR-Code ist &quot;&lt;QR&gt;&quot; mit den Daten dahinter</translation>
+    </message>
+    <message>
+        <source>the printer&apos;s driver cuts the paper behind the receipt, and no tag does</source>
+        <translation>der Treiber des Druckers schneidet das Papier hinter dem Bon, und kein Tag tut es</translation>
+    </message>
+    <message>
+        <source>an empty line of the template feeds the paper by a line</source>
+        <translation>eine leere Zeile der Vorlage schiebt das Papier um eine Zeile vor</translation>
+    </message>
+    <message>
+        <source>a template has no pictures; &quot;&lt;SPECSYMBOLS=&quot; names drawings of single characters, and a BBCode text has [img]</source>
+        <translation>eine Vorlage hat keine Bilder; &quot;&lt;SPECSYMBOLS=&quot; nennt Zeichnungen einzelner Zeichen, und ein Text in BBCode hat [img]</translation>
+    </message>
+    <message>
+        <source>a rule is a line of &quot;-&quot;, or &quot;&lt;U&gt; &lt;S&gt; &quot; across the paper, whatever its width</source>
+        <translation>eine Linie ist eine Zeile aus &quot;-&quot;, oder &quot;&lt;U&gt; &lt;S&gt; &quot; quer über das Papier, wie breit es auch ist</translation>
+    </message>
+    <message>
+        <source>a line without &quot;&lt;C&gt;&quot;, &quot;&lt;R&gt;&quot; and &quot;&lt;S&gt;&quot; stands at the left edge</source>
+        <translation>eine Zeile ohne &quot;&lt;C&gt;&quot;, &quot;&lt;R&gt;&quot; und &quot;&lt;S&gt;&quot; steht am linken Rand</translation>
+    </message>
+    <message>
+        <source>a line of the template is a line of the receipt</source>
+        <translation>eine Zeile der Vorlage ist eine Zeile des Bons</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;S&gt;&quot; moves what stands behind it to the right edge</source>
+        <translation>&quot;&lt;S&gt;&quot; rückt, was dahinter steht, an den rechten Rand</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;C&gt;&quot; centres the line</source>
+        <translation>&quot;&lt;C&gt;&quot; zentriert die Zeile</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;R&gt;&quot; puts the line to the right edge</source>
+        <translation>&quot;&lt;R&gt;&quot; rückt die Zeile an den rechten Rand</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;B&gt;&quot; makes the line bold, &quot;&lt;B:&gt;&quot; and &quot;&lt;:B&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;B&gt;&quot; macht die Zeile fett, &quot;&lt;B:&gt;&quot; und &quot;&lt;:B&gt;&quot; einen Teil von ihr</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;N&gt;&quot; makes the line italic, &quot;&lt;N:&gt;&quot; and &quot;&lt;:N&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;N&gt;&quot; macht die Zeile kursiv, &quot;&lt;N:&gt;&quot; und &quot;&lt;:N&gt;&quot; einen Teil von ihr</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;U&gt;&quot; underlines the line, &quot;&lt;U:&gt;&quot; and &quot;&lt;:U&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;U&gt;&quot; unterstreicht die Zeile, &quot;&lt;U:&gt;&quot; und &quot;&lt;:U&gt;&quot; einen Teil von ihr</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;Z&gt;&quot; marks the line, &quot;&lt;Z:&gt;&quot; and &quot;&lt;:Z&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;Z&gt;&quot; hebt die Zeile hervor, &quot;&lt;Z:&gt;&quot; und &quot;&lt;:Z&gt;&quot; einen Teil von ihr</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;H2&gt;&quot; makes the line twice as high, &quot;&lt;W2&gt;&quot; twice as wide</source>
+        <translation>&quot;&lt;H2&gt;&quot; macht die Zeile doppelt so hoch, &quot;&lt;W2&gt;&quot; doppelt so breit</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;F2&gt;&quot; is the printer&apos;s second font, and there are four</source>
+        <translation>&quot;&lt;F2&gt;&quot; ist die zweite Schrift des Druckers, und es gibt vier</translation>
+    </message>
+    <message>
+        <source>a template only prints; &quot;receipt drawer&quot; opens the cash drawer</source>
+        <translation>eine Vorlage druckt nur; &quot;receipt drawer&quot; öffnet die Kassenschublade</translation>
+    </message>
+    <message>
+        <source>what isn&apos;t always there stands in a group, &quot;[&quot; to &quot;]&quot;, that goes when a value in it is empty or zero</source>
+        <translation>was nicht immer da ist, steht in einer Gruppe, von &quot;[&quot; bis &quot;]&quot;, die entfällt, wenn ein Wert darin leer oder null ist</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;ENTRIES&gt;&quot; is the list that the program makes, and there is no other</source>
+        <translation>&quot;&lt;ENTRIES&gt;&quot; ist die Liste, die das Programm macht, und eine andere gibt es nicht</translation>
+    </message>
+    <message>
+        <source>a format rounds, and floor(x*100+0.500001)/100 does in front of further calculation</source>
+        <translation>ein Format rundet, und floor(x*100+0.500001)/100 tut es vor weiterer Rechnung</translation>
+    </message>
+    <message>
+        <source>the greater of two is (a+b+abs(a-b))/2</source>
+        <translation>die größere von zweien ist (a+b+abs(a-b))/2</translation>
+    </message>
+    <message>
+        <source>the smaller of two is (a+b-abs(a-b))/2</source>
+        <translation>die kleinere von zweien ist (a+b-abs(a-b))/2</translation>
+    </message>
+    <message>
+        <source>floor(x) is the whole number below x, and ceil(x) that above</source>
+        <translation>floor(x) ist die ganze Zahl unter x und ceil(x) die darüber</translation>
+    </message>
+    <message>
+        <source>it is called ceil</source>
+        <translation>sie heißt ceil</translation>
+    </message>
+    <message>
+        <source>it is called pow, or a^b</source>
+        <translation>sie heißt pow, oder a^b</translation>
+    </message>
+    <message>
+        <source>the square is x^2, and the root sqrt(x)</source>
+        <translation>das Quadrat ist x^2 und die Wurzel sqrt(x)</translation>
+    </message>
+    <message>
+        <source>the remainder is a%b</source>
+        <translation>der Rest ist a%b</translation>
+    </message>
+    <message>
+        <source>the sum is a+b+c</source>
+        <translation>die Summe ist a+b+c</translation>
+    </message>
+    <message>
+        <source>the mean of two is (a+b)/2</source>
+        <translation>das Mittel von zweien ist (a+b)/2</translation>
+    </message>
+    <message>
+        <source>there are no conditions in expressions; a group, &quot;[&quot; to &quot;]&quot;, goes when a value in it is zero</source>
+        <translation>in Ausdrücken gibt es keine Bedingungen; eine Gruppe, von &quot;[&quot; bis &quot;]&quot;, entfällt, wenn ein Wert darin null ist</translation>
+    </message>
+    <message>
+        <source>the format stands behind a comma at the end of the tag</source>
+        <translation>das Format steht hinter einem Komma am Ende des Tags</translation>
+    </message>
+    <message>
+        <source>the program hands date and time over as an attribute</source>
+        <translation>das Programm übergibt Datum und Uhrzeit als Attribut</translation>
+    </message>
+    <message>
+        <source>the fiscal marker is &quot;&lt;%1%2&gt;&quot;</source>
+        <translation>die Fiskalmarke ist &quot;&lt;%1%2&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>; &quot;&lt;%1,0%2&gt;&quot; prints none</source>
+        <translation>; &quot;&lt;%1,0%2&gt;&quot; druckt keines</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has two signs, as %2 brings one of its own%3</source>
+        <translation>&quot;%1&quot; hat zwei Vorzeichen, da %2 ein eigenes mitbringt%3</translation>
+    </message>
+    <message>
+        <source>the values put into &quot;&lt;%1&gt;&quot; name others on and on: filling it would hang</source>
+        <translation>die Werte, die in &quot;&lt;%1&gt;&quot; eingesetzt werden, nennen immer weitere: das Füllen würde hängen</translation>
+    </message>
+    <message>
+        <source>the value put in here leads to tags without end, such as &quot;&lt;%1&gt;&quot;: filling it would hang</source>
+        <translation>der Wert, der hier eingesetzt wird, führt zu Tags ohne Ende, etwa &quot;&lt;%1&gt;&quot;: das Füllen würde hängen</translation>
+    </message>
+    <message>
+        <source>%1 is printed, and the amounts above add up to %2: where each is rounded by itself, so are the parts of the sum, as in </source>
+        <translation>%1 ist gedruckt, und die Beträge darüber ergeben %2: wo jeder für sich gerundet wird, werden es auch die Teile der Summe, etwa mit </translation>
+    </message>
+    <message>
+        <source>%1 is printed, and the entries above add up to %2</source>
+        <translation>%1 ist gedruckt, und die Einträge darüber ergeben %2</translation>
+    </message>
+    <message>
+        <source> without &quot;%1&quot;</source>
+        <translation> ohne &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>%1 is printed, and the parts of the sum are printed as %2 together: each is rounded by itself, and so is the sum; round the parts in it too, as in %3</source>
+        <translation>%1 ist gedruckt, und die Teile der Summe sind zusammen als %2 gedruckt: jeder wird für sich gerundet, und ebenso die Summe; runden Sie auch die Teile in ihr, etwa mit %3</translation>
+    </message>
+</context>
+<context>
     <name>LintRule</name>
     <message>
         <source>error</source>

@@ -2,6 +2,825 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru" sourcelanguage="en">
 <context>
+    <name>LintFinding</name>
+    <message>
+        <source>the picture &quot;%1&quot; can&apos;t be read: %2</source>
+        <translation>картинку &quot;%1&quot; нельзя прочитать: %2</translation>
+    </message>
+    <message>
+        <source>it is damaged, too large, or of a format that isn&apos;t printed</source>
+        <translation>она повреждена, слишком велика или в формате, который не печатается</translation>
+    </message>
+    <message>
+        <source>the folder &quot;%2&quot; has no picture &quot;%1&quot; that can be read</source>
+        <translation>в папке &quot;%2&quot; нет картинки &quot;%1&quot;, которую можно прочитать</translation>
+    </message>
+    <message>
+        <source>there is no picture &quot;%1&quot; in the folder &quot;%2&quot;</source>
+        <translation>в папке &quot;%2&quot; нет картинки &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>%1 with %2 paper</source>
+        <translation>%1 с бумагой %2</translation>
+    </message>
+    <message>
+        <source>the file &quot;%1&quot; can&apos;t be read: %2</source>
+        <translation>файл &quot;%1&quot; нельзя прочитать: %2</translation>
+    </message>
+    <message>
+        <source>a symbol or the root element is wrong</source>
+        <translation>неверен символ или корневой элемент</translation>
+    </message>
+    <message>
+        <source>the file &quot;%1&quot; is damaged: %2; see &quot;receipt symbols&quot;</source>
+        <translation>файл &quot;%1&quot; повреждён: %2; см. &quot;receipt symbols&quot;</translation>
+    </message>
+    <message>
+        <source>there is no file &quot;%1&quot;</source>
+        <translation>файла &quot;%1&quot; нет</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no regular file</source>
+        <translation>&quot;%1&quot; — не обычный файл</translation>
+    </message>
+    <message>
+        <source>the last comma cuts the expression: &quot;%1&quot; is calculated, and &quot;%2&quot; is its format</source>
+        <translation>последняя запятая разрезает выражение: вычисляется &quot;%1&quot;, а &quot;%2&quot; — формат</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot; ends too early</source>
+        <translation>выражение &quot;%1&quot; кончается слишком рано</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot; can&apos;t be read from &quot;%2&quot; on</source>
+        <translation>выражение &quot;%1&quot; нельзя прочитать, начиная с &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>; with its values it is &quot;%1&quot;</source>
+        <translation>; с его значениями это &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; counts only on a line of its own</source>
+        <translation>&quot;&lt;%1&gt;&quot; действует только на отдельной строке</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; counts as an attribute; did you mean &quot;&lt;%2&gt;&quot;?</source>
+        <translation>&quot;&lt;%1&gt;&quot; считается атрибутом; может быть, &quot;&lt;%2&gt;&quot;?</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; has no name</source>
+        <translation>у &quot;&lt;%1&gt;&quot; нет имени</translation>
+    </message>
+    <message>
+        <source>there is no function &quot;%1&quot;: %2</source>
+        <translation>функции &quot;%1&quot; нет: %2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is read as an attribute%2: %3</source>
+        <translation>&quot;&lt;%1&gt;&quot; читается как атрибут%2: %3</translation>
+    </message>
+    <message>
+        <source>, which the document lacks</source>
+        <translation>, которого нет в документе</translation>
+    </message>
+    <message>
+        <source>the format begins behind the last comma, and &quot;%1&quot; is no attribute: instead of a comma in the format write &quot;%2&quot;</source>
+        <translation>формат начинается за последней запятой, а &quot;%1&quot; — не атрибут: вместо запятой в формате пишите &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot; divides by zero</source>
+        <translation>выражение &quot;%1&quot; делит на ноль</translation>
+    </message>
+    <message>
+        <source>the document has no attribute &quot;%1&quot;</source>
+        <translation>в документе нет атрибута &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>: with it the group goes</source>
+        <translation>: с ним исчезает группа</translation>
+    </message>
+    <message>
+        <source>; did you mean &quot;%1&quot;?</source>
+        <translation>; может быть, &quot;%1&quot;?</translation>
+    </message>
+    <message>
+        <source>; the value of &quot;%1&quot; is put into it</source>
+        <translation>; в него подставляется значение &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>, with its values &quot;%1&quot;,</source>
+        <translation>, с его значениями &quot;%1&quot;,</translation>
+    </message>
+    <message>
+        <source>the expression &quot;%1&quot;%2 divides by zero or has no finite value for another reason: it prints &quot;%3&quot;</source>
+        <translation>выражение &quot;%1&quot;%2 делит на ноль или по другой причине не имеет конечного значения: печатается &quot;%3&quot;</translation>
+    </message>
+    <message>
+        <source>; did you mean &quot;%1&quot;, in Latin letters?</source>
+        <translation>; может быть, &quot;%1&quot; латинскими буквами?</translation>
+    </message>
+    <message>
+        <source>the font stays</source>
+        <translation>шрифт остаётся прежним</translation>
+    </message>
+    <message>
+        <source>the line is solid</source>
+        <translation>линия сплошная</translation>
+    </message>
+    <message>
+        <source>it counts as left</source>
+        <translation>это считается как left</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; takes %2, and not &quot;%3&quot;: %4</source>
+        <translation>&quot;%1&quot; принимает %2, а не &quot;%3&quot;: %4</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a number from 0 to 255, and not &quot;%2&quot;: it counts as %3</source>
+        <translation>&quot;%1&quot; — число от 0 до 255, а не &quot;%2&quot;: это считается как %3</translation>
+    </message>
+    <message>
+        <source>BBCode has no key &quot;%1&quot;%2</source>
+        <translation>в BBCode нет ключа &quot;%1&quot;%2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is of no use outside of [%2]</source>
+        <translation>&quot;%1&quot; вне [%2] бесполезен</translation>
+    </message>
+    <message>
+        <source>] or [</source>
+        <translation>] или [</translation>
+    </message>
+    <message>
+        <source>&quot;[/%1]&quot; closes what isn&apos;t open</source>
+        <translation>&quot;[/%1]&quot; закрывает то, что не открыто</translation>
+    </message>
+    <message>
+        <source>&quot;[%1]&quot; is never closed: </source>
+        <translation>&quot;[%1]&quot; не закрыт: </translation>
+    </message>
+    <message>
+        <source>no line is drawn; write [hr /]</source>
+        <translation>линия не рисуется; пишите [hr /]</translation>
+    </message>
+    <message>
+        <source>no picture is printed; write [/img] behind it</source>
+        <translation>картинка не печатается; поставьте за ним [/img]</translation>
+    </message>
+    <message>
+        <source>no code is printed</source>
+        <translation>код не печатается</translation>
+    </message>
+    <message>
+        <source>it holds to the text&apos;s end, and beyond for some</source>
+        <translation>он действует до конца текста, а у некоторых и дальше</translation>
+    </message>
+    <message>
+        <source>barcode</source>
+        <translation>штрихкод</translation>
+    </message>
+    <message>
+        <source>QR code</source>
+        <translation>QR-код</translation>
+    </message>
+    <message>
+        <source>the %1 has no data: none is printed</source>
+        <translation>%1 не содержит данных и не печатается</translation>
+    </message>
+    <message>
+        <source>the %1 of &quot;%2&quot; can&apos;t be printed: %3</source>
+        <translation>%1 из &quot;%2&quot; нельзя напечатать: %3</translation>
+    </message>
+    <message>
+        <source>acts as a tag of BBCode; &quot;--clean brackets&quot; makes &quot;(&quot; and &quot;)&quot; of its brackets</source>
+        <translation>действует как тег BBCode; &quot;--clean brackets&quot; делает из его скобок &quot;(&quot; и &quot;)&quot;</translation>
+    </message>
+    <message>
+        <source>acts as in a template; &quot;--clean tags&quot; makes a blank of the &quot;&lt;&quot;</source>
+        <translation>действует как в шаблоне; &quot;--clean tags&quot; делает из &quot;&lt;&quot; пробел</translation>
+    </message>
+    <message>
+        <source>%1 is given as &quot;%2&quot;: &quot;%3&quot; </source>
+        <translation>для %1 задано &quot;%2&quot;: &quot;%3&quot; </translation>
+    </message>
+    <message>
+        <source>; templates have nothing of the kind</source>
+        <translation>; в шаблонах ничего подобного нет</translation>
+    </message>
+    <message>
+        <source>; templates have &quot;%1&quot;</source>
+        <translation>; в шаблонах есть &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a tag of BBCode, and a template prints &quot;%2&quot;%3</source>
+        <translation>&quot;%1&quot; — тег BBCode, а шаблон печатает &quot;%2&quot;%3</translation>
+    </message>
+    <message>
+        <source>BBCode has no tag &quot;%1&quot;%2</source>
+        <translation>в BBCode нет тега &quot;%1&quot;%2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; opens, as it has a key</source>
+        <translation>&quot;%1&quot; открывает, потому что в нём есть ключ</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no tag, and prints as it stands: a tag is [name] or [name key=value], without quotation marks</source>
+        <translation>&quot;%1&quot; — не тег и печатается как есть: тег — это [name] или [name key=value], без кавычек</translation>
+    </message>
+    <message>
+        <source>&quot;[/%1]&quot; closes in front of &quot;[/%2]&quot;, which opened inside of it</source>
+        <translation>&quot;[/%1]&quot; закрывается перед &quot;[/%2]&quot;, который открыт внутри него</translation>
+    </message>
+    <message>
+        <source>&quot;[img]&quot; names no picture: write [img name=logo][/img]</source>
+        <translation>&quot;[img]&quot; не называет картинку: пишите [img name=logo][/img]</translation>
+    </message>
+    <message numerus="yes">
+        <source>the name &quot;%1&quot; fits %n files, and the first of them is taken: %2</source>
+        <translation>
+            <numerusform>имени &quot;%1&quot; подходит %n файл, и берётся первый из них: %2</numerusform>
+            <numerusform>имени &quot;%1&quot; подходят %n файла, и берётся первый из них: %2</numerusform>
+            <numerusform>имени &quot;%1&quot; подходят %n файлов, и берётся первый из них: %2</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; text isn&apos;t larger than other text on %2: both have characters of %3 x %4 dots</source>
+        <translation>текст размера &quot;%1&quot; не крупнее другого на %2: у обоих знаки %3 x %4 точек</translation>
+    </message>
+    <message>
+        <source>&quot;zerofill&quot; takes whole numbers alone, and prints &quot;%1&quot; for &quot;%2&quot;</source>
+        <translation>&quot;zerofill&quot; принимает только целые числа и печатает &quot;%1&quot; вместо &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy</source>
+        <translation>копия печатается без пометки: в BBCode её нет, поэтому о копии должно говорить значение</translation>
+    </message>
+    <message>
+        <source>the symbol %1 has no drawing</source>
+        <translation>у символа %1 нет рисунка</translation>
+    </message>
+    <message>
+        <source>the symbol %1 is blank: font %2 of %3 takes no drawings</source>
+        <translation>вместо символа %1 пробел: шрифт %2 у %3 не принимает рисунков</translation>
+    </message>
+    <message>
+        <source>the symbol %1 has no drawing that fits the %2 x %3 dots of a character of %4</source>
+        <translation>у символа %1 нет рисунка, который помещается в %2 x %3 точек знака у %4</translation>
+    </message>
+    <message>
+        <source>%1 is not in the printer&apos;s character set, %2</source>
+        <translation>%1 нет в наборе знаков принтера, %2</translation>
+    </message>
+    <message>
+        <source>%1 are not in the printer&apos;s character set, %2</source>
+        <translation>%1 нет в наборе знаков принтера, %2</translation>
+    </message>
+    <message>
+        <source>the copy prints without a mark: </source>
+        <translation>копия печатается без пометки: </translation>
+    </message>
+    <message>
+        <source>a copy will print without a mark: </source>
+        <translation>копия напечатается без пометки: </translation>
+    </message>
+    <message>
+        <source>there is no &quot;&lt;DOCNO&gt;&quot;</source>
+        <translation>нет &quot;&lt;DOCNO&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;DOCNO&gt;&quot; doesn&apos;t count with a format</source>
+        <translation>&quot;&lt;DOCNO&gt;&quot; с форматом не считается</translation>
+    </message>
+    <message>
+        <source>a file of special symbols is named on line %1 already; the lowest line counts</source>
+        <translation>файл особых символов уже назван в строке %1; считается самая нижняя строка</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no character behind it on the line and is lost: the next line stays in font %2</source>
+        <translation>за &quot;%1&quot; в строке нет знаков, и он пропадает: следующая строка остаётся в шрифте %2</translation>
+    </message>
+    <message>
+        <source>there is no font of &quot;%1&quot;: it counts as &quot;&lt;F%2&gt;&quot;</source>
+        <translation>шрифта для &quot;%1&quot; нет: это считается как &quot;&lt;F%2&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>the font is switched here and never back: all lines below are printed in font %1</source>
+        <translation>шрифт здесь переключается и не возвращается: все строки ниже печатаются шрифтом %1</translation>
+    </message>
+    <message>
+        <source>the line has no text and isn&apos;t printed: &quot;%1&quot; is lost</source>
+        <translation>в строке нет текста, и она не печатается: &quot;%1&quot; пропадает</translation>
+    </message>
+    <message>
+        <source>the group is left open at the line&apos;s end: &quot;[&quot; has no &quot;]&quot; on the line</source>
+        <translation>группа осталась открытой в конце строки: у &quot;[&quot; нет &quot;]&quot; в строке</translation>
+    </message>
+    <message>
+        <source>&quot;]&quot; has no &quot;[&quot; in front of it on the line</source>
+        <translation>перед &quot;]&quot; в строке нет &quot;[&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands inside the tag &quot;%2&quot;</source>
+        <translation>&quot;%1&quot; стоит внутри тега &quot;%2&quot;</translation>
+    </message>
+    <message numerus="yes">
+        <source>&quot;%1&quot; isn&apos;t filled when the group in front of it goes: from the group&apos;s end to the tag there have to be %n characters</source>
+        <translation>
+            <numerusform>&quot;%1&quot; не заполняется, когда группа перед ним исчезает: от конца группы до тега должен быть %n знак</numerusform>
+            <numerusform>&quot;%1&quot; не заполняется, когда группа перед ним исчезает: от конца группы до тега должно быть %n знака</numerusform>
+            <numerusform>&quot;%1&quot; не заполняется, когда группа перед ним исчезает: от конца группы до тега должно быть %n знаков</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands inside other text, which goes to the first and to the last entry only</source>
+        <translation>&quot;%1&quot; стоит внутри другого текста, который попадает только в первую и в последнюю запись</translation>
+    </message>
+    <message>
+        <source>the line is cut %1 too far to the right for &quot;%2&quot;: letters in front of it or in it are more in upper case</source>
+        <translation>для &quot;%2&quot; строка режется на %1 правее, чем надо: букв перед ним или в нём в верхнем регистре больше</translation>
+    </message>
+    <message>
+        <source>a character</source>
+        <translation>один знак</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n characters</source>
+        <translation>
+            <numerusform>%n знак</numerusform>
+            <numerusform>%n знака</numerusform>
+            <numerusform>%n знаков</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints nothing unless the client cuts the template here (--fiscal)</source>
+        <translation>&quot;&lt;%1&gt;&quot; ничего не печатает, если программа не режет здесь шаблон (--fiscal)</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is no markup in the data of a QR code: it goes into the code</source>
+        <translation>&quot;&lt;%1&gt;&quot; в данных QR-кода — не разметка: он попадает в код</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; of a group goes into the QR code</source>
+        <translation>&quot;%1&quot; группы попадает в QR-код</translation>
+    </message>
+    <message>
+        <source>the tag isn&apos;t filled with this document, as the group in front of it goes</source>
+        <translation>с этим документом тег не заполняется, потому что группа перед ним исчезает</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands on a line with &quot;&lt;S&gt;&quot;</source>
+        <translation>&quot;&lt;%1&gt;&quot; в строке с &quot;&lt;S&gt;&quot; печатается как есть</translation>
+    </message>
+    <message>
+        <source>%1 &lt;S&gt; on the line: each takes all the room that the text leaves, and the line gets wider than the paper</source>
+        <translation>%1 &lt;S&gt; в строке: каждый занимает всё место, которое оставляет текст, и строка становится шире бумаги</translation>
+    </message>
+    <message>
+        <source>two</source>
+        <translation>два</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands on a line with &quot;&lt;C&gt;&quot;</source>
+        <translation>&quot;&lt;%1&gt;&quot; в строке с &quot;&lt;C&gt;&quot; печатается как есть</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: the line has a smaller spacing</source>
+        <translation>&quot;&lt;%1&gt;&quot; печатается как есть: у строки есть меньший интервал</translation>
+    </message>
+    <message>
+        <source>the format is switched on here and never off</source>
+        <translation>формат здесь включается и не выключается</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: a tag of the same pair stands directly in front</source>
+        <translation>&quot;&lt;%1&gt;&quot; печатается как есть: прямо перед ним стоит тег той же пары</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;X:&gt;&quot; prints as it stands: there is no &quot;&lt;:X&gt;&quot; behind it</source>
+        <translation>&quot;&lt;X:&gt;&quot; печатается как есть: за ним нет &quot;&lt;:X&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;:X&gt;&quot; prints as it stands: there is no &quot;&lt;X:&gt;&quot; in front of it</source>
+        <translation>&quot;&lt;:X&gt;&quot; печатается как есть: перед ним нет &quot;&lt;X:&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;QR&gt;&quot; and its data print as they stand in text and HTML</source>
+        <translation>&quot;&lt;QR&gt;&quot; и его данные в тексте и HTML печатаются как есть</translation>
+    </message>
+    <message>
+        <source>, such as &quot;&lt; %1 &gt;&quot;</source>
+        <translation>, например &quot;&lt; %1 &gt;&quot;</translation>
+    </message>
+    <message>
+        <source>, such as &quot;&lt;%1,&gt;&quot; with an empty format</source>
+        <translation>, например &quot;&lt;%1,&gt;&quot; с пустым форматом</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is read as the code of a character: an attribute or expression has at least four characters</source>
+        <translation>&quot;&lt;%1&gt;&quot; читается как код знака: в атрибуте или выражении не меньше четырёх знаков</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: an image lies between &quot;&lt;I&gt;&quot; and &quot;&lt;/I&gt;&quot; on one line</source>
+        <translation>&quot;&lt;%1&gt;&quot; печатается как есть: изображение лежит между &quot;&lt;I&gt;&quot; и &quot;&lt;/I&gt;&quot; в одной строке</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands; did you mean &quot;&lt;%2&gt;&quot;?</source>
+        <translation>&quot;&lt;%1&gt;&quot; печатается как есть; может быть, &quot;&lt;%2&gt;&quot;?</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: there is no such tag</source>
+        <translation>&quot;&lt;%1&gt;&quot; печатается как есть: такого тега нет</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;&quot; has no &quot;&gt;&quot; behind it on the line</source>
+        <translation>за &quot;&lt;&quot; в строке нет &quot;&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;&quot; has no &quot;&gt;&quot; before the next &quot;&lt;&quot;: &quot;%1&quot; is read as one tag</source>
+        <translation>за &quot;&lt;&quot; нет &quot;&gt;&quot; до следующего &quot;&lt;&quot;: &quot;%1&quot; читается как один тег</translation>
+    </message>
+    <message>
+        <source>the document has no &quot;entries&quot;: a blank line is printed</source>
+        <translation>в документе нет &quot;entries&quot;: печатается пустая строка</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands: an attribute or expression has at least four characters%2</source>
+        <translation>&quot;&lt;%1&gt;&quot; печатается как есть: в атрибуте или выражении не меньше четырёх знаков%2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; prints as it stands, as there is no such tag: %2</source>
+        <translation>&quot;&lt;%1&gt;&quot; печатается как есть, потому что такого тега нет: %2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; is no number: the character of code 0 is printed</source>
+        <translation>&quot;&lt;%1&gt;&quot; — не число: печатается знак с кодом 0</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; acts as in a template; &quot;--clean tags&quot; makes a blank of the &quot;&lt;&quot;</source>
+        <translation>&quot;%1&quot; действует как в шаблоне; &quot;--clean tags&quot; делает из &quot;&lt;&quot; пробел</translation>
+    </message>
+    <message>
+        <source>a tab is a column; &quot;--clean controls&quot; makes a blank of it</source>
+        <translation>табуляция — это столбец; &quot;--clean controls&quot; делает из неё пробел</translation>
+    </message>
+    <message>
+        <source>&quot;[&quot; and &quot;]&quot; make a group; &quot;--clean brackets&quot; makes &quot;(&quot; and &quot;)&quot; of them</source>
+        <translation>&quot;[&quot; и &quot;]&quot; образуют группу; &quot;--clean brackets&quot; делает из них &quot;(&quot; и &quot;)&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; and prints &quot;%2&quot;: </source>
+        <translation>&quot;%1&quot;, а печатается &quot;%2&quot;: </translation>
+    </message>
+    <message>
+        <source>%1 is given as </source>
+        <translation>для %1 задано </translation>
+    </message>
+    <message>
+        <source>a tab stands between two entries, and not &quot;%1&quot;</source>
+        <translation>между двумя записями стоит табуляция, а не &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;--clean equals&quot; makes blanks of those behind the first</source>
+        <translation>&quot;--clean equals&quot; делает пробелы из тех, что за первым</translation>
+    </message>
+    <message>
+        <source>the entry </source>
+        <translation>запись </translation>
+    </message>
+    <message numerus="yes">
+        <source>&quot;%1&quot; has %n columns: each &quot;=&quot; begins one; %2</source>
+        <translation>
+            <numerusform>&quot;%1&quot; содержит %n столбец: каждый &quot;=&quot; начинает новый; %2</numerusform>
+            <numerusform>&quot;%1&quot; содержит %n столбца: каждый &quot;=&quot; начинает новый; %2</numerusform>
+            <numerusform>&quot;%1&quot; содержит %n столбцов: каждый &quot;=&quot; начинает новый; %2</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>is given as &quot;%1&quot; and prints &quot;%2&quot;: </source>
+        <translation>задана как &quot;%1&quot;, а печатается &quot;%2&quot;: </translation>
+    </message>
+    <message>
+        <source> of %1</source>
+        <translation> из %1</translation>
+    </message>
+    <message>
+        <source>, and %1 has %2</source>
+        <translation>, а у %1 их %2</translation>
+    </message>
+    <message>
+        <source> in its font %1</source>
+        <translation> в шрифте %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>takes %n characters</source>
+        <translation>
+            <numerusform>занимает %n знак</numerusform>
+            <numerusform>занимает %n знака</numerusform>
+            <numerusform>занимает %n знаков</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>takes at least %n characters</source>
+        <translation>
+            <numerusform>занимает не менее %n знака</numerusform>
+            <numerusform>занимает не менее %n знаков</numerusform>
+            <numerusform>занимает не менее %n знаков</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>the paper ends inside &quot;%1&quot;: &quot;%2&quot; stands on one row and &quot;%3&quot; on the next; the line &quot;%4&quot; %5</source>
+        <translation>бумага кончается внутри &quot;%1&quot;: &quot;%2&quot; стоит на одной строке, а &quot;%3&quot; — на следующей; строка &quot;%4&quot; %5</translation>
+    </message>
+    <message>
+        <source>the line &quot;%1&quot; %2</source>
+        <translation>строка &quot;%1&quot; %2</translation>
+    </message>
+    <message>
+        <source>%1 is given as &quot;%2&quot;</source>
+        <translation>для %1 задано &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>%1 is %2</source>
+        <translation>%1 равно %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2</source>
+        <translation>&quot;%1&quot; равно %2</translation>
+    </message>
+    <message>
+        <source> and prints &quot;%1&quot;: </source>
+        <translation>, а печатается &quot;%1&quot;: </translation>
+    </message>
+    <message>
+        <source>in a format with decimals a number between -1 and 0 loses its sign; &quot;&lt;%1,0.E&gt;&quot; keeps it</source>
+        <translation>в формате с дробной частью число между -1 и 0 теряет знак; &quot;&lt;%1,0.E&gt;&quot; его сохраняет</translation>
+    </message>
+    <message>
+        <source>an &quot;E&quot; in the format gives six digits</source>
+        <translation>&quot;E&quot; в формате даёт шесть цифр</translation>
+    </message>
+    <message>
+        <source>with decimals in the format the part in front of the point has 32 bits; &quot;&lt;%1,0&gt;&quot; prints it without decimals</source>
+        <translation>с дробной частью в формате у части перед точкой 32 бита; &quot;&lt;%1,0&gt;&quot; печатает число без дробной части</translation>
+    </message>
+    <message>
+        <source>without a format there are two decimals; &quot;&lt;%1,0.%2&gt;&quot; prints all of them</source>
+        <translation>без формата печатаются два знака после точки; &quot;&lt;%1,0.%2&gt;&quot; печатает все</translation>
+    </message>
+    <message>
+        <source>the text reads as a number; &quot;%1%2&quot; stays as it stands</source>
+        <translation>текст читается как число; &quot;%1%2&quot; остаётся как есть</translation>
+    </message>
+    <message>
+        <source>the text reads as a number, which has no zeros in front; &quot;&lt;%1,%2&gt;&quot; prints all digits</source>
+        <translation>текст читается как число, а у числа нет нулей впереди; &quot;&lt;%1,%2&gt;&quot; печатает все цифры</translation>
+    </message>
+    <message>
+        <source>the comma is read as a decimal point; a format, such as &quot;&lt;%1,0.%2&gt;&quot;, says that a number is meant</source>
+        <translation>запятая читается как десятичная точка; формат, например &quot;&lt;%1,0.%2&gt;&quot;, говорит, что задумано число</translation>
+    </message>
+    <message>
+        <source>%1 is a code by its name, and the format &quot;%2&quot; takes zeros off its front; one of as many zeros as it has digits, such as &quot;&lt;%1,000000&gt;&quot;, prints all of them</source>
+        <translation>%1, судя по имени, — код, а формат &quot;%2&quot; убирает у него нули впереди; формат с числом нулей, равным числу его цифр, например &quot;&lt;%1,000000&gt;&quot;, печатает их все</translation>
+    </message>
+    <message>
+        <source>in &quot;%1&quot; the &quot;m&quot; behind the hours is the month, and minutes are &quot;n&quot;</source>
+        <translation>в &quot;%1&quot; &quot;m&quot; за часами — это месяц, а минуты — &quot;n&quot;</translation>
+    </message>
+    <message>
+        <source>, and &quot;am&quot; or &quot;pm&quot; is &quot;ap&quot;</source>
+        <translation>, а &quot;am&quot; или &quot;pm&quot; — это &quot;ap&quot;</translation>
+    </message>
+    <message>
+        <source>; other words stand outside of the tag</source>
+        <translation>; другие слова стоят вне тега</translation>
+    </message>
+    <message>
+        <source>in &quot;%1&quot; the letters of &quot;%2&quot; mean something else: days are &quot;dd&quot;, months &quot;mm&quot;, years &quot;yy&quot; or &quot;yyyy&quot;, hours &quot;hh&quot;, minutes &quot;nn&quot;, seconds &quot;ss&quot;%3</source>
+        <translation>в &quot;%1&quot; буквы &quot;%2&quot; значат другое: дни — &quot;dd&quot;, месяцы — &quot;mm&quot;, годы — &quot;yy&quot; или &quot;yyyy&quot;, часы — &quot;hh&quot;, минуты — &quot;nn&quot;, секунды — &quot;ss&quot;%3</translation>
+    </message>
+    <message>
+        <source>, and the &quot;m&quot; behind the hours is the month</source>
+        <translation>, а &quot;m&quot; за часами — это месяц</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has no part of a date or time</source>
+        <translation>в формате &quot;%1&quot; нет частей даты или времени</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; asks for a time, and the value is a date alone</source>
+        <translation>формат &quot;%1&quot; требует времени, а значение — только дата</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; asks for a date, and the value is a time alone</source>
+        <translation>формат &quot;%1&quot; требует даты, а значение — только время</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; is for dates and times, and the value is a number</source>
+        <translation>формат &quot;%1&quot; — для дат и времени, а значение — число</translation>
+    </message>
+    <message>
+        <source>of the format &quot;%1&quot; only &quot;0&quot;, &quot;#&quot; and the point are for numbers: what else is to be printed stands outside of the tag</source>
+        <translation>в формате &quot;%1&quot; для чисел служат только &quot;0&quot;, &quot;#&quot; и точка: всё прочее, что надо напечатать, стоит вне тега</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; is for real numbers, and the value is a whole one</source>
+        <translation>формат &quot;%1&quot; — для дробных чисел, а значение — целое</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has more than nine decimals</source>
+        <translation>в формате &quot;%1&quot; больше девяти знаков после точки</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; is for dates and times, and the value is a text</source>
+        <translation>формат &quot;%1&quot; — для дат и времени, а значение — текст</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has no effect, as the value is a text</source>
+        <translation>формат &quot;%1&quot; не действует, потому что значение — текст</translation>
+    </message>
+    <message>
+        <source>the format &quot;%1&quot; has no effect, as the value is true or false</source>
+        <translation>формат &quot;%1&quot; не действует, потому что значение — true или false</translation>
+    </message>
+    <message>
+        <source>; hand it over as the text &quot;%1.%2&quot;</source>
+        <translation>; передавайте его текстом &quot;%1.%2&quot;</translation>
+    </message>
+    <message>
+        <source>: it prints &quot;%1&quot;</source>
+        <translation>: печатается &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>a template has no barcode; &quot;&lt;QR&gt;&quot; with the data behind it is a QR code, and a BBCode text has [barcode]</source>
+        <translation>в шаблоне штрихкода нет; &quot;&lt;QR&gt;&quot; с данными за ним — QR-код, а в тексте BBCode есть [barcode]</translation>
+    </message>
+    <message>
+        <source>a QR code is &quot;&lt;QR&gt;&quot; with the data behind it</source>
+        <translation>QR-код — это &quot;&lt;QR&gt;&quot; с данными за ним</translation>
+    </message>
+    <message>
+        <source>the printer&apos;s driver cuts the paper behind the receipt, and no tag does</source>
+        <translation>бумагу за чеком режет драйвер принтера, а не тег</translation>
+    </message>
+    <message>
+        <source>an empty line of the template feeds the paper by a line</source>
+        <translation>пустая строка шаблона продвигает бумагу на строку</translation>
+    </message>
+    <message>
+        <source>a template has no pictures; &quot;&lt;SPECSYMBOLS=&quot; names drawings of single characters, and a BBCode text has [img]</source>
+        <translation>в шаблоне нет картинок; &quot;&lt;SPECSYMBOLS=&quot; называет рисунки отдельных знаков, а в тексте BBCode есть [img]</translation>
+    </message>
+    <message>
+        <source>a rule is a line of &quot;-&quot;, or &quot;&lt;U&gt; &lt;S&gt; &quot; across the paper, whatever its width</source>
+        <translation>линейка — это строка из &quot;-&quot; или &quot;&lt;U&gt; &lt;S&gt; &quot; поперёк бумаги любой ширины</translation>
+    </message>
+    <message>
+        <source>a line without &quot;&lt;C&gt;&quot;, &quot;&lt;R&gt;&quot; and &quot;&lt;S&gt;&quot; stands at the left edge</source>
+        <translation>строка без &quot;&lt;C&gt;&quot;, &quot;&lt;R&gt;&quot; и &quot;&lt;S&gt;&quot; стоит у левого края</translation>
+    </message>
+    <message>
+        <source>a line of the template is a line of the receipt</source>
+        <translation>строка шаблона — это строка чека</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;S&gt;&quot; moves what stands behind it to the right edge</source>
+        <translation>&quot;&lt;S&gt;&quot; сдвигает то, что стоит за ним, к правому краю</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;C&gt;&quot; centres the line</source>
+        <translation>&quot;&lt;C&gt;&quot; ставит строку посередине</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;R&gt;&quot; puts the line to the right edge</source>
+        <translation>&quot;&lt;R&gt;&quot; ставит строку к правому краю</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;B&gt;&quot; makes the line bold, &quot;&lt;B:&gt;&quot; and &quot;&lt;:B&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;B&gt;&quot; делает строку жирной, &quot;&lt;B:&gt;&quot; и &quot;&lt;:B&gt;&quot; — её часть</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;N&gt;&quot; makes the line italic, &quot;&lt;N:&gt;&quot; and &quot;&lt;:N&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;N&gt;&quot; делает строку курсивной, &quot;&lt;N:&gt;&quot; и &quot;&lt;:N&gt;&quot; — её часть</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;U&gt;&quot; underlines the line, &quot;&lt;U:&gt;&quot; and &quot;&lt;:U&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;U&gt;&quot; подчёркивает строку, &quot;&lt;U:&gt;&quot; и &quot;&lt;:U&gt;&quot; — её часть</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;Z&gt;&quot; marks the line, &quot;&lt;Z:&gt;&quot; and &quot;&lt;:Z&gt;&quot; a part of it</source>
+        <translation>&quot;&lt;Z&gt;&quot; выделяет строку, &quot;&lt;Z:&gt;&quot; и &quot;&lt;:Z&gt;&quot; — её часть</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;H2&gt;&quot; makes the line twice as high, &quot;&lt;W2&gt;&quot; twice as wide</source>
+        <translation>&quot;&lt;H2&gt;&quot; делает строку вдвое выше, &quot;&lt;W2&gt;&quot; — вдвое шире</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;F2&gt;&quot; is the printer&apos;s second font, and there are four</source>
+        <translation>&quot;&lt;F2&gt;&quot; — второй шрифт принтера, а всего их четыре</translation>
+    </message>
+    <message>
+        <source>a template only prints; &quot;receipt drawer&quot; opens the cash drawer</source>
+        <translation>шаблон только печатает; денежный ящик открывает &quot;receipt drawer&quot;</translation>
+    </message>
+    <message>
+        <source>what isn&apos;t always there stands in a group, &quot;[&quot; to &quot;]&quot;, that goes when a value in it is empty or zero</source>
+        <translation>то, что бывает не всегда, стоит в группе, от &quot;[&quot; до &quot;]&quot;, которая исчезает, если значение в ней пусто или равно нулю</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;ENTRIES&gt;&quot; is the list that the program makes, and there is no other</source>
+        <translation>&quot;&lt;ENTRIES&gt;&quot; — список, который составляет программа, а другого нет</translation>
+    </message>
+    <message>
+        <source>a format rounds, and floor(x*100+0.500001)/100 does in front of further calculation</source>
+        <translation>округляет формат, а до дальнейших вычислений — floor(x*100+0.500001)/100</translation>
+    </message>
+    <message>
+        <source>the greater of two is (a+b+abs(a-b))/2</source>
+        <translation>большее из двух — (a+b+abs(a-b))/2</translation>
+    </message>
+    <message>
+        <source>the smaller of two is (a+b-abs(a-b))/2</source>
+        <translation>меньшее из двух — (a+b-abs(a-b))/2</translation>
+    </message>
+    <message>
+        <source>floor(x) is the whole number below x, and ceil(x) that above</source>
+        <translation>floor(x) — целое число ниже x, а ceil(x) — выше</translation>
+    </message>
+    <message>
+        <source>it is called ceil</source>
+        <translation>она называется ceil</translation>
+    </message>
+    <message>
+        <source>it is called pow, or a^b</source>
+        <translation>она называется pow, или a^b</translation>
+    </message>
+    <message>
+        <source>the square is x^2, and the root sqrt(x)</source>
+        <translation>квадрат — x^2, а корень — sqrt(x)</translation>
+    </message>
+    <message>
+        <source>the remainder is a%b</source>
+        <translation>остаток — a%b</translation>
+    </message>
+    <message>
+        <source>the sum is a+b+c</source>
+        <translation>сумма — a+b+c</translation>
+    </message>
+    <message>
+        <source>the mean of two is (a+b)/2</source>
+        <translation>среднее двух — (a+b)/2</translation>
+    </message>
+    <message>
+        <source>there are no conditions in expressions; a group, &quot;[&quot; to &quot;]&quot;, goes when a value in it is zero</source>
+        <translation>условий в выражениях нет; группа, от &quot;[&quot; до &quot;]&quot;, исчезает, если значение в ней равно нулю</translation>
+    </message>
+    <message>
+        <source>the format stands behind a comma at the end of the tag</source>
+        <translation>формат стоит за запятой в конце тега</translation>
+    </message>
+    <message>
+        <source>the program hands date and time over as an attribute</source>
+        <translation>программа передаёт дату и время атрибутом</translation>
+    </message>
+    <message>
+        <source>the fiscal marker is &quot;&lt;%1%2&gt;&quot;</source>
+        <translation>фискальная метка — &quot;&lt;%1%2&gt;&quot;</translation>
+    </message>
+    <message>
+        <source>; &quot;&lt;%1,0%2&gt;&quot; prints none</source>
+        <translation>; &quot;&lt;%1,0%2&gt;&quot; не печатает ни одного</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has two signs, as %2 brings one of its own%3</source>
+        <translation>в &quot;%1&quot; два знака числа, потому что у %2 есть свой%3</translation>
+    </message>
+    <message>
+        <source>the values put into &quot;&lt;%1&gt;&quot; name others on and on: filling it would hang</source>
+        <translation>значения, подставленные в &quot;&lt;%1&gt;&quot;, всё время называют другие: заполнение зависло бы</translation>
+    </message>
+    <message>
+        <source>the value put in here leads to tags without end, such as &quot;&lt;%1&gt;&quot;: filling it would hang</source>
+        <translation>подставленное здесь значение ведёт к бесконечным тегам, таким как &quot;&lt;%1&gt;&quot;: заполнение зависло бы</translation>
+    </message>
+    <message>
+        <source>%1 is printed, and the amounts above add up to %2: where each is rounded by itself, so are the parts of the sum, as in </source>
+        <translation>напечатано %1, а суммы выше дают %2: если каждая округляется сама по себе, так же округляйте и части итога, например </translation>
+    </message>
+    <message>
+        <source>%1 is printed, and the entries above add up to %2</source>
+        <translation>напечатано %1, а записи выше дают %2</translation>
+    </message>
+    <message>
+        <source> without &quot;%1&quot;</source>
+        <translation> без &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>%1 is printed, and the parts of the sum are printed as %2 together: each is rounded by itself, and so is the sum; round the parts in it too, as in %3</source>
+        <translation>напечатано %1, а части суммы вместе напечатаны как %2: каждая округляется сама по себе, и сумма тоже; округляйте и части в ней, например %3</translation>
+    </message>
+</context>
+<context>
     <name>LintRule</name>
     <message>
         <source>error</source>
