@@ -53,8 +53,24 @@ private Q_SLOTS:
         blank("a group's own letters", "<C>[b <SHOP>]", "");
         blank("removed", "<C>a<X:>[/b]<:X>", "");
         blank("in a code", "<QR>[/b]", "");
+        blank("hardly a template", "[hr /]\n[center]a[/center][center]b[/center]\n<Entries>",
+              "3:1 bbcode-in-template");
+        blank("hardly a template, with values", "[center]<SHOP>[/center]\n[hr /][hr /][hr /]<B>x",
+              "2:19 bbcode-in-template");
+        blank("as much a template", "[hr /][hr /][hr /][hr /]<C>x",
+              "1:1 bbcode-in-template 1:7 bbcode-in-template 1:13 bbcode-in-template "
+              "1:19 bbcode-in-template");
     }
     void tagsInTemplates() { checkPlaces(); }
+
+    void aTextInBbCodeThatCountsAsATemplateSaysWhy()
+    {
+        QCOMPARE(
+            lintrun::lint("[hr /][hr /][hr /][hr /][hr /]\n<ENTRIES>", {}).output,
+            QString("t.cpt:2:1: warning: \"<ENTRIES>\" is markup of templates: with it the text "
+                    "counts as a template, and its tags of BBCode print without their brackets "
+                    "[bbcode-in-template]\n"));
+    }
 
     void names_data()
     {

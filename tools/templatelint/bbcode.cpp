@@ -183,20 +183,10 @@ bool holdBbTags(const QStringList &lines)
                        [](const QString &line) { return !bbTagsOf(line).isEmpty(); });
 }
 
-/// Whether lines hold markup of templates; tags for values are none.
 bool holdMarkup(const QStringList &lines)
 {
-    static const QRegularExpression tag(QStringLiteral("<([^<>]+)>"));
-    return std::any_of(lines.cbegin(), lines.cend(), [](const QString &line) {
-        auto matches = tag.globalMatch(line);
-        while (matches.hasNext()) {
-            const QString inner = matches.next().captured(1);
-            if (isMarkup(inner) || isEntriesTag(inner) || isFiscalMarker(inner) ||
-                isSymbolsTag(inner))
-                return true;
-        }
-        return false;
-    });
+    return std::any_of(lines.cbegin(), lines.cend(),
+                       [](const QString &line) { return !markupOf(line).isEmpty(); });
 }
 
 }  // namespace
@@ -429,6 +419,20 @@ QVector<BbTag> bbTagsOf(const QString &line)
         const auto match = matches.next();
         const QString name = match.captured(1) + match.captured(2);
         tags.append({match.capturedStart(), match.captured(), name.toLower()});
+    }
+    return tags;
+}
+
+QVector<MarkupTag> markupOf(const QString &line)
+{
+    static const QRegularExpression tag(QStringLiteral("<([^<>]+)>"));
+    QVector<MarkupTag> tags;
+    auto matches = tag.globalMatch(line);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        const QString inner = match.captured(1);
+        if (isMarkup(inner) || isEntriesTag(inner) || isFiscalMarker(inner) || isSymbolsTag(inner))
+            tags.append({match.capturedStart(), match.captured()});
     }
     return tags;
 }

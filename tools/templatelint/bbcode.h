@@ -90,6 +90,15 @@ struct BbTag
 };
 QVector<BbTag> bbTagsOf(const QString &line);
 
+/// A tag of the markup of templates.
+struct MarkupTag
+{
+    int begin;     ///< index in the line
+    QString text;  ///< as it stands
+};
+/// All that a text in BBCode doesn't have; tags for values are none.
+QVector<MarkupTag> markupOf(const QString &line);
+
 /// What stands inside a tag for a value that isn't known.
 QString bbValueSign();
 

@@ -307,6 +307,29 @@ const PaperFont &fontOfPaper(const Paper &paper, int number)
     return paper.fonts.at(number < paper.fonts.size() ? number : 0);
 }
 
+/// The first markup of templates in what is BBCode but for that.
+struct LonelyMarkup
+{
+    int offset = Text::nowhere;  ///< nowhere: the text is a template indeed
+    QString text;
+};
+
+LonelyMarkup lonelyMarkupOf(const QVector<Text> &lines)
+{
+    constexpr int rate = 4;
+    int bbTags = 0;
+    int markup = 0;
+    LonelyMarkup first;
+    for (const Text &line : lines) {
+        const QVector<MarkupTag> tags = markupOf(line.characters);
+        bbTags += bbTagsOf(line.characters).size();
+        if (markup == 0 && !tags.isEmpty())
+            first = {line.origins.at(tags.constFirst().begin), tags.constFirst().text};
+        markup += tags.size();
+    }
+    return bbTags > rate * markup ? first : LonelyMarkup();
+}
+
 /// What stands in templates for a tag of BBCode.
 QString templatesOwn(const QString &name)
 {
@@ -509,6 +532,14 @@ void checkBbLargeText(const BbCode &text, Report &report)
 
 void checkBbTagsInTemplate(const Analysis &analysis, Report &report)
 {
+    const LonelyMarkup lonely = lonelyMarkupOf(analysis.source().lines());
+    if (lonely.offset != Text::nowhere) {
+        report.add(lonely.offset,
+                   QStringLiteral("\"%1\" is markup of templates: with it the text counts as a "
+                                  "template, and its tags of BBCode print without their brackets")
+                       .arg(clipped(lonely.text)));
+        return;
+    }
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines)
             reportBbTags(piece, line, report);
