@@ -1,4 +1,6 @@
+#include <QDirIterator>
 #include <QXmlStreamReader>
+#include <algorithm>
 
 #include "lintrun.h"
 #include "templatelint.h"
@@ -192,6 +194,33 @@ private Q_SLOTS:
         const bool isCyrillic = run.output.contains(QRegularExpression("[а-я]{2}"));
         QVERIFY2(isCyrillic == (language == "ru"), qPrintable(run.output));
         QVERIFY2(!run.output.contains(QRegularExpression("%(?:\\d|n)")), qPrintable(run.output));
+    }
+
+    /// Sentences are texts of Words::tr(), also those that no example shows.
+    void noSentenceOfTheCheckerIsLeftOut()
+    {
+        const QRegularExpression literal(R"(QStringLiteral\(\s*"((?:[^"\\]|\\.)*)\")");
+        const QRegularExpression sentence(R"([A-Za-z]{2,} [A-Za-z]{2,})");
+        // Lists of names and a text for the reader.
+        const QStringList others{"b i u size left", "size hr width", "[field "};
+        int sources = 0;
+        QDirIterator files(example("../tools/templatelint"), {"*.cpp"}, QDir::Files);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            ++sources;
+            auto matches = literal.globalMatch(QString::fromUtf8(file.readAll()));
+            while (matches.hasNext()) {
+                const QString text = matches.next().captured(1);
+                const bool isOther =
+                    text.contains("\\\\") ||
+                    std::any_of(others.cbegin(), others.cend(),
+                                [&text](const QString &begin) { return text.startsWith(begin); });
+                QVERIFY2(isOther || !text.contains(sentence),
+                         qPrintable(file.fileName() + ": " + text));
+            }
+        }
+        QVERIFY(sources > 20);
     }
 
     void jsonSpeaksItToo()

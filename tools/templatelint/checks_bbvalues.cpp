@@ -81,8 +81,8 @@ void checkBbFields(const BbCode &text, Report &report)
         if (words.size() <= width || words.contains(QLatin1Char('\n')))
             continue;
         report.add(text.offsetOf(event),
-                   QStringLiteral("\"%1\" takes %2 characters, and the field has %3: what stands "
-                                  "behind it is moved")
+                   Words::tr("\"%1\" takes %2 characters, and the field has %3: what stands "
+                             "behind it is moved")
                        .arg(clipped(words))
                        .arg(words.size())
                        .arg(width));

@@ -813,6 +813,10 @@
         <source>%1 is printed, and the parts of the sum are printed as %2 together: each is rounded by itself, and so is the sum; round the parts in it too, as in %3</source>
         <translation>%1 ist gedruckt, und die Teile der Summe sind zusammen als %2 gedruckt: jeder wird für sich gerundet, und ebenso die Summe; runden Sie auch die Teile in ihr, etwa mit %3</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; takes %2 characters, and the field has %3: what stands behind it is moved</source>
+        <translation>&quot;%1&quot; braucht %2 Zeichen, und das Feld hat %3: was dahinter steht, wird verschoben</translation>
+    </message>
 </context>
 <context>
     <name>LintRule</name>

@@ -819,6 +819,10 @@
         <source>%1 is printed, and the parts of the sum are printed as %2 together: each is rounded by itself, and so is the sum; round the parts in it too, as in %3</source>
         <translation>напечатано %1, а части суммы вместе напечатаны как %2: каждая округляется сама по себе, и сумма тоже; округляйте и части в ней, например %3</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; takes %2 characters, and the field has %3: what stands behind it is moved</source>
+        <translation>&quot;%1&quot; занимает знаков: %2, а в поле их %3: то, что стоит за ним, сдвигается</translation>
+    </message>
 </context>
 <context>
     <name>LintRule</name>
