@@ -535,8 +535,8 @@ void checkBbTagsInTemplate(const Analysis &analysis, Report &report)
     const LonelyMarkup lonely = lonelyMarkupOf(analysis.source().lines());
     if (lonely.offset != Text::nowhere) {
         report.add(lonely.offset,
-                   QStringLiteral("\"%1\" is markup of templates: with it the text counts as a "
-                                  "template, and its tags of BBCode print without their brackets")
+                   Words::tr("\"%1\" is markup of templates: with it the text counts as a "
+                             "template, and its tags of BBCode print without their brackets")
                        .arg(clipped(lonely.text)));
         return;
     }

@@ -817,6 +817,10 @@
         <source>&quot;%1&quot; takes %2 characters, and the field has %3: what stands behind it is moved</source>
         <translation>&quot;%1&quot; braucht %2 Zeichen, und das Feld hat %3: was dahinter steht, wird verschoben</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is markup of templates: with it the text counts as a template, and its tags of BBCode print without their brackets</source>
+        <translation>&quot;%1&quot; ist Markup von Vorlagen: damit gilt der Text als Vorlage, und seine Tags von BBCode drucken ohne ihre Klammern</translation>
+    </message>
 </context>
 <context>
     <name>LintRule</name>

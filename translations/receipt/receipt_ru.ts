@@ -823,6 +823,10 @@
         <source>&quot;%1&quot; takes %2 characters, and the field has %3: what stands behind it is moved</source>
         <translation>&quot;%1&quot; занимает знаков: %2, а в поле их %3: то, что стоит за ним, сдвигается</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is markup of templates: with it the text counts as a template, and its tags of BBCode print without their brackets</source>
+        <translation>&quot;%1&quot; — разметка шаблонов: с ней текст считается шаблоном, и его теги BBCode печатаются без скобок</translation>
+    </message>
 </context>
 <context>
     <name>LintRule</name>
