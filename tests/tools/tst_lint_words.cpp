@@ -199,8 +199,8 @@ private Q_SLOTS:
     /// Sentences are texts of Words::tr(), also those that no example shows.
     void noSentenceOfTheCheckerIsLeftOut()
     {
-        const QRegularExpression literal(R"(QStringLiteral\(\s*"((?:[^"\\]|\\.)*)\")");
-        const QRegularExpression sentence(R"([A-Za-z]{2,} [A-Za-z]{2,})");
+        const QRegularExpression literal("QStringLiteral\\(\\s*\"((?:[^\"\\\\]|\\\\.)*)\"");
+        const QRegularExpression sentence("[A-Za-z]{2,} [A-Za-z]{2,}");
         // Lists of names and a text for the reader.
         const QStringList others{"b i u size left", "size hr width", "[field "};
         int sources = 0;

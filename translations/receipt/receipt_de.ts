@@ -819,7 +819,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; is markup of templates: with it the text counts as a template, and its tags of BBCode print without their brackets</source>
-        <translation>&quot;%1&quot; ist Markup von Vorlagen: damit gilt der Text als Vorlage, und seine Tags von BBCode drucken ohne ihre Klammern</translation>
+        <translation>&quot;%1&quot; ist Auszeichnung von Vorlagen: mit ihr gilt der Text als Vorlage, und seine Tags von BBCode drucken ohne ihre Klammern</translation>
     </message>
 </context>
 <context>
