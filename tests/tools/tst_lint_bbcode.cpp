@@ -449,6 +449,12 @@ private Q_SLOTS:
         const QByteArray copy = lintrun::json("{'attributes': {'DOCNO': 7}, 'isCopy': true}");
         lintrun::row("a copy", "[b]x[/b]", copy, "", "1:1 no-copy-mark");
         lintrun::row("with its number", "[b]<DOCNO>[/b]", copy, "", "1:1 no-copy-mark");
+        const QByteArray marked =
+            lintrun::json("{'attributes': {'COPY_MARK': 'COPY', 'NO_COPY': ''}, 'isCopy': true}");
+        lintrun::row("that a value tells", "[b]<COPY_MARK>[/b]", marked, "", "");
+        lintrun::row("that no value tells", "[b]x[/b]", marked, "", "1:1 no-copy-mark");
+        lintrun::row("that an empty value tells", "[b]<NO_COPY>[/b]", marked, "",
+                     "1:1 no-copy-mark");
         filled("an original", "[b]<DOCNO>[/b]", "");
         blank("nothing is known", "[b]<DOCNO>[/b]", "");
     }

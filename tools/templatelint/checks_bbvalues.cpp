@@ -1,4 +1,5 @@
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "analysis.h"
 #include "bbcode.h"
@@ -6,6 +7,7 @@
 #include "linewidth.h"
 #include "printerdocs/bbcodeparser.h"
 #include "signs.h"
+#include "tags.h"
 #include "words.h"
 
 // Rules about what texts in BBCode make of values.
@@ -34,6 +36,20 @@ bool isSameNumber(const QString &words, const QString &printed)
     static const QRegularExpression wholeNumber(QStringLiteral("^-?\\d+$"));
     return words == printed ||
            (wholeNumber.match(words).hasMatch() && words.toLongLong() == printed.toLongLong());
+}
+
+/// Whether a value that is called after copies says that the text is one.
+bool tellsCopies(const Source &source, const PrinterDocument &document)
+{
+    const QString copy = QStringLiteral("COPY");
+    const QVector<Text> lines = source.lines();
+    return std::any_of(lines.cbegin(), lines.cend(), [&](const Text &line) {
+        const QVector<AttributeTag> tags = attributeTags(line.characters);
+        return std::any_of(tags.cbegin(), tags.cend(), [&](const AttributeTag &tag) {
+            return tag.name.contains(copy, Qt::CaseInsensitive) &&
+                   !document.attributeValue(tag.name).toString().isEmpty();
+        });
+    });
 }
 
 /// Whether an event begins or ends a block, so that what follows stands on another line.
@@ -109,9 +125,10 @@ void checkBbNumbers(const BbCode &text, Report &report)
 void checkBbCopyMark(const BbCode &text, Report &report)
 {
     const std::optional<PrinterDocument> &document = text.options().document;
-    if (document && document->isCopy())
-        report.add(0, Words::tr("the copy prints without a mark: BBCode has none, so a value "
-                                "has to say that it is a copy"));
+    if (document && document->isCopy() && !tellsCopies(text.source(), *document))
+        report.add(0,
+                   Words::tr("the copy prints without a mark: BBCode has none, so a value has to "
+                             "say that it is a copy, such as <COPY_MARK>"));
 }
 
 void checkBbDoubleSigns(const BbCode &text, Report &report)

@@ -251,10 +251,6 @@
         <translation>&quot;zerofill&quot; nimmt nur ganze Zahlen und druckt &quot;%1&quot; für &quot;%2&quot;</translation>
     </message>
     <message>
-        <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy</source>
-        <translation>die Kopie wird ohne Kennzeichnung gedruckt: BBCode hat keine, also muss ein Wert sagen, dass es eine Kopie ist</translation>
-    </message>
-    <message>
         <source>the symbol %1 has no drawing</source>
         <translation>das Sonderzeichen %1 hat keine Zeichnung</translation>
     </message>
@@ -820,6 +816,10 @@
     <message>
         <source>&quot;%1&quot; is markup of templates: with it the text counts as a template, and its tags of BBCode print without their brackets</source>
         <translation>&quot;%1&quot; ist Auszeichnung von Vorlagen: mit ihr gilt der Text als Vorlage, und seine Tags von BBCode drucken ohne ihre Klammern</translation>
+    </message>
+    <message>
+        <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy, such as &lt;COPY_MARK&gt;</source>
+        <translation>die Kopie wird ohne Kennzeichnung gedruckt: BBCode hat keine, also muss ein Wert sagen, dass es eine Kopie ist, etwa &lt;COPY_MARK&gt;</translation>
     </message>
 </context>
 <context>

@@ -252,10 +252,6 @@
         <translation>&quot;zerofill&quot; принимает только целые числа и печатает &quot;%1&quot; вместо &quot;%2&quot;</translation>
     </message>
     <message>
-        <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy</source>
-        <translation>копия печатается без пометки: в BBCode её нет, поэтому о копии должно говорить значение</translation>
-    </message>
-    <message>
         <source>the symbol %1 has no drawing</source>
         <translation>у символа %1 нет рисунка</translation>
     </message>
@@ -826,6 +822,10 @@
     <message>
         <source>&quot;%1&quot; is markup of templates: with it the text counts as a template, and its tags of BBCode print without their brackets</source>
         <translation>&quot;%1&quot; — разметка шаблонов: с ней текст считается шаблоном, и его теги BBCode печатаются без скобок</translation>
+    </message>
+    <message>
+        <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy, such as &lt;COPY_MARK&gt;</source>
+        <translation>копия печатается без пометки: в BBCode её нет, поэтому о копии должно говорить значение, например &lt;COPY_MARK&gt;</translation>
     </message>
 </context>
 <context>
