@@ -179,10 +179,11 @@ bool readCodePage(const QCommandLineParser &parser, const Options &options,
 class FindingPrinter
 {
 public:
-    explicit FindingPrinter(bool json) : m_json(json) {}
+    FindingPrinter(bool json, bool hasData) : m_json(json), m_hasData(hasData) {}
 
-    void add(const QString &file, const QVector<Finding> &findings)
+    void add(const QString &file, const QStringList &lines, const QVector<Finding> &findings)
     {
+        m_lacksData = m_lacksData || (!m_hasData && haveValues(lines));
         m_count += findings.size();
         for (const Finding &finding : findings) {
             m_worst = std::min(m_worst, finding.severity);
@@ -208,12 +209,6 @@ public:
         }
     }
     int count() const { return m_count; }
-    /// Tells who reads it what isn't looked at.
-    void addUnfilled(const QStringList &lines)
-    {
-        const templatelint::Needs needs = templatelint::needsOf(lines, {});
-        m_lacksData = m_lacksData || needs.entries || !needs.values.isEmpty();
-    }
     /// @return the exit status
     int finish(bool strict) const
     {
@@ -227,6 +222,11 @@ public:
     }
 
 private:
+    static bool haveValues(const QStringList &lines)
+    {
+        const templatelint::Needs needs = templatelint::needsOf(lines, {});
+        return needs.entries || !needs.values.isEmpty();
+    }
     static QString lineOf(const QString &file, const Finding &finding)
     {
         return QStringLiteral("%1:%2:%3: ").arg(file).arg(finding.line).arg(finding.column) +
@@ -244,9 +244,10 @@ private:
     }
 
     bool m_json;
+    bool m_hasData;
     Severity m_worst = Severity::Note;
     int m_count = 0;
-    bool m_lacksData = false;
+    bool m_lacksData = false;  ///< and who reads the findings has to know
     QJsonArray m_array;
 };
 
@@ -326,7 +327,7 @@ tool::WatchedRun run(Task task)
         if (!task.options.document)
             return {tool::BadInput, companions};
     }
-    FindingPrinter printer(task.json);
+    FindingPrinter printer(task.json, task.options.document.has_value());
     tool::ProgressLine line(QStringLiteral("checking"));
     qint64 fileNumber = 0;
     bool isRead = true;
@@ -352,11 +353,9 @@ tool::WatchedRun run(Task task)
             continue;
         }
         const auto findings = templatelint::lint(lines, task.options);
-        if (!task.options.document)
-            printer.addUnfilled(lines);
         ++fileNumber;
         line.clear();
-        printer.add(file, findings);
+        printer.add(file, lines, findings);
     }
     const int status = printer.finish(task.strict);
     // Who watches has to see that a template is clean now.
