@@ -30,6 +30,9 @@ private Q_SLOTS:
         row("[hr /]", true);
         row("[img name=logo][/img]", true);
         row("[b]<SHOP>[/b]", true);
+        row("[qr]https://a.b[/qr]", true);
+        row("[Foo=1]x[/foo]", true);
+        row("[kg]x[/g]", false);
         row("[b]Total", false);
         row("[Discount <DISCOUNT>]", false);
         row("<C>[u]Total[/u]", false);
@@ -95,6 +98,12 @@ private Q_SLOTS:
         blank("brackets of a text", "[b]x[/b] ][ [] [ 0.5 l]", "");
     }
     void names() { checkPlaces(); }
+
+    void beginningOfANameIsCompleted()
+    {
+        const QString output = lintrun::lint("[qr]x[/qr]", {}).output;
+        QVERIFY2(output.contains("no tag \"qr\"; did you mean \"qrcode\"?"), qPrintable(output));
+    }
 
     void malformed_data()
     {

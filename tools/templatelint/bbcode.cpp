@@ -179,8 +179,13 @@ bool isOf(const BbEvent &event, const MonochromeImage &picture)
 
 bool holdBbTags(const QStringList &lines)
 {
-    return std::any_of(lines.cbegin(), lines.cend(),
-                       [](const QString &line) { return !bbTagsOf(line).isEmpty(); });
+    // Whatever its name is, a tag with its end is meant as one.
+    static const QRegularExpression pair(
+        QStringLiteral("\\[([a-z]+)(?:[= ][^\\[\\]<>]*)?\\][^\\[\\]]*\\[/\\1\\]"),
+        QRegularExpression::CaseInsensitiveOption);
+    return std::any_of(lines.cbegin(), lines.cend(), [](const QString &line) {
+        return !bbTagsOf(line).isEmpty() || line.contains(pair);
+    });
 }
 
 bool holdMarkup(const QStringList &lines)

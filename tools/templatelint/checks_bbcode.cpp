@@ -39,7 +39,10 @@ bool isShape(const QString &name)
 
 QString nearest(const QString &name, const QStringList &names)
 {
-    const auto near = nearestName(name, names);
+    const auto whole = std::find_if(names.cbegin(), names.cend(), [&name](const QString &other) {
+        return name.size() > 1 && other.startsWith(name);
+    });
+    const auto near = whole != names.cend() ? *whole : nearestName(name, names);
     return near ? Words::tr("; did you mean \"%1\"?").arg(*near) : QString();
 }
 
