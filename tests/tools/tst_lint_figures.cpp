@@ -236,6 +236,10 @@ private Q_SLOTS:
         valued("a tab", "a <CODE>", "'Cola\\t0.5 l'", "1:3 markup-in-value");
         valued("in a group", "[a <CODE>]", "'Cola [0.5 l]'", "1:4 markup-in-value");
         valued("in a group that goes", "[a <CODE> <ZERO>]", "'Cola [0.5 l]'", "");
+        valued("a tag that leaves nothing", "a <CODE>", "'<script>'", "1:3 markup-in-value");
+        valued("a tag that takes its group along", "[a <CODE>]", "'<script>'",
+               "1:4 markup-in-value");
+        valued("such a tag in a group that goes anyway", "[a <CODE> <ZERO>]", "'<script>'", "");
         valued("in a part and on a line that are removed", "<X:><CODE><:X>a\n<X><CODE>",
                "'Cola [0.5 l]'", "");
         valued("what is less than something", "a <CODE>", "'3 < 5'", "");
@@ -739,6 +743,10 @@ private Q_SLOTS:
             "CODE is given as \"12,50\" and prints \"12.50\": the comma is read as a decimal "
             "point; a format, such as \"<CODE,0.00>\", says that a number is meant "
             "[text-as-number]");
+        row("comma and a blank", "<CODE>", "'12,50 '",
+            "CODE is given as \"12,50 \" and prints \"12.50\": the comma is read as a decimal "
+            "point; a format, such as \"<CODE,0.00>\", says that a number is meant "
+            "[text-as-number]");
         row("decimals", "<CODE>", "1.749",
             "CODE is 1.749 and prints \"1.75\": without a format there are two decimals; "
             "\"<CODE,0.000>\" prints all of them [changed-figure]");
@@ -749,6 +757,9 @@ private Q_SLOTS:
         row("sign", "<CODE-1>", "'0.95'",
             "\"CODE-1\" is -0.05 and prints \"0.05\": in a format with decimals a number between "
             "-1 and 0 loses its sign; \"<CODE-1,0.E>\" keeps it [lost-sign]");
+        row("sign of a difference that isn't exact", "<CODE-885.45>", "'885.40'",
+            "\"CODE-885.45\" is -0.05 and prints \"0.05\": in a format with decimals a number "
+            "between -1 and 0 loses its sign; \"<CODE-885.45,0.E>\" keeps it [lost-sign]");
         row("six digits", "<CODE,0.E>", "'1234567.89'",
             "CODE is given as \"1234567.89\" and prints \"1.23457e+06\": an \"E\" in the format "
             "gives six digits [changed-figure]");

@@ -139,11 +139,18 @@ private:
         if (!change.isEmpty())
             m_report.add(offset, Words::tr("%1 is given as ").arg(clipped(tag.name)) + change);
     }
+    /// What a tag in a value makes of it is no group's doing.
+    static std::optional<QString> withoutTags(std::optional<QString> value)
+    {
+        if (value)
+            value->replace(QLatin1Char('<'), QLatin1Char(' '));
+        return value;
+    }
     bool isLeftByGroups(const TemplateLine &line, int offset)
     {
         if (!m_left)
             m_left = originsOf(fill(line.text, [this](const QString &inner) {
-                                   return m_values.ofTag(inner);
+                                   return withoutTags(m_values.ofTag(inner));
                                }).text);
         return m_left->contains(Text::standIn(offset));
     }

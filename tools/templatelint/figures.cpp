@@ -65,8 +65,14 @@ QString shortest(double value)
 QString resultText(double value)
 {
     constexpr int digits = 12;
+    constexpr int mostDecimals = 9;  // more are less than what counts as unnoticed
+    static const QRegularExpression zerosBehind(QStringLiteral("\\.?0+$"));
     const QString text = QString::number(value, 'g', digits);
-    return text.contains(QLatin1Char('e')) ? QString::number(value, 'f', 2) : text;
+    if (text.contains(QLatin1Char('e')))
+        return QString::number(value, 'f', 2);
+    if (decimalsOf(text) <= mostDecimals)
+        return text;
+    return QString::number(value, 'f', mostDecimals).remove(zerosBehind);
 }
 
 bool hasSixDigits(const QString &format)
@@ -175,11 +181,12 @@ FigureVerdict verdictOfComma(const PrintedFigure &figure)
     const bool isDecimal = isSame || !figure.given.trimmed().contains(thousands);
     if (!figure.format.isEmpty() && isDecimal)
         return {};
-    return figureVerdict(FigureVerdict::ReadAsNumber, figure,
-                         Words::tr("the comma is read as a decimal point; a format, such as "
-                                   "\"<%1,0.%2>\", says that a number is meant")
-                             .arg(clipped(figure.name),
-                                  QString(qMax(1, decimalsOf(figure.given)), QLatin1Char('0'))));
+    return figureVerdict(
+        FigureVerdict::ReadAsNumber, figure,
+        Words::tr("the comma is read as a decimal point; a format, such as "
+                  "\"<%1,0.%2>\", says that a number is meant")
+            .arg(clipped(figure.name),
+                 QString(qMax(1, decimalsOf(figure.given.trimmed())), QLatin1Char('0'))));
 }
 
 /// Of a text that the library takes for a number.
