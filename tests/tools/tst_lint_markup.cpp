@@ -26,6 +26,8 @@ private Q_SLOTS:
         filled("the name of an attribute", "<A1>", "1:1 short-tag");
         blank("comparisons, arrows and other signs", "1 < 2 > 0, <>, <-->, <=>, <!>, a <- b", "");
         filled("in the data of an image", "<I>2 2 <ab></I>x", "");
+        filled("with a value, in the data of a code", "<QR>n=<A1>&q=<QTY>&x=<id>",
+               "1:7 short-tag 1:14 short-tag");
         blankWith("--model AV_268", "columns are UTF-16 units", "\xF0\x9F\x98\x80<abc>",
                   "1:1 unprintable-character 1:3 short-tag");
     }

@@ -37,6 +37,10 @@ private Q_SLOTS:
         filled("with a format, of an original", "a <DOCNO,000>", "1:3 no-copy-mark");
         filled("with a format and elsewhere without one", "<DOCNO,000>\n<X:><docno><:X>x", "");
         blank("with a format in small letters", "<docno,000>", "1:1 no-copy-mark");
+        filled("calculated with, of an original", "a <DOCNO*1,0>", "1:3 no-copy-mark");
+        filled("with a blank in front", "a < DOCNO>", "1:3 no-copy-mark");
+        filled("calculated with, and elsewhere alone", "<DOCNO%100,00>\n<DOCNO>", "");
+        filled("a longer name", "<DOCNO2*1,0>", "1:2 unknown-attribute");
         blank("with a format in a part that is removed", "<X:><DOCNO,000><:X>a", "");
         blank("no number, not a copy", "a\nb", "");
         blankWith("--fiscal", "with a format in one piece, without one in another",
@@ -103,6 +107,17 @@ private Q_SLOTS:
         filled("a group in front", "[x<SHOP>]<QR>a", "");
         blank("in a part that is removed", "<X:><QR><B>a<:X>", "");
         filled("in a value", "<QR>a<TAGGED>", "1:6 markup-in-qr");
+        const auto valued = [](const char *name, const char *text, const char *value,
+                               const char *places) {
+            lintrun::row(name, text, QByteArray("{\"attributes\": {\"CODE\": \"") + value + "\"}}",
+                         "", places);
+        };
+        valued("a group around a value that is a code", "[<CODE>]", "<QR>https://a.b/?c=1",
+               "1:8 markup-in-qr");
+        valued("a group around such a value with brackets", "[[<CODE>]]", "<QR>a[1]",
+               "1:9 markup-in-qr 1:10 markup-in-qr");
+        valued("a value that is a code, and no group", "<CODE>", "<QR>a]", "");
+        valued("a group around another value", "[<CODE>]", "a", "");
     }
     void markupInQr() { checkPlaces(); }
 

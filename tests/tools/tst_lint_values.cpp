@@ -23,7 +23,7 @@ private Q_SLOTS:
                "1:64 unknown-attribute");
         filled("functions and constants are no names",
                "<QTY*PRICE,0.00><SHOP,><sin QTY><pow(QTY,2),0><pi*1><e + 1>", "");
-        filled("a name in an expression that begins with a known one", "<DOCNO*1><QTY1*2>",
+        filled("a name in an expression that begins with a known one", "<TABLE*1><QTY1*2>",
                "1:11 unknown-attribute");
         filled("a known name in small letters", "<shop>", "1:1 unknown-attribute");
         filled("in a part that is removed", "<X:><NOSUCH><QTY*><:X>x", "");
@@ -87,7 +87,7 @@ private Q_SLOTS:
         blank("a decimal comma in the format", "<TOTAL,0,00>x<PRICE,0,000>x<SUM*2,0,00>",
               "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
         filled("a decimal comma in the format, with values",
-               "<DOCNO,0,00>x<PRICE,0,000>x<QTY*2,0,00>",
+               "<TABLE,0,00>x<PRICE,0,000>x<QTY*2,0,00>",
                "1:9 cut-expression 1:22 cut-expression 1:36 cut-expression");
         filled("a decimal comma of an empty and of an unknown value",
                "[<EMPTY,0,00>]x<NOSUCH,0,00>", "1:10 cut-expression 1:17 unknown-attribute");
@@ -259,6 +259,10 @@ private Q_SLOTS:
                "1:2 guessed-name 1:16 guessed-name");
         blank("functions that there are", "<floor(QTY)><ceil(QTY),0><sqrt(QTY)><QTY*(2)>", "");
         blank("a name in front of brackets", "<Amount max (EUR)><ROUND>", "");
+        blank("comparisons", "a <SUM1>2>\n[<X:><SUM1>=2.5><:X>x]\n<SUM1,0.00>SUM2>",
+              "1:3 guessed-name 2:6 guessed-name 3:1 guessed-name");
+        blank("an arrow, a quotation, two brackets, a tag of the markup",
+              "<SUM1> -> <SUM2>\n<SUM1> > 2\n<SUM1>>\n<SUM1>kg>\n<B>2>", "");
     }
     void guessedName() { checkPlaces(); }
 

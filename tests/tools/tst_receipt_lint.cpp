@@ -195,7 +195,7 @@ private Q_SLOTS:
             "line stays in font 4 [lost-font-switch]");
         row("copy mark of an original", "<DOCNO,000>", true, "",
             "1:1: warning: a copy will print without a mark: \"<DOCNO>\" doesn't count with a "
-            "format [no-copy-mark]");
+            "format or in an expression [no-copy-mark]");
         row("nearest name", "<SHPO>", true, "",
             "1:1: error: the document has no attribute \"SHPO\"; did you mean \"SHOP\"? "
             "[unknown-attribute]");

@@ -1,5 +1,6 @@
 #include <QHash>
 #include <QMap>
+#include <QRegularExpression>
 #include <QTextCodec>
 #include <algorithm>
 
@@ -30,11 +31,15 @@ bool marksCopies(const Piece &piece, const PrinterDocument &document)
     return preparedByEngine(lines, copy) != preparedByEngine(lines, original);
 }
 
-/// Offset of the first tag of the document's number that has a format.
+/// Offset of the first tag of the document's number that has a format, or calculates with it.
 int formattedNumber(const Analysis &analysis)
 {
+    static const QRegularExpression number(
+        QStringLiteral("\\b%1\\b").arg(innerOf(templates::copyNumberTag)),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
     const auto isFormatted = [](const AttributeTag &tag) {
-        return tag.name.toUpper() == innerOf(templates::copyNumberTag) && tag.inner != tag.name;
+        return tag.name.contains(number) &&
+               tag.inner.toUpper() != innerOf(templates::copyNumberTag);
     };
     for (const Piece &piece : analysis.pieces()) {
         for (const TemplateLine &line : piece.lines) {
@@ -180,7 +185,9 @@ void checkCopyMark(const Analysis &analysis, Report &report)
     if (formatted == Text::nowhere)
         report.add(0, begin + Words::tr("there is no \"<DOCNO>\""));
     else
-        report.add(formatted, begin + Words::tr("\"<DOCNO>\" doesn't count with a format"));
+        report.add(
+            formatted,
+            begin + Words::tr("\"<DOCNO>\" doesn't count with a format or in an expression"));
 }
 
 void checkRepeatedSymbolFiles(const Analysis &analysis, Report &report)

@@ -295,6 +295,23 @@ void checkGroupsOfCode(const Piece &piece, const TemplateLine &line, Report &rep
     }
 }
 
+/// The end of a group around a value that is a QR code itself.
+void checkGroupAroundCode(const Text &code, Report &report)
+{
+    if (Text::isTemplate(code.origins.constFirst()))
+        return;
+    int open = 0;
+    for (int i = 0; i < code.size(); ++i) {
+        const int origin = code.origins.at(i);
+        if (code.characters.at(i) == QLatin1Char('['))
+            ++open;
+        else if (code.characters.at(i) == QLatin1Char(']') && --open < 0 &&
+                 Text::isTemplate(origin))
+            report.add(origin, Words::tr("\"]\" of the group goes into the QR code that the "
+                                         "value begins"));
+    }
+}
+
 }  // namespace
 
 void checkBrackets(const Analysis &analysis, Report &report)
@@ -454,6 +471,10 @@ void checkQrMarkup(const Analysis &analysis, Report &report)
         }
         for (const TemplateLine &line : piece.lines)
             checkGroupsOfCode(piece, line, report);
+        if (!piece.filled)
+            continue;
+        for (const Text &code : piece.filled->codes)
+            checkGroupAroundCode(code, report);
     }
 }
 

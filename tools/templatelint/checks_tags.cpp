@@ -82,6 +82,42 @@ void reportShort(const BadCode &code, Severity severity, Report &report)
                      .arg(code.inner));
 }
 
+/// A "<" and the brackets behind it in a line.
+struct OpenTag
+{
+    int begin;
+    int end;   ///< the next ">"; -1: there is none
+    int next;  ///< the next "<"; -1: there is none
+};
+
+QVector<OpenTag> openTags(const QString &line)
+{
+    QVector<OpenTag> tags;
+    const int lastEnd = line.lastIndexOf(QLatin1Char('>'));
+    int begin = line.indexOf(QLatin1Char('<'));
+    while (begin >= 0) {
+        const int end = begin > lastEnd ? -1 : line.indexOf(QLatin1Char('>'), begin);
+        const int next = line.indexOf(QLatin1Char('<'), begin + 1);
+        tags.append({begin, end, next});
+        begin = end < 0 ? next : line.indexOf(QLatin1Char('<'), end);
+    }
+    return tags;
+}
+
+void reportShortTagsOf(const Text &code, const Analysis &analysis, Report &report)
+{
+    const QVector<OpenTag> tags = openTags(code.characters);
+    for (const OpenTag &tag : tags) {
+        const QString inner = code.characters.mid(tag.begin + 1, tag.end - tag.begin - 1);
+        // Without a value it may well be a part of the data.
+        if (tag.end >= 0 && isTooShort(analysis, inner) && isAttribute(analysis, inner))
+            report.add(Text::offsetOf(code.origins.at(tag.begin)),
+                       Words::tr("\"<%1>\" goes into the QR code as it stands: an attribute "
+                                 "or expression has at least four characters%2")
+                           .arg(inner, longerForm(inner)));
+    }
+}
+
 /// Whether a short tag is none of the library's and can't be meant as text, as in "1 < a > 0".
 bool isUnknownMarkup(const Analysis &analysis, const QString &inner)
 {
@@ -118,28 +154,6 @@ bool canBeginATag(const QString &line, int place)
     return c.isLetterOrNumber() || QLatin1String(":#/_(.<[]").contains(c);
 }
 
-/// A "<" and the brackets behind it in a line.
-struct OpenTag
-{
-    int begin;
-    int end;   ///< the next ">"; -1: there is none
-    int next;  ///< the next "<"; -1: there is none
-};
-
-QVector<OpenTag> openTags(const QString &line)
-{
-    QVector<OpenTag> tags;
-    const int lastEnd = line.lastIndexOf(QLatin1Char('>'));
-    int begin = line.indexOf(QLatin1Char('<'));
-    while (begin >= 0) {
-        const int end = begin > lastEnd ? -1 : line.indexOf(QLatin1Char('>'), begin);
-        const int next = line.indexOf(QLatin1Char('<'), begin + 1);
-        tags.append({begin, end, next});
-        begin = end < 0 ? next : line.indexOf(QLatin1Char('<'), end);
-    }
-    return tags;
-}
-
 void checkUnterminated(const Piece &piece, const Text &line, Report &report)
 {
     const QVector<OpenTag> tags = openTags(line.characters);
@@ -158,6 +172,23 @@ void checkUnterminated(const Piece &piece, const Text &line, Report &report)
             report.add(offset, Words::tr("\"<\" has no \">\" before the next \"<\": \"%1\" is "
                                          "read as one tag")
                                    .arg(clipped(line.characters.mid(tag.begin, length))));
+    }
+}
+
+/// What stands behind a tag as if it were compared with it; also where it isn't printed, as there
+/// stand the conditions.
+void reportComparisons(const TemplateLine &line, Report &report)
+{
+    static const QRegularExpression comparison(
+        QStringLiteral("^=?(?:\\d+(?:\\.\\d+)?|[A-Z_][A-Z0-9_]*)>"));
+    for (const AttributeTag &tag : line.tags) {
+        const auto match = comparison.match(line.text.characters.midRef(tag.end));
+        if (match.hasMatch())
+            report.addAs(Severity::Warning, line.offsetOf(tag),
+                         Words::tr("\"<%1>\" ends at its first \">\", and \"%2\" prints as it "
+                                   "stands: nothing is compared; a group goes when a value in "
+                                   "it is empty or zero")
+                             .arg(clipped(tag.inner), match.captured()));
     }
 }
 
@@ -229,6 +260,8 @@ void checkShortTags(const Analysis &analysis, Report &report)
                                        "expression has at least four characters%2")
                                  .arg(tag.inner, longerForm(tag.inner)));
         }
+        for (const Text &code : piece.blank.codes)
+            reportShortTagsOf(code, analysis, report);
     }
 }
 
@@ -236,6 +269,8 @@ void checkGuessedNames(const Analysis &analysis, Report &report)
 {
     reportTags(analysis, TagVerdict::Guessed, report);
     for (const Piece &piece : analysis.pieces()) {
+        for (const TemplateLine &line : piece.lines)
+            reportComparisons(line, report);
         const QVector<Leftover> leftovers = leftoversOf(piece.blank);
         for (const Leftover &tag : leftovers) {
             const auto instead = insteadOfTag(tag.inner);
