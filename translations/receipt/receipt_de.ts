@@ -283,10 +283,6 @@
         <translation>es gibt kein &quot;&lt;DOCNO&gt;&quot;</translation>
     </message>
     <message>
-        <source>&quot;&lt;DOCNO&gt;&quot; doesn&apos;t count with a format</source>
-        <translation>&quot;&lt;DOCNO&gt;&quot; zählt mit einem Format nicht</translation>
-    </message>
-    <message>
         <source>a file of special symbols is named on line %1 already; the lowest line counts</source>
         <translation>eine Datei mit Sonderzeichen nennt schon Zeile %1; die unterste Zeile zählt</translation>
     </message>
@@ -820,6 +816,22 @@
     <message>
         <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy, such as &lt;COPY_MARK&gt;</source>
         <translation>die Kopie wird ohne Kennzeichnung gedruckt: BBCode hat keine, also muss ein Wert sagen, dass es eine Kopie ist, etwa &lt;COPY_MARK&gt;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;DOCNO&gt;&quot; doesn&apos;t count with a format or in an expression</source>
+        <translation>&quot;&lt;DOCNO&gt;&quot; zählt mit einem Format und in einem Ausdruck nicht</translation>
+    </message>
+    <message>
+        <source>&quot;]&quot; of the group goes into the QR code that the value begins</source>
+        <translation>&quot;]&quot; der Gruppe kommt in den QR-Code, den der Wert beginnt</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; goes into the QR code as it stands: an attribute or expression has at least four characters%2</source>
+        <translation>&quot;&lt;%1&gt;&quot; kommt in den QR-Code, wie es dasteht: ein Attribut oder Ausdruck hat mindestens vier Zeichen%2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; ends at its first &quot;&gt;&quot;, and &quot;%2&quot; prints as it stands: nothing is compared; a group goes when a value in it is empty or zero</source>
+        <translation>&quot;&lt;%1&gt;&quot; endet am ersten &quot;&gt;&quot;, und &quot;%2&quot; druckt, wie es dasteht: verglichen wird nichts; eine Gruppe entfällt, wenn ein Wert darin leer oder null ist</translation>
     </message>
 </context>
 <context>

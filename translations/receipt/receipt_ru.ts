@@ -284,10 +284,6 @@
         <translation>нет &quot;&lt;DOCNO&gt;&quot;</translation>
     </message>
     <message>
-        <source>&quot;&lt;DOCNO&gt;&quot; doesn&apos;t count with a format</source>
-        <translation>&quot;&lt;DOCNO&gt;&quot; с форматом не считается</translation>
-    </message>
-    <message>
         <source>a file of special symbols is named on line %1 already; the lowest line counts</source>
         <translation>файл особых символов уже назван в строке %1; считается самая нижняя строка</translation>
     </message>
@@ -826,6 +822,22 @@
     <message>
         <source>the copy prints without a mark: BBCode has none, so a value has to say that it is a copy, such as &lt;COPY_MARK&gt;</source>
         <translation>копия печатается без пометки: в BBCode её нет, поэтому о копии должно говорить значение, например &lt;COPY_MARK&gt;</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;DOCNO&gt;&quot; doesn&apos;t count with a format or in an expression</source>
+        <translation>&quot;&lt;DOCNO&gt;&quot; с форматом или в выражении не считается</translation>
+    </message>
+    <message>
+        <source>&quot;]&quot; of the group goes into the QR code that the value begins</source>
+        <translation>&quot;]&quot; группы попадает в QR-код, который начинается в значении</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; goes into the QR code as it stands: an attribute or expression has at least four characters%2</source>
+        <translation>&quot;&lt;%1&gt;&quot; попадает в QR-код как есть: в атрибуте или выражении не меньше четырёх знаков%2</translation>
+    </message>
+    <message>
+        <source>&quot;&lt;%1&gt;&quot; ends at its first &quot;&gt;&quot;, and &quot;%2&quot; prints as it stands: nothing is compared; a group goes when a value in it is empty or zero</source>
+        <translation>&quot;&lt;%1&gt;&quot; кончается на первом &quot;&gt;&quot;, а &quot;%2&quot; печатается как есть: ничего не сравнивается; группа исчезает, если значение в ней пусто или равно нулю</translation>
     </message>
 </context>
 <context>
