@@ -646,6 +646,20 @@ private Q_SLOTS:
         row("another file is needed",
             "{\"properties\": {\"entries\": {\"$ref\": \"http://x.y/z\"}}}",
             "s.json: the schema can't be used: ");
+        row("another file is needed for all", "{\"$ref\": \"http://x.y/z\"}",
+            "s.json: the schema can't be used: Fetching of remote JSON References not enabled.\n");
+        row("a reference that is none", "{\"$ref\": 5}", "s.json: the schema can't be used: ");
+        row("names that aren't checked", "{\"propertyNames\": {\"maxLength\": 1}}",
+            "s.json: the schema can't be used: nothing is checked by \"propertyNames\"\n");
+        row("a word of younger schemas, further inside",
+            "{\"allOf\": [{\"dependentRequired\": {\"entries\": [\"x\"]}}]}",
+            "s.json: the schema can't be used: nothing is checked by \"dependentRequired\"\n");
+        row("a value of that name", "{\"properties\": {\"prefixItems\": {}}}", "");
+        row("multiples of nothing",
+            "{\"properties\": {\"attributes\": {\"additionalProperties\": {\"multipleOf\": 0}}}}",
+            "s.json: the schema can't be used: \"multipleOf\" is a number above 0\n");
+        row("multiples of a number below nothing", "{\"multipleOf\": -1}",
+            "s.json: the schema can't be used: \"multipleOf\" is a number above 0\n");
         row("key that isn't allowed",
             "{\"properties\": {\"isCopy\": {}}, \"additionalProperties\": false}",
             "d.json: attributes: isn't allowed there (s.json)\n");
@@ -846,7 +860,6 @@ private Q_SLOTS:
         row("others are of another kind",
             R"("patternProperties": {"^x": {}}, "additionalProperties": {"type": "string"})", "y",
             type);
-        row("name", R"("propertyNames": {"pattern": "^x"})", "x", "");
     }
     void patternsAreForNamesOfAnyLength()
     {

@@ -142,8 +142,24 @@ private:
         return texts;
     }
 
+    /// The library lets everything pass by these, most of which are younger than it.
+    static void refuseUncheckedKeys(const QJsonObject &schema)
+    {
+        for (const char *key : {"$dynamicRef", "$recursiveRef", "dependentRequired",
+                                "dependentSchemas", "maxContains", "minContains", "prefixItems",
+                                "propertyNames", "unevaluatedItems", "unevaluatedProperties"}) {
+            if (schema.contains(QLatin1String(key)))
+                throw std::runtime_error("nothing is checked by \"" + std::string(key) + "\"");
+        }
+        // The library divides by it.
+        const QJsonValue multiple = schema.value(QStringLiteral("multipleOf"));
+        if (multiple.isDouble() && multiple.toDouble() <= 0)
+            throw std::runtime_error("\"multipleOf\" is a number above 0");
+    }
+
     QJsonObject withoutPatterns(QJsonObject schema)
     {
+        refuseUncheckedKeys(schema);
         // What is relative to an address is looked for in other files, which aren't read.
         if (schema.value(QStringLiteral("id")).isString())
             schema.remove(QStringLiteral("id"));

@@ -126,7 +126,10 @@ private:
         const QJsonObject object = schema.value.toObject();
         QSet<QString> &parts = m_parts[schema.place];
         if (object.contains(QStringLiteral("$ref"))) {
-            refer(object.value(QStringLiteral("$ref")).toString(), parts);
+            const QJsonValue reference = object.value(QStringLiteral("$ref"));
+            // What is no reference and what is in another file the library refuses.
+            if (reference.isString() && !isElsewhere(reference.toString()))
+                refer(reference.toString(), parts);
             return;
         }
         QVector<PlacedSchema> inner;
@@ -146,6 +149,11 @@ private:
         }
         for (const PlacedSchema &part : qAsConst(inner))
             collect(part, level + 1);
+    }
+
+    static bool isElsewhere(const QString &reference)
+    {
+        return !reference.isEmpty() && !reference.contains(QLatin1Char('#'));
     }
 
     void refer(const QString &reference, QSet<QString> &parts)
