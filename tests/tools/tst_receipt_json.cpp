@@ -357,6 +357,28 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
     }
 
+    void bbCodeIsNoDocument()
+    {
+        const WorkFolder folder;
+        const QString text = folder.file("c.bbcode", "[center]Kiosk <SHOP>[/center]\n");
+        QCOMPARE(runReceipt({"render", example("kiosk.cpt"), text}).errors,
+                 QString("receipt: %1: this is a text in BBCode, where the JSON of a document is "
+                         "expected\n")
+                     .arg(text));
+        const QString json = folder.file("d.json", R"({"entries": "[b]x[/b]", })");
+        QVERIFY(!runReceipt({"render", example("kiosk.cpt"), json}).errors.contains("BBCode"));
+    }
+
+    void bbCodeIsFilledBeforeItIsPrinted()
+    {
+        const ReceiptRun run =
+            runReceipt({"preview", "--bbcode", example("coupon.bbcode"), example("kiosk.json")});
+        QCOMPARE(run.errors,
+                 QString("receipt: a text in BBCode is taken as it stands; \"receipt fill\" puts "
+                         "the values of a document in\n"));
+        QCOMPARE(run.status, 2);
+    }
+
     void templateWithNamesInOtherLettersIsRecognised_data()
     {
         QTest::addColumn<QByteArray>("text");

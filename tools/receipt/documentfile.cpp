@@ -167,9 +167,13 @@ std::optional<QJsonDocument> readDocumentJson(const QString &fileName)
     const auto text = readInput(fileName);
     if (!text)
         return std::nullopt;
-    if (isTemplateText(QString::fromUtf8(*text)) && QJsonDocument::fromJson(*text).isNull()) {
-        complain(QStringLiteral("%1: this is a template, where the JSON of a document is expected")
-                     .arg(fileName));
+    const QString content = QString::fromUtf8(*text);
+    const bool isBbCode = isBbCodeText(content);
+    if ((isBbCode || isTemplateText(content)) && QJsonDocument::fromJson(*text).isNull()) {
+        const QString what =
+            isBbCode ? QStringLiteral("a text in BBCode") : QStringLiteral("a template");
+        complain(QStringLiteral("%1: this is %2, where the JSON of a document is expected")
+                     .arg(fileName, what));
         return std::nullopt;
     }
     return jsonOf(fileName, *text);

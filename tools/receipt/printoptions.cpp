@@ -64,9 +64,11 @@ QStringList sourceFilesOf(const QCommandLineParser &parser)
         positional.isEmpty() ? named.size() == 1 : named.isEmpty() && positional.size() == 2;
     if (isOne)
         return positional + named;
-    complain(
-        QStringLiteral("a template and a document are expected, or one of --bbcode, "
-                       "--document and --plain"));
+    const bool hasValues = parser.isSet(bbCodeOption()) && positional.size() == 1;
+    complain(hasValues ? QStringLiteral("a text in BBCode is taken as it stands; \"receipt fill\" "
+                                        "puts the values of a document in")
+                       : QStringLiteral("a template and a document are expected, or one of "
+                                        "--bbcode, --document and --plain"));
     return {};
 }
 

@@ -122,6 +122,13 @@ bool isDocumentText(const QString &text)
     return beginning.match(text).hasMatch();
 }
 
+bool isBbCodeText(const QString &text)
+{
+    const QStringRef trimmed = QStringRef(&text).trimmed();
+    return !trimmed.startsWith(QLatin1Char('{')) &&
+           templatelint::isBbCode(text.split(QLatin1Char('\n')));
+}
+
 bool isTemplateText(const QString &text)
 {
     // U+FFFD stands for the letters of other encodings.

@@ -43,5 +43,7 @@ bool isFilled(const QString &fileName, const QString &bbCode);
 bool isDocumentText(const QString &text);
 /// Whether a text that isn't JSON has tags: it stands in a document's place by mistake.
 bool isTemplateText(const QString &text);
+/// Whether a text that isn't JSON is one in BBCode; it may have tags for values, too.
+bool isBbCodeText(const QString &text);
 
 }  // namespace tool
