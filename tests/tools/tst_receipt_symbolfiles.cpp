@@ -93,6 +93,33 @@ private Q_SLOTS:
             0);
     }
 
+    void eachFiscalPieceIsLookedAt_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("place");
+        QTest::newRow("behind a marker")
+            << QByteArray("Total\n<FISCAL_BODY><SPECSYMBOLS=fifo>\nx\n") << ":2:14";
+        QTest::newRow("above a marker")
+            << QByteArray("<SPECSYMBOLS=fifo>\n<FISCAL_BODY>\n<SPECSYMBOLS=good>\nx\n") << ":1:1";
+    }
+
+    void eachFiscalPieceIsLookedAt()
+    {
+        QFETCH(const QByteArray, text);
+        QFETCH(const QString, place);
+        const WorkFolder folder;
+        const QStringList files{folder.file("t.cpt", text), folder.file("d.json", "{}")};
+        folder.file("good.ssi", "<SpecialSymbolImages/>");
+        QCOMPARE(::mkfifo(QFile::encodeName(folder.path("fifo.ssi")).constData(), S_IRUSR), 0);
+        for (const char *command : {"render", "preview"}) {
+            const ReceiptRun run = runReceipt(
+                QStringList{command, "--fiscal", "--output", folder.path("receipt.png")} + files);
+            QCOMPARE(run.errors, "receipt: " + files.at(0) + place + ": \"" +
+                                     folder.path("fifo.ssi") + "\" is no regular file\n");
+            QCOMPARE(run.status, 1);
+        }
+    }
+
     void regularFilesAndMissingOnesAreTaken_data()
     {
         QTest::addColumn<QByteArray>("text");

@@ -79,14 +79,20 @@ std::optional<NamedSymbolFile> forbiddenSymbolFile(const QStringList &lines,
                                                    const QString &folder)
 {
     const Source source(lines);
-    // Entries can complete the name of a file.
-    QVector<Text> texts = withEntries(source.lines(), document.entries());
-    const SymbolFile file = namedSymbolFile(texts, folder);
-    if (!file.exists || file.isUsable())
-        return std::nullopt;
-    const int offset = file.offsets.constLast();
-    const Place place = offset == Text::nowhere ? Place{0, 0} : source.place(offset);
-    return NamedSymbolFile{place.line, place.column, file.path, file.fault};
+    // A client that cuts the template has each piece filled by itself.
+    QVector<QVector<Text>> pieces = fiscalPieces(source.lines());
+    pieces.prepend(source.lines());
+    for (const QVector<Text> &piece : qAsConst(pieces)) {
+        // Entries can complete the name of a file.
+        QVector<Text> texts = withEntries(piece, document.entries());
+        const SymbolFile file = namedSymbolFile(texts, folder);
+        if (!file.exists || file.isUsable())
+            continue;
+        const int offset = file.offsets.constLast();
+        const Place place = offset == Text::nowhere ? Place{0, 0} : source.place(offset);
+        return NamedSymbolFile{place.line, place.column, file.path, file.fault};
+    }
+    return std::nullopt;
 }
 
 std::optional<EndlessValue> endlessValueOf(const QStringList &lines,
