@@ -67,7 +67,7 @@ QString resultText(double value)
     constexpr int digits = 12;
     constexpr int mostDecimals = 9;  // more are less than what counts as unnoticed
     static const QRegularExpression zerosBehind(QStringLiteral("\\.?0+$"));
-    const QString text = QString::number(value, 'g', digits);
+    QString text = QString::number(value, 'g', digits);
     if (text.contains(QLatin1Char('e')))
         return QString::number(value, 'f', 2);
     if (decimalsOf(text) <= mostDecimals)

@@ -214,6 +214,25 @@ private Q_SLOTS:
         QCOMPARE(run("ab", "\x01\x01", QByteArray("\0\4", 2)), plain("a") + plain("b"));
     }
 
+    void longRunsStandInTheirOrder_data()
+    {
+        QTest::addColumn<int>("size");
+        for (int size : {4095, 4096, 4097, 100000})
+            QTest::addRow("%d", size) << size;
+    }
+
+    void longRunsStandInTheirOrder()
+    {
+        QFETCH(int, size);
+        const QString first(size, 'x');
+        const QString second(size + 1, 'y');
+        const QByteArray formats =
+            QByteArray(size, '\1') + '\0' + QByteArray(second.size(), '\1') + '\0';
+        QCOMPARE(run(first + "a" + second + "b", QByteArray(formats.size(), '\1'), formats),
+                 "<font size = 2><b>" + first + "</b></font>" + plain("a") + "<font size = 2><b>" +
+                     second + "</b></font>" + plain("b"));
+    }
+
     void specialSymbolsArePictures()
     {
         QCOMPARE(run(QString("a\x03"

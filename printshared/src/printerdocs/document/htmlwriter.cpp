@@ -17,6 +17,8 @@ constexpr QStringView lineBreak(u"<br>");
 // Room for the tags of a line with one run, and the most that is reserved in advance.
 constexpr qint64 tagsPerLine = 100;
 constexpr qint64 maximumReserve = qint64(1) << 26;
+// A run of more characters isn't gathered first: lines of megabytes would be held twice.
+constexpr int longRun = 4096;
 
 // Every character is looked at: compilers make few steps of a loop without a way out.
 bool holdsSymbolCode(QStringView text)
@@ -292,7 +294,12 @@ void HtmlWriter::addRun(QStringView run, char font, char format)
     if (m_tags.start.isEmpty() || m_tags.font != font || m_tags.format != format)
         lookAt(font, format);
     m_row.add(m_tags.start.text());
-    m_row.add(run);
+    if (run.size() > longRun) {
+        finishRow();
+        m_html.append(run.data(), static_cast<int>(run.size()));
+    } else {
+        m_row.add(run);
+    }
     m_row.add(m_tags.end.text());
 }
 
